@@ -1,0 +1,265 @@
+#include "keymap/KeyMapSession.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace kelvora {
+
+namespace {
+
+struct Area {
+    int top, left, bottom, right;  ///< rows and columns from 0, all inclusive
+};
+
+Area AreaOf(int position, char type, int columns)
+{
+    const int row = (position - 1) / columns;
+    const int column = (position - 1) % columns;
+    const bool wide = type == KeyType::DoubleHorizontal || type == KeyType::Quadruple;
+    const bool tall = type == KeyType::DoubleVertical || type == KeyType::Quadruple;
+    return {row, column, row + (tall ? 1 : 0), column + (wide ? 1 : 0)};
+}
+
+char TypeCharacter(int index)
+{
+    return static_cast<char>(KeyType::Single + index);
+}
+
+/// After a return to the default map the extension keyboard alone keeps the line's numbering.
+bool RestartsNumbering(ModuleKind kind)
+{
+    return kind != ModuleKind::KM064;
+}
+
+}  // namespace
+
+KeyChoices ShowKeyControls(bool unusedEnabled, int keyNumber, char type, std::uint8_t mask)
+{
+    KeyChoices choices;
+    choices.keyNumber = std::max(keyNumber, 0);
+    choices.count = keyNumber > 0 ? 1 : 0;
+    choices.unusedEnabled = unusedEnabled;
+    choices.unusedChecked = type == KeyType::Unused;
+    const bool typesAllowed = !(choices.unusedEnabled && choices.unusedChecked);
+    for (std::size_t i = 0; i < KeyTypeBits.size(); ++i) {
+        choices.selected.at(i) = type == TypeCharacter(static_cast<int>(i));
+        choices.enabled.at(i) = typesAllowed && (mask & (KeyTypeBits[i] - '0')) != 0;
+    }
+    return choices;
+}
+
+KeyMapSession::KeyMapSession(ModuleKind kind) : model_(*FindModel(kind)), history_(1) {}
+
+void KeyMapSession::Load(std::string_view exchange)
+{
+    state_ = {};
+    if (!exchange.empty()) {
+        state_.firstKeyNumber = static_cast<unsigned char>(exchange.back());
+        exchange.remove_suffix(1);
+    }
+    state_.map = exchange;
+    loaded_ = exchange;
+    history_.assign(1, state_);
+    step_ = 0;
+}
+
+char KeyMapSession::Type(int position) const
+{
+    return position >= 1 && static_cast<std::size_t>(position) <= Map().size()
+               ? Map()[static_cast<std::size_t>(position) - 1]
+               : KeyType::NoKey;
+}
+
+bool KeyMapSession::HasKey(int position) const
+{
+    const char type = Type(position);
+    return IsEditable() && type != KeyType::NoKey && type != KeyType::Absent &&
+           !IsCovered(position, Columns(), Map());
+}
+
+bool KeyMapSession::IsChosen(int position) const
+{
+    return std::binary_search(state_.chosen.begin(), state_.chosen.end(), position);
+}
+
+void KeyMapSession::Choose(int position, Choosing choosing)
+{
+    if (!HasKey(position))
+        return;
+    if (choosing == Choosing::Extend && state_.anchor > 0) {
+        ChooseRange(state_.anchor, position);
+        state_.selected = position;
+        return;
+    }
+    std::vector<int>& chosen = state_.chosen;
+    if (choosing == Choosing::Only || choosing == Choosing::Extend)
+        chosen.clear();
+    const auto place = std::lower_bound(chosen.begin(), chosen.end(), position);
+    const bool wasChosen = place != chosen.end() && *place == position;
+    state_.selected = position;
+    state_.anchor = position;
+    if (!wasChosen) {
+        chosen.insert(place, position);
+    } else if (choosing == Choosing::Toggle) {
+        const auto next = chosen.erase(place);
+        state_.selected = chosen.empty() ? 0 : next != chosen.end() ? *next : chosen.back();
+        state_.anchor = state_.selected;
+    }
+}
+
+void KeyMapSession::ChooseRange(int from, int to)
+{
+    const Area a = AreaOf(from, Type(from), Columns());
+    const Area b = AreaOf(to, Type(to), Columns());
+    const Area range{std::min(a.top, b.top), std::min(a.left, b.left), std::max(a.bottom, b.bottom),
+                     std::max(a.right, b.right)};
+    state_.chosen.clear();
+    for (int position = 1; position <= Positions(); ++position) {
+        const Area key = AreaOf(position, Type(position), Columns());
+        const bool inside = key.top <= range.bottom && key.bottom >= range.top && key.left <= range.right &&
+                            key.right >= range.left;
+        if (inside && HasKey(position))
+            state_.chosen.push_back(position);
+    }
+}
+
+void KeyMapSession::ChooseAll()
+{
+    state_.chosen.clear();
+    for (int position = 1; position <= Positions(); ++position)
+        if (HasKey(position))
+            state_.chosen.push_back(position);
+    if (state_.chosen.empty())
+        return;
+    if (state_.selected == 0)
+        state_.selected = state_.chosen.front();
+    state_.anchor = state_.chosen.front();
+}
+
+/// The key whose cap lies over that cell; 0 for none.
+int KeyMapSession::KeyAt(int row, int column) const
+{
+    const int cell = row * Columns() + column + 1;
+    for (const int position : {cell, cell - 1, cell - Columns(), cell - Columns() - 1}) {
+        const Area key = AreaOf(std::max(position, 1), Type(position), Columns());
+        if (HasKey(position) && key.top <= row && row <= key.bottom && key.left <= column &&
+            column <= key.right)
+            return position;
+    }
+    return 0;
+}
+
+void KeyMapSession::Move(Direction direction, Choosing choosing)
+{
+    if (state_.selected == 0) {
+        for (int position = 1; position <= Positions() && state_.selected == 0; ++position)
+            Choose(position);
+        return;
+    }
+    const Area from = AreaOf(state_.selected, Type(state_.selected), Columns());
+    const int rows = (Positions() + Columns() - 1) / Columns();
+    int row = direction == Direction::Down ? from.bottom : from.top;
+    int column = direction == Direction::Right ? from.right : from.left;
+    while (true) {
+        row += direction == Direction::Down ? 1 : direction == Direction::Up ? -1 : 0;
+        column += direction == Direction::Right ? 1 : direction == Direction::Left ? -1 : 0;
+        if (row < 0 || row >= rows || column < 0 || column >= Columns())
+            return;
+        if (const int key = KeyAt(row, column); key > 0)
+            return Choose(key, choosing);
+    }
+}
+
+KeyChoices KeyMapSession::Choices() const
+{
+    if (state_.selected == 0)
+        return ShowKeyControls(false, 0, KeyType::NoKey, 0);
+    KeyChoices choices =
+        ShowKeyControls(true, KeyNumber(state_.selected), Type(state_.selected), Mask(state_.selected));
+    choices.count = static_cast<int>(state_.chosen.size());
+    for (const int position : state_.chosen) {
+        const KeyChoices other = ShowKeyControls(true, KeyNumber(position), Type(position), Mask(position));
+        choices.unusedMixed = choices.unusedMixed || other.unusedChecked != choices.unusedChecked;
+        for (std::size_t i = 0; i < choices.enabled.size(); ++i) {
+            choices.selected.at(i) = choices.selected.at(i) && other.selected.at(i);
+            choices.enabled.at(i) = choices.enabled.at(i) || other.enabled.at(i);
+        }
+    }
+    choices.unusedChecked = choices.unusedChecked && !choices.unusedMixed;
+    return choices;
+}
+
+bool KeyMapSession::SetType(int index)
+{
+    if (index < 0 || static_cast<std::size_t>(index) >= KeyTypeBits.size())
+        return false;
+    const int bit = KeyTypeBits[static_cast<std::size_t>(index)] - '0';
+    State before = state_;
+    for (const int position : state_.chosen)
+        if ((Mask(position) & bit) != 0)
+            SetKeyType(position, TypeCharacter(index), Columns(), state_.map);
+    return Commit(std::move(before));
+}
+
+void KeyMapSession::ToggleUnused()
+{
+    const bool allUnused =
+        std::ranges::all_of(state_.chosen, [&](int position) { return Type(position) == KeyType::Unused; });
+    State before = state_;
+    for (const int position : state_.chosen)
+        SetKeyType(position, allUnused ? KeyType::Single : KeyType::Unused, Columns(), state_.map);
+    Commit(std::move(before));
+}
+
+/// A chosen key that another one has swallowed is no key any more.
+void KeyMapSession::DropCovered()
+{
+    std::erase_if(state_.chosen, [&](int position) { return !HasKey(position); });
+    const auto owner = [&](int position) {
+        return position == 0 ? 0 : KeyAt((position - 1) / Columns(), (position - 1) % Columns());
+    };
+    state_.selected = owner(state_.selected);
+    state_.anchor = owner(state_.anchor);
+    if (state_.selected > 0 && !IsChosen(state_.selected))
+        state_.selected = state_.chosen.empty() ? 0 : state_.chosen.front();
+}
+
+bool KeyMapSession::Commit(State before)
+{
+    if (before.map == state_.map)
+        return false;
+    DropCovered();
+    history_.resize(step_ + 1);
+    history_[step_] = std::move(before);
+    history_.push_back(state_);
+    ++step_;
+    return true;
+}
+
+void KeyMapSession::ShowDefaults(std::string map)
+{
+    State before = state_;
+    state_ = {};
+    state_.map = std::move(map);
+    state_.firstKeyNumber = RestartsNumbering(model_.kind) ? 1 : before.firstKeyNumber;
+    Commit(std::move(before));
+}
+
+void KeyMapSession::Undo()
+{
+    if (!CanUndo())
+        return;
+    history_[step_] = state_;
+    state_ = history_[--step_];
+}
+
+void KeyMapSession::Redo()
+{
+    if (!CanRedo())
+        return;
+    history_[step_] = state_;
+    state_ = history_[++step_];
+}
+
+}  // namespace kelvora

@@ -1,0 +1,18 @@
+// The kinds of module that can hang on a line, numbered as the setup's records hold them.
+#pragma once
+
+#include <cstdint>
+
+namespace kelvora {
+
+enum class ModuleKind : std::uint8_t {
+    None = 0,       ///< ends a list
+    KM096 = 1,      ///< main keyboard
+    Backlight = 2,  ///< the main keyboard's backlight unit, a module of its own on the line
+    Code4 = 3,      ///< the main keyboard's further part, device code 4; has no section in a setup file
+    KM064 = 4,      ///< extension keyboard
+    MCR = 5,        ///< magnetic badge reader
+    ICCR = 6,       ///< chip card unit with keypad
+};
+
+}  // namespace kelvora

@@ -1,0 +1,47 @@
+// The file system as the rules see it: whole texts in and out, by path.
+// Paths are bytes and are never recoded. The real one is platform/posix/PosixFiles.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace kelvora {
+
+/// A file could not be read, copied or written. `what()` is the system's error description alone.
+class FileError : public std::runtime_error {
+public:
+    FileError(std::string path, const std::string& description)
+        : std::runtime_error(description), path_(std::move(path))
+    {
+    }
+
+    const std::string& Path() const { return path_; }
+
+private:
+    std::string path_;
+};
+
+class Files {
+public:
+    virtual ~Files() = default;
+
+    /// The whole content of a regular file. Throws FileError.
+    virtual std::string Read(const std::string& path) const = 0;
+
+    /// Whether anything stands at `path`; a link that leads nowhere does not count.
+    virtual bool Exists(const std::string& path) const = 0;
+
+    /// Copies `from` over `to`. `to` is left whole, old or new, whatever happens. Throws FileError.
+    virtual void Copy(const std::string& from, const std::string& to) = 0;
+
+    /// Makes `text` the content of `path`, creating or overwriting. The file is left whole, old or new,
+    /// whatever happens; permissions and symbolic links are kept. Throws FileError.
+    virtual void Write(const std::string& path, const std::string& text) = 0;
+
+protected:
+    Files() = default;
+    Files(const Files&) = default;
+    Files& operator=(const Files&) = default;
+};
+
+}  // namespace kelvora

@@ -1,0 +1,20 @@
+// Files on a POSIX system. A write goes to a temporary file in the same folder, is synced and renamed over
+// the old one, so that a kill, a full disk or a power cut at any moment leaves the old file or the new one.
+#pragma once
+
+#include "platform/Files.h"
+
+namespace kelvora {
+
+class PosixFiles final : public Files {
+public:
+    std::string Read(const std::string& path) const override;
+    bool Exists(const std::string& path) const override;
+    void Copy(const std::string& from, const std::string& to) override;
+    void Write(const std::string& path, const std::string& text) override;
+};
+
+/// Reads a regular file whole into `text`, whose memory is reused. Throws FileError.
+void ReadWholeFile(const std::string& path, std::string& text);
+
+}  // namespace kelvora

@@ -1,0 +1,173 @@
+#include "keymap/KeyMapSession.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace kelvora {
+namespace {
+
+using Flags = std::array<bool, 4>;
+
+constexpr Flags None{};
+constexpr Flags All{true, true, true, true};
+
+KeyMapSession Keypad(const std::string& map = "1111111111111111XX")
+{
+    KeyMapSession session(ModuleKind::ICCR);
+    session.Load(map + '\x61');
+    return session;
+}
+
+TEST(KeyMapSession, LoadsMapAndFirstNumber)
+{
+    KeyMapSession session(ModuleKind::ICCR);
+    session.Load("1111111111111111XX\xC8");
+    EXPECT_EQ(session.FirstKeyNumber(), 200);
+    EXPECT_EQ(session.Map(), "1111111111111111XX");
+    EXPECT_TRUE(session.IsEditable());
+    session.Choose(1);
+    session.SetType(3);
+    EXPECT_TRUE(session.IsChanged());
+    session.Load("11111111111111111\x01");
+    EXPECT_EQ(session.Map(), "11111111111111111");
+    EXPECT_FALSE(session.IsChanged() || session.IsEditable() || session.CanUndo());
+    session.Choose(1);
+    EXPECT_EQ(session.Selected(), 0);
+    session.Load("");
+    EXPECT_EQ(session.Map(), "");
+}
+
+TEST(KeyMapSession, ChoiceControls)
+{
+    KeyMapSession session = Keypad("3011111111111110XX");
+    EXPECT_EQ(session.Choices(), KeyChoices{});
+    session.Choose(1);
+    EXPECT_EQ(session.Choices(), (KeyChoices{97, 1, true, false, false, {false, false, true, false}, All}));
+    session.Choose(16);
+    EXPECT_EQ(session.Choices(), (KeyChoices{112, 1, true, true, false, None, None}));
+    session.Choose(1, Choosing::Add);
+    EXPECT_EQ(session.Choices(), (KeyChoices{97, 2, true, false, true, None, All}));
+    // The box holds the choices back only while it can be used.
+    EXPECT_EQ(ShowKeyControls(false, 5, '0', 15).enabled, All);
+    EXPECT_EQ(ShowKeyControls(true, 5, '0', 15).enabled, None);
+}
+
+TEST(KeyMapSession, UnusedAndBack)
+{
+    KeyMapSession session = Keypad("4011001111111111XX");
+    session.Choose(1);
+    session.ToggleUnused();
+    EXPECT_EQ(session.Map(), "0111111111111111XX");
+    EXPECT_FALSE(session.SetType(0)) << "an unused key takes no type";
+    session.ToggleUnused();
+    EXPECT_EQ(session.Map(), "1111111111111111XX");
+}
+
+TEST(KeyMapSession, SeveralKeysAtOnce)
+{
+    KeyMapSession session = Keypad();
+    session.Choose(1);
+    session.Choose(8, Choosing::Extend);
+    EXPECT_EQ(session.Choices().count, 8);
+    EXPECT_TRUE(session.SetType(2));
+    EXPECT_EQ(session.Map(), "3030303011111111XX") << "each at its turn, where the mask allows it";
+    EXPECT_EQ(session.Choices().count, 4);
+    EXPECT_EQ(session.Selected(), 7) << "the key that has swallowed the selected one";
+    session.Choose(3, Choosing::Toggle);
+    session.ToggleUnused();
+    EXPECT_EQ(session.Map(), "0130010111111111XX");
+    session.Undo();
+    session.Undo();
+    EXPECT_EQ(session.Map(), "1111111111111111XX");
+    EXPECT_EQ(session.Choices().count, 8) << "undo brings the selection back";
+    session.Redo();
+    EXPECT_EQ(session.Map(), "3030303011111111XX");
+    session.Choose(16);
+    session.ToggleUnused();
+    EXPECT_FALSE(session.CanRedo());
+    session.ChooseAll();
+    EXPECT_EQ(session.Choices().count, 12);
+    for (const int key : {16, 1})
+        session.Choose(key, Choosing::Toggle);
+    EXPECT_FALSE(session.IsChosen(16) || session.IsChosen(1));
+    EXPECT_EQ(session.Selected(), 3);
+}
+
+TEST(KeyMapSession, ArrowsMoveOverKeys)
+{
+    KeyMapSession session(ModuleKind::KM096);
+    session.Load(std::string(FindModel(ModuleKind::KM096)->defaultMap) + '\x01');
+    const auto after = [&](int from, Direction direction) {
+        session.Choose(from);
+        session.Move(direction);
+        return session.Selected();
+    };
+    EXPECT_EQ(after(2, Direction::Right), 11) << "past the gap in the upper rows";
+    EXPECT_EQ(after(39, Direction::Up), 39) << "no key above";
+    EXPECT_EQ(after(12, Direction::Right), 12) << "edge";
+    EXPECT_EQ(after(83, Direction::Right), 83) << "past its own covered cell";
+    EXPECT_EQ(after(72, Direction::Down), 83) << "to the key over a covered cell";
+    session.Choose(13);
+    session.SetType(3);
+    EXPECT_EQ(after(13, Direction::Down), 37);
+    EXPECT_EQ(after(38, Direction::Up), 13);
+    EXPECT_EQ(after(13, Direction::Right), 23);
+    session.Load(session.Map() + '\x01');
+    session.Move(Direction::Left);
+    EXPECT_EQ(session.Selected(), 1);
+}
+
+TEST(KeyMapSession, DefaultsNumberTheKeysAnew)
+{
+    struct Case {
+        ModuleKind kind;
+        int first;
+    };
+    for (const Case c :
+         {Case{ModuleKind::KM096, 1}, Case{ModuleKind::KM064, 97}, Case{ModuleKind::ICCR, 1}}) {
+        const std::string defaults(FindModel(c.kind)->defaultMap);
+        KeyMapSession session(c.kind);
+        session.Load(defaults + '\x61');
+        session.Choose(1);
+        session.ToggleUnused();
+        const std::string mine = session.Map();
+        session.ShowDefaults(defaults);
+        EXPECT_EQ(session.Map(), defaults);
+        EXPECT_EQ(session.FirstKeyNumber(), c.first);
+        EXPECT_EQ(session.Selected(), 0);
+        session.Undo();
+        EXPECT_EQ(session.Map(), mine);
+        EXPECT_EQ(session.FirstKeyNumber(), 97);
+        session.ShowDefaults(mine);
+        EXPECT_EQ(session.FirstKeyNumber(), c.first) << "numbered anew though the question was refused";
+    }
+}
+
+TEST(KeyMapSession, EditsKeepTheMapValidAndUndoToTheStart)
+{
+    std::mt19937 random(20);
+    const auto upTo = [&](int last) { return std::uniform_int_distribution<int>(0, last)(random); };
+    for (const Model& model : Models)
+        for (int round = 0; round < 40; ++round) {
+            KeyMapSession session(model.kind);
+            session.Load(std::string(model.defaultMap) + '\x01');
+            for (int step = 0; step < 60; ++step) {
+                session.Choose(1 + upTo(model.mapLength - 1), static_cast<Choosing>(upTo(3)));
+                if (upTo(5) == 0)
+                    session.ToggleUnused();
+                else
+                    session.SetType(upTo(3));
+                ASSERT_TRUE(IsKeyMapValid(session.Map(), model.rows, model.columns)) << session.Map();
+                ASSERT_TRUE(session.Selected() == 0 || session.HasKey(session.Selected()));
+                if (upTo(9) == 0)
+                    session.Undo();
+            }
+            while (session.CanUndo())
+                session.Undo();
+            ASSERT_FALSE(session.IsChanged());
+        }
+}
+
+}  // namespace
+}  // namespace kelvora

@@ -1,0 +1,147 @@
+#include "keymap/Keyboard.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+
+#include "fakes/FakePrompt.h"
+#include "keymap/Models.h"
+
+namespace kelvora {
+namespace {
+
+using namespace std::string_literals;
+using namespace std::string_view_literals;
+
+TEST(Keyboard, AllowedKeyTypes)
+{
+    struct Case {
+        const char* reason;
+        int position;
+        std::string_view map;
+        int mask;
+    };
+    // Four columns.
+    constexpr auto plain = "1111111111111111"sv;
+    const std::array cases{
+        Case{"room all around", 1, plain, 15},
+        Case{"last column", 4, plain, 3},
+        Case{"bottom row", 13, plain, 5},
+        Case{"bottom right", 16, plain, 1},
+        Case{"outside, before", 0, plain, 0},
+        Case{"outside, behind", 17, plain, 0},
+        Case{"unused key", 1, "0111111111111111", 0},
+        Case{"no contact", 1, " 111111111111111", 0},
+        Case{"absent position", 1, "X111111111111111", 0},
+        Case{"right is the lower half of a key above", 5, "1211101111111111", 3},
+        Case{"right is a quadruple's lower part", 5, "1401100111111111", 3},
+        Case{"right is an unused key", 1, "1011111111111111", 15},
+        Case{"right is an unused key, third column's is tall", 1, "1021110111111111", 15},
+        Case{"below is the right half of a key to its left", 2, "1111301111111111", 5},
+        Case{"below is an unused key in the first column", 1, "1113011111111111", 15},
+        Case{"diagonal is taken", 1, "1111121110111111", 7},
+        Case{"tall, nothing to the right", 1, "2 11011111111111", 3},
+        Case{"wide, in the bottom row", 13, "1111111111113011", 5},
+        Case{"quadruple", 1, "4011001111111111", 15},
+        Case{"short last row, diagonal past the end", 14, "111111111111111111", 7},
+        Case{"short last row, below past the end", 15, "111111111111111111", 5},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(AllowedKeyTypes(c.position, 4, c.map), c.mask) << c.reason;
+}
+
+TEST(Keyboard, CheckKeyMap)
+{
+    struct Case {
+        const char* reason;
+        std::string map;
+        bool valid;
+        bool repairable;
+        std::string repaired;
+    };
+    // Four rows of four.
+    const std::array cases{
+        Case{"whole keys", "4012001011111111", true, true, "4012001011111111"},
+        Case{"one character short", "000000000000000", false, false, "000000000000000"},
+        Case{"wide key over a key", "3111111111111111", false, true, "3011111111111111"},
+        Case{"quadruple lacks its diagonal", "4011011111111111", false, true, "4011001111111111"},
+        Case{"tall key at the bottom", "1111111111111112", false, false, "1111111111111112"},
+        Case{"tall key reaches the short last row", "1111111111112111XX", false, true, "11111111111121110X"},
+        Case{"not looked at past the rows", "11111111111111113X", true, true, "11111111111111113X"},
+        Case{"a key swallowed by a repair needs nothing", "3311111111111111", false, true,
+             "3011111111111111"},
+    };
+    for (const Case& c : cases) {
+        std::string map = c.map;
+        EXPECT_EQ(IsKeyMapValid(map, 4, 4), c.valid) << c.reason;
+        EXPECT_EQ(CheckKeyMap(map, 4, 4, false), c.valid) << c.reason;
+        EXPECT_EQ(map, c.map) << c.reason;
+        EXPECT_EQ(CheckKeyMap(map, 4, 4, true), c.repairable) << c.reason;
+        EXPECT_EQ(map, c.repaired) << c.reason;
+    }
+}
+
+TEST(Keyboard, KeyMapFromDeviceTable)
+{
+    // Two bytes before the table, then pairs at 0, 2, 4, 6, 8 and a single byte at 10.
+    const std::string table = "..\x00\x05\x80\x01\xC1\x00\x40\x02\x80\x20\x01"s;
+    const std::string positions = "\x00\x02\x04\xFF\x06\x08\x0A"s;
+    EXPECT_EQ(KeyMapFromDeviceTable(table, positions, 2, 9), "104 23   ");
+}
+
+TEST(Keyboard, CoveredCells)
+{
+    // A quadruple and a wide key above, a tall one below; the last is an unused key.
+    constexpr auto map =
+        "40300020"
+        "00110000"sv;
+    const std::array covered{false, true, false, true,  false, false, false, false,
+                             true,  true, false, false, false, false, true,  false};
+    for (int position = 1; position <= 16; ++position)
+        EXPECT_EQ(IsCovered(position, 8, map), covered.at(static_cast<std::size_t>(position) - 1))
+            << position;
+    EXPECT_FALSE(IsCovered(3, 2, "1301")) << "the row above ends with a wide key";
+    EXPECT_FALSE(IsCovered(2, 2, "4111")) << "not unused";
+}
+
+TEST(Keyboard, SetKeyType)
+{
+    struct Case {
+        const char* reason;
+        int position;
+        char type;
+        std::string before;
+        std::string after;
+    };
+    const std::array cases{
+        Case{"single to quadruple", 2, '4', "111111111", "140100111"},
+        Case{"quadruple to wide", 1, '3', "401001111", "301111111"},
+        Case{"tall to unused", 1, '0', "211011111", "011111111"},
+        Case{"no contact", 1, ' ', "301111111", " 11111111"},
+        Case{"tall at the bottom", 9, '2', "111111111", "111111112"},
+        Case{"outside", 10, '2', "111111111", "111111111"},
+    };
+    for (const Case& c : cases) {
+        std::string map = c.before;
+        SetKeyType(c.position, c.type, 3, map);
+        EXPECT_EQ(map, c.after) << c.reason;
+    }
+}
+
+TEST(Keyboard, ConfirmDefaultKeyMap)
+{
+    FakePrompt prompt;
+    prompt.answers = {Answer::Cancel, Answer::Ok};
+    std::string map = "mine";
+    EXPECT_FALSE(ConfirmDefaultKeyMap(ModuleKind::ICCR, map, prompt, "Kelvora", "Sure?"));
+    EXPECT_EQ(map, "mine");
+    EXPECT_TRUE(ConfirmDefaultKeyMap(ModuleKind::ICCR, map, prompt, "Kelvora", "Sure?"));
+    EXPECT_EQ(map, "1111111111111111XX");
+    EXPECT_FALSE(ConfirmDefaultKeyMap(ModuleKind::MCR, map, prompt, "Kelvora", "Sure?"));
+    ASSERT_EQ(prompt.shown.size(), 2U);
+    EXPECT_EQ(prompt.shown[0].style.icon, BoxIcon::Exclamation);
+    EXPECT_EQ(prompt.shown[0].style.buttons, BoxButtons::OkCancel);
+}
+
+}  // namespace
+}  // namespace kelvora
