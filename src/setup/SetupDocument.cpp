@@ -1,0 +1,174 @@
+#include "setup/SetupDocument.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <utility>
+
+#include "keymap/Models.h"
+#include "setup/DeviceCode.h"
+#include "setup/Options.h"
+
+namespace kelvora {
+
+namespace {
+
+using Difference = ModuleList::difference_type;
+
+// The device code that a module of that kind starts with; 0 for kinds that are never inserted alone.
+std::uint8_t NewDeviceCode(ModuleKind kind)
+{
+    switch (kind) {
+        case ModuleKind::KM096:
+            return DeviceCode::KM096;
+        case ModuleKind::KM064:
+            return DeviceCode::KM064;
+        case ModuleKind::MCR:
+            return DeviceCode::MCR123;
+        case ModuleKind::ICCR:
+            return DeviceCode::ICCR;
+        default:
+            return DeviceCode::NotInUse;
+    }
+}
+
+// The kinds that are added, moved and removed together with a main keyboard, itself first.
+constexpr std::array MasterKinds{ModuleKind::KM096, ModuleKind::Backlight, ModuleKind::Code4};
+
+// Puts records, with their codes in the device map, before the record at `index`.
+void InsertRecords(SetupDocument& document, ModuleList records, std::size_t index)
+{
+    index = std::min(index, document.Modules.size());
+    std::size_t position = document.DeviceMap.size();
+    if (index < document.Modules.size())
+        position = document.Modules[index].Position;
+    for (auto later = document.Modules.begin() + static_cast<Difference>(index);
+         later != document.Modules.end(); ++later)
+        later->Position = static_cast<std::uint8_t>(later->Position + records.size());
+    std::string codes;
+    for (ModuleRecord& record : records) {
+        record.Position = static_cast<std::uint8_t>(position + codes.size());
+        codes += static_cast<char>(record.DeviceCode);
+    }
+    document.DeviceMap.insert(position, codes);
+    document.Modules.insert(document.Modules.begin() + static_cast<Difference>(index),
+                            std::make_move_iterator(records.begin()), std::make_move_iterator(records.end()));
+}
+
+// Takes out the module of that kind, a main keyboard with its parts; none when the setup has no such module.
+ModuleList TakeRecords(SetupDocument& document, ModuleKind kind)
+{
+    ModuleList taken;
+    const auto take = [&](ModuleKind part) {
+        if (const auto found = FindModule(document.Modules, part)) {
+            taken.push_back(document.Modules[*found]);
+            DeleteRecord(document, *found);
+        }
+    };
+    take(kind);
+    if (kind == ModuleKind::KM096 && !taken.empty())
+        std::for_each(MasterKinds.begin() + 1, MasterKinds.end(), take);
+    return taken;
+}
+
+}  // namespace
+
+std::optional<std::size_t> FindModule(const ModuleList& modules, ModuleKind kind)
+{
+    const auto found = std::ranges::find(modules, kind, &ModuleRecord::Kind);
+    if (found == modules.end())
+        return std::nullopt;
+    return static_cast<std::size_t>(found - modules.begin());
+}
+
+bool AppendModule(SetupDocument& document, std::uint8_t deviceCode)
+{
+    if (document.DeviceMap.size() >= MaximumModules || KindOf(deviceCode) == ModuleKind::None)
+        return false;
+    document.Modules.push_back(
+        CreateRecord(deviceCode, static_cast<std::uint8_t>(document.DeviceMap.size())));
+    document.DeviceMap += static_cast<char>(deviceCode);
+    return true;
+}
+
+bool InsertModule(SetupDocument& document, ModuleKind kind, std::size_t index)
+{
+    const std::uint8_t code = NewDeviceCode(kind);
+    if (code == DeviceCode::NotInUse)
+        return false;
+    ModuleList records{CreateRecord(code, 0)};
+    if (kind == ModuleKind::KM096) {
+        records.push_back(CreateRecord(DeviceCode::BacklightOn, 0));
+        records.push_back(CreateRecord(DeviceCode::Code4, 0));
+    }
+    if (document.DeviceMap.size() + records.size() > MaximumModules)
+        return false;
+    InsertRecords(document, std::move(records), index);
+    return true;
+}
+
+void DeleteRecord(SetupDocument& document, std::size_t index)
+{
+    if (index >= document.Modules.size())
+        return;
+    document.DeviceMap.erase(document.Modules[index].Position, 1);
+    document.Modules.erase(document.Modules.begin() + static_cast<Difference>(index));
+    for (auto later = document.Modules.begin() + static_cast<Difference>(index);
+         later != document.Modules.end(); ++later)
+        --later->Position;
+}
+
+bool RemoveModule(SetupDocument& document, ModuleKind kind)
+{
+    return !TakeRecords(document, kind).empty();
+}
+
+bool MoveModule(SetupDocument& document, ModuleKind kind, std::size_t index)
+{
+    ModuleList records = TakeRecords(document, kind);
+    if (records.empty())
+        return false;
+    InsertRecords(document, std::move(records), index);
+    return true;
+}
+
+bool ChangeDeviceCode(std::string& deviceMap, ModuleRecord& record, std::uint8_t newCode)
+{
+    if (deviceMap.empty() || deviceMap.find(static_cast<char>(record.DeviceCode)) != record.Position)
+        return false;
+    deviceMap[record.Position] = static_cast<char>(newCode);
+    record.DeviceCode = newCode;
+    // The new code's own options say which tracks it reads, or the backlight's state.
+    const std::string options = CreateRecord(newCode, 0).Options;
+    if (KindOf(newCode) == ModuleKind::MCR)
+        record.Options.replace(0, Options::TracksLength, options, 0, Options::TracksLength);
+    else if (KindOf(newCode) == ModuleKind::Backlight)
+        record.Options = options;
+    return true;
+}
+
+bool HasRepeatedKind(const ModuleList& modules)
+{
+    unsigned seen = 0;
+    for (const ModuleRecord& record : modules) {
+        const unsigned bit = 1U << static_cast<unsigned>(record.Kind);
+        if (seen & bit)
+            return true;
+        seen |= bit;
+    }
+    return false;
+}
+
+std::int16_t FirstKeyNumber(ModuleKind kind, const ModuleList& modules)
+{
+    int number = 1;
+    for (const ModuleRecord& record : modules) {
+        if (record.Kind == kind)
+            break;
+        if (FindModel(record.Kind))
+            number += record.Rows * record.Columns;
+    }
+    return static_cast<std::int16_t>(number);
+}
+
+}  // namespace kelvora

@@ -1,0 +1,130 @@
+#include "setup/SetupLines.h"
+
+#include <algorithm>
+#include <array>
+
+#include "setup/SetupError.h"
+
+namespace kelvora {
+
+namespace {
+
+// Editors and transfer programs of the till's world leave these at the end of a text.
+constexpr std::string_view EndOfText("\x1A\x03\x00", 3);
+
+// Of the blank and the underscore that continue a line.
+constexpr std::size_t ContinuationLength = 2;
+
+bool IsBlank(char c)
+{
+    return c == ' ' || c == '\t';
+}
+
+std::string_view Trim(std::string_view text)
+{
+    while (!text.empty() && IsBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && IsBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+// What each code is read as: capitals of the ASCII letters alone, tabs as blanks.
+constexpr std::array<char, 256> ReadAs = [] {
+    std::array<char, 256> codes{};
+    for (std::size_t code = 0; code < codes.size(); ++code)
+        codes[code] = static_cast<char>(code >= 'a' && code <= 'z' ? code - 'a' + 'A' : code);
+    codes['\t'] = ' ';
+    return codes;
+}();
+
+void AppendCapitals(std::string& to, std::string_view text)
+{
+    const std::size_t old = to.size();
+    to.resize(old + text.size());
+    std::ranges::transform(text, to.begin() + static_cast<std::string::difference_type>(old),
+                           [](char c) { return ReadAs[static_cast<unsigned char>(c)]; });
+}
+
+[[noreturn]] void Reject(std::size_t line, Expected expected)
+{
+    throw SetupError(SetupErrorNumber::LineRejected, line, expected);
+}
+
+}  // namespace
+
+SetupLines::SetupLines(std::string_view text) : text_(text)
+{
+    const std::size_t last = text_.find_last_not_of(EndOfText);
+    text_ = text_.substr(0, last == std::string_view::npos ? 0 : last + 1);
+}
+
+bool SetupLines::ReadRawLine(std::string_view& line)
+{
+    if (at_ >= text_.size())
+        return false;
+    ++number_;
+    const std::size_t end = std::min(text_.find('\n', at_), text_.size());
+    line = text_.substr(at_, end - at_);
+    at_ = end + 1;
+    // The carriage return of the line's end belongs to no line; any other one has no line feed behind it.
+    if (!line.empty() && line.back() == '\r' && end < text_.size())
+        line.remove_suffix(1);
+    if (line.find('\r') != std::string_view::npos)
+        Reject(number_, Expected::LineFeed);
+    return true;
+}
+
+SetupLine SetupLines::Head(std::string_view line)
+{
+    const std::size_t close = line.find(']');
+    if (close == std::string_view::npos)
+        Reject(number_, Expected::SectionName);
+    const std::string_view name = Trim(line.substr(1, close - 1));
+    if (name.empty())
+        Reject(number_, Expected::SectionName);
+    AppendCapitals(assembled_, name);
+    return {SetupLine::Type::Head, number_, assembled_, {}};
+}
+
+SetupLine SetupLines::Keyword()
+{
+    const std::string_view line = assembled_;
+    const std::size_t equals = line.find('=');
+    if (equals == std::string_view::npos)
+        Reject(firstNumber_, Expected::KeyAndValue);
+    const std::string_view key = line.substr(0, equals);
+    const std::string_view value = line.substr(equals + 1);
+    return {SetupLine::Type::Keyword, firstNumber_, key.substr(0, key.find_last_not_of(' ') + 1),
+            value.substr(std::min(value.find_first_not_of(' '), value.size()))};
+}
+
+SetupLine SetupLines::Next()
+{
+    assembled_.clear();
+    bool continued = false;
+    std::string_view line;
+    while (ReadRawLine(line)) {
+        if (line.empty() || line.front() == ':' || line.front() == '\'')
+            continue;
+        if (line.front() == '[') {
+            if (continued)
+                Reject(number_, Expected::Continuation);
+            return Head(line);
+        }
+        if (!continued)
+            firstNumber_ = number_;
+        const std::string_view trimmed = Trim(line);
+        // A tab before the underscore is a blank like any other.
+        continued =
+            trimmed.size() >= ContinuationLength && trimmed.back() == '_' && IsBlank(*(trimmed.end() - 2));
+        AppendCapitals(assembled_, trimmed.substr(0, trimmed.size() - (continued ? ContinuationLength : 0)));
+        if (!continued)
+            return Keyword();
+    }
+    if (continued)
+        Reject(number_, Expected::Continuation);
+    return {};
+}
+
+}  // namespace kelvora

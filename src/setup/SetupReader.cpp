@@ -1,0 +1,254 @@
+#include "setup/SetupReader.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include "setup/DeviceCode.h"
+#include "setup/KeyMapPicture.h"
+#include "setup/Options.h"
+#include "setup/SetupError.h"
+#include "setup/SetupLines.h"
+
+namespace kelvora {
+
+namespace {
+
+struct SectionRow {
+    std::string_view head;
+    ModuleKind kind;
+    std::string_view deviceCodes;  // of the modules that the section brings
+};
+
+constexpr std::array Sections{
+    SectionRow{"KM096", ModuleKind::KM096,
+               "\xD6\x17\x04"},  // the keyboard, its backlight (on), its code-4 part
+    SectionRow{"KM064", ModuleKind::KM064, "\xBF"},
+    SectionRow{"MCR", ModuleKind::MCR, "\x03"},
+    SectionRow{"ICCR", ModuleKind::ICCR, "\x08"},
+};
+
+struct TracksRow {
+    std::string_view value;
+    std::uint8_t deviceCode;
+};
+
+constexpr std::array TracksRows{
+    TracksRow{"1,2,3", DeviceCode::MCR123},
+    TracksRow{"1,2", DeviceCode::MCR12},
+    TracksRow{"2,3", DeviceCode::MCR23},
+};
+
+[[noreturn]] void RejectLine(std::size_t line, Expected expected)
+{
+    throw SetupError(SetupErrorNumber::LineRejected, line, expected);
+}
+
+[[noreturn]] void RefuseModule(std::size_t line, Expected expected)
+{
+    throw SetupError(SetupErrorNumber::ModuleRefused, line, expected);
+}
+
+class Reader {
+public:
+    explicit Reader(RepeatedKinds repeated) : repeated_(repeated)
+    {
+        document_.Modules.reserve(MaximumModules);
+    }
+
+    void TakeHead(const SetupLine& line);
+    void TakeKeyword(const SetupLine& line);
+
+    SetupDocument document_;
+
+private:
+    // The record that the current section's lines go to; null before the first module section.
+    ModuleRecord* CurrentRecord();
+    ModuleRecord& RecordOf(ModuleKind kind, const SetupLine& line);
+
+    void TakeFiscal(const SetupLine& line);
+    void TakeBacklight(const SetupLine& line);
+    void TakeTracks(const SetupLine& line);
+    void TakeSeparator(const SetupLine& line, std::size_t track);
+    void TakeAutoread(const SetupLine& line);
+    void TakeKeyMap(const SetupLine& line);
+
+    RepeatedKinds repeated_;
+    ModuleKind section_ = ModuleKind::None;
+};
+
+void Reader::TakeHead(const SetupLine& line)
+{
+    const auto* const row = std::ranges::find(Sections, line.name, &SectionRow::head);
+    section_ = ModuleKind::None;
+    if (row == Sections.end())
+        return;  // the header, or a section of somebody else's
+    section_ = row->kind;
+    if (row->kind == ModuleKind::KM096 && !document_.Modules.empty())
+        RefuseModule(line.number, Expected::MasterFirst);
+    if (repeated_ == RepeatedKinds::Refuse && FindModule(document_.Modules, row->kind))
+        RefuseModule(line.number, Expected::OneOfAKind);
+    for (const char code : row->deviceCodes)
+        if (!AppendModule(document_, static_cast<std::uint8_t>(code)))
+            RefuseModule(line.number, Expected::Room);
+}
+
+ModuleRecord* Reader::CurrentRecord()
+{
+    // The lines of a second section of one kind go to the first module of that kind too.
+    const auto index = FindModule(document_.Modules, section_);
+    return index ? &document_.Modules[*index] : nullptr;
+}
+
+ModuleRecord& Reader::RecordOf(ModuleKind kind, const SetupLine& line)
+{
+    ModuleRecord* record = CurrentRecord();
+    if (section_ != kind || !record)
+        RejectLine(line.number, Expected::KeyOfSection);
+    return *record;
+}
+
+void Reader::TakeFiscal(const SetupLine& line)
+{
+    ModuleRecord& record = RecordOf(ModuleKind::KM096, line);
+    if (line.value != "YES" && line.value != "NO")
+        RejectLine(line.number, Expected::YesOrNo);
+    record.Options = line.value == "YES" ? Options::Yes : Options::No;
+}
+
+void Reader::TakeBacklight(const SetupLine& line)
+{
+    RecordOf(ModuleKind::KM096, line);
+    if (line.value != "YES" && line.value != "NO")
+        RejectLine(line.number, Expected::YesOrNo);
+    if (const auto index = FindModule(document_.Modules, ModuleKind::Backlight))
+        ChangeDeviceCode(document_.DeviceMap, document_.Modules[*index],
+                         line.value == "YES" ? DeviceCode::BacklightOn : DeviceCode::BacklightOff);
+}
+
+void Reader::TakeTracks(const SetupLine& line)
+{
+    ModuleRecord& record = RecordOf(ModuleKind::MCR, line);
+    const auto* const row = std::ranges::find(TracksRows, line.value, &TracksRow::value);
+    if (row == TracksRows.end())
+        RejectLine(line.number, Expected::Tracks);
+    std::string padded(row->value);
+    padded.resize(Options::TracksLength, ' ');
+    record.Options.replace(0, Options::TracksLength, padded);
+    ChangeDeviceCode(document_.DeviceMap, record, row->deviceCode);
+}
+
+void Reader::TakeSeparator(const SetupLine& line, std::size_t track)
+{
+    ModuleRecord& record = RecordOf(ModuleKind::MCR, line);
+    if (line.value.size() != 1)
+        RejectLine(line.number, Expected::Separator);
+    record.Options[Options::SeparatorAt + track] = line.value.front();
+}
+
+void Reader::TakeAutoread(const SetupLine& line)
+{
+    ModuleRecord& record = RecordOf(ModuleKind::MCR, line);
+    if (line.value != "ON" && line.value != "OFF")
+        RejectLine(line.number, Expected::OnOrOff);
+    record.Options.replace(Options::AutoreadAt, std::string::npos,
+                           line.value == "ON" ? Options::On : Options::Off);
+}
+
+void Reader::TakeKeyMap(const SetupLine& line)
+{
+    ModuleRecord* record = CurrentRecord();
+    if (!record || section_ == ModuleKind::MCR)
+        RejectLine(line.number, Expected::KeyOfSection);
+    ReadKeyMapPicture(line.value, *record, line.number);
+}
+
+void Reader::TakeKeyword(const SetupLine& line)
+{
+    if (line.name == "VERSION" || line.name == "DEFAULTCONFIG")
+        return;
+    if (line.name == "FISCAL")
+        TakeFiscal(line);
+    else if (line.name == "BACKLIGHT")
+        TakeBacklight(line);
+    else if (line.name == "TRACKS")
+        TakeTracks(line);
+    else if (line.name == "TRACK1SEP")
+        TakeSeparator(line, 0);
+    else if (line.name == "TRACK2SEP")
+        TakeSeparator(line, 1);
+    else if (line.name == "TRACK3SEP")
+        TakeSeparator(line, 2);
+    else if (line.name == "AUTOREAD")
+        TakeAutoread(line);
+    else if (line.name == "KEYMAP")
+        TakeKeyMap(line);
+    else
+        RejectLine(line.number, Expected::KnownKey);
+}
+
+// The lines of a setup file that a device code stands for; empty for a code without lines.
+std::string_view LinesOf(std::uint8_t deviceCode)
+{
+    switch (deviceCode) {
+        case DeviceCode::KM096:
+            return "[KM096]\n";
+        case DeviceCode::KM064:
+            return "[KM064]\n";
+        case DeviceCode::MCR12:
+            return "[MCR]\nTRACKS=1,2\n";
+        case DeviceCode::MCR23:
+            return "[MCR]\nTRACKS=2,3\n";
+        case DeviceCode::MCR123:
+            return "[MCR]\nTRACKS=1,2,3\n";
+        case DeviceCode::ICCR:
+            return "[ICCR]\n";
+        case DeviceCode::BacklightOn:
+            return "BACKLIGHT=YES\n";
+        case DeviceCode::BacklightOff:
+            return "BACKLIGHT=NO\n";
+        default:
+            return {};
+    }
+}
+
+}  // namespace
+
+SetupDocument ReadSetup(std::string_view text, RepeatedKinds repeated)
+{
+    Reader reader(repeated);
+    SetupLines lines(text);
+    for (SetupLine line = lines.Next(); line.type != SetupLine::Type::End; line = lines.Next()) {
+        if (line.type == SetupLine::Type::Head)
+            reader.TakeHead(line);
+        else
+            reader.TakeKeyword(line);
+    }
+    return std::move(reader.document_);
+}
+
+SetupDocument ReadDeviceMap(std::string_view deviceMap)
+{
+    if (deviceMap.size() > MaximumModules)
+        RefuseModule(0, Expected::Room);
+    std::string lines = "[KELVORA]\n";
+    SetupDocument document;
+    document.DeviceMap = deviceMap;
+    for (std::size_t position = 0; position < deviceMap.size(); ++position) {
+        const auto code = static_cast<std::uint8_t>(deviceMap[position]);
+        lines += LinesOf(code);
+        if (KindOf(code) != ModuleKind::None)
+            document.Modules.push_back(CreateRecord(code, static_cast<std::uint8_t>(position)));
+    }
+    // The lines are read for their rules alone: the line's own answer says which parts a keyboard has.
+    try {
+        ReadSetup(lines);
+    } catch (const SetupError& error) {
+        throw SetupError(error.Number(), 0, error.What());
+    }
+    if (HasRepeatedKind(document.Modules))
+        RefuseModule(0, Expected::OneOfAKind);
+    return document;
+}
+
+}  // namespace kelvora

@@ -1,0 +1,160 @@
+#include "setup/SetupReader.h"
+
+#include <vector>
+
+#include "setup/SetupTexts.h"
+
+using namespace kelvora;
+using namespace std::string_literals;
+
+namespace {
+
+constexpr std::uint32_t Refused = 0x80040104;
+
+const std::string Master = "0:214(YES)1:23(YES)2:4()";
+
+// An extension keyboard whose picture starts so and goes on with single keys.
+std::string KM064(std::string picture, std::size_t cells = 64)
+{
+    picture.resize(cells, 'S');
+    return "[KM064]\nKEYMAP=" + picture;
+}
+
+std::string Repeat(std::string_view text, std::size_t times)
+{
+    std::string repeated;
+    while (times-- > 0)
+        repeated += text;
+    return repeated;
+}
+
+}  // namespace
+
+TEST(SetupReader, NamesTheLineAndWhatWasExpected)
+{
+    const std::string sevenRows(56, 'S');
+    const std::vector<Rejection> rows{
+        {"carriage return inside a line", "[MCR]\r\nTracks\r=1,2\r\n", 2, Expected::LineFeed},
+        {"carriage return that ends the text", "[MCR]\r\n\r", 2, Expected::LineFeed},
+        {"head without bracket", "\r\n[MCR\r\n]", 2, Expected::SectionName},
+        {"head with a blank name", "[ \t]", 1, Expected::SectionName},
+        {"line without =", "[MCR]\nTracks", 2, Expected::KeyAndValue},
+        {"line of blanks", "[MCR]\n \n", 2, Expected::KeyAndValue},
+        {"unknown key", "[MCR]\nTrack4Sep=,", 2, Expected::KnownKey},
+        {"option before any head", "Autoread=ON", 1, Expected::KeyOfSection},
+        {"option under the header", "[Kelvora]\nFiscal=YES", 2, Expected::KeyOfSection},
+        {"key map under an unknown head", "[MCR]\n[Other]\nKeyMap=S", 3, Expected::KeyOfSection},
+        {"tracks of a keyboard", "[KM096]\nTracks=1,2", 2, Expected::KeyOfSection},
+        {"auto-read of a chip card unit", "[ICCR]\nAutoread=ON", 2, Expected::KeyOfSection},
+        {"backlight of a badge reader", "[KM096]\n[MCR]\nBacklight=NO", 3, Expected::KeyOfSection},
+        {"key map of a badge reader", "[MCR]\nKeyMap=XXXXXXXXXXX", 2, Expected::KeyOfSection},
+        {"fiscal value", "[KM096]\nFiscal=Y", 2, Expected::YesOrNo},
+        {"auto-read value", "[MCR]\nAutoread=YES", 2, Expected::OnOrOff},
+        {"tracks that no reader has", "[MCR]\nTracks=1,3", 2, Expected::Tracks},
+        {"separator of two characters", "[MCR]\nTrack1Sep=;;", 2, Expected::Separator},
+        {"no separator", "[MCR]\nTrack3Sep= ", 2, Expected::Separator},
+        {"master behind another module", "[KM064]\n[KM096]", 2, Expected::MasterFirst, Refused},
+        {"second badge reader", "[MCR]\n[ICCR]\n[MCR]", 3, Expected::OneOfAKind, Refused},
+        {"continuation open at a head", "[KM064]\nKeyMap=S _\n\n[MCR]", 4, Expected::Continuation},
+        {"continuation open at the end", "[KM064]\nKeyMap=S\t_\n", 2, Expected::Continuation},
+        {"a continued line has its start's number", "[KM064]\nKeyMap=S _\n'\n S", 2, Expected::KeyMapSize},
+        {"key map one cell short", KM064("", 63), 2, Expected::KeyMapSize},
+        {"key map one cell long", KM064("", 65), 2, Expected::KeyMapSize},
+        {"letter that means nothing", KM064("Z"), 2, Expected::KeyMapLetter},
+        {"V alone", KM064("V"), 2, Expected::WholeKeys},
+        {"H alone", KM064("HS"), 2, Expected::WholeKeys},
+        {"H over the right edge", KM064("SSSSSSSHH"), 2, Expected::WholeKeys},
+        {"Q without its diagonal", KM064("QQSSSSSSQS"), 2, Expected::WholeKeys},
+        {"Q in the last row", KM064(sevenRows + "QQ"), 2, Expected::WholeKeys},
+        {"key type without its covered cell", KM064("3S"), 2, Expected::WholeKeys},
+        {"key type over the right edge", KM064("SSSSSSS3="), 2, Expected::WholeKeys},
+        {"key types that overlap", KM064("S4=SSSSS3=="), 2, Expected::WholeKeys},
+    };
+    for (const Rejection& row : rows)
+        ExpectRejected(row, [](const std::string& text) { ReadSetup(text); });
+    ExpectRejected({"eighth module", Repeat("[KM064]\n", 8), 8, Expected::Room, Refused},
+                   [](const std::string& text) { ReadSetup(text, RepeatedKinds::Read); });
+}
+
+TEST(SetupReader, ReadsModulesAndOptions)
+{
+    struct Row {
+        std::string reason, text, deviceMap, summary;
+    };
+    const std::vector<Row> rows{
+        {"nothing but end-of-text characters", "\x1A\x03\0\x1A"s, "", ""},
+        {"end-of-text characters behind a line", "[MCR]\r\nAutoread=OFF\x1A\0"s, "\x03", "0:3(1,2,3^^^OFF)"},
+        {"line feeds alone, the last line without", "[MCR]\nTracks=2,3", "\x02", "0:2(2,3  ^^^ON )"},
+        {"comments, case, tabs and blanks", "[mCr ] text\n'[KM096]\n:x\n\tTracks\t =  1,2 \t\n", "\x01",
+         "0:1(1,2  ^^^ON )"},
+        {"separators", "[MCR]\nTrack1Sep==\nTrack2Sep = \xA7\nTrack3Sep=x\n", "\x03", "0:3(1,2,3=\xA7XON )"},
+        {"options keep one another", "[MCR]\nAutoread=OFF\nTrack2Sep=;\nTracks=1,2\n", "\x01",
+         "0:1(1,2  ^;^OFF)"},
+        {"a master brings its parts", "[KM096]\nBacklight=NO\nBacklight=YES", "\xD6\x17\x04", Master},
+        {"its options", "[KM096]\nFiscal=NO\nBacklight=NO", "\xD6\x1F\x04", "0:214(NO )1:31(NO )2:4()"},
+        {"unknown head, general keys", "Version=9\n[Other]\nDefaultConfig=\n[ICCR]\nVersion=", "\x08",
+         "0:8()"},
+        {"line order", "[KM096]\n[ICCR]\n[MCR]\n[KM064]", "\xD6\x17\x04\x08\x03\xBF",
+         Master + "3:8()4:3(1,2,3^^^ON )5:191()"},
+    };
+    for (const Row& row : rows) {
+        const SetupDocument document = ReadSetup(row.text);
+        EXPECT_EQ(document.DeviceMap, row.deviceMap) << row.reason;
+        EXPECT_EQ(Summary(document), row.summary) << row.reason;
+    }
+    const auto repeated = ReadSetup("[MCR]\nTracks=1,2\n[MCR]\nTracks=2,3", RepeatedKinds::Read);
+    EXPECT_EQ(Summary(repeated), "0:2(2,3  ^^^ON )1:3(1,2,3^^^ON )") << "all lines go to the first of a kind";
+}
+
+TEST(SetupReader, ReadsKeyMaps)
+{
+    // Four columns show whole keys in little room; the two positions that the picture lacks stay.
+    const auto read = [](const std::string& picture) {
+        return ReadSetup("[ICCR]\nKEYMAP=" + picture).Modules[0].KeyMap;
+    };
+    EXPECT_EQ(read("QQVSQQVSHH_=SSSS"), "4021000130 01111XX") << "every letter";
+    EXPECT_EQ(read("VVHHVVHHQQQQQQQQ"), "2230003040400000XX") << "equal keys side by side";
+    EXPECT_EQ(read("4=2S=0=XS SSSSSS"), "4021000X1 111111XX") << "key types, blanks and absent positions";
+    const std::string rows = "[KM064]\nKeyMap = ssssssss _\r\n\r\n'\n  hhssssss _\r\n" + std::string(48, 's');
+    EXPECT_EQ(ReadSetup(rows).Modules[0].KeyMap, "1111111130" + std::string(54, '1'));
+}
+
+TEST(SetupReader, EndsSoonOnEndlessInput)
+{
+    for (const std::string_view unit :
+         {"A", " ", "[", "=", "_", "\t_\n", " _\r\n", "\r\n", ":\n", "[x]\n", "VERSION=\n"}) {
+        try {
+            EXPECT_TRUE(ReadSetup(Repeat(unit, (1U << 18U) / unit.size())).Modules.empty()) << unit;
+        } catch (const SetupError& error) {
+            EXPECT_EQ(error.Number(), SetupErrorNumber::LineRejected) << unit;
+        }
+    }
+}
+
+TEST(SetupReader, ReadsDeviceMapsLetterForLetter)
+{
+    struct Row {
+        std::string reason, deviceMap, summary;
+    };
+    const std::vector<Row> rows{
+        {"no module", "", ""},
+        {"backlight off", "\xD6\x1F\x04\x08\x02", "0:214(YES)1:31(NO )2:4()3:8()4:2(2,3  ^^^ON )"},
+        {"parts that the line did not report", "\xD6\xBF", "0:214(YES)1:191()"},
+        {"unknown codes keep their places", "\xFF\xBF\x63\x01", "1:191()3:1(1,2  ^^^ON )"},
+        {"seven modules", "\xD6\x17\x04\xBF\x03\x08\xFF", Master + "3:191()4:3(1,2,3^^^ON )5:8()"},
+    };
+    for (const Row& row : rows) {
+        const SetupDocument document = ReadDeviceMap(row.deviceMap);
+        EXPECT_EQ(document.DeviceMap, row.deviceMap) << row.reason;
+        EXPECT_EQ(Summary(document), row.summary) << row.reason;
+    }
+    const std::vector<Rejection> rejections{
+        {"eight positions", std::string(8, '\xFF'), 0, Expected::Room, Refused},
+        {"master behind another module", "\xBF\xD6", 0, Expected::MasterFirst, Refused},
+        {"repeated kind", "\x01\x02", 0, Expected::OneOfAKind, Refused},
+        {"repeated part", "\xD6\x04\x04", 0, Expected::OneOfAKind, Refused},
+        {"backlight behind another keyboard", "\xD6\xBF\x17", 0, Expected::KeyOfSection},
+    };
+    for (const Rejection& row : rejections)
+        ExpectRejected(row, [](const std::string& deviceMap) { ReadDeviceMap(deviceMap); });
+}
