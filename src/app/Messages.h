@@ -1,0 +1,231 @@
+// Every text that the program shows, by its number in the message catalogue, with the English text that
+// serves where the catalogue has none. Three digits, at most 125 characters without the closing blank;
+// longer texts take several numbers, joined. "&" marks a caption's mnemonic.
+#pragma once
+
+#include <string_view>
+
+namespace kelvora {
+
+struct MessageId {
+    int id;
+    std::string_view fallback;
+};
+
+namespace Message {
+
+// Message boxes and dialog titles.
+inline constexpr MessageId OpenSetupTitle{114, "Open Setup"};
+inline constexpr MessageId SaveSetupTitle{115, "Save Setup As"};
+inline constexpr MessageId SaveDumpTitle{116, "Save Flash Dump As"};
+inline constexpr MessageId RejectedFile{201, "The setup file could not be read. Go on with an empty setup?"};
+inline constexpr MessageId SaveChanges{202, "The setup has been changed. Save the changes?"};
+inline constexpr MessageId CloseUnsaved{203, "The setup could not be saved. Close it without saving?"};
+inline constexpr MessageId DeleteMaster{204, "Delete the main keyboard and all other modules of the line?"};
+inline constexpr MessageId ConfirmDefaults{250, "Set every key of this keyboard back to its default type?"};
+inline constexpr MessageId ReloadKeyMap{251, "The key map is empty. Read it again from the setup?"};
+inline constexpr MessageId RejectedSection{260, "A module cannot stand here."};
+inline constexpr MessageId RejectedLine{263, "A line of the file is not valid."};
+inline constexpr MessageId Interruption{270, "Stop the operation that is running?"};
+
+// Menus.
+inline constexpr MessageId FileMenu{300, "&File"};
+inline constexpr MessageId FileMenuNew{301, "&New"};
+inline constexpr MessageId FileMenuOpen{302, "&Open"};
+inline constexpr MessageId FileMenuSave{303, "&Save"};
+inline constexpr MessageId FileMenuSaveAs{304, "Save &As"};
+inline constexpr MessageId FileMenuClose{305, "&Close"};
+inline constexpr MessageId FileMenuExit{306, "E&xit"};
+inline constexpr MessageId LayoutMenu{310, "&Layout"};
+inline constexpr MessageId LayoutMenuAdd{311, "&Add"};
+inline constexpr MessageId LayoutMenuDel{312, "&Delete"};
+inline constexpr MessageId LayoutMenuMove{313, "&Move"};
+inline constexpr MessageId LayoutMenuAddKBMASTER{314, "&Master Keyboard"};
+inline constexpr MessageId LayoutMenuAddKB64{315, "&Extension Keyboard"};
+inline constexpr MessageId LayoutMenuAddMCR{316, "&Badge Reader"};
+inline constexpr MessageId LayoutMenuAddICCR{317, "&Chip Card Unit"};
+inline constexpr MessageId CommunicationsMenu{320, "&Communications"};
+inline constexpr MessageId CommunicationsMenuPosConnection{321, "&Pos connection"};
+inline constexpr MessageId CommunicationsMenuKeybConnection{322, "&Keyboard connection"};
+inline constexpr MessageId CommunicationsMenuLines{323, "&Line"};
+inline constexpr MessageId CommunicationsMenuSettings{324, "&Settings"};
+inline constexpr MessageId ToolsMenu{340, "&Tools"};
+inline constexpr MessageId FileMenuScan{341, "&Line scan"};
+inline constexpr MessageId ToolsMenuRescanLine{342, "&Rescan Line"};
+inline constexpr MessageId ToolsMenuFlashDownload{343, "Flash memory &Download"};
+inline constexpr MessageId ToolsMenuFlashVerify{344, "Flash memory &Verify"};
+inline constexpr MessageId ToolsMenuFlashDump{345, "Flash memory &Dump"};
+inline constexpr MessageId ToolsMenuFlashDumpSetup{346, "Setup Image"};
+inline constexpr MessageId ToolsMenuFlashDumpUpload{347, "Upload Image"};
+inline constexpr MessageId WindowMenu{350, "&Window"};
+inline constexpr MessageId HelpMenu{360, "&Help"};
+inline constexpr MessageId HelpMenuGuide{361, "Help Topics"};
+inline constexpr MessageId HelpMenuAbout{362, "About Kelvora"};
+
+// Toolbar: caption and tool tip of each button.
+inline constexpr MessageId ToolNew{400, "New"};
+inline constexpr MessageId ToolNewTip{401, "New setup file"};
+inline constexpr MessageId ToolOpen{402, "Open"};
+inline constexpr MessageId ToolOpenTip{403, "Open setup file"};
+inline constexpr MessageId ToolSave{404, "Save"};
+inline constexpr MessageId ToolSaveTip{405, "Save setup"};
+inline constexpr MessageId ToolSaveAs{406, "Save as"};
+inline constexpr MessageId ToolSaveAsTip{407, "Save setup as ..."};
+inline constexpr MessageId ToolMaster{408, "KB-Main"};
+inline constexpr MessageId ToolMasterTip{409, "Add main keyboard"};
+inline constexpr MessageId ToolKB64{410, "KB64"};
+inline constexpr MessageId ToolKB64Tip{411, "Add extension keyboard"};
+inline constexpr MessageId ToolMCR{412, "MCR"};
+inline constexpr MessageId ToolMCRTip{413, "Add badge reader"};
+inline constexpr MessageId ToolICCR{414, "ICCR"};
+inline constexpr MessageId ToolICCRTip{415, "Add chip card unit"};
+inline constexpr MessageId ToolScan{416, "Scan"};
+inline constexpr MessageId ToolScanTip{417, "Scan line for new setup"};
+inline constexpr MessageId ToolRescan{418, "Rescan"};
+inline constexpr MessageId ToolRescanTip{419, "Rescan existing setup"};
+inline constexpr MessageId ToolDownload{420, "Download"};
+inline constexpr MessageId ToolDownloadTip{421, "Download flash image"};
+inline constexpr MessageId ToolVerify{422, "Verify"};
+inline constexpr MessageId ToolVerifyTip{423, "Flash memory verify"};
+inline constexpr MessageId ToolDumpSetup{424, "Setup Image"};
+inline constexpr MessageId ToolDumpSetupTip{425, "Save the setup's flash image to a file"};
+inline constexpr MessageId ToolDumpUpload{426, "Upload Image"};
+inline constexpr MessageId ToolDumpUploadTip{427, "Save the device's flash image to a file"};
+
+// Key mapping forms.
+inline constexpr MessageId Keyb64Title{520, "Extension Keyboard"};
+inline constexpr MessageId Keyb96Title{521, "Main Keyboard"};
+inline constexpr MessageId KeybICCRTitle{522, "Chip Card Unit Keypad"};
+inline constexpr MessageId KeyWord{523, "Key "};
+inline constexpr MessageId UnusedCheck{524, "Unused key (disabled)"};
+inline constexpr MessageId KeyTypeSingle{525, "Single key"};
+inline constexpr MessageId KeyTypeVertical{526, "Double vertical key"};
+inline constexpr MessageId KeyTypeHorizontal{527, "Double horizontal key"};
+inline constexpr MessageId KeyTypeQuadruple{528, "Quadruple key"};
+inline constexpr MessageId DefaultMapping{529, "Set keyboard defaults"};
+
+// File filters.
+inline constexpr MessageId FilterAll{570, "All files"};
+inline constexpr MessageId FilterText{571, "Text files"};
+inline constexpr MessageId FilterSetup{572, "Setup files"};
+inline constexpr MessageId FilterDump{573, "Flash dump files"};
+
+inline constexpr MessageId Idle{590, "Ready"};
+inline constexpr MessageId Quit{597, "&Quit"};
+
+// The program's own additions from here on.
+inline constexpr MessageId EditMenu{600, "&Edit"};
+inline constexpr MessageId EditMenuUndo{601, "&Undo"};
+inline constexpr MessageId EditMenuRedo{602, "&Redo"};
+inline constexpr MessageId UndoKeyMap{603, "key map"};
+inline constexpr MessageId UndoOptions{604, "options"};
+inline constexpr MessageId UndoAdd{605, "adding a module"};
+inline constexpr MessageId UndoDelete{606, "deleting a module"};
+inline constexpr MessageId UndoMove{607, "moving a module"};
+inline constexpr MessageId FileMenuRecent{610, "Open &Recent"};
+inline constexpr MessageId FileMenuRecentClear{611, "&Clear List"};
+inline constexpr MessageId Overwrite{612, "This file exists already. Replace it?"};
+inline constexpr MessageId DiscardKeyMap{613,
+                                         "The key map has been changed. Close without keeping the changes?"};
+inline constexpr MessageId LanguageMenu{614, "Lan&guage"};
+inline constexpr MessageId WindowMenuCascade{615, "&Cascade"};
+inline constexpr MessageId WindowMenuTile{616, "&Tile"};
+inline constexpr MessageId WindowMenuNext{617, "Ne&xt Window"};
+inline constexpr MessageId WindowMenuPrevious{618, "Pre&vious Window"};
+inline constexpr MessageId WindowMenuCloseAll{619, "Close &All"};
+inline constexpr MessageId EmptyStrip{620,
+                                      "This setup has no modules yet. Add the master keyboard to begin."};
+inline constexpr MessageId EmptyMain{621, "Open a setup file, start a new setup, or drop a setup file here."};
+inline constexpr MessageId MasterCaption{622, "Composite Keyboard"};
+inline constexpr MessageId BacklightCaption{623, "Backlight"};
+inline constexpr MessageId Code4Caption{624, "Display and key lock"};
+inline constexpr MessageId SlaveCaption{625, "Slave Keyboard"};
+inline constexpr MessageId McrCaption{626, "MCR"};
+inline constexpr MessageId IccrCaption{627, "ICCR"};
+inline constexpr MessageId KeypadCaption{628, "Keypad"};
+inline constexpr MessageId ClickToEdit{629, "Click to set the key types"};
+inline constexpr MessageId OptionsMenu{630, "&Options..."};
+inline constexpr MessageId OptionsTitle{631, "Options"};
+inline constexpr MessageId OptionTracks{632, "&Tracks read"};
+inline constexpr MessageId OptionSeparator1{633, "Separator after track &1"};
+inline constexpr MessageId OptionSeparator2{634, "Separator after track &2"};
+inline constexpr MessageId OptionSeparator3{635, "Separator after track &3"};
+inline constexpr MessageId OptionAutoread{636, "&Auto-read"};
+inline constexpr MessageId OptionFiscal{637, "&Fiscal keyboard"};
+inline constexpr MessageId OptionBacklight{638, "&Backlight"};
+inline constexpr MessageId OptionNone{639, "none"};
+inline constexpr MessageId SeparatorRefused{
+    640, "A setup file cannot carry this separator: it must be one visible"};
+inline constexpr MessageId SeparatorRefusedMore{
+    641, "character, and neither \"_\" nor a small letter from a to z."};
+inline constexpr MessageId HelpTitle{642, "Kelvora Help"};
+inline constexpr MessageId HelpBack{643, "&Back"};
+inline constexpr MessageId HelpForward{644, "&Forward"};
+inline constexpr MessageId HelpContents{645, "&Contents"};
+inline constexpr MessageId HelpMissing{646, "The help pages of this language were not found."};
+inline constexpr MessageId AboutText{
+    647, "Setup and configuration of the keyboard devices of a point-of-sale terminal"};
+inline constexpr MessageId AboutLegal{648, "Copyright 2026 The Kelvora developers. MIT licence."};
+inline constexpr MessageId Version{649, "Version "};
+inline constexpr MessageId LineWord{650, "Line "};
+inline constexpr MessageId ExpectedWord{651, "Expected here: "};
+inline constexpr MessageId KeyStateSingle{652, "single key"};
+inline constexpr MessageId KeyStateVertical{653, "double vertical key"};
+inline constexpr MessageId KeyStateHorizontal{654, "double horizontal key"};
+inline constexpr MessageId KeyStateQuadruple{655, "quadruple key"};
+inline constexpr MessageId KeyStateUnused{656, "unused"};
+inline constexpr MessageId KeyTypeFrame{657, "Selected key"};
+inline constexpr MessageId KeyHint{658,
+                                   "Arrows choose a key, 1 to 4 set its type, U switches it off and on."};
+inline constexpr MessageId KeysSelected{659, " keys"};
+inline constexpr MessageId BusyRefused{
+    660, "An operation is running on the line. Wait for its end, or stop it first."};
+inline constexpr MessageId ModePanel{661, "Connection mode"};
+inline constexpr MessageId PortPanel{662, "Port and settings"};
+inline constexpr MessageId StatusPanel{663, "Status"};
+inline constexpr MessageId OperationPanel{664, "Operation"};
+inline constexpr MessageId ToolbarTitle{665, "Toolbar"};
+inline constexpr MessageId PlacingHint{
+    666, "Choose the place: arrow keys or mouse, Enter or a click drops, Esc cancels."};
+inline constexpr MessageId RestartNote{667, "The language could not be changed:"};
+inline constexpr MessageId PortAbsent{668, "not on this machine"};
+inline constexpr MessageId NotFound{669, "The file is no longer there:"};
+inline constexpr MessageId ViewMenu{670, "&View"};
+inline constexpr MessageId ViewMenuToolbar{671, "&Toolbar"};
+inline constexpr MessageId ViewMenuStatusBar{672, "&Status Bar"};
+inline constexpr MessageId EepromWizard{673, "&Eeprom Wizard..."};
+inline constexpr MessageId FiscalSummary{674, "Fiscal"};
+inline constexpr MessageId AutoreadSummary{675, "Auto-read"};
+inline constexpr MessageId FirstKeySummary{676, "Keys from "};
+inline constexpr MessageId AddMasterNow{677, "Add &Master Keyboard"};
+inline constexpr MessageId ToolDump{678, "Dump"};
+inline constexpr MessageId ToolDumpTip{679, "Save flash dump to file"};
+inline constexpr MessageId KeyMapUnfit{
+    695, "This key map does not fit this keyboard. Set the keyboard defaults to edit it."};
+inline constexpr MessageId KeyHintMore{696, "Shift and Ctrl choose more keys, Ctrl+Z takes a step back."};
+
+// What the reader of a setup file expected; in the order of Expected.
+inline constexpr MessageId ExpectedLineFeed{700, "a line feed after the carriage return"};
+inline constexpr MessageId ExpectedSectionName{701, "the name of a section between [ and ]"};
+inline constexpr MessageId ExpectedMasterFirst{702, "another module: [KM096] may only be the first one"};
+inline constexpr MessageId ExpectedRoom{703, "no further module: a line holds seven at most"};
+inline constexpr MessageId ExpectedOneOfAKind{704, "another module: each kind may stand in a setup once"};
+inline constexpr MessageId ExpectedKeyAndValue{705, "a key, \"=\" and a value"};
+inline constexpr MessageId ExpectedKnownKey{706, "one of the keys that a setup file may hold"};
+inline constexpr MessageId ExpectedKeyOfSection{707, "a key that belongs to this section"};
+inline constexpr MessageId ExpectedYesOrNo{708, "YES or NO"};
+inline constexpr MessageId ExpectedOnOrOff{709, "ON or OFF"};
+inline constexpr MessageId ExpectedTracks{710, "1,2,3 or 1,2 or 2,3"};
+inline constexpr MessageId ExpectedSeparator{711, "exactly one character"};
+inline constexpr MessageId ExpectedKeyMapSize{
+    712, "one letter for each position of the key grid, no more and no fewer"};
+inline constexpr MessageId ExpectedWholeKeys{
+    713, "whole keys: VV one below the other, HH side by side, QQ over QQ"};
+inline constexpr MessageId ExpectedKeyMapLetter{714, "only the letters S V H Q and = and _ in the key map"};
+inline constexpr MessageId ExpectedContinuation{
+    715, "the next row of the key map, after the \" _\" of the line before"};
+inline constexpr MessageId ExpectedLanguageCode{716, "a language of three letters"};
+
+}  // namespace Message
+
+}  // namespace kelvora

@@ -1,0 +1,54 @@
+#include "app/TextFiles.h"
+
+#include "app/ShowMessage.h"
+
+namespace kelvora {
+
+namespace {
+
+void ShowFileError(Prompt& prompt, const FileError& error)
+{
+    prompt.Show(ProductName, "File " + error.Path() + "\r\n" + error.what(), {BoxIcon::Exclamation});
+}
+
+}  // namespace
+
+std::string BackupName(const std::string& path)
+{
+    // "\" and ":" part folders in names that come from the till's world.
+    const std::size_t folderEnd = path.find_last_of("/\\:");
+    const std::size_t nameStart = folderEnd == std::string::npos ? 0 : folderEnd + 1;
+    const std::size_t dot = path.rfind('.');
+    return (dot == std::string::npos || dot < nameStart ? path : path.substr(0, dot)) + ".bak";
+}
+
+std::optional<std::string> ReadTextFile(const Files& files, Prompt& prompt, const std::string& path)
+{
+    try {
+        return files.Read(path);
+    } catch (const FileError& error) {
+        ShowFileError(prompt, error);
+        return std::nullopt;
+    }
+}
+
+void SaveTextFile(Files& files, const std::string& path, const std::string& text)
+{
+    const std::string backup = BackupName(path);
+    if (backup != path && files.Exists(path))
+        files.Copy(path, backup);
+    files.Write(path, text + "\r\n");
+}
+
+bool WriteTextFileWithBackup(Files& files, Prompt& prompt, const std::string& path, const std::string& text)
+{
+    try {
+        SaveTextFile(files, path, text);
+        return true;
+    } catch (const FileError& error) {
+        ShowFileError(prompt, error);
+        return false;
+    }
+}
+
+}  // namespace kelvora

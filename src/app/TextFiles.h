@@ -1,0 +1,25 @@
+// Whole text files, read and written with a message when that fails.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/Files.h"
+#include "platform/Prompt.h"
+
+namespace kelvora {
+
+/// Where the previous content of `path` is kept: the path up to the last "." of its file name, and ".bak".
+std::string BackupName(const std::string& path);
+
+/// The whole text of a file; nothing, after a message box, when it cannot be read.
+std::optional<std::string> ReadTextFile(const Files& files, Prompt& prompt, const std::string& path);
+
+/// Copies an existing file to its backup name, then makes `text` and a CR LF its content. Throws FileError;
+/// the file is then as it was.
+void SaveTextFile(Files& files, const std::string& path, const std::string& text);
+
+/// SaveTextFile, with a message box when it fails. Returns whether the file was written.
+bool WriteTextFileWithBackup(Files& files, Prompt& prompt, const std::string& path, const std::string& text);
+
+}  // namespace kelvora
