@@ -1,0 +1,151 @@
+#include "layout/SetupFileCommands.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "app/ShowMessage.h"
+#include "app/TextFiles.h"
+#include "setup/SetupError.h"
+#include "setup/SetupReader.h"
+#include "setup/SetupWriter.h"
+
+namespace kelvora {
+
+namespace {
+
+// The second pair of every filter list is the text files.
+constexpr int TextFilter = 2;
+constexpr std::string_view TextEnding = ".txt";
+
+std::string Filters(const MessageCatalogue& catalogue, const MessageId& first, std::string_view ending)
+{
+    const std::string own(ending);
+    return catalogue.Caption(first) + " (*" + own + ")|*" + own + "|" +
+           catalogue.Caption(Message::FilterText) + " (*.txt)|*.txt|" +
+           catalogue.Caption(Message::FilterAll) + " (*.*)|*.*";
+}
+
+std::size_t NameStart(std::string_view path)
+{
+    const std::size_t slash = path.rfind('/');
+    return slash == std::string_view::npos ? 0 : slash + 1;
+}
+
+std::string WithEnding(std::string path, int filterIndex, std::string_view ending)
+{
+    if (path.find('.', NameStart(path)) == std::string::npos)
+        path += filterIndex == TextFilter ? TextEnding : ending;
+    return path;
+}
+
+// A file that is there is meant as it is spelt; a new one gets a small-letter name in the folder as it
+// stands.
+std::string NameToWrite(const Files& files, std::string path)
+{
+    if (files.Exists(path))
+        return path;
+    const std::size_t start = NameStart(path);
+    return path.substr(0, start) + LowerCase(std::string_view(path).substr(start));
+}
+
+std::optional<SetupFile> AskForSaving(Program& program, PosCfg& settings, std::string_view current,
+                                      const MessageId& title, const std::string& filters,
+                                      std::string_view ending)
+{
+    FileDialogRequest request{program.catalogue.Caption(title), settings.OutInitDir, std::string(current),
+                              filters, settings.OutFilterIndex};
+    while (auto choice = program.world.fileDialogs.Save(request)) {
+        settings.OutInitDir = choice->folder;
+        settings.OutFilterIndex = static_cast<std::int16_t>(choice->filterIndex);
+        const Files& files = program.world.files;
+        const std::string path = NameToWrite(files, WithEnding(choice->path, choice->filterIndex, ending));
+        if (!files.Exists(path) || program.Show(Message::Overwrite, YesNoStyle, path) == Answer::Yes)
+            return MakeSetupFile(path);
+        // Not that one: ask for another name.
+        request.folder = choice->folder;
+        request.offeredName = path;
+        request.filterIndex = choice->filterIndex;
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::string SetupFilters(const MessageCatalogue& catalogue)
+{
+    return Filters(catalogue, Message::FilterSetup, ".dat");
+}
+
+std::string DumpFilters(const MessageCatalogue& catalogue)
+{
+    return Filters(catalogue, Message::FilterDump, ".mem");
+}
+
+SetupFile MakeSetupFile(std::string path)
+{
+    std::string fileName = LowerCase(path);
+    return {std::move(path), std::move(fileName)};
+}
+
+std::string LowerCase(std::string_view text)
+{
+    std::string lower(text);
+    std::ranges::transform(lower, lower.begin(), [](char c) {
+        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+    });
+    return lower;
+}
+
+std::string DisplayName(std::string_view path)
+{
+    const std::string name = LowerCase(path.substr(NameStart(path)));
+    return name.substr(0, name.find('.'));
+}
+
+std::optional<SetupFile> GetConfigFileName(Program& program, PosCfg& settings, std::string_view current)
+{
+    const auto choice = program.world.fileDialogs.Open(
+        {program.catalogue.Caption(Message::OpenSetupTitle), settings.InInitDir, std::string(current),
+         SetupFilters(program.catalogue), settings.InFilterIndex});
+    if (!choice)
+        return std::nullopt;
+    settings.InInitDir = choice->folder;
+    settings.InFilterIndex = static_cast<std::int16_t>(choice->filterIndex);
+    const bool there = program.world.files.Exists(choice->path);
+    return MakeSetupFile(there ? choice->path : WithEnding(choice->path, choice->filterIndex, ".dat"));
+}
+
+std::optional<SetupFile> GetSaveConfigFileAs(Program& program, PosCfg& settings, std::string_view current)
+{
+    return AskForSaving(program, settings, current, Message::SaveSetupTitle, SetupFilters(program.catalogue),
+                        ".dat");
+}
+
+std::optional<SetupFile> GetSaveFlashDumpAs(Program& program, PosCfg& settings, std::string_view current)
+{
+    return AskForSaving(program, settings, current, Message::SaveDumpTitle, DumpFilters(program.catalogue),
+                        ".mem");
+}
+
+std::optional<OpenedSetup> OpenSetup(Program& program, const SetupFile& file)
+{
+    const auto text = ReadTextFile(program.world.files, program.world.prompt, file.path);
+    if (!text)
+        return std::nullopt;
+    try {
+        return OpenedSetup{ReadSetup(*text), file};
+    } catch (const SetupError& error) {
+        const std::string reason = file.path + "\r\n" + DescribeSetupError(program.catalogue, error);
+        if (program.Show(Message::RejectedFile, YesNoStyle, reason) != Answer::Yes)
+            return std::nullopt;
+        return OpenedSetup{};
+    }
+}
+
+bool SaveSetup(Program& program, const SetupDocument& document, const std::string& path)
+{
+    return WriteTextFileWithBackup(program.world.files, program.world.prompt, path,
+                                   WriteSetup(document.Modules));
+}
+
+}  // namespace kelvora

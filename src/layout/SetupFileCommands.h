@@ -1,0 +1,52 @@
+// What the File menu of a setup window does with files: which name is asked for and how, opening, saving, and
+// the questions in between. No window lives here.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "app/Program.h"
+#include "setup/PosCfg.h"
+#include "setup/SetupDocument.h"
+
+namespace kelvora {
+
+/// The filters of the setup dialogs and of the flash dump dialogs: three pairs of text and pattern.
+std::string SetupFilters(const MessageCatalogue& catalogue);
+std::string DumpFilters(const MessageCatalogue& catalogue);
+
+/// A file as a window holds it: the path that is opened and written, and the lower-cased FileName.
+struct SetupFile {
+    std::string path;
+    std::string fileName;
+};
+
+/// `path` as a window's file.
+SetupFile MakeSetupFile(std::string path);
+
+/// ASCII capitals as small letters.
+std::string LowerCase(std::string_view text);
+
+/// The display name of a file: without folder, lower-cased, cut before its first ".".
+std::string DisplayName(std::string_view path);
+
+/// Ask for a file to open, or a name to save under; folder and filter are remembered in `settings`. Nothing
+/// on Cancel. `current` is the window's file, offered unless it has none. A name that is typed for a new file
+/// is lower-cased and gets the filter's ending where it has none; replacing another file is asked first.
+std::optional<SetupFile> GetConfigFileName(Program& program, PosCfg& settings, std::string_view current);
+std::optional<SetupFile> GetSaveConfigFileAs(Program& program, PosCfg& settings, std::string_view current);
+std::optional<SetupFile> GetSaveFlashDumpAs(Program& program, PosCfg& settings, std::string_view current);
+
+/// Reads a setup file. A rejected one gives message 201 with the line and what was expected there: Yes opens
+/// an empty setup without a file name, anything else, like a file that cannot be read, nothing.
+struct OpenedSetup {
+    SetupDocument document;
+    SetupFile file;
+};
+std::optional<OpenedSetup> OpenSetup(Program& program, const SetupFile& file);
+
+/// Writes a setup, keeping the previous file as ".bak". False, after a message, when that fails.
+bool SaveSetup(Program& program, const SetupDocument& document, const std::string& path);
+
+}  // namespace kelvora

@@ -1,0 +1,54 @@
+// One setup window without the window: its settings, its setup, its file, and what its commands do to them.
+// Undo and the changed mark belong to the window, which hands them in where a rule asks for them.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "app/Program.h"
+#include "layout/SetupFileCommands.h"
+#include "setup/PosCfg.h"
+#include "setup/SetupDocument.h"
+
+namespace kelvora {
+
+class SetupSession {
+public:
+    /// Takes the program's defaults and the next window number. `program` outlives the session.
+    explicit SetupSession(Program& program, const ModuleToolbar* toolbar = nullptr);
+
+    /// Fills the window as the program's setup mode says. `path` is the file to open in mode Open; without it
+    /// the user is asked. False when the window is to close again: cancelled, unreadable or refused.
+    bool Load(const std::optional<std::string>& path);
+
+    /// Each returns whether the setup was written. Save without a file asks for one.
+    bool Save();
+    bool SaveAs();
+
+    /// Whether the window may close. A changed setup is asked about, and saved on Yes; while the program is
+    /// busy nothing is asked and the window stays.
+    bool MayClose(bool changed);
+
+    /// Puts the key map of that module and its first key number into Xchange, for a key mapping form.
+    /// False when the setup has no such module.
+    bool HandOver(ModuleKind kind);
+
+    /// The setup with the key map that came back in Xchange; nothing when it is the one handed over.
+    std::optional<SetupDocument> TakeBack(ModuleKind kind) const;
+
+    Program& Shared() const { return program_; }
+    const SetupFile& File() const { return file_; }
+
+    PosCfg settings;
+    SetupDocument document;
+
+private:
+    bool LoadFile(const std::optional<std::string>& path);
+    bool SaveTo(const SetupFile& file);
+    void SetFile(const SetupFile& file);
+
+    Program& program_;
+    SetupFile file_;
+};
+
+}  // namespace kelvora

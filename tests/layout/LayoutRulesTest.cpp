@@ -1,0 +1,54 @@
+#include "layout/LayoutRules.h"
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <string>
+
+using namespace kelvora;
+
+namespace {
+
+/// The enabled entries by letter: (K)master, (6)4, (M)CR, (I)CCR, (A)dd, (D)elete, mo(V)e; then the count.
+std::string Enabled(std::initializer_list<std::uint8_t> codes)
+{
+    ModuleList modules;
+    for (const std::uint8_t code : codes)
+        modules.push_back(CreateRecord(code, static_cast<std::uint8_t>(modules.size())));
+    const LayoutState state = EnabledCommands(modules);
+    std::string text;
+    const auto add = [&](bool enabled, char letter) { text += enabled ? letter : '-'; };
+    add(state.addMaster, 'K');
+    add(state.addKB64, '6');
+    add(state.addMCR, 'M');
+    add(state.addICCR, 'I');
+    add(state.add, 'A');
+    add(state.del, 'D');
+    add(state.move, 'V');
+    return text + std::to_string(state.moduleCount);
+}
+
+}  // namespace
+
+TEST(LayoutRules, EnablesWhatTheChainAllows)
+{
+    struct {
+        std::initializer_list<std::uint8_t> codes;
+        const char* expected;
+    } const cases[]{
+        {{}, "K---A--0"},
+        {{214}, "-6MIAD-1"},
+        {{214, 23, 4}, "-6MIAD-1"},  // parts do not count
+        {{214, 23, 4, 191}, "--MIAD-2"},
+        {{214, 23, 4, 1}, "-6-IAD-2"},
+        {{214, 23, 4, 8}, "-6M-AD-2"},
+        {{214, 23, 4, 191, 2}, "---IADV3"},
+        {{214, 23, 4, 8, 191}, "--M-ADV3"},
+        {{214, 23, 4, 3, 8}, "-6--ADV3"},
+        {{214, 23, 4, 8, 3, 191}, "-----DV4"},
+        {{191, 3, 8}, "K---A--0"},  // a file may lack the master
+        {{23, 4}, "K---A--0"},
+    };
+    for (const auto& [codes, expected] : cases)
+        EXPECT_EQ(Enabled(codes), expected);
+}

@@ -1,0 +1,123 @@
+#include "layout/ModuleStrip.h"
+
+#include <gtest/gtest.h>
+
+#include <initializer_list>
+#include <optional>
+#include <vector>
+
+#include "setup/DeviceCode.h"
+
+using namespace kelvora;
+using enum StripButton;
+
+namespace {
+
+ModuleList Line(std::initializer_list<std::uint8_t> codes)
+{
+    ModuleList modules;
+    for (const std::uint8_t code : codes)
+        modules.push_back(CreateRecord(code, static_cast<std::uint8_t>(modules.size())));
+    return modules;
+}
+
+constexpr PlacedButton FirstMaster{Master, 20, 585};
+constexpr PlacedButton FirstLamp{Backlight, 2360, 585};
+constexpr PlacedButton FirstDisplay{Code4, 570, 935};
+
+}  // namespace
+
+namespace kelvora {
+
+void PrintTo(const PlacedButton& placed, std::ostream* out)
+{
+    *out << static_cast<int>(placed.button) << " at " << placed.left << ", " << placed.top;
+}
+
+}  // namespace kelvora
+
+TEST(ModuleStrip, PlacesTheChainFromLeftToRight)
+{
+    struct {
+        const char* reason;
+        ModuleList modules;
+        std::vector<PlacedButton> expected;
+    } const cases[]{
+        {"an empty line shows nothing", {}, {}},
+        {"master without parts", Line({214}), {FirstMaster}},
+        {"parts ride on the master", Line({214, 23, 4}), {FirstMaster, FirstLamp, FirstDisplay}},
+        {"all four, each after the gap",
+         Line({214, 31, 4, 191, 3, 8}),
+         {FirstMaster,
+          FirstLamp,
+          FirstDisplay,
+          {KM064, 2980, 585},
+          {MCR, 5070, 585},
+          {ICCR, 5765, 600},
+          {Keypad, 5865, 1775}}},
+        {"the keypad comes right after its unit",
+         Line({214, 8, 191}),
+         {FirstMaster, {ICCR, 2980, 600}, {Keypad, 3080, 1775}, {KM064, 4140, 585}}},
+        {"a part further down the line still rides on the master",
+         Line({214, 1, 23}),
+         {FirstMaster, FirstLamp, {MCR, 2980, 585}}},
+        {"parts without a master have nothing to ride on", Line({23, 4, 191}), {{KM064, 20, 585}}},
+        {"there is one button a kind", Line({214, 214, 23, 23}), {FirstMaster, FirstLamp}},
+    };
+    for (const auto& [reason, modules, expected] : cases)
+        EXPECT_EQ(LayOutStrip(modules), expected) << reason;
+}
+
+TEST(ModuleStrip, SetsEachRecordsPlaceAnew)
+{
+    ModuleList modules = Line({214, 23, 4, 191, 8});
+    SetStripPlaces(modules);
+    const int expected[][3]{
+        {20, 585, 196}, {2360, 585, 24}, {570, 935, 116}, {2980, 585, 138}, {5070, 600, 76}};
+    for (std::size_t i = 0; i < modules.size(); ++i) {
+        EXPECT_EQ(modules[i].Left, expected[i][0]) << i;
+        EXPECT_EQ(modules[i].Top, expected[i][1]) << i;
+        EXPECT_EQ(modules[i].Width, expected[i][2]) << i;
+    }
+    modules.erase(modules.begin());
+    SetStripPlaces(modules);
+    EXPECT_EQ(modules[0].Left, 0) << "a lamp that lost its master keeps no place";
+    EXPECT_EQ(modules[2].Left, 20);
+}
+
+TEST(ModuleStrip, HitTestFindsMainButtonAndHalf)
+{
+    const auto strip = LayOutStrip(Line({214, 23, 4, 3}));
+    struct {
+        int x;
+        std::optional<StripHit> expected;
+    } const cases[]{
+        {19, {}},
+        {20, StripHit{Master, false}},
+        {1489, StripHit{Master, false}},
+        {1490, StripHit{Master, true}},
+        {2500, StripHit{Master, true}},  // over the lamp
+        {2959, StripHit{Master, true}},
+        {2960, {}},
+        {2979, {}},
+        {2980, StripHit{MCR, false}},
+        {3317, StripHit{MCR, false}},  // 675 is odd: the middle belongs to neither half of whole twips
+        {3318, StripHit{MCR, true}},
+        {3655, {}},
+    };
+    for (const auto& [x, expected] : cases)
+        EXPECT_EQ(HitTest(strip, x), expected) << x;
+}
+
+TEST(ModuleStrip, PartTagsNameParentAndOffset)
+{
+    EXPECT_EQ(MainButtonOf(Backlight), Master);
+    EXPECT_EQ(MainButtonOf(Keypad), ICCR);
+    EXPECT_EQ(MainButtonOf(MasterTemplate), MasterTemplate);
+    EXPECT_EQ(KindOfButton(Keypad), ModuleKind::ICCR);
+    EXPECT_EQ(ButtonOf(ModuleKind::ICCR), ICCR);
+    EXPECT_EQ(ButtonOf(ModuleKind::KM096), Master);
+    EXPECT_EQ(ButtonOf(ModuleKind::None), std::nullopt);
+    for (const char* tag : {"", "1", "1-2", "1x2-3", "8-1x1", "1-ax2", "1-2x", "-1x2"})
+        EXPECT_FALSE(ParsePartTag(tag)) << tag;
+}

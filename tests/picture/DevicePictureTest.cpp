@@ -1,0 +1,117 @@
+#include "picture/DevicePicture.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "picture/KeyGridPicture.h"
+#include "setup/DeviceCode.h"
+
+using namespace kelvora;
+
+namespace {
+
+/// Whether every element is closed in its turn and every attribute's quotes are.
+bool IsWellFormed(std::string_view svg)
+{
+    std::vector<std::string_view> open;
+    for (auto at = svg.find('<'); at != std::string_view::npos; at = svg.find('<', at + 1)) {
+        const auto end = svg.find('>', at);
+        if (end == std::string_view::npos)
+            return false;
+        const auto tag = svg.substr(at + 1, end - at - 1);
+        if (std::ranges::count(tag, '"') % 2 != 0 || tag.find_first_of("<&") != std::string_view::npos)
+            return false;
+        if (tag.starts_with('/')) {
+            if (open.empty() || open.back() != tag.substr(1))
+                return false;
+            open.pop_back();
+        } else if (!tag.ends_with('/')) {
+            open.push_back(tag.substr(0, tag.find(' ')));
+        }
+    }
+    return open.empty();
+}
+
+std::string Numbers(const std::string& svg)
+{
+    std::string numbers;
+    for (auto end = svg.find("</text>"); end != std::string::npos; end = svg.find("</text>", end + 1)) {
+        const auto start = svg.rfind('>', end) + 1;
+        numbers += svg.substr(start, end - start) + " ";
+    }
+    return numbers;
+}
+
+ModuleRecord Keypad(std::string keyMap)
+{
+    ModuleRecord record = CreateRecord(DeviceCode::ICCR, 0);
+    record.KeyMap = std::move(keyMap);
+    return record;
+}
+
+}  // namespace
+
+TEST(DevicePicture, EveryButtonHasItsDocument)
+{
+    for (const StripButtonShape& shape : StripButtons) {
+        const std::string svg = DevicePicture(shape.button, nullptr);
+        EXPECT_TRUE(IsWellFormed(svg)) << svg;
+        EXPECT_NE(
+            svg.find("viewBox=\"0 0 " + std::to_string(shape.width) + " " + std::to_string(shape.height)),
+            std::string::npos);
+    }
+}
+
+TEST(DevicePicture, ShowsTheRecordsOptions)
+{
+    const auto differ = [](StripButton button, std::uint8_t code, auto change) {
+        ModuleRecord record = CreateRecord(code, 0);
+        const std::string before = DevicePicture(button, &record);
+        change(record);
+        return before != DevicePicture(button, &record);
+    };
+    EXPECT_TRUE(differ(StripButton::Master, DeviceCode::KM096, [](auto& record) { record.Options = "NO "; }));
+    EXPECT_TRUE(differ(StripButton::Backlight, DeviceCode::BacklightOn,
+                       [](auto& record) { record.DeviceCode = DeviceCode::BacklightOff; }));
+    EXPECT_TRUE(differ(StripButton::MCR, DeviceCode::MCR123,
+                       [](auto& record) { record.Options.replace(0, 5, "2,3  "); }));
+    EXPECT_TRUE(differ(StripButton::MCR, DeviceCode::MCR123,
+                       [](auto& record) { record.Options.replace(8, 3, "OFF"); }));
+    EXPECT_FALSE(differ(StripButton::MCR, DeviceCode::MCR123, [](auto& record) { record.Options[5] = '1'; }))
+        << "a separator that looks like a track";
+}
+
+TEST(KeyGridPicture, DrawsOneCapAKey)
+{
+    struct {
+        const char* reason;
+        const char* map;
+        const char* numbers;
+    } const cases[]{
+        {"covered cells draw nothing", "4030002111011111XX", "10 12 16 17 18 19 21 22 23 24 25 "},
+        {"unused keys keep their number", "0111111111111110XX",
+         "10 11 12 13 14 15 16 17 18 19 20 21 22 23 24 25 "},
+        {"positions without a key stay empty", "1 X1            XX", "10 13 "},
+        {"a fifth row is drawn where it has keys", "                11", "26 27 "},
+        {"a map that is cut short", "11", "10 11 "},
+    };
+    for (const auto& [reason, map, numbers] : cases)
+        EXPECT_EQ(Numbers(KeyGridPicture(Keypad(map), 10)), numbers) << reason;
+}
+
+TEST(KeyGridPicture, LargeCapsReachOverTheGapAndNeverOutOfTheGrid)
+{
+    // A position is 600 wide, its cap 520.
+    const auto has = [](const char* map, const char* size) {
+        return KeyGridPicture(Keypad(map), 1).find(size) != std::string::npos;
+    };
+    EXPECT_TRUE(has("3011111111111111XX", "width=\"1120\" height=\"520\""));
+    EXPECT_TRUE(has("2111011111111111XX", "width=\"520\" height=\"1120\""));
+    EXPECT_TRUE(has("4011001111111111XX", "width=\"1120\" height=\"1120\""));
+    EXPECT_FALSE(has("1114111111111111XX", "width=\"1120\"")) << "last column";
+    EXPECT_FALSE(has("1111111111112111XX", "height=\"1120\"")) << "last row";
+}
