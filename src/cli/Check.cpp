@@ -1,0 +1,151 @@
+#include "cli/Check.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "cli/OrderedWork.h"
+#include "cli/SetupJson.h"
+#include "cli/SetupNames.h"
+#include "cli/Verdict.h"
+
+namespace kelvora {
+
+namespace {
+
+// Large enough that the threads seldom meet, small enough that the first results come at once.
+constexpr std::size_t FilesPerBatch = 64;
+
+struct Counts {
+    std::size_t accepted = 0, rejected = 0, unreadable = 0;
+};
+
+struct CheckBatch {
+    std::vector<FoundName> names;
+    std::string results;
+    std::string diagnostics;
+    Counts counts;
+};
+
+// Makes batches of the names that it is given.
+class BatchMaker {
+public:
+    explicit BatchMaker(OrderedBatches<CheckBatch>& batches) : batches_(batches) {}
+
+    bool Take(FoundName name)
+    {
+        if (!batch_) {
+            batch_ = batches_.Fill();
+            if (!batch_)
+                return false;
+            batch_->names.clear();
+        }
+        batch_->names.push_back(std::move(name));
+        if (batch_->names.size() == FilesPerBatch)
+            Pass();
+        return true;
+    }
+    void Pass()
+    {
+        if (std::exchange(batch_, nullptr))
+            batches_.Pass();
+    }
+
+private:
+    OrderedBatches<CheckBatch>& batches_;
+    CheckBatch* batch_ = nullptr;
+};
+
+void Count(Counts& counts, Verdict::Outcome outcome)
+{
+    switch (outcome) {
+        case Verdict::Outcome::Accepted:
+            ++counts.accepted;
+            break;
+        case Verdict::Outcome::Rejected:
+            ++counts.rejected;
+            break;
+        case Verdict::Outcome::Unreadable:
+            ++counts.unreadable;
+            break;
+    }
+}
+
+void CheckFiles(CheckBatch& batch, const CheckRequest& request)
+{
+    batch.results.clear();
+    batch.diagnostics.clear();
+    batch.counts = {};
+    std::string text;
+    for (const FoundName& name : batch.names) {
+        const Verdict verdict = name.failure.empty()
+                                    ? CheckSetupFile(name.path, text)
+                                    : Verdict{Verdict::Outcome::Unreadable, 0, 0, name.failure};
+        Count(batch.counts, verdict.outcome);
+        const bool accepted = verdict.outcome == Verdict::Outcome::Accepted;
+        if (request.json)
+            batch.results += VerdictJson(name.path, verdict);
+        if (verdict.outcome == Verdict::Outcome::Unreadable)
+            batch.diagnostics += VerdictLine(name.path, verdict);
+        else if (!request.json && (request.verbose || !accepted))
+            batch.results += accepted ? name.path + ": ok\n" : VerdictLine(name.path, verdict);
+    }
+}
+
+std::string SummaryLine(const Counts& counts)
+{
+    const std::size_t all = counts.accepted + counts.rejected + counts.unreadable;
+    std::string text = std::to_string(all) + (all == 1 ? " file checked: " : " files checked: ");
+    text += std::to_string(counts.accepted) + " accepted, " + std::to_string(counts.rejected) + " rejected";
+    if (counts.unreadable > 0)
+        text += ", " + std::to_string(counts.unreadable) + " not readable";
+    return DiagnosticLine(text);
+}
+
+}  // namespace
+
+int Check(const CheckRequest& request, Console& console)
+{
+    const auto make = [&](OrderedBatches<CheckBatch>& batches) {
+        BatchMaker maker(batches);
+        FindSetups(request.names, console.in, request.nullSeparated ? '\0' : '\n',
+                   {[&](FoundName name) { return maker.Take(std::move(name)); }, [&] { maker.Pass(); }});
+        maker.Pass();
+    };
+    Counts counts;
+    RunOrdered<CheckBatch>(
+        make, [&](CheckBatch& batch) { CheckFiles(batch, request); },
+        [&](const CheckBatch& batch) {
+            console.err << batch.diagnostics << std::flush;
+            if (!batch.results.empty())
+                Emit(console, batch.results);
+            counts.accepted += batch.counts.accepted;
+            counts.rejected += batch.counts.rejected;
+            counts.unreadable += batch.counts.unreadable;
+        });
+    if (!request.quiet)
+        console.err << SummaryLine(counts);
+    return counts.rejected + counts.unreadable == 0 ? ExitCode::Done : ExitCode::Rejected;
+}
+
+void AddCheckCommand(CLI::App& app, Console& console, int& exitCode)
+{
+    const auto request = std::make_shared<CheckRequest>();
+    CLI::App* command = app.add_subcommand("check", "Tell which setup files are rejected, where and why");
+    command->add_option("FILE", request->names, "Setup files, or folders: all *.dat and *.txt below them")
+        ->type_name("");
+    command->add_flag("--json", request->json, "Print an object a line for every file");
+    command->add_flag("-0,--null", request->nullSeparated,
+                      "Names on standard input end with a NUL, not a line feed");
+    command->add_flag("-v,--verbose", request->verbose, "Print accepted files too");
+    command->add_flag("-q,--quiet", request->quiet, "Leave out the summary");
+    command->footer("Without FILE, or where it is -, names are read from standard input, one a line.");
+    command->callback([request, &console, &exitCode] {
+        if (request->names.empty())
+            request->names.emplace_back(StandardInputName);
+        exitCode = Check(*request, console);
+    });
+}
+
+}  // namespace kelvora

@@ -1,0 +1,79 @@
+#include "cli/Cli.h"
+
+#include <CLI/CLI.hpp>
+#include <array>
+#include <exception>
+#include <sstream>
+#include <vector>
+
+#include "cli/Check.h"
+#include "cli/Console.h"
+#include "cli/Format.h"
+#include "cli/Show.h"
+
+namespace kelvora {
+
+namespace {
+
+// Adds a command to the command line; what it then does sets the exit code.
+using AddCommand = void (*)(CLI::App& app, Console& console, int& exitCode);
+
+constexpr std::array<AddCommand, 3> Commands{AddCheckCommand, AddShowCommand, AddFormatCommand};
+
+constexpr const char* Examples =
+    "Examples:\n"
+    "  kelvora-cli check exports/\n"
+    "  find . -name '*.dat' -print0 | kelvora-cli check --null --json\n"
+    "  kelvora-cli show till07.dat\n"
+    "  kelvora-cli format till07.dat -o till07.dat\n"
+    "\n"
+    "Exit code: 0 done; 1 a file was rejected, or could not be read or written; 2 wrong usage.";
+
+// The arguments as the parser takes them: from the end, and without names in brackets, which it would take
+// for lists.
+std::vector<std::string> ParserArguments(std::span<const std::string> arguments)
+{
+    std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
+    for (std::string& argument : reversed)
+        if (argument.starts_with('[') || argument.starts_with('{'))
+            argument.insert(0, "./");
+    return reversed;
+}
+
+int ParseAndRun(std::span<const std::string> arguments, Console& console)
+{
+    int exitCode = ExitCode::Done;
+    CLI::App app("Checks, shows and rewrites the setup files of a till's keyboard devices.",
+                 std::string(CommandName));
+    app.set_version_flag("--version", std::string(CommandName) + " " KELVORA_VERSION);
+    app.require_subcommand(1);
+    app.footer(Examples);
+    for (const AddCommand add : Commands)
+        add(app, console, exitCode);
+    try {
+        app.parse(ParserArguments(arguments));
+        return exitCode;
+    } catch (const CLI::ParseError& error) {
+        std::ostringstream shown;
+        const bool done = app.exit(error, shown, console.err) == 0;
+        Emit(console, shown.str());
+        return done ? ExitCode::Done : ExitCode::Usage;
+    }
+}
+
+}  // namespace
+
+int RunCli(std::span<const std::string> arguments, std::istream& in, std::ostream& out, std::ostream& err)
+{
+    Console console{in, out, err};
+    try {
+        return ParseAndRun(arguments, console);
+    } catch (const OutputError& error) {
+        err << FailureLine("standard output", error.what());
+    } catch (const std::exception& error) {
+        err << DiagnosticLine(error.what());
+    }
+    return ExitCode::Rejected;
+}
+
+}  // namespace kelvora

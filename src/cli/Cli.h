@@ -1,0 +1,14 @@
+// The command line: which commands there are, and what becomes of their arguments.
+#pragma once
+
+#include <istream>
+#include <ostream>
+#include <span>
+#include <string>
+
+namespace kelvora {
+
+/// Runs one command. `arguments` come without the program's name. Returns the exit code, see cli/Console.h.
+int RunCli(std::span<const std::string> arguments, std::istream& in, std::ostream& out, std::ostream& err);
+
+}  // namespace kelvora

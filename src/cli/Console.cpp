@@ -1,0 +1,27 @@
+#include "cli/Console.h"
+
+#include <cerrno>
+#include <system_error>
+
+namespace kelvora {
+
+void Emit(Console& console, std::string_view text)
+{
+    errno = 0;
+    console.out.write(text.data(), static_cast<std::streamsize>(text.size()));
+    if (!console.out.flush())
+        throw OutputError(std::generic_category().message(errno != 0 ? errno : EIO));
+}
+
+std::string DiagnosticLine(std::string_view text)
+{
+    std::string line(CommandName);
+    return line.append(": ").append(text).append("\n");
+}
+
+std::string FailureLine(std::string_view path, std::string_view description)
+{
+    return DiagnosticLine(std::string(path).append(": ").append(description));
+}
+
+}  // namespace kelvora

@@ -1,0 +1,41 @@
+// What a command talks to: its standard streams and its exit code. Results go to `out`, diagnostics to `err`.
+#pragma once
+
+#include <istream>
+#include <ostream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace kelvora {
+
+inline constexpr std::string_view CommandName = "kelvora-cli";
+
+namespace ExitCode {
+inline constexpr int Done = 0;
+inline constexpr int Rejected = 1;  ///< a file was rejected, or could not be read or written
+inline constexpr int Usage = 2;
+}  // namespace ExitCode
+
+struct Console {
+    std::istream& in;
+    std::ostream& out;
+    std::ostream& err;
+};
+
+/// Standard output took no more; `what()` is the system's description.
+class OutputError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Writes results and sends them off. Throws OutputError.
+void Emit(Console& console, std::string_view text);
+
+/// One line that begins with the program's name.
+std::string DiagnosticLine(std::string_view text);
+
+/// The diagnostic of a file that could not be used, with the system's description.
+std::string FailureLine(std::string_view path, std::string_view description);
+
+}  // namespace kelvora

@@ -1,0 +1,125 @@
+#include "cli/KeyGridText.h"
+
+#include <string>
+#include <vector>
+
+#include "keymap/Models.h"
+
+namespace kelvora {
+
+namespace {
+
+// Room for a number of three digits in brackets.
+constexpr std::size_t CellWidth = 5;
+
+class GridDrawing {
+public:
+    GridDrawing(const ModuleRecord& record, int firstKeyNumber)
+        : map_(record.KeyMap),
+          rows_(record.Rows),
+          columns_(record.Columns),
+          first_(firstKeyNumber),
+          owners_(static_cast<std::size_t>(record.Rows) * record.Columns, 0)
+    {
+        for (int cell = 0; cell < rows_ * columns_; ++cell)
+            TakeKey(cell);
+    }
+
+    int Rows() const { return rows_; }
+
+    // The line above a row of keys, from 0 to the number of rows.
+    std::string Border(int row) const
+    {
+        std::string line;
+        for (int column = 0; column <= columns_; ++column) {
+            const bool corner = IsHorizontal(row, column - 1) || IsHorizontal(row, column) ||
+                                IsVertical(row - 1, column) || IsVertical(row, column);
+            line += corner ? '+' : ' ';
+            line.append(CellWidth, IsHorizontal(row, column) ? '-' : ' ');
+        }
+        return line;
+    }
+
+    std::string Keys(int row) const
+    {
+        std::string line;
+        for (int column = 0; column <= columns_; ++column) {
+            line += IsVertical(row, column) ? '|' : ' ';
+            std::string label = Label(row, column);
+            label.insert(0, (CellWidth - label.size()) / 2, ' ');
+            label.resize(CellWidth, ' ');
+            line += label;
+        }
+        return line;
+    }
+
+private:
+    // Gives the key at that cell the cells that it takes; a cell's owner is its key's number from 1, 0 for
+    // none.
+    void TakeKey(int cell)
+    {
+        const char type = TypeAt(cell);
+        int& owner = OwnerOf(cell);
+        if (type == KeyType::NoKey || type == KeyType::Absent || owner != 0)
+            return;
+        owner = cell + 1;
+        const bool across = type == KeyType::DoubleHorizontal || type == KeyType::Quadruple;
+        const bool down = type == KeyType::DoubleVertical || type == KeyType::Quadruple;
+        for (int row = 0; row <= (down ? 1 : 0); ++row)
+            for (int column = 0; column <= (across ? 1 : 0); ++column)
+                if (cell / columns_ + row < rows_ && cell % columns_ + column < columns_)
+                    OwnerOf(cell + row * columns_ + column) = cell + 1;
+    }
+
+    char TypeAt(int cell) const
+    {
+        const auto index = static_cast<std::size_t>(cell);
+        return index < map_.size() ? map_[index] : KeyType::Absent;
+    }
+
+    int& OwnerOf(int cell) { return owners_[static_cast<std::size_t>(cell)]; }
+    int OwnerOf(int cell) const { return owners_[static_cast<std::size_t>(cell)]; }
+
+    int Owner(int row, int column) const
+    {
+        const bool inside = row >= 0 && row < rows_ && column >= 0 && column < columns_;
+        return inside ? OwnerOf(row * columns_ + column) : 0;
+    }
+
+    bool IsHorizontal(int row, int column) const { return Owner(row - 1, column) != Owner(row, column); }
+    bool IsVertical(int row, int column) const { return Owner(row, column - 1) != Owner(row, column); }
+
+    std::string Label(int row, int column) const
+    {
+        const int cell = row * columns_ + column;
+        if (column >= columns_ || Owner(row, column) != cell + 1)
+            return {};
+        const std::string number = std::to_string(first_ + cell);
+        return TypeAt(cell) == KeyType::Unused ? "(" + number + ")" : number;
+    }
+
+    std::string_view map_;
+    int rows_, columns_, first_;
+    std::vector<int> owners_;
+};
+
+void AppendLine(std::string& text, std::string_view indent, std::string_view line)
+{
+    text.append(indent).append(line.substr(0, line.find_last_not_of(' ') + 1)).append("\n");
+}
+
+}  // namespace
+
+std::string DrawKeyGrid(const ModuleRecord& record, int firstKeyNumber, std::string_view indent)
+{
+    const GridDrawing drawing(record, firstKeyNumber);
+    std::string text;
+    for (int row = 0; row < drawing.Rows(); ++row) {
+        AppendLine(text, indent, drawing.Border(row));
+        AppendLine(text, indent, drawing.Keys(row));
+    }
+    AppendLine(text, indent, drawing.Border(drawing.Rows()));
+    return text;
+}
+
+}  // namespace kelvora

@@ -1,0 +1,78 @@
+#include "cli/SetupJson.h"
+
+#include <nlohmann/json.hpp>
+#include <string_view>
+
+#include "cli/Utf8.h"
+#include "keymap/Models.h"
+
+namespace kelvora {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::string_view KindName(ModuleKind kind)
+{
+    switch (kind) {
+        case ModuleKind::KM096:
+            return "KM096";
+        case ModuleKind::Backlight:
+            return "BACKLIGHT";
+        case ModuleKind::Code4:
+            return "CODE4";
+        case ModuleKind::KM064:
+            return "KM064";
+        case ModuleKind::MCR:
+            return "MCR";
+        case ModuleKind::ICCR:
+            return "ICCR";
+        case ModuleKind::None:
+            break;
+    }
+    return "";
+}
+
+Json ModuleObject(const ModuleRecord& record, const SetupDocument& document)
+{
+    Json object;
+    object["position"] = record.Position;
+    object["kind"] = KindName(record.Kind);
+    object["deviceCode"] = record.DeviceCode;
+    object["firstKeyNumber"] = nullptr;
+    if (FindModel(record.Kind))
+        object["firstKeyNumber"] = FirstKeyNumber(record.Kind, document.Modules);
+    object["keyMap"] = Utf8FromText(record.KeyMap);
+    object["options"] = Utf8FromText(record.Options);
+    return object;
+}
+
+}  // namespace
+
+std::string VerdictJson(const std::string& path, const Verdict& verdict)
+{
+    const bool ok = verdict.outcome == Verdict::Outcome::Accepted;
+    const bool rejected = verdict.outcome == Verdict::Outcome::Rejected;
+    Json object;
+    object["file"] = Utf8FromPath(path);
+    object["ok"] = ok;
+    object["error"] = rejected ? Json(ErrorNumberText(verdict.number)) : Json();
+    object["line"] = rejected ? Json(verdict.line) : Json();
+    object["message"] = ok ? Json() : Json(verdict.message);
+    return object.dump() + "\n";
+}
+
+std::string SetupJson(const std::string& path, const SetupDocument& document)
+{
+    Json object;
+    object["file"] = Utf8FromPath(path);
+    object["deviceMap"] = Json::array();
+    for (const char code : document.DeviceMap)
+        object["deviceMap"].push_back(static_cast<unsigned char>(code));
+    object["modules"] = Json::array();
+    for (const ModuleRecord& record : document.Modules)
+        object["modules"].push_back(ModuleObject(record, document));
+    return object.dump() + "\n";
+}
+
+}  // namespace kelvora

@@ -1,0 +1,18 @@
+// Results as JSON objects, one a line, for other programs. All texts are UTF-8.
+#pragma once
+
+#include <string>
+
+#include "cli/Verdict.h"
+#include "setup/SetupDocument.h"
+
+namespace kelvora {
+
+/// {"file", "ok", "error", "line", "message"}; the last three are null where they do not apply.
+std::string VerdictJson(const std::string& path, const Verdict& verdict);
+
+/// {"file", "deviceMap": [214, 23, 4], "modules": [{"position", "kind", "deviceCode", "firstKeyNumber",
+/// "keyMap", "options"}]}; "firstKeyNumber" is null for a module without keys, "position" counts from 0.
+std::string SetupJson(const std::string& path, const SetupDocument& document);
+
+}  // namespace kelvora

@@ -1,0 +1,157 @@
+#include "cli/Show.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <memory>
+#include <string_view>
+
+#include "cli/KeyGridText.h"
+#include "cli/SetupJson.h"
+#include "cli/Utf8.h"
+#include "cli/Verdict.h"
+#include "keymap/Models.h"
+#include "setup/DeviceCode.h"
+#include "setup/Options.h"
+
+namespace kelvora {
+
+namespace {
+
+constexpr std::string_view GridIndent = "  ";
+constexpr std::size_t NameWidth = 31;
+
+std::string_view ModuleName(ModuleKind kind)
+{
+    switch (kind) {
+        case ModuleKind::KM096:
+            return "KM096 main keyboard";
+        case ModuleKind::Backlight:
+            return "Backlight";
+        case ModuleKind::Code4:
+            return "Display and key lock";
+        case ModuleKind::KM064:
+            return "KM064 extension keyboard";
+        case ModuleKind::MCR:
+            return "MCR badge reader";
+        case ModuleKind::ICCR:
+            return "ICCR chip card unit";
+        case ModuleKind::None:
+            break;
+    }
+    return "";
+}
+
+std::string_view OnOff(bool on)
+{
+    return on ? "on" : "off";
+}
+
+std::string SeparatorText(char separator)
+{
+    if (separator == Options::NoSeparator)
+        return "none";
+    const auto code = static_cast<unsigned char>(separator);
+    if (code > 0x20 && code != 0x7F)
+        return Utf8FromText({&separator, 1});
+    std::array<char, sizeof "0x00"> text{};
+    std::snprintf(text.data(), text.size(), "0x%02X", static_cast<unsigned>(code));
+    return text.data();
+}
+
+std::string McrText(std::string_view options)
+{
+    const std::string_view tracks = options.substr(0, Options::TracksLength);
+    std::string text("tracks ");
+    text += tracks.substr(0, tracks.find_last_not_of(' ') + 1);
+    text += ", separators";
+    for (std::size_t track = 0; track < 3; ++track)
+        text += " " + SeparatorText(options[Options::SeparatorAt + track]);
+    text += ", auto-read ";
+    return text.append(OnOff(options.substr(Options::AutoreadAt) == Options::On));
+}
+
+std::string KeysText(const ModuleRecord& record, int firstKeyNumber)
+{
+    return "keys " + std::to_string(firstKeyNumber) + " to " +
+           std::to_string(firstKeyNumber + record.Rows * record.Columns - 1);
+}
+
+std::string DetailText(const ModuleRecord& record, int firstKeyNumber)
+{
+    switch (record.Kind) {
+        case ModuleKind::KM096:
+            return KeysText(record, firstKeyNumber) + ", fiscal keyboard " +
+                   (record.Options == Options::Yes ? "yes" : "no");
+        case ModuleKind::Backlight:
+            return std::string(OnOff(record.DeviceCode == DeviceCode::BacklightOn));
+        case ModuleKind::MCR:
+            return McrText(record.Options);
+        case ModuleKind::KM064:
+        case ModuleKind::ICCR:
+            return KeysText(record, firstKeyNumber);
+        case ModuleKind::Code4:
+        case ModuleKind::None:
+            break;
+    }
+    return {};
+}
+
+std::string ModuleText(const ModuleRecord& record, int firstKeyNumber)
+{
+    std::string name(ModuleName(record.Kind));
+    name += " (" + std::to_string(record.DeviceCode) + ")";
+    std::string text = name + "\n";
+    if (const std::string detail = DetailText(record, firstKeyNumber); !detail.empty()) {
+        name.resize(std::max(name.size(), NameWidth), ' ');
+        text = name + "  " + detail + "\n";
+    }
+    if (FindModel(record.Kind))
+        text += DrawKeyGrid(record, firstKeyNumber, GridIndent);
+    return text;
+}
+
+}  // namespace
+
+std::string SetupText(const SetupDocument& document)
+{
+    std::string text;
+    for (const ModuleRecord& record : document.Modules)
+        text += ModuleText(record, FirstKeyNumber(record.Kind, document.Modules));
+    return text.empty() ? "no modules\n" : text;
+}
+
+int Show(const ShowRequest& request, Console& console)
+{
+    int exitCode = ExitCode::Done;
+    std::string text;
+    bool first = true;
+    for (const std::string& path : request.files) {
+        SetupDocument document;
+        const Verdict verdict = CheckSetupFile(path, text, &document);
+        if (verdict.outcome != Verdict::Outcome::Accepted) {
+            console.err << VerdictLine(path, verdict);
+            exitCode = ExitCode::Rejected;
+        } else if (request.json) {
+            Emit(console, SetupJson(path, document));
+        } else {
+            Emit(console, (first ? "" : "\n") + path + "\n" + SetupText(document));
+            first = false;
+        }
+    }
+    return exitCode;
+}
+
+void AddShowCommand(CLI::App& app, Console& console, int& exitCode)
+{
+    const auto request = std::make_shared<ShowRequest>();
+    CLI::App* command =
+        app.add_subcommand("show", "Show the modules of setup files, with their options and keys");
+    command->add_option("FILE", request->files, "Setup files")->type_name("")->required();
+    command->add_flag("--json", request->json, "Print an object a line for every file");
+    command->footer("The number of an unused key stands in brackets, a module's device code after its name.");
+    command->callback([request, &console, &exitCode] { exitCode = Show(*request, console); });
+}
+
+}  // namespace kelvora

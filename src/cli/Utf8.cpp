@@ -1,0 +1,98 @@
+#include "cli/Utf8.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace kelvora {
+
+namespace {
+
+// The characters of codes 0x80 to 0x9F; all other codes are the characters of the same number.
+constexpr std::array<std::uint16_t, 32> Characters80To9F{
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+char Byte(unsigned value)
+{
+    return static_cast<char>(value);
+}
+
+void AppendCharacter(std::string& utf8, unsigned character)
+{
+    if (character < 0x80) {
+        utf8 += Byte(character);
+    } else if (character < 0x800) {
+        utf8 += Byte(0xC0 | character >> 6);
+        utf8 += Byte(0x80 | (character & 0x3F));
+    } else {
+        utf8 += Byte(0xE0 | character >> 12);
+        utf8 += Byte(0x80 | (character >> 6 & 0x3F));
+        utf8 += Byte(0x80 | (character & 0x3F));
+    }
+}
+
+// Well-formed sequences by their first byte: how long they are, and what the second byte may be.
+struct Sequence {
+    unsigned char first, last;
+    std::size_t length;
+    unsigned char secondLow, secondHigh;
+};
+constexpr std::array Sequences{
+    Sequence{0x00, 0x7F, 1, 0x80, 0xBF}, Sequence{0xC2, 0xDF, 2, 0x80, 0xBF},
+    Sequence{0xE0, 0xE0, 3, 0xA0, 0xBF}, Sequence{0xE1, 0xEC, 3, 0x80, 0xBF},
+    Sequence{0xED, 0xED, 3, 0x80, 0x9F}, Sequence{0xEE, 0xEF, 3, 0x80, 0xBF},
+    Sequence{0xF0, 0xF0, 4, 0x90, 0xBF}, Sequence{0xF1, 0xF3, 4, 0x80, 0xBF},
+    Sequence{0xF4, 0xF4, 4, 0x80, 0x8F},
+};
+
+// The length of the well-formed sequence that `bytes` begin with; 0 for none.
+std::size_t SequenceLength(std::string_view bytes)
+{
+    const auto first = static_cast<unsigned char>(bytes.front());
+    const auto* const sequence = std::ranges::find_if(
+        Sequences, [&](const Sequence& row) { return row.first <= first && first <= row.last; });
+    if (sequence == Sequences.end() || bytes.size() < sequence->length)
+        return 0;
+    for (std::size_t i = 1; i < sequence->length; ++i) {
+        const auto next = static_cast<unsigned char>(bytes[i]);
+        const unsigned low = i == 1 ? sequence->secondLow : 0x80;
+        const unsigned high = i == 1 ? sequence->secondHigh : 0xBF;
+        if (next < low || next > high)
+            return 0;
+    }
+    return sequence->length;
+}
+
+}  // namespace
+
+std::string Utf8FromText(std::string_view text)
+{
+    std::string utf8;
+    utf8.reserve(text.size());
+    for (const char c : text) {
+        const auto code = static_cast<unsigned char>(c);
+        AppendCharacter(utf8, code >= 0x80 && code < 0xA0 ? Characters80To9F.at(code - 0x80U) : code);
+    }
+    return utf8;
+}
+
+bool IsUtf8(std::string_view bytes)
+{
+    while (!bytes.empty()) {
+        const std::size_t length = SequenceLength(bytes);
+        if (length == 0)
+            return false;
+        bytes.remove_prefix(length);
+    }
+    return true;
+}
+
+std::string Utf8FromPath(std::string_view path)
+{
+    return IsUtf8(path) ? std::string(path) : Utf8FromText(path);
+}
+
+}  // namespace kelvora

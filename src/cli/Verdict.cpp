@@ -1,0 +1,85 @@
+#include "cli/Verdict.h"
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <new>
+#include <stdexcept>
+#include <system_error>
+#include <utility>
+
+#include "app/Language.h"
+#include "cli/Console.h"
+#include "platform/posix/PosixFiles.h"
+#include "setup/SetupReader.h"
+
+namespace kelvora {
+
+namespace {
+
+// A buffer that one large file made is not kept for the many small ones after it.
+constexpr std::size_t MostKept = 1 << 20;
+
+std::string ExpectationText(const SetupError& error)
+{
+    // Without a message file: the results of a command read the same on every machine.
+    static const MessageCatalogue English;
+    return "expected " + ExpectedText(English, error);
+}
+
+Verdict Unreadable(std::string description)
+{
+    return {Verdict::Outcome::Unreadable, 0, 0, std::move(description)};
+}
+
+}  // namespace
+
+Verdict CheckSetupFile(const std::string& path, std::string& text, SetupDocument* document)
+{
+    Verdict verdict;
+    try {
+        ReadWholeFile(path, text);
+        SetupDocument read = ReadSetup(text);
+        if (document)
+            *document = std::move(read);
+    } catch (const FileError& error) {
+        verdict = Unreadable(error.what());
+    } catch (const SetupError& error) {
+        verdict = {Verdict::Outcome::Rejected, error.Number(), error.Line(), ExpectationText(error)};
+    } catch (const std::bad_alloc&) {
+        verdict = Unreadable(std::generic_category().message(ENOMEM));
+    } catch (const std::length_error&) {
+        verdict = Unreadable(std::generic_category().message(EFBIG));
+    }
+    if (text.capacity() > MostKept)
+        text = std::string();
+    return verdict;
+}
+
+std::string ErrorNumberText(std::uint32_t number)
+{
+    std::array<char, sizeof "0x80040107"> text{};
+    std::snprintf(text.data(), text.size(), "0x%08X", number);
+    return text.data();
+}
+
+std::string RejectionText(const SetupError& error)
+{
+    return ErrorNumberText(error.Number()) + " " + ExpectationText(error);
+}
+
+std::string VerdictLine(const std::string& path, const Verdict& verdict)
+{
+    switch (verdict.outcome) {
+        case Verdict::Outcome::Accepted:
+            return {};
+        case Verdict::Outcome::Unreadable:
+            return FailureLine(path, verdict.message);
+        case Verdict::Outcome::Rejected:
+            break;
+    }
+    return path + ":" + std::to_string(verdict.line) + ": " + ErrorNumberText(verdict.number) + " " +
+           verdict.message + "\n";
+}
+
+}  // namespace kelvora

@@ -1,0 +1,37 @@
+// What is found out about one setup file: accepted as the window would accept it, rejected at a line, or not
+// readable.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "setup/SetupDocument.h"
+#include "setup/SetupError.h"
+
+namespace kelvora {
+
+struct Verdict {
+    enum class Outcome { Accepted, Rejected, Unreadable };
+
+    Outcome outcome = Outcome::Accepted;
+    std::uint32_t number = 0;  ///< one of SetupErrorNumber; 0 unless rejected
+    std::size_t line = 0;      ///< counts from 1; 0 unless rejected
+    std::string message;       ///< what was expected there, or the system's description
+};
+
+/// Reads the file at `path` as a setup; `text` is memory to read into, kept from file to file. Gives the
+/// setup to `document` where that is not null and the file is accepted. Throws nothing that a file can cause.
+Verdict CheckSetupFile(const std::string& path, std::string& text, SetupDocument* document = nullptr);
+
+/// "0x80040107 expected YES or NO".
+std::string RejectionText(const SetupError& error);
+
+/// The number as it is shown: "0x80040107".
+std::string ErrorNumberText(std::uint32_t number);
+
+/// A line that says so, as editors and grep understand it: "FILE:LINE: 0x80040107 expected YES or NO", or
+/// the diagnostic of a file that cannot be read. Empty for an accepted file.
+std::string VerdictLine(const std::string& path, const Verdict& verdict);
+
+}  // namespace kelvora

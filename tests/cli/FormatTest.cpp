@@ -1,0 +1,64 @@
+#include "CliFixture.h"
+
+namespace kelvora {
+
+class Format : public CliTest {
+protected:
+    const std::string saved =
+        "[Kelvora]\r\nVersion = 2.0\r\n[MCR]\r\nTracks = 1,2  \r\nTrack1Sep = ;\r\nAutoread = ON \r\n\r\n";
+    const std::string typed = "' by hand\n[mcr]\ntracks=1,2\ntrack1sep=;\n";
+};
+
+TEST_F(Format, GivesTheBytesThatASaveWrites)
+{
+    const CliResult result = Run({"format", Write("till.dat", typed)});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.out, saved);
+    EXPECT_EQ(result.err, "");
+}
+
+TEST_F(Format, KeepsTheOldFileWhenItWrites)
+{
+    const std::string path = Write("till.dat", typed);
+    const std::string elsewhere = folder + "/new.dat";
+    EXPECT_EQ(Run({"format", path, "-o", elsewhere}).exitCode, 0);
+    EXPECT_EQ(files.Read(elsewhere), saved);
+    EXPECT_FALSE(files.Exists(folder + "/new.bak"));
+
+    const CliResult result = Run({"format", path, "-o", path});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(files.Read(path), saved);
+    EXPECT_EQ(files.Read(folder + "/till.bak"), typed);
+}
+
+TEST_F(Format, WritesNothingThatWouldBeRejected)
+{
+    const std::string kept = Write("kept.dat", saved);
+    struct Case {
+        std::string text, said;
+    };
+    const std::string path = folder + "/till.dat";
+    const Case cases[] = {
+        {Rejected, path + RejectedSays},
+        // Without a blank before it "_" is a separator; saved with one it would continue the line.
+        {"[MCR]\nTrack3Sep=_\n", "kelvora-cli: " + path + ": not written, since line 5 would be rejected: "},
+    };
+    for (const Case& each : cases) {
+        Write("till.dat", each.text);
+        const CliResult result = Run({"format", path, "-o", kept});
+        EXPECT_EQ(result.exitCode, 1);
+        EXPECT_THAT(result.err, testing::StartsWith(each.said));
+        EXPECT_EQ(files.Read(kept), saved);
+        EXPECT_FALSE(files.Exists(folder + "/kept.bak"));
+    }
+}
+
+TEST_F(Format, TellsWhereItCannotWrite)
+{
+    const CliResult result = Run({"format", Write("till.dat", typed), "-o", folder});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.err, "kelvora-cli: " + folder + ": Is a directory\n");
+}
+
+}  // namespace kelvora

@@ -1,0 +1,28 @@
+#include "cli/Utf8.h"
+
+#include <gtest/gtest.h>
+
+namespace kelvora {
+
+TEST(Utf8, HasACharacterForEveryCodeOfAText)
+{
+    EXPECT_EQ(Utf8FromText("A\x7F\x80\x81\x9F\xA0\xFF"), "A\x7F\u20AC\xC2\x81\u0178\u00A0\u00FF");
+}
+
+TEST(Utf8, PathsThatAreUtf8AreLeftAsTheyAre)
+{
+    for (const char* path : {"till.dat", "caff\u00E8", "\u20AC", "\U0001F600"})
+        EXPECT_EQ(Utf8FromPath(path), path);
+    struct Case {
+        const char *reason, *bytes;
+    };
+    for (const Case& each : {Case{"Windows-1252", "caff\xE8"},
+                             {"overlong", "\xC0\xAF"},
+                             {"cut", "\xE2\x82"},
+                             {"surrogate", "\xED\xA0\x80"},
+                             {"past the last", "\xF4\x90\x80\x80"}})
+        EXPECT_FALSE(IsUtf8(each.bytes)) << each.reason;
+    EXPECT_EQ(Utf8FromPath("caff\xE8"), "caff\u00E8");
+}
+
+}  // namespace kelvora
