@@ -1,0 +1,70 @@
+// Every command of the menus and the toolbar, as one table: its menu entry's name, caption, shortcut and
+// icon.
+#pragma once
+
+#include <QAction>
+#include <array>
+#include <cstddef>
+
+#include "app/MessageCatalogue.h"
+#include "layout/CommandRules.h"
+
+namespace kelvora {
+
+enum class Command {
+    FileMenuNew,
+    FileMenuOpen,
+    FileMenuSave,
+    FileMenuSaveAs,
+    FileMenuClose,
+    FileMenuScan,
+    FileMenuExit,
+    EditMenuUndo,
+    EditMenuRedo,
+    LayoutMenuAddKBMASTER,
+    LayoutMenuAddKB64,
+    LayoutMenuAddMCR,
+    LayoutMenuAddICCR,
+    LayoutMenuDel,
+    LayoutMenuMove,
+    CommunicationsMenuPosConnection,
+    CommunicationsMenuKeybConnection,
+    CommunicationsMenuSettings,
+    ToolsMenuRescanLine,
+    ToolsMenuFlashDownload,
+    ToolsMenuFlashVerify,
+    ToolsMenuFlashDumpSetup,
+    ToolsMenuFlashDumpUpload,
+    EpromWizard,
+    ViewMenuToolbar,
+    ViewMenuStatusBar,
+    WindowMenuCascade,
+    WindowMenuTile,
+    WindowMenuNext,
+    WindowMenuPrevious,
+    WindowMenuCloseAll,
+    HelpMenuGuide,
+    HelpMenuAbout,
+};
+
+inline constexpr std::size_t CommandCount = static_cast<std::size_t>(Command::HelpMenuAbout) + 1;
+
+/// The actions of one main window.
+class Commands {
+public:
+    /// The actions belong to `parent`, named after their menu entries.
+    explicit Commands(QObject* parent);
+
+    QAction& operator[](Command command) const { return *actions_[static_cast<std::size_t>(command)]; }
+
+    /// Sets all captions from the catalogue.
+    void Retranslate(const MessageCatalogue& catalogue);
+
+    /// Enables what the rules allow.
+    void Apply(const CommandState& state);
+
+private:
+    std::array<QAction*, CommandCount> actions_{};
+};
+
+}  // namespace kelvora

@@ -1,0 +1,45 @@
+// The main toolbar: a button for each of the most used commands, told apart by its key.
+#pragma once
+
+#include <QToolBar>
+#include <QToolButton>
+#include <functional>
+#include <vector>
+
+#include "app/MessageCatalogue.h"
+#include "app/forms/Commands.h"
+
+namespace kelvora {
+
+class MainToolbar final : public QToolBar {
+public:
+    MainToolbar(Commands& commands, QWidget* parent);
+
+    /// Asked before the drop-down of DUMP changes the button's action: only with a setup window in front.
+    std::function<bool()> mayChooseDump;
+
+    void Retranslate(const MessageCatalogue& catalogue);
+
+    /// The action that a click on DUMP runs: the key DUMPSETUP or DUMPUPLOAD.
+    QString DumpTag() const { return dump_->property("Tag").toString(); }
+
+private:
+    struct Button {
+        QToolButton* button;
+        MessageId caption;
+        MessageId tip;
+    };
+
+    void AddButton(Commands& commands, const char* key, Command command, const MessageId& caption,
+                   const MessageId& tip);
+    void AddDump(Commands& commands);
+    void ChooseDump(const QString& key);
+
+    std::vector<Button> buttons_;
+    QToolButton* dump_ = nullptr;
+    QAction* dumpSetup_ = nullptr;
+    QAction* dumpUpload_ = nullptr;
+    const MessageCatalogue* catalogue_ = nullptr;
+};
+
+}  // namespace kelvora

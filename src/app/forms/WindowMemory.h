@@ -1,0 +1,34 @@
+// What the program remembers from one run to the next: the window's place, the last folders, recent files.
+#pragma once
+
+#include <QMainWindow>
+#include <QSettings>
+#include <QStringList>
+
+#include "setup/PosCfg.h"
+
+namespace kelvora {
+
+class WindowMemory {
+public:
+    /// `folder` is the person's configuration folder; empty remembers nothing.
+    explicit WindowMemory(const QString& folder);
+
+    void RestoreWindow(QMainWindow& window) const;
+    void SaveWindow(const QMainWindow& window);
+
+    void RestoreFolders(PosCfg& settings) const;
+    void SaveFolders(const PosCfg& settings);
+
+    /// Paths, the last used first.
+    QStringList RecentFiles() const;
+    void AddRecentFile(const QString& path);
+    void RemoveRecentFile(const QString& path);
+    void ClearRecentFiles();
+
+private:
+    QSettings settings_;
+    bool remembers_;
+};
+
+}  // namespace kelvora

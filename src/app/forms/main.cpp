@@ -1,0 +1,117 @@
+// The program's start: one copy a user, the language and its texts, then the main window.
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QStandardPaths>
+#include <QTimer>
+#include <QTranslator>
+
+#include "app/ShowMessage.h"
+#include "app/forms/MDIForm1.h"
+#include "app/forms/SingleCopy.h"
+#include "platform/posix/PosixFiles.h"
+#include "platform/qt/QtEventLoop.h"
+#include "platform/qt/QtFileDialogs.h"
+#include "platform/qt/QtPrompt.h"
+#include "platform/qt/Text.h"
+
+namespace kelvora {
+
+namespace {
+
+QStringList AbsolutePaths(const QStringList& arguments)
+{
+    QStringList paths;
+    for (const QString& argument : arguments)
+        paths << QFileInfo(argument).absoluteFilePath();
+    return paths;
+}
+
+// The language files are not read yet: the system's own language decides.
+void RefuseSecondCopy(Prompt& prompt)
+{
+    const bool italian = QLocale::system().language() == QLocale::Italian;
+    prompt.Show(ProductName,
+                italian ? "Non \xE8 possibile eseguire copie multiple del programma"
+                        : "Cannot run multiple copies of program",
+                {BoxIcon::Information});
+}
+
+LanguageFolders Folders()
+{
+    const QString config = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    return {PathFromQString(QCoreApplication::applicationDirPath()), PathFromQString(config + "/Kelvora")};
+}
+
+// Qt's own dialogs speak the program's language too.
+void TranslateQt(QTranslator& translator, const MessageCatalogue& catalogue)
+{
+    const QString language = catalogue.Language() == Italian ? QStringLiteral("it") : QStringLiteral("en");
+    if (translator.load(QStringLiteral("qtbase_") + language,
+                        QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(&translator);
+}
+
+QStringList ReadArguments(const QCoreApplication& application)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Sets up the keyboard devices of a point-of-sale terminal."));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Setup files to open."),
+                                 QStringLiteral("[files...]"));
+    parser.process(application);
+    return AbsolutePaths(parser.positionalArguments());
+}
+
+int Run(QApplication& application)
+{
+    const QStringList files = ReadArguments(application);
+    QtPrompt prompt;
+    SingleCopy copy(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
+    if (!copy.Claim()) {
+        if (!files.isEmpty() && copy.HandOver(files))
+            return 0;
+        RefuseSecondCopy(prompt);
+        return 1;
+    }
+
+    PosixFiles posixFiles;
+    QtFileDialogs dialogs;
+    QtEventLoop eventLoop;
+    Program program({posixFiles, prompt, dialogs, eventLoop}, Folders());
+    if (!program.Load())
+        return 1;
+    QTranslator translator;
+    TranslateQt(translator, program.catalogue);
+    QDir().mkpath(PathToQString(program.folders.person));
+
+    MDIForm1 window(program, PathToQString(program.folders.person));
+    window.onShutdown = [&copy] { copy.StopListening(); };
+    window.onClosed = [] { QCoreApplication::quit(); };
+    window.show();
+    // What the first picture does not need comes after it.
+    QTimer::singleShot(0, &window, [&] {
+        copy.Listen([&window](const QStringList& handedOver) { window.OpenFiles(handedOver); });
+        if (!files.isEmpty())
+            window.OpenFiles(files);
+    });
+    return QApplication::exec();
+}
+
+}  // namespace
+
+}  // namespace kelvora
+
+int main(int argc, char* argv[])
+{
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Kelvora"));
+    QApplication::setApplicationVersion(QStringLiteral(KELVORA_VERSION));
+    QApplication::setQuitOnLastWindowClosed(false);
+    return kelvora::Run(application);
+}

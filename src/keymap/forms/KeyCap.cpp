@@ -1,0 +1,153 @@
+#include "keymap/forms/KeyCap.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <algorithm>
+
+namespace kelvora {
+
+namespace {
+
+const QColor SelectedFace(0, 255, 255);
+const QColor SelectedSide(0, 168, 178);
+const QColor ChosenFace(186, 250, 252);
+const QColor ChosenSide(96, 190, 198);
+const QColor MarkedNumber(8, 44, 50);
+
+struct CapColours {
+    QColor face;
+    QColor side;
+    QColor number;
+    bool flat = false;  ///< the face is one colour, so that the mark is exactly that
+};
+
+CapColours ColoursOf(const KeyboardColours& colours, bool unused, CapMark mark)
+{
+    switch (mark) {
+        case CapMark::Selected:
+            return {SelectedFace, SelectedSide, MarkedNumber, true};
+        case CapMark::Chosen:
+            return {ChosenFace, ChosenSide, MarkedNumber, true};
+        case CapMark::None:
+            break;
+    }
+    if (unused)
+        return {colours.unusedFace, colours.unusedSide, colours.unusedNumber, true};
+    return {colours.face, colours.side, colours.number, false};
+}
+
+/// Thin slanting lines over the face of a key that does nothing.
+void PaintHatch(QPainter& painter, const QRectF& face, double radius, QColor colour, double step)
+{
+    QPainterPath clip;
+    clip.addRoundedRect(face, radius, radius);
+    painter.save();
+    painter.setClipPath(clip);
+    colour.setAlphaF(0.2F);
+    painter.setPen(QPen(colour, std::max(1.0, step / 7)));
+    const int lines = static_cast<int>((face.width() + face.height()) / step) + 1;
+    for (int i = 0; i < lines; ++i) {
+        const double x = face.left() - face.height() + i * step;
+        painter.drawLine(QPointF(x, face.bottom()), QPointF(x + face.height(), face.top()));
+    }
+    painter.restore();
+}
+
+}  // namespace
+
+const KeyboardColours& KeyboardColours::For(const QPalette& palette)
+{
+    static const KeyboardColours light{{92, 98, 107},   {70, 75, 83},  {79, 85, 93},    {250, 250, 247},
+                                       {206, 208, 206}, {38, 42, 48},  {126, 132, 140}, {108, 114, 122},
+                                       {224, 227, 231}, {255, 196, 64}};
+    static const KeyboardColours dark{{24, 26, 29},    {62, 66, 72},    {18, 19, 22}, {78, 84, 93},
+                                      {48, 52, 58},    {238, 240, 243}, {43, 46, 51}, {36, 38, 42},
+                                      {170, 176, 184}, {255, 196, 64}};
+    return palette.color(QPalette::Window).lightness() < 128 ? dark : light;
+}
+
+KeyCap::KeyCap(QWidget* parent) : QAbstractButton(parent)
+{
+    setCheckable(true);
+    setFocusPolicy(Qt::ClickFocus);
+    setAttribute(Qt::WA_Hover);
+}
+
+void KeyCap::Show(bool unused, CapMark mark)
+{
+    setChecked(mark != CapMark::None);
+    if (unused == unused_ && mark == mark_)
+        return;
+    unused_ = unused;
+    mark_ = mark;
+    update();
+}
+
+void KeyCap::SetUnit(int keyHeight)
+{
+    if (keyHeight == unit_)
+        return;
+    unit_ = keyHeight;
+    QFont number = font();
+    number.setPixelSize(std::max(8, keyHeight * 34 / 100));
+    setFont(number);
+}
+
+void KeyCap::paintEvent(QPaintEvent* /*event*/)
+{
+    const CapColours colours = ColoursOf(KeyboardColours::For(palette()), unused_, mark_);
+    const double unit = std::max(unit_, 1);
+    const double radius = unit * 0.13;
+    const QRectF body = QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+    const double press = isDown() ? unit * 0.03 : 0;
+    const QRectF face = body.adjusted(unit * 0.07, unit * 0.05 + press, -unit * 0.07, -unit * 0.13 + press);
+
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colours.side);
+    painter.drawRoundedRect(body, radius, radius);
+
+    const QColor top =
+        underMouse() && isEnabled() && !colours.flat ? colours.face.lighter(106) : colours.face;
+    if (colours.flat) {
+        painter.setBrush(top);
+    } else {
+        QLinearGradient slope(face.topLeft(), face.bottomLeft());
+        slope.setColorAt(0, top.lighter(104));
+        slope.setColorAt(1, top.darker(105));
+        painter.setBrush(slope);
+    }
+    painter.setPen(QPen(colours.side.lighter(colours.flat ? 104 : 112), 1));
+    painter.drawRoundedRect(face, radius * 0.8, radius * 0.8);
+    if (unused_)
+        PaintHatch(painter, face, radius * 0.8, colours.number, unit * 0.18);
+    if (hasFocus()) {
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(KeyboardColours::For(palette()).focus, std::max(2.0, unit * 0.05)));
+        painter.drawRoundedRect(body.adjusted(1, 1, -1, -1), radius, radius);
+    }
+    painter.setPen(colours.number);
+    painter.drawText(face, Qt::AlignCenter, text());
+}
+
+void KeyCap::mouseReleaseEvent(QMouseEvent* event)
+{
+    clickModifiers_ = event->modifiers();
+    QAbstractButton::mouseReleaseEvent(event);
+}
+
+// The grid moves among the caps and chooses them; a cap takes no key of its own.
+void KeyCap::keyPressEvent(QKeyEvent* event)
+{
+    event->ignore();
+}
+
+void KeyCap::keyReleaseEvent(QKeyEvent* event)
+{
+    event->ignore();
+}
+
+}  // namespace kelvora

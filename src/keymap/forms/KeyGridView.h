@@ -1,0 +1,57 @@
+// The picture of a keyboard: its housing with one cap a grid position, numbered, sized after the key map and
+// scaled with the widget. Mouse and arrow keys choose keys in the session that it shows.
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <vector>
+
+#include "app/MessageCatalogue.h"
+#include "keymap/KeyGrid.h"
+#include "keymap/KeyMapSession.h"
+
+namespace kelvora {
+
+class KeyCap;
+
+class KeyGridView : public QWidget {
+public:
+    /// Both outlive the view. `chosen` is called after the user has chosen keys.
+    KeyGridView(KeyMapSession& session, const MessageCatalogue& catalogue, std::function<void()> chosen,
+                QWidget* parent);
+
+    /// Shows what the session holds. A map that does not fit leaves the grid as it was, without choice.
+    void Refresh();
+
+    /// Gives the keyboard focus to the cap that the arrow keys start from.
+    void FocusKeys();
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    QSize SizeFor(int keyWidth, int keyHeight) const;
+    int Rows() const;
+    KeyCap* Cap(int position) const { return caps_[static_cast<std::size_t>(position) - 1]; }
+    void ShowKey(int position);
+    void PlaceKeys();
+    void FindRecesses();
+    QString KeyName(int position) const;
+
+    KeyMapSession& session_;
+    const MessageCatalogue& catalogue_;
+    std::function<void()> chosen_;
+    std::vector<KeyCap*> caps_;
+    std::vector<KeyRect> places_;  ///< where single keys would stand
+    std::vector<KeyRect> recesses_;
+    std::vector<QString> stateNames_;
+    KeyRect housing_;
+    int entry_ = 0;  ///< the one cap that the Tab key stops at
+};
+
+}  // namespace kelvora

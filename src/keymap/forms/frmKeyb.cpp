@@ -1,0 +1,280 @@
+#include "keymap/forms/frmKeyb.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScreen>
+
+#include "app/ShowMessage.h"
+#include "keymap/forms/KeyGridView.h"
+#include "platform/qt/Text.h"
+
+namespace kelvora {
+
+namespace {
+
+/// What differs between the three windows to the eye.
+struct Window {
+    ModuleKind kind;
+    const char* name;
+    MessageId title;
+};
+
+constexpr std::array Windows{
+    Window{ModuleKind::KM096, "frmKeyb96", Message::Keyb96Title},
+    Window{ModuleKind::KM064, "frmKeyb64", Message::Keyb64Title},
+    Window{ModuleKind::ICCR, "frmKeybICCR", Message::KeybICCRTitle},
+};
+
+constexpr std::array TypeCaptions{Message::KeyTypeSingle, Message::KeyTypeVertical,
+                                  Message::KeyTypeHorizontal, Message::KeyTypeQuadruple};
+
+/// An option with this tag is being set by the program: its click is nobody's.
+constexpr const char* Tag = "tag";
+const QString BusyTag = QStringLiteral("X");
+
+QString WithoutMnemonic(QString caption)
+{
+    return caption.remove(QLatin1Char('&'));
+}
+
+}  // namespace
+
+frmKeyb::frmKeyb(ModuleKind kind, const MessageCatalogue& catalogue, Prompt& prompt, PosCfg& settings,
+                 QWidget* parent)
+    : QDialog(parent),
+      session_(kind),
+      kind_(kind),
+      catalogue_(catalogue),
+      prompt_(prompt),
+      settings_(settings)
+{
+    for (const Window& window : Windows)
+        if (window.kind == kind) {
+            setObjectName(QLatin1String(window.name));
+            setWindowTitle(ToQString(catalogue.Caption(window.title)));
+        }
+    grid_ = new KeyGridView(
+        session_, catalogue, [this] { ShowSession(); }, this);
+    grid_->setAccessibleName(windowTitle());
+
+    hint_ = new QLabel(this);
+    hint_->setObjectName(QStringLiteral("Hint"));
+    hint_->setWordWrap(true);
+
+    auto* const across = new QHBoxLayout;
+    across->addWidget(grid_, 1);
+    across->addWidget(MakeControls());
+    across->setSpacing(16);
+    auto* const down = new QVBoxLayout(this);
+    down->addLayout(across, 1);
+    down->addWidget(hint_);
+    down->setSpacing(10);
+    down->setContentsMargins(14, 14, 14, 10);
+    setSizeGripEnabled(true);
+}
+
+QWidget* frmKeyb::MakeControls()
+{
+    auto* const panel = new QWidget(this);
+    auto* const defaults = MakeButton(Message::DefaultMapping, "DefaultMapping");
+    auto* const back = MakeButton(Message::Quit, "Back");
+    undo_ = MakeButton(Message::EditMenuUndo, "Undo");
+    redo_ = MakeButton(Message::EditMenuRedo, "Redo");
+    // Their letters are those of the choices; the keys named in the tips are what everyone uses.
+    undo_->setText(WithoutMnemonic(undo_->text()));
+    undo_->setToolTip(QKeySequence(QKeySequence::Undo).toString(QKeySequence::NativeText));
+    redo_->setText(WithoutMnemonic(redo_->text()));
+    redo_->setToolTip(QKeySequence(QKeySequence::Redo).toString(QKeySequence::NativeText));
+    back->setDefault(true);
+    connect(defaults, &QPushButton::clicked, this, &frmKeyb::DefaultMapping_Click);
+    connect(back, &QPushButton::clicked, this, &frmKeyb::Back_Click);
+    connect(undo_, &QPushButton::clicked, this, &frmKeyb::Undo_Click);
+    connect(redo_, &QPushButton::clicked, this, &frmKeyb::Redo_Click);
+
+    auto* const steps = new QHBoxLayout;
+    steps->addWidget(undo_);
+    steps->addWidget(redo_);
+    auto* const layout = new QVBoxLayout(panel);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(MakeChoices());
+    layout->addLayout(steps);
+    layout->addWidget(defaults);
+    layout->addStretch(1);
+    layout->addWidget(back);
+    return panel;
+}
+
+QPushButton* frmKeyb::MakeButton(const MessageId& caption, const char* name)
+{
+    auto* const button = new QPushButton(ToQString(catalogue_.Caption(caption)), this);
+    button->setObjectName(QLatin1String(name));
+    button->setAccessibleName(WithoutMnemonic(button->text()));
+    button->setAutoDefault(false);
+    return button;
+}
+
+QWidget* frmKeyb::MakeChoices()
+{
+    keyControls_ = new QGroupBox(this);
+    keyControls_->setObjectName(QStringLiteral("KeyControls"));
+    auto* const layout = new QVBoxLayout(keyControls_);
+    keyTypes_ = new QButtonGroup(keyControls_);
+    for (std::size_t i = 0; i < keyTypeOption_.size(); ++i) {
+        auto* const option =
+            new QRadioButton(ToQString(catalogue_.Caption(TypeCaptions.at(i))), keyControls_);
+        option->setObjectName(QStringLiteral("KeyTypeOption%1").arg(i));
+        option->setAccessibleName(WithoutMnemonic(option->text()));
+        connect(option, &QRadioButton::clicked, this,
+                [this, i] { KeyTypeOption_Click(static_cast<int>(i)); });
+        keyTypes_->addButton(option);
+        layout->addWidget(option);
+        keyTypeOption_.at(i) = option;
+    }
+    unusedCheck_ = new QCheckBox(ToQString(catalogue_.Caption(Message::UnusedCheck)), keyControls_);
+    unusedCheck_->setObjectName(QStringLiteral("UnusedCheck"));
+    unusedCheck_->setAccessibleName(WithoutMnemonic(unusedCheck_->text()));
+    connect(unusedCheck_, &QCheckBox::clicked, this, &frmKeyb::UnusedCheck_Click);
+    layout->addSpacing(6);
+    layout->addWidget(unusedCheck_);
+    return keyControls_;
+}
+
+void frmKeyb::showEvent(QShowEvent* event)
+{
+    // Once per showing: a message box that gives the focus back must not undo what was edited.
+    if (!event->spontaneous()) {
+        Activate();
+        if (!testAttribute(Qt::WA_Resized))
+            resize(InitialSize());
+    }
+    QDialog::showEvent(event);
+}
+
+QSize frmKeyb::InitialSize() const
+{
+    return sizeHint().boundedTo(screen()->availableSize() * 9 / 10).expandedTo(minimumSizeHint());
+}
+
+void frmKeyb::Activate()
+{
+    session_.Load(settings_.Xchange);
+    ShowSession();
+    grid_->FocusKeys();
+}
+
+void frmKeyb::ReloadEmptyMap()
+{
+    if (!session_.Map().empty())
+        return;
+    constexpr BoxStyle style{BoxIcon::Question, BoxButtons::OkCancel, Answer::Ok};
+    if (prompt_.Show(ProductName, catalogue_.Caption(Message::ReloadKeyMap), style) == Answer::Ok)
+        Activate();
+}
+
+void frmKeyb::ShowSession()
+{
+    grid_->Refresh();
+    ShowChoices();
+    hint_->setText(ToQString(session_.IsEditable() ? catalogue_.Caption(Message::KeyHint) + " " +
+                                                         catalogue_.Caption(Message::KeyHintMore)
+                                                   : catalogue_.Caption(Message::KeyMapUnfit)));
+    undo_->setEnabled(session_.CanUndo());
+    redo_->setEnabled(session_.CanRedo());
+}
+
+void frmKeyb::ShowChoices()
+{
+    const KeyChoices choices = session_.Choices();
+    QString caption = ToQString(catalogue_.Word(Message::KeyWord)) + QLatin1Char('?');
+    if (choices.count > 1)
+        caption = QString::number(choices.count) + ToQString(catalogue_.Caption(Message::KeysSelected));
+    else if (choices.keyNumber > 0)
+        caption = ToQString(catalogue_.Word(Message::KeyWord)) + QString::number(choices.keyNumber);
+    keyControls_->setTitle(caption);
+
+    unusedCheck_->setEnabled(choices.unusedEnabled);
+    unusedCheck_->setTristate(choices.unusedMixed);
+    unusedCheck_->setCheckState(choices.unusedMixed     ? Qt::PartiallyChecked
+                                : choices.unusedChecked ? Qt::Checked
+                                                        : Qt::Unchecked);
+    keyTypes_->setExclusive(false);
+    for (std::size_t i = 0; i < keyTypeOption_.size(); ++i) {
+        QRadioButton* const option = keyTypeOption_.at(i);
+        option->setProperty(Tag, BusyTag);
+        option->setChecked(choices.selected.at(i));
+        option->setEnabled(choices.enabled.at(i));
+        option->setProperty(Tag, QString());
+    }
+    keyTypes_->setExclusive(true);
+}
+
+void frmKeyb::KeyTypeOption_Click(int index)
+{
+    if (keyTypeOption_.at(static_cast<std::size_t>(index))->property(Tag).toString() == BusyTag)
+        return;
+    session_.SetType(index);
+    ShowSession();
+}
+
+void frmKeyb::UnusedCheck_Click()
+{
+    session_.ToggleUnused();
+    ShowSession();
+}
+
+void frmKeyb::DefaultMapping_Click()
+{
+    std::string map = session_.Map();
+    ConfirmDefaultKeyMap(kind_, map, prompt_, ProductName, catalogue_.Caption(Message::ConfirmDefaults));
+    session_.ShowDefaults(std::move(map));
+    ShowSession();
+}
+
+void frmKeyb::Back_Click()
+{
+    settings_.Xchange = session_.Map();
+    accept();
+}
+
+void frmKeyb::Undo_Click()
+{
+    session_.Undo();
+    ShowSession();
+}
+
+void frmKeyb::Redo_Click()
+{
+    session_.Redo();
+    ShowSession();
+}
+
+/// Esc and the close box.
+void frmKeyb::reject()
+{
+    if (session_.IsChanged() &&
+        prompt_.Show(ProductName, catalogue_.Caption(Message::DiscardKeyMap), YesNoStyle) != Answer::Yes)
+        return;
+    QDialog::reject();
+}
+
+void frmKeyb::keyPressEvent(QKeyEvent* event)
+{
+    const bool bare = (event->modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier)) == 0;
+    if (event->matches(QKeySequence::Undo))
+        return Undo_Click();
+    if (event->matches(QKeySequence::Redo))
+        return Redo_Click();
+    if (bare && event->key() >= Qt::Key_1 && event->key() <= Qt::Key_4)
+        return KeyTypeOption_Click(event->key() - Qt::Key_1);
+    if (bare && event->key() == Qt::Key_U && unusedCheck_->isEnabled())
+        return UnusedCheck_Click();
+    QDialog::keyPressEvent(event);
+}
+
+}  // namespace kelvora

@@ -1,0 +1,36 @@
+// One button of the module strip: a drawn picture of its device, sharp at every size and scaling.
+#pragma once
+
+#include <QAbstractButton>
+#include <QByteArray>
+
+#include "layout/ModuleStrip.h"
+
+namespace kelvora {
+
+class ModuleButton final : public QAbstractButton {
+public:
+    ModuleButton(StripButton button, QWidget* parent);
+
+    StripButton Button() const { return button_; }
+
+    /// The device's picture as SVG text. Drawn when it is shown.
+    void SetPicture(QByteArray svg);
+
+    QSize sizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+private:
+    QPixmap Picture() const;
+
+    StripButton button_;
+    QByteArray svg_;
+    QString cacheKey_;  ///< of the picture, without its size
+};
+
+}  // namespace kelvora

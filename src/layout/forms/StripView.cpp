@@ -1,0 +1,294 @@
+#include "layout/forms/StripView.h"
+
+#include <QContextMenuEvent>
+#include <QPainter>
+#include <algorithm>
+
+#include "keymap/Models.h"
+#include "picture/DevicePicture.h"
+#include "platform/qt/Text.h"
+#include "setup/Options.h"
+
+namespace kelvora {
+
+namespace {
+
+// How far the strip grows with its window, as a factor of its size in pixels at 96 dpi.
+constexpr double SmallestScale = 1.0;
+constexpr double LargestScale = 3.0;
+
+// Room for all four modules at the smallest scale, and for two lines of text below them.
+constexpr int FullStripWidth = 2940 + 2070 + 675 + 1140 + 5 * StripGap;
+constexpr int StripHeight = 585 + 2625;
+constexpr int TextHeight = 700;
+
+// The narrowest module's texts need more room than its button.
+constexpr int TextOverhang = 6;
+
+MessageId CaptionOf(StripButton button)
+{
+    switch (button) {
+        case StripButton::MasterTemplate:
+        case StripButton::Master:
+            return Message::MasterCaption;
+        case StripButton::Backlight:
+            return Message::BacklightCaption;
+        case StripButton::Code4:
+            return Message::Code4Caption;
+        case StripButton::KM064:
+            return Message::SlaveCaption;
+        case StripButton::MCR:
+            return Message::McrCaption;
+        case StripButton::ICCR:
+            return Message::IccrCaption;
+        case StripButton::Keypad:
+            break;
+    }
+    return Message::KeypadCaption;
+}
+
+bool OpensKeyMap(StripButton button)
+{
+    return button == StripButton::Master || button == StripButton::KM064 || button == StripButton::Keypad;
+}
+
+// The parts of the master keyboard are reached through it.
+bool TakesFocus(StripButton button)
+{
+    return button != StripButton::Backlight && button != StripButton::Code4;
+}
+
+bool IsMain(StripButton button)
+{
+    return ShapeOf(button).tag.empty();
+}
+
+struct StripScale {
+    double pixelsPerTwip;
+    double left;
+    double top;
+
+    QRect Place(const PlacedButton& placed, int width, int height) const
+    {
+        const QRectF exact(left + placed.left * pixelsPerTwip, top + placed.top * pixelsPerTwip,
+                           width * pixelsPerTwip, height * pixelsPerTwip);
+        return exact.toRect();
+    }
+};
+
+// The chain is shown in the middle of the window, as large as it fits.
+StripScale ScaleOf(const std::vector<PlacedButton>& strip, QSize size)
+{
+    int right = 0;
+    for (const PlacedButton& placed : strip)
+        right = std::max(right, placed.left + ShapeOf(placed.button).width);
+    const int width = right + StripGap;
+    const double fit = std::min(size.width() * double(TwipsPerPixel) / FullStripWidth,
+                                size.height() * double(TwipsPerPixel) / (StripHeight + TextHeight));
+    const double scale = std::clamp(fit, SmallestScale, LargestScale) / TwipsPerPixel;
+    return {scale, std::max(0.0, (size.width() - width * scale) / 2),
+            std::max(0.0, (size.height() - (StripHeight + TextHeight) * scale) / 2)};
+}
+
+}  // namespace
+
+StripView::StripView(const MessageCatalogue& catalogue, QWidget* parent)
+    : QWidget(parent), catalogue_(catalogue), empty_(new QLabel(this))
+{
+    setObjectName(QStringLiteral("ModuleStrip"));
+    for (const StripButtonShape& shape : StripButtons)
+        MakeButton(shape.button);
+    empty_->setAlignment(Qt::AlignCenter);
+    empty_->setWordWrap(true);
+    Retranslate();
+}
+
+void StripView::MakeButton(StripButton button)
+{
+    auto* made = new ModuleButton(button, this);
+    made->setFocusPolicy(TakesFocus(button) ? Qt::StrongFocus : Qt::NoFocus);
+    if (OpensKeyMap(button))
+        made->setCursor(Qt::PointingHandCursor);
+    made->installEventFilter(this);
+    connect(made, &QAbstractButton::clicked, this, [this, button] {
+        if (onClick)
+            onClick(button);
+    });
+    buttons_.at(static_cast<std::size_t>(button)) = made;
+}
+
+void StripView::ShowModules(const ModuleList& modules)
+{
+    modules_ = modules;
+    strip_ = LayOutStrip(modules_);
+    for (ModuleButton* button : buttons_) {
+        const auto placed = std::ranges::find(strip_, button->Button(), &PlacedButton::button);
+        if (placed != strip_.end()) {
+            const std::string picture = DevicePicture(button->Button(), RecordOf(button->Button()));
+            button->SetPicture(QByteArray::fromStdString(picture));
+            ShowTexts(*button);
+        }
+        button->setVisible(placed != strip_.end());
+    }
+    QWidget* before = nullptr;
+    for (const PlacedButton& placed : strip_) {
+        ModuleButton& button = Button(placed.button);
+        if (before)
+            setTabOrder(before, &button);
+        before = &button;
+        if (!IsMain(placed.button))
+            button.raise();
+    }
+    empty_->setVisible(strip_.empty());
+    Arrange();
+}
+
+void StripView::Retranslate()
+{
+    empty_->setText(ToQString(catalogue_.Caption(Message::EmptyStrip)));
+    for (ModuleButton* button : buttons_)
+        ShowTexts(*button);
+    update();
+}
+
+void StripView::ShowTexts(ModuleButton& button)
+{
+    const QString caption = Caption(button.Button());
+    const QString summary = Summary(button.Button());
+    button.setAccessibleName(caption);
+    button.setAccessibleDescription(summary);
+    QString tip = summary.isEmpty() ? caption : caption + QStringLiteral("\n") + summary;
+    if (OpensKeyMap(button.Button()))
+        tip += QStringLiteral("\n") + ToQString(catalogue_.Caption(Message::ClickToEdit));
+    button.setToolTip(tip);
+}
+
+const ModuleRecord* StripView::RecordOf(StripButton button) const
+{
+    const auto index = FindModule(modules_, KindOfButton(button));
+    return index ? &modules_[*index] : nullptr;
+}
+
+QString StripView::Caption(StripButton button) const
+{
+    return ToQString(catalogue_.Caption(CaptionOf(button)));
+}
+
+QString StripView::Summary(StripButton button) const
+{
+    const ModuleRecord* record = RecordOf(button);
+    if (!record)
+        return {};
+    QStringList parts;
+    if (record->Kind == ModuleKind::KM096 && record->Options == Options::Yes)
+        parts << ToQString(catalogue_.Caption(Message::FiscalSummary));
+    if (record->Kind == ModuleKind::MCR)
+        parts << ToQString(record->Options.substr(0, Options::TracksLength)).trimmed();
+    if (FindModel(record->Kind))
+        parts << ToQString(catalogue_.Word(Message::FirstKeySummary)) +
+                     QString::number(FirstKeyNumber(record->Kind, modules_));
+    return parts.join(QStringLiteral(" · "));
+}
+
+std::optional<StripButton> StripView::FocusedButton() const
+{
+    for (const PlacedButton& placed : strip_)
+        if (Button(placed.button).hasFocus())
+            return placed.button;
+    return std::nullopt;
+}
+
+void StripView::FocusButton(std::optional<StripButton> button)
+{
+    const auto shown = [this](StripButton wanted) {
+        return std::ranges::find(strip_, wanted, &PlacedButton::button) != strip_.end();
+    };
+    if (button && shown(*button))
+        Button(*button).setFocus();
+    else if (!strip_.empty())
+        Button(strip_.front().button).setFocus();
+    else
+        setFocus();
+}
+
+int StripView::ContainerWidth() const
+{
+    return width() * TwipsPerPixel;
+}
+
+int StripView::ContainerHeight() const
+{
+    return height() * TwipsPerPixel;
+}
+
+QSize StripView::minimumSizeHint() const
+{
+    return {FullStripWidth / TwipsPerPixel, (StripHeight + TextHeight) / TwipsPerPixel};
+}
+
+QSize StripView::sizeHint() const
+{
+    return minimumSizeHint() * 1.5;
+}
+
+void StripView::resizeEvent(QResizeEvent* /*event*/)
+{
+    Arrange();
+}
+
+void StripView::Arrange()
+{
+    empty_->setGeometry(rect().adjusted(TextOverhang, 0, -TextOverhang, 0));
+    const StripScale scale = ScaleOf(strip_, size());
+    for (const PlacedButton& placed : strip_) {
+        const StripButtonShape& shape = ShapeOf(placed.button);
+        Button(placed.button).setGeometry(scale.Place(placed, shape.width, shape.height));
+    }
+    update();
+}
+
+void StripView::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    const QFontMetrics metrics(font());
+    int bottom = 0;
+    for (const PlacedButton& placed : strip_)
+        bottom = std::max(bottom, Button(placed.button).geometry().bottom());
+    for (const PlacedButton& placed : strip_) {
+        if (!IsMain(placed.button))
+            continue;
+        const QRect button = Button(placed.button).geometry();
+        QRect line(button.left() - TextOverhang / 2, bottom + metrics.height() / 2,
+                   button.width() + TextOverhang, metrics.height());
+        painter.setPen(palette().color(QPalette::WindowText));
+        painter.drawText(line, Qt::AlignCenter,
+                         metrics.elidedText(Caption(placed.button), Qt::ElideRight, line.width()));
+        line.translate(0, metrics.height());
+        QColor faint = palette().color(QPalette::WindowText);
+        faint.setAlphaF(0.7F);
+        painter.setPen(faint);
+        painter.drawText(line, Qt::AlignCenter,
+                         metrics.elidedText(Summary(placed.button), Qt::ElideRight, line.width()));
+    }
+}
+
+bool StripView::eventFilter(QObject* watched, QEvent* event)
+{
+    auto* button = dynamic_cast<ModuleButton*>(watched);
+    if (!button)
+        return QWidget::eventFilter(watched, event);
+    if (event->type() == QEvent::ContextMenu && onContextMenu) {
+        const auto* menu = static_cast<QContextMenuEvent*>(event);
+        const StripButton main = MainButtonOf(button->Button());
+        Button(main).setFocus();
+        onContextMenu(button->Button(), menu->globalPos());
+        return true;
+    }
+    if (event->type() == QEvent::MouseButtonDblClick && onDoubleClick && !OpensKeyMap(button->Button())) {
+        onDoubleClick(button->Button());
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace kelvora

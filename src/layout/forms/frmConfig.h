@@ -1,0 +1,74 @@
+// The child window of one setup: the module strip and the commands on it. The rules are the session's.
+#pragma once
+
+#include <QUndoStack>
+#include <QWidget>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "layout/CommandRules.h"
+#include "layout/ModuleStrip.h"
+#include "layout/SetupSession.h"
+
+namespace kelvora {
+
+class StripView;
+
+class frmConfig final : public QWidget {
+public:
+    explicit frmConfig(Program& program, QWidget* parent = nullptr);
+    ~frmConfig() override;
+    frmConfig(const frmConfig&) = delete;
+    frmConfig& operator=(const frmConfig&) = delete;
+
+    /// Fills the window as the program's setup mode says; false when it is to be thrown away again.
+    bool Form_Load(const std::optional<std::string>& path = std::nullopt);
+
+    /// Called after every change of what the menus, the toolbar or the title depend on.
+    std::function<void()> onChange;
+
+    /// Called with the Esc key.
+    std::function<void()> onInterrupt;
+
+    void FileMenuSave_Click();
+    void FileMenuSaveAs_Click();
+
+    /// Whether the window may close; asks about unsaved changes.
+    bool MayClose();
+
+    /// The next close event passes without a question: the main window has asked already.
+    void CloseUnasked() { mayCloseUnasked_ = true; }
+
+    bool IsChanged() const { return !undoStack_->isClean(); }
+    SetupSession& Session() { return session_; }
+    QUndoStack& UndoStack() { return *undoStack_; }
+    StripView& Strip() { return *strip_; }
+    CommandState Commands(bool canScan) const;
+
+    /// Gives the strip the keyboard focus, on the button that had it last.
+    void FocusStrip();
+
+    /// Sets all texts anew from the catalogue.
+    void Retranslate();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    class DocumentChange;
+
+    void cbModule_Click(StripButton button);
+    void EditKeyMap(ModuleKind kind);
+    void Push(const MessageId& name, SetupDocument after);
+    void ShowDocument(const SetupDocument& document);
+    void ShowTitle();
+
+    StripView* strip_;
+    SetupSession session_;
+    QUndoStack* undoStack_;
+    bool mayCloseUnasked_ = false;
+};
+
+}  // namespace kelvora

@@ -1,0 +1,183 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+#include <memory>
+
+#include "fakes/FakePrompt.h"
+#include "keymap/forms/frmKeyb.h"
+#include "platform/qt/Text.h"
+
+namespace kelvora {
+namespace {
+
+class KeybForm : public testing::Test {
+protected:
+    static void SetUpTestSuite()
+    {
+        static int argc = 1;
+        static char name[] = "forms";
+        static char* argv[] = {name, nullptr};
+        if (QCoreApplication::instance() == nullptr)
+            static QApplication application(argc, argv);
+    }
+
+    void Open(ModuleKind kind, const std::string& map, char firstKeyNumber)
+    {
+        settings.Xchange = map + firstKeyNumber;
+        form = std::make_unique<frmKeyb>(kind, catalogue, prompt, settings);
+        form->show();
+    }
+
+    template <typename Widget>
+    Widget* Find(const char* name) const
+    {
+        return form->findChild<Widget*>(QLatin1String(name));
+    }
+
+    QAbstractButton* Button(const char* name) const { return Find<QAbstractButton>(name); }
+
+    void Click(const char* name, Qt::KeyboardModifiers modifiers = {}) const
+    {
+        QAbstractButton* const button = Button(name);
+        QTest::mouseClick(button, Qt::LeftButton, modifiers, QPoint(8, button->height() / 2));
+    }
+
+    /// Presses keys where the focus is.
+    void Press(std::initializer_list<Qt::Key> keys, Qt::KeyboardModifiers modifiers = {}) const
+    {
+        for (const Qt::Key key : keys)
+            QTest::keyClick(form->focusWidget(), key, modifiers);
+    }
+
+    std::string Caption() const { return FromQString(Find<QGroupBox>("KeyControls")->title()); }
+
+    MessageCatalogue catalogue;
+    FakePrompt prompt;
+    PosCfg settings{SetupMode::New, 1};
+    std::unique_ptr<frmKeyb> form;
+};
+
+const std::string KeypadDefaults(FindModel(ModuleKind::ICCR)->defaultMap);
+
+TEST_F(KeybForm, QuitStoresTheBareMap)
+{
+    Open(ModuleKind::KM064, std::string(64, '1'), 'a');
+    EXPECT_EQ(form->objectName(), "frmKeyb64");
+    EXPECT_EQ(FromQString(form->windowTitle()), "Extension Keyboard");
+    EXPECT_EQ(Caption(), "Key ?");
+    EXPECT_FALSE(Button("UnusedCheck")->isEnabled() || Button("KeyTypeOption0")->isEnabled());
+    EXPECT_EQ(Button("Keys63")->text(), "160");
+    Click("Back");
+    EXPECT_EQ(settings.Xchange, std::string(64, '1'));
+    EXPECT_FALSE(form->isVisible());
+}
+
+TEST_F(KeybForm, ClickedKeyTakesAType)
+{
+    Open(ModuleKind::ICCR, KeypadDefaults, 'a');
+    Click("Keys0");
+    EXPECT_EQ(Caption(), "Key 97");
+    EXPECT_EQ(Button("Keys0")->accessibleName(), "Key 97, single key");
+    EXPECT_TRUE(Button("KeyTypeOption0")->isChecked());
+    const QRect single = Button("Keys0")->geometry();
+    Click("KeyTypeOption3");
+    EXPECT_EQ(Button("Keys0")->geometry().topLeft(), single.topLeft());
+    EXPECT_EQ(Button("Keys0")->geometry().bottomRight(), Button("Keys5")->geometry().bottomRight());
+    EXPECT_FALSE(Button("Keys1")->isVisible() || Button("Keys4")->isVisible() ||
+                 Button("Keys5")->isVisible());
+
+    Click("Keys15");
+    EXPECT_FALSE(Button("KeyTypeOption1")->isEnabled());
+    Click("UnusedCheck");
+    EXPECT_TRUE(Button("UnusedCheck")->isChecked());
+    EXPECT_FALSE(Button("KeyTypeOption0")->isEnabled());
+    Click("Back");
+    EXPECT_EQ(settings.Xchange, "4011001111111110XX");
+}
+
+TEST_F(KeybForm, SelectedKeyAloneIsCyan)
+{
+    Open(ModuleKind::ICCR, KeypadDefaults, 1);
+    const auto colour = [&](const char* name) {
+        QAbstractButton* const cap = Button(name);
+        return cap->grab().toImage().pixelColor(cap->width() / 2, cap->height() / 4);
+    };
+    Click("Keys0");
+    Click("Keys1");
+    EXPECT_EQ(colour("Keys1"), QColor(0, 255, 255));
+    EXPECT_EQ(colour("Keys0"), colour("Keys7"));
+    Click("Keys0", Qt::ControlModifier);
+    EXPECT_EQ(colour("Keys0"), QColor(0, 255, 255));
+    EXPECT_NE(colour("Keys1"), colour("Keys7"));
+    EXPECT_EQ(Caption(), "2 keys");
+}
+
+TEST_F(KeybForm, MapThatDoesNotFitIsKept)
+{
+    for (const std::size_t length : {17U, 19U}) {
+        Open(ModuleKind::ICCR, std::string(length, '3'), 'a');
+        EXPECT_TRUE(Button("Keys1")->isVisible());
+        EXPECT_EQ(Button("Keys1")->text(), "2");
+        Click("Keys0");
+        EXPECT_EQ(Caption(), "Key ?");
+        Click("Back");
+        EXPECT_EQ(settings.Xchange, std::string(length, '3'));
+    }
+}
+
+TEST_F(KeybForm, DefaultsAfterAQuestion)
+{
+    Open(ModuleKind::KM096, std::string(96, '0'), 'a');
+    EXPECT_EQ(Button("Keys0")->text(), "97");
+    prompt.answers = {Answer::Ok};
+    Click("DefaultMapping");
+    ASSERT_EQ(prompt.shown.size(), 1U);
+    EXPECT_EQ(prompt.shown[0].title, "Kelvora");
+    EXPECT_EQ(Button("Keys0")->text(), "1");
+    EXPECT_FALSE(Button("Keys2")->isVisible());
+    Click("Back");
+    EXPECT_EQ(settings.Xchange, FindModel(ModuleKind::KM096)->defaultMap);
+}
+
+TEST_F(KeybForm, EscapeAsksBeforeItDiscards)
+{
+    Open(ModuleKind::ICCR, KeypadDefaults, 1);
+    Press({Qt::Key_Down, Qt::Key_U});
+    prompt.answers = {Answer::No, Answer::Yes};
+    Press({Qt::Key_Escape});
+    EXPECT_TRUE(form->isVisible());
+    EXPECT_EQ(form->Session().Map(), "0111111111111111XX");
+    form->close();
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_EQ(prompt.shown.size(), 2U);
+    EXPECT_EQ(prompt.shown[0].style.defaultAnswer, Answer::No);
+    EXPECT_EQ(settings.Xchange, KeypadDefaults + '\x01');
+    form->show();
+    EXPECT_EQ(form->Session().Map(), KeypadDefaults) << "read again at each showing";
+    Press({Qt::Key_Escape});
+    EXPECT_EQ(prompt.shown.size(), 2U) << "nothing to lose";
+}
+
+TEST_F(KeybForm, KeyboardAlone)
+{
+    Open(ModuleKind::ICCR, KeypadDefaults, 1);
+    Press({Qt::Key_Space, Qt::Key_3, Qt::Key_Right});
+    EXPECT_EQ(Caption(), "Key 3");
+    Press({Qt::Key_Right}, Qt::ShiftModifier);
+    EXPECT_EQ(Caption(), "2 keys");
+    Press({Qt::Key_2, Qt::Key_Down, Qt::Key_Down, Qt::Key_U});
+    EXPECT_EQ(form->Session().Map(), "3022110011111110XX") << "past the tall key to the bottom row";
+    Press({Qt::Key_Z}, Qt::ControlModifier);
+    EXPECT_EQ(form->Session().Map(), "3022110011111111XX");
+    Press({Qt::Key_Z}, Qt::ControlModifier | Qt::ShiftModifier);
+    Click("Back");
+    EXPECT_EQ(settings.Xchange, "3022110011111110XX");
+}
+
+}  // namespace
+}  // namespace kelvora

@@ -1,0 +1,252 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <memory>
+
+#include "app/forms/MDIForm1.h"
+#include "fakes/FakeEventLoop.h"
+#include "fakes/FakeFileDialogs.h"
+#include "fakes/FakePrompt.h"
+#include "keymap/forms/frmKeyb.h"
+#include "layout/forms/StripView.h"
+#include "layout/forms/frmConfig.h"
+#include "platform/posix/PosixFiles.h"
+#include "platform/qt/Text.h"
+
+namespace kelvora {
+namespace {
+
+using namespace std::chrono_literals;
+
+// What a technician's file holds, byte for byte, before and after key 52 became a double horizontal key.
+const std::string Head = "[Kelvora]\r\nVersion = 2.0\r\n[KM096]\r\n";
+const std::string Rows =
+    "KeyMap = SS________SS _\r\n"
+    "         SS________SS _\r\n"
+    "         SS________SS _\r\n"
+    "         SSSSSSSSSSSS _\r\n";
+const std::string Before = Head + Rows +
+                           "         SSSSSSSSSSSS _\r\n"
+                           "         SSSSSSSSSSSS _\r\n"
+                           "         SSSSSSSSSSHH _\r\n"
+                           "         SSSSSSSSSSHH\r\n"
+                           "Fiscal = YES\r\nBacklight = NO \r\n[MCR]\r\nTracks = 1,2  \r\nTrack1Sep = ;\r\n"
+                           "Autoread = OFF\r\n\r\n";
+const std::string After = Head + Rows +
+                          "         SSSHHSSSSSSS _\r\n"
+                          "         SSSSSSSSSSSS _\r\n"
+                          "         SSSSSSSSSSHH _\r\n"
+                          "         SSSSSSSSSSHH\r\n"
+                          "Fiscal = YES\r\nBacklight = NO \r\n[MCR]\r\nTracks = 1,2  \r\nTrack1Sep = ;\r\n"
+                          "Autoread = OFF\r\n\r\n";
+
+class SetupWindow : public testing::Test {
+protected:
+    SetupWindow() : program({files, prompt, dialogs, loop}, {})
+    {
+        files.Write(path, Before);
+        window = std::make_unique<MDIForm1>(program, folder.path());
+        window->onClosed = [this] { closed = true; };
+        window->show();
+    }
+
+    /// Runs `act` on the key mapping form that a click on `button` opens.
+    void InKeyForm(StripButton button, const std::function<void(frmKeyb&)>& act)
+    {
+        QTimer::singleShot(0, [&act] {
+            auto* form = dynamic_cast<frmKeyb*>(QApplication::activeModalWidget());
+            ASSERT_NE(form, nullptr);
+            act(*form);
+        });
+        QTest::mouseClick(&window->ActiveSetup()->Strip().Button(button), Qt::LeftButton);
+    }
+
+    void Trigger(Command command) { window->Actions()[command].trigger(); }
+
+    static void Click(QWidget& form, const char* name)
+    {
+        auto* button = form.findChild<QAbstractButton*>(QLatin1String(name));
+        ASSERT_NE(button, nullptr) << name;
+        button->click();
+    }
+
+    void MakeKey52DoubleHorizontal()
+    {
+        InKeyForm(StripButton::Master, [](frmKeyb& form) {
+            Click(form, "Keys51");
+            Click(form, "KeyTypeOption2");
+            Click(form, "Back");
+        });
+    }
+
+    QTemporaryDir folder;
+    PosixFiles files;
+    FakePrompt prompt;
+    FakeFileDialogs dialogs;
+    FakeEventLoop loop;
+    Program program;
+    std::string path = PathFromQString(folder.path()) + "/Till.dat";
+    std::unique_ptr<MDIForm1> window;
+    bool closed = false;
+};
+
+TEST_F(SetupWindow, OpenChangeAKeySaveClose)
+{
+    dialogs.choices.push_back({path, PathFromQString(folder.path()), 1});
+    Trigger(Command::FileMenuOpen);
+    EXPECT_EQ(dialogs.asked.at(0).filters,
+              "Setup files (*.dat)|*.dat|Text files (*.txt)|*.txt|All files (*.*)|*.*");
+    frmConfig* setup = window->ActiveSetup();
+    ASSERT_NE(setup, nullptr);
+    EXPECT_EQ(setup->windowTitle(), "till[*]");
+    EXPECT_EQ(setup->Session().settings.PanelIndex, 1);
+    EXPECT_EQ(setup->Session().settings.FileName, LowerCase(path));
+    for (const auto& [button, shown] : {std::pair{StripButton::Master, true},
+                                        {StripButton::Backlight, true},
+                                        {StripButton::KM064, false},
+                                        {StripButton::MCR, true}})
+        EXPECT_EQ(setup->Strip().Button(button).isVisibleTo(setup), shown) << static_cast<int>(button);
+
+    // Quit without a change changes nothing, a part of the keyboard opens nothing.
+    InKeyForm(StripButton::Master, [](frmKeyb& form) { Click(form, "Back"); });
+    QTest::mouseClick(&setup->Strip().Button(StripButton::Backlight), Qt::LeftButton);
+    EXPECT_FALSE(setup->IsChanged());
+
+    MakeKey52DoubleHorizontal();
+    EXPECT_TRUE(setup->isWindowModified());
+    Trigger(Command::FileMenuSave);
+    EXPECT_FALSE(setup->isWindowModified());
+    EXPECT_EQ(files.Read(path), After);
+    EXPECT_EQ(files.Read(PathFromQString(folder.path()) + "/Till.bak"), Before);
+
+    Trigger(Command::FileMenuClose);
+    EXPECT_EQ(window->ActiveSetup(), nullptr);
+    EXPECT_TRUE(prompt.shown.empty());
+}
+
+TEST_F(SetupWindow, UndoTakesTheChangeAndTheMarkBack)
+{
+    window->OpenFiles({PathToQString(path)});
+    const SetupDocument opened = window->ActiveSetup()->Session().document;
+    MakeKey52DoubleHorizontal();
+    EXPECT_NE(window->ActiveSetup()->Session().document, opened);
+    Trigger(Command::EditMenuUndo);
+    EXPECT_EQ(window->ActiveSetup()->Session().document, opened);
+    EXPECT_FALSE(window->ActiveSetup()->isWindowModified());
+    // Opening what is open brings it forward.
+    window->OpenFiles({PathToQString(path)});
+    EXPECT_EQ(window->SetupWindows().size(), 1U);
+}
+
+TEST_F(SetupWindow, CloseQuestionSavesKeepsOrDiscards)
+{
+    window->OpenFiles({PathToQString(path)});
+    MakeKey52DoubleHorizontal();
+    prompt.answers = {Answer::Cancel};
+    Trigger(Command::FileMenuClose);
+    ASSERT_NE(window->ActiveSetup(), nullptr);
+    // The main window asks too, and stays.
+    prompt.answers = {Answer::Cancel};
+    window->close();
+    EXPECT_TRUE(window->isVisible());
+    prompt.answers = {Answer::Yes};
+    Trigger(Command::FileMenuClose);
+    EXPECT_EQ(window->ActiveSetup(), nullptr);
+    EXPECT_EQ(files.Read(path), After);
+    EXPECT_EQ(prompt.shown.size(), 3U);
+}
+
+TEST_F(SetupWindow, FailedWriteKeepsTheWindowUnlessTheUserLetsItGo)
+{
+    const auto saveInto = [&](const std::string& name) {
+        dialogs.choices.push_back({PathFromQString(folder.path()) + name, PathFromQString(folder.path()), 1});
+    };
+    Trigger(Command::FileMenuNew);
+    EXPECT_EQ(window->ActiveSetup()->windowTitle(), "PosConfiguration1[*]");
+    saveInto("/missing/x");
+    Trigger(Command::FileMenuSave);
+    ASSERT_EQ(prompt.shown.size(), 1U);
+    EXPECT_EQ(prompt.shown[0].body,
+              "File " + PathFromQString(folder.path()) + "/missing/x.dat\r\nNo such file or directory");
+    EXPECT_TRUE(window->ActiveSetup()->Session().settings.FileName.empty());
+    saveInto("/New Till");
+    Trigger(Command::FileMenuSave);
+    EXPECT_EQ(window->ActiveSetup()->windowTitle(), "new till.dat[*]");
+    EXPECT_EQ(files.Read(PathFromQString(folder.path()) + "/new till.dat"),
+              "[Kelvora]\r\nVersion = 2.0\r\n\r\n");
+    // Another file is replaced only after a question.
+    saveInto("/Till.dat");
+    prompt.answers = {Answer::No};
+    Trigger(Command::FileMenuSaveAs);
+    EXPECT_EQ(files.Read(path), Before);
+}
+
+TEST_F(SetupWindow, RejectedFileOpensEmptyOnYesAndIsNeverOverwrittenUnasked)
+{
+    files.Write(path, "[KM064]\r\n[KM096]\r\n");
+    prompt.answers = {Answer::No, Answer::Yes};
+    window->OpenFiles({PathToQString(path)});
+    EXPECT_EQ(window->ActiveSetup(), nullptr);
+    EXPECT_NE(prompt.shown.at(0).body.find("Line 2: Expected here: another module"), std::string::npos);
+    window->OpenFiles({PathToQString(path)});
+    ASSERT_NE(window->ActiveSetup(), nullptr);
+    EXPECT_TRUE(window->ActiveSetup()->Session().document.Modules.empty());
+    Trigger(Command::FileMenuSave);
+    EXPECT_EQ(dialogs.asked.size(), 1U);
+    EXPECT_EQ(files.Read(path), "[KM064]\r\n[KM096]\r\n");
+}
+
+TEST_F(SetupWindow, CommandsFollowTheWindowInFront)
+{
+    const auto enabled = [&](Command command) { return window->Actions()[command].isEnabled(); };
+    EXPECT_TRUE(enabled(Command::FileMenuNew) && enabled(Command::FileMenuOpen));
+    EXPECT_FALSE(enabled(Command::FileMenuSave) || enabled(Command::LayoutMenuAddKBMASTER));
+    Trigger(Command::FileMenuNew);
+    EXPECT_TRUE(enabled(Command::FileMenuSave) && enabled(Command::LayoutMenuAddKBMASTER));
+    EXPECT_FALSE(enabled(Command::LayoutMenuAddMCR) || enabled(Command::LayoutMenuDel));
+    window->OpenFiles({PathToQString(path)});
+    EXPECT_TRUE(enabled(Command::LayoutMenuAddKB64) && enabled(Command::LayoutMenuDel));
+    EXPECT_FALSE(enabled(Command::LayoutMenuAddKBMASTER) || enabled(Command::LayoutMenuAddMCR));
+    Trigger(Command::WindowMenuCloseAll);
+    EXPECT_FALSE(enabled(Command::FileMenuSave) || enabled(Command::LayoutMenuAddKB64));
+}
+
+TEST_F(SetupWindow, ClosingTakesTwoSecondsAndWaitsForARunningOperation)
+{
+    window->OpenFiles({PathToQString(path)});
+    window->Status().ShowOperation(" Line Scan + Flash Upload");
+    window->close();
+    EXPECT_TRUE(window->isVisible());
+    window->Status().ShowOperation(ToQString(program.IdleText()));
+    window->close();
+    EXPECT_FALSE(window->isVisible());
+    loop.Pass(1999ms);
+    EXPECT_FALSE(closed);
+    // No command is taken any more.
+    window->OpenFiles({PathToQString(path)});
+    loop.Pass(1ms);
+    EXPECT_TRUE(closed);
+    EXPECT_TRUE(window->SetupWindows().empty());
+}
+
+TEST_F(SetupWindow, DroppedFilesOpen)
+{
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(PathToQString(path))});
+    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    // The application passes a drop on only from its own drag.
+    static_cast<QObject&>(*window).event(&drop);
+    ASSERT_NE(window->ActiveSetup(), nullptr);
+    EXPECT_EQ(window->ActiveSetup()->windowTitle(), "till[*]");
+}
+
+}  // namespace
+}  // namespace kelvora
