@@ -1,0 +1,44 @@
+#!/usr/bin/env bash
+# Installs and builds what is missing, and starts the program:
+#   ./run.sh [ARGUMENT...]       the windows
+#   ./run.sh cli [ARGUMENT...]   the command line
+set -euo pipefail
+here=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")
+# shellcheck source=packaging/prepare.sh
+. "$here/packaging/prepare.sh"
+# shellcheck source=packaging/vnc.sh
+. "$here/packaging/vnc.sh"
+
+run_command_line() {
+    local program=$root/build/bin/kelvora-cli forms=OFF
+    install_packages core
+    # The windows are built on only where their packages are already there.
+    [[ -n $(missing_packages forms) ]] || forms=ON
+    configure release "KELVORA_FORMS:BOOL=$forms"
+    build release kelvora-cli
+    exec "$program" "$@"
+}
+
+run_windows() {
+    local program=$root/build/bin/kelvora
+    local -a steps=(core forms)
+    if [[ -z ${QT_QPA_PLATFORM:-} && -z ${DISPLAY:-} ]]; then
+        if [[ -n ${WAYLAND_DISPLAY:-} ]]; then
+            steps+=(wayland)
+            export QT_QPA_PLATFORM=wayland
+        else
+            steps+=(vnc)
+        fi
+    fi
+    install_packages "${steps[@]}"
+    configure release KELVORA_FORMS:BOOL=ON
+    build release
+    [[ " ${steps[*]} " != *" vnc "* ]] || run_on_vnc "$program" "$@"
+    exec "$program" "$@"
+}
+
+if [[ ${1:-} == cli ]]; then
+    run_command_line "${@:2}"
+else
+    run_windows "$@"
+fi
