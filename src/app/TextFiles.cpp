@@ -1,6 +1,7 @@
 #include "app/TextFiles.h"
 
 #include "app/ShowMessage.h"
+#include "platform/Encoding.h"
 
 namespace kelvora {
 
@@ -8,7 +9,8 @@ namespace {
 
 void ShowFileError(Prompt& prompt, const FileError& error)
 {
-    prompt.Show(ProductName, "File " + error.Path() + "\r\n" + error.what(), {BoxIcon::Exclamation});
+    prompt.Show(ProductName, "File " + TextFromPath(error.Path()) + "\r\n" + error.what(),
+                {BoxIcon::Exclamation});
 }
 
 }  // namespace

@@ -6,7 +6,6 @@
 #include "app/TextFiles.h"
 #include "cli/Verdict.h"
 #include "platform/posix/PosixFiles.h"
-#include "setup/SetupReader.h"
 #include "setup/SetupWriter.h"
 
 namespace kelvora {
@@ -35,15 +34,8 @@ int Format(const FormatRequest& request, Console& console)
         return ExitCode::Rejected;
     }
     try {
-        text = WriteSetup(document.Modules);
-        // A file may hold a separator that its own format cannot carry; it must not take the place of a good
-        // one.
-        ReadSetup(text);
-        Save(text, request, console);
+        Save(WriteSetup(document.Modules), request, console);
         return ExitCode::Done;
-    } catch (const SetupError& error) {
-        console.err << FailureLine(request.file, "not written, since line " + std::to_string(error.Line()) +
-                                                     " would be rejected: " + RejectionText(error));
     } catch (const FileError& error) {
         console.err << FailureLine(error.Path(), error.what());
     }

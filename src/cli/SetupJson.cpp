@@ -3,8 +3,8 @@
 #include <nlohmann/json.hpp>
 #include <string_view>
 
-#include "cli/Utf8.h"
 #include "keymap/Models.h"
+#include "platform/Encoding.h"
 
 namespace kelvora {
 

@@ -9,9 +9,9 @@
 
 #include "cli/KeyGridText.h"
 #include "cli/SetupJson.h"
-#include "cli/Utf8.h"
 #include "cli/Verdict.h"
 #include "keymap/Models.h"
+#include "platform/Encoding.h"
 #include "setup/DeviceCode.h"
 #include "setup/Options.h"
 

@@ -141,7 +141,8 @@ void Reader::TakeTracks(const SetupLine& line)
 void Reader::TakeSeparator(const SetupLine& line, std::size_t track)
 {
     ModuleRecord& record = RecordOf(ModuleKind::MCR, line);
-    if (line.value.size() != 1)
+    // "_" could be read, but not be written again: behind a blank it continues the line.
+    if (line.value.size() != 1 || line.value == "_")
         RejectLine(line.number, Expected::Separator);
     record.Options[Options::SeparatorAt + track] = line.value.front();
 }

@@ -51,6 +51,7 @@ TEST(SetupReader, NamesTheLineAndWhatWasExpected)
         {"fiscal value", "[KM096]\nFiscal=Y", 2, Expected::YesOrNo},
         {"auto-read value", "[MCR]\nAutoread=YES", 2, Expected::OnOrOff},
         {"tracks that no reader has", "[MCR]\nTracks=1,3", 2, Expected::Tracks},
+        {"separator that a written line could not carry", "[MCR]\nTrack1Sep=_", 2, Expected::Separator},
         {"separator of two characters", "[MCR]\nTrack1Sep=;;", 2, Expected::Separator},
         {"no separator", "[MCR]\nTrack3Sep= ", 2, Expected::Separator},
         {"master behind another module", "[KM064]\n[KM096]", 2, Expected::MasterFirst, Refused},

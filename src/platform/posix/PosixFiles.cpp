@@ -9,9 +9,9 @@
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <random>
-#include <system_error>
 #include <utility>
 
 namespace kelvora {
@@ -21,9 +21,11 @@ namespace {
 // Far above any text of the program; a sparse file of any size must not take the machine's memory.
 constexpr off_t LargestFile = off_t{1} << 30;
 
+// The system's description in English, whatever the locale: the user's locale may speak in other bytes than
+// the program's texts.
 [[noreturn]] void Fail(const std::string& path, int error)
 {
-    throw FileError(path, std::generic_category().message(error));
+    throw FileError(path, strerrordesc_np(error));
 }
 
 class Descriptor {
@@ -59,8 +61,9 @@ std::string ResolveLinks(const std::string& path)
             return target;
         const std::string next(text.data(), static_cast<std::size_t>(length));
         const std::size_t slash = target.rfind('/');
-        target =
-            next.starts_with('/') || slash == std::string::npos ? next : target.substr(0, slash + 1) + next;
+        target = next.starts_with('/') || slash == std::string::npos
+                     ? next
+                     : target.substr(0, slash + 1).append(next);
     }
     Fail(path, ELOOP);
 }

@@ -1,4 +1,4 @@
-#include "cli/Utf8.h"
+#include "platform/Encoding.h"
 
 #include <gtest/gtest.h>
 

@@ -1,16 +1,15 @@
-#include "cli/Utf8.h"
+#include "platform/Encoding.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdint>
 
 namespace kelvora {
 
 namespace {
 
 // The characters of codes 0x80 to 0x9F; all other codes are the characters of the same number.
-constexpr std::array<std::uint16_t, 32> Characters80To9F{
+constexpr std::array<char16_t, 32> Characters80To9F{
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
     0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
     0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
@@ -66,16 +65,39 @@ std::size_t SequenceLength(std::string_view bytes)
     return sequence->length;
 }
 
+// The character of one well-formed sequence.
+char32_t Decode(std::string_view sequence)
+{
+    constexpr std::array<unsigned, 5> FirstByteMasks{0, 0x7F, 0x1F, 0x0F, 0x07};
+    char32_t character = static_cast<unsigned char>(sequence.front()) & FirstByteMasks.at(sequence.size());
+    for (const char next : sequence.substr(1))
+        character = character << 6 | (static_cast<unsigned char>(next) & 0x3FU);
+    return character;
+}
+
 }  // namespace
+
+char16_t CharacterOf(unsigned char code)
+{
+    return code >= 0x80 && code < 0xA0 ? Characters80To9F.at(code - 0x80U) : code;
+}
+
+std::optional<char> CodeOf(char32_t character)
+{
+    if (character < 0x80 || (character >= 0xA0 && character <= 0xFF))
+        return static_cast<char>(character);
+    const auto* const found = std::ranges::find(Characters80To9F, character);
+    if (found == Characters80To9F.end())
+        return std::nullopt;
+    return static_cast<char>(0x80 + (found - Characters80To9F.begin()));
+}
 
 std::string Utf8FromText(std::string_view text)
 {
     std::string utf8;
     utf8.reserve(text.size());
-    for (const char c : text) {
-        const auto code = static_cast<unsigned char>(c);
-        AppendCharacter(utf8, code >= 0x80 && code < 0xA0 ? Characters80To9F.at(code - 0x80U) : code);
-    }
+    for (const char c : text)
+        AppendCharacter(utf8, CharacterOf(static_cast<unsigned char>(c)));
     return utf8;
 }
 
@@ -93,6 +115,19 @@ bool IsUtf8(std::string_view bytes)
 std::string Utf8FromPath(std::string_view path)
 {
     return IsUtf8(path) ? std::string(path) : Utf8FromText(path);
+}
+
+std::string TextFromPath(std::string_view path)
+{
+    if (!IsUtf8(path))
+        return std::string(path);
+    std::string text;
+    while (!path.empty()) {
+        const std::size_t length = SequenceLength(path);
+        text += CodeOf(Decode(path.substr(0, length))).value_or('?');
+        path.remove_prefix(length);
+    }
+    return text;
 }
 
 }  // namespace kelvora
