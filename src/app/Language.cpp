@@ -3,6 +3,7 @@
 #include <array>
 
 #include "app/ShowMessage.h"
+#include "platform/Encoding.h"
 #include "setup/TextConfiguration.h"
 
 namespace kelvora {
@@ -70,30 +71,11 @@ bool LoadOrWarn(Prompt& prompt, const std::string& language, const std::string& 
         load();
         return true;
     } catch (const FileError& error) {
-        WarnOfDefaults(prompt, language, path + ": " + error.what());
+        WarnOfDefaults(prompt, language, TextFromPath(path) + ": " + error.what());
     } catch (const SetupError& error) {
-        WarnOfDefaults(prompt, language, path + "\r\n" + DescribeUntranslated(error));
+        WarnOfDefaults(prompt, language, TextFromPath(path) + "\r\n" + DescribeUntranslated(error));
     }
     return false;
-}
-
-std::optional<MessageCatalogue> LoadCatalogue(const Files& files, Prompt& prompt,
-                                              const LanguageFolders& folders, const std::string& language)
-{
-    const std::string path = folders.program + "/Zel" + language + ".mes";
-    std::string description;
-    try {
-        std::string text = files.Read(path);
-        if (text.starts_with(CatalogueHeader))
-            return MessageCatalogue(std::move(text), language);
-        description = "Not a message file";
-    } catch (const FileError& error) {
-        description = error.what();
-    }
-    prompt.Show(StartTitle(),
-                path + ": " + description + "\r\n" + std::string(TextsOf(language).catalogueFailed),
-                {BoxIcon::Critical});
-    return std::nullopt;
 }
 
 constexpr std::array ExpectedTexts{
@@ -119,7 +101,7 @@ std::string PersonalSelectionFile(const LanguageFolders& folders)
 
 std::string LanguageSelectionText(std::string_view language)
 {
-    return "[CHOOSE]\r\nEXT = " + std::string(language);
+    return "[CHOOSE]\r\nEXT = " + std::string(language) + "\r\n";
 }
 
 std::optional<MessageCatalogue> LoadLanguage(const Files& files, Prompt& prompt,
@@ -141,6 +123,30 @@ std::optional<MessageCatalogue> LoadLanguage(const Files& files, Prompt& prompt,
     if (!loaded)
         language = DefaultLanguage;
     return LoadCatalogue(files, prompt, folders, language);
+}
+
+std::string MessageFile(const LanguageFolders& folders, std::string_view language)
+{
+    return folders.program + "/Zel" + std::string(language) + ".mes";
+}
+
+std::optional<MessageCatalogue> LoadCatalogue(const Files& files, Prompt& prompt,
+                                              const LanguageFolders& folders, const std::string& language)
+{
+    const std::string path = MessageFile(folders, language);
+    std::string description;
+    try {
+        std::string text = files.Read(path);
+        if (text.starts_with(CatalogueHeader))
+            return MessageCatalogue(std::move(text), language);
+        description = "Not a message file";
+    } catch (const FileError& error) {
+        description = error.what();
+    }
+    prompt.Show(StartTitle(),
+                path + ": " + description + "\r\n" + std::string(TextsOf(language).catalogueFailed),
+                {BoxIcon::Critical});
+    return std::nullopt;
 }
 
 std::string HelpFolder(const LanguageFolders& folders, std::string_view language)

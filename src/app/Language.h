@@ -35,6 +35,11 @@ std::string LanguageSelectionText(std::string_view language);
 std::optional<MessageCatalogue> LoadLanguage(const Files& files, Prompt& prompt,
                                              const LanguageFolders& folders, PosCfg& main);
 
+/// The message file of a language, and its catalogue; nothing, after a message, when it is not a valid one.
+std::string MessageFile(const LanguageFolders& folders, std::string_view language);
+std::optional<MessageCatalogue> LoadCatalogue(const Files& files, Prompt& prompt,
+                                              const LanguageFolders& folders, const std::string& language);
+
 /// The folder of a language's help pages, the counterpart of a help file beside the program.
 std::string HelpFolder(const LanguageFolders& folders, std::string_view language);
 

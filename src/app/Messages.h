@@ -187,8 +187,8 @@ inline constexpr MessageId OperationPanel{664, "Operation"};
 inline constexpr MessageId ToolbarTitle{665, "Toolbar"};
 inline constexpr MessageId PlacingHint{
     666, "Choose the place: arrow keys or mouse, Enter or a click drops, Esc cancels."};
-inline constexpr MessageId RestartNote{667, "The language could not be changed:"};
-inline constexpr MessageId PortAbsent{668, "not on this machine"};
+inline constexpr MessageId LanguageNotKept{667, "The choice of language could not be written:"};
+inline constexpr MessageId CommunicationsLine{668, "Com"};
 inline constexpr MessageId NotFound{669, "The file is no longer there:"};
 inline constexpr MessageId ViewMenu{670, "&View"};
 inline constexpr MessageId ViewMenuToolbar{671, "&Toolbar"};

@@ -1,8 +1,10 @@
 // What the windows of one run of the program share. `main` makes one and hands it on.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "app/Language.h"
 #include "app/MessageCatalogue.h"
@@ -10,6 +12,7 @@
 #include "platform/FileDialogs.h"
 #include "platform/Files.h"
 #include "platform/Prompt.h"
+#include "platform/SerialPort.h"
 #include "setup/PosCfg.h"
 
 namespace kelvora {
@@ -20,6 +23,9 @@ struct Platform {
     Prompt& prompt;
     FileDialogs& fileDialogs;
     EventLoop& eventLoop;
+
+    /// The serial ports behind COM1 to COM4; null, or none at all, where there is none.
+    std::array<SerialPort*, 4> ports{};
 };
 
 class Program {
@@ -28,6 +34,16 @@ public:
 
     /// Reads the language and its texts. False, after a message, when the program cannot go on.
     bool Load();
+
+    /// Speaks another language from now on and makes it the person's own choice. False, after a message, when
+    /// that language's texts or the choice's file stand in the way; nothing has changed then.
+    bool ChangeLanguage(const std::string& language);
+
+    /// Languages whose message files are there.
+    std::vector<std::string> Languages() const;
+
+    /// Whether COM`port` (1 to 4) can be used: it is open already, or can be opened.
+    bool IsPortAvailable(int port) const;
 
     /// The text of the status bar's operation panel while nothing runs; message 590, looked up once.
     const std::string& IdleText() const { return idleText_; }
@@ -59,6 +75,8 @@ public:
     bool interruptionRequested = false;
 
 private:
+    void TakeCatalogue(MessageCatalogue loaded);
+
     std::string idleText_;
 };
 

@@ -6,8 +6,8 @@ CommandState EnabledCommands(const CommandSituation& situation)
 {
     CommandState state;
     state.fileScan = situation.canScan;
-    if (situation.busy) {
-        // The operation needs the line and its window; both stay as they are until it ends.
+    if (situation.busy || situation.placing) {
+        // What runs needs its window, and the line, as they are until it ends.
         state.fileNew = false;
         state.fileOpen = false;
         state.fileScan = false;
@@ -21,7 +21,6 @@ CommandState EnabledCommands(const CommandSituation& situation)
     state.undo = situation.canUndo;
     state.redo = situation.canRedo;
     state.layout = EnabledCommands(*situation.modules);
-    state.communications = true;
     // The line tools follow the scan.
     state.rescan = state.fileScan;
     state.flash = state.fileScan;

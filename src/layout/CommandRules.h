@@ -10,6 +10,7 @@ struct CommandSituation {
     const ModuleList* modules = nullptr;  ///< of the setup window in front; null without one
     bool busy = false;                    ///< a device operation runs
     bool canScan = false;                 ///< the connection mode allows talking to the devices
+    bool placing = false;                 ///< a module is being placed: it is dropped or cancelled first
     bool canUndo = false;
     bool canRedo = false;
 };
@@ -25,7 +26,8 @@ struct CommandState {
     bool undo = false;
     bool redo = false;
     LayoutState layout{false, false, false, false, false, false, false, 0};
-    bool communications = false;
+    bool options = false;  ///< of the focused module
+    bool portSettings = false;
     bool rescan = false;
     bool flash = false;   ///< download, verify and the dumps
     bool wizard = false;  ///< the EEPROM wizard

@@ -1,4 +1,4 @@
-// Which layout commands a chain allows, and what they do to it.
+// Which layout commands a chain allows.
 #pragma once
 
 #include "setup/SetupDocument.h"

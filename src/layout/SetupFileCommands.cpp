@@ -5,6 +5,7 @@
 
 #include "app/ShowMessage.h"
 #include "app/TextFiles.h"
+#include "platform/Encoding.h"
 #include "setup/SetupError.h"
 #include "setup/SetupReader.h"
 #include "setup/SetupWriter.h"
@@ -59,7 +60,8 @@ std::optional<SetupFile> AskForSaving(Program& program, PosCfg& settings, std::s
         settings.OutFilterIndex = static_cast<std::int16_t>(choice->filterIndex);
         const Files& files = program.world.files;
         const std::string path = NameToWrite(files, WithEnding(choice->path, choice->filterIndex, ending));
-        if (!files.Exists(path) || program.Show(Message::Overwrite, YesNoStyle, path) == Answer::Yes)
+        if (!files.Exists(path) ||
+            program.Show(Message::Overwrite, YesNoStyle, TextFromPath(path)) == Answer::Yes)
             return MakeSetupFile(path);
         // Not that one: ask for another name.
         request.folder = choice->folder;
@@ -135,7 +137,8 @@ std::optional<OpenedSetup> OpenSetup(Program& program, const SetupFile& file)
     try {
         return OpenedSetup{ReadSetup(*text), file};
     } catch (const SetupError& error) {
-        const std::string reason = file.path + "\r\n" + DescribeSetupError(program.catalogue, error);
+        const std::string reason =
+            TextFromPath(file.path) + "\r\n" + DescribeSetupError(program.catalogue, error);
         if (program.Show(Message::RejectedFile, YesNoStyle, reason) != Answer::Yes)
             return std::nullopt;
         return OpenedSetup{};

@@ -4,6 +4,7 @@
 
 #include "app/ShowMessage.h"
 #include "layout/ModuleStrip.h"
+#include "platform/Encoding.h"
 
 namespace kelvora {
 
@@ -85,7 +86,7 @@ bool SetupSession::MayClose(bool changed)
         return false;
     if (!changed)
         return true;
-    switch (program_.Show(Message::SaveChanges, YesNoCancelStyle, settings.Name)) {
+    switch (program_.Show(Message::SaveChanges, YesNoCancelStyle, TextFromPath(settings.Name))) {
         case Answer::No:
             return true;
         case Answer::Yes:

@@ -1,25 +1,8 @@
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QCheckBox>
 #include <QDropEvent>
 #include <QMimeData>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
-#include <memory>
 
-#include "app/forms/MDIForm1.h"
-#include "fakes/FakeEventLoop.h"
-#include "fakes/FakeFileDialogs.h"
-#include "fakes/FakePrompt.h"
+#include "forms/MainWindowFixture.h"
 #include "keymap/forms/frmKeyb.h"
-#include "layout/forms/StripView.h"
-#include "layout/forms/frmConfig.h"
-#include "platform/posix/PosixFiles.h"
-#include "platform/qt/Text.h"
 
 namespace kelvora {
 namespace {
@@ -48,54 +31,23 @@ const std::string After = Head + Rows +
                           "Fiscal = YES\r\nBacklight = NO \r\n[MCR]\r\nTracks = 1,2  \r\nTrack1Sep = ;\r\n"
                           "Autoread = OFF\r\n\r\n";
 
-class SetupWindow : public testing::Test {
+class SetupWindow : public MainWindowFixture {
 protected:
-    SetupWindow() : program({files, prompt, dialogs, loop}, {})
+    SetupWindow()
     {
         files.Write(path, Before);
-        window = std::make_unique<MDIForm1>(program, folder.path());
-        window->onClosed = [this] { closed = true; };
-        window->show();
-    }
-
-    /// Runs `act` on the key mapping form that a click on `button` opens.
-    void InKeyForm(StripButton button, const std::function<void(frmKeyb&)>& act)
-    {
-        QTimer::singleShot(0, [&act] {
-            auto* form = dynamic_cast<frmKeyb*>(QApplication::activeModalWidget());
-            ASSERT_NE(form, nullptr);
-            act(*form);
-        });
-        QTest::mouseClick(&window->ActiveSetup()->Strip().Button(button), Qt::LeftButton);
-    }
-
-    void Trigger(Command command) { window->Actions()[command].trigger(); }
-
-    static void Click(QWidget& form, const char* name)
-    {
-        auto* button = form.findChild<QAbstractButton*>(QLatin1String(name));
-        ASSERT_NE(button, nullptr) << name;
-        button->click();
+        Start();
     }
 
     void MakeKey52DoubleHorizontal()
     {
-        InKeyForm(StripButton::Master, [](frmKeyb& form) {
-            Click(form, "Keys51");
-            Click(form, "KeyTypeOption2");
-            Click(form, "Back");
-        });
+        InDialog<frmKeyb>([this] { Click(StripButton::Master); },
+                          [](frmKeyb& form) {
+                              Press(form, "Keys51");
+                              Press(form, "KeyTypeOption2");
+                              Press(form, "Back");
+                          });
     }
-
-    QTemporaryDir folder;
-    PosixFiles files;
-    FakePrompt prompt;
-    FakeFileDialogs dialogs;
-    FakeEventLoop loop;
-    Program program;
-    std::string path = PathFromQString(folder.path()) + "/Till.dat";
-    std::unique_ptr<MDIForm1> window;
-    bool closed = false;
 };
 
 TEST_F(SetupWindow, OpenChangeAKeySaveClose)
@@ -116,8 +68,8 @@ TEST_F(SetupWindow, OpenChangeAKeySaveClose)
         EXPECT_EQ(setup->Strip().Button(button).isVisibleTo(setup), shown) << static_cast<int>(button);
 
     // Quit without a change changes nothing, a part of the keyboard opens nothing.
-    InKeyForm(StripButton::Master, [](frmKeyb& form) { Click(form, "Back"); });
-    QTest::mouseClick(&setup->Strip().Button(StripButton::Backlight), Qt::LeftButton);
+    InDialog<frmKeyb>([this] { Click(StripButton::Master); }, [](frmKeyb& form) { Press(form, "Back"); });
+    Click(StripButton::Backlight);
     EXPECT_FALSE(setup->IsChanged());
 
     MakeKey52DoubleHorizontal();
@@ -143,7 +95,7 @@ TEST_F(SetupWindow, UndoTakesTheChangeAndTheMarkBack)
     EXPECT_FALSE(window->ActiveSetup()->isWindowModified());
     // Opening what is open brings it forward.
     window->OpenFiles({PathToQString(path)});
-    EXPECT_EQ(window->SetupWindows().size(), 1U);
+    EXPECT_EQ(window->AllSetups().size(), 1U);
 }
 
 TEST_F(SetupWindow, CloseQuestionSavesKeepsOrDiscards)
@@ -234,7 +186,7 @@ TEST_F(SetupWindow, ClosingTakesTwoSecondsAndWaitsForARunningOperation)
     window->OpenFiles({PathToQString(path)});
     loop.Pass(1ms);
     EXPECT_TRUE(closed);
-    EXPECT_TRUE(window->SetupWindows().empty());
+    EXPECT_TRUE(window->AllSetups().empty());
 }
 
 TEST_F(SetupWindow, DroppedFilesOpen)

@@ -27,6 +27,7 @@ enum class Command {
     LayoutMenuAddICCR,
     LayoutMenuDel,
     LayoutMenuMove,
+    LayoutMenuOptions,
     CommunicationsMenuPosConnection,
     CommunicationsMenuKeybConnection,
     CommunicationsMenuSettings,

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPalette>
 #include <QSvgRenderer>
+#include <memory>
 
 namespace kelvora {
 
@@ -25,16 +26,13 @@ public:
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State /*state*/) override
     {
-        if (drawing_.isEmpty())
-            drawing_ = ReadDrawing(name_);
         const QPalette palette = QApplication::palette();
-        const QColor colour =
-            palette.color(mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::ButtonText);
-        QSvgRenderer renderer(QByteArray(drawing_).replace("currentColor", colour.name().toLatin1()));
+        QSvgRenderer& drawing = DrawingIn(
+            palette.color(mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::ButtonText));
         painter->save();
         if (mode == QIcon::Disabled)
             painter->setOpacity(DisabledOpacity);
-        renderer.render(painter, rect);
+        drawing.render(painter, rect);
         painter->restore();
     }
 
@@ -50,8 +48,19 @@ public:
     QIconEngine* clone() const override { return new DrawnIcon(name_); }
 
 private:
+    // A toolbar button is drawn again with each move of the mouse over it: the drawing is read once a colour.
+    QSvgRenderer& DrawingIn(const QColor& colour)
+    {
+        if (!drawing_ || colour != colour_)
+            drawing_ = std::make_unique<QSvgRenderer>(
+                ReadDrawing(name_).replace("currentColor", colour.name().toLatin1()));
+        colour_ = colour;
+        return *drawing_;
+    }
+
     QString name_;
-    QByteArray drawing_;
+    QColor colour_;
+    std::unique_ptr<QSvgRenderer> drawing_;
 };
 
 }  // namespace

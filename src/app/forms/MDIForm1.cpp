@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
-#include <QFileInfo>
 #include <QMdiSubWindow>
 #include <QMimeData>
 #include <QPainter>
@@ -11,6 +10,7 @@
 #include "app/ShowMessage.h"
 #include "app/forms/HelpWindow.h"
 #include "app/forms/Icons.h"
+#include "layout/Connection.h"
 #include "layout/forms/frmConfig.h"
 #include "platform/qt/Text.h"
 
@@ -23,16 +23,6 @@ constexpr std::chrono::milliseconds ClosingTime{2000};
 
 constexpr QSize InitialSize(980, 620);
 
-QString ConnectionText(ConnectionMode mode)
-{
-    return mode == ConnectionMode::Keyboard ? QStringLiteral(" KEYB") : QStringLiteral(" POS");
-}
-
-QString PortText(const PosCfg& settings)
-{
-    return QStringLiteral(" COM%1: %2").arg(settings.CommsPort).arg(ToQString(settings.PortSettings));
-}
-
 }  // namespace
 
 MDIForm1::MDIForm1(Program& program, const QString& configFolder)
@@ -42,7 +32,8 @@ MDIForm1::MDIForm1(Program& program, const QString& configFolder)
       area_(new QMdiArea(this)),
       toolbar_(new MainToolbar(commands_, this)),
       status_(new StatusPanels(this)),
-      memory_(configFolder)
+      memory_(configFolder),
+      setups_(*area_, program, memory_)
 {
     setObjectName(QStringLiteral("MDIForm1"));
     setWindowTitle(ToQString(ProductName));
@@ -58,7 +49,10 @@ MDIForm1::MDIForm1(Program& program, const QString& configFolder)
     resize(InitialSize);
     memory_.RestoreWindow(*this);
     memory_.RestoreFolders(program_.main);
-    Connect();
+    ConnectFileCommands();
+    ConnectLayoutCommands();
+    ConnectGeneralCommands();
+    ConnectMenus();
     Retranslate();
     Refresh();
 }
@@ -70,57 +64,85 @@ MDIForm1::~MDIForm1()
     delete help_;
 }
 
-void MDIForm1::Connect()
+void MDIForm1::ConnectFileCommands()
+{
+    On(Command::FileMenuNew, [this] { setups_.New(SetupMode::New); });
+    On(Command::FileMenuOpen, [this] { setups_.New(SetupMode::Open); });
+    OnSetup(Command::FileMenuSave, [](frmConfig& setup) { setup.FileMenuSave_Click(); });
+    OnSetup(Command::FileMenuSaveAs, [](frmConfig& setup) { setup.FileMenuSaveAs_Click(); });
+    On(Command::FileMenuClose, [this] { area_->closeActiveSubWindow(); });
+    On(Command::FileMenuExit, [this] { close(); });
+    OnSetup(Command::EditMenuUndo, [](frmConfig& setup) { setup.UndoStack().undo(); });
+    OnSetup(Command::EditMenuRedo, [](frmConfig& setup) { setup.UndoStack().redo(); });
+}
+
+void MDIForm1::ConnectLayoutCommands()
+{
+    const auto adds = [this](Command command, ModuleKind kind) {
+        OnSetup(command, [kind](frmConfig& setup) { setup.LayoutMenuAdd_Click(kind); });
+    };
+    adds(Command::LayoutMenuAddKBMASTER, ModuleKind::KM096);
+    adds(Command::LayoutMenuAddKB64, ModuleKind::KM064);
+    adds(Command::LayoutMenuAddMCR, ModuleKind::MCR);
+    adds(Command::LayoutMenuAddICCR, ModuleKind::ICCR);
+    OnSetup(Command::LayoutMenuDel, [](frmConfig& setup) { setup.LayoutMenuDel_Click(); });
+    OnSetup(Command::LayoutMenuMove, [](frmConfig& setup) { setup.LayoutMenuMove_Click(); });
+    OnSetup(Command::LayoutMenuOptions, [](frmConfig& setup) { setup.LayoutMenuOptions_Click(); });
+}
+
+void MDIForm1::ConnectGeneralCommands()
 {
     for (std::size_t i = 0; i < CommandCount; ++i)
         addAction(&commands_[static_cast<Command>(i)]);
-    ConnectFileCommands();
-    ConnectWindowCommands();
-    connect(area_, &QMdiArea::subWindowActivated, this, [this] { Refresh(); });
-    toolbar_->mayChooseDump = [this] { return ActiveSetup() != nullptr; };
-    menu_.recentFiles = [this] { return memory_.RecentFiles(); };
-    menu_.openRecent = [this](const QString& path) { OpenRecent(path); };
-    menu_.clearRecent = [this] { memory_.ClearRecentFiles(); };
-    menu_.listWindows = [this](QMenu& menu) { ListWindows(menu); };
-}
-
-void MDIForm1::ConnectFileCommands()
-{
-    const auto on = [this](Command command, auto action) {
-        connect(&commands_[command], &QAction::triggered, this, action);
-    };
-    on(Command::FileMenuNew, [this] { NewSetup(SetupMode::New); });
-    on(Command::FileMenuOpen, [this] { NewSetup(SetupMode::Open); });
-    on(Command::FileMenuSave, [this] { WithSetup(&frmConfig::FileMenuSave_Click); });
-    on(Command::FileMenuSaveAs, [this] { WithSetup(&frmConfig::FileMenuSaveAs_Click); });
-    on(Command::FileMenuClose, [this] { area_->closeActiveSubWindow(); });
-    on(Command::FileMenuExit, [this] { close(); });
-    on(Command::EditMenuUndo, [this] {
-        if (frmConfig* setup = ActiveSetup())
-            setup->UndoStack().undo();
-    });
-    on(Command::EditMenuRedo, [this] {
-        if (frmConfig* setup = ActiveSetup())
-            setup->UndoStack().redo();
-    });
-}
-
-void MDIForm1::ConnectWindowCommands()
-{
-    const auto on = [this](Command command, auto action) {
-        connect(&commands_[command], &QAction::triggered, this, action);
-    };
-    on(Command::ViewMenuToolbar, [this](bool shown) { toolbar_->setVisible(shown); });
-    on(Command::ViewMenuStatusBar, [this](bool shown) { status_->setVisible(shown); });
-    on(Command::WindowMenuCascade, [this] { area_->cascadeSubWindows(); });
-    on(Command::WindowMenuTile, [this] { area_->tileSubWindows(); });
-    on(Command::WindowMenuNext, [this] { area_->activateNextSubWindow(); });
-    on(Command::WindowMenuPrevious, [this] { area_->activatePreviousSubWindow(); });
-    on(Command::WindowMenuCloseAll, [this] { area_->closeAllSubWindows(); });
-    on(Command::HelpMenuGuide, [this] { ShowHelp(); });
-    on(Command::HelpMenuAbout, [this] { ShowAbout(); });
+    On(Command::ViewMenuToolbar, [this](bool shown) { toolbar_->setVisible(shown); });
+    On(Command::ViewMenuStatusBar, [this](bool shown) { status_->setVisible(shown); });
+    On(Command::WindowMenuCascade, [this] { area_->cascadeSubWindows(); });
+    On(Command::WindowMenuTile, [this] { area_->tileSubWindows(); });
+    On(Command::WindowMenuNext, [this] { area_->activateNextSubWindow(); });
+    On(Command::WindowMenuPrevious, [this] { area_->activatePreviousSubWindow(); });
+    On(Command::WindowMenuCloseAll, [this] { area_->closeAllSubWindows(); });
+    On(Command::HelpMenuGuide, [this] { ShowHelp(); });
+    On(Command::HelpMenuAbout, [this] { ShowAbout(); });
     commands_[Command::ViewMenuToolbar].setChecked(toolbar_->isVisibleTo(this));
     commands_[Command::ViewMenuStatusBar].setChecked(true);
+}
+
+void MDIForm1::ConnectMenus()
+{
+    connect(area_, &QMdiArea::subWindowActivated, this, [this] { Refresh(); });
+    setups_.onNew = [this](frmConfig& setup) { Prepare(setup); };
+    toolbar_->mayChooseDump = [this] { return ActiveSetup() != nullptr; };
+    menu_.recentFiles = [this] { return memory_.RecentFiles(); };
+    menu_.openRecent = [this](const QString& path) { setups_.OpenRecent(path); };
+    menu_.clearRecent = [this] { memory_.ClearRecentFiles(); };
+    menu_.listWindows = [this](QMenu& menu) { setups_.List(menu); };
+    menu_.selectPort = [this](int port) {
+        if (frmConfig* setup = ActiveSetup())
+            setup->SelectPort(static_cast<std::int16_t>(port));
+    };
+    menu_.isPortAvailable = [this](int port) { return program_.IsPortAvailable(port); };
+    menu_.languages = [this] { return program_.Languages(); };
+    menu_.language = [this] { return program_.catalogue.Language(); };
+    menu_.changeLanguage = [this](const std::string& language) { ChangeLanguage(language); };
+}
+
+void MDIForm1::Prepare(frmConfig& setup)
+{
+    setup.onChange = [this] { Refresh(); };
+    setup.onFile = [this, &setup] { setups_.Remember(setup); };
+    setup.onInterrupt = [this] { Interrupt(); };
+    setup.onLayoutMenu = [this](const QPoint& place) { menu_.Layout().popup(place); };
+}
+
+void MDIForm1::OpenFiles(const QStringList& paths)
+{
+    if (closing_ != Closing::No)
+        return;
+    setups_.OpenFiles(paths);
+    if (isMinimized())
+        showNormal();
+    activateWindow();
+    raise();
 }
 
 void MDIForm1::Retranslate()
@@ -130,149 +152,44 @@ void MDIForm1::Retranslate()
     toolbar_->Retranslate(program_.catalogue);
     status_->Retranslate(program_.catalogue);
     status_->ShowOperation(ToQString(program_.IdleText()));
-    for (frmConfig* setup : SetupWindows())
+    area_->viewport()->update();
+    for (frmConfig* setup : AllSetups())
         setup->Retranslate();
 }
 
-frmConfig* MDIForm1::ActiveSetup() const
+void MDIForm1::ChangeLanguage(const std::string& language)
 {
-    const QMdiSubWindow* active = area_->currentSubWindow();
-    return active ? dynamic_cast<frmConfig*>(active->widget()) : nullptr;
-}
-
-std::vector<frmConfig*> MDIForm1::SetupWindows() const
-{
-    std::vector<frmConfig*> windows;
-    for (const QMdiSubWindow* window : area_->subWindowList())
-        if (auto* setup = dynamic_cast<frmConfig*>(window->widget()))
-            windows.push_back(setup);
-    return windows;
+    if (language == program_.catalogue.Language() || !program_.ChangeLanguage(language))
+        return;
+    // The help is opened anew in the new language.
+    delete help_;
+    if (onLanguage)
+        onLanguage();
+    Retranslate();
 }
 
 void MDIForm1::Refresh()
 {
     frmConfig* setup = ActiveSetup();
     // Scanning waits for a line: until the program has one, its entries and all that follow it stay disabled.
-    constexpr bool CanScan = false;
-    commands_.Apply(setup ? setup->Commands(CanScan) : EnabledCommands(CommandSituation{}));
+    constexpr bool HasLine = false;
     menu_.ShowSetupEntries(setup != nullptr);
-    const PosCfg& settings = setup ? setup->Session().settings : program_.main;
-    status_->ShowMode(setup ? ConnectionText(settings.ConnectionMode) : QString());
-    status_->ShowPort(PortText(settings));
-    status_->ShowStatus(setup ? PathToQString(setup->Session().File().path) : QString());
-    if (setup)
-        setup->FocusStrip();
-    else
+    if (!setup) {
+        commands_.Apply(EnabledCommands(CommandSituation{}));
+        status_->ShowMode(QString());
+        status_->ShowPort(ToQString(PortText(program_.main)));
+        status_->ShowStatus(QString());
         area_->viewport()->update();
-}
-
-void MDIForm1::NewSetup(SetupMode mode, const std::optional<std::string>& path)
-{
-    program_.setupMode = mode;
-    auto window = std::make_unique<frmConfig>(program_);
-    const bool loaded = window->Form_Load(path);
-    Remember(*window);
-    if (!loaded)
-        return;
-    // A file that is open in another window is not shown twice.
-    const std::string& file = window->Session().File().path;
-    if (!file.empty() && BringForward(file))
-        return;
-    ShowSetup(std::move(window));
-}
-
-void MDIForm1::ShowSetup(std::unique_ptr<frmConfig> window)
-{
-    frmConfig* setup = window.release();
-    QMdiSubWindow* frame = area_->addSubWindow(setup);
-    frame->setWindowIcon(ProgramIcon());
-    setup->onChange = [this, setup] {
-        Remember(*setup);
-        Refresh();
-    };
-    setup->onInterrupt = [this] { Interrupt(); };
-    // Large is what a technician wants to see; one who has arranged the windows keeps the arrangement.
-    const auto frames = area_->subWindowList();
-    const bool arranged = frames.size() > 1 && !frames.constFirst()->isMaximized();
-    if (arranged)
-        frame->show();
-    else
-        frame->showMaximized();
-    Refresh();
-}
-
-bool MDIForm1::BringForward(const std::string& path)
-{
-    const QString wanted = QFileInfo(PathToQString(path)).canonicalFilePath();
-    for (QMdiSubWindow* frame : area_->subWindowList()) {
-        const auto* setup = dynamic_cast<frmConfig*>(frame->widget());
-        if (!setup || wanted.isEmpty())
-            continue;
-        const std::string& open = const_cast<frmConfig*>(setup)->Session().File().path;
-        if (!open.empty() && QFileInfo(PathToQString(open)).canonicalFilePath() == wanted) {
-            area_->setActiveSubWindow(frame);
-            return true;
-        }
-    }
-    return false;
-}
-
-void MDIForm1::OpenFiles(const QStringList& paths)
-{
-    if (closing_ != Closing::No)
-        return;
-    for (const QString& path : paths) {
-        const std::string file = PathFromQString(QFileInfo(path).absoluteFilePath());
-        if (!BringForward(file))
-            NewSetup(SetupMode::Open, file);
-    }
-    if (isMinimized())
-        showNormal();
-    activateWindow();
-    raise();
-}
-
-void MDIForm1::OpenRecent(const QString& path)
-{
-    if (!QFileInfo::exists(path)) {
-        memory_.RemoveRecentFile(path);
-        program_.Show(Message::NotFound, {BoxIcon::Exclamation}, PathFromQString(path));
         return;
     }
-    OpenFiles({path});
-}
-
-void MDIForm1::Remember(frmConfig& window)
-{
-    const PosCfg& settings = window.Session().settings;
-    program_.main.InInitDir = settings.InInitDir;
-    program_.main.InFilterIndex = settings.InFilterIndex;
-    program_.main.OutInitDir = settings.OutInitDir;
-    program_.main.OutFilterIndex = settings.OutFilterIndex;
-    if (!window.Session().File().path.empty())
-        memory_.AddRecentFile(PathToQString(window.Session().File().path));
-}
-
-void MDIForm1::WithSetup(void (frmConfig::*command)())
-{
-    if (frmConfig* setup = ActiveSetup())
-        (setup->*command)();
-}
-
-void MDIForm1::ListWindows(QMenu& menu)
-{
-    int number = 1;
-    for (QMdiSubWindow* frame : area_->subWindowList()) {
-        QString title = frame->windowTitle();
-        title.replace(QStringLiteral("[*]"), frame->isWindowModified() ? QStringLiteral("*") : QString());
-        title.replace('&', QStringLiteral("&&"));
-        QAction* entry = menu.addAction(
-            (number < 10 ? QStringLiteral("&%1  %2") : QStringLiteral("%1  %2")).arg(number).arg(title));
-        entry->setCheckable(true);
-        entry->setChecked(frame == area_->currentSubWindow());
-        connect(entry, &QAction::triggered, frame, [this, frame] { area_->setActiveSubWindow(frame); });
-        ++number;
-    }
+    const PosCfg& settings = setup->Session().settings;
+    commands_.Apply(setup->State(HasLine && AllowsScan(settings.ConnectionMode)));
+    menu_.ShowPort(settings.CommsPort);
+    status_->ShowMode(ToQString(ModeText(settings.ConnectionMode)));
+    status_->ShowPort(ToQString(PortText(settings)));
+    status_->ShowStatus(setup->IsPlacing() ? ToQString(program_.catalogue.Caption(Message::PlacingHint))
+                                           : PathToQString(setup->Session().File().path));
+    setup->FocusStrip();
 }
 
 bool MDIForm1::MayShutDown()
@@ -281,9 +198,9 @@ bool MDIForm1::MayShutDown()
     if (!operation.isEmpty() && operation != ToQString(program_.IdleText()).trimmed())
         return false;
     // All are asked before any closes, so that a Cancel leaves everything as it was.
-    for (frmConfig* setup : SetupWindows()) {
+    for (frmConfig* setup : AllSetups()) {
         if (setup->IsChanged())
-            area_->setActiveSubWindow(dynamic_cast<QMdiSubWindow*>(setup->parentWidget()));
+            setups_.Activate(*setup);
         if (!setup->MayClose())
             return false;
     }
@@ -301,17 +218,24 @@ void MDIForm1::ShutDown()
         help_->hide();
     hide();
     program_.world.eventLoop.After(ClosingTime, [window = QPointer<MDIForm1>(this)] {
-        if (!window)
-            return;
-        for (frmConfig* setup : window->SetupWindows())
-            setup->CloseUnasked();
-        window->area_->closeAllSubWindows();
-        window->status_->ShowStatus(QString());
-        window->closing_ = Closing::Done;
-        window->close();
-        if (window->onClosed)
-            window->onClosed();
+        if (window)
+            window->EndShutdown();
     });
+}
+
+void MDIForm1::EndShutdown()
+{
+    for (SerialPort* port : program_.world.ports)
+        if (port && port->IsOpen())
+            port->Close();
+    status_->ShowStatus(QString());
+    for (frmConfig* setup : AllSetups())
+        setup->CloseUnasked();
+    area_->closeAllSubWindows();
+    closing_ = Closing::Done;
+    close();
+    if (onClosed)
+        onClosed();
 }
 
 void MDIForm1::closeEvent(QCloseEvent* event)

@@ -5,17 +5,15 @@
 #include <QMdiArea>
 #include <QPointer>
 #include <functional>
-#include <memory>
 #include <vector>
 
 #include "app/Program.h"
 #include "app/forms/Commands.h"
 #include "app/forms/MainMenu.h"
 #include "app/forms/MainToolbar.h"
+#include "app/forms/SetupWindows.h"
 #include "app/forms/StatusPanels.h"
 #include "app/forms/WindowMemory.h"
-
-class QMdiSubWindow;
 
 namespace kelvora {
 
@@ -30,7 +28,7 @@ public:
     MDIForm1(const MDIForm1&) = delete;
     MDIForm1& operator=(const MDIForm1&) = delete;
 
-    /// Opens each file in a window of its own; one that is open already comes to the front.
+    /// Opens files that were named at the start, dropped or handed over, and comes to the front.
     void OpenFiles(const QStringList& paths);
 
     /// Called once when the windows are hidden and the program is about to end.
@@ -39,12 +37,14 @@ public:
     /// Called when the program has ended its two seconds of closing down.
     std::function<void()> onClosed;
 
+    /// Called when the program speaks another language.
+    std::function<void()> onLanguage;
+
     Commands& Actions() { return commands_; }
     StatusPanels& Status() { return *status_; }
-
-    /// The setup window in front; null without one.
-    frmConfig* ActiveSetup() const;
-    std::vector<frmConfig*> SetupWindows() const;
+    MainMenu& Menu() { return menu_; }
+    frmConfig* ActiveSetup() const { return setups_.Active(); }
+    std::vector<frmConfig*> AllSetups() const { return setups_.All(); }
 
     QMenu* createPopupMenu() override { return nullptr; }
 
@@ -55,22 +55,34 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void Connect();
     void ConnectFileCommands();
-    void ConnectWindowCommands();
+    void ConnectLayoutCommands();
+    void ConnectGeneralCommands();
+    void ConnectMenus();
+    void Prepare(frmConfig& setup);
     void Retranslate();
     void Refresh();
-    void ListWindows(QMenu& menu);
+    void ChangeLanguage(const std::string& language);
 
-    void NewSetup(SetupMode mode, const std::optional<std::string>& path = std::nullopt);
-    void ShowSetup(std::unique_ptr<frmConfig> window);
-    bool BringForward(const std::string& path);
-    void OpenRecent(const QString& path);
-    void Remember(frmConfig& window);
-    void WithSetup(void (frmConfig::*command)());
+    template <class Action>
+    void On(Command command, Action action)
+    {
+        connect(&commands_[command], &QAction::triggered, this, action);
+    }
+
+    /// Runs `action` on the setup window in front.
+    template <class Action>
+    void OnSetup(Command command, Action action)
+    {
+        On(command, [this, action] {
+            if (frmConfig* setup = ActiveSetup())
+                action(*setup);
+        });
+    }
 
     bool MayShutDown();
     void ShutDown();
+    void EndShutdown();
     void ShowHelp();
     void ShowAbout();
     void Interrupt();
@@ -82,6 +94,7 @@ private:
     MainToolbar* toolbar_;
     StatusPanels* status_;
     WindowMemory memory_;
+    SetupWindows setups_;
     QPointer<HelpWindow> help_;
     enum class Closing { No, Waiting, Done } closing_ = Closing::No;
 };

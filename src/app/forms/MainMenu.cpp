@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 
+#include "app/Language.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -10,7 +11,9 @@ MainMenu::MainMenu(QMenuBar& bar, Commands& commands) : commands_(commands)
 {
     MakeFileMenu(bar);
     MakeSetupMenus(bar);
-    MakeLineMenus(bar);
+    MakeCommunicationsMenu(bar);
+    MakeToolsMenu(bar);
+    MakeViewMenu(bar);
     MakeGeneralMenus(bar);
 }
 
@@ -52,11 +55,50 @@ void MainMenu::MakeSetupMenus(QMenuBar& bar)
         add->addAction(&commands_[command]);
     layout_->addAction(&commands_[Command::LayoutMenuDel]);
     layout_->addAction(&commands_[Command::LayoutMenuMove]);
+    layout_->addSeparator();
+    layout_->addAction(&commands_[Command::LayoutMenuOptions]);
     setupEntries_.push_back(edit->menuAction());
     setupEntries_.push_back(layout_->menuAction());
 }
 
-void MainMenu::MakeLineMenus(QMenuBar& bar)
+void MainMenu::MakeCommunicationsMenu(QMenuBar& bar)
+{
+    QMenu* menu = AddMenu(&bar, "CommunicationsMenu", Message::CommunicationsMenu);
+    menu->addAction(&commands_[Command::CommunicationsMenuPosConnection]);
+    menu->addAction(&commands_[Command::CommunicationsMenuKeybConnection]);
+    QAction* separator = menu->addSeparator();
+    separator->setObjectName(QStringLiteral("CommunicationsMenuBar1"));
+    // A setup window fixes its mode when it is loaded; the menu does not offer the choice.
+    commands_[Command::CommunicationsMenuPosConnection].setVisible(false);
+    commands_[Command::CommunicationsMenuKeybConnection].setVisible(false);
+    separator->setVisible(false);
+    QMenu* lines = AddMenu(menu, "CommunicationsMenuLines", Message::CommunicationsMenuLines);
+    for (std::size_t i = 0; i < ports_.size(); ++i) {
+        const int port = static_cast<int>(i) + 1;
+        QAction* line = lines->addAction(QString());
+        line->setObjectName(QStringLiteral("CommunicationsMenuLine%1").arg(port));
+        line->setCheckable(true);
+        QObject::connect(line, &QAction::triggered, lines, [this, port] {
+            selectPort(port);
+            ShowPort(port);
+        });
+        ports_.at(i) = line;
+    }
+    QObject::connect(lines, &QMenu::aboutToShow, lines, [this] {
+        for (std::size_t i = 0; i < ports_.size(); ++i)
+            ports_.at(i)->setEnabled(isPortAvailable(static_cast<int>(i) + 1));
+    });
+    menu->addAction(&commands_[Command::CommunicationsMenuSettings]);
+    setupEntries_.push_back(menu->menuAction());
+}
+
+void MainMenu::ShowPort(int port)
+{
+    for (std::size_t i = 0; i < ports_.size(); ++i)
+        ports_.at(i)->setChecked(static_cast<int>(i) + 1 == port);
+}
+
+void MainMenu::MakeToolsMenu(QMenuBar& bar)
 {
     QMenu* tools = AddMenu(&bar, "ToolsMenu", Message::ToolsMenu);
     tools->addAction(&commands_[Command::ToolsMenuRescanLine]);
@@ -71,11 +113,32 @@ void MainMenu::MakeLineMenus(QMenuBar& bar)
     setupEntries_.push_back(tools->menuAction());
 }
 
-void MainMenu::MakeGeneralMenus(QMenuBar& bar)
+void MainMenu::MakeViewMenu(QMenuBar& bar)
 {
     QMenu* view = AddMenu(&bar, "ViewMenu", Message::ViewMenu);
     view->addAction(&commands_[Command::ViewMenuToolbar]);
     view->addAction(&commands_[Command::ViewMenuStatusBar]);
+    view->addSeparator();
+    languages_ = AddMenu(view, "LanguageMenu", Message::LanguageMenu);
+    QObject::connect(languages_, &QMenu::aboutToShow, languages_, [this] { ListLanguages(); });
+}
+
+void MainMenu::ListLanguages()
+{
+    languages_->clear();
+    for (const std::string& code : languages()) {
+        // Each in its own language, for one who cannot read the present one.
+        QAction* entry =
+            languages_->addAction(code == Italian ? QStringLiteral("&Italiano") : QStringLiteral("&English"));
+        entry->setObjectName(QStringLiteral("Language") + ToQString(code));
+        entry->setCheckable(true);
+        entry->setChecked(code == language());
+        QObject::connect(entry, &QAction::triggered, languages_, [this, code] { changeLanguage(code); });
+    }
+}
+
+void MainMenu::MakeGeneralMenus(QMenuBar& bar)
+{
     QMenu* window = AddMenu(&bar, "WindowMenu", Message::WindowMenu);
     QObject::connect(window, &QMenu::aboutToShow, window, [this, window] {
         window->clear();
@@ -117,6 +180,9 @@ void MainMenu::Retranslate(const MessageCatalogue& catalogue)
 {
     for (const Titled& row : titled_)
         row.menu->setTitle(ToQString(catalogue.Caption(row.caption)));
+    const QString com = ToQString(catalogue.Caption(Message::CommunicationsLine));
+    for (std::size_t i = 0; i < ports_.size(); ++i)
+        ports_.at(i)->setText(com + QStringLiteral("&%1").arg(i + 1));
     clearText_ = ToQString(catalogue.Caption(Message::FileMenuRecentClear));
 }
 

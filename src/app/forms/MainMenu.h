@@ -4,7 +4,9 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QStringList>
+#include <array>
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "app/MessageCatalogue.h"
@@ -22,6 +24,18 @@ public:
     std::function<void()> clearRecent;
     std::function<void(QMenu&)> listWindows;
 
+    /// The ports of the Communications menu, 1 to 4.
+    std::function<bool(int port)> isPortAvailable;
+    std::function<void(int port)> selectPort;
+
+    /// The languages to choose from, and the one in force, by their codes.
+    std::function<std::vector<std::string>()> languages;
+    std::function<std::string()> language;
+    std::function<void(const std::string& code)> changeLanguage;
+
+    /// Marks the port in use.
+    void ShowPort(int port);
+
     void Retranslate(const MessageCatalogue& catalogue);
 
     /// Shows what only a setup window uses, or hides it.
@@ -33,9 +47,12 @@ private:
     QMenu* AddMenu(QWidget* parent, const char* name, const MessageId& caption);
     void MakeFileMenu(QMenuBar& bar);
     void MakeSetupMenus(QMenuBar& bar);
-    void MakeLineMenus(QMenuBar& bar);
+    void MakeCommunicationsMenu(QMenuBar& bar);
+    void MakeToolsMenu(QMenuBar& bar);
+    void MakeViewMenu(QMenuBar& bar);
     void MakeGeneralMenus(QMenuBar& bar);
     void ListRecentFiles();
+    void ListLanguages();
 
     struct Titled {
         QMenu* menu;
@@ -47,6 +64,8 @@ private:
     std::vector<QAction*> setupEntries_;
     QMenu* recent_ = nullptr;
     QMenu* layout_ = nullptr;
+    QMenu* languages_ = nullptr;
+    std::array<QAction*, 4> ports_{};
     QString clearText_;
 };
 

@@ -1,8 +1,10 @@
-// One running copy of the program for each user. A further start hands its files to the running copy.
+// One running copy of the program for each user. A further start hands its files to the running copy, through
+// a local socket: one packet with the paths, each but the last followed by a 0 byte, answered by one byte.
 #pragma once
 
-#include <QLocalServer>
+#include <QByteArray>
 #include <QLockFile>
+#include <QSocketNotifier>
 #include <QStringList>
 #include <functional>
 #include <memory>
@@ -13,6 +15,9 @@ class SingleCopy {
 public:
     /// `folder` is the user's runtime folder.
     explicit SingleCopy(const QString& folder);
+    ~SingleCopy();
+    SingleCopy(const SingleCopy&) = delete;
+    SingleCopy& operator=(const SingleCopy&) = delete;
 
     /// True when no other copy runs; this one then counts as running until the object goes. A copy that is
     /// closing down is waited for.
@@ -30,9 +35,9 @@ public:
 private:
     void Receive();
 
-    QString socketPath_;
+    QByteArray socketPath_;
     QLockFile lock_;
-    std::unique_ptr<QLocalServer> server_;
+    std::unique_ptr<QSocketNotifier> server_;
     std::function<void(const QStringList&)> open_;
 };
 

@@ -16,6 +16,7 @@
 #include "platform/qt/QtEventLoop.h"
 #include "platform/qt/QtFileDialogs.h"
 #include "platform/qt/QtPrompt.h"
+#include "platform/qt/QtSerialPort.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -83,7 +84,10 @@ int Run(QApplication& application)
     PosixFiles posixFiles;
     QtFileDialogs dialogs;
     QtEventLoop eventLoop;
-    Program program({posixFiles, prompt, dialogs, eventLoop}, Folders());
+    std::array<QtSerialPort, 4> ports{QtSerialPort("/dev/ttyS0"), QtSerialPort("/dev/ttyS1"),
+                                      QtSerialPort("/dev/ttyS2"), QtSerialPort("/dev/ttyS3")};
+    Program program({posixFiles, prompt, dialogs, eventLoop, {&ports[0], &ports[1], &ports[2], &ports[3]}},
+                    Folders());
     if (!program.Load())
         return 1;
     QTranslator translator;
@@ -91,6 +95,7 @@ int Run(QApplication& application)
     QDir().mkpath(PathToQString(program.folders.person));
 
     MDIForm1 window(program, PathToQString(program.folders.person));
+    window.onLanguage = [&] { TranslateQt(translator, program.catalogue); };
     window.onShutdown = [&copy] { copy.StopListening(); };
     window.onClosed = [] { QCoreApplication::quit(); };
     window.show();

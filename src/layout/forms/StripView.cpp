@@ -2,9 +2,11 @@
 
 #include <QContextMenuEvent>
 #include <QPainter>
+#include <QVBoxLayout>
 #include <algorithm>
 
 #include "keymap/Models.h"
+#include "layout/LayoutCommands.h"
 #include "picture/DevicePicture.h"
 #include "platform/qt/Text.h"
 #include "setup/Options.h"
@@ -21,6 +23,9 @@ constexpr double LargestScale = 3.0;
 constexpr int FullStripWidth = 2940 + 2070 + 675 + 1140 + 5 * StripGap;
 constexpr int StripHeight = 585 + 2625;
 constexpr int TextHeight = 700;
+
+// How far a module that is being placed is lifted out of the strip, in pixels.
+constexpr int FloatingLift = 14;
 
 // The narrowest module's texts need more room than its button.
 constexpr int TextOverhang = 6;
@@ -68,13 +73,17 @@ struct StripScale {
     double left;
     double top;
 
-    QRect Place(const PlacedButton& placed, int width, int height) const
-    {
-        const QRectF exact(left + placed.left * pixelsPerTwip, top + placed.top * pixelsPerTwip,
-                           width * pixelsPerTwip, height * pixelsPerTwip);
-        return exact.toRect();
-    }
+    int ToTwips(int x) const { return static_cast<int>((x - left) / pixelsPerTwip); }
 };
+
+QRect PlaceOf(const StripScale& scale, const PlacedButton& placed)
+{
+    const StripButtonShape& shape = ShapeOf(placed.button);
+    return QRectF(scale.left + placed.left * scale.pixelsPerTwip,
+                  scale.top + placed.top * scale.pixelsPerTwip, shape.width * scale.pixelsPerTwip,
+                  shape.height * scale.pixelsPerTwip)
+        .toRect();
+}
 
 // The chain is shown in the middle of the window, as large as it fits.
 StripScale ScaleOf(const std::vector<PlacedButton>& strip, QSize size)
@@ -93,14 +102,35 @@ StripScale ScaleOf(const std::vector<PlacedButton>& strip, QSize size)
 }  // namespace
 
 StripView::StripView(const MessageCatalogue& catalogue, QWidget* parent)
-    : QWidget(parent), catalogue_(catalogue), empty_(new QLabel(this))
+    : QWidget(parent), catalogue_(catalogue)
 {
     setObjectName(QStringLiteral("ModuleStrip"));
     for (const StripButtonShape& shape : StripButtons)
         MakeButton(shape.button);
-    empty_->setAlignment(Qt::AlignCenter);
-    empty_->setWordWrap(true);
+    setFocusPolicy(Qt::ClickFocus);
+    setMouseTracking(true);
+    MakeEmptyState();
     Retranslate();
+}
+
+void StripView::MakeEmptyState()
+{
+    empty_ = new QWidget(this);
+    emptyText_ = new QLabel(empty_);
+    emptyText_->setAlignment(Qt::AlignCenter);
+    emptyText_->setWordWrap(true);
+    addMaster_ = new QPushButton(empty_);
+    addMaster_->setObjectName(QStringLiteral("AddMaster"));
+    connect(addMaster_, &QPushButton::clicked, this, [this] {
+        if (onAddMaster)
+            onAddMaster();
+    });
+    auto* layout = new QVBoxLayout(empty_);
+    layout->addStretch();
+    layout->addWidget(emptyText_);
+    layout->addSpacing(TextOverhang);
+    layout->addWidget(addMaster_, 0, Qt::AlignHCenter);
+    layout->addStretch();
 }
 
 void StripView::MakeButton(StripButton button)
@@ -145,7 +175,8 @@ void StripView::ShowModules(const ModuleList& modules)
 
 void StripView::Retranslate()
 {
-    empty_->setText(ToQString(catalogue_.Caption(Message::EmptyStrip)));
+    emptyText_->setText(ToQString(catalogue_.Caption(Message::EmptyStrip)));
+    addMaster_->setText(ToQString(catalogue_.Caption(Message::AddMasterNow)));
     for (ModuleButton* button : buttons_)
         ShowTexts(*button);
     update();
@@ -192,10 +223,9 @@ QString StripView::Summary(StripButton button) const
 
 std::optional<StripButton> StripView::FocusedButton() const
 {
-    for (const PlacedButton& placed : strip_)
-        if (Button(placed.button).hasFocus())
-            return placed.button;
-    return std::nullopt;
+    if (!focused_ || std::ranges::find(strip_, *focused_, &PlacedButton::button) == strip_.end())
+        return std::nullopt;
+    return focused_;
 }
 
 void StripView::FocusButton(std::optional<StripButton> button)
@@ -208,7 +238,35 @@ void StripView::FocusButton(std::optional<StripButton> button)
     else if (!strip_.empty())
         Button(strip_.front().button).setFocus();
     else
-        setFocus();
+        addMaster_->setFocus();
+}
+
+void StripView::Float(std::optional<StripButton> button, std::optional<int> x)
+{
+    floating_ = button;
+    floatingX_ = x;
+    Arrange();
+}
+
+QRect StripView::StripRect() const
+{
+    QRect all;
+    for (const PlacedButton& placed : strip_)
+        if (IsMain(placed.button) && placed.button != floating_)
+            all |= Button(placed.button).geometry();
+    return all;
+}
+
+int StripView::ClampToStrip(int x) const
+{
+    const StripScale scale = ScaleOf(strip_, size());
+    const int held = kelvora::ClampToStrip(scale.ToTwips(x), strip_);
+    return qRound(scale.left + held * scale.pixelsPerTwip);
+}
+
+std::optional<StripHit> StripView::HitTest(int x) const
+{
+    return kelvora::HitTest(strip_, ScaleOf(strip_, size()).ToTwips(x));
 }
 
 int StripView::ContainerWidth() const
@@ -240,24 +298,39 @@ void StripView::Arrange()
 {
     empty_->setGeometry(rect().adjusted(TextOverhang, 0, -TextOverhang, 0));
     const StripScale scale = ScaleOf(strip_, size());
-    for (const PlacedButton& placed : strip_) {
-        const StripButtonShape& shape = ShapeOf(placed.button);
-        Button(placed.button).setGeometry(scale.Place(placed, shape.width, shape.height));
-    }
+    for (const PlacedButton& placed : strip_)
+        Button(placed.button).setGeometry(PlaceOf(scale, placed));
+    ArrangeFloating();
     update();
+}
+
+void StripView::ArrangeFloating()
+{
+    if (!floating_)
+        return;
+    const QRect own = Button(*floating_).geometry();
+    const int dx = floatingX_ ? *floatingX_ - own.center().x() : 0;
+    for (const PlacedButton& placed : strip_) {
+        if (MainButtonOf(placed.button) != *floating_)
+            continue;
+        ModuleButton& button = Button(placed.button);
+        button.move(button.pos() + QPoint(dx, -FloatingLift));
+        button.raise();
+    }
 }
 
 void StripView::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
     const QFontMetrics metrics(font());
+    const StripScale scale = ScaleOf(strip_, size());
     int bottom = 0;
     for (const PlacedButton& placed : strip_)
-        bottom = std::max(bottom, Button(placed.button).geometry().bottom());
+        bottom = std::max(bottom, PlaceOf(scale, placed).bottom());
     for (const PlacedButton& placed : strip_) {
         if (!IsMain(placed.button))
             continue;
-        const QRect button = Button(placed.button).geometry();
+        const QRect button = PlaceOf(scale, placed);
         QRect line(button.left() - TextOverhang / 2, bottom + metrics.height() / 2,
                    button.width() + TextOverhang, metrics.height());
         painter.setPen(palette().color(QPalette::WindowText));
@@ -277,6 +350,11 @@ bool StripView::eventFilter(QObject* watched, QEvent* event)
     auto* button = dynamic_cast<ModuleButton*>(watched);
     if (!button)
         return QWidget::eventFilter(watched, event);
+    if (event->type() == QEvent::FocusIn && focused_ != button->Button()) {
+        focused_ = button->Button();
+        if (onFocusChange)
+            onFocusChange();
+    }
     if (event->type() == QEvent::ContextMenu && onContextMenu) {
         const auto* menu = static_cast<QContextMenuEvent*>(event);
         const StripButton main = MainButtonOf(button->Button());

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QPushButton>
 #include <QWidget>
 #include <array>
 #include <functional>
@@ -26,7 +27,10 @@ public:
     /// Called when a context menu is wanted, after the button or its parent has got the focus.
     std::function<void(StripButton, const QPoint& globalPosition)> onContextMenu;
 
-    /// Called on a double click.
+    /// Called when the empty strip's own button is pressed.
+    std::function<void()> onAddMaster;
+
+    /// Called on a double click on what a click does not open.
     std::function<void(StripButton)> onDoubleClick;
 
     /// Shows the chain of these modules.
@@ -35,8 +39,20 @@ public:
     /// Sets all texts anew from the catalogue.
     void Retranslate();
 
-    /// The button that has the keyboard focus.
+    /// The shown button that has the keyboard focus, or had it last in this window.
     std::optional<StripButton> FocusedButton() const;
+
+    /// Called when another button gets the focus.
+    std::function<void()> onFocusChange;
+
+    /// Shows a main button, with its parts, lifted out of the strip: with its middle at `x` (in pixels), or
+    /// over its own place. Nothing puts all back.
+    void Float(std::optional<StripButton> button, std::optional<int> x);
+
+    /// The strip's main buttons in pixels, and positions among them.
+    QRect StripRect() const;
+    int ClampToStrip(int x) const;
+    std::optional<StripHit> HitTest(int x) const;
 
     /// Gives a shown button, or the first one, the keyboard focus.
     void FocusButton(std::optional<StripButton> button);
@@ -57,7 +73,10 @@ protected:
 
 private:
     void MakeButton(StripButton button);
+    void MakeEmptyState();
+    void ShowEmptyState(bool shown);
     void Arrange();
+    void ArrangeFloating();
     void ShowTexts(ModuleButton& button);
     const ModuleRecord* RecordOf(StripButton button) const;
     QString Caption(StripButton button) const;
@@ -65,9 +84,14 @@ private:
 
     const MessageCatalogue& catalogue_;
     std::array<ModuleButton*, StripButtonCount> buttons_{};
-    QLabel* empty_;
+    QWidget* empty_ = nullptr;
+    QLabel* emptyText_ = nullptr;
+    QPushButton* addMaster_ = nullptr;
     ModuleList modules_;
     std::vector<PlacedButton> strip_;
+    std::optional<StripButton> focused_;
+    std::optional<StripButton> floating_;
+    std::optional<int> floatingX_;
 };
 
 }  // namespace kelvora

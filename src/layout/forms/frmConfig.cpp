@@ -1,13 +1,20 @@
 #include "layout/forms/frmConfig.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QUndoCommand>
 #include <QVBoxLayout>
 #include <utility>
 
+#include "app/ShowMessage.h"
 #include "keymap/forms/frmKeyb.h"
+#include "layout/Connection.h"
+#include "layout/LayoutCommands.h"
+#include "layout/ModuleOptions.h"
+#include "layout/forms/PlacingMode.h"
 #include "layout/forms/StripView.h"
+#include "layout/forms/frmOptions.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -41,12 +48,32 @@ frmConfig::frmConfig(Program& program, QWidget* parent)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(strip_);
     setFocusProxy(strip_);
-    strip_->onClick = [this](StripButton button) { cbModule_Click(button); };
+    ConnectStrip();
     connect(undoStack_, &QUndoStack::cleanChanged, this, [this] { ShowTitle(); });
-    connect(undoStack_, &QUndoStack::indexChanged, this, [this] {
-        if (onChange)
-            onChange();
-    });
+    connect(undoStack_, &QUndoStack::indexChanged, this, [this] { Changed(); });
+}
+
+void frmConfig::ConnectStrip()
+{
+    strip_->onClick = [this](StripButton button) { cbModule_Click(button); };
+    strip_->onDoubleClick = [this](StripButton button) {
+        if (button == StripButton::MCR)
+            EditOptions(ModuleKind::MCR);
+        else if (button == StripButton::Backlight)
+            EditOptions(ModuleKind::KM096);
+    };
+    strip_->onContextMenu = [this](StripButton /*button*/, const QPoint& place) {
+        if (onLayoutMenu)
+            onLayoutMenu(place);
+    };
+    strip_->onAddMaster = [this] { LayoutMenuAdd_Click(ModuleKind::KM096); };
+    strip_->onFocusChange = [this] { Changed(); };
+}
+
+void frmConfig::Changed()
+{
+    if (onChange)
+        onChange();
 }
 
 frmConfig::~frmConfig()
@@ -84,6 +111,95 @@ void frmConfig::EditKeyMap(ModuleKind kind)
         Push(Message::UndoKeyMap, *std::move(changed));
 }
 
+void frmConfig::EditOptions(ModuleKind kind)
+{
+    const Program& program = session_.Shared();
+    if (program.busy)
+        return;
+    std::optional<SetupDocument> changed;
+    if (const auto mcr = ReadMcrOptions(session_.document); kind == ModuleKind::MCR && mcr) {
+        frmMcrOptions form(program.catalogue, *mcr, window());
+        if (form.exec() == QDialog::Accepted)
+            changed = WithOptions(session_.document, form.Options());
+    } else if (const auto master = ReadMasterOptions(session_.document);
+               kind == ModuleKind::KM096 && master) {
+        frmMasterOptions form(program.catalogue, *master, window());
+        if (form.exec() == QDialog::Accepted)
+            changed = WithOptions(session_.document, form.Options());
+    }
+    if (changed && *changed != session_.document)
+        Push(Message::UndoOptions, *std::move(changed));
+}
+
+void frmConfig::LayoutMenuOptions_Click()
+{
+    if (const auto button = strip_->FocusedButton())
+        EditOptions(KindOfButton(MainButtonOf(*button)));
+}
+
+void frmConfig::LayoutMenuAdd_Click(ModuleKind kind)
+{
+    const SetupDocument& document = session_.document;
+    if (FindModule(document.Modules, kind))
+        return;
+    const PlaceRange range = PlacesFor(kind, document.Modules);
+    if (range.first < range.last && MainChain(document.Modules).size() >= ModulesToPlaceAmong) {
+        StartPlacing(kind, Message::UndoAdd);
+        return;
+    }
+    Push(Message::UndoAdd, PlaceModule(document, kind, range.last));
+    strip_->FocusButton(ButtonOf(kind));
+}
+
+void frmConfig::LayoutMenuMove_Click()
+{
+    const auto button = strip_->FocusedButton();
+    if (!button)
+        return;
+    const ModuleKind kind = KindOfButton(MainButtonOf(*button));
+    const PlaceRange range = PlacesFor(kind, session_.document.Modules);
+    if (range.first < range.last)
+        StartPlacing(kind, Message::UndoMove);
+}
+
+void frmConfig::StartPlacing(ModuleKind kind, const MessageId& undoName)
+{
+    placing_ = true;
+    Changed();
+    new PlacingMode(*strip_, session_.document, kind,
+                    [this, kind, undoName](std::optional<std::size_t> place) {
+                        placing_ = false;
+                        if (place) {
+                            SetupDocument placed = PlaceModule(session_.document, kind, *place);
+                            if (placed != session_.document)
+                                Push(undoName, std::move(placed));
+                        }
+                        strip_->FocusButton(ButtonOf(kind));
+                        Changed();
+                    });
+}
+
+void frmConfig::LayoutMenuDel_Click()
+{
+    const auto button = strip_->FocusedButton();
+    if (!button)
+        return;
+    const Deletion deletion = PlanDeletion(session_.document.Modules, *button);
+    if (deletion == Deletion::Nothing)
+        return;
+    if (deletion == Deletion::WholeChain &&
+        session_.Shared().Show(Message::DeleteMaster, YesNoStyle) != Answer::Yes)
+        return;
+    Push(Message::UndoDelete, Delete(session_.document, *button));
+    strip_->FocusButton(std::nullopt);
+}
+
+void frmConfig::SelectPort(std::int16_t port)
+{
+    if (kelvora::SelectPort(session_.settings, port))
+        Changed();
+}
+
 void frmConfig::Push(const MessageId& name, SetupDocument after)
 {
     undoStack_->push(
@@ -101,6 +217,8 @@ void frmConfig::FileMenuSave_Click()
 {
     if (session_.Save())
         undoStack_->setClean();
+    if (onFile)
+        onFile();
     ShowTitle();
 }
 
@@ -108,24 +226,37 @@ void frmConfig::FileMenuSaveAs_Click()
 {
     if (session_.SaveAs())
         undoStack_->setClean();
+    if (onFile)
+        onFile();
     ShowTitle();
 }
 
 bool frmConfig::MayClose()
 {
-    return session_.MayClose(IsChanged());
+    const bool may = session_.MayClose(IsChanged());
+    if (onFile)
+        onFile();
+    return may;
 }
 
-CommandState frmConfig::Commands(bool canScan) const
+CommandState frmConfig::State(bool canScan) const
 {
-    return EnabledCommands({&session_.document.Modules, session_.Shared().busy, canScan,
-                            undoStack_->canUndo(), undoStack_->canRedo()});
+    CommandState state = EnabledCommands(CommandSituation{.modules = &session_.document.Modules,
+                                                          .busy = session_.Shared().busy,
+                                                          .canScan = canScan,
+                                                          .placing = placing_,
+                                                          .canUndo = undoStack_->canUndo(),
+                                                          .canRedo = undoStack_->canRedo()});
+    const auto focused = strip_->FocusedButton();
+    const auto main = focused ? std::optional(MainButtonOf(*focused)) : std::nullopt;
+    state.options = state.fileSave && (main == StripButton::Master || main == StripButton::MCR);
+    return state;
 }
 
 void frmConfig::FocusStrip()
 {
-    if (!strip_->FocusedButton())
-        strip_->FocusButton(std::nullopt);
+    if (!placing_ && !strip_->isAncestorOf(QApplication::focusWidget()))
+        strip_->FocusButton(strip_->FocusedButton());
 }
 
 void frmConfig::Retranslate()
@@ -135,11 +266,9 @@ void frmConfig::Retranslate()
 
 void frmConfig::ShowTitle()
 {
-    setWindowTitle(ToQString(session_.settings.Name) + QStringLiteral("[*]"));
+    setWindowTitle(PathToQString(session_.settings.Name) + QStringLiteral("[*]"));
     setWindowModified(IsChanged());
-    setToolTip(PathToQString(session_.File().path));
-    if (onChange)
-        onChange();
+    Changed();
 }
 
 void frmConfig::closeEvent(QCloseEvent* event)

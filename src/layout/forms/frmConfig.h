@@ -28,11 +28,29 @@ public:
     /// Called after every change of what the menus, the toolbar or the title depend on.
     std::function<void()> onChange;
 
+    /// Called when the window's file or folders may have changed.
+    std::function<void()> onFile;
+
     /// Called with the Esc key.
     std::function<void()> onInterrupt;
 
+    /// Called when the Layout menu is wanted at a place, the module that it is for having the focus.
+    std::function<void(const QPoint& globalPosition)> onLayoutMenu;
+
     void FileMenuSave_Click();
     void FileMenuSaveAs_Click();
+
+    /// Adds a module, at once while the chain is short, else by placing it.
+    void LayoutMenuAdd_Click(ModuleKind kind);
+    void LayoutMenuDel_Click();
+    void LayoutMenuMove_Click();
+
+    /// Opens the options of the focused module.
+    void LayoutMenuOptions_Click();
+
+    void SelectPort(std::int16_t port);
+
+    bool IsPlacing() const { return placing_; }
 
     /// Whether the window may close; asks about unsaved changes.
     bool MayClose();
@@ -42,9 +60,10 @@ public:
 
     bool IsChanged() const { return !undoStack_->isClean(); }
     SetupSession& Session() { return session_; }
+    const SetupSession& Session() const { return session_; }
     QUndoStack& UndoStack() { return *undoStack_; }
     StripView& Strip() { return *strip_; }
-    CommandState Commands(bool canScan) const;
+    CommandState State(bool canScan) const;
 
     /// Gives the strip the keyboard focus, on the button that had it last.
     void FocusStrip();
@@ -59,7 +78,11 @@ protected:
 private:
     class DocumentChange;
 
+    void ConnectStrip();
     void cbModule_Click(StripButton button);
+    void EditOptions(ModuleKind kind);
+    void StartPlacing(ModuleKind kind, const MessageId& undoName);
+    void Changed();
     void EditKeyMap(ModuleKind kind);
     void Push(const MessageId& name, SetupDocument after);
     void ShowDocument(const SetupDocument& document);
@@ -69,6 +92,7 @@ private:
     SetupSession session_;
     QUndoStack* undoStack_;
     bool mayCloseUnasked_ = false;
+    bool placing_ = false;
 };
 
 }  // namespace kelvora

@@ -1,0 +1,147 @@
+#include "layout/forms/PlacingMode.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <algorithm>
+#include <utility>
+
+#include "layout/forms/StripView.h"
+
+namespace kelvora {
+
+namespace {
+
+// Elsewhere a program may not move the pointer; the module under it stays in the strip all the same.
+bool CanMovePointer()
+{
+    return QGuiApplication::platformName() == QLatin1String("xcb");
+}
+
+}  // namespace
+
+PlacingMode::PlacingMode(StripView& strip, const SetupDocument& document, ModuleKind kind, Done done)
+    : QObject(&strip),
+      strip_(strip),
+      document_(document),
+      kind_(kind),
+      done_(std::move(done)),
+      range_(PlacesFor(kind, document.Modules)),
+      place_(std::clamp(PlaceOf(kind, document.Modules), range_.first, range_.last)),
+      pointerAtStart_(QCursor::pos())
+{
+    Preview(std::nullopt);
+    strip_.setFocus();
+    strip_.installEventFilter(this);
+    strip_.grabMouse(Qt::SizeAllCursor);
+    HoldPointer(pointerAtStart_);
+}
+
+void PlacingMode::Preview(std::optional<int> pointerX)
+{
+    strip_.ShowModules(PlaceModule(document_, kind_, place_).Modules);
+    strip_.Float(*ButtonOf(kind_), pointerX);
+}
+
+void PlacingMode::MoveTo(std::size_t place)
+{
+    place_ = std::clamp(place, range_.first, range_.last);
+    Preview(std::nullopt);
+}
+
+void PlacingMode::HoldPointer(QPoint global)
+{
+    const QRect strip = strip_.StripRect();
+    const QPoint inside = strip_.mapFromGlobal(global);
+    const QPoint held(std::clamp(inside.x(), strip.left(), strip.right()),
+                      std::clamp(inside.y(), strip.top(), strip.bottom()));
+    if (held != inside && CanMovePointer())
+        QCursor::setPos(strip_.mapToGlobal(held));
+}
+
+void PlacingMode::FollowPointer(const QMouseEvent& event)
+{
+    HoldPointer(event.globalPosition().toPoint());
+    const int x = strip_.ClampToStrip(event.position().toPoint().x());
+    // Over the open gap, where the module itself stands, the place stays.
+    const auto hit = strip_.HitTest(x);
+    if (hit && KindOfButton(hit->button) != kind_)
+        place_ = PlaceOfHit(*hit, kind_, document_.Modules);
+    Preview(x);
+}
+
+bool PlacingMode::TakeKey(const QKeyEvent& event)
+{
+    switch (event.key()) {
+        case Qt::Key_Left:
+            MoveTo(place_ == 0 ? 0 : place_ - 1);
+            break;
+        case Qt::Key_Right:
+            MoveTo(place_ + 1);
+            break;
+        case Qt::Key_Home:
+            MoveTo(range_.first);
+            break;
+        case Qt::Key_End:
+            MoveTo(range_.last);
+            break;
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            End(true);
+            break;
+        case Qt::Key_Escape:
+            End(false);
+            break;
+        default:
+            break;
+    }
+    return true;
+}
+
+bool PlacingMode::eventFilter(QObject* /*watched*/, QEvent* event)
+{
+    if (ended_)
+        return false;
+    switch (event->type()) {
+        case QEvent::MouseMove:
+            FollowPointer(*static_cast<QMouseEvent*>(event));
+            return true;
+        case QEvent::MouseButtonPress:
+            pressed_ = static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton;
+            return true;
+        case QEvent::MouseButtonRelease:
+            // The release of the click that started the placing drops nothing.
+            if (pressed_)
+                End(true);
+            return true;
+        case QEvent::MouseButtonDblClick:
+        case QEvent::ContextMenu:
+            return true;
+        case QEvent::ShortcutOverride:
+            event->accept();
+            return true;
+        case QEvent::KeyPress:
+            return TakeKey(*static_cast<QKeyEvent*>(event));
+        case QEvent::FocusOut:
+        case QEvent::Hide:
+            End(false);
+            return false;
+        default:
+            return false;
+    }
+}
+
+void PlacingMode::End(bool drop)
+{
+    ended_ = true;
+    strip_.releaseMouse();
+    strip_.Float(std::nullopt, std::nullopt);
+    strip_.ShowModules(document_.Modules);
+    if (!drop && CanMovePointer())
+        QCursor::setPos(pointerAtStart_);
+    done_(drop ? std::optional(place_) : std::nullopt);
+    deleteLater();
+}
+
+}  // namespace kelvora

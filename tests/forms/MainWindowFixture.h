@@ -1,0 +1,88 @@
+// The real windows over real files in a folder of their own, with scripted boxes and dialogs and virtual
+// time.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+#include <memory>
+
+#include "app/forms/MDIForm1.h"
+#include "fakes/FakeEventLoop.h"
+#include "fakes/FakeFileDialogs.h"
+#include "fakes/FakePrompt.h"
+#include "layout/forms/StripView.h"
+#include "layout/forms/frmConfig.h"
+#include "platform/posix/PosixFiles.h"
+#include "platform/qt/Text.h"
+
+namespace kelvora {
+
+class MainWindowFixture : public testing::Test {
+protected:
+    MainWindowFixture() : program({files, prompt, dialogs, loop, {}}, {}) {}
+
+    void Start()
+    {
+        window = std::make_unique<MDIForm1>(program, folder.path());
+        window->onClosed = [this] { closed = true; };
+        window->show();
+        QApplication::setActiveWindow(window.get());
+    }
+
+    void Trigger(Command command) { window->Actions()[command].trigger(); }
+    bool IsEnabled(Command command) { return window->Actions()[command].isEnabled(); }
+    StripView& Strip() { return window->ActiveSetup()->Strip(); }
+    const ModuleList& Modules() { return window->ActiveSetup()->Session().document.Modules; }
+    void Click(StripButton button) { QTest::mouseClick(&Strip().Button(button), Qt::LeftButton); }
+
+    /// Presses a button by its name.
+    static void Press(QWidget& form, const char* name)
+    {
+        auto* button = form.findChild<QAbstractButton*>(QLatin1String(name));
+        ASSERT_NE(button, nullptr) << name;
+        button->click();
+    }
+
+    /// Does `open`, and `act` on the modal dialog that it opens.
+    template <class Dialog>
+    void InDialog(const std::function<void()>& open, const std::function<void(Dialog&)>& act)
+    {
+        bool seen = false;
+        QTimer watch;
+        watch.callOnTimeout([&] {
+            QWidget* modal = QApplication::activeModalWidget();
+            if (!modal)
+                return;
+            watch.stop();
+            auto* dialog = dynamic_cast<Dialog*>(modal);
+            if (dialog)
+                act(*dialog);
+            seen = dialog != nullptr;
+            // Whatever went wrong, no dialog may hold the test up.
+            if (modal->isVisible())
+                modal->hide();
+        });
+        watch.start(0);
+        open();
+        EXPECT_TRUE(seen);
+        QApplication::setActiveWindow(window.get());
+    }
+
+    QTemporaryDir folder;
+    PosixFiles files;
+    FakePrompt prompt;
+    FakeFileDialogs dialogs;
+    FakeEventLoop loop;
+    Program program;
+    std::string path = PathFromQString(folder.path()) + "/Till.dat";
+    std::unique_ptr<MDIForm1> window;
+    bool closed = false;
+};
+
+}  // namespace kelvora
