@@ -87,6 +87,19 @@ void Commands::Retranslate(const MessageCatalogue& catalogue)
         (*this)[row.command].setText(ToQString(catalogue.Caption(row.caption)));
 }
 
+void Commands::NameUndo(const MessageCatalogue& catalogue, const std::optional<MessageId>& undo,
+                        const std::optional<MessageId>& redo)
+{
+    const auto name = [&](Command command, const MessageId& caption, const std::optional<MessageId>& what) {
+        std::string text = catalogue.Caption(caption);
+        if (what)
+            text.append(1, ' ').append(catalogue.Caption(*what));
+        (*this)[command].setText(ToQString(text));
+    };
+    name(Command::EditMenuUndo, Message::EditMenuUndo, undo);
+    name(Command::EditMenuRedo, Message::EditMenuRedo, redo);
+}
+
 void Commands::Apply(const CommandState& state)
 {
     const std::array enabled{

@@ -5,6 +5,7 @@
 #include <QAction>
 #include <array>
 #include <cstddef>
+#include <optional>
 
 #include "app/MessageCatalogue.h"
 #include "layout/CommandRules.h"
@@ -60,6 +61,10 @@ public:
 
     /// Sets all captions from the catalogue.
     void Retranslate(const MessageCatalogue& catalogue);
+
+    /// Says in the Edit menu what would be undone and redone; nothing for the bare captions.
+    void NameUndo(const MessageCatalogue& catalogue, const std::optional<MessageId>& undo,
+                  const std::optional<MessageId>& redo);
 
     /// Enables what the rules allow.
     void Apply(const CommandState& state);

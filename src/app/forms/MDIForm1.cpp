@@ -42,6 +42,8 @@ MDIForm1::MDIForm1(Program& program, const QString& configFolder)
     setContextMenuPolicy(Qt::NoContextMenu);
     area_->setObjectName(QStringLiteral("SetupWindows"));
     area_->setBackground(palette().brush(QPalette::Window));
+    // Every window keeps its own size: with many open, passing "maximized" on makes switching slow.
+    area_->setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
     area_->viewport()->installEventFilter(this);
     setCentralWidget(area_);
     addToolBar(toolbar_);
@@ -166,6 +168,7 @@ void MDIForm1::ChangeLanguage(const std::string& language)
     if (onLanguage)
         onLanguage();
     Retranslate();
+    Refresh();
 }
 
 void MDIForm1::Refresh()
@@ -175,7 +178,9 @@ void MDIForm1::Refresh()
     constexpr bool HasLine = false;
     menu_.ShowSetupEntries(setup != nullptr);
     if (!setup) {
-        commands_.Apply(EnabledCommands(CommandSituation{}));
+        const CommandState state = EnabledCommands(CommandSituation{});
+        commands_.Apply(state);
+        menu_.Apply(state);
         status_->ShowMode(QString());
         status_->ShowPort(ToQString(PortText(program_.main)));
         status_->ShowStatus(QString());
@@ -183,7 +188,10 @@ void MDIForm1::Refresh()
         return;
     }
     const PosCfg& settings = setup->Session().settings;
-    commands_.Apply(setup->State(HasLine && AllowsScan(settings.ConnectionMode)));
+    const CommandState state = setup->State(HasLine && AllowsScan(settings.ConnectionMode));
+    commands_.Apply(state);
+    commands_.NameUndo(program_.catalogue, setup->UndoName(), setup->RedoName());
+    menu_.Apply(state);
     menu_.ShowPort(settings.CommsPort);
     status_->ShowMode(ToQString(ModeText(settings.ConnectionMode)));
     status_->ShowPort(ToQString(PortText(settings)));

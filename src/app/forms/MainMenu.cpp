@@ -49,10 +49,10 @@ void MainMenu::MakeSetupMenus(QMenuBar& bar)
     edit->addAction(&commands_[Command::EditMenuUndo]);
     edit->addAction(&commands_[Command::EditMenuRedo]);
     layout_ = AddMenu(&bar, "LayoutMenu", Message::LayoutMenu);
-    QMenu* add = AddMenu(layout_, "LayoutMenuAdd", Message::LayoutMenuAdd);
+    add_ = AddMenu(layout_, "LayoutMenuAdd", Message::LayoutMenuAdd);
     for (const Command command : {Command::LayoutMenuAddKBMASTER, Command::LayoutMenuAddKB64,
                                   Command::LayoutMenuAddMCR, Command::LayoutMenuAddICCR})
-        add->addAction(&commands_[command]);
+        add_->addAction(&commands_[command]);
     layout_->addAction(&commands_[Command::LayoutMenuDel]);
     layout_->addAction(&commands_[Command::LayoutMenuMove]);
     layout_->addSeparator();
@@ -92,6 +92,12 @@ void MainMenu::MakeCommunicationsMenu(QMenuBar& bar)
     setupEntries_.push_back(menu->menuAction());
 }
 
+void MainMenu::Apply(const CommandState& state)
+{
+    add_->setEnabled(state.layout.add);
+    dump_->setEnabled(state.flash);
+}
+
 void MainMenu::ShowPort(int port)
 {
     for (std::size_t i = 0; i < ports_.size(); ++i)
@@ -105,9 +111,9 @@ void MainMenu::MakeToolsMenu(QMenuBar& bar)
     tools->addSeparator();
     tools->addAction(&commands_[Command::ToolsMenuFlashDownload]);
     tools->addAction(&commands_[Command::ToolsMenuFlashVerify]);
-    QMenu* dump = AddMenu(tools, "ToolsMenuFlashDump", Message::ToolsMenuFlashDump);
-    dump->addAction(&commands_[Command::ToolsMenuFlashDumpSetup]);
-    dump->addAction(&commands_[Command::ToolsMenuFlashDumpUpload]);
+    dump_ = AddMenu(tools, "ToolsMenuFlashDump", Message::ToolsMenuFlashDump);
+    dump_->addAction(&commands_[Command::ToolsMenuFlashDumpSetup]);
+    dump_->addAction(&commands_[Command::ToolsMenuFlashDumpUpload]);
     tools->addSeparator();
     tools->addAction(&commands_[Command::EpromWizard]);
     setupEntries_.push_back(tools->menuAction());

@@ -33,6 +33,9 @@ public:
     std::function<std::string()> language;
     std::function<void(const std::string& code)> changeLanguage;
 
+    /// Enables the submenus as a whole.
+    void Apply(const CommandState& state);
+
     /// Marks the port in use.
     void ShowPort(int port);
 
@@ -64,6 +67,8 @@ private:
     std::vector<QAction*> setupEntries_;
     QMenu* recent_ = nullptr;
     QMenu* layout_ = nullptr;
+    QMenu* add_ = nullptr;
+    QMenu* dump_ = nullptr;
     QMenu* languages_ = nullptr;
     std::array<QAction*, 4> ports_{};
     QString clearText_;

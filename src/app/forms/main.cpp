@@ -8,6 +8,10 @@
 #include <QStandardPaths>
 #include <QTimer>
 #include <QTranslator>
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <vector>
 
 #include "app/ShowMessage.h"
 #include "app/forms/MDIForm1.h"
@@ -108,15 +112,29 @@ int Run(QApplication& application)
     return QApplication::exec();
 }
 
+// Help and version are for a terminal and need no display.
+bool IsForTerminal(const std::vector<std::string_view>& arguments)
+{
+    constexpr std::array<std::string_view, 5> TextOptions{"-h", "--help", "--help-all", "-v", "--version"};
+    return std::ranges::any_of(arguments, [&](std::string_view argument) {
+        return std::ranges::find(TextOptions, argument) != TextOptions.end();
+    });
+}
+
 }  // namespace
 
 }  // namespace kelvora
 
 int main(int argc, char* argv[])
 {
+    QCoreApplication::setApplicationName(QStringLiteral("Kelvora"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(KELVORA_VERSION));
+    if (kelvora::IsForTerminal({argv + 1, argv + argc})) {
+        const QCoreApplication application(argc, argv);
+        kelvora::ReadArguments(application);
+        return 0;
+    }
     QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("Kelvora"));
-    QApplication::setApplicationVersion(QStringLiteral(KELVORA_VERSION));
     QApplication::setQuitOnLastWindowClosed(false);
     return kelvora::Run(application);
 }

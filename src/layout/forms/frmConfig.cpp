@@ -22,16 +22,19 @@ namespace kelvora {
 // Every edit is one of these: the document before it and after it.
 class frmConfig::DocumentChange final : public QUndoCommand {
 public:
-    DocumentChange(frmConfig& form, const QString& text, SetupDocument after)
-        : QUndoCommand(text), form_(form), before_(form.session_.document), after_(std::move(after))
+    DocumentChange(frmConfig& form, const MessageId& name, SetupDocument after)
+        : form_(form), name_(name), before_(form.session_.document), after_(std::move(after))
     {
     }
+
+    const MessageId& Name() const { return name_; }
 
     void undo() override { form_.ShowDocument(before_); }
     void redo() override { form_.ShowDocument(after_); }
 
 private:
     frmConfig& form_;
+    MessageId name_;
     SetupDocument before_;
     SetupDocument after_;
 };
@@ -202,8 +205,13 @@ void frmConfig::SelectPort(std::int16_t port)
 
 void frmConfig::Push(const MessageId& name, SetupDocument after)
 {
-    undoStack_->push(
-        new DocumentChange(*this, ToQString(session_.Shared().catalogue.Caption(name)), std::move(after)));
+    undoStack_->push(new DocumentChange(*this, name, std::move(after)));
+}
+
+std::optional<MessageId> frmConfig::NameOf(int step) const
+{
+    const auto* change = dynamic_cast<const DocumentChange*>(undoStack_->command(step));
+    return change ? std::optional(change->Name()) : std::nullopt;
 }
 
 void frmConfig::ShowDocument(const SetupDocument& document)

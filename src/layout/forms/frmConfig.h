@@ -65,6 +65,10 @@ public:
     StripView& Strip() { return *strip_; }
     CommandState State(bool canScan) const;
 
+    /// What the next undo and redo are about; nothing where there is none.
+    std::optional<MessageId> UndoName() const { return NameOf(undoStack_->index() - 1); }
+    std::optional<MessageId> RedoName() const { return NameOf(undoStack_->index()); }
+
     /// Gives the strip the keyboard focus, on the button that had it last.
     void FocusStrip();
 
@@ -85,6 +89,7 @@ private:
     void Changed();
     void EditKeyMap(ModuleKind kind);
     void Push(const MessageId& name, SetupDocument after);
+    std::optional<MessageId> NameOf(int step) const;
     void ShowDocument(const SetupDocument& document);
     void ShowTitle();
 
