@@ -6,17 +6,38 @@ if(KELVORA_SANITIZE)
   target_compile_options(kelvora_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all)
   target_link_options(kelvora_options INTERFACE -fsanitize=address,undefined)
 endif()
+if(KELVORA_FUZZ)
+  set(instrumented -fsanitize=fuzzer-no-link,address,undefined)
+  target_compile_options(kelvora_options INTERFACE ${instrumented} -fno-sanitize-recover=all)
+  target_link_options(kelvora_options INTERFACE ${instrumented})
+endif()
 
-# kelvora_library(NAME FOLDER [SOURCES ...] [LINK ...])
+# kelvora_library(NAME FOLDER [SOURCES ...] [HEADERS ...] [LINK ...])
 # A library of the sources under src/FOLDER, seen by those who link it, and by nobody else, as
-# "FOLDER/Header.h". The include root of each library holds only its own folder: a layer cannot
-# include what it does not link.
+# "FOLDER/Header.h". The include root of each library holds links to its own headers alone: a layer cannot
+# include what it does not link. Two libraries share a folder where the first one names its HEADERS; without
+# them a library has all headers of the folder, subfolders left out, that no library before it has named.
 function(kelvora_library name folder)
-  cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "SOURCES;HEADERS;LINK" ${ARGN})
+  set(source ${CMAKE_SOURCE_DIR}/src/${folder})
+  if(ARG_HEADERS)
+    list(TRANSFORM ARG_HEADERS PREPEND ${source}/ OUTPUT_VARIABLE headers)
+    set_property(GLOBAL APPEND PROPERTY KELVORA_NAMED_HEADERS ${headers})
+  else()
+    file(GLOB headers CONFIGURE_DEPENDS ${source}/*.h)
+    get_property(named GLOBAL PROPERTY KELVORA_NAMED_HEADERS)
+    list(REMOVE_ITEM headers ${named} "")
+  endif()
+
+  # Made anew, so that no link stays of a header that is gone.
   set(root ${CMAKE_BINARY_DIR}/include/${name})
-  cmake_path(GET folder PARENT_PATH parent)
-  file(MAKE_DIRECTORY ${root}/${parent})
-  file(CREATE_LINK ${CMAKE_SOURCE_DIR}/src/${folder} ${root}/${folder} SYMBOLIC)
+  file(REMOVE_RECURSE ${root})
+  file(MAKE_DIRECTORY ${root}/${folder})
+  foreach(header IN LISTS headers)
+    cmake_path(GET header FILENAME file)
+    file(CREATE_LINK ${header} ${root}/${folder}/${file} SYMBOLIC)
+  endforeach()
+
   if(ARG_SOURCES)
     add_library(${name} STATIC ${ARG_SOURCES})
     target_include_directories(${name} PUBLIC ${root})

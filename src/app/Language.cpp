@@ -1,9 +1,9 @@
 #include "app/Language.h"
 
-#include <array>
-
+#include "app/SetupErrorText.h"
 #include "app/ShowMessage.h"
 #include "platform/Encoding.h"
+#include "setup/SetupError.h"
 #include "setup/TextConfiguration.h"
 
 namespace kelvora {
@@ -42,7 +42,7 @@ std::string_view ProgramParent(const LanguageFolders& folders)
 std::string PersonalOrShared(const Files& files, const LanguageFolders& folders, const std::string& name)
 {
     if (!folders.person.empty()) {
-        const std::string personal = folders.person + "/" + name;
+        std::string personal = folders.person + "/" + name;
         if (files.Exists(personal))
             return personal;
     }
@@ -77,15 +77,6 @@ bool LoadOrWarn(Prompt& prompt, const std::string& language, const std::string& 
     }
     return false;
 }
-
-constexpr std::array ExpectedTexts{
-    Message::ExpectedLineFeed,     Message::ExpectedSectionName,  Message::ExpectedMasterFirst,
-    Message::ExpectedRoom,         Message::ExpectedOneOfAKind,   Message::ExpectedKeyAndValue,
-    Message::ExpectedKnownKey,     Message::ExpectedKeyOfSection, Message::ExpectedYesOrNo,
-    Message::ExpectedOnOrOff,      Message::ExpectedTracks,       Message::ExpectedSeparator,
-    Message::ExpectedKeyMapSize,   Message::ExpectedWholeKeys,    Message::ExpectedKeyMapLetter,
-    Message::ExpectedContinuation, Message::ExpectedLanguageCode,
-};
 
 }  // namespace
 
@@ -152,21 +143,6 @@ std::optional<MessageCatalogue> LoadCatalogue(const Files& files, Prompt& prompt
 std::string HelpFolder(const LanguageFolders& folders, std::string_view language)
 {
     return folders.program + "/Fenho" + std::string(language);
-}
-
-std::string ExpectedText(const MessageCatalogue& catalogue, const SetupError& error)
-{
-    return catalogue.Caption(ExpectedTexts.at(static_cast<std::size_t>(error.What())));
-}
-
-std::string DescribeSetupError(const MessageCatalogue& catalogue, const SetupError& error)
-{
-    const bool refused = error.Number() == SetupErrorNumber::ModuleRefused;
-    std::string text = catalogue.Caption(refused ? Message::RejectedSection : Message::RejectedLine);
-    text += "\r\n";
-    if (error.Line() > 0)
-        text += catalogue.Word(Message::LineWord) + std::to_string(error.Line()) + ": ";
-    return text + catalogue.Word(Message::ExpectedWord) + ExpectedText(catalogue, error);
 }
 
 }  // namespace kelvora

@@ -3,12 +3,12 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "app/MessageCatalogue.h"
 #include "platform/Files.h"
 #include "platform/Prompt.h"
 #include "setup/PosCfg.h"
-#include "setup/SetupError.h"
 
 namespace kelvora {
 
@@ -42,12 +42,5 @@ std::optional<MessageCatalogue> LoadCatalogue(const Files& files, Prompt& prompt
 
 /// The folder of a language's help pages, the counterpart of a help file beside the program.
 std::string HelpFolder(const LanguageFolders& folders, std::string_view language);
-
-/// What was expected where the error was found, in the catalogue's language.
-std::string ExpectedText(const MessageCatalogue& catalogue, const SetupError& error);
-
-/// What a SetupError says in the catalogue's language: the message of its number, the line and what was
-/// expected there, on lines of their own.
-std::string DescribeSetupError(const MessageCatalogue& catalogue, const SetupError& error);
 
 }  // namespace kelvora

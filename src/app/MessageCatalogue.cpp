@@ -46,21 +46,24 @@ MessageCatalogue::MessageCatalogue(std::string text, std::string language)
     }
 }
 
+std::uint32_t MessageCatalogue::StartOf(std::int16_t id) const
+{
+    const auto index = static_cast<std::size_t>(id);
+    return id >= 0 && index < starts_.size() ? starts_.at(index) : 0;
+}
+
 std::string_view MessageCatalogue::Find(std::int16_t id) const
 {
-    if (id < 0 || static_cast<std::size_t>(id) >= starts_.size() ||
-        starts_.at(static_cast<std::size_t>(id)) == 0)
+    if (!Has(id))
         return {};
-    const std::string_view rest =
-        std::string_view(text_).substr(starts_.at(static_cast<std::size_t>(id)), MaximumMessageLength);
+    const std::string_view rest = std::string_view(text_).substr(StartOf(id), MaximumMessageLength);
     const std::size_t end = rest.find(" \r\n");
     return end == std::string_view::npos ? rest : rest.substr(0, end + 1);
 }
 
 std::string MessageCatalogue::Lookup(std::int16_t id) const
 {
-    if (id >= 0 && static_cast<std::size_t>(id) < starts_.size() &&
-        starts_.at(static_cast<std::size_t>(id)) != 0)
+    if (Has(id))
         return std::string(Find(id));
     const std::string key = KeyOf(id);
     if (language_ == "ITA")

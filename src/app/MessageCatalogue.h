@@ -29,6 +29,9 @@ public:
     /// The text of a message with its closing blank, or a text that says that it was not found.
     std::string Lookup(std::int16_t id) const;
 
+    /// Whether the catalogue has that message.
+    bool Has(std::int16_t id) const { return StartOf(id) != 0; }
+
     /// A caption: the text without its closing blank, the fallback where the catalogue has none.
     std::string Caption(const MessageId& message) const;
 
@@ -38,6 +41,7 @@ public:
     const std::string& Language() const { return language_; }
 
 private:
+    std::uint32_t StartOf(std::int16_t id) const;
     std::string_view Find(std::int16_t id) const;
 
     std::string text_;

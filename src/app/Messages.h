@@ -12,6 +12,9 @@ struct MessageId {
     std::string_view fallback;
 };
 
+/// The numbers below are the system's own, those from here on the program's additions.
+inline constexpr int FirstOwnMessage = 600;
+
 namespace Message {
 
 // Message boxes and dialog titles.
@@ -26,7 +29,8 @@ inline constexpr MessageId ConfirmDefaults{250, "Set every key of this keyboard 
 inline constexpr MessageId ReloadKeyMap{251, "The key map is empty. Read it again from the setup?"};
 inline constexpr MessageId RejectedSection{260, "A module cannot stand here."};
 inline constexpr MessageId RejectedLine{263, "A line of the file is not valid."};
-inline constexpr MessageId Interruption{270, "Stop the operation that is running?"};
+inline constexpr MessageId Interruption{
+    270, "Escape stops an operation that is running on the line. Nothing is stopped while none runs."};
 
 // Menus.
 inline constexpr MessageId FileMenu{300, "&File"};
@@ -174,7 +178,6 @@ inline constexpr MessageId KeyStateVertical{653, "double vertical key"};
 inline constexpr MessageId KeyStateHorizontal{654, "double horizontal key"};
 inline constexpr MessageId KeyStateQuadruple{655, "quadruple key"};
 inline constexpr MessageId KeyStateUnused{656, "unused"};
-inline constexpr MessageId KeyTypeFrame{657, "Selected key"};
 inline constexpr MessageId KeyHint{658,
                                    "Arrows choose a key, 1 to 4 set its type, U switches it off and on."};
 inline constexpr MessageId KeysSelected{659, " keys"};
@@ -195,14 +198,17 @@ inline constexpr MessageId ViewMenuToolbar{671, "&Toolbar"};
 inline constexpr MessageId ViewMenuStatusBar{672, "&Status Bar"};
 inline constexpr MessageId EepromWizard{673, "&Eeprom Wizard..."};
 inline constexpr MessageId FiscalSummary{674, "Fiscal"};
-inline constexpr MessageId AutoreadSummary{675, "Auto-read"};
 inline constexpr MessageId FirstKeySummary{676, "Keys from "};
 inline constexpr MessageId AddMasterNow{677, "Add &Master Keyboard"};
 inline constexpr MessageId ToolDump{678, "Dump"};
 inline constexpr MessageId ToolDumpTip{679, "Save flash dump to file"};
+inline constexpr MessageId OpenElsewhere{
+    680, "This file is open in another window. Close it there first, or choose another name."};
 inline constexpr MessageId KeyMapUnfit{
     695, "This key map does not fit this keyboard. Set the keyboard defaults to edit it."};
 inline constexpr MessageId KeyHintMore{696, "Shift and Ctrl choose more keys, Ctrl+Z takes a step back."};
+inline constexpr MessageId KeyUndo{697, "Undo change"};
+inline constexpr MessageId KeyRedo{698, "Redo change"};
 
 // What the reader of a setup file expected; in the order of Expected.
 inline constexpr MessageId ExpectedLineFeed{700, "a line feed after the carriage return"};

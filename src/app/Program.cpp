@@ -33,14 +33,13 @@ bool Program::ChangeLanguage(const std::string& language)
     auto loaded = LoadCatalogue(world.files, world.prompt, folders, language);
     if (!loaded)
         return false;
+    TakeCatalogue(*std::move(loaded));
     try {
         world.files.Write(PersonalSelectionFile(folders), LanguageSelectionText(language));
     } catch (const FileError& error) {
         Show(Message::LanguageNotKept, {BoxIcon::Exclamation},
              TextFromPath(error.Path()) + "\r\n" + error.what());
-        return false;
     }
-    TakeCatalogue(*std::move(loaded));
     return true;
 }
 
@@ -69,7 +68,16 @@ bool Program::IsPortAvailable(int port) const
 
 Answer Program::Show(const MessageId& message, BoxStyle style, std::string_view extra) const
 {
-    return ShowMessage(catalogue, world.prompt, 0, static_cast<std::int16_t>(message.id), extra, style);
+    const auto id = static_cast<std::int16_t>(message.id);
+    // An older catalogue may lack the program's own additions: a question that cannot be read must not be
+    // asked.
+    if (message.id >= FirstOwnMessage && !catalogue.Has(id)) {
+        std::string body(message.fallback);
+        if (!extra.empty())
+            body.append("\r\n").append(extra);
+        return world.prompt.Show(ProductName, body, style);
+    }
+    return ShowMessage(catalogue, world.prompt, 0, id, extra, style);
 }
 
 }  // namespace kelvora

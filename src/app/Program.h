@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -36,7 +37,8 @@ public:
     bool Load();
 
     /// Speaks another language from now on and makes it the person's own choice. False, after a message, when
-    /// that language's texts or the choice's file stand in the way; nothing has changed then.
+    /// that language's texts cannot be read; nothing has changed then. A choice that cannot be kept gives a
+    /// message and holds for this run.
     bool ChangeLanguage(const std::string& language);
 
     /// Languages whose message files are there.
@@ -51,6 +53,8 @@ public:
     /// The running number of the next setup window: the first one gets 1.
     std::int16_t NextPanelIndex() { return ++windowCounter_; }
 
+    /// Shows a message of the catalogue under the product's name; `extra` stands on lines of its own below
+    /// it.
     Answer Show(const MessageId& message, BoxStyle style, std::string_view extra = {}) const;
 
 private:
@@ -68,10 +72,17 @@ public:
     /// How the next setup window is filled.
     kelvora::SetupMode setupMode = kelvora::SetupMode::New;
 
+    /// Whether a window other than the one of the file `current` holds that file; unset where there are no
+    /// windows.
+    std::function<bool(std::string_view path, std::string_view current)> isOpenElsewhere;
+
+    /// The devices can be reached: a terminal link is there. What talks to them is disabled without it.
+    bool hasLink = false;
+
     /// A device operation runs: module clicks, layout commands and the close question wait for its end.
     bool busy = false;
 
-    /// The user has asked the running operation to stop.
+    /// The user has asked the running operation to stop. Whoever starts an operation clears it.
     bool interruptionRequested = false;
 
 private:

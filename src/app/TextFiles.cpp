@@ -1,5 +1,7 @@
 #include "app/TextFiles.h"
 
+#include <new>
+
 #include "app/ShowMessage.h"
 #include "platform/Encoding.h"
 
@@ -30,15 +32,24 @@ std::optional<std::string> ReadTextFile(const Files& files, Prompt& prompt, cons
         return files.Read(path);
     } catch (const FileError& error) {
         ShowFileError(prompt, error);
-        return std::nullopt;
+    } catch (const std::bad_alloc&) {
+        ShowFileError(prompt, FileError(path, "Cannot allocate memory"));
     }
+    return std::nullopt;
 }
 
 void SaveTextFile(Files& files, const std::string& path, const std::string& text)
 {
     const std::string backup = BackupName(path);
-    if (backup != path && files.Exists(path))
-        files.Copy(path, backup);
+    if (backup != path && files.Exists(path)) {
+        try {
+            files.Copy(path, backup);
+        } catch (const FileError& error) {
+            // The user has named the file, not its backup.
+            throw FileError(path,
+                            "its backup cannot be written, " + TextFromPath(backup) + ": " + error.what());
+        }
+    }
     files.Write(path, text + "\r\n");
 }
 

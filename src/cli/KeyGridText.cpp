@@ -60,13 +60,11 @@ private:
     {
         const char type = TypeAt(cell);
         int& owner = OwnerOf(cell);
-        if (type == KeyType::NoKey || type == KeyType::Absent || owner != 0)
+        if (!KeyType::HasKey(type) || owner != 0)
             return;
         owner = cell + 1;
-        const bool across = type == KeyType::DoubleHorizontal || type == KeyType::Quadruple;
-        const bool down = type == KeyType::DoubleVertical || type == KeyType::Quadruple;
-        for (int row = 0; row <= (down ? 1 : 0); ++row)
-            for (int column = 0; column <= (across ? 1 : 0); ++column)
+        for (int row = 0; row <= (KeyType::IsTall(type) ? 1 : 0); ++row)
+            for (int column = 0; column <= (KeyType::IsWide(type) ? 1 : 0); ++column)
                 if (cell / columns_ + row < rows_ && cell % columns_ + column < columns_)
                     OwnerOf(cell + row * columns_ + column) = cell + 1;
     }
@@ -110,7 +108,7 @@ void AppendLine(std::string& text, std::string_view indent, std::string_view lin
 
 }  // namespace
 
-std::string DrawKeyGrid(const ModuleRecord& record, int firstKeyNumber, std::string_view indent)
+std::string KeyGridText(const ModuleRecord& record, int firstKeyNumber, std::string_view indent)
 {
     const GridDrawing drawing(record, firstKeyNumber);
     std::string text;

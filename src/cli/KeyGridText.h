@@ -10,6 +10,6 @@ namespace kelvora {
 
 /// The record's grid, each line led by `indent`; an unused key's number stands in brackets, and where the
 /// device has no key nothing is drawn. `firstKeyNumber` is the number of the key in the top left corner.
-std::string DrawKeyGrid(const ModuleRecord& record, int firstKeyNumber, std::string_view indent);
+std::string KeyGridText(const ModuleRecord& record, int firstKeyNumber, std::string_view indent);
 
 }  // namespace kelvora

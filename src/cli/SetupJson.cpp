@@ -1,7 +1,6 @@
 #include "cli/SetupJson.h"
 
 #include <nlohmann/json.hpp>
-#include <string_view>
 
 #include "keymap/Models.h"
 #include "platform/Encoding.h"
@@ -11,27 +10,6 @@ namespace kelvora {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-std::string_view KindName(ModuleKind kind)
-{
-    switch (kind) {
-        case ModuleKind::KM096:
-            return "KM096";
-        case ModuleKind::Backlight:
-            return "BACKLIGHT";
-        case ModuleKind::Code4:
-            return "CODE4";
-        case ModuleKind::KM064:
-            return "KM064";
-        case ModuleKind::MCR:
-            return "MCR";
-        case ModuleKind::ICCR:
-            return "ICCR";
-        case ModuleKind::None:
-            break;
-    }
-    return "";
-}
 
 Json ModuleObject(const ModuleRecord& record, const SetupDocument& document)
 {

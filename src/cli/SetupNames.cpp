@@ -14,6 +14,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/AsciiCase.h"
+
 namespace kelvora {
 
 namespace {
@@ -25,12 +27,9 @@ constexpr std::array<std::string_view, 2> SetupSuffixes{".dat", ".txt"};
 
 bool IsSetupName(std::string_view name)
 {
-    const auto isLetter = [](char a, char lower) {
-        return (a >= 'A' && a <= 'Z' ? a - 'A' + 'a' : a) == lower;
-    };
     return std::ranges::any_of(SetupSuffixes, [&](std::string_view suffix) {
         return name.size() >= suffix.size() &&
-               std::ranges::equal(name.substr(name.size() - suffix.size()), suffix, isLetter);
+               std::ranges::equal(name.substr(name.size() - suffix.size()), suffix, {}, AsciiLower);
     });
 }
 

@@ -62,9 +62,8 @@ std::string SeparatorText(char separator)
 
 std::string McrText(std::string_view options)
 {
-    const std::string_view tracks = options.substr(0, Options::TracksLength);
     std::string text("tracks ");
-    text += tracks.substr(0, tracks.find_last_not_of(' ') + 1);
+    text += Options::Tracks(options);
     text += ", separators";
     for (std::size_t track = 0; track < 3; ++track)
         text += " " + SeparatorText(options[Options::SeparatorAt + track]);
@@ -108,7 +107,7 @@ std::string ModuleText(const ModuleRecord& record, int firstKeyNumber)
         text = name + "  " + detail + "\n";
     }
     if (FindModel(record.Kind))
-        text += DrawKeyGrid(record, firstKeyNumber, GridIndent);
+        text += KeyGridText(record, firstKeyNumber, GridIndent);
     return text;
 }
 

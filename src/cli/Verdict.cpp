@@ -4,13 +4,13 @@
 #include <cerrno>
 #include <cstdio>
 #include <new>
-#include <stdexcept>
 #include <system_error>
 #include <utility>
 
-#include "app/Language.h"
+#include "app/SetupErrorText.h"
 #include "cli/Console.h"
 #include "platform/posix/PosixFiles.h"
+#include "setup/SetupError.h"
 #include "setup/SetupReader.h"
 
 namespace kelvora {
@@ -48,8 +48,6 @@ Verdict CheckSetupFile(const std::string& path, std::string& text, SetupDocument
         verdict = {Verdict::Outcome::Rejected, error.Number(), error.Line(), ExpectationText(error)};
     } catch (const std::bad_alloc&) {
         verdict = Unreadable(std::generic_category().message(ENOMEM));
-    } catch (const std::length_error&) {
-        verdict = Unreadable(std::generic_category().message(EFBIG));
     }
     if (text.capacity() > MostKept)
         text = std::string();
@@ -61,11 +59,6 @@ std::string ErrorNumberText(std::uint32_t number)
     std::array<char, sizeof "0x80040107"> text{};
     std::snprintf(text.data(), text.size(), "0x%08X", number);
     return text.data();
-}
-
-std::string RejectionText(const SetupError& error)
-{
-    return ErrorNumberText(error.Number()) + " " + ExpectationText(error);
 }
 
 std::string VerdictLine(const std::string& path, const Verdict& verdict)

@@ -7,7 +7,6 @@
 #include <string>
 
 #include "setup/SetupDocument.h"
-#include "setup/SetupError.h"
 
 namespace kelvora {
 
@@ -23,9 +22,6 @@ struct Verdict {
 /// Reads the file at `path` as a setup; `text` is memory to read into, kept from file to file. Gives the
 /// setup to `document` where that is not null and the file is accepted. Throws nothing that a file can cause.
 Verdict CheckSetupFile(const std::string& path, std::string& text, SetupDocument* document = nullptr);
-
-/// "0x80040107 expected YES or NO".
-std::string RejectionText(const SetupError& error);
 
 /// The number as it is shown: "0x80040107".
 std::string ErrorNumberText(std::uint32_t number);

@@ -1,4 +1,3 @@
-#include <csignal>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -7,9 +6,9 @@
 
 int main(int argc, char** argv)
 {
-    // A reader that goes away is told of like any other failed write.
-    std::signal(SIGPIPE, SIG_IGN);
     std::ios::sync_with_stdio(false);
+    // Names are read on another thread than the one that writes results: reading must not flush them.
+    std::cin.tie(nullptr);
     const std::vector<std::string> arguments(argv + (argc > 0 ? 1 : 0), argv + argc);
     return kelvora::RunCli(arguments, std::cin, std::cout, std::cerr);
 }

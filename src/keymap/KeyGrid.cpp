@@ -31,10 +31,8 @@ KeyGridMetrics MeasureKeyGrid(std::span<const KeyRect> keys, int columns)
 
 KeyRect SizeKey(KeyRect place, char type, const KeyGridMetrics& metrics)
 {
-    const bool wide = type == KeyType::DoubleHorizontal || type == KeyType::Quadruple;
-    const bool tall = type == KeyType::DoubleVertical || type == KeyType::Quadruple;
-    place.width = wide ? 2 * metrics.keyWidth + metrics.horizontalGap : metrics.keyWidth;
-    place.height = tall ? 2 * metrics.keyHeight + metrics.verticalGap : metrics.keyHeight;
+    place.width = KeyType::IsWide(type) ? 2 * metrics.keyWidth + metrics.horizontalGap : metrics.keyWidth;
+    place.height = KeyType::IsTall(type) ? 2 * metrics.keyHeight + metrics.verticalGap : metrics.keyHeight;
     return place;
 }
 

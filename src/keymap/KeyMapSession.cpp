@@ -16,9 +16,7 @@ Area AreaOf(int position, char type, int columns)
 {
     const int row = (position - 1) / columns;
     const int column = (position - 1) % columns;
-    const bool wide = type == KeyType::DoubleHorizontal || type == KeyType::Quadruple;
-    const bool tall = type == KeyType::DoubleVertical || type == KeyType::Quadruple;
-    return {row, column, row + (tall ? 1 : 0), column + (wide ? 1 : 0)};
+    return {row, column, row + (KeyType::IsTall(type) ? 1 : 0), column + (KeyType::IsWide(type) ? 1 : 0)};
 }
 
 char TypeCharacter(int index)
@@ -73,9 +71,7 @@ char KeyMapSession::Type(int position) const
 
 bool KeyMapSession::HasKey(int position) const
 {
-    const char type = Type(position);
-    return IsEditable() && type != KeyType::NoKey && type != KeyType::Absent &&
-           !IsCovered(position, Columns(), Map());
+    return IsEditable() && KeyType::HasKey(Type(position)) && !IsCovered(position, Columns(), Map());
 }
 
 bool KeyMapSession::IsChosen(int position) const
@@ -104,7 +100,7 @@ void KeyMapSession::Choose(int position, Choosing choosing)
     } else if (choosing == Choosing::Toggle) {
         const auto next = chosen.erase(place);
         state_.selected = chosen.empty() ? 0 : next != chosen.end() ? *next : chosen.back();
-        state_.anchor = state_.selected;
+        state_.anchor = chosen.empty() ? position : state_.selected;
     }
 }
 
@@ -150,14 +146,28 @@ int KeyMapSession::KeyAt(int row, int column) const
     return 0;
 }
 
+int KeyMapSession::Ring() const
+{
+    if (state_.selected > 0 || state_.anchor > 0)
+        return state_.selected > 0 ? state_.selected : state_.anchor;
+    for (int position = 1; position <= Positions(); ++position)
+        if (HasKey(position))
+            return position;
+    return 0;
+}
+
+void KeyMapSession::ChooseRing()
+{
+    if (state_.selected == 0)
+        Choose(Ring());
+}
+
 void KeyMapSession::Move(Direction direction, Choosing choosing)
 {
-    if (state_.selected == 0) {
-        for (int position = 1; position <= Positions() && state_.selected == 0; ++position)
-            Choose(position);
-        return;
-    }
-    const Area from = AreaOf(state_.selected, Type(state_.selected), Columns());
+    if (state_.selected == 0 && state_.anchor == 0)
+        return ChooseRing();
+    const int start = Ring();
+    const Area from = AreaOf(start, Type(start), Columns());
     const int rows = (Positions() + Columns() - 1) / Columns();
     int row = direction == Direction::Down ? from.bottom : from.top;
     int column = direction == Direction::Right ? from.right : from.left;
@@ -207,9 +217,31 @@ void KeyMapSession::ToggleUnused()
     const bool allUnused =
         std::ranges::all_of(state_.chosen, [&](int position) { return Type(position) == KeyType::Unused; });
     State before = state_;
-    for (const int position : state_.chosen)
-        SetKeyType(position, allUnused ? KeyType::Single : KeyType::Unused, Columns(), state_.map);
+    if (!allUnused && state_.chosen.size() > 1)
+        MakeUnused(before.chosen);
+    else
+        for (const int position : state_.chosen)
+            SetKeyType(position, allUnused ? KeyType::Single : KeyType::Unused, Columns(), state_.map);
     Commit(std::move(before));
+}
+
+/// Switches off whole keys: what they free is unused and chosen as well, so that the same command brings
+/// all of their cells back.
+void KeyMapSession::MakeUnused(std::span<const int> keys)
+{
+    state_.chosen.clear();
+    for (const int position : keys) {
+        const Area key = AreaOf(position, Type(position), Columns());
+        SetKeyType(position, KeyType::Unused, Columns(), state_.map);
+        for (int row = key.top; row <= key.bottom; ++row)
+            for (int column = key.left; column <= key.right; ++column) {
+                const int cell = row * Columns() + column + 1;
+                SetKeyType(cell, KeyType::Unused, Columns(), state_.map);
+                state_.chosen.push_back(cell);
+            }
+    }
+    std::ranges::sort(state_.chosen);
+    state_.chosen.erase(std::unique(state_.chosen.begin(), state_.chosen.end()), state_.chosen.end());
 }
 
 /// A chosen key that another one has swallowed is no key any more.
@@ -243,7 +275,11 @@ void KeyMapSession::ShowDefaults(std::string map)
     state_ = {};
     state_.map = std::move(map);
     state_.firstKeyNumber = RestartsNumbering(model_.kind) ? 1 : before.firstKeyNumber;
-    Commit(std::move(before));
+    const int number = state_.firstKeyNumber;
+    // Without a step that could take it back, the new number holds for every map that undo brings.
+    if (!Commit(std::move(before)))
+        for (State& step : history_)
+            step.firstKeyNumber = number;
 }
 
 void KeyMapSession::Undo()

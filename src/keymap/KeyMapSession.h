@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -65,15 +66,22 @@ public:
 
     /// The key chosen last, which the controls name; 0 for none.
     int Selected() const { return state_.selected; }
+
+    /// The key that the focus ring stands on and the arrows start from: the selected one, else the one let
+    /// go last, else the grid's first; 0 in a grid without keys.
+    int Ring() const;
     bool IsChosen(int position) const;
 
     /// A position without a key is left alone.
     void Choose(int position, Choosing choosing = Choosing::Only);
     void ChooseAll();
 
-    /// Chooses the next key that way from the selected one, past the cells that this covers and those
-    /// without a key; a covered cell leads to the key that covers it. Stays at the edge. With no key
-    /// selected, the grid's first one.
+    /// With no key selected, chooses the one that has the ring.
+    void ChooseRing();
+
+    /// Chooses the next key that way from the ring, past the cells that this key covers and those without a
+    /// key; a covered cell leads to the key that covers it. Stays at the edge. Where no key has been chosen
+    /// yet, the grid's first one.
     void Move(Direction direction, Choosing choosing = Choosing::Only);
 
     KeyChoices Choices() const;
@@ -82,11 +90,13 @@ public:
     /// one undo step. Returns whether the map changed.
     bool SetType(int index);
 
-    /// Makes the chosen keys unused, or single keys again when all are unused, as one undo step.
+    /// Makes the chosen keys unused, or single keys again when all are unused, as one undo step. The cells
+    /// that several keys free on the way become unused with them and are chosen too; a key alone frees
+    /// single keys.
     void ToggleUnused();
 
     /// After the question is answered: `map` is the default map, or the present one when that was refused.
-    /// Keys are numbered anew as the model does it; no key is chosen.
+    /// Keys are numbered anew as the model does it, which is no step of its own; no key is chosen.
     void ShowDefaults(std::string map);
 
     bool CanUndo() const { return step_ > 0; }
@@ -106,6 +116,7 @@ private:
     void ChooseRange(int from, int to);
     int KeyAt(int row, int column) const;
     void DropCovered();
+    void MakeUnused(std::span<const int> keys);
     bool Commit(State before);
     std::uint8_t Mask(int position) const { return AllowedKeyTypes(position, Columns(), Map()); }
 

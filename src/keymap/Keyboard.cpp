@@ -33,15 +33,6 @@ void Put(std::string& map, int position, char type)
         map[static_cast<std::size_t>(position) - 1] = type;
 }
 
-bool IsTall(char type)
-{
-    return type == KeyType::DoubleVertical || type == KeyType::Quadruple;
-}
-bool IsWide(char type)
-{
-    return type == KeyType::DoubleHorizontal || type == KeyType::Quadruple;
-}
-
 /// The cells that a key of that type covers besides its own, ended by 0.
 std::array<int, 4> CoveredCells(int position, char type, int columns)
 {
@@ -106,7 +97,7 @@ std::uint8_t AllowedKeyTypes(int position, int columns, std::string_view map)
             return mask;
         if (right == KeyType::Unused) {
             const char above = position > columns ? At(map, position + 1 - columns) : KeyType::Single;
-            right = IsTall(above) ? above : KeyType::Single;
+            right = KeyType::IsTall(above) ? above : KeyType::Single;
         }
         if (right == KeyType::Single)
             mask |= HorizontalBit;
@@ -116,7 +107,7 @@ std::uint8_t AllowedKeyTypes(int position, int columns, std::string_view map)
         return mask;
     if (below == KeyType::Unused) {
         const char left = position % columns != 1 ? At(map, position + columns - 1) : KeyType::Single;
-        below = IsWide(left) ? left : KeyType::Single;
+        below = KeyType::IsWide(left) ? left : KeyType::Single;
     }
     if (below == KeyType::Single)
         mask |= VerticalBit;
@@ -166,11 +157,11 @@ bool IsCovered(int position, int columns, std::string_view map)
 {
     if (At(map, position) != KeyType::Unused)
         return false;
-    if (IsTall(At(map, position - columns)))
+    if (KeyType::IsTall(At(map, position - columns)))
         return true;
     const bool firstColumn = position % columns == 1;
     return !firstColumn &&
-           (IsWide(At(map, position - 1)) || At(map, position - columns - 1) == KeyType::Quadruple);
+           (KeyType::IsWide(At(map, position - 1)) || At(map, position - columns - 1) == KeyType::Quadruple);
 }
 
 void SetKeyType(int position, char newType, int columns, std::string& map)

@@ -19,13 +19,30 @@ inline constexpr char Quadruple = '4';         ///< takes the cell to the right 
 inline constexpr char Unused = '0';            ///< a disabled key, or a cell covered by a larger key
 inline constexpr char NoKey = ' ';             ///< the device has no contact here
 inline constexpr char Absent = 'X';            ///< the model has no such position
+
+/// Whether a key of that type takes the cell to the right too.
+constexpr bool IsWide(char type)
+{
+    return type == DoubleHorizontal || type == Quadruple;
+}
+
+/// Whether a key of that type takes the cell below too.
+constexpr bool IsTall(char type)
+{
+    return type == DoubleVertical || type == Quadruple;
+}
+
+/// Whether the device has a key at a position of that type; it may be unused or covered.
+constexpr bool HasKey(char type)
+{
+    return type != NoKey && type != Absent;
+}
 }  // namespace KeyType
 
 /// A model with keys. `mapLength` counts the grid's positions; it exceeds rows x columns where the last row
 /// is not full (the ICCR's fifth row has two positions, and its records hold four rows).
 struct Model {
     ModuleKind kind;
-    std::string_view name;
     std::uint8_t rows;
     std::uint8_t columns;
     std::uint8_t mapLength;
@@ -33,7 +50,7 @@ struct Model {
 };
 
 inline constexpr std::array Models{
-    Model{ModuleKind::KM096, "KM096", 8, 12, 96,
+    Model{ModuleKind::KM096, 8, 12, 96,
           "11        11"
           "11        11"
           "11        11"
@@ -42,9 +59,8 @@ inline constexpr std::array Models{
           "111111111111"
           "111111111130"
           "111111111130"},
-    Model{ModuleKind::KM064, "KM064", 8, 8, 64,
-          "1111111111111111111111111111111111111111111111111111111111111111"},
-    Model{ModuleKind::ICCR, "ICCR", 4, 4, 18, "1111111111111111XX"},
+    Model{ModuleKind::KM064, 8, 8, 64, "1111111111111111111111111111111111111111111111111111111111111111"},
+    Model{ModuleKind::ICCR, 4, 4, 18, "1111111111111111XX"},
 };
 
 /// The model of that kind; null for kinds without keys.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "app/SetupErrorText.h"
 #include "app/ShowMessage.h"
 #include "app/TextFiles.h"
 #include "platform/Encoding.h"

@@ -1,9 +1,6 @@
 #include "picture/DevicePicture.h"
 
 #include <algorithm>
-#include <array>
-#include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -158,8 +155,7 @@ void DrawDisplay(SvgDrawing& drawing, StripButton button)
 
 bool ReadsTrack(const ModuleRecord& record, char track)
 {
-    return std::string_view(record.Options).substr(0, Options::TracksLength).find(track) !=
-           std::string_view::npos;
+    return Options::Tracks(record.Options).find(track) != std::string_view::npos;
 }
 
 bool ReadsUnasked(const ModuleRecord& record)
@@ -235,17 +231,12 @@ void DrawKeypad(SvgDrawing& drawing, StripButton button, const ModuleRecord& rec
         {WholePixels((side - record.Columns * cell) / 2), WholePixels((side - rows * cell) / 2), cell, {}});
 }
 
-/// What a new module of each button is, in the order of the buttons.
-constexpr std::array<std::uint8_t, StripButtonCount> NewModules{
-    DeviceCode::KM096, DeviceCode::KM096,  DeviceCode::BacklightOn, DeviceCode::Code4,
-    DeviceCode::KM064, DeviceCode::MCR123, DeviceCode::ICCR,        DeviceCode::ICCR};
-
 }  // namespace
 
 std::string DeviceShapes(StripButton button, const ModuleRecord* record)
 {
     if (!record) {
-        const ModuleRecord made = CreateRecord(NewModules[static_cast<std::size_t>(button)], 0);
+        const ModuleRecord made = CreateRecord(FirstDeviceCode(KindOfButton(button)), 0);
         return DeviceShapes(button, &made);
     }
     SvgDrawing drawing;

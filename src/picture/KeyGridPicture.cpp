@@ -25,11 +25,6 @@ constexpr Paint CapFace{"#f6f7f9"};
 constexpr std::string_view UnusedColour = "#98a0ab";
 constexpr std::string_view NumberColour = "#22272e";
 
-bool HasKey(char type)
-{
-    return type != KeyType::NoKey && type != KeyType::Absent;
-}
-
 class GridPainter {
 public:
     GridPainter(SvgDrawing& drawing, const ModuleRecord& record, const KeyGridPlace& place)
@@ -48,13 +43,13 @@ public:
     {
         for (int row = 0; row < rows_; ++row)
             for (int column = 0, end = 0; column < columns_; column = end + 1) {
-                for (end = column; end < columns_ && HasKey(TypeAt(row, end));)
+                for (end = column; end < columns_ && KeyType::HasKey(TypeAt(row, end));)
                     ++end;
                 PaintGroundPiece(row, column, 1, end - column);
             }
         for (int column = 0; column < columns_; ++column)
             for (int row = 0, end = 0; row < rows_; row = end + 1) {
-                for (end = row; end < rows_ && HasKey(TypeAt(end, column));)
+                for (end = row; end < rows_ && KeyType::HasKey(TypeAt(end, column));)
                     ++end;
                 PaintGroundPiece(row, column, end - row, 1);
             }
@@ -66,7 +61,7 @@ public:
             for (int column = 0; column < columns_; ++column) {
                 const char type = TypeAt(row, column);
                 const int position = row * columns_ + column + 1;
-                if (!HasKey(type) ||
+                if (!KeyType::HasKey(type) ||
                     (type == KeyType::Unused && IsCovered(position, columns_, record_.KeyMap)))
                     continue;
                 const KeyRect cap = CapAt(row, column, type);
@@ -149,7 +144,7 @@ int DrawnKeyRows(const ModuleRecord& record)
 {
     int rows = record.Rows;
     for (std::size_t index = 0; index < record.KeyMap.size() && record.Columns > 0; ++index)
-        if (HasKey(record.KeyMap[index]))
+        if (KeyType::HasKey(record.KeyMap[index]))
             rows = std::max(rows, static_cast<int>(index / record.Columns) + 1);
     return rows;
 }

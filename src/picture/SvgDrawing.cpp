@@ -5,11 +5,12 @@
 #include <string_view>
 
 #include "keymap/KeyGrid.h"
-#include "layout/ModuleStrip.h"
 
 namespace kelvora {
 
 namespace {
+
+constexpr int TwipsPerPixel = 1440 / 96;  // the two in an inch
 
 std::string Attribute(std::string_view name, std::string_view value)
 {

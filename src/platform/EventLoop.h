@@ -10,7 +10,8 @@ class EventLoop {
 public:
     virtual ~EventLoop() = default;
 
-    /// Runs `action` once on the window thread after `delay`, while the loop keeps running.
+    /// Runs `action` once on the window thread after `delay`, while the loop keeps running. The caller may be
+    /// gone by then: the action has to know.
     virtual void After(std::chrono::milliseconds delay, std::function<void()> action) = 0;
 
 protected:

@@ -2,6 +2,7 @@
 // Paths are bytes and are never recoded. The real one is platform/posix/PosixFiles.
 #pragma once
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 
@@ -21,17 +22,21 @@ private:
     std::string path_;
 };
 
+/// The largest file that is read whole: far above any text of the program, and little of a machine's memory.
+inline constexpr std::size_t MaximumFileSize = std::size_t{16} << 20;
+
 class Files {
 public:
     virtual ~Files() = default;
 
-    /// The whole content of a regular file. Throws FileError.
+    /// The whole content of a regular file of at most MaximumFileSize bytes. Throws FileError.
     virtual std::string Read(const std::string& path) const = 0;
 
     /// Whether anything stands at `path`; a link that leads nowhere does not count.
     virtual bool Exists(const std::string& path) const = 0;
 
-    /// Copies `from` over `to`. `to` is left whole, old or new, whatever happens. Throws FileError.
+    /// Copies `from`, which is read as by Read, over `to`. `to` is left whole, old or new, whatever happens.
+    /// Throws FileError.
     virtual void Copy(const std::string& from, const std::string& to) = 0;
 
     /// Makes `text` the content of `path`, creating or overwriting. The file is left whole, old or new,

@@ -20,8 +20,9 @@ class Prompt {
 public:
     virtual ~Prompt() = default;
 
-    /// Shows a box and returns the button pressed. Esc and the close box give Cancel where there is such a
-    /// button, else No, else Ok. Texts are Windows-1252 bytes, lines parted by CR LF.
+    /// Shows a box and returns the button pressed. No window of the program closes while a box is open. Esc
+    /// and the close box give Cancel where there is such a button, else No, else Ok. Texts are Windows-1252
+    /// bytes, lines parted by CR LF.
     virtual Answer Show(std::string_view title, std::string_view body, BoxStyle style) = 0;
 
 protected:

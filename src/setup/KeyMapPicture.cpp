@@ -119,11 +119,6 @@ std::optional<std::string> MapOfPicture(std::string_view picture, std::size_t co
     return cells;
 }
 
-[[noreturn]] void Reject(std::size_t line, Expected expected)
-{
-    throw SetupError(SetupErrorNumber::LineRejected, line, expected);
-}
-
 }  // namespace
 
 void AppendKeyMapPicture(std::string& text, std::string_view keyMap, std::size_t columns)
@@ -150,16 +145,16 @@ void ReadKeyMapPicture(std::string_view picture, ModuleRecord& record, std::size
 {
     const std::size_t columns = record.Columns;
     if (picture.size() != static_cast<std::uint8_t>(record.Columns * record.Rows))
-        Reject(line, Expected::KeyMapSize);
+        RejectLine(line, Expected::KeyMapSize);
     const std::optional<std::string> cells = MapOfPicture(picture, columns);
     if (!cells)
-        Reject(line, Expected::WholeKeys);
+        RejectLine(line, Expected::WholeKeys);
     if (cells->find(NoType) != std::string::npos)
-        Reject(line, Expected::KeyMapLetter);
+        RejectLine(line, Expected::KeyMapLetter);
     // Letters were found whole above; key types typed in their place may overlap, and could not be written.
     const bool hasTypedKeys = std::ranges::any_of(picture, IsLargerKeyType);
     if (!IsKeyMapValid(*cells, record.Rows, record.Columns) || (hasTypedKeys && !CanBeDrawn(*cells, columns)))
-        Reject(line, Expected::WholeKeys);
+        RejectLine(line, Expected::WholeKeys);
     record.KeyMap.replace(0, cells->size(), *cells);
 }
 

@@ -34,26 +34,34 @@ constexpr std::string_view ElevenAbsent = "XXXXXXXXXXX";
 struct DeviceRow {
     std::uint8_t code;
     ModuleKind kind;
+    std::string_view name;
     std::uint8_t width, keyCount;
     std::string_view matrixCodes, keyMap, options;
 };
 
-// The keyboards' key maps are their models' defaults.
+// The first row of a kind is what a new module of it starts as. The keyboards' key maps are their models'
+// defaults.
 constexpr std::array Devices{
-    DeviceRow{DeviceCode::KM096, ModuleKind::KM096, 196, 96, MatrixKM096, "", "YES"},
-    DeviceRow{DeviceCode::BacklightOn, ModuleKind::Backlight, 24, 0, "", "", "YES"},
-    DeviceRow{DeviceCode::BacklightOff, ModuleKind::Backlight, 24, 0, "", "", "NO "},
-    DeviceRow{DeviceCode::Code4, ModuleKind::Code4, 116, 11, MatrixCode4, ElevenAbsent, ""},
-    DeviceRow{DeviceCode::KM064, ModuleKind::KM064, 138, 64, MatrixKM064, "", ""},
-    DeviceRow{DeviceCode::MCR12, ModuleKind::MCR, 45, 11, MatrixMCR, ElevenAbsent, "1,2  ^^^ON "},
-    DeviceRow{DeviceCode::MCR23, ModuleKind::MCR, 45, 11, MatrixMCR, ElevenAbsent, "2,3  ^^^ON "},
-    DeviceRow{DeviceCode::MCR123, ModuleKind::MCR, 45, 11, MatrixMCR, ElevenAbsent, "1,2,3^^^ON "},
-    DeviceRow{DeviceCode::ICCR, ModuleKind::ICCR, 76, 18, MatrixICCR, "", ""},
+    DeviceRow{DeviceCode::KM096, ModuleKind::KM096, "KM096", 196, 96, MatrixKM096, "", "YES"},
+    DeviceRow{DeviceCode::BacklightOn, ModuleKind::Backlight, "BACKLIGHT", 24, 0, "", "", "YES"},
+    DeviceRow{DeviceCode::BacklightOff, ModuleKind::Backlight, "BACKLIGHT", 24, 0, "", "", "NO "},
+    DeviceRow{DeviceCode::Code4, ModuleKind::Code4, "CODE4", 116, 11, MatrixCode4, ElevenAbsent, ""},
+    DeviceRow{DeviceCode::KM064, ModuleKind::KM064, "KM064", 138, 64, MatrixKM064, "", ""},
+    DeviceRow{DeviceCode::MCR123, ModuleKind::MCR, "MCR", 45, 11, MatrixMCR, ElevenAbsent, "1,2,3^^^ON "},
+    DeviceRow{DeviceCode::MCR12, ModuleKind::MCR, "MCR", 45, 11, MatrixMCR, ElevenAbsent, "1,2  ^^^ON "},
+    DeviceRow{DeviceCode::MCR23, ModuleKind::MCR, "MCR", 45, 11, MatrixMCR, ElevenAbsent, "2,3  ^^^ON "},
+    DeviceRow{DeviceCode::ICCR, ModuleKind::ICCR, "ICCR", 76, 18, MatrixICCR, "", ""},
 };
 
 const DeviceRow* FindDevice(std::uint8_t code)
 {
     const auto* const found = std::ranges::find(Devices, code, &DeviceRow::code);
+    return found == Devices.end() ? nullptr : found;
+}
+
+const DeviceRow* FindFirst(ModuleKind kind)
+{
+    const auto* const found = std::ranges::find(Devices, kind, &DeviceRow::kind);
     return found == Devices.end() ? nullptr : found;
 }
 
@@ -63,6 +71,24 @@ ModuleKind KindOf(std::uint8_t deviceCode)
 {
     const DeviceRow* device = FindDevice(deviceCode);
     return device ? device->kind : ModuleKind::None;
+}
+
+std::string_view KindName(ModuleKind kind)
+{
+    const DeviceRow* device = FindFirst(kind);
+    return device ? device->name : std::string_view();
+}
+
+ModuleKind KindOfSection(std::string_view head)
+{
+    const auto* const found = std::ranges::find(Devices, head, &DeviceRow::name);
+    return found == Devices.end() || IsPart(found->kind) ? ModuleKind::None : found->kind;
+}
+
+std::uint8_t FirstDeviceCode(ModuleKind kind)
+{
+    const DeviceRow* device = FindFirst(kind);
+    return device ? device->code : DeviceCode::NotInUse;
 }
 
 ModuleRecord CreateRecord(std::uint8_t deviceCode, std::uint8_t position)

@@ -39,6 +39,15 @@ inline constexpr std::size_t MaximumModules = 7;
 /// The kind of the module with that device code; None for 0, 255 and every code that has no record.
 ModuleKind KindOf(std::uint8_t deviceCode);
 
+/// The kind's name; it heads the kind's section in a setup file, parts of a keyboard aside. Empty for None.
+std::string_view KindName(ModuleKind kind);
+
+/// The kind whose section in a setup file has that head (upper-case, without brackets); None for other heads.
+ModuleKind KindOfSection(std::string_view head);
+
+/// The device code that a new module of that kind has: all tracks, the backlight on. 0 for None.
+std::uint8_t FirstDeviceCode(ModuleKind kind);
+
 /// A new record for that device code, with the model's grid, matrix codes, default key map and options.
 /// Left and Top stay 0: the strip sets them. A code without a kind gives a record of kind None.
 ModuleRecord CreateRecord(std::uint8_t deviceCode, std::uint8_t position);

@@ -10,6 +10,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include "platform/AsciiCase.h"
+
 namespace kelvora::Options {
 
 inline constexpr std::string_view Yes = "YES";
@@ -23,12 +25,19 @@ inline constexpr std::size_t SeparatorAt = 5;  ///< where track 1's separator st
 inline constexpr std::size_t AutoreadAt = 8;
 inline constexpr std::size_t McrLength = 11;
 
+/// The tracks that a badge reader's options name, without the padding: "1,2".
+constexpr std::string_view Tracks(std::string_view options)
+{
+    const std::string_view padded = options.substr(0, TracksLength);
+    return padded.substr(0, padded.find_last_not_of(' ') + 1);
+}
+
 /// Whether a setup file can carry that separator: one visible character, neither "_" (which would continue
 /// the line) nor a small letter (which the reader would make a capital).
 constexpr bool IsSeparatorCarried(char separator)
 {
     const auto code = static_cast<unsigned char>(separator);
-    return code > 0x20 && code != 0x7F && separator != '_' && !(separator >= 'a' && separator <= 'z');
+    return code > 0x20 && code != 0x7F && separator != '_' && separator == AsciiUpper(separator);
 }
 
 }  // namespace kelvora::Options

@@ -37,15 +37,15 @@ public:
 
     kelvora::SetupMode SetupMode;
     std::int16_t PanelIndex;
+    std::int16_t InFilterIndex = 1;
+    std::int16_t OutFilterIndex = 1;
+    std::int16_t CommsPort = 1;  ///< COM1 = 1
+    kelvora::ConnectionMode ConnectionMode = kelvora::ConnectionMode::None;
     std::string Name;      ///< the window's caption
     std::string FileName;  ///< lower-cased path of the setup file; empty for none
-    std::int16_t InFilterIndex = 1;
-    std::string OutInitDir;
-    std::int16_t OutFilterIndex = 1;
     std::string InInitDir;
-    std::int16_t CommsPort = 1;               ///< COM1 = 1
+    std::string OutInitDir;
     std::string PortSettings = "9600,n,8,1";  ///< baud, parity letter, data bits, stop bits
-    kelvora::ConnectionMode ConnectionMode = kelvora::ConnectionMode::None;
 
     /// Hand-over between a setup window and a key mapping form: on the way in the key map and one character
     /// whose code is the module's first key number, on the way out the bare key map.

@@ -15,25 +15,8 @@ namespace {
 
 using Difference = ModuleList::difference_type;
 
-// The device code that a module of that kind starts with; 0 for kinds that are never inserted alone.
-std::uint8_t NewDeviceCode(ModuleKind kind)
-{
-    switch (kind) {
-        case ModuleKind::KM096:
-            return DeviceCode::KM096;
-        case ModuleKind::KM064:
-            return DeviceCode::KM064;
-        case ModuleKind::MCR:
-            return DeviceCode::MCR123;
-        case ModuleKind::ICCR:
-            return DeviceCode::ICCR;
-        default:
-            return DeviceCode::NotInUse;
-    }
-}
-
-// The kinds that are added, moved and removed together with a main keyboard, itself first.
-constexpr std::array MasterKinds{ModuleKind::KM096, ModuleKind::Backlight, ModuleKind::Code4};
+// The parts that are added, moved and removed together with a main keyboard.
+constexpr std::array MasterParts{ModuleKind::Backlight, ModuleKind::Code4};
 
 // Puts records, with their codes in the device map, before the record at `index`.
 void InsertRecords(SetupDocument& document, ModuleList records, std::size_t index)
@@ -67,7 +50,7 @@ ModuleList TakeRecords(SetupDocument& document, ModuleKind kind)
     };
     take(kind);
     if (kind == ModuleKind::KM096 && !taken.empty())
-        std::for_each(MasterKinds.begin() + 1, MasterKinds.end(), take);
+        std::ranges::for_each(MasterParts, take);
     return taken;
 }
 
@@ -79,6 +62,17 @@ std::optional<std::size_t> FindModule(const ModuleList& modules, ModuleKind kind
     if (found == modules.end())
         return std::nullopt;
     return static_cast<std::size_t>(found - modules.begin());
+}
+
+std::string NewDeviceCodes(ModuleKind kind)
+{
+    if (kind == ModuleKind::None || IsPart(kind))
+        return {};
+    std::string codes(1, static_cast<char>(FirstDeviceCode(kind)));
+    if (kind == ModuleKind::KM096)
+        for (const ModuleKind part : MasterParts)
+            codes += static_cast<char>(FirstDeviceCode(part));
+    return codes;
 }
 
 bool AppendModule(SetupDocument& document, std::uint8_t deviceCode)
@@ -93,16 +87,12 @@ bool AppendModule(SetupDocument& document, std::uint8_t deviceCode)
 
 bool InsertModule(SetupDocument& document, ModuleKind kind, std::size_t index)
 {
-    const std::uint8_t code = NewDeviceCode(kind);
-    if (code == DeviceCode::NotInUse)
+    const std::string codes = NewDeviceCodes(kind);
+    if (codes.empty() || document.DeviceMap.size() + codes.size() > MaximumModules)
         return false;
-    ModuleList records{CreateRecord(code, 0)};
-    if (kind == ModuleKind::KM096) {
-        records.push_back(CreateRecord(DeviceCode::BacklightOn, 0));
-        records.push_back(CreateRecord(DeviceCode::Code4, 0));
-    }
-    if (document.DeviceMap.size() + records.size() > MaximumModules)
-        return false;
+    ModuleList records;
+    for (const char code : codes)
+        records.push_back(CreateRecord(static_cast<std::uint8_t>(code), 0));
     InsertRecords(document, std::move(records), index);
     return true;
 }

@@ -23,13 +23,16 @@ struct SetupDocument {
 /// The index of the first record of that kind.
 std::optional<std::size_t> FindModule(const ModuleList& modules, ModuleKind kind);
 
+/// The device codes of the modules that a new module of that kind brings, itself first: a KM096 has its
+/// backlight (on) and its code-4 part with it. Empty for what is never added alone (None, parts).
+std::string NewDeviceCodes(ModuleKind kind);
+
 /// Appends a module of that device code. False, and nothing changed, when the line is full or the code has
 /// no kind.
 bool AppendModule(SetupDocument& document, std::uint8_t deviceCode);
 
-/// Inserts a module before the record at `index` (or at the end). A KM096 brings its backlight (on) and its
-/// code-4 part. False, and nothing changed, when they do not all fit or the kind cannot be inserted alone
-/// (None, Backlight, Code4).
+/// Inserts a module before the record at `index` (or at the end). A KM096 brings its parts. False,
+/// and nothing changed, when they do not all fit or the kind cannot be inserted alone.
 bool InsertModule(SetupDocument& document, ModuleKind kind, std::size_t index);
 
 /// Deletes the record at `index`: later records move down one place and one position.

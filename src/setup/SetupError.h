@@ -13,7 +13,7 @@ inline constexpr std::uint32_t ModuleRefused = 0x80040104;  ///< a module sectio
 inline constexpr std::uint32_t LineRejected = 0x80040107;   ///< every other rejected line or value
 }  // namespace SetupErrorNumber
 
-/// What a reader expected where it stopped. The texts of the catalogue stand in this order.
+/// What a reader expected where it stopped.
 enum class Expected {
     LineFeed,
     SectionName,
@@ -32,6 +32,7 @@ enum class Expected {
     KeyMapLetter,
     Continuation,
     LanguageCode,
+    Last = LanguageCode,
 };
 
 class SetupError : public std::runtime_error {
@@ -43,12 +44,18 @@ public:
 
     std::uint32_t Number() const { return number_; }  ///< one of SetupErrorNumber
     std::size_t Line() const { return line_; }        ///< counts from 1; 0 where no line of a file is meant
-    Expected What() const { return expected_; }
+    Expected ExpectedHere() const { return expected_; }
 
 private:
     std::uint32_t number_;
     std::size_t line_;
     Expected expected_;
 };
+
+/// Rejects a line of a text; `line` counts from 1, or is 0 where no line of a file is meant.
+[[noreturn]] inline void RejectLine(std::size_t line, Expected expected)
+{
+    throw SetupError(SetupErrorNumber::LineRejected, line, expected);
+}
 
 }  // namespace kelvora

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/AsciiCase.h"
 #include "setup/SetupError.h"
 
 namespace kelvora {
@@ -33,7 +34,7 @@ std::string_view Trim(std::string_view text)
 constexpr std::array<char, 256> ReadAs = [] {
     std::array<char, 256> codes{};
     for (std::size_t code = 0; code < codes.size(); ++code)
-        codes[code] = static_cast<char>(code >= 'a' && code <= 'z' ? code - 'a' + 'A' : code);
+        codes[code] = AsciiUpper(static_cast<char>(code));
     codes['\t'] = ' ';
     return codes;
 }();
@@ -44,11 +45,6 @@ void AppendCapitals(std::string& to, std::string_view text)
     to.resize(old + text.size());
     std::ranges::transform(text, to.begin() + static_cast<std::string::difference_type>(old),
                            [](char c) { return ReadAs[static_cast<unsigned char>(c)]; });
-}
-
-[[noreturn]] void Reject(std::size_t line, Expected expected)
-{
-    throw SetupError(SetupErrorNumber::LineRejected, line, expected);
 }
 
 }  // namespace
@@ -71,7 +67,7 @@ bool SetupLines::ReadRawLine(std::string_view& line)
     if (!line.empty() && line.back() == '\r' && end < text_.size())
         line.remove_suffix(1);
     if (line.find('\r') != std::string_view::npos)
-        Reject(number_, Expected::LineFeed);
+        RejectLine(number_, Expected::LineFeed);
     return true;
 }
 
@@ -79,10 +75,10 @@ SetupLine SetupLines::Head(std::string_view line)
 {
     const std::size_t close = line.find(']');
     if (close == std::string_view::npos)
-        Reject(number_, Expected::SectionName);
+        RejectLine(number_, Expected::SectionName);
     const std::string_view name = Trim(line.substr(1, close - 1));
     if (name.empty())
-        Reject(number_, Expected::SectionName);
+        RejectLine(number_, Expected::SectionName);
     AppendCapitals(assembled_, name);
     return {SetupLine::Type::Head, number_, assembled_, {}};
 }
@@ -92,7 +88,7 @@ SetupLine SetupLines::Keyword()
     const std::string_view line = assembled_;
     const std::size_t equals = line.find('=');
     if (equals == std::string_view::npos)
-        Reject(firstNumber_, Expected::KeyAndValue);
+        RejectLine(firstNumber_, Expected::KeyAndValue);
     const std::string_view key = line.substr(0, equals);
     const std::string_view value = line.substr(equals + 1);
     return {SetupLine::Type::Keyword, firstNumber_, key.substr(0, key.find_last_not_of(' ') + 1),
@@ -109,7 +105,7 @@ SetupLine SetupLines::Next()
             continue;
         if (line.front() == '[') {
             if (continued)
-                Reject(number_, Expected::Continuation);
+                RejectLine(number_, Expected::Continuation);
             return Head(line);
         }
         if (!continued)
@@ -123,7 +119,7 @@ SetupLine SetupLines::Next()
             return Keyword();
     }
     if (continued)
-        Reject(number_, Expected::Continuation);
+        RejectLine(number_, Expected::Continuation);
     return {};
 }
 

@@ -14,35 +14,7 @@ namespace kelvora {
 
 namespace {
 
-struct SectionRow {
-    std::string_view head;
-    ModuleKind kind;
-    std::string_view deviceCodes;  // of the modules that the section brings
-};
-
-constexpr std::array Sections{
-    SectionRow{"KM096", ModuleKind::KM096,
-               "\xD6\x17\x04"},  // the keyboard, its backlight (on), its code-4 part
-    SectionRow{"KM064", ModuleKind::KM064, "\xBF"},
-    SectionRow{"MCR", ModuleKind::MCR, "\x03"},
-    SectionRow{"ICCR", ModuleKind::ICCR, "\x08"},
-};
-
-struct TracksRow {
-    std::string_view value;
-    std::uint8_t deviceCode;
-};
-
-constexpr std::array TracksRows{
-    TracksRow{"1,2,3", DeviceCode::MCR123},
-    TracksRow{"1,2", DeviceCode::MCR12},
-    TracksRow{"2,3", DeviceCode::MCR23},
-};
-
-[[noreturn]] void RejectLine(std::size_t line, Expected expected)
-{
-    throw SetupError(SetupErrorNumber::LineRejected, line, expected);
-}
+constexpr std::array BadgeReaders{DeviceCode::MCR12, DeviceCode::MCR23, DeviceCode::MCR123};
 
 [[noreturn]] void RefuseModule(std::size_t line, Expected expected)
 {
@@ -59,7 +31,7 @@ public:
     void TakeHead(const SetupLine& line);
     void TakeKeyword(const SetupLine& line);
 
-    SetupDocument document_;
+    SetupDocument Take() { return std::move(document_); }
 
 private:
     // The record that the current section's lines go to; null before the first module section.
@@ -74,21 +46,19 @@ private:
     void TakeKeyMap(const SetupLine& line);
 
     RepeatedKinds repeated_;
+    SetupDocument document_;
     ModuleKind section_ = ModuleKind::None;
 };
 
 void Reader::TakeHead(const SetupLine& line)
 {
-    const auto* const row = std::ranges::find(Sections, line.name, &SectionRow::head);
-    section_ = ModuleKind::None;
-    if (row == Sections.end())
-        return;  // the header, or a section of somebody else's
-    section_ = row->kind;
-    if (row->kind == ModuleKind::KM096 && !document_.Modules.empty())
+    section_ = KindOfSection(line.name);
+    if (section_ == ModuleKind::KM096 && !document_.Modules.empty())
         RefuseModule(line.number, Expected::MasterFirst);
-    if (repeated_ == RepeatedKinds::Refuse && FindModule(document_.Modules, row->kind))
+    if (repeated_ == RepeatedKinds::Refuse && FindModule(document_.Modules, section_))
         RefuseModule(line.number, Expected::OneOfAKind);
-    for (const char code : row->deviceCodes)
+    // None for the header and for sections of somebody else's.
+    for (const char code : NewDeviceCodes(section_))
         if (!AppendModule(document_, static_cast<std::uint8_t>(code)))
             RefuseModule(line.number, Expected::Room);
 }
@@ -129,13 +99,12 @@ void Reader::TakeBacklight(const SetupLine& line)
 void Reader::TakeTracks(const SetupLine& line)
 {
     ModuleRecord& record = RecordOf(ModuleKind::MCR, line);
-    const auto* const row = std::ranges::find(TracksRows, line.value, &TracksRow::value);
-    if (row == TracksRows.end())
+    const auto* const code = std::ranges::find_if(BadgeReaders, [&](std::uint8_t reader) {
+        return line.value == Options::Tracks(CreateRecord(reader, 0).Options);
+    });
+    if (code == BadgeReaders.end())
         RejectLine(line.number, Expected::Tracks);
-    std::string padded(row->value);
-    padded.resize(Options::TracksLength, ' ');
-    record.Options.replace(0, Options::TracksLength, padded);
-    ChangeDeviceCode(document_.DeviceMap, record, row->deviceCode);
+    ChangeDeviceCode(document_.DeviceMap, record, *code);
 }
 
 void Reader::TakeSeparator(const SetupLine& line, std::size_t track)
@@ -188,31 +157,6 @@ void Reader::TakeKeyword(const SetupLine& line)
         RejectLine(line.number, Expected::KnownKey);
 }
 
-// The lines of a setup file that a device code stands for; empty for a code without lines.
-std::string_view LinesOf(std::uint8_t deviceCode)
-{
-    switch (deviceCode) {
-        case DeviceCode::KM096:
-            return "[KM096]\n";
-        case DeviceCode::KM064:
-            return "[KM064]\n";
-        case DeviceCode::MCR12:
-            return "[MCR]\nTRACKS=1,2\n";
-        case DeviceCode::MCR23:
-            return "[MCR]\nTRACKS=2,3\n";
-        case DeviceCode::MCR123:
-            return "[MCR]\nTRACKS=1,2,3\n";
-        case DeviceCode::ICCR:
-            return "[ICCR]\n";
-        case DeviceCode::BacklightOn:
-            return "BACKLIGHT=YES\n";
-        case DeviceCode::BacklightOff:
-            return "BACKLIGHT=NO\n";
-        default:
-            return {};
-    }
-}
-
 }  // namespace
 
 SetupDocument ReadSetup(std::string_view text, RepeatedKinds repeated)
@@ -225,27 +169,28 @@ SetupDocument ReadSetup(std::string_view text, RepeatedKinds repeated)
         else
             reader.TakeKeyword(line);
     }
-    return std::move(reader.document_);
+    return reader.Take();
 }
 
 SetupDocument ReadDeviceMap(std::string_view deviceMap)
 {
     if (deviceMap.size() > MaximumModules)
         RefuseModule(0, Expected::Room);
-    std::string lines = "[KELVORA]\n";
+    // Its modules are read like a file's sections for the rules alone: the line's own answer says which parts
+    // a keyboard has.
+    Reader rules(RepeatedKinds::Refuse);
     SetupDocument document;
     document.DeviceMap = deviceMap;
     for (std::size_t position = 0; position < deviceMap.size(); ++position) {
         const auto code = static_cast<std::uint8_t>(deviceMap[position]);
-        lines += LinesOf(code);
-        if (KindOf(code) != ModuleKind::None)
-            document.Modules.push_back(CreateRecord(code, static_cast<std::uint8_t>(position)));
-    }
-    // The lines are read for their rules alone: the line's own answer says which parts a keyboard has.
-    try {
-        ReadSetup(lines);
-    } catch (const SetupError& error) {
-        throw SetupError(error.Number(), 0, error.What());
+        const ModuleKind kind = KindOf(code);
+        if (kind == ModuleKind::None)
+            continue;
+        if (kind == ModuleKind::Backlight)
+            rules.TakeKeyword({SetupLine::Type::Keyword, 0, "BACKLIGHT", "YES"});
+        else if (!IsPart(kind))
+            rules.TakeHead({SetupLine::Type::Head, 0, KindName(kind), {}});
+        document.Modules.push_back(CreateRecord(code, static_cast<std::uint8_t>(position)));
     }
     if (HasRepeatedKind(document.Modules))
         RefuseModule(0, Expected::OneOfAKind);

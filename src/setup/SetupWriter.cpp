@@ -3,6 +3,7 @@
 #include <array>
 #include <string_view>
 
+#include "keymap/Models.h"
 #include "setup/DeviceCode.h"
 #include "setup/KeyMapPicture.h"
 #include "setup/Options.h"
@@ -18,16 +19,9 @@ void AppendLine(std::string& text, std::string_view key, std::string_view value)
     text.append(key).append(" = ").append(value).append(LineEnd);
 }
 
-void AppendKeyboard(std::string& text, std::string_view head, const ModuleRecord& record)
-{
-    text.append(head).append(LineEnd);
-    AppendKeyMapPicture(text, record.KeyMap, record.Columns);
-}
-
-void AppendMcr(std::string& text, const ModuleRecord& record)
+void AppendMcrLines(std::string& text, const ModuleRecord& record)
 {
     const std::string_view options = record.Options;
-    text.append("[MCR]").append(LineEnd);
     AppendLine(text, "Tracks", options.substr(0, Options::TracksLength));
     constexpr std::array<std::string_view, 3> SeparatorKeys{"Track1Sep", "Track2Sep", "Track3Sep"};
     for (std::size_t track = 0; track < SeparatorKeys.size(); ++track) {
@@ -40,29 +34,18 @@ void AppendMcr(std::string& text, const ModuleRecord& record)
 
 void AppendModule(std::string& text, const ModuleRecord& record)
 {
-    switch (record.Kind) {
-        case ModuleKind::KM096:
-            AppendKeyboard(text, "[KM096]", record);
-            AppendLine(text, "Fiscal", record.Options);
-            break;
-        case ModuleKind::Backlight:
-            // Without a head of its own the line belongs to the main keyboard's block before it.
-            AppendLine(text, "Backlight",
-                       record.DeviceCode == DeviceCode::BacklightOn ? Options::Yes : Options::No);
-            break;
-        case ModuleKind::KM064:
-            AppendKeyboard(text, "[KM064]", record);
-            break;
-        case ModuleKind::MCR:
-            AppendMcr(text, record);
-            break;
-        case ModuleKind::ICCR:
-            AppendKeyboard(text, "[ICCR]", record);
-            break;
-        case ModuleKind::Code4:
-        case ModuleKind::None:
-            break;
-    }
+    // Without a head of its own a part's line belongs to the main keyboard's block before it.
+    if (record.Kind != ModuleKind::None && !IsPart(record.Kind))
+        text.append("[").append(KindName(record.Kind)).append("]").append(LineEnd);
+    if (FindModel(record.Kind))
+        AppendKeyMapPicture(text, record.KeyMap, record.Columns);
+    if (record.Kind == ModuleKind::KM096)
+        AppendLine(text, "Fiscal", record.Options);
+    else if (record.Kind == ModuleKind::Backlight)
+        AppendLine(text, "Backlight",
+                   record.DeviceCode == DeviceCode::BacklightOn ? Options::Yes : Options::No);
+    else if (record.Kind == ModuleKind::MCR)
+        AppendMcrLines(text, record);
 }
 
 }  // namespace

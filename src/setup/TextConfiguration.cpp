@@ -91,7 +91,7 @@ std::string ReadLanguageSelection(std::string_view text)
             return;
         // The code becomes part of file names.
         if (!IsLanguageCode(line.value))
-            throw SetupError(SetupErrorNumber::LineRejected, line.number, Expected::LanguageCode);
+            RejectLine(line.number, Expected::LanguageCode);
         language = line.value;
     });
     return language;

@@ -5,6 +5,7 @@
 
 #include <vector>
 
+#include "app/SetupErrorText.h"
 #include "fakes/FakeFiles.h"
 #include "fakes/FakePrompt.h"
 

@@ -37,11 +37,15 @@ TEST(TextFiles, FailuresAreShownAndLeaveTheFile)
     FakeFiles files;
     FakePrompt prompt;
     files.content = {{"a.dat", "old"}, {"a.bak", "older"}};
-    for (const std::string broken : {"a.dat", "a.bak"}) {
-        files.unwritable = {broken};
+    struct Row {
+        std::string unwritable, shown;
+    };
+    for (const Row& row : {Row{"a.dat", "No space left on device"},
+                           Row{"a.bak", "its backup cannot be written, a.bak: No space left on device"}}) {
+        files.unwritable = {row.unwritable};
         EXPECT_FALSE(WriteTextFileWithBackup(files, prompt, "a.dat", "new"));
         EXPECT_EQ(ReadTextFile(files, prompt, "a.dat"), "old");
-        EXPECT_EQ(prompt.shown.back().body, "File " + broken + "\r\nNo space left on device");
+        EXPECT_EQ(prompt.shown.back().body, "File a.dat\r\n" + row.shown);
     }
     EXPECT_EQ(ReadTextFile(files, prompt, "b.dat"), std::nullopt);
     ASSERT_EQ(prompt.shown.size(), 3U);

@@ -47,7 +47,8 @@ TEST_F(Format, TellsWhereItCannotWrite)
 {
     const CliResult result = Run({"format", Write("till.dat", typed), "-o", folder});
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_EQ(result.err, "kelvora-cli: " + folder + ": Is a directory\n");
+    EXPECT_THAT(result.err, testing::StartsWith("kelvora-cli: " + folder + ": "));
+    EXPECT_THAT(result.err, testing::EndsWith(": Is a directory\n"));
 }
 
 }  // namespace kelvora

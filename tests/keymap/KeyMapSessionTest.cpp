@@ -76,9 +76,11 @@ TEST(KeyMapSession, SeveralKeysAtOnce)
     EXPECT_EQ(session.Selected(), 7) << "the key that has swallowed the selected one";
     session.Choose(3, Choosing::Toggle);
     session.ToggleUnused();
-    EXPECT_EQ(session.Map(), "0130010111111111XX");
-    session.Undo();
-    session.Undo();
+    EXPECT_EQ(session.Map(), "0030000011111111XX") << "with the cells that they covered";
+    session.ToggleUnused();
+    EXPECT_EQ(session.Map(), "1130111111111111XX");
+    for (int step = 0; step < 3; ++step)
+        session.Undo();
     EXPECT_EQ(session.Map(), "1111111111111111XX");
     EXPECT_EQ(session.Choices().count, 8) << "undo brings the selection back";
     session.Redo();
@@ -113,6 +115,12 @@ TEST(KeyMapSession, ArrowsMoveOverKeys)
     EXPECT_EQ(after(13, Direction::Down), 37);
     EXPECT_EQ(after(38, Direction::Up), 13);
     EXPECT_EQ(after(13, Direction::Right), 23);
+    for (const Choosing choosing : {Choosing::Only, Choosing::Toggle})
+        session.Choose(13, choosing);
+    EXPECT_EQ(session.Selected(), 0);
+    EXPECT_EQ(session.Ring(), 13) << "stays on the key let go";
+    session.Move(Direction::Right);
+    EXPECT_EQ(session.Selected(), 23);
     session.Load(session.Map() + '\x01');
     session.Move(Direction::Left);
     EXPECT_EQ(session.Selected(), 1);
@@ -141,6 +149,9 @@ TEST(KeyMapSession, DefaultsNumberTheKeysAnew)
         EXPECT_EQ(session.FirstKeyNumber(), 97);
         session.ShowDefaults(mine);
         EXPECT_EQ(session.FirstKeyNumber(), c.first) << "numbered anew though the question was refused";
+        while (session.CanUndo())
+            session.Undo();
+        EXPECT_EQ(session.FirstKeyNumber(), c.first) << "which is no step that undo takes back";
     }
 }
 

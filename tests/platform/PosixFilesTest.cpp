@@ -97,9 +97,22 @@ TEST_F(PosixFilesTest, RefusesWhatIsNoFile)
         EXPECT_TRUE(IsRefused(At(name))) << name;
     }
     EXPECT_EQ(Count(), 3);
-    files.Write(At("endless"), "");
-    fs::resize_file(At("endless"), std::uintmax_t{1} << 40U);
-    EXPECT_THROW(files.Read(At("endless")), FileError);
+}
+
+TEST_F(PosixFilesTest, ReadsNoFileThatIsTooLarge)
+{
+    files.Write(At("large"), "");
+    fs::resize_file(At("large"), MaximumFileSize);
+    EXPECT_EQ(files.Read(At("large")).size(), MaximumFileSize);
+    for (const std::uintmax_t size : {MaximumFileSize + 1, std::size_t{1} << 40U}) {
+        fs::resize_file(At("large"), size);
+        try {
+            files.Read(At("large"));
+            ADD_FAILURE() << size << " bytes were read";
+        } catch (const FileError& error) {
+            EXPECT_STREQ(error.what(), "File too large");
+        }
+    }
 }
 
 TEST_F(PosixFilesTest, AFailedWriteLeavesTheOldText)
@@ -129,6 +142,16 @@ TEST_F(PosixFilesTest, AFailedWriteLeavesTheOldText)
         fs::permissions(folder, fs::perms::all);
         fs::remove(At("a"));
     }
+}
+
+TEST_F(PosixFilesTest, PassesOverWhatAKilledSaveLeft)
+{
+    const std::string left = At(".kelvora-" + std::to_string(getpid()) + "-0.tmp");
+    files.Write(left, "left");
+    files.Write(At("a"), "new");
+    EXPECT_EQ(files.Read(left), "left");
+    EXPECT_EQ(files.Read(At("a")), "new");
+    EXPECT_EQ(Count(), 2);
 }
 
 TEST_F(PosixFilesTest, AKillLeavesAWholeFile)

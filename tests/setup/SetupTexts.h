@@ -39,7 +39,7 @@ void ExpectRejected(const Rejection& row, Read read)
     } catch (const SetupError& error) {
         EXPECT_EQ(error.Number(), row.number);
         EXPECT_EQ(error.Line(), row.line);
-        EXPECT_EQ(error.What(), row.expected);
+        EXPECT_EQ(error.ExpectedHere(), row.expected);
     }
 }
 

@@ -10,16 +10,12 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
-#include <memory>
-#include <random>
+#include <new>
 #include <utility>
 
 namespace kelvora {
 
 namespace {
-
-// Far above any text of the program; a sparse file of any size must not take the machine's memory.
-constexpr off_t LargestFile = off_t{1} << 30;
 
 // The system's description in English, whatever the locale: the user's locale may speak in other bytes than
 // the program's texts.
@@ -31,10 +27,8 @@ constexpr off_t LargestFile = off_t{1} << 30;
 class Descriptor {
 public:
     explicit Descriptor(int number) : number_(number) {}
-    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
-    Descriptor& operator=(Descriptor&&) = delete;
     ~Descriptor()
     {
         if (number_ >= 0)
@@ -92,18 +86,7 @@ void CheckReplaceable(const std::string& path)
 // A new file in the folder of `path` that goes away again unless it takes the place of `path`.
 class Replacement {
 public:
-    explicit Replacement(std::string path) : path_(std::move(path))
-    {
-        std::random_device random;
-        int number = -1;
-        do {
-            temporary_ = FolderOf(path_) + ".kelvora-" + std::to_string(random()) + ".tmp";
-            number = open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        } while (number < 0 && errno == EEXIST);
-        if (number < 0)
-            Fail(path_, errno);
-        file_ = std::make_unique<Descriptor>(number);
-    }
+    explicit Replacement(std::string path) : path_(std::move(path)), file_(CreateTemporary()) {}
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
     ~Replacement()
@@ -116,7 +99,7 @@ public:
     {
         std::size_t done = 0;
         while (done < text.size()) {
-            const ssize_t count = write(file_->Number(), text.data() + done, text.size() - done);
+            const ssize_t count = write(file_.Number(), text.data() + done, text.size() - done);
             if (count < 0 && errno != EINTR)
                 Fail(path_, errno);
             done += static_cast<std::size_t>(std::max<ssize_t>(count, 0));
@@ -129,12 +112,12 @@ public:
         struct stat old {};
         if (stat(model.c_str(), &old) == 0) {
             // Only the administrator may give a file to another owner; anyone else keeps it as their own.
-            if (fchown(file_->Number(), old.st_uid, old.st_gid) != 0 && errno != EPERM)
+            if (fchown(file_.Number(), old.st_uid, old.st_gid) != 0 && errno != EPERM)
                 Fail(path_, errno);
-            if (fchmod(file_->Number(), old.st_mode & 07777) != 0)
+            if (fchmod(file_.Number(), old.st_mode & 07777) != 0)
                 Fail(path_, errno);
         }
-        if (fsync(file_->Number()) != 0 || file_->Close() != 0)
+        if (fsync(file_.Number()) != 0 || file_.Close() != 0)
             Fail(path_, errno);
         if (rename(temporary_.c_str(), path_.c_str()) != 0)
             Fail(path_, errno);
@@ -146,9 +129,23 @@ public:
     }
 
 private:
+    // Names that are taken, by another save or by one that was killed, are passed over.
+    int CreateTemporary()
+    {
+        const std::string start = FolderOf(path_) + ".kelvora-" + std::to_string(getpid()) + "-";
+        for (unsigned attempt = 0;; ++attempt) {
+            temporary_ = start + std::to_string(attempt) + ".tmp";
+            const int number = open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+            if (number >= 0)
+                return number;
+            if (errno != EEXIST)
+                Fail(path_, errno);
+        }
+    }
+
     std::string path_;
     std::string temporary_;
-    std::unique_ptr<Descriptor> file_;
+    Descriptor file_;  // made last: what names the file is there before it
 };
 
 }  // namespace
@@ -166,9 +163,14 @@ void ReadWholeFile(const std::string& path, std::string& text)
         Fail(path, EISDIR);
     if (!S_ISREG(status.st_mode))
         throw FileError(path, "Not a regular file");
-    if (status.st_size > LargestFile)
+    const auto size = static_cast<std::size_t>(status.st_size);
+    if (size > MaximumFileSize)
         Fail(path, EFBIG);
-    text.resize(static_cast<std::size_t>(status.st_size));
+    try {
+        text.resize(size);
+    } catch (const std::bad_alloc&) {
+        Fail(path, ENOMEM);
+    }
     std::size_t done = 0;
     while (done < text.size()) {
         const ssize_t count = read(file.Number(), text.data() + done, text.size() - done);

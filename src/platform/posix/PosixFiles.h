@@ -14,7 +14,7 @@ public:
     void Write(const std::string& path, const std::string& text) override;
 };
 
-/// Reads a regular file whole into `text`, whose memory is reused. Throws FileError.
+/// Files::Read into `text`, whose memory is reused. Throws FileError.
 void ReadWholeFile(const std::string& path, std::string& text);
 
 }  // namespace kelvora

@@ -1,8 +1,8 @@
 #include "platform/qt/QtPrompt.h"
 
-#include <QApplication>
 #include <QMessageBox>
 
+#include "platform/qt/DialogParent.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -80,7 +80,7 @@ QString Body(std::string_view text)
 Answer QtPrompt::Show(std::string_view title, std::string_view body, BoxStyle style)
 {
     QMessageBox box(IconOf(style.icon), ToQString(title), Body(body), ButtonsOf(style.buttons),
-                    QApplication::activeWindow());
+                    DialogParent());
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(ButtonOf(style.defaultAnswer));
     box.setEscapeButton(ButtonOf(Refusal(style.buttons)));

@@ -1,0 +1,18 @@
+// What a rejected setup text says to the user.
+#pragma once
+
+#include <string>
+
+#include "app/MessageCatalogue.h"
+#include "setup/SetupError.h"
+
+namespace kelvora {
+
+/// What was expected where the error was found, in the catalogue's language.
+std::string ExpectedText(const MessageCatalogue& catalogue, const SetupError& error);
+
+/// What a SetupError says in the catalogue's language: the message of its number, the line and what was
+/// expected there, on lines of their own.
+std::string DescribeSetupError(const MessageCatalogue& catalogue, const SetupError& error);
+
+}  // namespace kelvora
