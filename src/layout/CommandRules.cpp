@@ -2,17 +2,15 @@
 
 namespace kelvora {
 
-CommandState EnabledCommands(const CommandSituation& situation)
+CommandState CommandStateOf(const CommandSituation& situation)
 {
     CommandState state;
-    state.fileScan = situation.canScan;
-    if (situation.busy || situation.placing) {
-        // What runs needs its window, and the line, as they are until it ends.
-        state.fileNew = false;
-        state.fileOpen = false;
-        state.fileScan = false;
+    if (situation.busy || situation.placing)
         return state;
-    }
+    state.fileNew = true;
+    state.fileOpen = true;
+    state.fileScan = situation.canScan;
+    state.language = true;
     if (!situation.modules)
         return state;
     state.fileSave = true;
@@ -20,7 +18,10 @@ CommandState EnabledCommands(const CommandSituation& situation)
     state.fileClose = true;
     state.undo = situation.canUndo;
     state.redo = situation.canRedo;
-    state.layout = EnabledCommands(*situation.modules);
+    state.layout = LayoutStateOf(*situation.modules);
+    state.options = situation.focused && HasOptions(*situation.focused);
+    state.ports = true;
+    state.windows = true;
     // The line tools follow the scan.
     state.rescan = state.fileScan;
     state.flash = state.fileScan;

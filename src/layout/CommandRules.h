@@ -1,40 +1,49 @@
 // Which commands of the menus and the toolbar can be given: with a setup window in front, or without one.
 #pragma once
 
+#include <optional>
+
 #include "layout/LayoutRules.h"
+#include "layout/ModuleStrip.h"
 
 namespace kelvora {
 
 /// What the rules look at.
 struct CommandSituation {
     const ModuleList* modules = nullptr;  ///< of the setup window in front; null without one
+    std::optional<StripButton> focused;   ///< the button of its strip that has the focus
     bool busy = false;                    ///< a device operation runs
-    bool canScan = false;                 ///< the connection mode allows talking to the devices
     bool placing = false;                 ///< a module is being placed: it is dropped or cancelled first
+    bool canScan = false;                 ///< the devices can be talked to
     bool canUndo = false;
     bool canRedo = false;
 };
 
 /// The enabled state of each command, named after its menu entry.
 struct CommandState {
-    bool fileNew = true;
-    bool fileOpen = true;
+    bool fileNew = false;
+    bool fileOpen = false;  ///< with recent files, dropped ones and those that another start hands over
     bool fileScan = false;
     bool fileSave = false;
     bool fileSaveAs = false;
     bool fileClose = false;
     bool undo = false;
     bool redo = false;
-    LayoutState layout{false, false, false, false, false, false, false, 0};
+    LayoutState layout;
     bool options = false;  ///< of the focused module
+    bool ports = false;
     bool portSettings = false;
     bool rescan = false;
     bool flash = false;   ///< download, verify and the dumps
     bool wizard = false;  ///< the EEPROM wizard
+    bool language = false;
+    bool windows = false;  ///< changing between the open windows, and closing them
 
     friend bool operator==(const CommandState&, const CommandState&) = default;
 };
 
-CommandState EnabledCommands(const CommandSituation& situation);
+/// What can be done in that situation. While an operation runs or a module is being placed nothing can: what
+/// runs needs its window, and the line, as they are until it ends.
+CommandState CommandStateOf(const CommandSituation& situation);
 
 }  // namespace kelvora

@@ -9,7 +9,7 @@ namespace {
 bool IsMain(ModuleKind kind)
 {
     const auto button = ButtonOf(kind);
-    return button && ShapeOf(*button).tag.empty();
+    return button && IsMainButton(*button);
 }
 
 }  // namespace
@@ -31,6 +31,19 @@ PlaceRange PlacesFor(ModuleKind kind, const ModuleList& modules)
     // Nothing may stand before the master keyboard.
     const bool hasMaster = !chain.empty() && chain.front() == ModuleKind::KM096;
     return {hasMaster ? 1U : 0U, chain.size()};
+}
+
+bool NeedsPlacing(ModuleKind kind, const ModuleList& modules)
+{
+    // With one main module there is only one place for a second.
+    constexpr std::size_t ModulesToPlaceAmong = 2;
+    return MainChain(modules).size() >= ModulesToPlaceAmong && HasChoice(kind, modules);
+}
+
+bool HasChoice(ModuleKind kind, const ModuleList& modules)
+{
+    const PlaceRange range = PlacesFor(kind, modules);
+    return range.first < range.last;
 }
 
 std::size_t PlaceOf(ModuleKind kind, const ModuleList& modules)
@@ -70,7 +83,7 @@ SetupDocument PlaceModule(const SetupDocument& document, ModuleKind kind, std::s
 
 int ClampToStrip(int x, const std::vector<PlacedButton>& strip)
 {
-    const auto isMain = [](const PlacedButton& placed) { return ShapeOf(placed.button).tag.empty(); };
+    const auto isMain = [](const PlacedButton& placed) { return IsMainButton(placed.button); };
     const auto first = std::ranges::find_if(strip, isMain);
     if (first == strip.end())
         return x;

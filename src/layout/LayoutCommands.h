@@ -15,9 +15,6 @@ namespace kelvora {
 /// The kinds of a chain's main modules in line order, without `placed`.
 std::vector<ModuleKind> MainChain(const ModuleList& modules, ModuleKind placed = ModuleKind::None);
 
-/// With fewer main modules than that in the chain a new module goes to its end at once.
-inline constexpr std::size_t ModulesToPlaceAmong = 2;
-
 /// The first and the last place that a module of that kind may take: a master keyboard only the first, all
 /// others none before it.
 struct PlaceRange {
@@ -27,6 +24,12 @@ struct PlaceRange {
     friend bool operator==(const PlaceRange&, const PlaceRange&) = default;
 };
 PlaceRange PlacesFor(ModuleKind kind, const ModuleList& modules);
+
+/// Whether a new module of that kind is placed by the user; in a short chain it goes to the end at once.
+bool NeedsPlacing(ModuleKind kind, const ModuleList& modules);
+
+/// Whether a module of that kind has more than one place to be in; the master keyboard never has.
+bool HasChoice(ModuleKind kind, const ModuleList& modules);
 
 /// The place of a module that is in the chain already.
 std::size_t PlaceOf(ModuleKind kind, const ModuleList& modules);

@@ -12,14 +12,15 @@ constexpr int MovableFrom = 3;  ///< the master stays first, so fewer modules ha
 
 }  // namespace
 
-LayoutState EnabledCommands(const ModuleList& modules)
+LayoutState LayoutStateOf(const ModuleList& modules)
 {
     const auto has = [&](ModuleKind kind) { return FindModule(modules, kind).has_value(); };
     LayoutState state;
-    if (!has(ModuleKind::KM096))
+    if (!has(ModuleKind::KM096)) {
+        state.add = true;
+        state.addMaster = true;
         return state;
-
-    state.addMaster = false;
+    }
     state.addKB64 = !has(ModuleKind::KM064);
     state.addMCR = !has(ModuleKind::MCR);
     state.addICCR = !has(ModuleKind::ICCR);

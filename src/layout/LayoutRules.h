@@ -7,11 +7,11 @@ namespace kelvora {
 
 /// The enabled state of the Layout menu for a chain.
 struct LayoutState {
-    bool addMaster = true;
+    bool addMaster = false;
     bool addKB64 = false;
     bool addMCR = false;
     bool addICCR = false;
-    bool add = true;
+    bool add = false;
     bool del = false;
     bool move = false;
     int moduleCount = 0;  ///< main modules shown, 0 without a master keyboard
@@ -19,6 +19,7 @@ struct LayoutState {
     friend bool operator==(const LayoutState&, const LayoutState&) = default;
 };
 
-LayoutState EnabledCommands(const ModuleList& modules);
+/// What the menu offers for these modules.
+LayoutState LayoutStateOf(const ModuleList& modules);
 
 }  // namespace kelvora

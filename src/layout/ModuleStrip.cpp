@@ -34,11 +34,6 @@ constexpr std::array ButtonKinds{
     ButtonKind{StripButton::Keypad, ModuleKind::ICCR},
 };
 
-bool IsMainButton(StripButton button)
-{
-    return ShapeOf(button).tag.empty();
-}
-
 const PlacedButton* FindPlaced(const std::vector<PlacedButton>& strip, StripButton button)
 {
     const auto found = std::ranges::find(strip, button, &PlacedButton::button);
@@ -116,6 +111,12 @@ StripButton MainButtonOf(StripButton button)
 {
     const auto place = ParsePartTag(ShapeOf(button).tag);
     return place ? place->parent : button;
+}
+
+bool HasOptions(StripButton button)
+{
+    const StripButton main = MainButtonOf(button);
+    return main == StripButton::Master || main == StripButton::MCR;
 }
 
 std::optional<StripHit> HitTest(const std::vector<PlacedButton>& strip, int x)

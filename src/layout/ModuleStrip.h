@@ -83,6 +83,27 @@ std::optional<StripButton> ButtonOf(ModuleKind kind);
 /// The module that a button stands for; the keypad stands for the chip card unit.
 ModuleKind KindOfButton(StripButton button);
 
+/// Whether it is a main module's button, not a part that rides on one.
+constexpr bool IsMainButton(StripButton button)
+{
+    return ShapeOf(button).tag.empty();
+}
+
+/// Whether a click opens a key mapping form; the chip card unit's keys are on its keypad.
+constexpr bool OpensKeyMap(StripButton button)
+{
+    return button == StripButton::Master || button == StripButton::KM064 || button == StripButton::Keypad;
+}
+
+/// Whether the button takes the keyboard focus; the master keyboard's parts are reached through it.
+constexpr bool TakesFocus(StripButton button)
+{
+    return button != StripButton::Backlight && button != StripButton::Code4;
+}
+
+/// Whether the module that the button belongs to has options to set.
+bool HasOptions(StripButton button);
+
 /// The button that owns a part, or the button itself.
 StripButton MainButtonOf(StripButton button);
 

@@ -60,9 +60,14 @@ std::optional<SetupFile> AskForSaving(Program& program, PosCfg& settings, std::s
         settings.OutInitDir = choice->folder;
         settings.OutFilterIndex = static_cast<std::int16_t>(choice->filterIndex);
         const Files& files = program.world.files;
-        const std::string path = NameToWrite(files, WithEnding(choice->path, choice->filterIndex, ending));
-        if (!files.Exists(path) ||
-            program.Show(Message::Overwrite, YesNoStyle, TextFromPath(path)) == Answer::Yes)
+        const std::string path =
+            files.Exists(choice->path)
+                ? choice->path
+                : NameToWrite(files, WithEnding(choice->path, choice->filterIndex, ending));
+        if (program.isOpenElsewhere && program.isOpenElsewhere(path, current))
+            program.Show(Message::OpenElsewhere, {BoxIcon::Exclamation}, TextFromPath(path));
+        else if (!files.Exists(path) ||
+                 program.Show(Message::Overwrite, YesNoStyle, TextFromPath(path)) == Answer::Yes)
             return MakeSetupFile(path);
         // Not that one: ask for another name.
         request.folder = choice->folder;
@@ -114,8 +119,7 @@ std::optional<SetupFile> GetConfigFileName(Program& program, PosCfg& settings, s
         return std::nullopt;
     settings.InInitDir = choice->folder;
     settings.InFilterIndex = static_cast<std::int16_t>(choice->filterIndex);
-    const bool there = program.world.files.Exists(choice->path);
-    return MakeSetupFile(there ? choice->path : WithEnding(choice->path, choice->filterIndex, ".dat"));
+    return MakeSetupFile(choice->path);
 }
 
 std::optional<SetupFile> GetSaveConfigFileAs(Program& program, PosCfg& settings, std::string_view current)
@@ -130,19 +134,27 @@ std::optional<SetupFile> GetSaveFlashDumpAs(Program& program, PosCfg& settings, 
                         ".mem");
 }
 
+void CopyDialogFolders(const PosCfg& from, PosCfg& to)
+{
+    to.InInitDir = from.InInitDir;
+    to.InFilterIndex = from.InFilterIndex;
+    to.OutInitDir = from.OutInitDir;
+    to.OutFilterIndex = from.OutFilterIndex;
+}
+
 std::optional<OpenedSetup> OpenSetup(Program& program, const SetupFile& file)
 {
     const auto text = ReadTextFile(program.world.files, program.world.prompt, file.path);
     if (!text)
         return std::nullopt;
     try {
-        return OpenedSetup{ReadSetup(*text), file};
+        return OpenedSetup{ReadSetup(*text), file, DisplayName(file.path)};
     } catch (const SetupError& error) {
         const std::string reason =
             TextFromPath(file.path) + "\r\n" + DescribeSetupError(program.catalogue, error);
         if (program.Show(Message::RejectedFile, YesNoStyle, reason) != Answer::Yes)
             return std::nullopt;
-        return OpenedSetup{};
+        return OpenedSetup{{}, {}, DisplayName(file.path)};
     }
 }
 

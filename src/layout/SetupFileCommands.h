@@ -38,11 +38,15 @@ std::optional<SetupFile> GetConfigFileName(Program& program, PosCfg& settings, s
 std::optional<SetupFile> GetSaveConfigFileAs(Program& program, PosCfg& settings, std::string_view current);
 std::optional<SetupFile> GetSaveFlashDumpAs(Program& program, PosCfg& settings, std::string_view current);
 
+/// Copies what the dialogs remember from one settings object to another.
+void CopyDialogFolders(const PosCfg& from, PosCfg& to);
+
 /// Reads a setup file. A rejected one gives message 201 with the line and what was expected there: Yes opens
 /// an empty setup without a file name, anything else, like a file that cannot be read, nothing.
 struct OpenedSetup {
     SetupDocument document;
     SetupFile file;
+    std::string name;  ///< the display name of the file that was meant
 };
 std::optional<OpenedSetup> OpenSetup(Program& program, const SetupFile& file);
 

@@ -16,40 +16,21 @@ SetupSession::SetupSession(Program& program, const ModuleToolbar* toolbar)
     settings.SetBaudRate(program.main.BaudRate());
     settings.PortSettings = program.main.PortSettings;
     settings.ConnectionMode = ConnectionMode::Pos;
-    settings.InInitDir = program.main.InInitDir;
-    settings.InFilterIndex = program.main.InFilterIndex;
-    settings.OutInitDir = program.main.OutInitDir;
-    settings.OutFilterIndex = program.main.OutFilterIndex;
+    CopyDialogFolders(program.main, settings);
 }
 
-bool SetupSession::Load(const std::optional<std::string>& path)
+void SetupSession::Load(std::optional<OpenedSetup> opened)
 {
-    switch (settings.SetupMode) {
-        case SetupMode::Open:
-            return LoadFile(path);
-        case SetupMode::Scan:
-            settings.Name = "Scanning";
-            return true;
-        case SetupMode::New:
-            break;
+    if (opened) {
+        document = std::move(opened->document);
+        SetStripPlaces(document.Modules);
+        SetFile(opened->file);
+        settings.Name = opened->name;
+    } else if (settings.SetupMode == SetupMode::Scan) {
+        settings.Name = "Scanning";
+    } else {
+        settings.Name = "PosConfiguration" + std::to_string(settings.PanelIndex);
     }
-    settings.Name = "PosConfiguration" + std::to_string(settings.PanelIndex);
-    return true;
-}
-
-bool SetupSession::LoadFile(const std::optional<std::string>& path)
-{
-    const auto file = path ? MakeSetupFile(*path) : GetConfigFileName(program_, settings, file_.path);
-    if (!file)
-        return false;
-    settings.Name = DisplayName(file->path);
-    auto opened = OpenSetup(program_, *file);
-    if (!opened)
-        return false;
-    document = std::move(opened->document);
-    SetStripPlaces(document.Modules);
-    SetFile(opened->file);
-    return true;
 }
 
 void SetupSession::SetFile(const SetupFile& file)
@@ -62,6 +43,9 @@ bool SetupSession::SaveTo(const SetupFile& file)
 {
     if (!SaveSetup(program_, document, file.path))
         return false;
+    // Under a new name the window bears the file's own.
+    if (file.path != file_.path)
+        settings.Name = file.fileName.substr(file.fileName.rfind('/') + 1);
     SetFile(file);
     return true;
 }
@@ -74,31 +58,30 @@ bool SetupSession::Save()
 bool SetupSession::SaveAs()
 {
     const auto file = GetSaveConfigFileAs(program_, settings, file_.path);
-    if (!file || !SaveTo(*file))
-        return false;
-    settings.Name = file->fileName.substr(file->fileName.rfind('/') + 1);
-    return true;
+    return file && SaveTo(*file);
 }
 
-bool SetupSession::MayClose(bool changed)
+Closing SetupSession::AskToClose(bool changed)
 {
     if (program_.busy)
-        return false;
+        return Closing::Stay;
     if (!changed)
-        return true;
+        return Closing::Unsaved;
     switch (program_.Show(Message::SaveChanges, YesNoCancelStyle, TextFromPath(settings.Name))) {
         case Answer::No:
-            return true;
+            return Closing::Unsaved;
         case Answer::Yes:
             break;
         default:
-            return false;
+            return Closing::Stay;
     }
     const auto file = settings.FileName.empty() ? GetSaveConfigFileAs(program_, settings, file_.path)
                                                 : std::optional<SetupFile>(file_);
     if (!file)
-        return false;
-    return SaveTo(*file) || program_.Show(Message::CloseUnsaved, YesNoStyle) == Answer::Yes;
+        return Closing::Stay;
+    if (SaveTo(*file))
+        return Closing::Saved;
+    return program_.Show(Message::CloseUnsaved, YesNoStyle) == Answer::Yes ? Closing::Unsaved : Closing::Stay;
 }
 
 bool SetupSession::HandOver(ModuleKind kind)

@@ -12,14 +12,20 @@
 
 namespace kelvora {
 
+/// What comes of the wish to close a window.
+enum class Closing {
+    Stay,     ///< the user, or an operation, keeps the window
+    Unsaved,  ///< it may close as it is: unchanged, or the changes are given up
+    Saved,    ///< it was saved and may close
+};
+
 class SetupSession {
 public:
     /// Takes the program's defaults and the next window number. `program` outlives the session.
     explicit SetupSession(Program& program, const ModuleToolbar* toolbar = nullptr);
 
-    /// Fills the window as the program's setup mode says. `path` is the file to open in mode Open; without it
-    /// the user is asked. False when the window is to close again: cancelled, unreadable or refused.
-    bool Load(const std::optional<std::string>& path);
+    /// Fills the window as the program's setup mode says: with `opened` in mode Open, else anew.
+    void Load(std::optional<OpenedSetup> opened);
 
     /// Each returns whether the setup was written. Save without a file asks for one.
     bool Save();
@@ -27,7 +33,7 @@ public:
 
     /// Whether the window may close. A changed setup is asked about, and saved on Yes; while the program is
     /// busy nothing is asked and the window stays.
-    bool MayClose(bool changed);
+    Closing AskToClose(bool changed);
 
     /// Puts the key map of that module and its first key number into Xchange, for a key mapping form.
     /// False when the setup has no such module.
@@ -43,7 +49,6 @@ public:
     SetupDocument document;
 
 private:
-    bool LoadFile(const std::optional<std::string>& path);
     bool SaveTo(const SetupFile& file);
     void SetFile(const SetupFile& file);
 

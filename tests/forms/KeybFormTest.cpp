@@ -1,14 +1,15 @@
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
+#include <cmath>
 #include <memory>
 
 #include "fakes/FakePrompt.h"
+#include "keymap/forms/KeyCap.h"
 #include "keymap/forms/frmKeyb.h"
 #include "platform/qt/Text.h"
 
@@ -17,15 +18,6 @@ namespace {
 
 class KeybForm : public testing::Test {
 protected:
-    static void SetUpTestSuite()
-    {
-        static int argc = 1;
-        static char name[] = "forms";
-        static char* argv[] = {name, nullptr};
-        if (QCoreApplication::instance() == nullptr)
-            static QApplication application(argc, argv);
-    }
-
     void Open(ModuleKind kind, const std::string& map, char firstKeyNumber)
     {
         settings.Xchange = map + firstKeyNumber;
@@ -66,9 +58,10 @@ const std::string KeypadDefaults(FindModel(ModuleKind::ICCR)->defaultMap);
 
 TEST_F(KeybForm, QuitStoresTheBareMap)
 {
+    settings.Name = "till";
     Open(ModuleKind::KM064, std::string(64, '1'), 'a');
     EXPECT_EQ(form->objectName(), "frmKeyb64");
-    EXPECT_EQ(FromQString(form->windowTitle()), "Extension Keyboard");
+    EXPECT_EQ(FromQString(form->windowTitle()), "Extension Keyboard - till");
     EXPECT_EQ(Caption(), "Key ?");
     EXPECT_FALSE(Button("UnusedCheck")->isEnabled() || Button("KeyTypeOption0")->isEnabled());
     EXPECT_EQ(Button("Keys63")->text(), "160");
@@ -153,7 +146,7 @@ TEST_F(KeybForm, EscapeAsksBeforeItDiscards)
     EXPECT_TRUE(form->isVisible());
     EXPECT_EQ(form->Session().Map(), "0111111111111111XX");
     form->close();
-    EXPECT_FALSE(form->isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !form->isVisible(); }));
     EXPECT_EQ(prompt.shown.size(), 2U);
     EXPECT_EQ(prompt.shown[0].style.defaultAnswer, Answer::No);
     EXPECT_EQ(settings.Xchange, KeypadDefaults + '\x01');
@@ -177,6 +170,47 @@ TEST_F(KeybForm, KeyboardAlone)
     Press({Qt::Key_Z}, Qt::ControlModifier | Qt::ShiftModifier);
     Click("Back");
     EXPECT_EQ(settings.Xchange, "3022110011111110XX");
+}
+
+TEST_F(KeybForm, TabVisitsTheControlsAndEnterPressesButtonsAlone)
+{
+    Open(ModuleKind::ICCR, KeypadDefaults, 1);
+    Press({Qt::Key_2});
+    EXPECT_EQ(form->Session().Map(), "2111011111111111XX") << "the key with the ring, none being chosen";
+    for (const char* name : {"KeyTypeOption1", "UnusedCheck", "Undo", "DefaultMapping", "Back", "Keys0",
+                             "KeyTypeOption1", "UnusedCheck"}) {
+        Press({Qt::Key_Tab});
+        EXPECT_EQ(form->focusWidget()->objectName(), name);
+        if (qobject_cast<QPushButton*>(form->focusWidget()) == nullptr)
+            Press({Qt::Key_Return});
+    }
+    EXPECT_TRUE(form->isVisible());
+    Press({Qt::Key_Tab, Qt::Key_Enter});
+    EXPECT_EQ(form->Session().Map(), KeypadDefaults);
+    Button("Back")->setFocus();
+    Press({Qt::Key_Return});
+    EXPECT_EQ(settings.Xchange, KeypadDefaults);
+}
+
+double Luminance(const QColor& colour)
+{
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+
+TEST_F(KeybForm, NumbersStandOutInLightAndDark)
+{
+    for (const QColor window : {Qt::white, Qt::black}) {
+        const KeyboardColours& colours = KeyboardColours::For(QPalette(window));
+        for (const auto& [face, number] :
+             {std::pair{colours.face, colours.number}, std::pair{colours.unusedFace, colours.unusedNumber}}) {
+            const auto [dark, light] = std::minmax({Luminance(face), Luminance(number)});
+            EXPECT_GE((light + 0.05) / (dark + 0.05), 4.5) << FromQString(face.name());
+        }
+    }
 }
 
 }  // namespace

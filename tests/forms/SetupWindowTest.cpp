@@ -116,6 +116,36 @@ TEST_F(SetupWindow, CloseQuestionSavesKeepsOrDiscards)
     EXPECT_EQ(prompt.shown.size(), 3U);
 }
 
+TEST_F(SetupWindow, WhatIsSavedOnTheWayToACancelledExitIsNoLongerChanged)
+{
+    const std::string other = PathFromQString(folder.path()) + "/Other.dat";
+    files.Write(other, Before);
+    window->OpenFiles({PathToQString(path)});
+    MakeKey52DoubleHorizontal();
+    window->OpenFiles({PathToQString(other)});
+    MakeKey52DoubleHorizontal();
+    prompt.answers = {Answer::Yes, Answer::Cancel};
+    window->close();
+    EXPECT_TRUE(window->isVisible());
+    EXPECT_FALSE(window->AllSetups().at(0)->isWindowModified());
+    EXPECT_TRUE(window->AllSetups().at(1)->isWindowModified());
+    EXPECT_EQ(files.Read(path), After);
+}
+
+TEST_F(SetupWindow, FilesWaitWhileADialogIsOpen)
+{
+    window->OpenFiles({PathToQString(path)});
+    files.Write(PathFromQString(folder.path()) + "/Other.dat", Before);
+    InDialog<frmKeyb>([this] { Click(StripButton::Master); },
+                      [this](frmKeyb& form) {
+                          window->OpenFiles({folder.path() + "/Other.dat"});
+                          EXPECT_EQ(window->AllSetups().size(), 1U);
+                          Press(form, "Back");
+                      });
+    QApplication::processEvents();
+    EXPECT_EQ(window->AllSetups().size(), 2U);
+}
+
 TEST_F(SetupWindow, FailedWriteKeepsTheWindowUnlessTheUserLetsItGo)
 {
     const auto saveInto = [&](const std::string& name) {
@@ -196,6 +226,8 @@ TEST_F(SetupWindow, DroppedFilesOpen)
     QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     // The application passes a drop on only from its own drag.
     static_cast<QObject&>(*window).event(&drop);
+    // The source is not kept waiting: the file opens afterwards.
+    QApplication::processEvents();
     ASSERT_NE(window->ActiveSetup(), nullptr);
     EXPECT_EQ(window->ActiveSetup()->windowTitle(), "till[*]");
 }

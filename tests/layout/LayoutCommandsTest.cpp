@@ -108,7 +108,7 @@ SetupDocument RandomStep(const SetupDocument& document, std::mt19937& random)
     constexpr std::array Kinds{Master, Slave, Mcr, Iccr};
     const ModuleKind kind = Kinds.at(random() % Kinds.size());
     const auto index = FindModule(document.Modules, kind);
-    const LayoutState state = EnabledCommands(document.Modules);
+    const LayoutState state = LayoutStateOf(document.Modules);
     if (!index)
         return state.addMaster == (kind == Master) ? PlaceModule(document, kind, random() % 5) : document;
     switch (random() % 8) {

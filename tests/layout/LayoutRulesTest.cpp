@@ -15,7 +15,7 @@ std::string Enabled(std::initializer_list<std::uint8_t> codes)
     ModuleList modules;
     for (const std::uint8_t code : codes)
         modules.push_back(CreateRecord(code, static_cast<std::uint8_t>(modules.size())));
-    const LayoutState state = EnabledCommands(modules);
+    const LayoutState state = LayoutStateOf(modules);
     std::string text;
     const auto add = [&](bool enabled, char letter) { text += enabled ? letter : '-'; };
     add(state.addMaster, 'K');

@@ -125,6 +125,11 @@ void Commands::Apply(const CommandState& state)
         std::pair{Command::ToolsMenuFlashDumpSetup, state.flash},
         std::pair{Command::ToolsMenuFlashDumpUpload, state.flash},
         std::pair{Command::EpromWizard, state.wizard},
+        std::pair{Command::WindowMenuCascade, state.windows},
+        std::pair{Command::WindowMenuTile, state.windows},
+        std::pair{Command::WindowMenuNext, state.windows},
+        std::pair{Command::WindowMenuPrevious, state.windows},
+        std::pair{Command::WindowMenuCloseAll, state.windows},
     };
     for (const auto& [command, on] : enabled)
         (*this)[command].setEnabled(on);

@@ -6,6 +6,9 @@
 #include <QMdiSubWindow>
 #include <QMimeData>
 #include <QPainter>
+#include <QScreen>
+#include <QTimer>
+#include <utility>
 
 #include "app/ShowMessage.h"
 #include "app/forms/HelpWindow.h"
@@ -23,6 +26,15 @@ constexpr std::chrono::milliseconds ClosingTime{2000};
 
 constexpr QSize InitialSize(980, 620);
 
+QStringList LocalFiles(const QMimeData& data)
+{
+    QStringList paths;
+    for (const QUrl& url : data.urls())
+        if (url.isLocalFile())
+            paths << url.toLocalFile();
+    return paths;
+}
+
 }  // namespace
 
 MDIForm1::MDIForm1(Program& program, const QString& configFolder)
@@ -30,7 +42,7 @@ MDIForm1::MDIForm1(Program& program, const QString& configFolder)
       commands_(this),
       menu_(*menuBar(), commands_),
       area_(new QMdiArea(this)),
-      toolbar_(new MainToolbar(commands_, this)),
+      toolbar_(new MainToolbar(commands_, program.catalogue, this)),
       status_(new StatusPanels(this)),
       memory_(configFolder),
       setups_(*area_, program, memory_)
@@ -50,11 +62,14 @@ MDIForm1::MDIForm1(Program& program, const QString& configFolder)
     setStatusBar(status_);
     resize(InitialSize);
     memory_.RestoreWindow(*this);
+    // The screen may be smaller than the one before, or its scaling larger.
+    resize(size().boundedTo(screen()->availableGeometry().size()));
     memory_.RestoreFolders(program_.main);
     ConnectFileCommands();
     ConnectLayoutCommands();
     ConnectGeneralCommands();
     ConnectMenus();
+    status_->ShowOperation(ToQString(program_.IdleText()));
     Retranslate();
     Refresh();
 }
@@ -69,7 +84,7 @@ MDIForm1::~MDIForm1()
 void MDIForm1::ConnectFileCommands()
 {
     On(Command::FileMenuNew, [this] { setups_.New(SetupMode::New); });
-    On(Command::FileMenuOpen, [this] { setups_.New(SetupMode::Open); });
+    On(Command::FileMenuOpen, [this] { setups_.Open(); });
     OnSetup(Command::FileMenuSave, [](frmConfig& setup) { setup.FileMenuSave_Click(); });
     OnSetup(Command::FileMenuSaveAs, [](frmConfig& setup) { setup.FileMenuSaveAs_Click(); });
     On(Command::FileMenuClose, [this] { area_->closeActiveSubWindow(); });
@@ -102,16 +117,28 @@ void MDIForm1::ConnectGeneralCommands()
     On(Command::WindowMenuTile, [this] { area_->tileSubWindows(); });
     On(Command::WindowMenuNext, [this] { area_->activateNextSubWindow(); });
     On(Command::WindowMenuPrevious, [this] { area_->activatePreviousSubWindow(); });
-    On(Command::WindowMenuCloseAll, [this] { area_->closeAllSubWindows(); });
+    On(Command::WindowMenuCloseAll, [this] {
+        if (setups_.MayCloseAll())
+            setups_.CloseAllUnasked();
+    });
     On(Command::HelpMenuGuide, [this] { ShowHelp(); });
     On(Command::HelpMenuAbout, [this] { ShowAbout(); });
     commands_[Command::ViewMenuToolbar].setChecked(toolbar_->isVisibleTo(this));
-    commands_[Command::ViewMenuStatusBar].setChecked(true);
+    commands_[Command::ViewMenuStatusBar].setChecked(status_->isVisibleTo(this));
 }
 
 void MDIForm1::ConnectMenus()
 {
-    connect(area_, &QMdiArea::subWindowActivated, this, [this] { Refresh(); });
+    connect(area_, &QMdiArea::subWindowActivated, this, [this] {
+        Refresh();
+        if (frmConfig* setup = ActiveSetup())
+            setup->FocusStrip();
+    });
+    // A dialog has closed, or an operation has ended, when the focus comes back.
+    connect(qApp, &QApplication::focusChanged, this, [this] {
+        if (!waitingFiles_.isEmpty())
+            QTimer::singleShot(0, this, [this] { OpenWaitingFiles(); });
+    });
     setups_.onNew = [this](frmConfig& setup) { Prepare(setup); };
     toolbar_->mayChooseDump = [this] { return ActiveSetup() != nullptr; };
     menu_.recentFiles = [this] { return memory_.RecentFiles(); };
@@ -140,33 +167,43 @@ void MDIForm1::OpenFiles(const QStringList& paths)
 {
     if (closing_ != Closing::No)
         return;
-    setups_.OpenFiles(paths);
+    waitingFiles_ << paths;
     if (isMinimized())
         showNormal();
     activateWindow();
     raise();
+    OpenWaitingFiles();
+}
+
+void MDIForm1::OpenWaitingFiles()
+{
+    // Under an open dialog, or while something runs, another window would come to the front: they wait.
+    const bool mayOpen = commands_[Command::FileMenuOpen].isEnabled() && !QApplication::activeModalWidget();
+    if (mayOpen && !waitingFiles_.isEmpty())
+        setups_.OpenFiles(std::exchange(waitingFiles_, {}));
 }
 
 void MDIForm1::Retranslate()
 {
     commands_.Retranslate(program_.catalogue);
     menu_.Retranslate(program_.catalogue);
-    toolbar_->Retranslate(program_.catalogue);
+    toolbar_->Retranslate();
     status_->Retranslate(program_.catalogue);
-    status_->ShowOperation(ToQString(program_.IdleText()));
     area_->viewport()->update();
-    for (frmConfig* setup : AllSetups())
-        setup->Retranslate();
+    setups_.Retranslate();
 }
 
 void MDIForm1::ChangeLanguage(const std::string& language)
 {
+    const bool idle = IsIdle();
     if (language == program_.catalogue.Language() || !program_.ChangeLanguage(language))
         return;
     // The help is opened anew in the new language.
     delete help_;
     if (onLanguage)
         onLanguage();
+    if (idle)
+        status_->ShowOperation(ToQString(program_.IdleText()));
     Retranslate();
     Refresh();
 }
@@ -174,45 +211,39 @@ void MDIForm1::ChangeLanguage(const std::string& language)
 void MDIForm1::Refresh()
 {
     frmConfig* setup = ActiveSetup();
-    // Scanning waits for a line: until the program has one, its entries and all that follow it stay disabled.
-    constexpr bool HasLine = false;
     menu_.ShowSetupEntries(setup != nullptr);
-    if (!setup) {
-        const CommandState state = EnabledCommands(CommandSituation{});
-        commands_.Apply(state);
-        menu_.Apply(state);
-        status_->ShowMode(QString());
-        status_->ShowPort(ToQString(PortText(program_.main)));
-        status_->ShowStatus(QString());
-        area_->viewport()->update();
-        return;
-    }
-    const PosCfg& settings = setup->Session().settings;
-    const CommandState state = setup->State(HasLine && AllowsScan(settings.ConnectionMode));
+    const PosCfg& settings = setup ? setup->Session().settings : program_.main;
+    const bool canScan = program_.hasLink && AllowsScan(settings.ConnectionMode);
+    CommandSituation nothingOpen;
+    nothingOpen.busy = program_.busy;
+    nothingOpen.canScan = program_.hasLink;
+    const CommandState state = setup ? setup->State(canScan) : CommandStateOf(nothingOpen);
     commands_.Apply(state);
-    commands_.NameUndo(program_.catalogue, setup->UndoName(), setup->RedoName());
     menu_.Apply(state);
     menu_.ShowPort(settings.CommsPort);
     status_->ShowMode(ToQString(ModeText(settings.ConnectionMode)));
     status_->ShowPort(ToQString(PortText(settings)));
+    if (!setup) {
+        status_->ShowStatus(QString());
+        area_->viewport()->update();
+        return;
+    }
+    commands_.NameUndo(program_.catalogue, setup->UndoName(), setup->RedoName());
     status_->ShowStatus(setup->IsPlacing() ? ToQString(program_.catalogue.Caption(Message::PlacingHint))
                                            : PathToQString(setup->Session().File().path));
-    setup->FocusStrip();
+}
+
+bool MDIForm1::IsIdle() const
+{
+    const QString operation = status_->Operation().trimmed();
+    return !program_.busy && (operation.isEmpty() || operation == ToQString(program_.IdleText()).trimmed());
 }
 
 bool MDIForm1::MayShutDown()
 {
-    const QString operation = status_->Operation().trimmed();
-    if (!operation.isEmpty() && operation != ToQString(program_.IdleText()).trimmed())
+    if (!IsIdle())
         return false;
-    // All are asked before any closes, so that a Cancel leaves everything as it was.
-    for (frmConfig* setup : AllSetups()) {
-        if (setup->IsChanged())
-            setups_.Activate(*setup);
-        if (!setup->MayClose())
-            return false;
-    }
-    return true;
+    return setups_.MayCloseAll();
 }
 
 void MDIForm1::ShutDown()
@@ -237,9 +268,7 @@ void MDIForm1::EndShutdown()
         if (port && port->IsOpen())
             port->Close();
     status_->ShowStatus(QString());
-    for (frmConfig* setup : AllSetups())
-        setup->CloseUnasked();
-    area_->closeAllSubWindows();
+    setups_.CloseAllUnasked();
     closing_ = Closing::Done;
     close();
     if (onClosed)
@@ -259,18 +288,17 @@ void MDIForm1::closeEvent(QCloseEvent* event)
 
 void MDIForm1::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (event->mimeData()->hasUrls() && !program_.busy)
+    if (!LocalFiles(*event->mimeData()).isEmpty())
         event->acceptProposedAction();
 }
 
 void MDIForm1::dropEvent(QDropEvent* event)
 {
-    QStringList paths;
-    for (const QUrl& url : event->mimeData()->urls())
-        if (url.isLocalFile())
-            paths << url.toLocalFile();
-    event->acceptProposedAction();
-    OpenFiles(paths);
+    // A copy: the source must not take the file away. Opening may ask questions, and the source waits for
+    // this.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    QTimer::singleShot(0, this, [this, files = LocalFiles(*event->mimeData())] { OpenFiles(files); });
 }
 
 bool MDIForm1::eventFilter(QObject* watched, QEvent* event)
@@ -312,8 +340,9 @@ void MDIForm1::ShowAbout()
 
 void MDIForm1::Interrupt()
 {
+    // What has already happened on the line is taken in first.
     QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    program_.interruptionRequested = true;
+    program_.interruptionRequested = program_.busy;
     program_.Show(Message::Interruption, {BoxIcon::Information});
 }
 

@@ -46,6 +46,7 @@ public:
     frmConfig* ActiveSetup() const { return setups_.Active(); }
     std::vector<frmConfig*> AllSetups() const { return setups_.All(); }
 
+    /// None: the View menu shows and hides the toolbar.
     QMenu* createPopupMenu() override { return nullptr; }
 
 protected:
@@ -63,6 +64,8 @@ private:
     void Retranslate();
     void Refresh();
     void ChangeLanguage(const std::string& language);
+    void OpenWaitingFiles();
+    bool IsIdle() const;
 
     template <class Action>
     void On(Command command, Action action)
@@ -96,6 +99,7 @@ private:
     WindowMemory memory_;
     SetupWindows setups_;
     QPointer<HelpWindow> help_;
+    QStringList waitingFiles_;  ///< to be opened once no dialog is open
     enum class Closing { No, Waiting, Done } closing_ = Closing::No;
 };
 

@@ -7,6 +7,13 @@
 
 namespace kelvora {
 
+namespace {
+
+// Room for a recent file's folder in the menu, in pixels.
+constexpr int FolderWidth = 360;
+
+}  // namespace
+
 MainMenu::MainMenu(QMenuBar& bar, Commands& commands) : commands_(commands)
 {
     MakeFileMenu(bar);
@@ -72,19 +79,19 @@ void MainMenu::MakeCommunicationsMenu(QMenuBar& bar)
     commands_[Command::CommunicationsMenuPosConnection].setVisible(false);
     commands_[Command::CommunicationsMenuKeybConnection].setVisible(false);
     separator->setVisible(false);
-    QMenu* lines = AddMenu(menu, "CommunicationsMenuLines", Message::CommunicationsMenuLines);
+    lines_ = AddMenu(menu, "CommunicationsMenuLines", Message::CommunicationsMenuLines);
     for (std::size_t i = 0; i < ports_.size(); ++i) {
         const int port = static_cast<int>(i) + 1;
-        QAction* line = lines->addAction(QString());
+        QAction* line = lines_->addAction(QString());
         line->setObjectName(QStringLiteral("CommunicationsMenuLine%1").arg(port));
         line->setCheckable(true);
-        QObject::connect(line, &QAction::triggered, lines, [this, port] {
+        QObject::connect(line, &QAction::triggered, lines_, [this, port] {
             selectPort(port);
             ShowPort(port);
         });
         ports_.at(i) = line;
     }
-    QObject::connect(lines, &QMenu::aboutToShow, lines, [this] {
+    QObject::connect(lines_, &QMenu::aboutToShow, lines_, [this] {
         for (std::size_t i = 0; i < ports_.size(); ++i)
             ports_.at(i)->setEnabled(isPortAvailable(static_cast<int>(i) + 1));
     });
@@ -94,7 +101,10 @@ void MainMenu::MakeCommunicationsMenu(QMenuBar& bar)
 
 void MainMenu::Apply(const CommandState& state)
 {
+    recent_->setEnabled(state.fileOpen);
     add_->setEnabled(state.layout.add);
+    lines_->setEnabled(state.ports);
+    languages_->setEnabled(state.language);
     dump_->setEnabled(state.flash);
 }
 
@@ -169,7 +179,9 @@ void MainMenu::ListRecentFiles()
     int number = 1;
     for (const QString& path : files) {
         const QFileInfo info(path);
-        QString text = QStringLiteral("%1  %2  (%3)").arg(number).arg(info.fileName(), info.path());
+        const QString folder =
+            QFontMetrics(recent_->font()).elidedText(info.path(), Qt::ElideMiddle, FolderWidth);
+        QString text = QStringLiteral("%1  %2  (%3)").arg(number).arg(info.fileName(), folder);
         text.replace('&', QStringLiteral("&&"));
         // The first nine are reached by their digit.
         QAction* entry = recent_->addAction(number < 10 ? '&' + text : text);

@@ -18,6 +18,8 @@ class MainMenu {
 public:
     MainMenu(QMenuBar& bar, Commands& commands);
 
+    // All of the following must be set before a menu is shown.
+
     /// Called when a menu that lists something is about to be shown.
     std::function<QStringList()> recentFiles;
     std::function<void(const QString& path)> openRecent;
@@ -69,6 +71,7 @@ private:
     QMenu* layout_ = nullptr;
     QMenu* add_ = nullptr;
     QMenu* dump_ = nullptr;
+    QMenu* lines_ = nullptr;
     QMenu* languages_ = nullptr;
     std::array<QAction*, 4> ports_{};
     QString clearText_;

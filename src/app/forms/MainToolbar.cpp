@@ -16,7 +16,8 @@ constexpr QLatin1StringView DumpUploadKey("DUMPUPLOAD");
 
 }  // namespace
 
-MainToolbar::MainToolbar(Commands& commands, QWidget* parent) : QToolBar(parent)
+MainToolbar::MainToolbar(Commands& commands, const MessageCatalogue& catalogue, QWidget* parent)
+    : QToolBar(parent), catalogue_(catalogue)
 {
     setObjectName(QStringLiteral("MainToolbar"));
     setIconSize({IconSide, IconSide});
@@ -86,28 +87,26 @@ void MainToolbar::ChooseDump(const QString& key)
     if (mayChooseDump && !mayChooseDump())
         return;
     dump_->setProperty("Tag", key);
-    if (catalogue_)
-        Retranslate(*catalogue_);
+    Retranslate();
 }
 
-void MainToolbar::Retranslate(const MessageCatalogue& catalogue)
+void MainToolbar::Retranslate()
 {
-    catalogue_ = &catalogue;
-    setWindowTitle(ToQString(catalogue.Caption(Message::ToolbarTitle)));
+    setWindowTitle(ToQString(catalogue_.Caption(Message::ToolbarTitle)));
     for (const Button& row : buttons_) {
-        row.button->setText(ToQString(catalogue.Caption(row.caption)));
-        row.button->setToolTip(ToQString(catalogue.Caption(row.tip)));
+        row.button->setText(ToQString(catalogue_.Caption(row.caption)));
+        row.button->setToolTip(ToQString(catalogue_.Caption(row.tip)));
     }
-    dumpSetup_->setText(ToQString(catalogue.Caption(Message::ToolDumpSetup)));
-    dumpUpload_->setText(ToQString(catalogue.Caption(Message::ToolDumpUpload)));
+    dumpSetup_->setText(ToQString(catalogue_.Caption(Message::ToolDumpSetup)));
+    dumpUpload_->setText(ToQString(catalogue_.Caption(Message::ToolDumpUpload)));
     // Until one of them is chosen the button bears the name of the whole.
     const QString tag = DumpTag();
-    dump_->setText(ToQString(catalogue.Caption(tag.isEmpty()         ? Message::ToolDump
-                                               : tag == DumpSetupKey ? Message::ToolDumpSetup
-                                                                     : Message::ToolDumpUpload)));
-    dump_->setToolTip(ToQString(catalogue.Caption(tag.isEmpty()         ? Message::ToolDumpTip
-                                                  : tag == DumpSetupKey ? Message::ToolDumpSetupTip
-                                                                        : Message::ToolDumpUploadTip)));
+    dump_->setText(ToQString(catalogue_.Caption(tag.isEmpty()         ? Message::ToolDump
+                                                : tag == DumpSetupKey ? Message::ToolDumpSetup
+                                                                      : Message::ToolDumpUpload)));
+    dump_->setToolTip(ToQString(catalogue_.Caption(tag.isEmpty()         ? Message::ToolDumpTip
+                                                   : tag == DumpSetupKey ? Message::ToolDumpSetupTip
+                                                                         : Message::ToolDumpUploadTip)));
 }
 
 }  // namespace kelvora

@@ -13,12 +13,14 @@ namespace kelvora {
 
 class MainToolbar final : public QToolBar {
 public:
-    MainToolbar(Commands& commands, QWidget* parent);
+    /// Both outlive the toolbar.
+    MainToolbar(Commands& commands, const MessageCatalogue& catalogue, QWidget* parent);
 
     /// Asked before the drop-down of DUMP changes the button's action: only with a setup window in front.
     std::function<bool()> mayChooseDump;
 
-    void Retranslate(const MessageCatalogue& catalogue);
+    /// Sets all texts anew from the catalogue.
+    void Retranslate();
 
     /// The action that a click on DUMP runs: the key DUMPSETUP or DUMPUPLOAD.
     QString DumpTag() const { return dump_->property("Tag").toString(); }
@@ -35,11 +37,11 @@ private:
     void AddDump(Commands& commands);
     void ChooseDump(const QString& key);
 
+    const MessageCatalogue& catalogue_;
     std::vector<Button> buttons_;
     QToolButton* dump_ = nullptr;
     QAction* dumpSetup_ = nullptr;
     QAction* dumpUpload_ = nullptr;
-    const MessageCatalogue* catalogue_ = nullptr;
 };
 
 }  // namespace kelvora

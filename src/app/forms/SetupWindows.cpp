@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <QMdiSubWindow>
+#include <array>
 
 #include "app/forms/Icons.h"
 #include "layout/forms/frmConfig.h"
@@ -13,6 +14,15 @@ namespace kelvora {
 SetupWindows::SetupWindows(QMdiArea& area, Program& program, WindowMemory& memory)
     : area_(area), program_(program), memory_(memory)
 {
+    program_.isOpenElsewhere = [this](std::string_view path, std::string_view current) {
+        const frmConfig* holder = HolderOf(std::string(path));
+        return holder && holder->Session().File().path != current;
+    };
+}
+
+SetupWindows::~SetupWindows()
+{
+    program_.isOpenElsewhere = nullptr;
 }
 
 frmConfig* SetupWindows::Active() const
@@ -35,18 +45,36 @@ void SetupWindows::Activate(frmConfig& window)
     area_.setActiveSubWindow(dynamic_cast<QMdiSubWindow*>(window.parentWidget()));
 }
 
-void SetupWindows::New(SetupMode mode, const std::optional<std::string>& path)
+void SetupWindows::New(SetupMode mode)
 {
     program_.setupMode = mode;
     auto window = std::make_unique<frmConfig>(program_);
-    const bool loaded = window->Form_Load(path);
-    Remember(*window);
-    if (!loaded)
+    window->Form_Load();
+    Show(std::move(window));
+}
+
+void SetupWindows::Open()
+{
+    program_.setupMode = SetupMode::Open;
+    if (const auto file = GetConfigFileName(program_, program_.main, {}))
+        OpenFile(*file);
+}
+
+void SetupWindows::OpenFile(const SetupFile& file)
+{
+    if (frmConfig* holder = HolderOf(file.path)) {
+        Activate(*holder);
         return;
-    // A file that is open in another window is not shown twice.
-    const std::string& file = window->Session().File().path;
-    if (file.empty() || !BringForward(file))
-        Show(std::move(window));
+    }
+    // Read first: a window that could not be filled is never made, and takes no number.
+    auto opened = OpenSetup(program_, file);
+    if (!opened)
+        return;
+    program_.setupMode = SetupMode::Open;
+    auto window = std::make_unique<frmConfig>(program_);
+    window->Form_Load(std::move(opened));
+    Remember(*window);
+    Show(std::move(window));
 }
 
 void SetupWindows::Show(std::unique_ptr<frmConfig> window)
@@ -55,6 +83,9 @@ void SetupWindows::Show(std::unique_ptr<frmConfig> window)
     frmConfig* setup = window.release();
     QMdiSubWindow* frame = area_.addSubWindow(setup);
     frame->setWindowIcon(ProgramIcon());
+    // The File menu closes windows, by the same key.
+    for (QAction* entry : frame->systemMenu()->actions())
+        entry->setShortcut({});
     onNew(*setup);
     // Large is what a technician wants to see; one who has arranged the windows keeps the arrangement.
     const auto frames = area_.subWindowList();
@@ -64,28 +95,57 @@ void SetupWindows::Show(std::unique_ptr<frmConfig> window)
         frame->showMaximized();
 }
 
-bool SetupWindows::BringForward(const std::string& path)
+frmConfig* SetupWindows::HolderOf(const std::string& path) const
 {
     const QString wanted = QFileInfo(PathToQString(path)).canonicalFilePath();
     if (wanted.isEmpty())
-        return false;
+        return nullptr;
     for (frmConfig* setup : All()) {
         const std::string& open = setup->Session().File().path;
-        if (!open.empty() && QFileInfo(PathToQString(open)).canonicalFilePath() == wanted) {
-            Activate(*setup);
-            return true;
-        }
+        if (!open.empty() && QFileInfo(PathToQString(open)).canonicalFilePath() == wanted)
+            return setup;
     }
-    return false;
+    return nullptr;
+}
+
+bool SetupWindows::MayCloseAll()
+{
+    // All are asked before any closes, so that a Cancel leaves everything as it was.
+    for (frmConfig* setup : All()) {
+        if (setup->IsChanged())
+            Activate(*setup);
+        if (!setup->MayClose())
+            return false;
+    }
+    return true;
+}
+
+void SetupWindows::CloseAllUnasked()
+{
+    for (frmConfig* setup : All())
+        setup->CloseUnasked();
+    area_.closeAllSubWindows();
+}
+
+void SetupWindows::Retranslate()
+{
+    // Qt gives each window's own menu its texts once, in this order.
+    constexpr std::array<const char*, 7> Entries{"&Restore",  "&Move",        "&Size", "Mi&nimize",
+                                                 "Ma&ximize", "Stay on &Top", "&Close"};
+    for (const QMdiSubWindow* frame : area_.subWindowList()) {
+        std::size_t next = 0;
+        for (QAction* entry : frame->systemMenu()->actions())
+            if (!entry->isSeparator() && next < Entries.size())
+                entry->setText(QMdiSubWindow::tr(Entries.at(next++)));
+    }
+    for (frmConfig* setup : All())
+        setup->Retranslate();
 }
 
 void SetupWindows::OpenFiles(const QStringList& paths)
 {
-    for (const QString& path : paths) {
-        const std::string file = PathFromQString(QFileInfo(path).absoluteFilePath());
-        if (!BringForward(file))
-            New(SetupMode::Open, file);
-    }
+    for (const QString& path : paths)
+        OpenFile(MakeSetupFile(PathFromQString(QFileInfo(path).absoluteFilePath())));
 }
 
 void SetupWindows::OpenRecent(const QString& path)
@@ -98,13 +158,9 @@ void SetupWindows::OpenRecent(const QString& path)
     program_.Show(Message::NotFound, {BoxIcon::Exclamation}, TextFromPath(PathFromQString(path)));
 }
 
-void SetupWindows::Remember(frmConfig& window)
+void SetupWindows::Remember(const frmConfig& window)
 {
-    const PosCfg& settings = window.Session().settings;
-    program_.main.InInitDir = settings.InInitDir;
-    program_.main.InFilterIndex = settings.InFilterIndex;
-    program_.main.OutInitDir = settings.OutInitDir;
-    program_.main.OutFilterIndex = settings.OutFilterIndex;
+    CopyDialogFolders(window.Session().settings, program_.main);
     if (!window.Session().File().path.empty())
         memory_.AddRecentFile(PathToQString(window.Session().File().path));
 }
@@ -113,8 +169,9 @@ void SetupWindows::List(QMenu& menu)
 {
     int number = 1;
     for (frmConfig* setup : All()) {
-        QString title = setup->windowTitle();
-        title.replace(QStringLiteral("[*]"), setup->IsChanged() ? QStringLiteral("*") : QString());
+        QString title = PathToQString(setup->Session().settings.Name);
+        if (setup->IsChanged())
+            title += '*';
         title.replace('&', QStringLiteral("&&"));
         // The first nine are reached by their digit.
         QAction* entry = menu.addAction(

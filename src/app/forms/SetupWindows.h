@@ -5,12 +5,12 @@
 #include <QMenu>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "app/Program.h"
 #include "app/forms/WindowMemory.h"
+#include "layout/SetupFileCommands.h"
 
 namespace kelvora {
 
@@ -20,13 +20,18 @@ class SetupWindows {
 public:
     /// All outlive the object.
     SetupWindows(QMdiArea& area, Program& program, WindowMemory& memory);
+    ~SetupWindows();
+    SetupWindows(const SetupWindows&) = delete;
+    SetupWindows& operator=(const SetupWindows&) = delete;
 
-    /// Called with each new window, before it is shown.
+    /// Called with each new window, before it is shown; must be set.
     std::function<void(frmConfig&)> onNew;
 
-    /// Opens a window that is filled as `mode` says, from `path` or by asking; one that cannot be filled is
-    /// not shown.
-    void New(SetupMode mode, const std::optional<std::string>& path = std::nullopt);
+    /// Opens a new window, to be filled by hand or by a scan.
+    void New(SetupMode mode);
+
+    /// Asks for a setup file and opens it.
+    void Open();
 
     /// Opens each file in a window of its own; one that is open already comes to the front.
     void OpenFiles(const QStringList& paths);
@@ -40,15 +45,23 @@ public:
 
     void Activate(frmConfig& window);
 
+    /// Whether all windows may close: each changed one is asked about, until one is to stay.
+    bool MayCloseAll();
+    void CloseAllUnasked();
+
+    /// Sets all texts anew, Qt's own in the windows' menus included.
+    void Retranslate();
+
     /// Adds an entry for each window.
     void List(QMenu& menu);
 
     /// Keeps the window's folders and file for later windows and runs.
-    void Remember(frmConfig& window);
+    void Remember(const frmConfig& window);
 
 private:
+    void OpenFile(const SetupFile& file);
     void Show(std::unique_ptr<frmConfig> window);
-    bool BringForward(const std::string& path);
+    frmConfig* HolderOf(const std::string& path) const;
 
     QMdiArea& area_;
     Program& program_;

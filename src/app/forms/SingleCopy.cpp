@@ -121,7 +121,19 @@ bool SingleCopy::Claim()
     if (lock_.tryLock(0))
         return true;
     const CallingSocket running(MakeSocket(0));
-    return !Connect(running.Handle(), socketPath_) && lock_.tryLock(ClosingTimeoutMs);
+    if (Connect(running.Handle(), socketPath_))
+        return false;
+    // Nobody answers. A lock that names no process is what a power cut left; one that does belongs to a copy
+    // that is closing down, or to one whose socket is gone.
+    qint64 owner = 0;
+    QString host;
+    QString program;
+    if (!lock_.getLockInfo(&owner, &host, &program))
+        QFile::remove(lock_.fileName());
+    if (lock_.tryLock(ClosingTimeoutMs))
+        return true;
+    // Where no lock can be made at all, being the only copy cannot be known; that must not stop the work.
+    return lock_.error() != QLockFile::LockFailedError;
 }
 
 bool SingleCopy::HandOver(const QStringList& files) const

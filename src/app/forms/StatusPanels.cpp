@@ -1,5 +1,12 @@
 #include "app/forms/StatusPanels.h"
 
+#include <QCursor>
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QSizeGrip>
+#include <algorithm>
+
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -10,32 +17,89 @@ constexpr int FullProgress = 100;
 constexpr int ProgressWidth = 160;
 constexpr int PanelMargin = 8;
 
+// A panel never asks for more room than this, in pixels: a long path must not widen the window.
+constexpr int PanelMinimumWidth = 60;
+
+// Takes the window's sizing corner by the hand: a press moves the pointer onto the corner itself.
+class DragCorner final : public QSizeGrip {
+public:
+    explicit DragCorner(QWidget* parent) : QSizeGrip(parent) { setObjectName(QStringLiteral("DragCorner")); }
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override
+    {
+        // One pixel left of the window's right edge and two above its bottom edge.
+        const QRect frame = window()->frameGeometry();
+        if (QGuiApplication::platformName() == QLatin1String("xcb"))
+            QCursor::setPos(frame.x() + frame.width() - 1, frame.y() + frame.height() - 2);
+        QSizeGrip::mousePressEvent(event);
+    }
+};
+
 }  // namespace
+
+StatusPanel::StatusPanel(const char* name, QWidget* parent) : QLabel(parent)
+{
+    setObjectName(QString::fromLatin1(name));
+    setMargin(2);
+    setTextFormat(Qt::PlainText);
+}
+
+QSize StatusPanel::sizeHint() const
+{
+    return QLabel::sizeHint() + QSize(2 * PanelMargin, 0);
+}
+
+QSize StatusPanel::minimumSizeHint() const
+{
+    return {std::min(sizeHint().width(), PanelMinimumWidth), sizeHint().height()};
+}
+
+void StatusPanel::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    const QRect room = contentsRect().adjusted(PanelMargin, 0, -PanelMargin, 0);
+    const QString line = text().simplified();
+    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter,
+                     fontMetrics().elidedText(line, Qt::ElideMiddle, room.width()));
+}
 
 StatusPanels::StatusPanels(QWidget* parent)
     : QStatusBar(parent),
-      mode_(MakePanel("ModePanel", 0)),
-      port_(MakePanel("PortPanel", 0)),
-      status_(MakePanel("StatusPanel", 2)),
-      operation_(MakePanel("OperationPanel", 1)),
+      mode_(AddPanel("ModePanel", 0)),
+      port_(AddPanel("PortPanel", 0)),
+      status_(AddPanel("StatusPanel", 2)),
+      operation_(AddPanel("OperationPanel", 1)),
       progress_(new QProgressBar(this))
 {
+    status_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    operation_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     progress_->setObjectName(QStringLiteral("ProgressBar"));
     progress_->setFixedWidth(ProgressWidth);
     progress_->setRange(0, FullProgress);
     progress_->hide();
     addPermanentWidget(progress_);
+    setSizeGripEnabled(false);
+    addPermanentWidget(new DragCorner(this));
 }
 
-QLabel* StatusPanels::MakePanel(const char* name, int stretch)
+StatusPanel* StatusPanels::AddPanel(const char* name, int stretch)
 {
-    auto* panel = new QLabel(this);
-    panel->setObjectName(QString::fromLatin1(name));
-    panel->setMargin(2);
-    panel->setIndent(PanelMargin);
-    panel->setTextFormat(Qt::PlainText);
+    auto* panel = new StatusPanel(name, this);
     addWidget(panel, stretch);
     return panel;
+}
+
+void StatusPanels::ShowMode(const QString& text)
+{
+    mode_->setText(text);
+    mode_->setVisible(!text.isEmpty());
+}
+
+void StatusPanels::ShowStatus(const QString& text)
+{
+    status_->setText(text);
+    status_->setToolTip(text.isEmpty() ? statusTip_ : text);
 }
 
 void StatusPanels::ShowProgress(int percent)
@@ -48,12 +112,16 @@ void StatusPanels::ShowProgress(int percent)
 
 void StatusPanels::Retranslate(const MessageCatalogue& catalogue)
 {
-    mode_->setToolTip(ToQString(catalogue.Caption(Message::ModePanel)));
-    port_->setToolTip(ToQString(catalogue.Caption(Message::PortPanel)));
-    status_->setToolTip(ToQString(catalogue.Caption(Message::StatusPanel)));
-    operation_->setToolTip(ToQString(catalogue.Caption(Message::OperationPanel)));
-    for (QLabel* panel : {mode_, port_, status_, operation_})
-        panel->setAccessibleName(panel->toolTip());
+    const auto name = [&](StatusPanel& panel, const MessageId& message) {
+        panel.setToolTip(ToQString(catalogue.Caption(message)));
+        panel.setAccessibleName(panel.toolTip());
+    };
+    name(*mode_, Message::ModePanel);
+    name(*port_, Message::PortPanel);
+    name(*operation_, Message::OperationPanel);
+    name(*status_, Message::StatusPanel);
+    statusTip_ = status_->toolTip();
+    ShowStatus(status_->text());
 }
 
 }  // namespace kelvora

@@ -9,17 +9,26 @@
 
 namespace kelvora {
 
+/// One panel: a text of any length, cut in its middle to the room that there is.
+class StatusPanel final : public QLabel {
+public:
+    StatusPanel(const char* name, QWidget* parent);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
 class StatusPanels final : public QStatusBar {
 public:
     explicit StatusPanels(QWidget* parent);
 
-    void ShowMode(const QString& text)
-    {
-        mode_->setText(text);
-        mode_->setVisible(!text.isEmpty());
-    }
+    // Each text replaces the one before; an empty mode hides its panel.
+    void ShowMode(const QString& text);
     void ShowPort(const QString& text) { port_->setText(text); }
-    void ShowStatus(const QString& text) { status_->setText(text); }
+    void ShowStatus(const QString& text);
     void ShowOperation(const QString& text) { operation_->setText(text); }
     QString Operation() const { return operation_->text(); }
 
@@ -29,13 +38,14 @@ public:
     void Retranslate(const MessageCatalogue& catalogue);
 
 private:
-    QLabel* MakePanel(const char* name, int stretch);
+    StatusPanel* AddPanel(const char* name, int stretch);
 
-    QLabel* mode_;
-    QLabel* port_;
-    QLabel* status_;
-    QLabel* operation_;
+    StatusPanel* mode_;
+    StatusPanel* port_;
+    StatusPanel* status_;
+    StatusPanel* operation_;
     QProgressBar* progress_;
+    QString statusTip_;
 };
 
 }  // namespace kelvora

@@ -1,5 +1,7 @@
 #include "app/forms/WindowMemory.h"
 
+#include <QStatusBar>
+
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -10,9 +12,19 @@ constexpr qsizetype MostRecentFiles = 10;
 
 constexpr auto GeometryKey = "Window/Geometry";
 constexpr auto StateKey = "Window/State";
+constexpr auto StatusBarKey = "Window/StatusBar";
 constexpr auto OpenFolderKey = "Folders/Open";
 constexpr auto SaveFolderKey = "Folders/Save";
+constexpr auto OpenFilterKey = "Folders/OpenFilter";
+constexpr auto SaveFilterKey = "Folders/SaveFilter";
 constexpr auto RecentKey = "RecentFiles";
+
+// One of the three filters that the dialogs have.
+std::int16_t FilterIndex(const QVariant& remembered)
+{
+    const int index = remembered.toInt();
+    return static_cast<std::int16_t>(index >= 1 && index <= 3 ? index : 1);
+}
 
 }  // namespace
 
@@ -27,14 +39,16 @@ void WindowMemory::RestoreWindow(QMainWindow& window) const
         return;
     window.restoreGeometry(settings_.value(GeometryKey).toByteArray());
     window.restoreState(settings_.value(StateKey).toByteArray());
+    window.statusBar()->setVisible(settings_.value(StatusBarKey, true).toBool());
 }
 
-void WindowMemory::SaveWindow(const QMainWindow& window)
+void WindowMemory::SaveWindow(QMainWindow& window)
 {
     if (!remembers_)
         return;
     settings_.setValue(GeometryKey, window.saveGeometry());
     settings_.setValue(StateKey, window.saveState());
+    settings_.setValue(StatusBarKey, window.statusBar()->isVisibleTo(&window));
 }
 
 void WindowMemory::RestoreFolders(PosCfg& settings) const
@@ -43,6 +57,8 @@ void WindowMemory::RestoreFolders(PosCfg& settings) const
         return;
     settings.InInitDir = PathFromQString(settings_.value(OpenFolderKey).toString());
     settings.OutInitDir = PathFromQString(settings_.value(SaveFolderKey).toString());
+    settings.InFilterIndex = FilterIndex(settings_.value(OpenFilterKey));
+    settings.OutFilterIndex = FilterIndex(settings_.value(SaveFilterKey));
 }
 
 void WindowMemory::SaveFolders(const PosCfg& settings)
@@ -51,6 +67,8 @@ void WindowMemory::SaveFolders(const PosCfg& settings)
         return;
     settings_.setValue(OpenFolderKey, PathToQString(settings.InInitDir));
     settings_.setValue(SaveFolderKey, PathToQString(settings.OutInitDir));
+    settings_.setValue(OpenFilterKey, settings.InFilterIndex);
+    settings_.setValue(SaveFilterKey, settings.OutFilterIndex);
 }
 
 QStringList WindowMemory::RecentFiles() const

@@ -15,7 +15,7 @@ public:
     explicit WindowMemory(const QString& folder);
 
     void RestoreWindow(QMainWindow& window) const;
-    void SaveWindow(const QMainWindow& window);
+    void SaveWindow(QMainWindow& window);
 
     void RestoreFolders(PosCfg& settings) const;
     void SaveFolders(const PosCfg& settings);

@@ -10,10 +10,12 @@
 #include <QTranslator>
 #include <algorithm>
 #include <array>
+#include <exception>
 #include <string_view>
 #include <vector>
 
 #include "app/ShowMessage.h"
+#include "app/forms/Icons.h"
 #include "app/forms/MDIForm1.h"
 #include "app/forms/SingleCopy.h"
 #include "platform/posix/PosixFiles.h"
@@ -72,6 +74,22 @@ QStringList ReadArguments(const QCoreApplication& application)
     parser.process(application);
     return AbsolutePaths(parser.positionalArguments());
 }
+
+// An error that no command has caught must not take unsaved setups with it.
+class SafeApplication final : public QApplication {
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override
+    {
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (const std::exception& error) {
+            QtPrompt().Show(ProductName, error.what(), {BoxIcon::Critical});
+            return false;
+        }
+    }
+};
 
 int Run(QApplication& application)
 {
@@ -134,7 +152,8 @@ int main(int argc, char* argv[])
         kelvora::ReadArguments(application);
         return 0;
     }
-    QApplication application(argc, argv);
+    kelvora::SafeApplication application(argc, argv);
+    QApplication::setWindowIcon(kelvora::ProgramIcon());
     QApplication::setQuitOnLastWindowClosed(false);
     return kelvora::Run(application);
 }

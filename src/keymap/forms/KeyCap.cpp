@@ -16,6 +16,9 @@ const QColor ChosenFace(186, 250, 252);
 const QColor ChosenSide(96, 190, 198);
 const QColor MarkedNumber(8, 44, 50);
 
+/// How much of a cap that cannot be chosen shows before its housing.
+constexpr double DisabledOpacity = 0.4;
+
 struct CapColours {
     QColor face;
     QColor side;
@@ -60,11 +63,11 @@ void PaintHatch(QPainter& painter, const QRectF& face, double radius, QColor col
 const KeyboardColours& KeyboardColours::For(const QPalette& palette)
 {
     static const KeyboardColours light{{92, 98, 107},   {70, 75, 83},  {79, 85, 93},    {250, 250, 247},
-                                       {206, 208, 206}, {38, 42, 48},  {126, 132, 140}, {108, 114, 122},
-                                       {224, 227, 231}, {255, 196, 64}};
+                                       {206, 208, 206}, {38, 42, 48},  {168, 173, 180}, {138, 144, 151},
+                                       {34, 38, 44},    {255, 196, 64}};
     static const KeyboardColours dark{{24, 26, 29},    {62, 66, 72},    {18, 19, 22}, {78, 84, 93},
                                       {48, 52, 58},    {238, 240, 243}, {43, 46, 51}, {36, 38, 42},
-                                      {170, 176, 184}, {255, 196, 64}};
+                                      {196, 201, 208}, {255, 196, 64}};
     return palette.color(QPalette::Window).lightness() < 128 ? dark : light;
 }
 
@@ -106,6 +109,8 @@ void KeyCap::paintEvent(QPaintEvent* /*event*/)
 
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    if (!isEnabled())
+        painter.setOpacity(DisabledOpacity);
     painter.setPen(Qt::NoPen);
     painter.setBrush(colours.side);
     painter.drawRoundedRect(body, radius, radius);
@@ -137,6 +142,7 @@ void KeyCap::mouseReleaseEvent(QMouseEvent* event)
 {
     clickModifiers_ = event->modifiers();
     QAbstractButton::mouseReleaseEvent(event);
+    clickModifiers_ = {};
 }
 
 // The grid moves among the caps and chooses them; a cap takes no key of its own.

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QAbstractButton>
-#include <utility>
 
 namespace kelvora {
 
@@ -34,8 +33,9 @@ public:
     /// The height of a single key, in pixels; sets the size of the number and the roundness of the corners.
     void SetUnit(int keyHeight);
 
-    /// The modifier keys that were down when the mouse clicked; none for a click that had no mouse.
-    Qt::KeyboardModifiers TakeClickModifiers() { return std::exchange(clickModifiers_, {}); }
+    /// While `clicked` is being told: the modifier keys that were down when the mouse clicked; none for a
+    /// click that had no mouse.
+    Qt::KeyboardModifiers ClickModifiers() const { return clickModifiers_; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -14,7 +14,7 @@ namespace kelvora {
 namespace {
 
 constexpr QSize ComfortableKey{52, 48};
-constexpr QSize SmallestKey{32, 28};
+constexpr QSize SmallestKey{26, 24};
 constexpr int HousingMargin = 14;
 constexpr int SmallestGap = 3;
 
@@ -43,7 +43,11 @@ QRect ToQRect(const KeyRect& rect)
 
 KeyGridView::KeyGridView(KeyMapSession& session, const MessageCatalogue& catalogue,
                          std::function<void()> chosen, QWidget* parent)
-    : QWidget(parent), session_(session), catalogue_(catalogue), chosen_(std::move(chosen))
+    : QWidget(parent),
+      session_(session),
+      catalogue_(catalogue),
+      chosen_(std::move(chosen)),
+      map_(static_cast<std::size_t>(session.Positions()), KeyType::Single)
 {
     for (const MessageId& name : {Message::KeyStateUnused, Message::KeyStateSingle, Message::KeyStateVertical,
                                   Message::KeyStateHorizontal, Message::KeyStateQuadruple})
@@ -55,7 +59,7 @@ KeyGridView::KeyGridView(KeyMapSession& session, const MessageCatalogue& catalog
         cap->setText(QString::number(position));
         cap->setEnabled(false);
         connect(cap, &QAbstractButton::clicked, this, [this, cap, position] {
-            session_.Choose(position, ChoosingFor(cap->TakeClickModifiers(), Choosing::Toggle));
+            session_.Choose(position, ChoosingFor(cap->ClickModifiers(), Choosing::Toggle));
             chosen_();
         });
         caps_.push_back(cap);
@@ -71,14 +75,13 @@ void KeyGridView::Refresh()
         if (fits)
             ShowKey(position);
     }
-    PlaceKeys();
-    int entry = session_.Selected();
-    for (int position = 1; position <= session_.Positions() && entry == 0; ++position)
-        if (session_.HasKey(position))
-            entry = position;
+    if (fits) {
+        map_ = session_.Map();
+        PlaceKeys();
+    }
     if (entry_ > 0)
         Cap(entry_)->setFocusPolicy(Qt::ClickFocus);
-    entry_ = entry;
+    entry_ = session_.Ring();
     if (entry_ > 0)
         Cap(entry_)->setFocusPolicy(Qt::StrongFocus);
     if (hadFocus)
@@ -117,10 +120,10 @@ void KeyGridView::FocusKeys()
 /// Rows that the model has a position in: the last one of a grid may be absent as a whole.
 int KeyGridView::Rows() const
 {
-    int last = session_.Positions();
-    while (last > 1 && session_.Type(last) == KeyType::Absent)
+    std::size_t last = map_.size();
+    while (last > 1 && map_[last - 1] == KeyType::Absent)
         --last;
-    return (last + session_.Columns() - 1) / session_.Columns();
+    return (static_cast<int>(last) + session_.Columns() - 1) / session_.Columns();
 }
 
 QSize KeyGridView::SizeFor(int keyWidth, int keyHeight) const
@@ -166,11 +169,9 @@ void KeyGridView::PlaceKeys()
                            keyHeight - gap});
 
     const KeyGridMetrics metrics = MeasureKeyGrid(places_, columns);
-    for (int position = 1; position <= session_.Positions(); ++position) {
-        const char type = session_.IsEditable() ? session_.Type(position) : KeyType::Single;
-        KeyCap* const cap = Cap(position);
-        cap->SetUnit(metrics.keyHeight);
-        cap->setGeometry(ToQRect(SizeKey(places_[static_cast<std::size_t>(position) - 1], type, metrics)));
+    for (std::size_t i = 0; i < map_.size(); ++i) {
+        caps_[i]->SetUnit(metrics.keyHeight);
+        caps_[i]->setGeometry(ToQRect(SizeKey(places_[i], map_[i], metrics)));
     }
     FindRecesses();
 }
@@ -179,26 +180,28 @@ void KeyGridView::PlaceKeys()
 void KeyGridView::FindRecesses()
 {
     recesses_.clear();
-    for (int position = 1; session_.IsEditable() && position <= session_.Positions(); ++position) {
-        if (session_.Type(position) != KeyType::NoKey)
+    const auto columns = static_cast<std::size_t>(session_.Columns());
+    for (std::size_t i = 0; i < map_.size(); ++i) {
+        if (map_[i] != KeyType::NoKey)
             continue;
-        const KeyRect& place = places_[static_cast<std::size_t>(position) - 1];
-        const bool rowGoesOn = (position - 1) % session_.Columns() != 0 && !recesses_.empty() &&
-                               session_.Type(position - 1) == KeyType::NoKey;
-        if (rowGoesOn)
-            recesses_.back().width = place.left + place.width - recesses_.back().left;
-        else
-            recesses_.push_back(place);
+        KeyRect part = places_[i];
+        for (; (i + 1) % columns != 0 && i + 1 < map_.size() && map_[i + 1] == KeyType::NoKey; ++i)
+            part.width = places_[i + 1].left + places_[i + 1].width - part.left;
+        AddRecess(part);
     }
-    for (std::size_t i = recesses_.size(); i-- > 1;) {
-        KeyRect& upper = recesses_[i - 1];
-        const KeyRect& lower = recesses_[i];
-        if (upper.left == lower.left && upper.width == lower.width &&
-            lower.top - upper.top < 2 * upper.height) {
-            upper.height = lower.top + lower.height - upper.top;
-            recesses_.erase(recesses_.begin() + static_cast<std::ptrdiff_t>(i));
-        }
-    }
+}
+
+/// One row's part lengthens the recess that ends above it, where both are equally wide.
+void KeyGridView::AddRecess(const KeyRect& part)
+{
+    const auto above = std::ranges::find_if(recesses_, [&](const KeyRect& recess) {
+        return recess.left == part.left && recess.width == part.width &&
+               part.top - recess.top - recess.height < part.height;
+    });
+    if (above == recesses_.end())
+        recesses_.push_back(part);
+    else
+        above->height = part.top + part.height - above->top;
 }
 
 void KeyGridView::paintEvent(QPaintEvent* /*event*/)

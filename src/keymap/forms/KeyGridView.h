@@ -4,6 +4,7 @@
 
 #include <QWidget>
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "app/MessageCatalogue.h"
@@ -20,10 +21,10 @@ public:
     KeyGridView(KeyMapSession& session, const MessageCatalogue& catalogue, std::function<void()> chosen,
                 QWidget* parent);
 
-    /// Shows what the session holds. A map that does not fit leaves the grid as it was, without choice.
+    /// Shows what the session holds. A map that does not fit leaves the picture as it was, dimmed.
     void Refresh();
 
-    /// Gives the keyboard focus to the cap that the arrow keys start from.
+    /// Gives the keyboard focus to the cap of the session's ring.
     void FocusKeys();
 
     QSize sizeHint() const override;
@@ -41,12 +42,14 @@ private:
     void ShowKey(int position);
     void PlaceKeys();
     void FindRecesses();
+    void AddRecess(const KeyRect& part);
     QString KeyName(int position) const;
 
     KeyMapSession& session_;
     const MessageCatalogue& catalogue_;
     std::function<void()> chosen_;
     std::vector<KeyCap*> caps_;
+    std::string map_;              ///< the last map that did fit; single keys before the first
     std::vector<KeyRect> places_;  ///< where single keys would stand
     std::vector<KeyRect> recesses_;
     std::vector<QString> stateNames_;

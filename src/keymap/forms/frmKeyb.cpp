@@ -9,6 +9,9 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
+#include <QTimer>
+#include <algorithm>
+#include <utility>
 
 #include "app/ShowMessage.h"
 #include "keymap/forms/KeyGridView.h"
@@ -30,6 +33,9 @@ constexpr std::array Windows{
     Window{ModuleKind::KM064, "frmKeyb64", Message::Keyb64Title},
     Window{ModuleKind::ICCR, "frmKeybICCR", Message::KeybICCRTitle},
 };
+
+/// How long the form waits for the focus that it had before a question, in milliseconds.
+constexpr int ActivationTimeoutMs = 300;
 
 constexpr std::array TypeCaptions{Message::KeyTypeSingle, Message::KeyTypeVertical,
                                   Message::KeyTypeHorizontal, Message::KeyTypeQuadruple};
@@ -62,6 +68,8 @@ frmKeyb::frmKeyb(ModuleKind kind, const MessageCatalogue& catalogue, Prompt& pro
     grid_ = new KeyGridView(
         session_, catalogue, [this] { ShowSession(); }, this);
     grid_->setAccessibleName(windowTitle());
+    if (!settings.Name.empty())
+        setWindowTitle(windowTitle() + QStringLiteral(" - ") + ToQString(settings.Name));
 
     hint_ = new QLabel(this);
     hint_->setObjectName(QStringLiteral("Hint"));
@@ -70,28 +78,26 @@ frmKeyb::frmKeyb(ModuleKind kind, const MessageCatalogue& catalogue, Prompt& pro
     auto* const across = new QHBoxLayout;
     across->addWidget(grid_, 1);
     across->addWidget(MakeControls());
-    across->setSpacing(16);
+    across->setSpacing(12);
     auto* const down = new QVBoxLayout(this);
     down->addLayout(across, 1);
     down->addWidget(hint_);
     down->setSpacing(10);
-    down->setContentsMargins(14, 14, 14, 10);
+    down->setContentsMargins(12, 12, 12, 10);
     setSizeGripEnabled(true);
 }
 
 QWidget* frmKeyb::MakeControls()
 {
     auto* const panel = new QWidget(this);
+    // Made in the order in which the Tab key visits them.
+    QWidget* const choices = MakeChoices();
+    undo_ = MakeButton(Message::KeyUndo, "Undo");
+    redo_ = MakeButton(Message::KeyRedo, "Redo");
     auto* const defaults = MakeButton(Message::DefaultMapping, "DefaultMapping");
     auto* const back = MakeButton(Message::Quit, "Back");
-    undo_ = MakeButton(Message::EditMenuUndo, "Undo");
-    redo_ = MakeButton(Message::EditMenuRedo, "Redo");
-    // Their letters are those of the choices; the keys named in the tips are what everyone uses.
-    undo_->setText(WithoutMnemonic(undo_->text()));
     undo_->setToolTip(QKeySequence(QKeySequence::Undo).toString(QKeySequence::NativeText));
-    redo_->setText(WithoutMnemonic(redo_->text()));
     redo_->setToolTip(QKeySequence(QKeySequence::Redo).toString(QKeySequence::NativeText));
-    back->setDefault(true);
     connect(defaults, &QPushButton::clicked, this, &frmKeyb::DefaultMapping_Click);
     connect(back, &QPushButton::clicked, this, &frmKeyb::Back_Click);
     connect(undo_, &QPushButton::clicked, this, &frmKeyb::Undo_Click);
@@ -102,7 +108,7 @@ QWidget* frmKeyb::MakeControls()
     steps->addWidget(redo_);
     auto* const layout = new QVBoxLayout(panel);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(MakeChoices());
+    layout->addWidget(choices);
     layout->addLayout(steps);
     layout->addWidget(defaults);
     layout->addStretch(1);
@@ -158,7 +164,7 @@ void frmKeyb::showEvent(QShowEvent* event)
 
 QSize frmKeyb::InitialSize() const
 {
-    return sizeHint().boundedTo(screen()->availableSize() * 9 / 10).expandedTo(minimumSizeHint());
+    return sizeHint().boundedTo(screen()->availableSize() * 9 / 10);
 }
 
 void frmKeyb::Activate()
@@ -180,7 +186,7 @@ void frmKeyb::ReloadEmptyMap()
 void frmKeyb::ShowSession()
 {
     grid_->Refresh();
-    ShowChoices();
+    ShowChoices(session_.Choices());
     hint_->setText(ToQString(session_.IsEditable() ? catalogue_.Caption(Message::KeyHint) + " " +
                                                          catalogue_.Caption(Message::KeyHintMore)
                                                    : catalogue_.Caption(Message::KeyMapUnfit)));
@@ -188,9 +194,8 @@ void frmKeyb::ShowSession()
     redo_->setEnabled(session_.CanRedo());
 }
 
-void frmKeyb::ShowChoices()
+void frmKeyb::ShowChoices(const KeyChoices& choices)
 {
-    const KeyChoices choices = session_.Choices();
     QString caption = ToQString(catalogue_.Word(Message::KeyWord)) + QLatin1Char('?');
     if (choices.count > 1)
         caption = QString::number(choices.count) + ToQString(catalogue_.Caption(Message::KeysSelected));
@@ -212,6 +217,15 @@ void frmKeyb::ShowChoices()
         option->setProperty(Tag, QString());
     }
     keyTypes_->setExclusive(true);
+
+    // The Tab key stops at one option alone: the checked one, or the first that can be.
+    const auto find = [this](auto isIt) { return std::ranges::find_if(keyTypeOption_, isIt); };
+    const auto checked = find([](const QRadioButton* option) { return option->isChecked(); });
+    const auto enabled = find([](const QRadioButton* option) { return option->isEnabled(); });
+    for (auto option = keyTypeOption_.begin(); option != keyTypeOption_.end(); ++option)
+        (*option)->setFocusPolicy(option == (checked != keyTypeOption_.end() ? checked : enabled)
+                                      ? Qt::StrongFocus
+                                      : Qt::ClickFocus);
 }
 
 void frmKeyb::KeyTypeOption_Click(int index)
@@ -230,6 +244,7 @@ void frmKeyb::UnusedCheck_Click()
 
 void frmKeyb::DefaultMapping_Click()
 {
+    ShowChoices({});
     std::string map = session_.Map();
     ConfirmDefaultKeyMap(kind_, map, prompt_, ProductName, catalogue_.Caption(Message::ConfirmDefaults));
     session_.ShowDefaults(std::move(map));
@@ -254,27 +269,51 @@ void frmKeyb::Redo_Click()
     ShowSession();
 }
 
-/// Esc and the close box.
 void frmKeyb::reject()
 {
-    if (session_.IsChanged() &&
-        prompt_.Show(ProductName, catalogue_.Caption(Message::DiscardKeyMap), YesNoStyle) != Answer::Yes)
+    if (!session_.IsChanged())
+        return QDialog::reject();
+    if (prompt_.Show(ProductName, catalogue_.Caption(Message::DiscardKeyMap), YesNoStyle) != Answer::Yes)
         return;
-    QDialog::reject();
+    // A window manager that is just giving the focus back from the question must find this form still there,
+    // or nobody gets it. Where none tells, the wait has an end.
+    discarding_ = true;
+    QTimer::singleShot(isActiveWindow() ? 0 : ActivationTimeoutMs, this, &frmKeyb::Discard);
+}
+
+void frmKeyb::Discard()
+{
+    if (std::exchange(discarding_, false))
+        QDialog::reject();
+}
+
+void frmKeyb::changeEvent(QEvent* event)
+{
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && discarding_ && isActiveWindow())
+        QTimer::singleShot(0, this, &frmKeyb::Discard);
 }
 
 void frmKeyb::keyPressEvent(QKeyEvent* event)
 {
     const bool bare = (event->modifiers() & ~(Qt::KeypadModifier | Qt::ShiftModifier)) == 0;
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (auto* const button = qobject_cast<QPushButton*>(focusWidget()))
+            button->click();
+        return;
+    }
     if (event->matches(QKeySequence::Undo))
         return Undo_Click();
     if (event->matches(QKeySequence::Redo))
         return Redo_Click();
-    if (bare && event->key() >= Qt::Key_1 && event->key() <= Qt::Key_4)
-        return KeyTypeOption_Click(event->key() - Qt::Key_1);
-    if (bare && event->key() == Qt::Key_U && unusedCheck_->isEnabled())
-        return UnusedCheck_Click();
-    QDialog::keyPressEvent(event);
+    const bool isDigit = event->key() >= Qt::Key_1 && event->key() <= Qt::Key_4;
+    if (!bare || (!isDigit && event->key() != Qt::Key_U))
+        return QDialog::keyPressEvent(event);
+    session_.ChooseRing();
+    if (isDigit)
+        KeyTypeOption_Click(event->key() - Qt::Key_1);
+    else
+        UnusedCheck_Click();
 }
 
 }  // namespace kelvora

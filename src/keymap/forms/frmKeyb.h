@@ -23,7 +23,8 @@ class KeyGridView;
 
 class frmKeyb : public QDialog {
 public:
-    /// `kind` has keys (KM096, KM064, ICCR). All but the parent outlive the form.
+    /// `kind` has keys (KM096, KM064, ICCR) and names the form's object: frmKeyb96, frmKeyb64, frmKeybICCR.
+    /// All but the parent outlive the form.
     frmKeyb(ModuleKind kind, const MessageCatalogue& catalogue, Prompt& prompt, PosCfg& settings,
             QWidget* parent = nullptr);
 
@@ -32,10 +33,13 @@ public:
     /// For an empty map: asks whether to read it from the settings again, and on OK does so.
     void ReloadEmptyMap();
 
+    /// Esc and the close box. A changed map is discarded only after a question; the form then hides as soon
+    /// as it has the focus again.
     void reject() override;
 
 protected:
     void showEvent(QShowEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
@@ -43,7 +47,7 @@ private:
     QWidget* MakeChoices();
     QPushButton* MakeButton(const MessageId& caption, const char* name);
     void Activate();
-    void ShowChoices();
+    void ShowChoices(const KeyChoices& choices);
     void ShowSession();
     void KeyTypeOption_Click(int index);
     void UnusedCheck_Click();
@@ -51,6 +55,7 @@ private:
     void Back_Click();
     void Undo_Click();
     void Redo_Click();
+    void Discard();
     QSize InitialSize() const;
 
     KeyMapSession session_;
@@ -66,31 +71,7 @@ private:
     QPushButton* undo_ = nullptr;
     QPushButton* redo_ = nullptr;
     QLabel* hint_ = nullptr;
-};
-
-class frmKeyb96 : public frmKeyb {
-public:
-    frmKeyb96(const MessageCatalogue& catalogue, Prompt& prompt, PosCfg& settings, QWidget* parent = nullptr)
-        : frmKeyb(ModuleKind::KM096, catalogue, prompt, settings, parent)
-    {
-    }
-};
-
-class frmKeyb64 : public frmKeyb {
-public:
-    frmKeyb64(const MessageCatalogue& catalogue, Prompt& prompt, PosCfg& settings, QWidget* parent = nullptr)
-        : frmKeyb(ModuleKind::KM064, catalogue, prompt, settings, parent)
-    {
-    }
-};
-
-class frmKeybICCR : public frmKeyb {
-public:
-    frmKeybICCR(const MessageCatalogue& catalogue, Prompt& prompt, PosCfg& settings,
-                QWidget* parent = nullptr)
-        : frmKeyb(ModuleKind::ICCR, catalogue, prompt, settings, parent)
-    {
-    }
+    bool discarding_ = false;
 };
 
 }  // namespace kelvora

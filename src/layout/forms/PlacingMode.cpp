@@ -35,7 +35,16 @@ PlacingMode::PlacingMode(StripView& strip, const SetupDocument& document, Module
     strip_.setFocus();
     strip_.installEventFilter(this);
     strip_.grabMouse(Qt::SizeAllCursor);
-    HoldPointer(pointerAtStart_);
+    // A new module comes up under the pointer; one that is moved stays where it is until the pointer moves.
+    const QPoint pointer = strip_.mapFromGlobal(pointerAtStart_);
+    if (!FindModule(document_.Modules, kind_) && strip_.StripRect().contains(pointer))
+        FollowPointer(pointer.x());
+}
+
+PlacingMode::~PlacingMode()
+{
+    if (!ended_)
+        strip_.releaseMouse();
 }
 
 void PlacingMode::Preview(std::optional<int> pointerX)
@@ -60,15 +69,23 @@ void PlacingMode::HoldPointer(QPoint global)
         QCursor::setPos(strip_.mapToGlobal(held));
 }
 
-void PlacingMode::FollowPointer(const QMouseEvent& event)
+void PlacingMode::MouseMoved(const QMouseEvent& event)
 {
+    // The event that the grab itself brings is no movement.
+    if (event.globalPosition().toPoint() == pointerAtStart_)
+        return;
     HoldPointer(event.globalPosition().toPoint());
-    const int x = strip_.ClampToStrip(event.position().toPoint().x());
+    FollowPointer(event.position().toPoint().x());
+}
+
+void PlacingMode::FollowPointer(int x)
+{
     // Over the open gap, where the module itself stands, the place stays.
-    const auto hit = strip_.HitTest(x);
+    const auto hit = strip_.HitAt(x);
     if (hit && KindOfButton(hit->button) != kind_)
         place_ = PlaceOfHit(*hit, kind_, document_.Modules);
-    Preview(x);
+    const QRect strip = strip_.StripRect();
+    Preview(std::clamp(x, strip.left(), strip.right()));
 }
 
 bool PlacingMode::TakeKey(const QKeyEvent& event)
@@ -92,6 +109,8 @@ bool PlacingMode::TakeKey(const QKeyEvent& event)
             break;
         case Qt::Key_Escape:
             End(false);
+            if (CanMovePointer())
+                QCursor::setPos(pointerAtStart_);
             break;
         default:
             break;
@@ -105,15 +124,17 @@ bool PlacingMode::eventFilter(QObject* /*watched*/, QEvent* event)
         return false;
     switch (event->type()) {
         case QEvent::MouseMove:
-            FollowPointer(*static_cast<QMouseEvent*>(event));
+            MouseMoved(*static_cast<QMouseEvent*>(event));
             return true;
         case QEvent::MouseButtonPress:
             pressed_ = static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton;
             return true;
         case QEvent::MouseButtonRelease:
             // The release of the click that started the placing drops nothing.
-            if (pressed_)
+            if (pressed_) {
+                strip_.SwallowDoubleClick();
                 End(true);
+            }
             return true;
         case QEvent::MouseButtonDblClick:
         case QEvent::ContextMenu:
@@ -138,8 +159,6 @@ void PlacingMode::End(bool drop)
     strip_.releaseMouse();
     strip_.Float(std::nullopt, std::nullopt);
     strip_.ShowModules(document_.Modules);
-    if (!drop && CanMovePointer())
-        QCursor::setPos(pointerAtStart_);
     done_(drop ? std::optional(place_) : std::nullopt);
     deleteLater();
 }

@@ -25,13 +25,17 @@ public:
     /// Starts placing a module of that kind, new or already in `document`. Belongs to the strip and deletes
     /// itself at the end.
     PlacingMode(StripView& strip, const SetupDocument& document, ModuleKind kind, Done done);
+    ~PlacingMode() override;
+    PlacingMode(const PlacingMode&) = delete;
+    PlacingMode& operator=(const PlacingMode&) = delete;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void Preview(std::optional<int> pointerX);
-    void FollowPointer(const QMouseEvent& event);
+    void MouseMoved(const QMouseEvent& event);
+    void FollowPointer(int x);
     void HoldPointer(QPoint global);
     bool TakeKey(const QKeyEvent& event);
     void MoveTo(std::size_t place);

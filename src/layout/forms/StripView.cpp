@@ -1,9 +1,14 @@
 #include "layout/forms/StripView.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <array>
+#include <cmath>
 
 #include "keymap/Models.h"
 #include "layout/LayoutCommands.h"
@@ -16,7 +21,7 @@ namespace kelvora {
 namespace {
 
 // How far the strip grows with its window, as a factor of its size in pixels at 96 dpi.
-constexpr double SmallestScale = 1.0;
+constexpr double SmallestScale = 0.4;
 constexpr double LargestScale = 3.0;
 
 // Room for all four modules at the smallest scale, and for two lines of text below them.
@@ -52,28 +57,12 @@ MessageId CaptionOf(StripButton button)
     return Message::KeypadCaption;
 }
 
-bool OpensKeyMap(StripButton button)
-{
-    return button == StripButton::Master || button == StripButton::KM064 || button == StripButton::Keypad;
-}
-
-// The parts of the master keyboard are reached through it.
-bool TakesFocus(StripButton button)
-{
-    return button != StripButton::Backlight && button != StripButton::Code4;
-}
-
-bool IsMain(StripButton button)
-{
-    return ShapeOf(button).tag.empty();
-}
-
 struct StripScale {
     double pixelsPerTwip;
     double left;
     double top;
 
-    int ToTwips(int x) const { return static_cast<int>((x - left) / pixelsPerTwip); }
+    int ToTwips(int x) const { return static_cast<int>(std::floor((x - left) / pixelsPerTwip)); }
 };
 
 QRect PlaceOf(const StripScale& scale, const PlacedButton& placed)
@@ -121,6 +110,7 @@ void StripView::MakeEmptyState()
     emptyText_->setWordWrap(true);
     addMaster_ = new QPushButton(empty_);
     addMaster_->setObjectName(QStringLiteral("AddMaster"));
+    addMaster_->installEventFilter(this);
     connect(addMaster_, &QPushButton::clicked, this, [this] {
         if (onAddMaster)
             onAddMaster();
@@ -166,7 +156,7 @@ void StripView::ShowModules(const ModuleList& modules)
         if (before)
             setTabOrder(before, &button);
         before = &button;
-        if (!IsMain(placed.button))
+        if (!IsMainButton(placed.button))
             button.raise();
     }
     empty_->setVisible(strip_.empty());
@@ -185,7 +175,7 @@ void StripView::Retranslate()
 void StripView::ShowTexts(ModuleButton& button)
 {
     const QString caption = Caption(button.Button());
-    const QString summary = Summary(button.Button());
+    const QString summary = Details(button.Button());
     button.setAccessibleName(caption);
     button.setAccessibleDescription(summary);
     QString tip = summary.isEmpty() ? caption : caption + QStringLiteral("\n") + summary;
@@ -221,6 +211,25 @@ QString StripView::Summary(StripButton button) const
     return parts.join(QStringLiteral(" · "));
 }
 
+QString StripView::Details(StripButton button) const
+{
+    QString details = Summary(button);
+    const ModuleRecord* record = RecordOf(button);
+    if (!record || record->Kind != ModuleKind::MCR)
+        return details;
+    const std::array captions{Message::OptionSeparator1, Message::OptionSeparator2,
+                              Message::OptionSeparator3};
+    for (std::size_t track = 0; track < captions.size(); ++track) {
+        const char separator = record->Options[Options::SeparatorAt + track];
+        if (separator != Options::NoSeparator)
+            details +=
+                '\n' + ToQString(catalogue_.Caption(captions.at(track)) + ": " + separator).remove('&');
+    }
+    if (record->Options.substr(Options::AutoreadAt) == Options::On)
+        details += '\n' + ToQString(catalogue_.Caption(Message::OptionAutoread)).remove('&');
+    return details;
+}
+
 std::optional<StripButton> StripView::FocusedButton() const
 {
     if (!focused_ || std::ranges::find(strip_, *focused_, &PlacedButton::button) == strip_.end())
@@ -250,23 +259,26 @@ void StripView::Float(std::optional<StripButton> button, std::optional<int> x)
 
 QRect StripView::StripRect() const
 {
+    const StripScale scale = ScaleOf(strip_, size());
     QRect all;
     for (const PlacedButton& placed : strip_)
-        if (IsMain(placed.button) && placed.button != floating_)
-            all |= Button(placed.button).geometry();
+        if (IsMainButton(placed.button))
+            all |= PlaceOf(scale, placed);
     return all;
 }
 
-int StripView::ClampToStrip(int x) const
+std::optional<StripHit> StripView::HitAt(int x) const
 {
-    const StripScale scale = ScaleOf(strip_, size());
-    const int held = kelvora::ClampToStrip(scale.ToTwips(x), strip_);
-    return qRound(scale.left + held * scale.pixelsPerTwip);
+    // In twips from the pixel on: rounding twice would fall off the edges.
+    const int position = ScaleOf(strip_, size()).ToTwips(x);
+    return HitTest(strip_, ClampToStrip(position, strip_));
 }
 
-std::optional<StripHit> StripView::HitTest(int x) const
+void StripView::focusInEvent(QFocusEvent* /*event*/)
 {
-    return kelvora::HitTest(strip_, ScaleOf(strip_, size()).ToTwips(x));
+    // The ground between the modules has nothing to do with keys; while placing it has.
+    if (!floating_)
+        FocusButton(FocusedButton());
 }
 
 int StripView::ContainerWidth() const
@@ -281,16 +293,18 @@ int StripView::ContainerHeight() const
 
 QSize StripView::minimumSizeHint() const
 {
-    return {FullStripWidth / TwipsPerPixel, (StripHeight + TextHeight) / TwipsPerPixel};
+    return sizeHint() * SmallestScale;
 }
 
 QSize StripView::sizeHint() const
 {
-    return minimumSizeHint() * 1.5;
+    return {FullStripWidth / TwipsPerPixel, (StripHeight + TextHeight) / TwipsPerPixel};
 }
 
 void StripView::resizeEvent(QResizeEvent* /*event*/)
 {
+    // Where the pointer was means another place now.
+    floatingX_.reset();
     Arrange();
 }
 
@@ -328,7 +342,7 @@ void StripView::paintEvent(QPaintEvent* /*event*/)
     for (const PlacedButton& placed : strip_)
         bottom = std::max(bottom, PlaceOf(scale, placed).bottom());
     for (const PlacedButton& placed : strip_) {
-        if (!IsMain(placed.button))
+        if (!IsMainButton(placed.button))
             continue;
         const QRect button = PlaceOf(scale, placed);
         QRect line(button.left() - TextOverhang / 2, bottom + metrics.height() / 2,
@@ -345,8 +359,24 @@ void StripView::paintEvent(QPaintEvent* /*event*/)
     }
 }
 
+bool StripView::IsSwallowed(const QEvent& event) const
+{
+    const bool clicks = event.type() == QEvent::MouseButtonPress ||
+                        event.type() == QEvent::MouseButtonRelease ||
+                        event.type() == QEvent::MouseButtonDblClick;
+    return clicks && sinceDrop_.isValid() && !sinceDrop_.hasExpired(QApplication::doubleClickInterval());
+}
+
 bool StripView::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == addMaster_ && event->type() == QEvent::KeyPress) {
+        // Outside a dialog Enter does not press a button by itself.
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            addMaster_->click();
+            return true;
+        }
+    }
     auto* button = dynamic_cast<ModuleButton*>(watched);
     if (!button)
         return QWidget::eventFilter(watched, event);
@@ -355,12 +385,26 @@ bool StripView::eventFilter(QObject* watched, QEvent* event)
         if (onFocusChange)
             onFocusChange();
     }
-    if (event->type() == QEvent::ContextMenu && onContextMenu) {
-        const auto* menu = static_cast<QContextMenuEvent*>(event);
-        const StripButton main = MainButtonOf(button->Button());
-        Button(main).setFocus();
-        onContextMenu(button->Button(), menu->globalPos());
+    if (IsSwallowed(*event))
         return true;
+    const auto openMenu = [&](const QPoint& place) {
+        Button(MainButtonOf(button->Button())).setFocus();
+        if (onContextMenu)
+            onContextMenu(button->Button(), place);
+    };
+    if (event->type() == QEvent::ContextMenu) {
+        // By the mouse it comes with the press; the menu opens at the release.
+        const auto* menu = static_cast<QContextMenuEvent*>(event);
+        if (menu->reason() != QContextMenuEvent::Mouse)
+            openMenu(menu->globalPos());
+        return true;
+    }
+    if (event->type() == QEvent::MouseButtonRelease) {
+        const auto* mouse = static_cast<QMouseEvent*>(event);
+        if (mouse->button() == Qt::RightButton) {
+            openMenu(mouse->globalPosition().toPoint());
+            return true;
+        }
     }
     if (event->type() == QEvent::MouseButtonDblClick && onDoubleClick && !OpensKeyMap(button->Button())) {
         onDoubleClick(button->Button());

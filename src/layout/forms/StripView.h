@@ -2,6 +2,7 @@
 // it, scaled to the window's width, with each module's name and options below; it decides nothing.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QPushButton>
 #include <QWidget>
@@ -49,10 +50,14 @@ public:
     /// over its own place. Nothing puts all back.
     void Float(std::optional<StripButton> button, std::optional<int> x);
 
-    /// The strip's main buttons in pixels, and positions among them.
+    /// The strip's main buttons in pixels, the floating one at its own place.
     QRect StripRect() const;
-    int ClampToStrip(int x) const;
-    std::optional<StripHit> HitTest(int x) const;
+
+    /// The main button at a horizontal position in pixels; one outside the strip counts as its edge.
+    std::optional<StripHit> HitAt(int x) const;
+
+    /// A click that follows at once belongs to the one before, and does nothing.
+    void SwallowDoubleClick() { sinceDrop_.start(); }
 
     /// Gives a shown button, or the first one, the keyboard focus.
     void FocusButton(std::optional<StripButton> button);
@@ -70,17 +75,19 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
 
 private:
     void MakeButton(StripButton button);
     void MakeEmptyState();
-    void ShowEmptyState(bool shown);
     void Arrange();
     void ArrangeFloating();
     void ShowTexts(ModuleButton& button);
     const ModuleRecord* RecordOf(StripButton button) const;
     QString Caption(StripButton button) const;
     QString Summary(StripButton button) const;
+    QString Details(StripButton button) const;
+    bool IsSwallowed(const QEvent& event) const;
 
     const MessageCatalogue& catalogue_;
     std::array<ModuleButton*, StripButtonCount> buttons_{};
@@ -92,6 +99,7 @@ private:
     std::optional<StripButton> focused_;
     std::optional<StripButton> floating_;
     std::optional<int> floatingX_;
+    QElapsedTimer sinceDrop_;
 };
 
 }  // namespace kelvora

@@ -53,27 +53,25 @@ frmConfig::frmConfig(Program& program, QWidget* parent)
     setFocusProxy(strip_);
     ConnectStrip();
     connect(undoStack_, &QUndoStack::cleanChanged, this, [this] { ShowTitle(); });
-    connect(undoStack_, &QUndoStack::indexChanged, this, [this] { Changed(); });
+    connect(undoStack_, &QUndoStack::indexChanged, this, [this] { Notify(); });
 }
 
 void frmConfig::ConnectStrip()
 {
     strip_->onClick = [this](StripButton button) { cbModule_Click(button); };
     strip_->onDoubleClick = [this](StripButton button) {
-        if (button == StripButton::MCR)
-            EditOptions(ModuleKind::MCR);
-        else if (button == StripButton::Backlight)
-            EditOptions(ModuleKind::KM096);
+        if (HasOptions(button))
+            EditOptions(KindOfButton(MainButtonOf(button)));
     };
     strip_->onContextMenu = [this](StripButton /*button*/, const QPoint& place) {
         if (onLayoutMenu)
             onLayoutMenu(place);
     };
     strip_->onAddMaster = [this] { LayoutMenuAdd_Click(ModuleKind::KM096); };
-    strip_->onFocusChange = [this] { Changed(); };
+    strip_->onFocusChange = [this] { Notify(); };
 }
 
-void frmConfig::Changed()
+void frmConfig::Notify()
 {
     if (onChange)
         onChange();
@@ -85,21 +83,18 @@ frmConfig::~frmConfig()
     undoStack_->disconnect(this);
 }
 
-bool frmConfig::Form_Load(const std::optional<std::string>& path)
+void frmConfig::Form_Load(std::optional<OpenedSetup> opened)
 {
-    if (!session_.Load(path))
-        return false;
+    session_.Load(std::move(opened));
     strip_->ShowModules(session_.document.Modules);
     ShowTitle();
-    return true;
 }
 
 void frmConfig::cbModule_Click(StripButton button)
 {
     if (session_.Shared().busy)
         return;
-    // The chip card unit's keys are on its keypad.
-    if (button == StripButton::Master || button == StripButton::KM064 || button == StripButton::Keypad)
+    if (OpensKeyMap(button))
         EditKeyMap(KindOfButton(button));
 }
 
@@ -110,6 +105,7 @@ void frmConfig::EditKeyMap(ModuleKind kind)
     const Program& program = session_.Shared();
     frmKeyb form(kind, program.catalogue, program.world.prompt, session_.settings, window());
     form.exec();
+    window()->activateWindow();
     if (auto changed = session_.TakeBack(kind))
         Push(Message::UndoKeyMap, *std::move(changed));
 }
@@ -143,14 +139,15 @@ void frmConfig::LayoutMenuOptions_Click()
 void frmConfig::LayoutMenuAdd_Click(ModuleKind kind)
 {
     const SetupDocument& document = session_.document;
-    if (FindModule(document.Modules, kind))
+    if (session_.Shared().busy || FindModule(document.Modules, kind))
         return;
-    const PlaceRange range = PlacesFor(kind, document.Modules);
-    if (range.first < range.last && MainChain(document.Modules).size() >= ModulesToPlaceAmong) {
+    if (NeedsPlacing(kind, document.Modules)) {
         StartPlacing(kind, Message::UndoAdd);
         return;
     }
-    Push(Message::UndoAdd, PlaceModule(document, kind, range.last));
+    SetupDocument added = PlaceModule(document, kind, PlacesFor(kind, document.Modules).last);
+    if (added != document)
+        Push(Message::UndoAdd, std::move(added));
     strip_->FocusButton(ButtonOf(kind));
 }
 
@@ -160,26 +157,25 @@ void frmConfig::LayoutMenuMove_Click()
     if (!button)
         return;
     const ModuleKind kind = KindOfButton(MainButtonOf(*button));
-    const PlaceRange range = PlacesFor(kind, session_.document.Modules);
-    if (range.first < range.last)
+    if (HasChoice(kind, session_.document.Modules))
         StartPlacing(kind, Message::UndoMove);
 }
 
 void frmConfig::StartPlacing(ModuleKind kind, const MessageId& undoName)
 {
+    const auto focusedBefore = strip_->FocusedButton();
+    new PlacingMode(*strip_, session_.document, kind, [=, this](std::optional<std::size_t> place) {
+        placing_ = false;
+        if (place) {
+            SetupDocument placed = PlaceModule(session_.document, kind, *place);
+            if (placed != session_.document)
+                Push(undoName, std::move(placed));
+        }
+        strip_->FocusButton(place ? ButtonOf(kind) : focusedBefore);
+        Notify();
+    });
     placing_ = true;
-    Changed();
-    new PlacingMode(*strip_, session_.document, kind,
-                    [this, kind, undoName](std::optional<std::size_t> place) {
-                        placing_ = false;
-                        if (place) {
-                            SetupDocument placed = PlaceModule(session_.document, kind, *place);
-                            if (placed != session_.document)
-                                Push(undoName, std::move(placed));
-                        }
-                        strip_->FocusButton(ButtonOf(kind));
-                        Changed();
-                    });
+    Notify();
 }
 
 void frmConfig::LayoutMenuDel_Click()
@@ -200,7 +196,7 @@ void frmConfig::LayoutMenuDel_Click()
 void frmConfig::SelectPort(std::int16_t port)
 {
     if (kelvora::SelectPort(session_.settings, port))
-        Changed();
+        Notify();
 }
 
 void frmConfig::Push(const MessageId& name, SetupDocument after)
@@ -216,54 +212,53 @@ std::optional<MessageId> frmConfig::NameOf(int step) const
 
 void frmConfig::ShowDocument(const SetupDocument& document)
 {
-    session_.document = document;
-    SetStripPlaces(session_.document.Modules);
+    SetupDocument shown = document;
+    SetStripPlaces(shown.Modules);
+    std::swap(session_.document, shown);
     strip_->ShowModules(session_.document.Modules);
 }
 
 void frmConfig::FileMenuSave_Click()
 {
-    if (session_.Save())
-        undoStack_->setClean();
-    if (onFile)
-        onFile();
-    ShowTitle();
+    AfterSaving(session_.Save());
 }
 
 void frmConfig::FileMenuSaveAs_Click()
 {
-    if (session_.SaveAs())
+    AfterSaving(session_.SaveAs());
+}
+
+bool frmConfig::MayClose()
+{
+    const Closing closing = session_.AskToClose(IsChanged());
+    // Another window may keep the program open: what is saved is no longer changed then.
+    AfterSaving(closing == Closing::Saved);
+    return closing != Closing::Stay;
+}
+
+void frmConfig::AfterSaving(bool saved)
+{
+    if (saved)
         undoStack_->setClean();
     if (onFile)
         onFile();
     ShowTitle();
 }
 
-bool frmConfig::MayClose()
-{
-    const bool may = session_.MayClose(IsChanged());
-    if (onFile)
-        onFile();
-    return may;
-}
-
 CommandState frmConfig::State(bool canScan) const
 {
-    CommandState state = EnabledCommands(CommandSituation{.modules = &session_.document.Modules,
-                                                          .busy = session_.Shared().busy,
-                                                          .canScan = canScan,
-                                                          .placing = placing_,
-                                                          .canUndo = undoStack_->canUndo(),
-                                                          .canRedo = undoStack_->canRedo()});
-    const auto focused = strip_->FocusedButton();
-    const auto main = focused ? std::optional(MainButtonOf(*focused)) : std::nullopt;
-    state.options = state.fileSave && (main == StripButton::Master || main == StripButton::MCR);
-    return state;
+    return CommandStateOf({.modules = &session_.document.Modules,
+                           .focused = strip_->FocusedButton(),
+                           .busy = session_.Shared().busy,
+                           .placing = placing_,
+                           .canScan = canScan,
+                           .canUndo = undoStack_->canUndo(),
+                           .canRedo = undoStack_->canRedo()});
 }
 
 void frmConfig::FocusStrip()
 {
-    if (!placing_ && !strip_->isAncestorOf(QApplication::focusWidget()))
+    if (!placing_)
         strip_->FocusButton(strip_->FocusedButton());
 }
 
@@ -274,9 +269,12 @@ void frmConfig::Retranslate()
 
 void frmConfig::ShowTitle()
 {
-    setWindowTitle(PathToQString(session_.settings.Name) + QStringLiteral("[*]"));
+    // "[*]" is where the mark of a change stands; in a file's name it stands for itself.
+    const QString name =
+        PathToQString(session_.settings.Name).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
+    setWindowTitle(name + QStringLiteral("[*]"));
     setWindowModified(IsChanged());
-    Changed();
+    Notify();
 }
 
 void frmConfig::closeEvent(QCloseEvent* event)

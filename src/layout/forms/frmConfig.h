@@ -4,7 +4,6 @@
 #include <QUndoStack>
 #include <QWidget>
 #include <functional>
-#include <memory>
 #include <optional>
 
 #include "layout/CommandRules.h"
@@ -22,8 +21,8 @@ public:
     frmConfig(const frmConfig&) = delete;
     frmConfig& operator=(const frmConfig&) = delete;
 
-    /// Fills the window as the program's setup mode says; false when it is to be thrown away again.
-    bool Form_Load(const std::optional<std::string>& path = std::nullopt);
+    /// Fills the window as the program's setup mode says: with `opened` in mode Open, else anew.
+    void Form_Load(std::optional<OpenedSetup> opened = std::nullopt);
 
     /// Called after every change of what the menus, the toolbar or the title depend on.
     std::function<void()> onChange;
@@ -42,6 +41,7 @@ public:
 
     /// Adds a module, at once while the chain is short, else by placing it.
     void LayoutMenuAdd_Click(ModuleKind kind);
+    /// Deletes, or picks up to place it again, the focused module.
     void LayoutMenuDel_Click();
     void LayoutMenuMove_Click();
 
@@ -63,6 +63,7 @@ public:
     const SetupSession& Session() const { return session_; }
     QUndoStack& UndoStack() { return *undoStack_; }
     StripView& Strip() { return *strip_; }
+    /// What the commands may do with this window in front; `canScan` when the devices can be talked to.
     CommandState State(bool canScan) const;
 
     /// What the next undo and redo are about; nothing where there is none.
@@ -86,7 +87,8 @@ private:
     void cbModule_Click(StripButton button);
     void EditOptions(ModuleKind kind);
     void StartPlacing(ModuleKind kind, const MessageId& undoName);
-    void Changed();
+    void AfterSaving(bool saved);
+    void Notify();
     void EditKeyMap(ModuleKind kind);
     void Push(const MessageId& name, SetupDocument after);
     std::optional<MessageId> NameOf(int step) const;

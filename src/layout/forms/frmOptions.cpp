@@ -19,7 +19,7 @@ namespace kelvora {
 namespace {
 
 constexpr std::array<std::uint8_t, 3> TrackCodes{DeviceCode::MCR123, DeviceCode::MCR12, DeviceCode::MCR23};
-constexpr std::array<const char*, 3> TrackTexts{"&1, 2, 3", "1, &2", "2, &3"};
+constexpr std::array<const char*, 3> TrackTexts{"1, 2, 3", "1, 2", "2, 3"};
 
 QDialogButtonBox* AddButtons(QDialog& dialog, QVBoxLayout& layout)
 {
@@ -30,11 +30,14 @@ QDialogButtonBox* AddButtons(QDialog& dialog, QVBoxLayout& layout)
     return buttons;
 }
 
-// The separator that a field holds; a character that Windows-1252 lacks cannot be carried either.
+// The separator that a field holds. A character that Windows-1252 lacks cannot be carried either, and "^"
+// would mean none, which an empty field says.
 char SeparatorOf(const QString& text)
 {
     if (text.isEmpty())
         return Options::NoSeparator;
+    if (text == QChar(Options::NoSeparator))
+        return '\0';
     const std::string bytes = FromQString(text);
     return ToQString(bytes) == text ? bytes.front() : '\0';
 }
@@ -82,6 +85,10 @@ frmMcrOptions::frmMcrOptions(const MessageCatalogue& catalogue, const McrOptions
     QFont strong = reason_->font();
     strong.setBold(true);
     reason_->setFont(strong);
+    // Its room stays, so that nothing moves or shrinks when it shows.
+    QSizePolicy kept = reason_->sizePolicy();
+    kept.setRetainSizeWhenHidden(true);
+    reason_->setSizePolicy(kept);
     layout->addWidget(reason_);
     buttons_ = AddButtons(*this, *layout);
     CheckSeparators();
