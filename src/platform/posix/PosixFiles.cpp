@@ -65,11 +65,10 @@ std::string ResolveLinks(const std::string& path)
 std::string FolderOf(const std::string& path)
 {
     const std::size_t slash = path.rfind('/');
-    return slash == std::string::npos ? "." : path.substr(0, slash + 1);
+    return slash == std::string::npos ? "./" : path.substr(0, slash + 1);
 }
 
-// A rename would put the new file over a folder's or a device's name, or over a file that its owner has
-// protected from writing.
+// A rename would put the new file over a folder's or a device's name.
 void CheckReplaceable(const std::string& path)
 {
     struct stat status {};
@@ -79,14 +78,24 @@ void CheckReplaceable(const std::string& path)
         Fail(path, EISDIR);
     if (!S_ISREG(status.st_mode))
         throw FileError(path, "Not a regular file");
-    if (access(path.c_str(), W_OK) != 0)
-        Fail(path, errno);
 }
 
-// A new file in the folder of `path` that goes away again unless it takes the place of `path`.
+bool IsSameFile(const std::string& one, const std::string& other)
+{
+    struct stat first {};
+    struct stat second {};
+    return stat(one.c_str(), &first) == 0 && stat(other.c_str(), &second) == 0 &&
+           first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
+// A new file in the folder of `path` that goes away again unless it takes the place of `path`. It gets the
+// owner and the permissions of `model` where that exists.
 class Replacement {
 public:
-    explicit Replacement(std::string path) : path_(std::move(path)), file_(CreateTemporary()) {}
+    Replacement(std::string path, const std::string& model)
+        : path_(std::move(path)), hasModel_(stat(model.c_str(), &model_) == 0), file_(CreateTemporary())
+    {
+    }
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
     ~Replacement()
@@ -106,17 +115,11 @@ public:
         }
     }
 
-    // Puts the file in the place of `path`, with the owner and permissions of `model` where that exists.
-    void TakePlace(const std::string& model)
+    // Puts the file in the place of `path`.
+    void TakePlace()
     {
-        struct stat old {};
-        if (stat(model.c_str(), &old) == 0) {
-            // Only the administrator may give a file to another owner; anyone else keeps it as their own.
-            if (fchown(file_.Number(), old.st_uid, old.st_gid) != 0 && errno != EPERM)
-                Fail(path_, errno);
-            if (fchmod(file_.Number(), old.st_mode & 07777) != 0)
-                Fail(path_, errno);
-        }
+        if (hasModel_)
+            TakeRights();
         if (fsync(file_.Number()) != 0 || file_.Close() != 0)
             Fail(path_, errno);
         if (rename(temporary_.c_str(), path_.c_str()) != 0)
@@ -129,13 +132,29 @@ public:
     }
 
 private:
+    // As far as the system lets this user: only the administrator may give a file to another owner, and some
+    // file systems know no owners at all.
+    void TakeRights()
+    {
+        mode_t mode = model_.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
+        const bool groupKept = fchown(file_.Number(), model_.st_uid, model_.st_gid) == 0 ||
+                               fchown(file_.Number(), static_cast<uid_t>(-1), model_.st_gid) == 0;
+        // What the old group might do is not another group's right.
+        if (!groupKept)
+            mode &= ~static_cast<mode_t>(S_IRWXG);
+        if (fchmod(file_.Number(), mode) != 0 && errno != EPERM && errno != ENOTSUP && errno != ENOSYS)
+            Fail(path_, errno);
+    }
+
     // Names that are taken, by another save or by one that was killed, are passed over.
     int CreateTemporary()
     {
         const std::string start = FolderOf(path_) + ".kelvora-" + std::to_string(getpid()) + "-";
         for (unsigned attempt = 0;; ++attempt) {
             temporary_ = start + std::to_string(attempt) + ".tmp";
-            const int number = open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+            // Until it has its model's rights nobody else may look into it.
+            const mode_t mode = hasModel_ ? S_IRUSR | S_IWUSR : 0666;
+            const int number = open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
             if (number >= 0)
                 return number;
             if (errno != EEXIST)
@@ -145,6 +164,8 @@ private:
 
     std::string path_;
     std::string temporary_;
+    struct stat model_ {};
+    bool hasModel_;
     Descriptor file_;  // made last: what names the file is there before it
 };
 
@@ -163,22 +184,25 @@ void ReadWholeFile(const std::string& path, std::string& text)
         Fail(path, EISDIR);
     if (!S_ISREG(status.st_mode))
         throw FileError(path, "Not a regular file");
-    const auto size = static_cast<std::size_t>(status.st_size);
-    if (size > MaximumFileSize)
-        Fail(path, EFBIG);
-    try {
-        text.resize(size);
-    } catch (const std::bad_alloc&) {
-        Fail(path, ENOMEM);
-    }
+    // The size is where to start from: some systems' files tell none, and one may grow meanwhile.
+    auto room = static_cast<std::size_t>(status.st_size) + 1;
     std::size_t done = 0;
-    while (done < text.size()) {
+    for (;;) {
+        if (room > MaximumFileSize + 1)
+            Fail(path, EFBIG);
+        try {
+            text.resize(room);
+        } catch (const std::bad_alloc&) {
+            Fail(path, ENOMEM);
+        }
         const ssize_t count = read(file.Number(), text.data() + done, text.size() - done);
-        if (count == 0)
-            break;
         if (count < 0 && errno != EINTR)
             Fail(path, errno);
+        if (count == 0)
+            break;
         done += static_cast<std::size_t>(std::max<ssize_t>(count, 0));
+        if (done == room)
+            room *= 2;
     }
     text.resize(done);
 }
@@ -200,18 +224,24 @@ void PosixFiles::Copy(const std::string& from, const std::string& to)
     const std::string text = Read(from);
     const std::string target = ResolveLinks(to);
     CheckReplaceable(target);
-    Replacement replacement(target);
+    // Another name of the same file would be written over itself.
+    if (IsSameFile(from, target))
+        return;
+    Replacement replacement(target, from);
     replacement.Write(text);
-    replacement.TakePlace(from);
+    replacement.TakePlace();
 }
 
 void PosixFiles::Write(const std::string& path, const std::string& text)
 {
     const std::string target = ResolveLinks(path);
     CheckReplaceable(target);
-    Replacement replacement(target);
+    // A rename would also replace a file that its owner has protected from writing.
+    if (access(target.c_str(), F_OK) == 0 && access(target.c_str(), W_OK) != 0)
+        Fail(target, errno);
+    Replacement replacement(target, target);
     replacement.Write(text);
-    replacement.TakePlace(target);
+    replacement.TakePlace();
 }
 
 }  // namespace kelvora
