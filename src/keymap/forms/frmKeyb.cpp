@@ -278,7 +278,7 @@ void frmKeyb::reject()
     // A window manager that is just giving the focus back from the question must find this form still there,
     // or nobody gets it. Where none tells, the wait has an end.
     discarding_ = true;
-    QTimer::singleShot(isActiveWindow() ? 0 : ActivationTimeoutMs, this, &frmKeyb::Discard);
+    QTimer::singleShot(isActiveWindow() ? 0 : ActivationTimeoutMs, this, [this] { Discard(); });
 }
 
 void frmKeyb::Discard()
@@ -291,7 +291,8 @@ void frmKeyb::changeEvent(QEvent* event)
 {
     QDialog::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && discarding_ && isActiveWindow())
-        QTimer::singleShot(0, this, &frmKeyb::Discard);
+        QMetaObject::invokeMethod(
+            this, [this] { Discard(); }, Qt::QueuedConnection);
 }
 
 void frmKeyb::keyPressEvent(QKeyEvent* event)
