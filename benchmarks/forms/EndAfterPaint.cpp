@@ -59,10 +59,7 @@ class EndAfterPaint final : public QGenericPlugin {
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "EndAfterPaint.json")
 
 public:
-    QObject* create(const QString& /*name*/, const QString& /*specification*/) override
-    {
-        return new PaintWatch;
-    }
+    QObject* create(const QString& /*name*/, const QString& /*arguments*/) override { return new PaintWatch; }
 };
 
 }  // namespace

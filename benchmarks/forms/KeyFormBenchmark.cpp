@@ -35,8 +35,8 @@ public:
         place_.OpenAnother();
         SetupSession& session = place_.window->ActiveSetup()->Session();
         session.HandOver(ModuleKind::KM096);
-        form_ = std::make_unique<frmKeyb96>(place_.program.catalogue, place_.prompt, session.settings,
-                                            place_.window.get());
+        form_ = std::make_unique<frmKeyb>(ModuleKind::KM096, place_.program.catalogue, place_.prompt,
+                                          session.settings, place_.window.get());
         form_->show();
         Workplace::Settle();
     }
@@ -50,7 +50,7 @@ public:
 
 private:
     Workplace place_;
-    std::unique_ptr<frmKeyb96> form_;
+    std::unique_ptr<frmKeyb> form_;
 };
 
 void LayOutAgainOnResize(benchmark::State& state)

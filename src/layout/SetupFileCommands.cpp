@@ -6,6 +6,7 @@
 #include "app/SetupErrorText.h"
 #include "app/ShowMessage.h"
 #include "app/TextFiles.h"
+#include "platform/AsciiCase.h"
 #include "platform/Encoding.h"
 #include "setup/SetupError.h"
 #include "setup/SetupReader.h"
@@ -98,9 +99,7 @@ SetupFile MakeSetupFile(std::string path)
 std::string LowerCase(std::string_view text)
 {
     std::string lower(text);
-    std::ranges::transform(lower, lower.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
+    std::ranges::transform(lower, lower.begin(), AsciiLower);
     return lower;
 }
 

@@ -6,6 +6,8 @@
 #include <optional>
 #include <vector>
 
+#include "layout/LayoutCommands.h"
+#include "layout/StripScale.h"
 #include "setup/DeviceCode.h"
 
 using namespace kelvora;
@@ -120,4 +122,19 @@ TEST(ModuleStrip, PartTagsNameParentAndOffset)
     EXPECT_EQ(ButtonOf(ModuleKind::None), std::nullopt);
     for (const char* tag : {"", "1", "1-2", "1x2-3", "8-1x1", "1-ax2", "1-2x", "-1x2"})
         EXPECT_FALSE(ParsePartTag(tag)) << tag;
+}
+
+TEST(StripScale, FitsTheMiddleOfTheWindowAndFindsEachPixelsButton)
+{
+    const std::vector<PlacedButton> strip = LayOutStrip(Line({214, 191, 3, 8}));
+    // 15 twips to a pixel: the gap before the first button is a pixel and a third, its top 39.
+    EXPECT_EQ(FitStrip(strip, 462, 262).PlaceOf(strip.front()), (PixelRect{1, 39, 196, 175}));
+    EXPECT_EQ(FitStrip(strip, 100, 100).PlaceOf(strip.front()).width, 78) << "no smaller than two fifths";
+    EXPECT_EQ(FitStrip(strip, 9000, 9000).PlaceOf(strip.front()).width, 588) << "no larger than three times";
+    // Whatever the rounding, the strip's outermost pixel belongs to its first button.
+    for (int width = 400; width < 1400; ++width) {
+        const StripScale scale = FitStrip(strip, width, 600);
+        const int edge = ClampToStrip(scale.ToTwips(scale.PlaceOf(strip.front()).left), strip);
+        EXPECT_EQ(HitTest(strip, edge), (StripHit{Master, false})) << width;
+    }
 }

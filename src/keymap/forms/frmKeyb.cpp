@@ -9,9 +9,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
-#include <QTimer>
 #include <algorithm>
-#include <utility>
 
 #include "app/ShowMessage.h"
 #include "keymap/forms/KeyGridView.h"
@@ -85,6 +83,9 @@ frmKeyb::frmKeyb(ModuleKind kind, const MessageCatalogue& catalogue, Prompt& pro
     down->setSpacing(10);
     down->setContentsMargins(12, 12, 12, 10);
     setSizeGripEnabled(true);
+
+    discardWait_.setSingleShot(true);
+    connect(&discardWait_, &QTimer::timeout, this, [this] { QDialog::reject(); });
 }
 
 QWidget* frmKeyb::MakeControls()
@@ -277,22 +278,14 @@ void frmKeyb::reject()
         return;
     // A window manager that is just giving the focus back from the question must find this form still there,
     // or nobody gets it. Where none tells, the wait has an end.
-    discarding_ = true;
-    QTimer::singleShot(isActiveWindow() ? 0 : ActivationTimeoutMs, this, [this] { Discard(); });
-}
-
-void frmKeyb::Discard()
-{
-    if (std::exchange(discarding_, false))
-        QDialog::reject();
+    discardWait_.start(isActiveWindow() ? 0 : ActivationTimeoutMs);
 }
 
 void frmKeyb::changeEvent(QEvent* event)
 {
     QDialog::changeEvent(event);
-    if (event->type() == QEvent::ActivationChange && discarding_ && isActiveWindow())
-        QMetaObject::invokeMethod(
-            this, [this] { Discard(); }, Qt::QueuedConnection);
+    if (event->type() == QEvent::ActivationChange && discardWait_.isActive() && isActiveWindow())
+        discardWait_.start(0);
 }
 
 void frmKeyb::keyPressEvent(QKeyEvent* event)

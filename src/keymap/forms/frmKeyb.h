@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QTimer>
 #include <array>
 
 #include "app/MessageCatalogue.h"
@@ -55,7 +56,6 @@ private:
     void Back_Click();
     void Undo_Click();
     void Redo_Click();
-    void Discard();
     QSize InitialSize() const;
 
     KeyMapSession session_;
@@ -71,7 +71,7 @@ private:
     QPushButton* undo_ = nullptr;
     QPushButton* redo_ = nullptr;
     QLabel* hint_ = nullptr;
-    bool discarding_ = false;
+    QTimer discardWait_;  ///< runs from the answer to the form's end
 };
 
 }  // namespace kelvora

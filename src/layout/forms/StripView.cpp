@@ -8,10 +8,10 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <array>
-#include <cmath>
 
 #include "keymap/Models.h"
 #include "layout/LayoutCommands.h"
+#include "layout/StripScale.h"
 #include "picture/DevicePicture.h"
 #include "platform/qt/Text.h"
 #include "setup/Options.h"
@@ -19,15 +19,6 @@
 namespace kelvora {
 
 namespace {
-
-// How far the strip grows with its window, as a factor of its size in pixels at 96 dpi.
-constexpr double SmallestScale = 0.4;
-constexpr double LargestScale = 3.0;
-
-// Room for all four modules at the smallest scale, and for two lines of text below them.
-constexpr int FullStripWidth = 2940 + 2070 + 675 + 1140 + 5 * StripGap;
-constexpr int StripHeight = 585 + 2625;
-constexpr int TextHeight = 700;
 
 // How far a module that is being placed is lifted out of the strip, in pixels.
 constexpr int FloatingLift = 14;
@@ -57,35 +48,10 @@ MessageId CaptionOf(StripButton button)
     return Message::KeypadCaption;
 }
 
-struct StripScale {
-    double pixelsPerTwip;
-    double left;
-    double top;
-
-    int ToTwips(int x) const { return static_cast<int>(std::floor((x - left) / pixelsPerTwip)); }
-};
-
 QRect PlaceOf(const StripScale& scale, const PlacedButton& placed)
 {
-    const StripButtonShape& shape = ShapeOf(placed.button);
-    return QRectF(scale.left + placed.left * scale.pixelsPerTwip,
-                  scale.top + placed.top * scale.pixelsPerTwip, shape.width * scale.pixelsPerTwip,
-                  shape.height * scale.pixelsPerTwip)
-        .toRect();
-}
-
-// The chain is shown in the middle of the window, as large as it fits.
-StripScale ScaleOf(const std::vector<PlacedButton>& strip, QSize size)
-{
-    int right = 0;
-    for (const PlacedButton& placed : strip)
-        right = std::max(right, placed.left + ShapeOf(placed.button).width);
-    const int width = right + StripGap;
-    const double fit = std::min(size.width() * double(TwipsPerPixel) / FullStripWidth,
-                                size.height() * double(TwipsPerPixel) / (StripHeight + TextHeight));
-    const double scale = std::clamp(fit, SmallestScale, LargestScale) / TwipsPerPixel;
-    return {scale, std::max(0.0, (size.width() - width * scale) / 2),
-            std::max(0.0, (size.height() - (StripHeight + TextHeight) * scale) / 2)};
+    const PixelRect place = scale.PlaceOf(placed);
+    return {place.left, place.top, place.width, place.height};
 }
 
 }  // namespace
@@ -259,7 +225,7 @@ void StripView::Float(std::optional<StripButton> button, std::optional<int> x)
 
 QRect StripView::StripRect() const
 {
-    const StripScale scale = ScaleOf(strip_, size());
+    const StripScale scale = FitStrip(strip_, width(), height());
     QRect all;
     for (const PlacedButton& placed : strip_)
         if (IsMainButton(placed.button))
@@ -270,7 +236,7 @@ QRect StripView::StripRect() const
 std::optional<StripHit> StripView::HitAt(int x) const
 {
     // In twips from the pixel on: rounding twice would fall off the edges.
-    const int position = ScaleOf(strip_, size()).ToTwips(x);
+    const int position = FitStrip(strip_, width(), height()).ToTwips(x);
     return HitTest(strip_, ClampToStrip(position, strip_));
 }
 
@@ -293,12 +259,12 @@ int StripView::ContainerHeight() const
 
 QSize StripView::minimumSizeHint() const
 {
-    return sizeHint() * SmallestScale;
+    return sizeHint() * SmallestStripScale;
 }
 
 QSize StripView::sizeHint() const
 {
-    return {FullStripWidth / TwipsPerPixel, (StripHeight + TextHeight) / TwipsPerPixel};
+    return {FullStripWidth() / TwipsPerPixel, FullStripHeight() / TwipsPerPixel};
 }
 
 void StripView::resizeEvent(QResizeEvent* /*event*/)
@@ -311,7 +277,7 @@ void StripView::resizeEvent(QResizeEvent* /*event*/)
 void StripView::Arrange()
 {
     empty_->setGeometry(rect().adjusted(TextOverhang, 0, -TextOverhang, 0));
-    const StripScale scale = ScaleOf(strip_, size());
+    const StripScale scale = FitStrip(strip_, width(), height());
     for (const PlacedButton& placed : strip_)
         Button(placed.button).setGeometry(PlaceOf(scale, placed));
     ArrangeFloating();
@@ -337,7 +303,7 @@ void StripView::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
     const QFontMetrics metrics(font());
-    const StripScale scale = ScaleOf(strip_, size());
+    const StripScale scale = FitStrip(strip_, width(), height());
     int bottom = 0;
     for (const PlacedButton& placed : strip_)
         bottom = std::max(bottom, PlaceOf(scale, placed).bottom());
