@@ -19,6 +19,12 @@ namespace {
 // The second pair of every filter list is the text files.
 constexpr int TextFilter = 2;
 constexpr std::string_view TextEnding = ".txt";
+constexpr std::string_view SetupEnding = ".dat";
+
+std::string_view DialogName(std::string_view ending)
+{
+    return ending == SetupEnding ? "cdgOpenConfig" : "cdgFlashDump";
+}
 
 std::string Filters(const MessageCatalogue& catalogue, const MessageId& first, std::string_view ending)
 {
@@ -55,8 +61,12 @@ std::optional<SetupFile> AskForSaving(Program& program, PosCfg& settings, std::s
                                       const MessageId& title, const std::string& filters,
                                       std::string_view ending)
 {
-    FileDialogRequest request{program.catalogue.Caption(title), settings.OutInitDir, std::string(current),
-                              filters, settings.OutFilterIndex};
+    FileDialogRequest request{program.catalogue.Caption(title),
+                              settings.OutInitDir,
+                              std::string(current),
+                              filters,
+                              settings.OutFilterIndex,
+                              std::string(DialogName(ending))};
     while (auto choice = program.world.fileDialogs.Save(request)) {
         settings.OutInitDir = choice->folder;
         settings.OutFilterIndex = static_cast<std::int16_t>(choice->filterIndex);
@@ -113,7 +123,7 @@ std::optional<SetupFile> GetConfigFileName(Program& program, PosCfg& settings, s
 {
     const auto choice = program.world.fileDialogs.Open(
         {program.catalogue.Caption(Message::OpenSetupTitle), settings.InInitDir, std::string(current),
-         SetupFilters(program.catalogue), settings.InFilterIndex});
+         SetupFilters(program.catalogue), settings.InFilterIndex, std::string(DialogName(SetupEnding))});
     if (!choice)
         return std::nullopt;
     settings.InInitDir = choice->folder;
@@ -124,7 +134,7 @@ std::optional<SetupFile> GetConfigFileName(Program& program, PosCfg& settings, s
 std::optional<SetupFile> GetSaveConfigFileAs(Program& program, PosCfg& settings, std::string_view current)
 {
     return AskForSaving(program, settings, current, Message::SaveSetupTitle, SetupFilters(program.catalogue),
-                        ".dat");
+                        SetupEnding);
 }
 
 std::optional<SetupFile> GetSaveFlashDumpAs(Program& program, PosCfg& settings, std::string_view current)

@@ -12,6 +12,7 @@ struct FileDialogRequest {
     std::string offeredName;  ///< name or path offered; empty for none
     std::string filters;      ///< "text (*.dat)|*.dat|text (*.txt)|*.txt|..."
     int filterIndex = 1;      ///< counts from 1
+    std::string name{};       ///< of the dialog itself, for tests and assistive technology
 };
 
 struct FileDialogChoice {

@@ -66,7 +66,7 @@ KeyGridView::KeyGridView(KeyMapSession& session, const MessageCatalogue& catalog
     }
 }
 
-void KeyGridView::Refresh()
+void KeyGridView::LayoutKeyGrid()
 {
     const bool hadFocus = isAncestorOf(window()->focusWidget());
     const bool fits = session_.IsEditable();

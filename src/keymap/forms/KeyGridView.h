@@ -22,7 +22,7 @@ public:
                 QWidget* parent);
 
     /// Shows what the session holds. A map that does not fit leaves the picture as it was, dimmed.
-    void Refresh();
+    void LayoutKeyGrid();
 
     /// Gives the keyboard focus to the cap of the session's ring.
     void FocusKeys();

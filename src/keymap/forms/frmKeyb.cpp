@@ -186,7 +186,7 @@ void frmKeyb::ReloadEmptyMap()
 
 void frmKeyb::ShowSession()
 {
-    grid_->Refresh();
+    grid_->LayoutKeyGrid();
     ShowChoices(session_.Choices());
     hint_->setText(ToQString(session_.IsEditable() ? catalogue_.Caption(Message::KeyHint) + " " +
                                                          catalogue_.Caption(Message::KeyHintMore)

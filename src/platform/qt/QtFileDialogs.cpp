@@ -33,6 +33,7 @@ QString EndingOf(const QString& filter, const QStringList& filters)
 std::optional<FileDialogChoice> Ask(const FileDialogRequest& request, QFileDialog::AcceptMode mode)
 {
     QFileDialog dialog(DialogParent(), ToQString(request.title));
+    dialog.setObjectName(ToQString(request.name));
     dialog.setAcceptMode(mode);
     dialog.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
