@@ -89,8 +89,8 @@ void MDIForm1::ConnectFileCommands()
     OnSetup(Command::FileMenuSaveAs, [](frmConfig& setup) { setup.FileMenuSaveAs_Click(); });
     On(Command::FileMenuClose, [this] { area_->closeActiveSubWindow(); });
     On(Command::FileMenuExit, [this] { close(); });
-    OnSetup(Command::EditMenuUndo, [](frmConfig& setup) { setup.UndoStack().undo(); });
-    OnSetup(Command::EditMenuRedo, [](frmConfig& setup) { setup.UndoStack().redo(); });
+    On(Command::EditMenuUndo, [this] { undoGroup_.undo(); });
+    On(Command::EditMenuRedo, [this] { undoGroup_.redo(); });
 }
 
 void MDIForm1::ConnectLayoutCommands()
@@ -157,6 +157,7 @@ void MDIForm1::ConnectMenus()
 
 void MDIForm1::Prepare(frmConfig& setup)
 {
+    undoGroup_.addStack(&setup.UndoStack());
     setup.onChange = [this] { Refresh(); };
     setup.onFile = [this, &setup] { setups_.Remember(setup); };
     setup.onInterrupt = [this] { Interrupt(); };
@@ -211,6 +212,7 @@ void MDIForm1::ChangeLanguage(const std::string& language)
 void MDIForm1::Refresh()
 {
     frmConfig* setup = ActiveSetup();
+    undoGroup_.setActiveStack(setup ? &setup->UndoStack() : nullptr);
     menu_.ShowSetupEntries(setup != nullptr);
     const PosCfg& settings = setup ? setup->Session().settings : program_.main;
     const bool canScan = program_.hasLink && AllowsScan(settings.ConnectionMode);

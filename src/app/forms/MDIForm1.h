@@ -4,6 +4,7 @@
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QPointer>
+#include <QUndoGroup>
 #include <functional>
 #include <vector>
 
@@ -98,6 +99,7 @@ private:
     StatusPanels* status_;
     WindowMemory memory_;
     SetupWindows setups_;
+    QUndoGroup undoGroup_;
     QPointer<HelpWindow> help_;
     QStringList waitingFiles_;  ///< to be opened once no dialog is open
     enum class Closing { No, Waiting, Done } closing_ = Closing::No;
