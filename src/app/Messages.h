@@ -181,8 +181,6 @@ inline constexpr MessageId KeyStateUnused{656, "unused"};
 inline constexpr MessageId KeyHint{658,
                                    "Arrows choose a key, 1 to 4 set its type, U switches it off and on."};
 inline constexpr MessageId KeysSelected{659, " keys"};
-inline constexpr MessageId BusyRefused{
-    660, "An operation is running on the line. Wait for its end, or stop it first."};
 inline constexpr MessageId ModePanel{661, "Connection mode"};
 inline constexpr MessageId PortPanel{662, "Port and settings"};
 inline constexpr MessageId StatusPanel{663, "Status"};

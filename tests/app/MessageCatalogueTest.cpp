@@ -59,7 +59,7 @@ TEST(MessageCatalogue, LooksUpTexts)
 TEST(MessageCatalogue, BothLanguagesAreComplete)
 {
     const std::string header = SourceFile("src/app/Messages.h");
-    const std::regex number(R"(MessageId \w+\{(\d+), )");
+    const std::regex number(R"(MessageId \w+\{\s*(\d+), )");
     std::set<int> used;
     for (std::sregex_iterator match(header.begin(), header.end(), number), end; match != end; ++match)
         EXPECT_TRUE(used.insert(std::stoi((*match)[1])).second) << "twice: " << (*match)[1];
