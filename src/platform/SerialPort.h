@@ -1,21 +1,59 @@
-// A serial port of this machine.
+// A serial port of this machine. What arrives is told on the event loop; nothing here waits.
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <string>
+#include <string_view>
 
 namespace kelvora {
+
+/// Why a port does not open.
+enum class PortFailure {
+    None,
+    Missing,      ///< no such device
+    NotAllowed,   ///< the account may not use it
+    InUse,        ///< another program holds it
+    BadSettings,  ///< the port cannot take its settings
+    Other,
+};
 
 class SerialPort {
 public:
     virtual ~SerialPort() = default;
 
-    /// Opens the port with its present settings. False when that fails; LastError then says why.
+    /// The device behind the port, such as "/dev/ttyS0"; it can be changed while the port is closed.
+    virtual const std::string& Device() const = 0;
+    virtual void SetDevice(std::string device) = 0;
+
+    /// Opens the port with its settings. False when that fails; Failure and LastError then say why.
     virtual bool Open() = 0;
     virtual void Close() = 0;
     virtual bool IsOpen() const = 0;
 
-    /// Why the last Open failed; the system's description.
+    /// Why the last Open failed, or why the port was lost.
+    virtual PortFailure Failure() const = 0;
+    /// The same in the system's words.
     virtual std::string LastError() const = 0;
+
+    /// "<baud>,<parity>,<data bits>,<stop bits>"; see platform/SerialSettings.h. An open port takes them at
+    /// once. False, and nothing changed, when the text or the port does not allow them.
+    virtual bool SetSettings(std::string_view settings) = 0;
+    virtual const std::string& Settings() const = 0;
+
+    /// Hands bytes to the line; they leave at the line's speed. Nothing is sent while the port is closed.
+    virtual void Write(std::string_view bytes) = 0;
+
+    virtual std::size_t BytesWaiting() const = 0;
+    /// The bytes that wait, at most `limit` of them; all when it is 0.
+    virtual std::string Read(std::size_t limit = 0) = 0;
+    /// Throws away what waits to be read.
+    virtual void DiscardInput() = 0;
+
+    /// Called when bytes have come. What it calls may close the port.
+    std::function<void()> onBytes;
+    /// Called when an open port has gone away; it is closed then, and LastError says why.
+    std::function<void()> onLost;
 
 protected:
     SerialPort() = default;

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "platform/SerialPort.h"
+#include "platform/SerialSettings.h"
 
 namespace kelvora {
 
@@ -13,13 +14,29 @@ public:
     /// `device` is the device's path, such as /dev/ttyS0.
     explicit QtSerialPort(std::string device);
 
+    const std::string& Device() const override { return device_; }
+    void SetDevice(std::string device) override;
     bool Open() override;
     void Close() override;
     bool IsOpen() const override;
-    std::string LastError() const override;
+    PortFailure Failure() const override { return failure_; }
+    std::string LastError() const override { return lastError_; }
+    bool SetSettings(std::string_view settings) override;
+    const std::string& Settings() const override { return settings_; }
+    void Write(std::string_view bytes) override;
+    std::size_t BytesWaiting() const override;
+    std::string Read(std::size_t limit = 0) override;
+    void DiscardInput() override;
 
 private:
+    bool Apply(const SerialSettings& settings);
+    void Fail(QSerialPort::SerialPortError error);
+    void Lose();
+
     std::string device_;
+    std::string settings_ = "9600,n,8,1";
+    PortFailure failure_ = PortFailure::None;
+    std::string lastError_;
     std::unique_ptr<QSerialPort> port_;
 };
 

@@ -1,0 +1,24 @@
+#include "platform/SerialSettings.h"
+
+#include <gtest/gtest.h>
+
+namespace kelvora {
+
+TEST(SerialSettings, ReadTheUsualNotationAndNothingElse)
+{
+    EXPECT_EQ(ParseSerialSettings("9600,n,8,1"), (SerialSettings{9600, 'n', 8, 1}));
+    EXPECT_EQ(ParseSerialSettings("19200,E,7,2"), (SerialSettings{19200, 'e', 7, 2}));
+    for (const char* text : {"", "9600", ",n,8,1", "9600,x,8,1", "9600,n,9,1", "9600,n,8,3", "9600,n,8,1 ",
+                             "96 00,n,8,1", "0,n,8,1", "99999999999,n,8,1", "9600;n,8,1"})
+        EXPECT_EQ(ParseSerialSettings(text), std::nullopt) << text;
+}
+
+TEST(SerialSettings, CountEveryBitOfAByte)
+{
+    using std::chrono::microseconds;
+    EXPECT_EQ((SerialSettings{9600, 'n', 8, 1}.TimeOf(960)), microseconds(1'000'000));
+    EXPECT_EQ((SerialSettings{1200, 'e', 8, 2}.TimeOf(100)), microseconds(1'000'000));
+    EXPECT_EQ((SerialSettings{9600, 'n', 8, 1}.TimeOf(1)), microseconds(1042));
+}
+
+}  // namespace kelvora
