@@ -1,0 +1,98 @@
+#include "comms/FlashCommands.h"
+
+#include "comms/Crc.h"
+#include "comms/LinkFrame.h"
+#include "comms/Reply.h"
+
+namespace kelvora {
+
+namespace {
+
+constexpr int AddressDigits = 4;
+constexpr int CrcDigits = 8;
+
+/// Status, address and one or two fields of data.
+constexpr std::size_t FewestBlockFields = 3;
+constexpr std::size_t MostBlockFields = 4;
+
+[[noreturn]] void RejectBlock(const char* reason)
+{
+    throw ReplyError(ReplyErrorNumber::Malformed, std::string("20: ") + reason);
+}
+
+// The bytes of the block that is expected at `address`.
+std::string AskBlock(LineWork& work, std::size_t address)
+{
+    const auto fields = work.Ask("20", FewestBlockFields, MostBlockFields);
+    if (fields[1] != HexText(static_cast<std::uint32_t>(address), AddressDigits))
+        RejectBlock("a block of another address");
+    std::string block;
+    for (std::size_t i = FewestBlockFields - 1; i < fields.size(); ++i) {
+        const auto data = UnescapeData(fields[i]);
+        if (!data)
+            RejectBlock("data that is not escaped as it should be");
+        block += *data;
+    }
+    if (block.empty() || address + block.size() > FlashSize)
+        RejectBlock(block.empty() ? "an empty block" : "more than the flash holds");
+    return block;
+}
+
+}  // namespace
+
+void ResetBlockAddress(LineWork& work)
+{
+    work.Ask("000", 1);
+}
+
+void OpenFlash(LineWork& work)
+{
+    if (work.Ask("0FB0", 2)[1] != std::to_string(FlashSize))
+        throw ReplyError(ReplyErrorNumber::Failed, "0FB0: the flash has another size");
+}
+
+std::string ReadFlash(LineWork& work)
+{
+    std::string image;
+    const EventLoop::Time start = work.Now();
+    work.Tell({0, FlashSize, std::nullopt});
+    while (image.size() < FlashSize) {
+        image += AskBlock(work, image.size());
+        const auto left = (work.Now() - start) * (FlashSize - image.size()) / image.size();
+        work.Tell({image.size(), FlashSize, std::chrono::ceil<std::chrono::seconds>(left)});
+    }
+    return image;
+}
+
+std::uint32_t AskFlashCrc(LineWork& work)
+{
+    const std::string digits = work.Ask("0F02", 2)[1];
+    std::uint32_t crc = 0;
+    for (const char digit : digits)
+        crc = crc << 4 | static_cast<std::uint32_t>(std::string_view("0123456789ABCDEF").find(digit) & 0xFU);
+    if (HexText(crc, CrcDigits) != digits)
+        throw ReplyError(ReplyErrorNumber::Malformed, "0F02: no CRC");
+    return crc;
+}
+
+void StageBlock(LineWork& work, std::size_t address, std::string_view bytes)
+{
+    work.Ask("0FB1" + HexText(static_cast<std::uint32_t>(address), AddressDigits) + EscapeData(bytes), 1);
+}
+
+void EndStaging(LineWork& work)
+{
+    work.Ask("0FB1", 1);
+}
+
+void CommitFlash(LineWork& work, std::uint32_t crc)
+{
+    work.Ask("0FB3" + HexText(crc, CrcDigits), 1);
+}
+
+void CloseFlash(LineWork& work)
+{
+    work.Ask("0FB3", 1);
+}
+
+}  // namespace kelvora

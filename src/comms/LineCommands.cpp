@@ -1,0 +1,101 @@
+#include "comms/LineCommands.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+#include "comms/Reply.h"
+
+namespace kelvora {
+
+namespace {
+
+constexpr std::size_t MostPositions = 7;
+/// Statuses of the device map.
+constexpr std::string_view Done = "0";
+constexpr std::string_view NothingThere = "1";
+constexpr std::string_view Refused = "2";
+
+constexpr char UnknownCode = '\xFF';
+constexpr std::array<unsigned, 9> KnownCodes{214, 191, 23, 31, 4, 3, 2, 1, 8};
+
+[[noreturn]] void RejectMap(const char* reason)
+{
+    throw ReplyError(ReplyErrorNumber::Malformed, std::string("device map: ") + reason);
+}
+
+char DeviceCodeOf(std::string_view item)
+{
+    unsigned code = 0;
+    const auto [end, error] = std::from_chars(item.data(), item.data() + item.size(), code);
+    const bool tooLarge = error == std::errc::result_out_of_range;
+    if (item.empty() || end != item.data() + item.size() || (error != std::errc() && !tooLarge))
+        RejectMap("an item is no number");
+    const bool known = !tooLarge && std::ranges::find(KnownCodes, code) != KnownCodes.end();
+    return known ? static_cast<char>(code) : UnknownCode;
+}
+
+}  // namespace
+
+std::string Attention(LineWork& work)
+{
+    return work.Ask("$9900", 2)[1];
+}
+
+void HoldLine(LineWork& work)
+{
+    work.Ask("$9918", 1);
+}
+
+void ReleaseLine(LineWork& work)
+{
+    work.Ask("$9911", 1);
+}
+
+std::string AskDeviceMap(LineWork& work)
+{
+    const auto fields = work.Exchange("$9902");
+    if (fields[0] == NothingThere)
+        throw ReplyError(ReplyErrorNumber::NoDevices, "$9902");
+    if (fields[0] == Refused)
+        throw ReplyError(ReplyErrorNumber::Rejected, "$9902");
+    if (fields[0] != Done || fields.size() != 3)
+        RejectMap("another status or number of fields");
+    return ParseDeviceList(fields[1], fields[2]);
+}
+
+std::string ParseDeviceList(std::string_view count, std::string_view codes)
+{
+    std::string map;
+    while (!codes.empty()) {
+        const std::size_t comma = codes.find(',');
+        map += DeviceCodeOf(codes.substr(0, comma));
+        if (map.size() > MostPositions)
+            RejectMap("more than seven devices");
+        if (comma == std::string_view::npos)
+            break;
+        codes.remove_prefix(comma + 1);
+        if (codes.empty())
+            RejectMap("an item is no number");
+    }
+    if (count != std::to_string(map.size()))
+        RejectMap("the count is another one");
+    return map;
+}
+
+void SetLineMode(LineWork& work, char mode)
+{
+    const auto fields = work.Ask(std::string("$9904!") + mode, 2);
+    if (fields[1] != std::string(1, mode))
+        throw ReplyError(ReplyErrorNumber::Failed, "$9904: another mode is set");
+}
+
+char AskLineMode(LineWork& work)
+{
+    const auto fields = work.Ask("$9904", 2);
+    if (fields[1].size() != 1)
+        throw ReplyError(ReplyErrorNumber::Malformed, "$9904: a mode is one character");
+    return fields[1].front();
+}
+
+}  // namespace kelvora

@@ -1,0 +1,121 @@
+#include "comms/LineDrivers.h"
+
+#include "comms/Crc.h"
+#include "comms/FlashCommands.h"
+#include "comms/LineCommands.h"
+#include "comms/Reply.h"
+
+namespace kelvora {
+
+namespace {
+
+// Closes the line whatever happens.
+class OpenLine {
+public:
+    OpenLine(LnkControl& channel, const std::string& settings)
+        : channel_(channel), isOpen_(channel.Open(settings))
+    {
+    }
+    ~OpenLine() { channel_.Close(); }
+    OpenLine(const OpenLine&) = delete;
+    OpenLine& operator=(const OpenLine&) = delete;
+
+    bool IsOpen() const { return isOpen_; }
+
+private:
+    LnkControl& channel_;
+    bool isOpen_;
+};
+
+// A terminal that has given no sign of life is not asked again.
+bool StillAnswers(std::uint32_t number)
+{
+    return number != ReplyErrorNumber::GaveUp && number != ReplyErrorNumber::GivenTime;
+}
+
+// After a failure or a stop; what becomes of it changes nothing any more.
+void TryRelease(LineWork& work)
+{
+    try {
+        work.DisallowStop();
+        ReleaseLine(work);
+    } catch (const ReplyError&) {
+        // The first failure is the one to tell of.
+        return;
+    }
+}
+
+}  // namespace
+
+LineResult WorkOnLine(Comms& comms, const LineTarget& target, const LineHooks& hooks,
+                      const std::function<void(LineWork&, LineResult&)>& work)
+{
+    LineResult result;
+    LnkControl* channel = comms.Channel(target.line);
+    if (!channel) {
+        result.outcome = LineOutcome::NoPort;
+        result.failure.port = PortFailure::Missing;
+        return result;
+    }
+    const OpenLine line(*channel, target.settings);
+    if (!line.IsOpen()) {
+        result.outcome = LineOutcome::NoPort;
+        result.failure = {channel->Failure(), 0, channel->LastError()};
+        return result;
+    }
+    LineWork steps(comms, target.line, hooks, target.timeout);
+    try {
+        work(steps, result);
+    } catch (const LineStopped&) {
+        result.outcome = LineOutcome::Stopped;
+        TryRelease(steps);
+    } catch (const ReplyError& error) {
+        result.outcome = LineOutcome::Failed;
+        result.failure = {channel->IsOpen() ? PortFailure::None : channel->Failure(), error.Number(),
+                          error.what()};
+        if (channel->IsOpen() && StillAnswers(error.Number()))
+            TryRelease(steps);
+    }
+    return result;
+}
+
+std::string ReadWholeFlash(LineWork& work)
+{
+    std::string image = ReadFlash(work);
+    if (AskFlashCrc(work) != Crc32(image))
+        throw ReplyError(ReplyErrorNumber::Malformed, "0F02: the flash was not read as it stands");
+    return image;
+}
+
+LineResult ScanWithUpload(Comms& comms, const LineTarget& target, const LineHooks& hooks)
+{
+    return WorkOnLine(comms, target, hooks, [](LineWork& work, LineResult& result) {
+        Attention(work);
+        HoldLine(work);
+        result.deviceMap = AskDeviceMap(work);
+        ResetBlockAddress(work);
+        OpenFlash(work);
+        result.image = ReadWholeFlash(work);
+        EndStaging(work);
+        CloseFlash(work);
+        ReleaseLine(work);
+        SetLineMode(work, LineMode::AfterTransfer);
+    });
+}
+
+LineResult Upload(Comms& comms, const LineTarget& target, const LineHooks& hooks)
+{
+    return WorkOnLine(comms, target, hooks, [](LineWork& work, LineResult& result) {
+        OpenFlash(work);
+        ResetBlockAddress(work);
+        result.image = ReadFlash(work);
+        SetLineMode(work, LineMode::AfterTransfer);
+    });
+}
+
+LineResult SendLineMode(Comms& comms, const LineTarget& target, char mode)
+{
+    return WorkOnLine(comms, target, {}, [mode](LineWork& work, LineResult&) { SetLineMode(work, mode); });
+}
+
+}  // namespace kelvora

@@ -1,0 +1,60 @@
+// What is done with a line from opening its port to closing it: the line scan with the flash upload, and the
+// flash upload alone. A driver returns what it has got, also when the line failed or the user stopped it.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "comms/LineWork.h"
+
+namespace kelvora {
+
+/// Which line, and how.
+struct LineTarget {
+    int line = 1;          ///< 1 to 4
+    std::string settings;  ///< of the port, as in platform/SerialSettings.h
+    int timeout = 0;       ///< as in LineWork
+};
+
+enum class LineOutcome {
+    Done,
+    Stopped,  ///< by the user
+    NoPort,   ///< the port did not open
+    Failed,   ///< a command failed, see LineFailure
+};
+
+struct LineFailure {
+    PortFailure port = PortFailure::None;  ///< why the port did not open or went away
+    std::uint32_t number = 0;              ///< one of ReplyErrorNumber; 0 for a port that did not open
+    std::string detail;                    ///< where and why, in English; the system's words for a port
+};
+
+struct LineResult {
+    LineOutcome outcome = LineOutcome::Done;
+    LineFailure failure;
+    std::string deviceMap;  ///< as AskDeviceMap; empty when none came
+    std::string image;      ///< the whole flash with the right CRC; empty when none came
+
+    bool IsDone() const { return outcome == LineOutcome::Done; }
+};
+
+/// Opens the line, does `work` on it, and closes the line again. A ReplyError or a LineStopped of the work
+/// becomes the result's outcome; while the terminal still answers, the line is then released once.
+LineResult WorkOnLine(Comms& comms, const LineTarget& target, const LineHooks& hooks,
+                      const std::function<void(LineWork&, LineResult&)>& work);
+
+/// The devices of the line and the content of their flash: hold the line, read, release it.
+LineResult ScanWithUpload(Comms& comms, const LineTarget& target, const LineHooks& hooks);
+
+/// The content of the flash alone.
+LineResult Upload(Comms& comms, const LineTarget& target, const LineHooks& hooks);
+
+/// Sets the connection mode.
+LineResult SendLineMode(Comms& comms, const LineTarget& target, char mode);
+
+/// Reads the flash and judges it by its own CRC: a step of the scan, and of every transfer that must know
+/// what the device holds.
+std::string ReadWholeFlash(LineWork& work);
+
+}  // namespace kelvora

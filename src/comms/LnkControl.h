@@ -1,0 +1,52 @@
+// The terminal-link control of one serial line, as the program sees it: it takes a command text, talks to the
+// terminal, and tells of what comes back.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "platform/SerialPort.h"
+
+namespace kelvora {
+
+/// What a control tells of; each comes with a text.
+enum class LinkEvent {
+    Reply,               ///< the terminal's reply, beginning with the command that it answers
+    CommandError,        ///< the terminal could not do the command
+    CommandRejected,     ///< the terminal refused the command
+    CommunicationError,  ///< the line failed
+    TimeOut,             ///< the terminal does not answer; the control has given up
+};
+
+class LnkControl {
+public:
+    virtual ~LnkControl() = default;
+
+    /// Opens the line with these settings. False when that fails; Failure and LastError then say why.
+    virtual bool Open(std::string_view settings) = 0;
+    virtual void Close() = 0;
+    virtual bool IsOpen() const = 0;
+    virtual PortFailure Failure() const = 0;
+    virtual std::string LastError() const = 0;
+
+    /// Sends a command. One that is in flight is given up; no event comes of it any more.
+    virtual void Send(std::string_view command) = 0;
+
+    /// The longest that the control itself may take, at the line's speed, to an event for a command.
+    virtual std::chrono::milliseconds LongestExchange() const = 0;
+
+    /// Called on the event loop, or by Send itself.
+    std::function<void(LinkEvent event, std::string_view text)> onEvent;
+
+    /// The control's text property, free for its user: the line's mailbox.
+    std::string Text;
+
+protected:
+    LnkControl() = default;
+    LnkControl(const LnkControl&) = default;
+    LnkControl& operator=(const LnkControl&) = default;
+};
+
+}  // namespace kelvora

@@ -1,0 +1,229 @@
+#include "comms/SerialLink.h"
+
+#include <algorithm>
+#include <random>
+
+namespace kelvora {
+
+namespace {
+
+/// Silence, from the end of a transmission and from the last byte that came, after which a command is sent
+/// again.
+constexpr std::chrono::milliseconds SilenceTime{1000};
+
+constexpr int MaximumSilences = 3;
+constexpr int MaximumSends = 12;
+
+constexpr char ReplyLetter = 'M';
+constexpr char ErrorLetter = 'E';
+constexpr char RejectedLetter = 'R';
+
+std::chrono::milliseconds RoundedUp(std::chrono::nanoseconds time)
+{
+    return std::chrono::ceil<std::chrono::milliseconds>(time);
+}
+
+}  // namespace
+
+SerialLink::SerialLink(SerialPort& port, EventLoop& loop) : port_(port), loop_(loop), timer_(loop.NewTimer())
+{
+    port_.onBytes = [this] { TakeBytes(); };
+    port_.onLost = [this] { Lose(); };
+}
+
+SerialLink::~SerialLink()
+{
+    Close();
+    port_.onBytes = nullptr;
+    port_.onLost = nullptr;
+}
+
+bool SerialLink::Open(std::string_view settings)
+{
+    if (open_)
+        return true;
+    const auto parsed = ParseSerialSettings(settings);
+    // A frame's data has bytes of all values.
+    if (!parsed || parsed->dataBits != 8) {
+        failure_ = PortFailure::BadSettings;
+        return false;
+    }
+    if (port_.IsOpen()) {
+        failure_ = PortFailure::InUse;
+        return false;
+    }
+    if (!port_.SetSettings(settings) || !port_.Open()) {
+        failure_ = port_.Failure() == PortFailure::None ? PortFailure::BadSettings : port_.Failure();
+        return false;
+    }
+    settings_ = *parsed;
+    receiver_ = {};
+    // The terminal must not take the first command for the last one of an earlier run.
+    exchange_ = static_cast<std::uint16_t>(std::random_device()());
+    failure_ = PortFailure::None;
+    open_ = true;
+    return true;
+}
+
+void SerialLink::Close()
+{
+    timer_->Stop();
+    inFlight_.reset();
+    if (!open_)
+        return;
+    WatchRest();
+    open_ = false;
+    port_.Close();
+}
+
+std::chrono::milliseconds SerialLink::LongestExchange() const
+{
+    constexpr std::size_t LongestFrame = MaximumBody + FrameOverhead;
+    return MaximumSends * RoundedUp(settings_.TimeOf(2 * LongestFrame) + SilenceTime);
+}
+
+void SerialLink::Send(std::string_view command)
+{
+    inFlight_ = std::make_unique<InFlight>();
+    if (!open_) {
+        Finish(LinkEvent::CommunicationError, "the line is closed");
+        return;
+    }
+    inFlight_->frame = BuildFrame({++exchange_, std::string(command)});
+    Transmit();
+}
+
+void SerialLink::Transmit()
+{
+    ++inFlight_->sends;
+    inFlight_->heard = false;
+    inFlight_->sent = loop_.Now() + settings_.TimeOf(inFlight_->frame.size());
+    inFlight_->silentUntil = inFlight_->sent + SilenceTime;
+    port_.Write(inFlight_->frame);
+    Watch(LineTraffic::Direction::Sent, LineTraffic::Damage::None, inFlight_->frame);
+    ArmSilence();
+}
+
+void SerialLink::ArmSilence()
+{
+    timer_->Start(RoundedUp(inFlight_->silentUntil - loop_.Now()), [this] {
+        // Bytes that came in between have moved the end of the wait.
+        if (loop_.Now() < inFlight_->silentUntil)
+            ArmSilence();
+        else
+            Silence();
+    });
+}
+
+void SerialLink::TakeBytes()
+{
+    if (!open_)
+        return;
+    const std::string bytes = port_.Read();
+    if (inFlight_ && !bytes.empty()) {
+        inFlight_->heard = true;
+        inFlight_->silentUntil = std::max(inFlight_->silentUntil, loop_.Now() + SilenceTime);
+    }
+    for (const char byte : bytes) {
+        if (byte == LinkByte::Soh)
+            WatchRest();
+        TakeEvent(receiver_.Take(byte));
+    }
+}
+
+void SerialLink::TakeEvent(FrameReceiver::Event event)
+{
+    using enum FrameReceiver::Event;
+    if (event == None)
+        return;
+    Watch(LineTraffic::Direction::Received,
+          event == Damage ? LineTraffic::Damage::BadFrame : LineTraffic::Damage::None, receiver_.Bytes());
+    if (event == Frame)
+        TakeFrame(receiver_.Frame());
+    else
+        TakeDamage();
+}
+
+void SerialLink::TakeFrame(const LinkFrame& frame)
+{
+    // An answer to an earlier command, repeated needlessly.
+    if (!inFlight_ || frame.exchange != exchange_)
+        return;
+    const std::string_view body = frame.body;
+    switch (body.empty() ? '\0' : body.front()) {
+        case ReplyLetter:
+            return Finish(LinkEvent::Reply, body.substr(1));
+        case ErrorLetter:
+            return Finish(LinkEvent::CommandError, body.substr(1));
+        case RejectedLetter:
+            return Finish(LinkEvent::CommandRejected, body.substr(1));
+        default:
+            return TakeDamage();
+    }
+}
+
+void SerialLink::TakeDamage()
+{
+    // What was on its way before the command had left answers an earlier send.
+    if (inFlight_ && loop_.Now() >= inFlight_->sent)
+        Repeat();
+}
+
+void SerialLink::Silence()
+{
+    timer_->Stop();
+    WatchRest();
+    receiver_.Forget();
+    inFlight_->silences = inFlight_->heard ? 0 : inFlight_->silences + 1;
+    if (inFlight_->silences == MaximumSilences)
+        Finish(LinkEvent::TimeOut, "no answer");
+    else
+        Repeat();
+}
+
+void SerialLink::Repeat()
+{
+    if (inFlight_->sends == MaximumSends)
+        Finish(LinkEvent::CommunicationError, "every answer came damaged");
+    else
+        Transmit();
+}
+
+void SerialLink::Lose()
+{
+    if (!open_)
+        return;
+    WatchRest();
+    open_ = false;
+    failure_ = port_.Failure();
+    if (inFlight_)
+        Finish(LinkEvent::CommunicationError, port_.LastError());
+}
+
+void SerialLink::Finish(LinkEvent event, std::string_view text)
+{
+    timer_->Stop();
+    inFlight_.reset();
+    if (onEvent)
+        onEvent(event, text);
+}
+
+void SerialLink::Watch(LineTraffic::Direction direction, LineTraffic::Damage damage,
+                       std::string_view bytes) const
+{
+    if (watcher)
+        watcher({direction, damage, bytes});
+}
+
+// What has come and is not told yet: the beginning of a frame, or noise.
+void SerialLink::WatchRest()
+{
+    if (!watcher || !receiver_.HasRest())
+        return;
+    Watch(LineTraffic::Direction::Received,
+          receiver_.InFrame() ? LineTraffic::Damage::CutShort : LineTraffic::Damage::Noise,
+          receiver_.Bytes());
+    receiver_.Forget();
+}
+
+}  // namespace kelvora

@@ -1,0 +1,70 @@
+// The terminal-link control over a serial port: stop and wait, with repetition of what was lost or damaged.
+// Frames are told in comms/LinkFrame.h. The host's body is the command; the terminal's is a letter (M reply,
+// E command error, R rejected) and the event's text.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "comms/LineTraffic.h"
+#include "comms/LinkFrame.h"
+#include "comms/LnkControl.h"
+#include "platform/EventLoop.h"
+#include "platform/SerialSettings.h"
+
+namespace kelvora {
+
+class SerialLink final : public LnkControl {
+public:
+    /// Both outlive the link, which takes the port's callbacks. The port may be used by others while the link
+    /// is closed.
+    SerialLink(SerialPort& port, EventLoop& loop);
+    ~SerialLink() override;
+    SerialLink(const SerialLink&) = delete;
+    SerialLink& operator=(const SerialLink&) = delete;
+
+    bool Open(std::string_view settings) override;
+    void Close() override;
+    bool IsOpen() const override { return open_; }
+    PortFailure Failure() const override { return failure_; }
+    std::string LastError() const override { return port_.LastError(); }
+    void Send(std::string_view command) override;
+    std::chrono::milliseconds LongestExchange() const override;
+
+    TrafficWatcher watcher;
+
+private:
+    struct InFlight {
+        std::string frame;
+        int sends = 0;
+        int silences = 0;             ///< in a row, without a byte
+        bool heard = false;           ///< bytes have come since the last send
+        EventLoop::Time sent;         ///< when the last send was over
+        EventLoop::Time silentUntil;  ///< when silence has lasted long enough
+    };
+
+    void Transmit();
+    void ArmSilence();
+    void TakeBytes();
+    void TakeEvent(FrameReceiver::Event event);
+    void TakeFrame(const LinkFrame& frame);
+    void TakeDamage();
+    void Silence();
+    void Repeat();
+    void Lose();
+    void Finish(LinkEvent event, std::string_view text);
+    void Watch(LineTraffic::Direction direction, LineTraffic::Damage damage, std::string_view bytes) const;
+    void WatchRest();
+
+    SerialPort& port_;
+    EventLoop& loop_;
+    std::unique_ptr<Timer> timer_;
+    SerialSettings settings_;
+    FrameReceiver receiver_;
+    std::uint16_t exchange_ = 0;
+    bool open_ = false;
+    PortFailure failure_ = PortFailure::None;
+    std::unique_ptr<InFlight> inFlight_;
+};
+
+}  // namespace kelvora

@@ -1,0 +1,142 @@
+#include "comms/LinkFrame.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "comms/Crc.h"
+#include "comms/Reply.h"
+
+namespace kelvora {
+
+namespace {
+
+using Event = FrameReceiver::Event;
+
+// The events of a text, without those of bytes that tell of nothing.
+std::vector<Event> EventsOf(FrameReceiver& receiver, std::string_view bytes)
+{
+    std::vector<Event> events;
+    for (const char byte : bytes)
+        if (const Event event = receiver.Take(byte); event != Event::None)
+            events.push_back(event);
+    return events;
+}
+
+}  // namespace
+
+TEST(Crc, HasThePublishedCheckValues)
+{
+    EXPECT_EQ(Crc16("123456789"), 0x29B1);
+    EXPECT_EQ(Crc16(""), 0xFFFF);
+    EXPECT_EQ(Crc32("123456789"), 0xCBF43926);
+    EXPECT_EQ(HexText(0x00AB, 4), "00AB");
+}
+
+TEST(LinkFrame, IsBuiltAndFoundAmongOtherBytes)
+{
+    // The CRC is of "0001$9902", reckoned apart from this program.
+    const std::string frame =
+        "\x01"
+        "0001$9902\x03"
+        "8F91";
+    EXPECT_EQ(BuildFrame({1, "$9902"}), frame);
+    FrameReceiver receiver;
+    EXPECT_EQ(EventsOf(receiver, "noise\x15" + BuildFrame({0xA0F, "M20!0"}) + "more"),
+              (std::vector{Event::Nak, Event::Frame}));
+    EXPECT_EQ(receiver.Frame().exchange, 0xA0F);
+    EXPECT_EQ(receiver.Frame().body, "M20!0");
+    EXPECT_EQ(receiver.Bytes(), "more");
+    EXPECT_TRUE(receiver.HasRest());
+}
+
+TEST(LinkFrame, AnyChangedDroppedOrDoubledByteIsDamageOrNothing)
+{
+    const std::string frame = BuildFrame({0x12AB, "M0FB0!0$8192"});
+    for (std::size_t at = 0; at < frame.size(); ++at) {
+        std::vector<std::string> damaged{frame, frame, frame};
+        damaged[0].erase(at, 1);
+        damaged[1].insert(at, 1, frame[at]);
+        damaged[2][at] = static_cast<char>(damaged[2][at] ^ 0x20);
+        for (std::size_t kind = 0; kind < damaged.size(); ++kind) {
+            FrameReceiver receiver;
+            const auto events = EventsOf(receiver, damaged[kind]);
+            // A doubled first or last byte leaves the frame whole.
+            const bool harmless =
+                kind == 1 && (at == 0 || frame.substr(at) == frame.substr(frame.size() - 1) ||
+                              frame.find_first_not_of(frame.back(), at) == std::string::npos);
+            for (const Event event : events)
+                EXPECT_TRUE(event != Event::Frame || harmless) << at << ' ' << kind;
+            // And the next frame is found in any case.
+            EXPECT_EQ(EventsOf(receiver, frame).back(), Event::Frame) << at << ' ' << kind;
+        }
+    }
+}
+
+TEST(LinkFrame, RejectsWhatNoSenderSends)
+{
+    const auto framed = [](std::string text) {
+        const std::string crc = HexText(Crc16(text), 4);
+        return "\x01" + text + "\x03" + crc;
+    };
+    std::string smallLetters = framed("0001M");
+    for (char& c : smallLetters)
+        c = c >= 'A' && c <= 'F' ? static_cast<char>(c + 32) : c;
+    for (const std::string& bytes :
+         {framed("001"), framed("00G1M"), framed("0001M\x15"), framed("0001M\n"), framed("00a1M"),
+          smallLetters, "\x01" + std::string(MaximumBody + FrameOverhead, 'x')}) {
+        FrameReceiver receiver;
+        EXPECT_EQ(EventsOf(receiver, bytes), std::vector{Event::Damage});
+    }
+}
+
+TEST(LinkFrame, EscapesExactlyTheSixControlBytes)
+{
+    std::string all;
+    for (int byte = 0; byte < 256; ++byte)
+        all += static_cast<char>(byte);
+    const std::string escaped = EscapeData(all);
+    EXPECT_EQ(escaped.size(), 256U + 6U);
+    EXPECT_EQ(escaped.find_first_of(std::string("\x01\x03\n\r\x15", 5)), std::string::npos);
+    EXPECT_EQ(UnescapeData(escaped), all);
+    EXPECT_EQ(EscapeData("\x1B"), "\x1B\x5B");
+    for (const char* bad : {"a\x1B",
+                            "\x1B"
+                            "A"
+                            "\x1B",
+                            "\x1B"
+                            "B",
+                            "\x03", "\x15"})
+        EXPECT_EQ(UnescapeData(bad), bad == std::string("\x1B"
+                                                        "A")
+                                         ? std::optional<std::string>("\x01")
+                                         : std::nullopt);
+}
+
+TEST(Reply, FieldsAreCounted)
+{
+    using Fields = std::vector<std::string>;
+    EXPECT_EQ(ReplyFields("$9902!0!2&214,23", "$9902"), (Fields{"0", "2", "214,23"}));
+    EXPECT_EQ(ReplyFields("20", "20"), Fields{});
+    EXPECT_EQ(ReplyFields("20! ", "20"), Fields{" "});
+    EXPECT_EQ(ReplyFields("20 ", "20"), Fields{""});
+    EXPECT_EQ(ReplyFields("20!", "20"), std::nullopt);
+    EXPECT_EQ(ReplyFields("20!0\x1F", "20"), std::nullopt);
+    EXPECT_EQ(CountedField(std::string(MaximumField, 'x')).front(), '\xFF');
+}
+
+TEST(Reply, NamesStandBeforeTheParameters)
+{
+    for (const auto& [command, name] : std::vector<std::pair<std::string, std::string>>{{"$9904!3", "$9904"},
+                                                                                        {"$9904", "$9904"},
+                                                                                        {"0FB1"
+                                                                                         "0040data",
+                                                                                         "0FB1"},
+                                                                                        {"0FB3", "0FB3"},
+                                                                                        {"000", "000"},
+                                                                                        {"20", "20"},
+                                                                                        {"0F02", "0F02"}})
+        EXPECT_EQ(CommandName(command), name);
+}
+
+}  // namespace kelvora
