@@ -1,0 +1,110 @@
+#include "flash/FlashImage.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "flash/Images.h"
+#include "flash/KeyTables.h"
+#include "flash/MatrixCodes.h"
+
+namespace kelvora {
+namespace {
+
+using namespace std::string_literals;
+
+TEST(FlashImage, RegionsAreComparedAndCopied)
+{
+    struct Case {
+        std::size_t address;
+        std::uint16_t inRegions, inAll;
+    };
+    for (const Case& c :
+         {Case{0, 0, 0}, Case{5, 0, 5}, Case{6, 6, 6}, Case{7, 0, 7}, Case{127, 0, 127}, Case{128, 128, 128},
+          Case{141, 141, 141}, Case{142, 0, 142}, Case{255, 0, 255}, Case{256, 256, 256}, Case{767, 767, 767},
+          Case{768, 0, 768}, Case{1023, 0, 1023}, Case{1024, 1024, 1024}, Case{8191, 8191, 8191}}) {
+        const FlashImage source = Filled(0xFF);
+        FlashImage destination = source;
+        destination[c.address] = 0x55;
+        const FlashImage before = destination;
+        EXPECT_EQ(CopyOrCompareRegions(destination, source, false, true), c.inRegions) << c.address;
+        EXPECT_EQ(CopyOrCompareRegions(destination, source, true, true), c.inAll) << c.address;
+        EXPECT_EQ(destination, before) << "comparing writes nothing";
+        EXPECT_EQ(CopyOrCompareRegions(destination, source, false, false), 0);
+        EXPECT_EQ(destination[c.address], c.inRegions ? 0xFF : 0x55) << c.address;
+        CopyOrCompareRegions(destination, source, true, false);
+        EXPECT_EQ(destination, source);
+    }
+}
+
+TEST(FlashImage, DeviceCodesEndAtTheFirstZero)
+{
+    FlashImage image = ImageOf("\xD6\x17");
+    image[128 + 6] = 0xBF;
+    EXPECT_EQ(DeviceCodesOf(image), "\xD6\x17");
+    EXPECT_EQ(DeviceCodesOf(Filled(0xFF)), std::string(7, '\xFF'));
+}
+
+TEST(MatrixCodes, GiveOffsets)
+{
+    const auto padded = [](std::string text, std::size_t size) {
+        return text.append(size - text.size(), '\xFF');
+    };
+    struct Case {
+        std::string reason, list, positions;
+    };
+    const std::vector<Case> cases{
+        {"one entry", "a1 ,", padded("\x00"s, 16)},
+        {"the last contact of the main keyboard", "h12", padded("\xBE", 16)},
+        {"blanks are no contact", "b1 ,   ,A2 ", padded("\x02\xFF\x10", 16)},
+        {"nothing", "", ""},
+        {"seventeen entries", ",,,,,,,,,,,,,,,,b1", padded(std::string(16, '\xFF') + '\x02', 32)},
+        {"a column without a line", "b1,1", "\x02"},
+        {"a line without a column", "b1,c", "\x02"},
+        {"a letter after a digit", "b1,c1d", "\x02"},
+        {"column 0 is no column", "b1,a0,b1", "\x02"},
+        {"255 would be no contact", "b1,a17,a16", "\x02"},
+        {"numbers of any length", "b1,a99999999999999999999", "\x02"},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(ParseMatrixCodes(c.list), c.positions) << c.reason;
+}
+
+TEST(KeyTables, StandInLineOrder)
+{
+    using enum ModuleKind;
+    using Tables = std::vector<KeyTable>;
+    struct Case {
+        std::string reason, codes;
+        Tables tables;
+    };
+    const std::vector<Case> cases{
+        {"all modules",
+         std::string(WholeChain),
+         {{KM096, 0, 256, 192},
+          {Code4, 2, 448, 32},
+          {KM064, 3, 480, 128},
+          {MCR, 4, 608, 32},
+          {ICCR, 5, 640, 48}}},
+        {"other order, no parts",
+         "\x01\x08\xD6",
+         {{MCR, 0, 256, 32}, {ICCR, 1, 288, 48}, {KM096, 2, 336, 192}}},
+        {"an unknown code hides what follows", "\xD6\x55\xBF", {{KM096, 0, 256, 192}}},
+        {"no table passes the region's end",
+         "\xD6\xD6\xD6\x08",
+         {{KM096, 0, 256, 192}, {KM096, 1, 448, 192}}},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(KeyTablesOf(c.codes), c.tables) << c.reason;
+}
+
+TEST(KeyTables, MainModules)
+{
+    EXPECT_TRUE(HaveSameMainModules("\xD6\x17\x04\xBF\x03", "\xD6\x1F\xBF\x01"))
+        << "tracks, backlight, parts";
+    EXPECT_FALSE(HaveSameMainModules("\xD6\xBF\x03", "\xD6\x03\xBF")) << "order";
+    EXPECT_FALSE(HaveSameMainModules("\xD6\xBF", "\xD6\xBF\xFF")) << "an unknown module";
+}
+
+}  // namespace
+}  // namespace kelvora

@@ -1,0 +1,239 @@
+#include "flash/SetupImage.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <vector>
+
+#include "flash/Images.h"
+#include "flash/TakeFromImage.h"
+#include "keymap/Keyboard.h"
+#include "keymap/Models.h"
+
+namespace kelvora {
+namespace {
+
+using namespace std::string_literals;
+
+TEST(SetupImage, OfADeviceThatWasNeverRead)
+{
+    const auto built = BuildSetupImage(ReadDeviceMap(std::string(WholeChain)), nullptr);
+    const FlashImage image = std::get<FlashImage>(built);
+    EXPECT_EQ(image[6], 0xFF);
+    EXPECT_EQ(TextOf(image).substr(128, 14), "\xD6\xFF\x17\xFF\x04\xFF\xBF\xFF\x03\xFF\x08\xFF\x00\xFF"s);
+    // Contact a2 is key 2: a single key, and its number + 1 as code. h1 has no key behind it.
+    EXPECT_EQ(TextOf(image).substr(256 + 16, 2), "\x00\x03"s);
+    EXPECT_EQ(TextOf(image).substr(256 + 14, 2), "\xFF\xFF");
+    // Key 83, "3" of the default map, stands at d7; the cell that it covers, e5, is unused.
+    EXPECT_EQ(TextOf(image).substr(256 + 6 + 6 * 16, 2), "\x80\x54"s);
+    EXPECT_EQ(TextOf(image).substr(256 + 8 + 4 * 16, 2), "\x00\x00"s);
+    // The extension keyboard's first key, 97, at h5.
+    EXPECT_EQ(TextOf(image).substr(480 + 14 + 4 * 16, 2), "\x00\x62"s);
+    // The tables of code-4 part and badge reader, and the keypad's two contacts without a key.
+    EXPECT_EQ(TextOf(image).substr(448, 32), std::string(32, '\xFF'));
+    EXPECT_EQ(TextOf(image).substr(608, 32), std::string(32, '\xFF'));
+    EXPECT_EQ(TextOf(image).substr(640 + 8 + 2 * 16, 4), std::string(4, '\xFF'));
+    EXPECT_EQ(TextOf(image).substr(768), std::string(8192 - 768, '\xFF'));
+}
+
+// Each row: a pair of the device, the key type that the setup has there, and the pair that is written.
+TEST(SetupImage, WritesAPairOnlyWhereItMeansSomethingElse)
+{
+    struct Case {
+        std::string reason, held;
+        char type;
+        std::string written;
+    };
+    const std::vector<Case> cases{
+        {"the same type keeps its code", "\x45\x99", '2', "\x45\x99"},
+        {"another type keeps its code", "\x45\x99", '4', "\xC5\x99"},
+        {"a code in the second byte alone", "\x00\x02"s, '3', "\x80\x02"},
+        {"unused", "\x45\x99", '0', "\x00\x00"s},
+        {"unused as the device has it", "\x40\x01", '0', "\x40\x01"},
+        {"used without a code", "\x40\x01", '1', "\x00\x02"s},
+        {"used after an erasure", "\xFF\xFF", '4', "\xC0\x02"},
+        {"unused after an erasure", "\xFF\xFF", '0', "\x00\x00"s},
+        {"no key in the setup", "\x45\x99", ' ', "\x00\x00"s},
+        {"no key in the setup after an erasure", "\xFF\xFF", ' ', "\x00\x00"s},
+        {"a position that the model lacks", "\x45\x99", 'X', "\x45\x99"},
+        {"a code that would look erased", "\x3F\xFF", '4', "\xC0\x02"},
+    };
+    for (const Case& c : cases) {
+        SetupDocument document = ReadDeviceMap("\x08");
+        Module(document, ModuleKind::ICCR).KeyMap[0] = c.type;
+        FlashImage device = ImageOf("\x08");
+        std::copy(c.held.begin(), c.held.end(), device.begin() + 256);
+        EXPECT_EQ(TextOf(Built(document, device)).substr(256, 2), c.written) << c.reason;
+    }
+}
+
+TEST(SetupImage, OptionsTouchTheirBitsAlone)
+{
+    SetupDocument document = ReadDeviceMap("\xD6\x03");
+    FlashImage device = ImageOf("\xD6\x03");
+    device[6] = 0xA1;
+    device[131] = 0x70;
+    device[1024] = 'a', device[1025] = 'b', device[1026] = 0xFF;
+    Module(document, ModuleKind::KM096).Options = "NO ";
+    Module(document, ModuleKind::MCR).Options = "1,2,3^;^ON ";
+    const FlashImage image = Built(document, device);
+    EXPECT_EQ(image[6], 0xA0);
+    EXPECT_EQ(image[131], 0x71);
+    EXPECT_EQ(TextOf(image).substr(1024, 3), "\x00;\xFF"s);
+}
+
+TEST(SetupImage, TablesAndOptionsMoveWithTheirModule)
+{
+    FlashImage device = ImageOf("\xD6\xBF\x03\x08");
+    device[133] = 0x34;           // the badge reader's option
+    device[256 + 192 + 128] = 7;  // its table's first byte
+    device[135] = 0x56;           // a position behind the new end
+    const FlashImage image = Built(ReadDeviceMap("\xD6\x03\xBF"), device);
+    EXPECT_EQ(TextOf(image).substr(128, 8), "\xD6\xFF\x03\x35\xBF\xFF\x00\x56"s);
+    EXPECT_EQ(image[256 + 192], 7);
+}
+
+TEST(SetupImage, IsRefused)
+{
+    using Reason = BuildRefusal::Reason;
+    SetupDocument twice;
+    for (const int code : {0xD6, 0xBF, 0x01, 0xBF})
+        AppendModule(twice, static_cast<std::uint8_t>(code));
+    EXPECT_EQ(std::get<BuildRefusal>(BuildSetupImage(twice, nullptr)),
+              (BuildRefusal{Reason::RepeatedKind, 3, ModuleKind::KM064}));
+    EXPECT_EQ(std::get<BuildRefusal>(BuildSetupImage(ReadDeviceMap("\xD6\xFF\xBF"), nullptr)),
+              (BuildRefusal{Reason::UnknownModule, 1, ModuleKind::None}));
+}
+
+TEST(SetupImage, WhatTheDeviceCannotHold)
+{
+    using What = UnheldSetting::What;
+    SetupDocument document = ReadDeviceMap(std::string(WholeChain));
+    EXPECT_TRUE(WhatTheDeviceCannotHold(document).empty());
+    std::string& main = Module(document, ModuleKind::KM096).KeyMap;
+    main[0] = ' ', main[1] = 'X', main[2] = '0', main[3] = '1';
+    Module(document, ModuleKind::ICCR).KeyMap[17] = '1';
+    Module(document, ModuleKind::MCR).Options = "1,2,3;^\xFFON ";
+    const std::vector<UnheldSetting> unheld{
+        {What::Key, ModuleKind::KM096, 1, ' '},        {What::Key, ModuleKind::KM096, 2, 'X'},
+        {What::Key, ModuleKind::KM096, 3, '0'},        {What::Key, ModuleKind::KM096, 4, '1'},
+        {What::Separator, ModuleKind::MCR, 3, '\xFF'}, {What::Key, ModuleKind::ICCR, 178, '1'},
+    };
+    EXPECT_EQ(WhatTheDeviceCannotHold(document), unheld);
+}
+
+using Random = std::mt19937;
+
+int Below(Random& random, int limit)
+{
+    return std::uniform_int_distribution(0, limit - 1)(random);
+}
+
+// Makes keys larger, single or unused at random, as the key mapping forms allow it.
+void Shuffle(Random& random, ModuleRecord& record)
+{
+    const int cells = record.Rows * record.Columns;
+    for (int i = 0; i < 2 * cells; ++i) {
+        const int position = 1 + Below(random, cells);
+        const int allowed = AllowedKeyTypes(position, record.Columns, record.KeyMap);
+        const int type = Below(random, 5);
+        if (type == 0 ? record.KeyMap[static_cast<std::size_t>(position) - 1] == '1'
+                      : allowed & 1 << (type - 1))
+            SetKeyType(position, static_cast<char>('0' + type), record.Columns, record.KeyMap);
+    }
+}
+
+// Every order of every choice of modules behind the main keyboard, in every variant of their codes.
+std::vector<std::string> AllChains()
+{
+    std::vector<std::string> chains;
+    for (const std::string& master : {"\xD6\x17\x04"s, "\xD6\x1F\x04"s, "\xD6"s})
+        for (const char reader : {'\x01', '\x02', '\x03'}) {
+            std::string others = {reader, '\x08', '\xBF'};
+            do
+                for (std::size_t count = 0; count <= 3; ++count)
+                    chains.push_back(master + others.substr(0, count));
+            while (std::next_permutation(others.begin(), others.end()));
+        }
+    return chains;
+}
+
+SetupDocument RandomSetup(Random& random, const std::string& chain)
+{
+    constexpr std::string_view Separators = "^;A%|\xA7";
+    SetupDocument document = ReadDeviceMap(chain);
+    for (ModuleRecord& record : document.Modules) {
+        if (FindModel(record.Kind))
+            Shuffle(random, record);
+        if (record.Kind == ModuleKind::KM096)
+            record.Options = Below(random, 2) ? "YES" : "NO ";
+        if (record.Kind != ModuleKind::MCR)
+            continue;
+        for (std::size_t at = 5; at < 8; ++at)
+            record.Options[at] = Separators[static_cast<std::size_t>(Below(random, 6))];
+        record.Options.replace(8, 3, Below(random, 2) ? "ON " : "OFF");
+    }
+    return document;
+}
+
+FlashImage RandomImage(Random& random, const std::string& chain)
+{
+    FlashImage image;
+    std::ranges::generate(image, [&] { return static_cast<std::uint8_t>(Below(random, 256)); });
+    for (std::size_t position = 0; position < chain.size(); ++position)
+        image[128 + 2 * position] = static_cast<std::uint8_t>(chain[position]);
+    return image;
+}
+
+// What no setup decides: the bytes around options and pairs, and the device's own key contents.
+std::string Undecided(const FlashImage& image)
+{
+    const std::string text(TextOf(image));
+    return text.substr(0, 6) + text.substr(7, 121) + text.substr(142, 114) + text.substr(768, 256) +
+           text.substr(1027);
+}
+
+TEST(SetupImage, WhatIsBuiltReadsBack)
+{
+    Random random(20);
+    const std::vector<std::string> chains = AllChains();
+    for (const std::string& chain : chains) {
+        const SetupDocument document = RandomSetup(random, chain);
+        const FlashImage device = RandomImage(random, chains[static_cast<std::size_t>(Below(random, 100))]);
+        const FlashImage image = Built(document, device);
+        const TakenSetup taken = TakeFromImage(ReadDeviceMap(chain), image);
+        ASSERT_EQ(taken.document, document);
+        EXPECT_TRUE(taken.notices.empty());
+        EXPECT_EQ(Built(taken.document, image), image) << "nothing is left to write";
+        EXPECT_EQ(Undecided(image), Undecided(device));
+    }
+}
+
+TEST(SetupImage, OneKeyChangesItsPairAlone)
+{
+    Random random(21);
+    const SetupDocument before = ReadDeviceMap(std::string(WholeChain));
+    const FlashImage image = Built(before, RandomImage(random, std::string(WholeChain)));
+    for (const ModuleKind kind : {ModuleKind::KM096, ModuleKind::KM064, ModuleKind::ICCR}) {
+        SetupDocument after = before;
+        std::string& map = Module(after, kind).KeyMap;
+        for (char& type : map) {
+            if (type != '1')
+                continue;
+            type = '0';
+            const FlashImage changed = Built(after, image);
+            const std::size_t first = FirstDifference(image, changed, true);
+            FlashImage mended = changed;
+            std::copy_n(image.begin() + static_cast<std::ptrdiff_t>(first & ~1U), 2,
+                        mended.begin() + static_cast<std::ptrdiff_t>(first & ~1U));
+            EXPECT_NE(changed, image);
+            EXPECT_EQ(mended, image);
+            type = '1';
+            EXPECT_EQ(Built(after, image), image) << "used again gives the old code back";
+        }
+    }
+}
+
+}  // namespace
+}  // namespace kelvora
