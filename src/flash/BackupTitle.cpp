@@ -1,0 +1,78 @@
+#include "flash/BackupTitle.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+namespace kelvora {
+
+namespace {
+
+constexpr std::string_view PortWord = "COM";
+
+// A number of two or more digits, led by zeros.
+std::string Padded(int number, std::size_t digits)
+{
+    const std::string text = std::to_string(number);
+    return std::string(digits - std::min(digits, text.size()), '0') + text;
+}
+
+// The number at the front of `text`, which loses it and the mark behind it; nothing where that does not stand
+// there.
+std::optional<int> TakeNumber(std::string_view& text, std::string_view mark)
+{
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc{} || number < 0)
+        return std::nullopt;
+    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+    if (!text.starts_with(mark))
+        return std::nullopt;
+    text.remove_prefix(mark.size());
+    return number;
+}
+
+}  // namespace
+
+std::string BackupTitle(const BackupOrigin& origin)
+{
+    const auto day = std::chrono::floor<std::chrono::days>(origin.time);
+    const std::chrono::year_month_day date(day);
+    const std::chrono::hh_mm_ss time(origin.time - day);
+    const auto number = [](auto part) { return static_cast<int>(static_cast<unsigned>(part)); };
+    const auto count = [](auto part) { return static_cast<int>(part.count()); };
+    return std::string(PortWord) + std::to_string(origin.port) + ", " +
+           Padded(static_cast<int>(date.year()), 4) + '-' + Padded(number(date.month()), 2) + '-' +
+           Padded(number(date.day()), 2) + ' ' + Padded(count(time.hours()), 2) + ':' +
+           Padded(count(time.minutes()), 2) + ':' + Padded(count(time.seconds()), 2);
+}
+
+std::optional<BackupOrigin> OriginOf(std::string_view title)
+{
+    if (!title.starts_with(PortWord))
+        return std::nullopt;
+    std::string_view rest = title.substr(PortWord.size());
+    // Port, year, month, day, hours, minutes, seconds, and what stands behind each.
+    constexpr std::array<std::string_view, 7> Marks{", ", "-", "-", " ", ":", ":", ""};
+    std::array<int, Marks.size()> numbers{};
+    for (std::size_t i = 0; i < Marks.size(); ++i) {
+        const auto number = TakeNumber(rest, Marks.at(i));
+        if (!number || *number > 9999)
+            return std::nullopt;
+        numbers.at(i) = *number;
+    }
+    const auto [port, year, month, day, hours, minutes, seconds] = numbers;
+    const std::chrono::year_month_day date{std::chrono::year(year),
+                                           std::chrono::month(static_cast<unsigned>(month)),
+                                           std::chrono::day(static_cast<unsigned>(day))};
+    if (!date.ok())
+        return std::nullopt;
+    const BackupOrigin origin{port, std::chrono::local_days(date) + std::chrono::hours(hours) +
+                                        std::chrono::minutes(minutes) + std::chrono::seconds(seconds)};
+    // Other ways to write the same, such as a 25th hour, are no title of a backup.
+    if (BackupTitle(origin) != title)
+        return std::nullopt;
+    return origin;
+}
+
+}  // namespace kelvora
