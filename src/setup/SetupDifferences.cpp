@@ -1,0 +1,155 @@
+#include "setup/SetupDifferences.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "keymap/Models.h"
+#include "setup/Options.h"
+
+namespace kelvora {
+
+namespace {
+
+using What = SetupDifference::What;
+
+// A module with what tells it from others of its setup.
+struct Placed {
+    const ModuleRecord* record;
+    int occurrence;  // among the modules of its kind
+    int firstKeyNumber;
+
+    bool IsLike(const Placed& other) const
+    {
+        return record->Kind == other.record->Kind && occurrence == other.occurrence;
+    }
+};
+
+std::vector<Placed> PlacedModules(const SetupDocument& document)
+{
+    std::vector<Placed> placed;
+    int keyNumber = 1;
+    for (const ModuleRecord& record : document.Modules) {
+        const auto same = std::ranges::count_if(
+            placed, [&](const Placed& other) { return other.record->Kind == record.Kind; });
+        placed.push_back({&record, static_cast<int>(same), keyNumber});
+        if (FindModel(record.Kind))
+            keyNumber += record.Rows * record.Columns;
+    }
+    return placed;
+}
+
+const Placed* Counterpart(const Placed& module, const std::vector<Placed>& others)
+{
+    const auto found =
+        std::ranges::find_if(others, [&](const Placed& other) { return other.IsLike(module); });
+    return found == others.end() ? nullptr : &*found;
+}
+
+// The kinds of the modules that the other setup has too.
+std::string CommonKinds(const std::vector<Placed>& modules, const std::vector<Placed>& others)
+{
+    std::string kinds;
+    for (const Placed& module : modules)
+        if (Counterpart(module, others))
+            kinds += static_cast<char>(module.record->Kind);
+    return kinds;
+}
+
+std::string UnknownCodes(const SetupDocument& document)
+{
+    std::string codes;
+    for (const char code : document.DeviceMap)
+        if (KindOf(static_cast<std::uint8_t>(code)) == ModuleKind::None)
+            codes += code;
+    return codes;
+}
+
+// An option's place in the option text of a kind.
+struct OptionField {
+    What what;
+    ModuleKind kind;
+    int position;
+    std::size_t at, length;
+};
+
+constexpr std::array OptionFields{
+    OptionField{What::Fiscal, ModuleKind::KM096, 0, 0, Options::Yes.size()},
+    OptionField{What::Backlight, ModuleKind::Backlight, 0, 0, Options::Yes.size()},
+    OptionField{What::Tracks, ModuleKind::MCR, 0, 0, Options::TracksLength},
+    OptionField{What::Separator, ModuleKind::MCR, 1, Options::SeparatorAt, 1},
+    OptionField{What::Separator, ModuleKind::MCR, 2, Options::SeparatorAt + 1, 1},
+    OptionField{What::Separator, ModuleKind::MCR, 3, Options::SeparatorAt + 2, 1},
+    OptionField{What::Autoread, ModuleKind::MCR, 0, Options::AutoreadAt, Options::On.size()},
+};
+
+void CompareOptions(const ModuleRecord& before, const ModuleRecord& after,
+                    std::vector<SetupDifference>& differences)
+{
+    for (const OptionField& field : OptionFields) {
+        if (field.kind != before.Kind)
+            continue;
+        std::string old = before.Options.substr(field.at, field.length);
+        std::string now = after.Options.substr(field.at, field.length);
+        if (old != now)
+            differences.push_back(
+                {field.what, field.kind, field.position, 0, 0, std::move(old), std::move(now)});
+    }
+}
+
+void CompareKeys(const Placed& before, const Placed& after, std::vector<SetupDifference>& differences)
+{
+    if (!FindModel(before.record->Kind))
+        return;
+    const std::string& old = before.record->KeyMap;
+    const std::string& now = after.record->KeyMap;
+    const auto cells = static_cast<int>(std::min(old.size(), now.size()));
+    for (int cell = 0; cell < cells; ++cell) {
+        const auto at = static_cast<std::size_t>(cell);
+        if (old[at] != now[at])
+            differences.push_back({What::Key,
+                                   before.record->Kind,
+                                   cell + 1,
+                                   before.firstKeyNumber + cell,
+                                   after.firstKeyNumber + cell,
+                                   {old[at]},
+                                   {now[at]}});
+    }
+}
+
+void AppendUnmatched(What what, const std::vector<Placed>& modules, const std::vector<Placed>& others,
+                     std::vector<SetupDifference>& differences)
+{
+    for (const Placed& module : modules)
+        if (!Counterpart(module, others))
+            differences.push_back({what, module.record->Kind, 0, 0, 0, {}, {}});
+}
+
+void AppendChanged(What what, std::string before, std::string after,
+                   std::vector<SetupDifference>& differences)
+{
+    if (before != after)
+        differences.push_back({what, ModuleKind::None, 0, 0, 0, std::move(before), std::move(after)});
+}
+
+}  // namespace
+
+std::vector<SetupDifference> CompareSetups(const SetupDocument& before, const SetupDocument& after)
+{
+    const std::vector<Placed> old = PlacedModules(before);
+    const std::vector<Placed> now = PlacedModules(after);
+    std::vector<SetupDifference> differences;
+    AppendUnmatched(What::Removed, old, now, differences);
+    AppendUnmatched(What::Added, now, old, differences);
+    AppendChanged(What::Order, CommonKinds(old, now), CommonKinds(now, old), differences);
+    AppendChanged(What::UnknownModules, UnknownCodes(before), UnknownCodes(after), differences);
+    for (const Placed& module : now)
+        if (const Placed* const counterpart = Counterpart(module, old)) {
+            CompareOptions(*counterpart->record, *module.record, differences);
+            CompareKeys(*counterpart, module, differences);
+        }
+    return differences;
+}
+
+}  // namespace kelvora

@@ -1,0 +1,64 @@
+#include "setup/SetupDifferences.h"
+
+#include <gtest/gtest.h>
+
+#include "setup/SetupReader.h"
+
+namespace kelvora {
+namespace {
+
+using enum ModuleKind;
+using What = SetupDifference::What;
+
+TEST(SetupDifferences, OptionsAndKeys)
+{
+    SetupDocument before = ReadDeviceMap("\xD6\x17\x04\xBF\x03");
+    SetupDocument after = ReadDeviceMap("\xD6\x1F\x04\x01\xBF");
+    EXPECT_TRUE(CompareSetups(before, before).empty());
+    after.Modules[0].Options = "NO ";
+    after.Modules[0].KeyMap[11] = '0';
+    after.Modules[3].Options = "1,2  ^;%OFF";
+    after.Modules[4].KeyMap[1] = '2';
+    after.Modules[4].Left = 100;
+    const std::vector<SetupDifference> differences{
+        {What::Order, None, 0, 0, 0, "\x01\x02\x03\x04\x05", "\x01\x02\x03\x05\x04"},
+        {What::Fiscal, KM096, 0, 0, 0, "YES", "NO "},
+        {What::Key, KM096, 12, 12, 12, "1", "0"},
+        {What::Backlight, Backlight, 0, 0, 0, "YES", "NO "},
+        {What::Tracks, MCR, 0, 0, 0, "1,2,3", "1,2  "},
+        {What::Separator, MCR, 2, 0, 0, "^", ";"},
+        {What::Separator, MCR, 3, 0, 0, "^", "%"},
+        {What::Autoread, MCR, 0, 0, 0, "ON ", "OFF"},
+        {What::Key, KM064, 2, 98, 98, "1", "2"},
+    };
+    EXPECT_EQ(CompareSetups(before, after), differences);
+}
+
+TEST(SetupDifferences, Modules)
+{
+    SetupDocument before = ReadDeviceMap("\xD6\xBF\xFF\x08");
+    SetupDocument after = ReadDeviceMap("\x08\x03\x55\xBF");
+    after.Modules[0].KeyMap[0] = '0';
+    const std::vector<SetupDifference> differences{
+        {What::Removed, KM096, 0, 0, 0, "", ""},
+        {What::Added, MCR, 0, 0, 0, "", ""},
+        {What::Order, None, 0, 0, 0, "\x04\x06", "\x06\x04"},
+        {What::UnknownModules, None, 0, 0, 0, "\xFF", "\x55"},
+        {What::Key, ICCR, 1, 161, 1, "1", "0"},
+    };
+    EXPECT_EQ(CompareSetups(before, after), differences);
+}
+
+TEST(SetupDifferences, RepeatedKinds)
+{
+    const SetupDocument one = ReadSetup("[KM064]\n", RepeatedKinds::Read);
+    SetupDocument two = ReadSetup("[KM064]\n[KM064]\n", RepeatedKinds::Read);
+    EXPECT_EQ(CompareSetups(one, two), (std::vector<SetupDifference>{{What::Added, KM064, 0, 0, 0, "", ""}}));
+    SetupDocument changed = two;
+    changed.Modules[1].KeyMap[63] = '0';
+    EXPECT_EQ(CompareSetups(two, changed),
+              (std::vector<SetupDifference>{{What::Key, KM064, 64, 128, 128, "1", "0"}}));
+}
+
+}  // namespace
+}  // namespace kelvora
