@@ -1,0 +1,74 @@
+#include "flash/ImageDifferences.h"
+
+#include <gtest/gtest.h>
+
+#include "flash/Images.h"
+
+namespace kelvora {
+namespace {
+
+using enum ModuleKind;
+using What = ImageDifference::What;
+
+TEST(ImageDifferences, AreNamed)
+{
+    const SetupDocument setup = ReadDeviceMap("\xD6\x03\xBF");
+    const FlashImage before = Built(setup, Filled(0xFF));
+    FlashImage after = before;
+    EXPECT_TRUE(DescribeDifferences(before, after, setup.Modules).empty());
+    after[5] = after[6] = 0xFE;
+    after[130] = 0x01;
+    after[131] = 0x0E;
+    after[133] = 0;
+    after[141] = after[142] = 0;                 // the end of a region
+    after[256 + 16] = 0x40;                      // a2, key 2
+    after[256 + 190] = after[256 + 191] = 0x33;  // h12, without a key
+    after[480 + 14 + 4 * 16 + 1] = 0x77;         // h5, key 97, another code
+    after[480] = after[481] = 0xFF;              // a1, key 120
+    after[1025] = '%';
+    after[1027] = after[1028] = after[1030] = 0;
+    const std::vector<ImageDifference> differences{
+        {What::Bytes, 5, 5, std::nullopt, None, 0, 0, 0},
+        {What::Fiscal, 6, 6, 0, KM096, 0, '1', '0'},
+        {What::Module, 130, 130, 1, None, 2, 3, 1},
+        {What::Autoread, 131, 131, 1, MCR, 2, '1', '0'},
+        {What::Bytes, 133, 133, 1, None, 0, 0, 0},
+        {What::Bytes, 141, 141, 1, None, 0, 0, 0},
+        {What::Bytes, 142, 142, std::nullopt, None, 0, 0, 0},
+        {What::Key, 272, 273, 2, KM096, 2, '1', '2'},
+        {What::Bytes, 446, 447, 2, None, 0, 0, 0},
+        {What::Key, 480, 481, 2, KM064, 120, '1', ' '},
+        {What::Key, 558, 559, 2, KM064, 97, '1', '1'},
+        {What::Separator, 1025, 1025, 3, MCR, 2, '\xFF', '%'},
+        {What::Bytes, 1027, 1028, 3, None, 0, 0, 0},
+        {What::Bytes, 1030, 1030, 3, None, 0, 0, 0},
+    };
+    EXPECT_EQ(DescribeDifferences(before, after, setup.Modules), differences);
+}
+
+TEST(ImageDifferences, KeysAreNamedOnlyWhereTheTablesStandAlike)
+{
+    struct Case {
+        std::string reason;
+        FlashImage before;
+        std::string line;
+        What what;
+    };
+    const FlashImage after = ImageOf("\xD6\x08\xBF");
+    for (const Case& c : {Case{"the same modules", after, "\xD6\x08\xBF", What::Key},
+                          Case{"never written", Filled(0xFF), "\xD6\x08\xBF", What::Key},
+                          Case{"another order", ImageOf("\xD6\xBF\x08"), "\xD6\x08\xBF", What::Bytes},
+                          Case{"another line", after, "\xD6\xBF\x08", What::Bytes},
+                          Case{"behind an unknown module", after, "\xD6\xFF\xBF", What::Bytes}}) {
+        FlashImage changed = after;
+        changed[496] = 0;  // a1 of the KM064 behind an ICCR
+        const auto differences = DescribeDifferences(c.before, changed, ReadDeviceMap(c.line).Modules);
+        ASSERT_FALSE(differences.empty()) << c.reason;
+        EXPECT_EQ(differences.back().what, c.what) << c.reason;
+        EXPECT_EQ(differences.back().first, 496U) << c.reason;
+    }
+    EXPECT_EQ(ModulesOf(after), ReadDeviceMap("\xD6\x08\xBF").Modules);
+}
+
+}  // namespace
+}  // namespace kelvora
