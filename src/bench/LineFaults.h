@@ -1,0 +1,71 @@
+// What goes wrong on a simulated line. Noise comes from a seed, which means the same on every machine; cuts
+// come after an exact number of bytes.
+#pragma once
+
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <random>
+#include <string>
+#include <string_view>
+
+namespace kelvora::bench {
+
+enum class Direction { ToDevice, ToHost };
+
+/// After how many bytes, from the plan's begin on, that byte being the last one heard.
+struct LineCut {
+    std::optional<std::uint64_t> toDevice;
+    std::optional<std::uint64_t> toHost;
+};
+
+struct FaultPlan {
+    std::uint64_t seed = 1;
+    // Chances per byte, 0 to 1, their sum at most 1; in either direction.
+    double drop = 0;
+    double flip = 0;  ///< one bit of the byte
+    double duplicate = 0;
+    std::chrono::milliseconds delay{0};  ///< how late every answer of a device begins
+    unsigned naks = 0;                   ///< how many frames are refused, whatever they hold
+    LineCut silentAfter;                 ///< from then on nothing passes in either direction
+    LineCut awayAfter;                   ///< from then on the port is gone
+};
+
+class LineFaults {
+public:
+    explicit LineFaults(const FaultPlan& plan);
+
+    /// The bytes as noise leaves them.
+    std::string Distort(Direction direction, std::string_view bytes);
+
+    /// Counts bytes that arrive and returns how many of them still do before the line is cut.
+    std::size_t Pass(Direction direction, std::size_t bytes);
+    /// Bytes that have arrived.
+    std::uint64_t Passed(Direction direction) const { return WayOf(direction).passed; }
+
+    bool IsSilent() const { return isSilent_; }
+    bool IsAway() const { return isAway_; }
+
+    /// Whether the frame at hand is one of those to refuse; counts it.
+    bool TakeNak();
+    std::chrono::milliseconds Delay() const { return plan_.delay; }
+
+private:
+    struct Way {
+        std::mt19937_64 noise;
+        std::uint64_t passed = 0;
+        std::optional<std::uint64_t> silentAfter;
+        std::optional<std::uint64_t> awayAfter;
+    };
+
+    Way& WayOf(Direction direction) { return ways_[direction == Direction::ToHost ? 1 : 0]; }
+    const Way& WayOf(Direction direction) const { return ways_[direction == Direction::ToHost ? 1 : 0]; }
+
+    FaultPlan plan_;
+    std::array<Way, 2> ways_;
+    bool isSilent_ = false;
+    bool isAway_ = false;
+};
+
+}  // namespace kelvora::bench
