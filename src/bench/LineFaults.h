@@ -16,8 +16,8 @@ enum class Direction { ToDevice, ToHost };
 
 /// After how many bytes, from the plan's begin on, that byte being the last one heard.
 struct LineCut {
-    std::optional<std::uint64_t> toDevice;
-    std::optional<std::uint64_t> toHost;
+    std::optional<std::uint64_t> toDevice{};
+    std::optional<std::uint64_t> toHost{};
 };
 
 struct FaultPlan {
@@ -28,8 +28,8 @@ struct FaultPlan {
     double duplicate = 0;
     std::chrono::milliseconds delay{0};  ///< how late every answer of a device begins
     unsigned naks = 0;                   ///< how many frames are refused, whatever they hold
-    LineCut silentAfter;                 ///< from then on nothing passes in either direction
-    LineCut awayAfter;                   ///< from then on the port is gone
+    LineCut silentAfter{};               ///< from then on nothing passes in either direction
+    LineCut awayAfter{};                 ///< from then on the port is gone
 };
 
 class LineFaults {

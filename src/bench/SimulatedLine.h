@@ -17,10 +17,10 @@
 namespace kelvora::bench {
 
 struct LineOptions {
-    SerialSettings terminal;  ///< the terminal's own settings
+    SerialSettings terminal{};  ///< the terminal's own settings
     std::vector<ModuleLink> modules{
         ModuleLink{}};  ///< by address; those that are missing are as the last one
-    FaultPlan faults;
+    FaultPlan faults{};
     bool isPaced = true;  ///< bytes take the time that the line's speed gives them
 };
 

@@ -1,0 +1,205 @@
+#include "bench/TerminalCommands.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "bench/FreshLine.h"
+#include "bench/TerminalFrame.h"
+
+using namespace kelvora::bench;
+
+namespace {
+
+LineState Erased()
+{
+    LineState state;
+    state.flash.fill(0xFF);
+    return state;
+}
+
+// The bytes 0 to 63: six of them need an escape.
+std::string CountingBlock()
+{
+    std::string block;
+    for (char byte = 0; byte < 64; ++byte) {
+        const bool isEscaped = std::string_view("\1\3\n\r\x15\x1B").find(byte) != std::string_view::npos;
+        block += isEscaped ? std::string{'\x1B', static_cast<char>(byte + 64)} : std::string{byte};
+    }
+    return block;
+}
+
+const std::string Counting = CountingBlock();
+const std::string Letters(64, 'a');
+
+}  // namespace
+
+TEST(TerminalCommands, KeepTheirOrder)
+{
+    LineState memory = Erased();
+    TerminalCommands terminal(memory);
+    int stored = 0;
+    terminal.onStored = [&] { ++stored; };
+    struct Step {
+        std::string command;
+        std::string reply;
+        int stored;
+    };
+    const std::vector<Step> steps{
+        {"$9918", "$9918!0", 0},
+        {"$9902", "$9902!0!0 ", 0},
+        {"$9904!4", "$9904!2", 0},
+        {"$9904!3", "$9904!0!3", 1},
+        {"$9904!3", "$9904!0!3", 1},
+        {"20", "20!2", 1},  // not open
+        {"0FB1"
+         "0040" +
+             Counting,
+         "0FB1!2", 1},
+        {"0FB3", "0FB3!2", 1},
+        {"0F02", "0F02!0(B4293435", 1},
+        {"0FB3B4293435", "0FB3!0", 1},  // that is what the device already has
+        {"0FB0", "0FB0!0$8192", 1},
+        {"0FB1"
+         "0040" +
+             Counting,
+         "0FB1!0", 1},
+        {"0FB1"
+         "0041" +
+             Letters,
+         "0FB1!2", 1},  // not aligned
+        {"0FB1"
+         "2000" +
+             Letters,
+         "0FB1!2", 1},  // past the end
+        {"0FB1"
+         "0000" +
+             Letters.substr(1),
+         "0FB1!2", 1},
+        {"0FB1"
+         "0000" +
+             Letters.substr(1) + "\x1B",
+         "0FB1!2", 1},
+        {"0FB1"
+         "0000" +
+             Letters.substr(1) +
+             "\x1B"
+             "a",
+         "0FB1!2", 1},
+        {"0F02", "0F02!0(B4293435", 1},  // staging changes nothing
+        {"0FB0", "0FB0!0$8192", 1},      // and is gone with a new open
+        {"0FB1"
+         "0000" +
+             Letters,
+         "0FB1!0", 1},
+        {"0FB1"
+         "0040" +
+             Counting,
+         "0FB1!0", 1},
+        {"0FB1"
+         "0000" +
+             std::string(64, '\xFF'),
+         "0FB1!0", 1},
+        {"0FB1", "0FB1!0", 1},
+        {"0FB1"
+         "0000" +
+             Letters,
+         "0FB1!2", 1},  // no more blocks
+        {"0FB300000000", "0FB3!2", 1},
+        {"0FB38ad4e742", "0FB3!2", 1},
+        {"0F02", "0F02!0(B4293435", 1},
+        {"0FB38AD4E742", "0FB3!0", 2},
+        {"0F02", "0F02!0(8AD4E742", 2},
+        {"0FB38AD4E742", "0FB3!0", 2},  // asked again, done as well
+        {"20", "20!2", 2},              // closed
+        {"0FB0", "0FB0!0$8192", 2},
+        {"0FB1"
+         "0000" +
+             Letters,
+         "0FB1!0", 2},
+        {"0FB3", "0FB3!0", 2},  // discarded
+        {"0FB377861B96", "0FB3!2", 2},
+        {"0FB0x", "0FB0!2", 2},
+        {"$9999", "$9999!2", 2},
+        {"", "!2", 2},
+    };
+    for (const Step& step : steps) {
+        EXPECT_EQ(terminal.Run(step.command), step.reply) << step.command;
+        EXPECT_EQ(stored, step.stored) << step.command;
+    }
+    for (std::size_t address = 0; address < FlashSize; ++address)
+        ASSERT_EQ(memory.flash[address], address >= 64 && address < 128 ? address - 64 : 0xFF) << address;
+}
+
+TEST(TerminalCommands, BlocksHoldWhatFitsAndMakeTheWholeImage)
+{
+    LineState memory = Erased();
+    std::mt19937_64 noise(3);
+    std::ranges::fill(memory.flash.begin(), memory.flash.begin() + 300, std::uint8_t{3});
+    for (std::size_t address = 1000; address < FlashSize; ++address)
+        memory.flash[address] = static_cast<std::uint8_t>(noise());
+    TerminalCommands terminal(memory);
+    terminal.Run("0FB0");
+    const std::string field = "\xFF" + std::string(223, '\xFF');
+    std::string pairs;
+    for (int count = 0; count < 111; ++count)
+        pairs +=
+            "\x1B"
+            "C";
+    EXPECT_EQ(terminal.Run("20"), "20!0$0000\xFE" + pairs + "\xFE" + pairs);
+    const std::string mixed = pairs.substr(0, 2 * 78) + std::string(67, '\xFF');
+    EXPECT_EQ(terminal.Run("20"), "20!0$00DE\xFF" + mixed + field);
+    EXPECT_EQ(terminal.Run("000"), "000!0");
+
+    std::string image;
+    int blocks = 0;
+    for (std::string reply = terminal.Run("20"); reply != "20!2"; reply = terminal.Run("20"), ++blocks) {
+        ASSERT_EQ(reply.substr(4, 5), "$" + Hex(static_cast<std::uint32_t>(image.size()), 4));
+        for (std::size_t place = 9; place < reply.size();) {
+            const std::size_t length = static_cast<unsigned char>(reply[place]) - 32U;
+            const auto data = Unescape(std::string_view(reply).substr(place + 1, length));
+            ASSERT_TRUE(data && length <= 223);
+            image += *data;
+            place += 1 + length;
+        }
+    }
+    EXPECT_LT(blocks, 22);
+    EXPECT_TRUE(std::ranges::equal(image, memory.flash, {},
+                                   [](char byte) { return static_cast<std::uint8_t>(byte); }));
+}
+
+TEST(TerminalCommands, FreshLineSuitsItsModules)
+{
+    const LineState line = FreshLine({Module::KM096, Module::KM064, Module::MCR12, Module::ICCR});
+    const std::vector<std::uint8_t> codes{214, 23, 4, 191, 1, 8};
+    EXPECT_EQ(DeviceMapOf(line.modules), codes);
+    const std::vector<std::uint8_t> pairs(line.flash.begin() + 128, line.flash.begin() + 142);
+    EXPECT_EQ(pairs, (std::vector<std::uint8_t>{214, 0, 23, 0, 4, 0, 191, 0, 1, 1, 8, 0, 0, 0}));
+    // Tables: main keyboard 192 bytes, code 4 32, extension keyboard 128, badge reader 32, chip card unit 48.
+    struct Key {
+        std::size_t address;
+        int code;
+    };
+    for (const auto& [address, code] :
+         {Key{256, 2}, Key{446, 97}, Key{480, 98}, Key{606, 161}, Key{640, 162}, Key{686, 185}}) {
+        EXPECT_EQ(line.flash[address], 0) << address;
+        EXPECT_EQ(line.flash[address + 1], code) << address;
+    }
+}
+
+TEST(TerminalCommands, DeviceMapIsDecodedFromTheBlocks)
+{
+    const IdentityBytes composite{0xAA, 0x55, 214, 23, 0xFF, 0xFF, 4, 0};
+    const IdentityBytes reader{0xAA, 0x55, 0xFF, 0xFF, 0xFF, 3, 0xFF, 0};
+    const IdentityBytes wrongPlace{0xAA, 0x55, 8, 0, 0, 0, 0, 0};
+    const IdentityBytes empty{};
+    const std::vector<std::pair<std::vector<IdentityBytes>, std::vector<std::uint8_t>>> cases{
+        {{composite, composite, composite, composite}, {214, 23, 4, 214}},
+        {{reader, composite, composite}, {255, 214, 23}},  // the first module is asked at offset 2 alone
+        {{composite, reader, reader}, {214, 3, 3}},
+        {{wrongPlace, empty, {0xAA, 0x55, 0, 31}, {0xAA, 0x55, 0, 0, 0, 1}}, {255, 255, 31, 255}},
+    };
+    for (const auto& [modules, map] : cases)
+        EXPECT_EQ(DeviceMapOf(modules), map);
+}
