@@ -7,8 +7,8 @@ namespace kelvora::bench {
 
 namespace {
 
-// What common serial adapters hold back before they hand on what has come.
-constexpr std::size_t LongestRun = 16;
+// What common serial adapters hold back at most before they hand on what has come.
+constexpr std::size_t LongestRun = 14;
 constexpr std::chrono::milliseconds LongestRunTime(20);
 
 std::size_t RunLength(const SerialSettings& settings)

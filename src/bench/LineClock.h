@@ -3,6 +3,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -30,23 +31,29 @@ protected:
 /// One thing that is to happen later and can be called off; it does not happen when this is gone by then.
 class Appointment {
 public:
-    explicit Appointment(LineClock& clock) : clock_(clock) {}
+    explicit Appointment(LineClock& clock) : clock_(clock), state_(std::make_shared<State>()) {}
 
     /// Runs `action` at `due` in place of what was set before.
     void Set(LineClock::Time due, std::function<void()> action)
     {
-        action_ = std::make_shared<std::function<void()>>(std::move(action));
-        clock_.At(due, [entry = std::weak_ptr(action_)] {
-            if (const auto present = entry.lock())
-                std::exchange(*present, nullptr)();
+        state_->action = std::move(action);
+        clock_.At(due, [entry = std::weak_ptr(state_), number = ++state_->number] {
+            const auto state = entry.lock();
+            if (state && state->action && state->number == number)
+                std::exchange(state->action, nullptr)();
         });
     }
-    void Cancel() { action_.reset(); }
-    bool IsSet() const { return action_ && *action_; }
+    void Cancel() { state_->action = nullptr; }
+    bool IsSet() const { return static_cast<bool>(state_->action); }
 
 private:
+    struct State {
+        std::function<void()> action;
+        std::uint64_t number = 0;  ///< of what was set last
+    };
+
     LineClock& clock_;
-    std::shared_ptr<std::function<void()>> action_;
+    std::shared_ptr<State> state_;
 };
 
 }  // namespace kelvora::bench
