@@ -138,7 +138,7 @@ TEST(SimulatedLine, NewCommandCutsTheAnswerBeforeIt)
 {
     BenchLine bench;
     bench.port.Write(AskName);
-    bench.loop.Pass(14 * ByteTime + 10 * ByteTime);
+    bench.loop.Pass(24 * ByteTime);
     bench.port.Write(
         "\1"
         "0004$9904\3"

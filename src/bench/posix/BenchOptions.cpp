@@ -1,0 +1,123 @@
+#include "bench/posix/BenchOptions.h"
+
+#include <CLI/CLI.hpp>
+#include <chrono>
+#include <set>
+
+namespace kelvora::bench {
+
+namespace {
+
+constexpr const char* Description =
+    "Plays the terminal and the keyboard modules of a till's serial lines behind pseudo-terminals.\n"
+    "Prints the number and the device of each line, then plays until it is told to end.";
+
+constexpr const char* Examples =
+    "Examples:\n"
+    "  kelvora-bench\n"
+    "  kelvora-bench --modules km096,km064,iccr --state till07.txt\n"
+    "  kelvora-bench --modules mcr12 --speed 2400 --seed 7 --drop 0.001\n"
+    "\n"
+    "Exit code: 0 ended; 1 a line cannot be played; 2 wrong usage.";
+
+/// Speeds that modules work at.
+const std::set<int> ModuleSpeeds{9600, 4800, 2400, 1200};
+
+/// Speeds of the terminal's own settings.
+const std::set<int> TerminalSpeeds{19200, 9600, 4800, 2400, 1200, 600, 300, 150};
+
+std::vector<Module> ParseModules(const std::string& list)
+{
+    std::vector<Module> modules;
+    std::size_t addresses = 0;
+    if (list == "none")
+        return modules;
+    for (const std::string& name : CLI::detail::split(list, ',')) {
+        const auto module = FindModule(name);
+        if (!module)
+            throw CLI::ValidationError("--modules", "no module is named \"" + name + "\"");
+        addresses += AddressesOf(*module);
+        modules.push_back(*module);
+    }
+    if (addresses > MostModules)
+        throw CLI::ValidationError("--modules", "\"" + list + "\" takes more than seven addresses");
+    return modules;
+}
+
+void AddLineOptions(CLI::App& app, BenchOptions& options)
+{
+    app.add_option_function<std::vector<std::string>>(
+           "--modules",
+           [&options](const std::vector<std::string>& lists) {
+               for (const std::string& list : lists)
+                   options.lines.push_back(ParseModules(list));
+           },
+           "What hangs on a line, in its order: km096, km064, mcr12, mcr23, mcr123, iccr, separated by "
+           "commas; "
+           "or none. Once for each line")
+        ->allow_extra_args(false)
+        ->type_name("LIST");
+    app.add_option_function<int>(
+           "--speed", [&options](int baud) { options.line.modules = {ModuleLinkAt({.baud = baud})}; },
+           "Speed of the modules")
+        ->check(CLI::IsMember(ModuleSpeeds));
+    app.add_option("--terminal-speed", options.line.terminal.baud, "Speed of the terminal")
+        ->check(CLI::IsMember(TerminalSpeeds));
+    app.add_option(
+           "--state", options.statePath,
+           "File that keeps flash and EEPROM of the first line; FILE.2 that of the second, and so on. "
+           "Where it exists, it says what hangs on the line")
+        ->type_name("FILE");
+    app.add_flag_callback(
+        "--unpaced", [&options] { options.line.isPaced = false; }, "Bytes take no time");
+    app.add_flag("--until-eof", options.untilEof, "End when standard input ends");
+}
+
+void AddFaultOptions(CLI::App& app, FaultPlan& faults)
+{
+    const CLI::Range chance(0.0, 1.0);
+    app.add_option("--seed", faults.seed, "What noise and fresh flash images are made from");
+    app.add_option("--drop", faults.drop, "Chance that a byte is lost")->check(chance)->type_name("P");
+    app.add_option("--flip", faults.flip, "Chance that one bit of a byte is wrong")
+        ->check(chance)
+        ->type_name("P");
+    app.add_option("--duplicate", faults.duplicate, "Chance that a byte comes twice")
+        ->check(chance)
+        ->type_name("P");
+    app.add_option_function<int>(
+           "--delay", [&faults](int time) { faults.delay = std::chrono::milliseconds(time); },
+           "How late every answer begins")
+        ->check(CLI::Range(0, 60'000))
+        ->type_name("MS");
+    app.add_option("--nak", faults.naks, "How many frames are refused at first")->type_name("N");
+    app.add_option("--silent-after", faults.silentAfter.toHost, "Go silent when N bytes have been answered")
+        ->type_name("N");
+    app.add_option("--away-after", faults.awayAfter.toHost,
+                   "Take the device away when N bytes have been answered")
+        ->type_name("N");
+}
+
+}  // namespace
+
+std::optional<BenchOptions> ParseBenchOptions(const std::vector<std::string>& arguments, std::ostream& out,
+                                              std::ostream& err, int& exitCode)
+{
+    BenchOptions options;
+    CLI::App app(Description, "kelvora-bench");
+    app.set_version_flag("--version", "kelvora-bench " KELVORA_VERSION);
+    app.footer(Examples);
+    AddLineOptions(app, options);
+    AddFaultOptions(app, options.line.faults);
+    try {
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+    } catch (const CLI::ParseError& error) {
+        exitCode = app.exit(error, out, err) == 0 ? Done : WrongUsage;
+        return std::nullopt;
+    }
+    if (options.lines.empty())
+        options.lines = {{Module::KM096, Module::KM064, Module::MCR123, Module::ICCR},
+                         {Module::KM096, Module::MCR123}};
+    return options;
+}
+
+}  // namespace kelvora::bench

@@ -1,0 +1,31 @@
+// The command line of kelvora-bench.
+#pragma once
+
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "bench/FreshLine.h"
+#include "bench/SimulatedLine.h"
+
+namespace kelvora::bench {
+
+struct BenchOptions {
+    std::vector<std::vector<Module>> lines;  ///< what hangs on each of them
+    std::string statePath;                   ///< of the first line; empty for none
+    LineOptions line;
+    bool untilEof = false;
+};
+
+/// Exit codes of the program.
+inline constexpr int Done = 0;
+inline constexpr int Failed = 1;
+inline constexpr int WrongUsage = 2;
+
+/// What the arguments ask for; nothing when the program is to end with `exitCode`: help or a complaint has
+/// been shown then.
+std::optional<BenchOptions> ParseBenchOptions(const std::vector<std::string>& arguments, std::ostream& out,
+                                              std::ostream& err, int& exitCode);
+
+}  // namespace kelvora::bench

@@ -1,0 +1,35 @@
+// The real clock of simulated lines, and what wakes them: descriptors and due times.
+#pragma once
+
+#include <functional>
+#include <map>
+
+#include "bench/LineClock.h"
+
+namespace kelvora::bench {
+
+class PollLoop final : public LineClock {
+public:
+    PollLoop();
+
+    Time Now() const override { return std::chrono::steady_clock::now(); }
+    void At(Time due, std::function<void()> action) override;
+
+    /// Calls `ready` whenever the descriptor can be read or has failed.
+    void Watch(int descriptor, std::function<void()> ready);
+    void Unwatch(int descriptor);
+
+    /// Runs until Stop. Throws std::system_error.
+    void Run();
+    void Stop() { isStopped_ = true; }
+
+private:
+    void Wait();
+    void RunDue();
+
+    std::multimap<Time, std::function<void()>> due_;
+    std::map<int, std::function<void()>> watched_;
+    bool isStopped_ = false;
+};
+
+}  // namespace kelvora::bench

@@ -1,0 +1,40 @@
+// A simulated line behind a pseudo-terminal, which a program opens like a serial port. The speed that the
+// program sets there is the host's; the pseudo-terminal itself carries 8 data bits without parity alone.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "bench/SimulatedLine.h"
+#include "bench/posix/Descriptor.h"
+#include "bench/posix/PollLoop.h"
+
+namespace kelvora::bench {
+
+class PtyLine {
+public:
+    /// Both outlive this. Throws std::system_error.
+    PtyLine(PollLoop& loop, SimulatedLine& line);
+    PtyLine(const PtyLine&) = delete;
+    PtyLine& operator=(const PtyLine&) = delete;
+    ~PtyLine();
+
+    /// What a program opens, such as "/dev/pts/5".
+    const std::string& Path() const { return path_; }
+
+private:
+    bool TakeSettings();
+    void Read();
+    void Write(std::string_view bytes);
+    void ProgramClosed();
+    void Vanish();
+
+    PollLoop& loop_;
+    SimulatedLine& line_;
+    Descriptor master_;
+    Descriptor slave_;  ///< held open so that the settings last from one program to the next
+    Descriptor closes_;
+    std::string path_;
+};
+
+}  // namespace kelvora::bench

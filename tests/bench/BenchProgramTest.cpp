@@ -1,0 +1,227 @@
+// The real program, spoken to through its pseudo-terminals.
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <sys/wait.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <array>
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <sstream>
+#include <utility>
+#include <vector>
+
+#include "bench/posix/BenchOptions.h"
+#include "bench/posix/Descriptor.h"
+
+using namespace kelvora::bench;
+using namespace std::string_literals;
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int PatienceMs = 5000;
+
+/// What comes until `end` is among it, or until nothing more comes.
+std::string Hear(int descriptor, std::string_view end, int patienceMs = PatienceMs)
+{
+    std::string heard;
+    pollfd waiting{.fd = descriptor, .events = POLLIN, .revents = 0};
+    while (heard.find(end) == std::string::npos && poll(&waiting, 1, patienceMs) > 0) {
+        std::array<char, 512> bytes{};
+        const ssize_t length = read(descriptor, bytes.data(), bytes.size());
+        if (length <= 0)
+            return heard + "(gone)";
+        heard.append(bytes.data(), static_cast<std::size_t>(length));
+    }
+    return heard;
+}
+
+Descriptor OpenPort(const std::string& path, speed_t speed)
+{
+    Descriptor port(open(path.c_str(), O_RDWR | O_NOCTTY), "open");
+    termios attributes{};
+    tcgetattr(port.Number(), &attributes);
+    cfsetspeed(&attributes, speed);
+    tcsetattr(port.Number(), TCSANOW, &attributes);
+    ioctl(port.Number(), TIOCEXCL);
+    return port;
+}
+
+std::string Ask(const Descriptor& port, std::string_view bytes, std::string_view end)
+{
+    EXPECT_EQ(write(port.Number(), bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+    return Hear(port.Number(), end);
+}
+
+class RunningBench {
+public:
+    explicit RunningBench(std::vector<std::string> arguments)
+    {
+        std::array<int, 2> input{};
+        std::array<int, 2> output{};
+        EXPECT_EQ(pipe2(input.data(), O_CLOEXEC), 0);
+        EXPECT_EQ(pipe2(output.data(), O_CLOEXEC), 0);
+        arguments.insert(arguments.begin(), KELVORA_BENCH);
+        std::vector<char*> pointers;
+        for (std::string& argument : arguments)
+            pointers.push_back(argument.data());
+        pointers.push_back(nullptr);
+        child_ = fork();
+        if (child_ == 0) {
+            dup2(input[0], STDIN_FILENO);
+            dup2(output[1], STDOUT_FILENO);
+            execv(KELVORA_BENCH, pointers.data());
+            _exit(127);
+        }
+        input_ = Descriptor(input[1], "pipe");
+        output_ = Descriptor(output[0], "pipe");
+        close(input[0]);
+        close(output[1]);
+    }
+    RunningBench(const RunningBench&) = delete;
+    RunningBench& operator=(const RunningBench&) = delete;
+    ~RunningBench()
+    {
+        if (child_ > 0)
+            kill(child_, SIGKILL);
+        Wait();
+    }
+
+    std::string Output(std::string_view end) const { return Hear(output_.Number(), end); }
+    void CloseInput() { input_.Close(); }
+    void Signal(int number) const { kill(child_, number); }
+    int Wait()
+    {
+        int status = -1;
+        if (child_ > 0)
+            waitpid(std::exchange(child_, 0), &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+private:
+    pid_t child_ = 0;
+    Descriptor input_;
+    Descriptor output_;
+};
+
+}  // namespace
+
+TEST(BenchProgram, PlaysEachLineAtItsSpeedUntilItsParentEnds)
+{
+    RunningBench bench({"--modules", "iccr", "--modules", "none", "--terminal-speed", "1200", "--until-eof"});
+    std::istringstream lines(bench.Output("\n"));
+    std::string number;
+    std::string path;
+    lines >> number >> path;
+    EXPECT_EQ(number, "1");
+
+    const std::string ask =
+        "\1"
+        "0001$9900\3"
+        "AFD3";
+    const std::string name =
+        "\1"
+        "0001M$9900!0.BENCH TERMINAL\3"
+        "C586";
+    Descriptor port = OpenPort(path, B1200);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(Ask(port, ask, "C586"), name);
+    EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds((15 + 33) * 25 / 3));
+
+    // A program that is killed leaves neither its exclusive use nor an answer to the next one.
+    EXPECT_EQ(write(port.Number(), ask.data(), ask.size()), 15);
+    EXPECT_LT(Hear(port.Number(), "\1").size(), name.size());
+    port.Close();
+    poll(nullptr, 0, 200);
+    port = OpenPort(path, B9600);
+    EXPECT_EQ(Ask(port, "\5", "\x11"), "\x11") << "the modules work at 9600";
+    EXPECT_EQ(Ask(port, "\2\2\0\xF7\xF7\3"s, "\3"),
+              "\6\6\2\6\0\xF7"
+              "1.00\xE8\3"s);
+
+    bench.CloseInput();
+    EXPECT_EQ(bench.Wait(), Done);
+}
+
+TEST(BenchProgram, KeepsItsStateAndLeavesABrokenOneAlone)
+{
+    const fs::path folder = fs::path(testing::TempDir()) / ("kelvora-bench-" + std::to_string(getpid()));
+    fs::create_directories(folder);
+    const std::string state = folder / "state";
+    struct Request {
+        const char* modules;
+        std::string sent;
+        std::string heard;
+    };
+    const std::vector<Request> requests{
+        {"iccr", "\2\14\0\xFA\0\xAA\xAA\x55\xBF\0\0\0\0\0\x10\3"s, "\6\6"},
+        {"none", "\2\5\0\xF9\0\xAA\10\x5B\3"s, "\6\6\2\12\0\xF9\xAA\x55\xBF\0\0\0\0\0\xB9\3"s},
+    };
+    for (const auto& [modules, sent, heard] : requests) {
+        RunningBench bench({"--modules", modules, "--state", state});
+        const std::string line = bench.Output("\n");
+        ASSERT_EQ(line.substr(0, 2), "1 ");
+        const Descriptor port = OpenPort(line.substr(2, line.size() - 3), B9600);
+        EXPECT_EQ(Ask(port, "\5", "\x11"), "\x11");
+        EXPECT_EQ(Ask(port, sent, heard), heard);
+        bench.Signal(SIGTERM);
+        EXPECT_EQ(bench.Wait(), Done);
+    }
+
+    fs::resize_file(state, fs::file_size(state) - 1);
+    const auto size = fs::file_size(state);
+    RunningBench bench({"--state", state});
+    EXPECT_EQ(bench.Wait(), Failed);
+    EXPECT_EQ(fs::file_size(state), size);
+    fs::remove_all(folder);
+}
+
+TEST(BenchProgram, TakesTheDeviceAway)
+{
+    RunningBench bench({"--modules", "iccr", "--away-after", "5", "--unpaced"});
+    const std::string line = bench.Output("\n");
+    const Descriptor port = OpenPort(line.substr(2, line.size() - 3), B9600);
+    const std::string heard = Ask(port,
+                                  "\1"
+                                  "0001$9900\3"
+                                  "AFD3",
+                                  "(gone)");
+    EXPECT_TRUE(std::string_view("\1"
+                                 "0001(gone)")
+                    .ends_with(heard.substr(heard.size() - 6)))
+        << heard;
+}
+
+TEST(BenchProgram, RefusesWrongUsage)
+{
+    const std::vector<std::pair<std::vector<std::string>, std::string>> cases{
+        {{"--modules", "km096,km09"}, "no module is named \"km09\""},
+        {{"--modules", "km096,km096,km064,iccr"}, "more than seven"},
+        {{"--modules", ""}, "no module is named"},
+        {{"--speed", "19200"}, "--speed"},
+        {{"--drop", "1.5"}, "--drop"},
+        {{"--nak", "-1"}, "--nak"},
+        {{"--line", "1"}, "--line"},
+    };
+    for (const auto& [arguments, complaint] : cases) {
+        std::ostringstream out;
+        std::ostringstream err;
+        int exitCode = Done;
+        EXPECT_FALSE(ParseBenchOptions(arguments, out, err, exitCode));
+        EXPECT_EQ(exitCode, WrongUsage) << complaint;
+        EXPECT_NE(err.str().find(complaint), std::string::npos) << err.str();
+        EXPECT_EQ(out.str(), "");
+    }
+    std::ostringstream ignored;
+    int exitCode = Done;
+    const auto options =
+        ParseBenchOptions({"--modules", "mcr12", "--modules", "none"}, ignored, ignored, exitCode);
+    ASSERT_TRUE(options);
+    EXPECT_EQ(options->lines, (std::vector<std::vector<Module>>{{Module::MCR12}, {}}));
+}
