@@ -230,6 +230,64 @@ inline constexpr MessageId ExpectedContinuation{
     715, "the next row of the key map, after the \" _\" of the line before"};
 inline constexpr MessageId ExpectedLanguageCode{716, "a language of three letters"};
 
+// Why no flash image can be built; in the order of BuildRefusal::Reason.
+inline constexpr MessageId RefusedRepeatedKind{
+    840, "The flash image cannot be built: this module stands on the line more than once: "};
+inline constexpr MessageId RefusedUnknownModule{
+    841, "The flash image cannot be built: an unknown module stands on the line at position "};
+
+// What was not taken from a flash image; in the order of TakeNotice::What.
+inline constexpr MessageId TakenEmptyImage{
+    842, "The device's flash memory holds no setup yet. No key maps were read from it."};
+inline constexpr MessageId TakenModulesDisagree{
+    843,
+    "The modules in the device's flash memory are not those of the line. No key maps were read from it."};
+inline constexpr MessageId TakenTableNotFound{
+    844, "its key map cannot be found in the device, because an unknown module stands before it."};
+inline constexpr MessageId TakenErasedKey{
+    845, "its key map was not read from the device, because some of the keys were never written."};
+inline constexpr MessageId TakenInvalidKeyMap{
+    846, "its key map was not read from the device, because the keys do not fit the key grid."};
+inline constexpr MessageId TakenSeparatorNotCarried{
+    847, "this separator was read as none, because a setup file cannot carry it: track "};
+
+// What a device cannot hold; in the order of UnheldSetting::What.
+inline constexpr MessageId UnheldKey{848, "the keyboard cannot hold this key type: "};
+inline constexpr MessageId UnheldSeparator{849, "the reader cannot hold this separator, it would be none: "};
+
+// What is wrong with a flash dump; in the order of DumpFault.
+inline constexpr MessageId DumpForm{850,
+                                    "this is not a dump line of an address, 16 numbers and 16 characters."};
+inline constexpr MessageId DumpDigits{
+    851, "two hexadecimal digits (0 to 9, A to F) and a blank belong to each byte."};
+inline constexpr MessageId DumpAddress{
+    852, "a line is missing, repeated or out of order. The address that belongs here is "};
+inline constexpr MessageId DumpCharacters{
+    853, "the characters on the right are not those of the numbers: the line is damaged."};
+inline constexpr MessageId DumpMissingEnd{854, "the dump ends too early. The address that belongs here is "};
+inline constexpr MessageId DumpAfterEnd{855, "the dump goes on behind the end of the flash memory."};
+inline constexpr MessageId DumpDeviceMapSize{856, "the device map has more than seven modules."};
+inline constexpr MessageId DumpRejected{857, "The file is not a whole flash dump."};
+
+// What is different between two setups or two flash images.
+inline constexpr MessageId ChangeAdded{858, "added"};
+inline constexpr MessageId ChangeRemoved{859, "removed"};
+inline constexpr MessageId ChangeOrder{860, "Order of the modules"};
+inline constexpr MessageId ChangeUnknownModules{861, "Unknown modules"};
+inline constexpr MessageId ChangeTracks{862, "tracks read"};
+inline constexpr MessageId ChangeSeparator{863, "separator after track "};
+inline constexpr MessageId ChangeAutoread{864, "auto-read"};
+inline constexpr MessageId ChangeFiscal{865, "fiscal keyboard"};
+inline constexpr MessageId ChangeBacklight{866, "backlight"};
+inline constexpr MessageId ChangeYes{867, "yes"};
+inline constexpr MessageId ChangeNo{868, "no"};
+inline constexpr MessageId KeyStateNoKey{869, "no key"};
+inline constexpr MessageId KeyStateErased{870, "erased"};
+inline constexpr MessageId ChangeModule{871, "Module at position "};
+inline constexpr MessageId ChangeKeyCode{872, "another key code"};
+inline constexpr MessageId ChangeOtherBits{873, "other bits"};
+inline constexpr MessageId ChangeBytes{874, "Bytes "};
+
 }  // namespace Message
 
 }  // namespace kelvora

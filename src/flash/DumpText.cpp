@@ -27,16 +27,6 @@ void AppendHex(std::string& text, std::size_t value, int digits)
         text += Digits[value >> 4 * digit & 0xF];
 }
 
-std::string AddressText(std::size_t address)
-{
-    std::string text;
-    AppendHex(text, address / 256, 4);
-    text += ':';
-    AppendHex(text, address % 256, 2);
-    text += ' ';
-    return text;
-}
-
 char Visible(std::uint8_t byte)
 {
     return byte >= 32 && byte <= 126 ? static_cast<char>(byte) : '.';
@@ -128,7 +118,7 @@ void Reader::TakeLine()
     if (address_ == FlashSize)
         Reject(DumpFault::AfterEnd);
     const std::vector<std::uint8_t> bytes = BytesOfLine();
-    if (!content_.starts_with(AddressText(address_)))
+    if (!content_.starts_with(DumpAddress(address_) + ' '))
         Reject(DumpFault::Address);
     if (bytes.size() == BytesPerLine) {
         std::ranges::copy(bytes, dump_.image.begin() + static_cast<std::ptrdiff_t>(address_));
@@ -158,6 +148,18 @@ FlashDump Reader::Read()
 
 }  // namespace
 
+std::string HexText(std::size_t value, int digits)
+{
+    std::string text;
+    AppendHex(text, value, digits);
+    return text;
+}
+
+std::string DumpAddress(std::size_t address)
+{
+    return HexText(address / 256, 4) + ':' + HexText(address % 256, 2);
+}
+
 std::string FormatDump(std::size_t startAddress, std::span<const std::uint8_t> bytes)
 {
     std::string text;
@@ -165,7 +167,7 @@ std::string FormatDump(std::size_t startAddress, std::span<const std::uint8_t> b
     for (std::size_t at = 0; at < bytes.size(); at += BytesPerLine) {
         const auto line = bytes.subspan(at, std::min(BytesPerLine, bytes.size() - at));
         const std::size_t start = text.size();
-        text += AddressText(startAddress + at);
+        text.append(DumpAddress(startAddress + at)).push_back(' ');
         for (const std::uint8_t byte : line) {
             AppendHex(text, byte, 2);
             text += ' ';

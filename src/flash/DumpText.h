@@ -20,6 +20,12 @@
 
 namespace kelvora {
 
+/// The number in that many upper-case hexadecimal digits, cut to them.
+std::string HexText(std::size_t value, int digits);
+
+/// An address as a dump line begins with it: "UUUU:LL".
+std::string DumpAddress(std::size_t address);
+
 /// The dump lines of these bytes, the first of which stands at `startAddress` (a multiple of 16); CR LF ends
 /// each line. In a last line of fewer than 16 bytes blanks stand for the rest's numbers.
 std::string FormatDump(std::size_t startAddress, std::span<const std::uint8_t> bytes);

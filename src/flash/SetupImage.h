@@ -15,6 +15,7 @@ struct BuildRefusal {
     enum class Reason {
         RepeatedKind,   ///< the device could not tell the key tables of two modules of a kind apart
         UnknownModule,  ///< a code without a kind, whose key table has an unknown size
+        Last = UnknownModule,
     };
 
     Reason reason = Reason::RepeatedKind;
@@ -35,6 +36,7 @@ struct UnheldSetting {
     enum class What {
         Key,        ///< a key type at a position where the model has no key, or none where it has one
         Separator,  ///< a separator that reads back as none
+        Last = Separator,
     };
 
     What what = What::Key;

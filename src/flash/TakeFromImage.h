@@ -17,6 +17,7 @@ struct TakeNotice {
         ErasedKey,            ///< the module's key table has an erased pair at a key contact
         InvalidKeyMap,        ///< the module's keys overlap, or hang over the grid's edge
         SeparatorNotCarried,  ///< a setup file could not carry the separator: taken as none
+        Last = SeparatorNotCarried,
     };
 
     What what = What::EmptyImage;

@@ -1,0 +1,28 @@
+// What the flash image's findings say to the user, in the catalogue's language: each one a line.
+#pragma once
+
+#include <string>
+
+#include "app/MessageCatalogue.h"
+#include "flash/DumpText.h"
+#include "flash/ImageDifferences.h"
+#include "flash/SetupImage.h"
+#include "flash/TakeFromImage.h"
+#include "setup/SetupDifferences.h"
+
+namespace kelvora {
+
+/// The name of a module as its button bears it; empty for None.
+std::string ModuleCaption(const MessageCatalogue& catalogue, ModuleKind kind);
+
+std::string Describe(const MessageCatalogue& catalogue, const BuildRefusal& refusal);
+std::string Describe(const MessageCatalogue& catalogue, const TakeNotice& notice);
+std::string Describe(const MessageCatalogue& catalogue, const UnheldSetting& unheld);
+
+/// On two lines: that the file is no dump, and which line is wrong.
+std::string Describe(const MessageCatalogue& catalogue, const DumpError& error);
+
+std::string Describe(const MessageCatalogue& catalogue, const SetupDifference& difference);
+std::string Describe(const MessageCatalogue& catalogue, const ImageDifference& difference);
+
+}  // namespace kelvora
