@@ -24,7 +24,7 @@ seeds() {
 }
 
 failed=()
-for target in SetupReaderFuzz TextConfigurationFuzz MessageCatalogueFuzz; do
+for target in SetupReaderFuzz TextConfigurationFuzz MessageCatalogueFuzz DumpReaderFuzz FlashImageFuzz; do
     corpus=$folder/corpus/$target findings=$folder/findings/$target
     mkdir -p "$corpus" "$findings"
     seeds "$target" | xargs -r -d '\n' cp -t "$corpus" --
