@@ -32,6 +32,11 @@ inline constexpr MessageId RejectedLine{263, "A line of the file is not valid."}
 inline constexpr MessageId Interruption{
     270, "Escape stops an operation that is running on the line. Nothing is stopped while none runs."};
 
+inline constexpr MessageId NoPort{
+    104,
+    "No serial port could be opened. Check that one is there, is free, and that your account may use it."};
+inline constexpr MessageId NoPortTitle{119, "No Serial Port"};
+
 // Menus.
 inline constexpr MessageId FileMenu{300, "&File"};
 inline constexpr MessageId FileMenuNew{301, "&New"};
@@ -107,6 +112,15 @@ inline constexpr MessageId KeyTypeVertical{526, "Double vertical key"};
 inline constexpr MessageId KeyTypeHorizontal{527, "Double horizontal key"};
 inline constexpr MessageId KeyTypeQuadruple{528, "Quadruple key"};
 inline constexpr MessageId DefaultMapping{529, "Set keyboard defaults"};
+
+// Communications settings.
+inline constexpr MessageId PortSetupTitle{540, "Communications Settings"};
+inline constexpr MessageId DataBitsFrame{541, "Data Bits"};
+inline constexpr MessageId StopBitsFrame{542, "Stop Bits"};
+inline constexpr MessageId ParityFrame{543, "Parity"};
+inline constexpr MessageId ParityOdd{544, "Odd"};
+inline constexpr MessageId ParityEven{545, "Even"};
+inline constexpr MessageId ParityNone{546, "None"};
 
 // File filters.
 inline constexpr MessageId FilterAll{570, "All files"};
@@ -229,6 +243,42 @@ inline constexpr MessageId ExpectedKeyMapLetter{714, "only the letters S V H Q a
 inline constexpr MessageId ExpectedContinuation{
     715, "the next row of the key map, after the \" _\" of the line before"};
 inline constexpr MessageId ExpectedLanguageCode{716, "a language of three letters"};
+
+// Serial ports.
+inline constexpr MessageId BaudRateFrame{720, "Baud Rate"};
+inline constexpr MessageId ExpectedPortsSection{721, "[PORTS] on a line of its own"};
+inline constexpr MessageId ExpectedPort{722, "COM1 to COM4, \"=\" and a device"};
+inline constexpr MessageId ExpectedPortOnce{723, "each of COM1 to COM4 no more than once"};
+inline constexpr MessageId ExpectedDevice{724, "the path of a device, such as /dev/ttyUSB0"};
+inline constexpr MessageId PortsTitle{725, "Serial Ports"};
+inline constexpr MessageId PortsHint{
+    726,
+    "Choose the device behind each port, or type its path. An empty field stands for the built-in port."};
+inline constexpr MessageId PortTry{727, "Try"};
+inline constexpr MessageId PortsLookAgain{728, "&Look Again"};
+inline constexpr MessageId PortsNone{729,
+                                     "No serial device was found. Plug the adapter in, then look again."};
+inline constexpr MessageId PortOpens{730, "The port opens."};
+inline constexpr MessageId PortMissing{731, "There is no such device. Check that the adapter is plugged in."};
+inline constexpr MessageId PortInUse{732,
+                                     "Another program holds the port. Close that program, then try again."};
+inline constexpr MessageId PortNotAllowed{733, "Your account may not use this port."};
+inline constexpr MessageId PortGroup{734, "The group that may: "};
+inline constexpr MessageId PortJoinGroup{735,
+                                         "This command adds you to it; afterwards log out and in again:"};
+inline constexpr MessageId PortNoGroup{736, "No group may use it: ask who administers this machine."};
+inline constexpr MessageId PortBadSettings{737, "The port does not take these settings: "};
+inline constexpr MessageId PortOtherFailure{738, "The port does not open: "};
+inline constexpr MessageId PortPathRefused{739, "This is not the path of a device, such as /dev/ttyUSB0."};
+inline constexpr MessageId PortFixed{740, "Set by --line for this run"};
+inline constexpr MessageId PortsFileBroken{741,
+                                           "The port names could not be read. The built-in ports are used."};
+inline constexpr MessageId PortsFileReplace{
+    742, "The file of the port names is damaged. Replace it with these names?"};
+inline constexpr MessageId PortsNotKept{743, "The port names could not be written. They hold for this run:"};
+inline constexpr MessageId PortNotListed{744, "Not among the devices found"};
+inline constexpr MessageId PortNameless{747, "Found; it gives no name of its own"};
+inline constexpr MessageId SerialPortsMenu{745, "Serial &Ports..."};
 
 // Why no flash image can be built; in the order of BuildRefusal::Reason.
 inline constexpr MessageId RefusedRepeatedKind{

@@ -16,11 +16,14 @@ constexpr std::array<std::string_view, 8> BaudTexts{"19200", "9600", "4800", "24
 void PosCfg::SetBaudRate(std::int16_t index)
 {
     baudRate_ = index;
-    const bool inTable = index >= 0 && static_cast<std::size_t>(index) < BaudTexts.size();
-    const std::string_view baud =
-        inTable ? BaudTexts.at(static_cast<std::size_t>(index)) : std::string_view{};
     const std::size_t comma = PortSettings.find(',');
-    PortSettings.replace(0, comma == std::string::npos ? PortSettings.size() : comma, baud);
+    PortSettings.replace(0, comma == std::string::npos ? PortSettings.size() : comma, BaudText(index));
+}
+
+std::string_view BaudText(int index)
+{
+    const bool inTable = index >= 0 && static_cast<std::size_t>(index) < BaudTexts.size();
+    return inTable ? BaudTexts.at(static_cast<std::size_t>(index)) : std::string_view{};
 }
 
 std::int16_t BaudIndexOf(std::string_view settings)

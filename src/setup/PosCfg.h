@@ -69,6 +69,9 @@ private:
     std::chrono::system_clock::time_point created_ = std::chrono::system_clock::now();
 };
 
+/// The text of an index in the baud table; empty for an index outside it.
+std::string_view BaudText(int index);
+
 /// The index in the baud table of what stands before the first "," of a settings string; 1 (9600) for any
 /// other speed.
 std::int16_t BaudIndexOf(std::string_view settings);

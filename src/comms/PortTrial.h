@@ -1,0 +1,32 @@
+// Whether a port opens, and what to tell the user when it does not.
+#pragma once
+
+#include <string>
+
+#include "app/MessageCatalogue.h"
+#include "platform/SerialDevices.h"
+#include "platform/SerialPort.h"
+
+namespace kelvora {
+
+/// How the last opening of a port went.
+struct PortTrial {
+    std::string device;
+    PortFailure failure = PortFailure::None;
+    std::string error;     ///< the system's words
+    std::string settings;  ///< that the port was opened with
+};
+
+/// The outcome of the port's last Open.
+PortTrial OutcomeOf(const SerialPort& port);
+
+/// Opens and closes `port` with another device behind it, then puts its own one back. A port that is open is
+/// in use.
+PortTrial TryDevice(SerialPort& port, const std::string& device);
+
+/// What to do about it, in the catalogue's language and on lines of their own; when the account may not use
+/// the device, the group that may, and the command to join it.
+std::string DescribeTrial(const MessageCatalogue& catalogue, const PortTrial& trial,
+                          const SerialDevices& devices);
+
+}  // namespace kelvora

@@ -1,0 +1,14 @@
+// The serial devices of this machine by Qt.
+#pragma once
+
+#include "platform/SerialDevices.h"
+
+namespace kelvora {
+
+class QtSerialDevices final : public SerialDevices {
+public:
+    std::vector<SerialDevice> List() const override;
+    std::string GroupThatMayUse(const std::string& path) const override;
+};
+
+}  // namespace kelvora
