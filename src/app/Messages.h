@@ -244,7 +244,7 @@ inline constexpr MessageId ExpectedContinuation{
     715, "the next row of the key map, after the \" _\" of the line before"};
 inline constexpr MessageId ExpectedLanguageCode{716, "a language of three letters"};
 
-// Serial ports.
+// Serial ports and the line monitor.
 inline constexpr MessageId BaudRateFrame{720, "Baud Rate"};
 inline constexpr MessageId ExpectedPortsSection{721, "[PORTS] on a line of its own"};
 inline constexpr MessageId ExpectedPort{722, "COM1 to COM4, \"=\" and a device"};
@@ -279,6 +279,27 @@ inline constexpr MessageId PortsNotKept{743, "The port names could not be writte
 inline constexpr MessageId PortNotListed{744, "Not among the devices found"};
 inline constexpr MessageId PortNameless{747, "Found; it gives no name of its own"};
 inline constexpr MessageId SerialPortsMenu{745, "Serial &Ports..."};
+inline constexpr MessageId LineMonitorMenu{746, "Line &Monitor..."};
+inline constexpr MessageId LineMonitorTitle{750, "Line Monitor"};
+inline constexpr MessageId MonitorTime{751, "Time"};
+inline constexpr MessageId MonitorPort{752, "Port"};
+inline constexpr MessageId MonitorDirection{753, "Direction"};
+inline constexpr MessageId MonitorMeaning{754, "Meaning"};
+inline constexpr MessageId MonitorDamage{755, "Damage"};
+inline constexpr MessageId MonitorBytes{756, "Bytes"};
+inline constexpr MessageId MonitorCharacters{757, "Characters"};
+inline constexpr MessageId MonitorSent{758, "sent"};
+inline constexpr MessageId MonitorReceived{759, "received"};
+inline constexpr MessageId DamageBadFrame{760, "bad frame"};
+inline constexpr MessageId DamageCutShort{761, "cut short"};
+inline constexpr MessageId DamageNoise{762, "noise"};
+inline constexpr MessageId MonitorPause{763, "&Pause"};
+inline constexpr MessageId MonitorClear{764, "&Clear"};
+inline constexpr MessageId MonitorSaveAs{765, "&Save As..."};
+inline constexpr MessageId MonitorSaveTitle{766, "Save Line Monitor As"};
+inline constexpr MessageId MonitorEmpty{767,
+                                        "Nothing has been sent or received since the monitor was opened."};
+inline constexpr MessageId FileNotWritten{768, "The file could not be written:"};
 
 // Why no flash image can be built; in the order of BuildRefusal::Reason.
 inline constexpr MessageId RefusedRepeatedKind{

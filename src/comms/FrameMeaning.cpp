@@ -1,0 +1,91 @@
+#include "comms/FrameMeaning.h"
+
+#include <cstddef>
+#include <string_view>
+
+#include "comms/LinkFrame.h"
+#include "comms/Reply.h"
+
+namespace kelvora {
+
+namespace {
+
+/// SOH and the exchange number stand before a body.
+constexpr std::size_t BodyAt = 5;
+
+constexpr std::string_view StageCommand = "0FB1";
+constexpr std::string_view BlockCommand = "20";
+constexpr std::size_t AddressDigits = 4;
+constexpr std::string_view Done = "0";
+
+std::string BlockText(std::string_view address, std::size_t bytes)
+{
+    return ", address " + std::string(address) + ", " + std::to_string(bytes) + " bytes";
+}
+
+std::size_t DataSize(std::string_view escaped)
+{
+    const auto data = UnescapeData(escaped);
+    return data ? data->size() : 0;
+}
+
+std::string DescribeCommand(std::string_view command)
+{
+    const std::string_view rest = command.substr(CommandName(command).size());
+    if (!command.starts_with(StageCommand) || rest.size() <= AddressDigits)
+        return std::string(command);
+    return std::string(StageCommand) +
+           BlockText(rest.substr(0, AddressDigits), DataSize(rest.substr(AddressDigits)));
+}
+
+std::string DescribeReply(std::string_view reply)
+{
+    const std::string_view name = CommandName(reply);
+    std::string text(name);
+    const auto fields = ReplyFields(reply, name);
+    if (!fields || fields->empty())
+        return text + ", malformed";
+    if (fields->front() != Done)
+        text += ", status " + fields->front();
+    if (name != BlockCommand || fields->size() < 3) {
+        for (std::size_t i = 1; i < fields->size(); ++i)
+            text += ", " + fields->at(i);
+        return text;
+    }
+    std::size_t size = 0;
+    for (std::size_t i = 2; i < fields->size(); ++i)
+        size += DataSize(fields->at(i));
+    return text + BlockText(fields->at(1), size);
+}
+
+std::string DescribeAnswer(std::string_view body)
+{
+    const std::string_view text = body.substr(1);
+    switch (body.front()) {
+        case 'M':
+            return "reply " + DescribeReply(text);
+        case 'E':
+            return "command error: " + std::string(text);
+        case 'R':
+            return "command rejected: " + std::string(text);
+        default:
+            return {};
+    }
+}
+
+}  // namespace
+
+std::string FrameMeaning(const LineTraffic& traffic)
+{
+    if (traffic.damage != LineTraffic::Damage::None)
+        return {};
+    if (traffic.bytes == std::string_view(&LinkByte::Nak, 1))
+        return "came damaged, send again";
+    if (traffic.bytes.size() <= FrameOverhead)
+        return {};
+    const std::string_view body = traffic.bytes.substr(BodyAt, traffic.bytes.size() - FrameOverhead);
+    return traffic.direction == LineTraffic::Direction::Sent ? "command " + DescribeCommand(body)
+                                                             : DescribeAnswer(body);
+}
+
+}  // namespace kelvora

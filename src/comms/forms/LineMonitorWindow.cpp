@@ -1,0 +1,259 @@
+#include "comms/forms/LineMonitorWindow.h"
+
+#include <QAction>
+#include <QFontDatabase>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSplitter>
+#include <QTableView>
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "app/ShowMessage.h"
+#include "platform/Encoding.h"
+#include "platform/qt/Text.h"
+
+namespace kelvora {
+
+namespace {
+
+/// How long changes are gathered before the table shows them.
+constexpr std::chrono::milliseconds UpdateTime{50};
+
+constexpr QSize InitialSize(960, 520);
+
+/// Widths of the columns but the last, in characters, in their order.
+constexpr std::array ColumnWidths{16, 8, 12, 14, 36, 42};
+
+constexpr std::size_t DetailLineBytes = 16;
+constexpr std::string_view TextEnding = ".txt";
+
+// The whole of a frame, sixteen bytes a line, in hexadecimal and characters.
+QString DetailText(const LineEntry& entry)
+{
+    const std::string_view bytes = entry.bytes;
+    QString text;
+    for (std::size_t at = 0; at < bytes.size(); at += DetailLineBytes) {
+        const std::string_view line = bytes.substr(at, DetailLineBytes);
+        text += QStringLiteral("%1:  ").arg(at, 4, 10, QLatin1Char('0')) +
+                ToQString(HexBytes(line)).leftJustified(3 * DetailLineBytes + 1) +
+                ToQString(CharacterText(line)) + '\n';
+    }
+    return text;
+}
+
+std::string WithEnding(std::string path)
+{
+    const std::size_t name = path.rfind('/') + 1;
+    return path.find('.', name) == std::string::npos ? path.append(TextEnding) : path;
+}
+
+}  // namespace
+
+LineMonitorWindow::LineMonitorWindow(Program& program, LineMonitor& monitor)
+    : program_(program),
+      monitor_(monitor),
+      model_(new LineMonitorModel(program.catalogue, monitor, this)),
+      table_(new QTableView(this)),
+      empty_(new QLabel(table_)),
+      detail_(new QPlainTextEdit(this)),
+      pause_(AddButton("Pause")),
+      clear_(AddButton("Clear")),
+      save_(AddButton("SaveAs"))
+{
+    setObjectName(QStringLiteral("LineMonitorWindow"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    MakeTable();
+    MakeDetail();
+    Arrange();
+    pause_->setCheckable(true);
+    connect(pause_, &QPushButton::toggled, this, [this] { Update(); });
+    connect(clear_, &QPushButton::clicked, this, [this] { Clear(); });
+    connect(save_, &QPushButton::clicked, this, [this] { SaveAs(); });
+    auto* const close = new QAction(this);
+    close->setShortcuts({QKeySequence(Qt::Key_Escape), QKeySequence::Close});
+    connect(close, &QAction::triggered, this, &QWidget::close);
+    addAction(close);
+    Retranslate();
+    Update();
+    monitor_.onChange = [this] { LineMonitor_Change(); };
+}
+
+LineMonitorWindow::~LineMonitorWindow()
+{
+    monitor_.onChange = nullptr;
+}
+
+QPushButton* LineMonitorWindow::AddButton(const char* name)
+{
+    auto* const button = new QPushButton(this);
+    button->setObjectName(QLatin1String(name));
+    return button;
+}
+
+void LineMonitorWindow::MakeTable()
+{
+    table_->setObjectName(QStringLiteral("Entries"));
+    table_->setModel(model_);
+    table_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table_->setSelectionMode(QAbstractItemView::SingleSelection);
+    table_->setWordWrap(false);
+    table_->setTabKeyNavigation(false);
+    table_->setShowGrid(false);
+    table_->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+    table_->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    // Rows of one height, never measured: the table may be long.
+    table_->verticalHeader()->hide();
+    table_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table_->verticalHeader()->setDefaultSectionSize(fontMetrics().lineSpacing() + fontMetrics().descent());
+    table_->horizontalHeader()->setStretchLastSection(true);
+    table_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    table_->horizontalHeader()->setHighlightSections(false);
+    for (int column = 0; std::cmp_less(column, ColumnWidths.size()); ++column)
+        table_->setColumnWidth(
+            column, ColumnWidths.at(static_cast<std::size_t>(column)) * fontMetrics().averageCharWidth());
+    connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this] { ShowDetail(); });
+
+    FollowEnd();
+
+    empty_->setAlignment(Qt::AlignCenter);
+    empty_->setWordWrap(true);
+    auto* const over = new QHBoxLayout(table_->viewport());
+    over->addWidget(empty_);
+}
+
+// Who has scrolled up reads there; who stands at the end sees what comes, whatever makes room for it.
+void LineMonitorWindow::FollowEnd()
+{
+    QScrollBar* const bar = table_->verticalScrollBar();
+    connect(bar, &QScrollBar::valueChanged, this,
+            [this, bar](int value) { isAtEnd_ = value == bar->maximum(); });
+    connect(bar, &QScrollBar::rangeChanged, this, [this, bar](int, int maximum) {
+        if (isAtEnd_)
+            bar->setValue(maximum);
+    });
+}
+
+void LineMonitorWindow::MakeDetail()
+{
+    detail_->setObjectName(QStringLiteral("Detail"));
+    detail_->setReadOnly(true);
+    detail_->setTabChangesFocus(true);
+    detail_->setLineWrapMode(QPlainTextEdit::NoWrap);
+    detail_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+}
+
+void LineMonitorWindow::Arrange()
+{
+    auto* const split = new QSplitter(Qt::Vertical, this);
+    split->addWidget(table_);
+    split->addWidget(detail_);
+    split->setStretchFactor(0, 3);
+    split->setStretchFactor(1, 1);
+    split->setChildrenCollapsible(false);
+    auto* const across = new QHBoxLayout;
+    across->addWidget(pause_);
+    across->addWidget(clear_);
+    across->addStretch(1);
+    across->addWidget(save_);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(split, 1);
+    layout->addLayout(across);
+    resize(InitialSize);
+}
+
+void LineMonitorWindow::Retranslate()
+{
+    const auto text = [this](const MessageId& id) { return ToQString(program_.catalogue.Caption(id)); };
+    setWindowTitle(text(Message::LineMonitorTitle));
+    pause_->setText(text(Message::MonitorPause));
+    clear_->setText(text(Message::MonitorClear));
+    save_->setText(text(Message::MonitorSaveAs));
+    empty_->setText(text(Message::MonitorEmpty));
+    table_->setAccessibleName(windowTitle());
+    detail_->setAccessibleName(text(Message::MonitorBytes));
+    model_->Retranslate();
+}
+
+void LineMonitorWindow::LineMonitor_Change()
+{
+    if (std::exchange(updatePending_, true))
+        return;
+    program_.world.eventLoop.After(UpdateTime, [window = QPointer<LineMonitorWindow>(this)] {
+        if (!window)
+            return;
+        window->updatePending_ = false;
+        window->Update();
+    });
+}
+
+void LineMonitorWindow::Update()
+{
+    if (!pause_->isChecked())
+        ShowEntries();
+}
+
+void LineMonitorWindow::ShowEntries()
+{
+    model_->Update();
+    empty_->setVisible(model_->rowCount() == 0);
+    save_->setEnabled(model_->rowCount() > 0);
+    ShowDetail();
+}
+
+void LineMonitorWindow::ShowDetail()
+{
+    const int row = table_->currentIndex().row();
+    const QString text =
+        row < 0 ? QString() : DetailText(*model_->Entries().at(static_cast<std::size_t>(row)));
+    // The same text again would lose what is selected in it.
+    if (text != detail_->toPlainText())
+        detail_->setPlainText(text);
+}
+
+void LineMonitorWindow::Clear()
+{
+    monitor_.Clear();
+    ShowEntries();
+}
+
+bool LineMonitorWindow::MayWrite(const std::string& path) const
+{
+    return !program_.world.files.Exists(path) ||
+           program_.Show(Message::Overwrite, YesNoStyle, TextFromPath(path)) == Answer::Yes;
+}
+
+// Saves what is shown: a paused window is paused to be kept.
+void LineMonitorWindow::SaveAs()
+{
+    const MessageCatalogue& catalogue = program_.catalogue;
+    const std::string filters = catalogue.Caption(Message::FilterText) + " (*.txt)|*.txt|" +
+                                catalogue.Caption(Message::FilterAll) + " (*.*)|*.*";
+    const LineEntries entries = model_->Entries();
+    const auto choice = program_.world.fileDialogs.Save({catalogue.Caption(Message::MonitorSaveTitle),
+                                                         program_.main.OutInitDir,
+                                                         {},
+                                                         filters,
+                                                         1,
+                                                         "cdgLineMonitor"});
+    if (!choice || entries.empty())
+        return;
+    const std::string path = WithEnding(choice->path);
+    if (!MayWrite(path))
+        return;
+    try {
+        program_.world.files.Write(path, LineMonitorText(entries, ZoneOffset(entries.front()->time)));
+    } catch (const FileError& error) {
+        program_.Show(Message::FileNotWritten, {BoxIcon::Exclamation},
+                      TextFromPath(error.Path()) + "\r\n" + error.what());
+    }
+}
+
+}  // namespace kelvora

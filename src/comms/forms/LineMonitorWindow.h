@@ -1,0 +1,56 @@
+// The window that shows what passes over the lines: direction, meaning, bytes and damage of each frame.
+#pragma once
+
+#include <QWidget>
+
+#include "app/Program.h"
+#include "comms/LineMonitor.h"
+#include "comms/forms/LineMonitorModel.h"
+
+class QLabel;
+class QPlainTextEdit;
+class QPushButton;
+class QTableView;
+
+namespace kelvora {
+
+class LineMonitorWindow final : public QWidget {
+public:
+    /// A window of its own that deletes itself when it is closed. Both outlive it; it takes the monitor's
+    /// onChange while it lives.
+    LineMonitorWindow(Program& program, LineMonitor& monitor);
+    ~LineMonitorWindow() override;
+    LineMonitorWindow(const LineMonitorWindow&) = delete;
+    LineMonitorWindow& operator=(const LineMonitorWindow&) = delete;
+
+    /// Shows the texts of the program's language.
+    void Retranslate();
+
+private:
+    QPushButton* AddButton(const char* name);
+    void MakeTable();
+    void FollowEnd();
+    void MakeDetail();
+    void Arrange();
+    void LineMonitor_Change();
+    void Update();
+    void ShowEntries();
+    void ShowDetail();
+    void Clear();
+    void SaveAs();
+    bool MayWrite(const std::string& path) const;
+
+    Program& program_;
+    LineMonitor& monitor_;
+    LineMonitorModel* model_;
+    QTableView* table_;
+    QLabel* empty_;
+    QPlainTextEdit* detail_;
+    QPushButton* pause_;
+    QPushButton* clear_;
+    QPushButton* save_;
+    bool isAtEnd_ = true;  ///< the table is scrolled to its end
+    bool updatePending_ = false;
+};
+
+}  // namespace kelvora
