@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs and builds what is missing, and starts the program:
-#   ./run.sh [ARGUMENT...]       the windows
+#   ./run.sh [ARGUMENT...]       the windows, with simulated devices on COM1 and COM2; --no-bench leaves
+#                                them out
 #   ./run.sh cli [ARGUMENT...]   the command line
 set -euo pipefail
 here=$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")
@@ -19,8 +20,20 @@ run_command_line() {
     exec "$program" "$@"
 }
 
+# with_bench ARGUMENT...: the same, with the simulated devices unless told otherwise.
+with_bench() {
+    local argument bench=1
+    arguments=()
+    for argument in "$@"; do
+        if [[ $argument == --no-bench ]]; then bench=0; else arguments+=("$argument"); fi
+    done
+    ((!bench)) || arguments=(--bench "${arguments[@]}")
+}
+
 run_windows() {
     local program=$root/build/bin/kelvora
+    local -a arguments
+    with_bench "$@"
     local -a steps=(core forms)
     if [[ -z ${QT_QPA_PLATFORM:-} && -z ${DISPLAY:-} ]]; then
         if [[ -n ${WAYLAND_DISPLAY:-} ]]; then
@@ -33,8 +46,8 @@ run_windows() {
     install_packages "${steps[@]}"
     configure release KELVORA_FORMS:BOOL=ON
     build release
-    [[ " ${steps[*]} " != *" vnc "* ]] || run_on_vnc "$program" "$@"
-    exec "$program" "$@"
+    [[ " ${steps[*]} " != *" vnc "* ]] || run_on_vnc "$program" "${arguments[@]}"
+    exec "$program" "${arguments[@]}"
 }
 
 if [[ ${1:-} == cli ]]; then

@@ -25,12 +25,33 @@ inline constexpr MessageId RejectedFile{201, "The setup file could not be read. 
 inline constexpr MessageId SaveChanges{202, "The setup has been changed. Save the changes?"};
 inline constexpr MessageId CloseUnsaved{203, "The setup could not be saved. Close it without saving?"};
 inline constexpr MessageId DeleteMaster{204, "Delete the main keyboard and all other modules of the line?"};
+inline constexpr MessageId ModeNotSet{232, "The terminal did not accept the connection mode."};
 inline constexpr MessageId ConfirmDefaults{250, "Set every key of this keyboard back to its default type?"};
 inline constexpr MessageId ReloadKeyMap{251, "The key map is empty. Read it again from the setup?"};
 inline constexpr MessageId RejectedSection{260, "A module cannot stand here."};
 inline constexpr MessageId RejectedLine{263, "A line of the file is not valid."};
 inline constexpr MessageId Interruption{
-    270, "Escape stops an operation that is running on the line. Nothing is stopped while none runs."};
+    270, "Terminate stops the operation that runs on the line. Nothing is stopped while none runs."};
+
+// Errors of the line, under the offsets of their numbers.
+inline constexpr MessageId LineFailed{220, "The terminal or its line reported an error. Check the cable."};
+inline constexpr MessageId LineNoDevices{221, "The terminal found no devices on its line."};
+inline constexpr MessageId LineMalformed{223,
+                                         "The terminal's answer makes no sense. Check the port settings."};
+inline constexpr MessageId LineGaveUp{
+    224, "The terminal does not answer. Check that it is on, its cable, the port and the speed."};
+inline constexpr MessageId LineGivenTime{
+    225, "No answer came in the time given. Check the terminal, its cable, the port and the speed."};
+inline constexpr MessageId LineStatus999{226, "The terminal is not ready (status 999)."};
+inline constexpr MessageId LineRejected{227, "The terminal refused the command."};
+inline constexpr MessageId LineStatus5{228, "The terminal could not carry the command out (status 5)."};
+inline constexpr MessageId LineStatus3{229, "The terminal is busy (status 3)."};
+inline constexpr MessageId LineUndefined{290, "The line failed for an unknown reason."};
+
+// The user interruption dialog.
+inline constexpr MessageId AbortTitle{560, "User interruption"};
+inline constexpr MessageId AbortCommand{561, "&Terminate"};
+inline constexpr MessageId ContinueCommand{562, "&Contiinue"};
 
 inline constexpr MessageId NoPort{
     104,
@@ -221,6 +242,25 @@ inline constexpr MessageId KeyMapUnfit{
 inline constexpr MessageId KeyHintMore{696, "Shift and Ctrl choose more keys, Ctrl+Z takes a step back."};
 inline constexpr MessageId KeyUndo{697, "Undo change"};
 inline constexpr MessageId KeyRedo{698, "Redo change"};
+
+// The line: ports, the scan, the simulated line.
+inline constexpr MessageId LineNeedsEightBits{
+    883, "The port cannot be used with these settings. The terminal's line needs 8 data bits."};
+inline constexpr MessageId PortLost{885, "The port went away in the middle of the work."};
+inline constexpr MessageId UndoScan{886, "line scan"};
+inline constexpr MessageId ScanStatus{887, "Scanning COM"};
+inline constexpr MessageId ScanOperation{888, "Line Scan + Flash Upload"};
+inline constexpr MessageId ScanRejected{
+    889, "The devices of this line make no setup that a window could show. The setup is empty."};
+inline constexpr MessageId ScanUnknown{
+    890, "The line has devices of an unknown kind. A setup file cannot hold their places; positions:"};
+inline constexpr MessageId ScanParts{
+    891, "The main keyboard did not report all its parts. A setup file brings back the missing ones."};
+inline constexpr MessageId ScanRemarks{896, "The line was scanned. Before you save the setup, mind this:"};
+inline constexpr MessageId SimulatedLine{892, "Simulated line"};
+inline constexpr MessageId SimulatedLineTip{893, "The line is answered by a simulation on this machine."};
+inline constexpr MessageId BenchNotStarted{894, "The simulated line could not be started:"};
+inline constexpr MessageId BenchEnded{895, "The simulated line has ended."};
 
 // What the reader of a setup file expected; in the order of Expected.
 inline constexpr MessageId ExpectedLineFeed{700, "a line feed after the carriage return"};

@@ -1,5 +1,6 @@
 #include "app/Program.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "app/ShowMessage.h"
@@ -7,8 +8,25 @@
 
 namespace kelvora {
 
+namespace {
+
+std::array<std::unique_ptr<SerialLink>, LineCount> MakeLinks(const Platform& world)
+{
+    std::array<std::unique_ptr<SerialLink>, LineCount> links;
+    for (std::size_t i = 0; i < links.size(); ++i)
+        if (SerialPort* const port = world.ports.at(i))
+            links.at(i) = std::make_unique<SerialLink>(*port, world.eventLoop);
+    return links;
+}
+
+}  // namespace
+
 Program::Program(Platform platform, LanguageFolders languageFolders)
-    : world(platform), folders(std::move(languageFolders)), main(SetupMode::New, NextPanelIndex())
+    : world(platform),
+      folders(std::move(languageFolders)),
+      main(SetupMode::New, NextPanelIndex()),
+      channels(MakeLinks(platform)),
+      comms(platform.eventLoop, {channels[0].get(), channels[1].get(), channels[2].get(), channels[3].get()})
 {
     main.FileName = "Kelvora.dat";
 }
@@ -50,6 +68,11 @@ std::vector<std::string> Program::Languages() const
         if (world.files.Exists(MessageFile(folders, language)))
             found.emplace_back(language);
     return found;
+}
+
+bool Program::HasLink() const
+{
+    return std::ranges::any_of(channels, [](const auto& channel) { return channel != nullptr; });
 }
 
 bool Program::IsPortAvailable(int port) const

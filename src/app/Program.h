@@ -4,11 +4,15 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "app/Language.h"
 #include "app/MessageCatalogue.h"
+#include "comms/Comms.h"
+#include "comms/LineWork.h"
+#include "comms/SerialLink.h"
 #include "platform/EventLoop.h"
 #include "platform/FileDialogs.h"
 #include "platform/Files.h"
@@ -26,7 +30,7 @@ struct Platform {
     EventLoop& eventLoop;
 
     /// The serial ports behind COM1 to COM4; null, or none at all, where there is none.
-    std::array<SerialPort*, 4> ports{};
+    std::array<SerialPort*, LineCount> ports{};
 };
 
 class Program {
@@ -76,14 +80,32 @@ public:
     /// windows.
     std::function<bool(std::string_view path, std::string_view current)> isOpenElsewhere;
 
-    /// The devices can be reached: a terminal link is there. What talks to them is disabled without it.
-    bool hasLink = false;
+    /// The devices can be reached: there is a terminal link. What talks to them is disabled without it.
+    bool HasLink() const;
+
+    /// The ports that a simulation of this program answers, COM1 first.
+    std::array<bool, LineCount> simulated{};
+
+    /// The terminal links of the lines, and the layer above them.
+    std::array<std::unique_ptr<SerialLink>, LineCount> channels;
+    Comms comms;
 
     /// A device operation runs: module clicks, layout commands and the close question wait for its end.
     bool busy = false;
 
     /// The user has asked the running operation to stop. Whoever starts an operation clears it.
     bool interruptionRequested = false;
+
+    /// What the status bar says of the running operation; empty while none runs.
+    struct Running {
+        std::string status;
+        std::string operation;
+    };
+    Running running;
+
+    /// Called when an operation has begun or ended, and as it goes on. They may be empty.
+    std::function<void()> onOperation;
+    std::function<void(const LineProgress&)> onProgress;
 
 private:
     void TakeCatalogue(MessageCatalogue loaded);

@@ -9,6 +9,7 @@
 #include "cli/Check.h"
 #include "cli/Console.h"
 #include "cli/Format.h"
+#include "cli/Scan.h"
 #include "cli/Show.h"
 
 namespace kelvora {
@@ -16,9 +17,11 @@ namespace kelvora {
 namespace {
 
 // Adds a command to the command line; what it then does sets the exit code.
-using AddCommand = void (*)(CLI::App& app, Console& console, int& exitCode);
+using AddFileCommand = void (*)(CLI::App& app, Console& console, int& exitCode);
+using AddLineCommand = void (*)(CLI::App& app, Console& console, LineAccess& access, int& exitCode);
 
-constexpr std::array<AddCommand, 3> Commands{AddCheckCommand, AddShowCommand, AddFormatCommand};
+constexpr std::array<AddFileCommand, 3> FileCommands{AddCheckCommand, AddShowCommand, AddFormatCommand};
+constexpr std::array<AddLineCommand, 1> LineCommands{AddScanCommand};
 
 constexpr const char* Examples =
     "Examples:\n"
@@ -26,8 +29,10 @@ constexpr const char* Examples =
     "  find . -name '*.dat' -print0 | kelvora-cli check --null --json\n"
     "  kelvora-cli show till07.dat\n"
     "  kelvora-cli format till07.dat -o till07.dat\n"
+    "  kelvora-cli scan --line 1=/dev/ttyUSB0 -o till07.dat\n"
     "\n"
-    "Exit code: 0 done; 1 a file was rejected, or could not be read or written; 2 wrong usage.";
+    "Exit code: 0 done; 1 a file was rejected, or could not be read or written; 2 wrong usage;\n"
+    "3 the devices or their line failed, or the work was stopped.";
 
 // The arguments as the parser takes them: from the end, and without names in brackets, which it would take
 // for lists.
@@ -40,16 +45,18 @@ std::vector<std::string> ParserArguments(std::span<const std::string> arguments)
     return reversed;
 }
 
-int ParseAndRun(std::span<const std::string> arguments, Console& console)
+int ParseAndRun(std::span<const std::string> arguments, Console& console, LineAccess& access)
 {
     int exitCode = ExitCode::Done;
-    CLI::App app("Checks, shows and rewrites the setup files of a till's keyboard devices.",
+    CLI::App app("Checks, shows and rewrites the setup files of a till's keyboard devices, and scans them.",
                  std::string(CommandName));
     app.set_version_flag("--version", std::string(CommandName) + " " KELVORA_VERSION);
     app.require_subcommand(1);
     app.footer(Examples);
-    for (const AddCommand add : Commands)
+    for (const AddFileCommand add : FileCommands)
         add(app, console, exitCode);
+    for (const AddLineCommand add : LineCommands)
+        add(app, console, access, exitCode);
     try {
         app.parse(ParserArguments(arguments));
         return exitCode;
@@ -63,13 +70,17 @@ int ParseAndRun(std::span<const std::string> arguments, Console& console)
 
 }  // namespace
 
-int RunCli(std::span<const std::string> arguments, std::istream& in, std::ostream& out, std::ostream& err)
+int RunCli(std::span<const std::string> arguments, std::istream& in, std::ostream& out, std::ostream& err,
+           LineAccess& access)
 {
     Console console{in, out, err};
     try {
-        return ParseAndRun(arguments, console);
+        return ParseAndRun(arguments, console, access);
     } catch (const OutputError& error) {
         err << FailureLine("standard output", error.what());
+    } catch (const LineAccessError& error) {
+        err << DiagnosticLine(error.what());
+        return ExitCode::Line;
     } catch (const std::exception& error) {
         err << DiagnosticLine(error.what());
     }

@@ -8,7 +8,11 @@
 
 namespace kelvora {
 
-/// Runs one command. `arguments` come without the program's name. Returns the exit code, see cli/Console.h.
-int RunCli(std::span<const std::string> arguments, std::istream& in, std::ostream& out, std::ostream& err);
+class LineAccess;
+
+/// Runs one command. `arguments` come without the program's name, `access` is the way to the devices. Returns
+/// the exit code, see cli/Console.h.
+int RunCli(std::span<const std::string> arguments, std::istream& in, std::ostream& out, std::ostream& err,
+           LineAccess& access);
 
 }  // namespace kelvora

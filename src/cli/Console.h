@@ -15,6 +15,7 @@ namespace ExitCode {
 inline constexpr int Done = 0;
 inline constexpr int Rejected = 1;  ///< a file was rejected, or could not be read or written
 inline constexpr int Usage = 2;
+inline constexpr int Line = 3;  ///< the devices or their line failed, or the work was stopped
 }  // namespace ExitCode
 
 struct Console {

@@ -11,6 +11,7 @@ CommandState CommandStateOf(const CommandSituation& situation)
     state.fileOpen = true;
     state.fileScan = situation.canScan;
     state.language = true;
+    state.portNames = true;
     if (!situation.modules)
         return state;
     state.fileSave = true;
@@ -21,6 +22,7 @@ CommandState CommandStateOf(const CommandSituation& situation)
     state.layout = LayoutStateOf(*situation.modules);
     state.options = situation.focused && HasOptions(*situation.focused);
     state.ports = true;
+    state.portSettings = true;
     state.windows = true;
     // The line tools follow the scan.
     state.rescan = state.fileScan;

@@ -33,6 +33,7 @@ struct CommandState {
     bool options = false;  ///< of the focused module
     bool ports = false;
     bool portSettings = false;
+    bool portNames = false;  ///< which device stands behind which port
     bool rescan = false;
     bool flash = false;   ///< download, verify and the dumps
     bool wizard = false;  ///< the EEPROM wizard

@@ -8,6 +8,13 @@
 
 namespace kelvora {
 
+namespace {
+
+/// The name of a window that waits for its scan.
+constexpr std::string_view ScanningName = "Scanning";
+
+}  // namespace
+
 SetupSession::SetupSession(Program& program, const ModuleToolbar* toolbar)
     : settings(program.setupMode, program.NextPanelIndex(), toolbar), program_(program)
 {
@@ -27,10 +34,36 @@ void SetupSession::Load(std::optional<OpenedSetup> opened)
         SetFile(opened->file);
         settings.Name = opened->name;
     } else if (settings.SetupMode == SetupMode::Scan) {
-        settings.Name = "Scanning";
+        StartScanning();
     } else {
         settings.Name = "PosConfiguration" + std::to_string(settings.PanelIndex);
     }
+}
+
+bool SetupSession::IsScanning() const
+{
+    return settings.Name == ScanningName;
+}
+
+void SetupSession::StartScanning()
+{
+    settings.Name = ScanningName;
+}
+
+ScanOutcome SetupSession::Scan(const LineHooks& hooks)
+{
+    ScanOutcome outcome =
+        ScanLine(program_.comms, TargetOf(settings), settings.ConnectionMode, hooks, program_.catalogue);
+    HoldAs({{}, "PosConfiguration " + std::to_string(settings.PanelIndex)});
+    if (outcome.image)
+        deviceImage = outcome.image;
+    return outcome;
+}
+
+void SetupSession::HoldAs(const WindowFile& file)
+{
+    SetFile(file.file);
+    settings.Name = file.name;
 }
 
 void SetupSession::SetFile(const SetupFile& file)

@@ -6,6 +6,8 @@
 #include <string>
 
 #include "app/Program.h"
+#include "flash/FlashImage.h"
+#include "layout/LineScan.h"
 #include "layout/SetupFileCommands.h"
 #include "setup/PosCfg.h"
 #include "setup/SetupDocument.h"
@@ -17,6 +19,12 @@ enum class Closing {
     Stay,     ///< the user, or an operation, keeps the window
     Unsaved,  ///< it may close as it is: unchanged, or the changes are given up
     Saved,    ///< it was saved and may close
+};
+
+/// Under which file and which name a window holds its setup.
+struct WindowFile {
+    SetupFile file;
+    std::string name;
 };
 
 class SetupSession {
@@ -42,11 +50,27 @@ public:
     /// The setup with the key map that came back in Xchange; nothing when it is the one handed over.
     std::optional<SetupDocument> TakeBack(ModuleKind kind) const;
 
+    /// Whether the window waits for a scan of its line, or is in it.
+    bool IsScanning() const;
+
+    /// The window is to be filled from its line anew.
+    void StartScanning();
+
+    /// Scans the line and ends the waiting: the window has no file and its own name from then on. The setup
+    /// that came is the caller's to take; the flash image that came becomes the device's.
+    ScanOutcome Scan(const LineHooks& hooks);
+
+    WindowFile HeldAs() const { return {file_, settings.Name}; }
+    void HoldAs(const WindowFile& file);
+
     Program& Shared() const { return program_; }
     const SetupFile& File() const { return file_; }
 
     PosCfg settings;
     SetupDocument document;
+
+    /// The device's flash as it was last read.
+    std::optional<FlashImage> deviceImage;
 
 private:
     bool SaveTo(const SetupFile& file);

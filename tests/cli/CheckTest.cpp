@@ -130,7 +130,7 @@ TEST_F(Check, StopsWhenItsOutputIsNotTaken)
     std::ostringstream out;
     std::ostringstream err;
     out.setstate(std::ios::badbit);
-    EXPECT_EQ(RunCli(std::vector<std::string>{"check", "--json"}, in, out, err), 1);
+    EXPECT_EQ(RunCli(std::vector<std::string>{"check", "--json"}, in, out, err, access), 1);
     EXPECT_THAT(err.str(), HasSubstr("kelvora-cli: standard output: "));
     EXPECT_THAT(err.str(), testing::Not(HasSubstr("files checked")));
 }

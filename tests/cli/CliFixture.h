@@ -12,6 +12,8 @@
 #include <vector>
 
 #include "cli/Cli.h"
+#include "cli/LineAccess.h"
+#include "fakes/BenchLine.h"
 #include "platform/posix/PosixFiles.h"
 
 namespace kelvora {
@@ -21,16 +23,35 @@ struct CliResult {
     std::string out, err;
 };
 
+/// A simulated line of all four modules behind COM1, on virtual time.
+class FakeLineAccess final : public LineAccess {
+public:
+    Comms& Prepare(const LineOptions& options) override
+    {
+        asked = options;
+        return comms;
+    }
+    bool StopRequested() override { return stopAfter >= 0 && stopAfter-- == 0; }
+    bool ShowsProgress() const override { return showsProgress; }
+
+    int stopAfter = -1;  ///< so many commands are sent before the user wants a stop; below 0 never
+    bool showsProgress = false;
+    LineOptions asked;
+    FakeEventLoop loop;
+    BenchLine bench{loop};
+    Comms comms{loop, {&bench.link, nullptr, nullptr, nullptr}};
+};
+
 class CliTest : public testing::Test {
 protected:
     ~CliTest() override { std::filesystem::remove_all(folder); }
 
-    static CliResult Run(const std::vector<std::string>& arguments, const std::string& input = {})
+    CliResult Run(const std::vector<std::string>& arguments, const std::string& input = {})
     {
         std::istringstream in(input);
         std::ostringstream out;
         std::ostringstream err;
-        const int exitCode = RunCli(arguments, in, out, err);
+        const int exitCode = RunCli(arguments, in, out, err, access);
         return {exitCode, out.str(), err.str()};
     }
 
@@ -44,6 +65,7 @@ protected:
     }
 
     PosixFiles files;
+    FakeLineAccess access;
     std::string folder = MakeFolder();
 
 private:

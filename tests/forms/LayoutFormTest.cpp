@@ -196,7 +196,10 @@ TEST_F(LayoutForm, PortsFollowTheMachineAndTheWindow)
     EXPECT_EQ(window->findChild<QLabel*>("PortPanel")->text(), " COM3: 9600,n,8,1");
     EXPECT_EQ(window->findChild<QLabel*>("ModePanel")->text(), " POS");
     Trigger(Command::FileMenuNew);
-    EXPECT_TRUE(lines->actions().at(0)->isChecked()) << "each window has its own";
+    EXPECT_TRUE(lines->actions().at(2)->isChecked()) << "a new window takes the last choice";
+    window->ActiveSetup()->SelectPort(2);
+    Trigger(Command::WindowMenuNext);
+    EXPECT_TRUE(lines->actions().at(2)->isChecked()) << "each window has its own";
 }
 
 }  // namespace

@@ -13,7 +13,7 @@
 #include <memory>
 
 #include "app/forms/MDIForm1.h"
-#include "fakes/FakeEventLoop.h"
+#include "fakes/BenchLine.h"
 #include "fakes/FakeFileDialogs.h"
 #include "fakes/FakePrompt.h"
 #include "layout/forms/StripView.h"
@@ -23,9 +23,23 @@
 
 namespace kelvora {
 
+/// Virtual time, in which Qt's own events happen too.
+class FormsEventLoop final : public FakeEventLoop {
+public:
+    void Yield() override
+    {
+        QCoreApplication::processEvents();
+        FakeEventLoop::Yield();
+    }
+};
+
 class MainWindowFixture : public testing::Test {
 protected:
-    MainWindowFixture() : program({files, prompt, dialogs, loop, {}}, {}) {}
+    /// With `hasLine` the simulated line of all four modules stands behind COM1.
+    explicit MainWindowFixture(bool hasLine = false)
+        : program({files, prompt, dialogs, loop, {hasLine ? &port : nullptr}}, {})
+    {
+    }
 
     void Start()
     {
@@ -78,7 +92,10 @@ protected:
     PosixFiles files;
     FakePrompt prompt;
     FakeFileDialogs dialogs;
-    FakeEventLoop loop;
+    FormsEventLoop loop;
+    FakeLineClock clock{loop};
+    bench::SimulatedLine line{clock, bench::FreshLine(BenchLine::AllModules())};
+    bench::SimulatedPort port{line};
     Program program;
     std::string path = PathFromQString(folder.path()) + "/Till.dat";
     std::unique_ptr<MDIForm1> window;

@@ -37,13 +37,15 @@ QStringList LocalFiles(const QMimeData& data)
 
 }  // namespace
 
-MDIForm1::MDIForm1(Program& program, const QString& configFolder)
+MDIForm1::MDIForm1(Program& program, const QString& configFolder, MachinePorts* machine)
     : program_(program),
       commands_(this),
       menu_(*menuBar(), commands_),
       area_(new QMdiArea(this)),
       toolbar_(new MainToolbar(commands_, program.catalogue, this)),
       status_(new StatusPanels(this)),
+      operation_(program, *status_, *this),
+      lines_(program, machine, *this),
       memory_(configFolder),
       setups_(*area_, program, memory_)
 {
@@ -65,8 +67,10 @@ MDIForm1::MDIForm1(Program& program, const QString& configFolder)
     // The screen may be smaller than the one before, or its scaling larger.
     resize(size().boundedTo(screen()->availableGeometry().size()));
     memory_.RestoreFolders(program_.main);
+    memory_.RestoreLine(program_.main);
     ConnectFileCommands();
     ConnectLayoutCommands();
+    ConnectLineCommands();
     ConnectGeneralCommands();
     ConnectMenus();
     status_->ShowOperation(ToQString(program_.IdleText()));
@@ -85,6 +89,7 @@ void MDIForm1::ConnectFileCommands()
 {
     On(Command::FileMenuNew, [this] { setups_.New(SetupMode::New); });
     On(Command::FileMenuOpen, [this] { setups_.Open(); });
+    On(Command::FileMenuScan, [this] { setups_.New(SetupMode::Scan); });
     OnSetup(Command::FileMenuSave, [](frmConfig& setup) { setup.FileMenuSave_Click(); });
     OnSetup(Command::FileMenuSaveAs, [](frmConfig& setup) { setup.FileMenuSaveAs_Click(); });
     On(Command::FileMenuClose, [this] { area_->closeActiveSubWindow(); });
@@ -105,6 +110,18 @@ void MDIForm1::ConnectLayoutCommands()
     OnSetup(Command::LayoutMenuDel, [](frmConfig& setup) { setup.LayoutMenuDel_Click(); });
     OnSetup(Command::LayoutMenuMove, [](frmConfig& setup) { setup.LayoutMenuMove_Click(); });
     OnSetup(Command::LayoutMenuOptions, [](frmConfig& setup) { setup.LayoutMenuOptions_Click(); });
+}
+
+void MDIForm1::ConnectLineCommands()
+{
+    operation_.onChange = [this] { Refresh(); };
+    OnSetup(Command::CommunicationsMenuSettings, [this](frmConfig& setup) {
+        lines_.ShowPortSettings(setup.Session().settings, [this] { Refresh(); });
+    });
+    On(Command::CommunicationsMenuPorts, [this] { lines_.ShowPorts(); });
+    On(Command::ViewMenuLineMonitor, [this] { lines_.ShowMonitor(); });
+    commands_[Command::CommunicationsMenuPorts].setVisible(lines_.HasPorts());
+    OnSetup(Command::ToolsMenuRescanLine, [](frmConfig& setup) { setup.ToolsMenuRescanLine_Click(); });
 }
 
 void MDIForm1::ConnectGeneralCommands()
@@ -131,8 +148,10 @@ void MDIForm1::ConnectMenus()
 {
     connect(area_, &QMdiArea::subWindowActivated, this, [this] {
         Refresh();
-        if (frmConfig* setup = ActiveSetup())
+        if (frmConfig* setup = ActiveSetup()) {
             setup->FocusStrip();
+            setup->Form_Activate();
+        }
     });
     // A dialog has closed, or an operation has ended, when the focus comes back.
     connect(qApp, &QApplication::focusChanged, this, [this] {
@@ -160,7 +179,7 @@ void MDIForm1::Prepare(frmConfig& setup)
     undoGroup_.addStack(&setup.UndoStack());
     setup.onChange = [this] { Refresh(); };
     setup.onFile = [this, &setup] { setups_.Remember(setup); };
-    setup.onInterrupt = [this] { Interrupt(); };
+    setup.onInterrupt = [this] { operation_.Interrupt(); };
     setup.onLayoutMenu = [this](const QPoint& place) { menu_.Layout().popup(place); };
 }
 
@@ -191,6 +210,7 @@ void MDIForm1::Retranslate()
     toolbar_->Retranslate();
     status_->Retranslate(program_.catalogue);
     area_->viewport()->update();
+    lines_.Retranslate();
     setups_.Retranslate();
 }
 
@@ -215,19 +235,24 @@ void MDIForm1::Refresh()
     undoGroup_.setActiveStack(setup ? &setup->UndoStack() : nullptr);
     menu_.ShowSetupEntries(setup != nullptr);
     const PosCfg& settings = setup ? setup->Session().settings : program_.main;
-    const bool canScan = program_.hasLink && AllowsScan(settings.ConnectionMode);
+    const bool canScan = program_.HasLink() && AllowsScan(settings.ConnectionMode);
     CommandSituation nothingOpen;
     nothingOpen.busy = program_.busy;
-    nothingOpen.canScan = program_.hasLink;
+    nothingOpen.canScan = program_.HasLink();
     const CommandState state = setup ? setup->State(canScan) : CommandStateOf(nothingOpen);
     commands_.Apply(state);
     menu_.Apply(state);
     menu_.ShowPort(settings.CommsPort);
     status_->ShowMode(ToQString(ModeText(settings.ConnectionMode)));
     status_->ShowPort(ToQString(PortText(settings)));
+    status_->ShowSimulated(program_.simulated.at(static_cast<std::size_t>(settings.CommsPort) - 1));
     if (!setup) {
         status_->ShowStatus(QString());
         area_->viewport()->update();
+        return;
+    }
+    if (program_.busy) {
+        status_->ShowStatus(ToQString(program_.running.status));
         return;
     }
     commands_.NameUndo(program_.catalogue, setup->UndoName(), setup->RedoName());
@@ -253,6 +278,7 @@ void MDIForm1::ShutDown()
     closing_ = Closing::Waiting;
     memory_.SaveWindow(*this);
     memory_.SaveFolders(program_.main);
+    memory_.SaveLine(program_.main);
     if (onShutdown)
         onShutdown();
     if (help_)
@@ -338,14 +364,6 @@ void MDIForm1::ShowAbout()
                              catalogue.Word(Message::Version) + KELVORA_VERSION "\r\n" +
                              catalogue.Caption(Message::AboutLegal);
     program_.world.prompt.Show(ProductName, text, {BoxIcon::Information});
-}
-
-void MDIForm1::Interrupt()
-{
-    // What has already happened on the line is taken in first.
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    program_.interruptionRequested = program_.busy;
-    program_.Show(Message::Interruption, {BoxIcon::Information});
 }
 
 }  // namespace kelvora

@@ -10,8 +10,10 @@
 
 #include "app/Program.h"
 #include "app/forms/Commands.h"
+#include "app/forms/LineForms.h"
 #include "app/forms/MainMenu.h"
 #include "app/forms/MainToolbar.h"
+#include "app/forms/OperationView.h"
 #include "app/forms/SetupWindows.h"
 #include "app/forms/StatusPanels.h"
 #include "app/forms/WindowMemory.h"
@@ -24,7 +26,8 @@ class HelpWindow;
 class MDIForm1 final : public QMainWindow {
 public:
     /// `program` is loaded and outlives the window. `configFolder` is the person's; empty remembers nothing.
-    MDIForm1(Program& program, const QString& configFolder);
+    /// Without `machine`, which outlives the window too, the devices behind the ports cannot be chosen.
+    MDIForm1(Program& program, const QString& configFolder, MachinePorts* machine = nullptr);
     ~MDIForm1() override;
     MDIForm1(const MDIForm1&) = delete;
     MDIForm1& operator=(const MDIForm1&) = delete;
@@ -44,6 +47,10 @@ public:
     Commands& Actions() { return commands_; }
     StatusPanels& Status() { return *status_; }
     MainMenu& Menu() { return menu_; }
+
+    /// Shows anew what depends on the program's state.
+    void Refresh();
+
     frmConfig* ActiveSetup() const { return setups_.Active(); }
     std::vector<frmConfig*> AllSetups() const { return setups_.All(); }
 
@@ -59,11 +66,11 @@ protected:
 private:
     void ConnectFileCommands();
     void ConnectLayoutCommands();
+    void ConnectLineCommands();
     void ConnectGeneralCommands();
     void ConnectMenus();
     void Prepare(frmConfig& setup);
     void Retranslate();
-    void Refresh();
     void ChangeLanguage(const std::string& language);
     void OpenWaitingFiles();
     bool IsIdle() const;
@@ -89,7 +96,6 @@ private:
     void EndShutdown();
     void ShowHelp();
     void ShowAbout();
-    void Interrupt();
 
     Program& program_;
     Commands commands_;
@@ -97,6 +103,8 @@ private:
     QMdiArea* area_;
     MainToolbar* toolbar_;
     StatusPanels* status_;
+    OperationView operation_;
+    LineForms lines_;
     WindowMemory memory_;
     SetupWindows setups_;
     QUndoGroup undoGroup_;

@@ -96,7 +96,10 @@ void MainMenu::MakeCommunicationsMenu(QMenuBar& bar)
             ports_.at(i)->setEnabled(isPortAvailable(static_cast<int>(i) + 1));
     });
     menu->addAction(&commands_[Command::CommunicationsMenuSettings]);
-    setupEntries_.push_back(menu->menuAction());
+    menu->addAction(&commands_[Command::CommunicationsMenuPorts]);
+    // Without a setup window only the ports themselves can be chosen.
+    setupEntries_.push_back(lines_->menuAction());
+    setupEntries_.push_back(&commands_[Command::CommunicationsMenuSettings]);
 }
 
 void MainMenu::Apply(const CommandState& state)
@@ -134,6 +137,7 @@ void MainMenu::MakeViewMenu(QMenuBar& bar)
     QMenu* view = AddMenu(&bar, "ViewMenu", Message::ViewMenu);
     view->addAction(&commands_[Command::ViewMenuToolbar]);
     view->addAction(&commands_[Command::ViewMenuStatusBar]);
+    view->addAction(&commands_[Command::ViewMenuLineMonitor]);
     view->addSeparator();
     languages_ = AddMenu(view, "LanguageMenu", Message::LanguageMenu);
     QObject::connect(languages_, &QMenu::aboutToShow, languages_, [this] { ListLanguages(); });

@@ -70,8 +70,11 @@ StatusPanels::StatusPanels(QWidget* parent)
       port_(AddPanel("PortPanel", 0)),
       status_(AddPanel("StatusPanel", 2)),
       operation_(AddPanel("OperationPanel", 1)),
+      simulated_(new QLabel(this)),
       progress_(new QProgressBar(this))
 {
+    simulated_->setObjectName(QStringLiteral("SimulatedPanel"));
+    simulated_->hide();
     status_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     operation_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     progress_->setObjectName(QStringLiteral("ProgressBar"));
@@ -79,6 +82,7 @@ StatusPanels::StatusPanels(QWidget* parent)
     progress_->setRange(0, FullProgress);
     progress_->hide();
     addPermanentWidget(progress_);
+    addPermanentWidget(simulated_);
     setSizeGripEnabled(false);
     addPermanentWidget(new DragCorner(this));
 }
@@ -120,6 +124,8 @@ void StatusPanels::Retranslate(const MessageCatalogue& catalogue)
     name(*port_, Message::PortPanel);
     name(*operation_, Message::OperationPanel);
     name(*status_, Message::StatusPanel);
+    simulated_->setText(ToQString(catalogue.Caption(Message::SimulatedLine)));
+    simulated_->setToolTip(ToQString(catalogue.Caption(Message::SimulatedLineTip)));
     statusTip_ = status_->toolTip();
     ShowStatus(status_->text());
 }

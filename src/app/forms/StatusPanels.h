@@ -35,6 +35,9 @@ public:
     /// 0 to 100; anything else hides the bar.
     void ShowProgress(int percent);
 
+    /// Whether to say that the line is a simulated one.
+    void ShowSimulated(bool simulated) { simulated_->setVisible(simulated); }
+
     void Retranslate(const MessageCatalogue& catalogue);
 
 private:
@@ -44,6 +47,7 @@ private:
     StatusPanel* port_;
     StatusPanel* status_;
     StatusPanel* operation_;
+    QLabel* simulated_;
     QProgressBar* progress_;
     QString statusTip_;
 };

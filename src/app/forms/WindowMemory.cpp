@@ -2,6 +2,8 @@
 
 #include <QStatusBar>
 
+#include "comms/Comms.h"
+#include "platform/SerialSettings.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -18,6 +20,8 @@ constexpr auto SaveFolderKey = "Folders/Save";
 constexpr auto OpenFilterKey = "Folders/OpenFilter";
 constexpr auto SaveFilterKey = "Folders/SaveFilter";
 constexpr auto RecentKey = "RecentFiles";
+constexpr auto PortKey = "Port";
+constexpr auto PortSettingsKey = "PortSettings";
 
 // One of the three filters that the dialogs have.
 std::int16_t FilterIndex(const QVariant& remembered)
@@ -69,6 +73,28 @@ void WindowMemory::SaveFolders(const PosCfg& settings)
     settings_.setValue(SaveFolderKey, PathToQString(settings.OutInitDir));
     settings_.setValue(OpenFilterKey, settings.InFilterIndex);
     settings_.setValue(SaveFilterKey, settings.OutFilterIndex);
+}
+
+void WindowMemory::RestoreLine(PosCfg& settings) const
+{
+    if (!remembers_)
+        return;
+    const int port = settings_.value(PortKey).toInt();
+    if (port >= 1 && port <= LineCount)
+        settings.CommsPort = static_cast<std::int16_t>(port);
+    const std::string text = FromQString(settings_.value(PortSettingsKey).toString());
+    if (!ParseSerialSettings(text))
+        return;
+    settings.SetBaudRate(BaudIndexOf(text));
+    settings.PortSettings = text;
+}
+
+void WindowMemory::SaveLine(const PosCfg& settings)
+{
+    if (!remembers_)
+        return;
+    settings_.setValue(PortKey, settings.CommsPort);
+    settings_.setValue(PortSettingsKey, ToQString(settings.PortSettings));
 }
 
 QStringList WindowMemory::RecentFiles() const

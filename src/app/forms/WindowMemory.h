@@ -20,6 +20,10 @@ public:
     void RestoreFolders(PosCfg& settings) const;
     void SaveFolders(const PosCfg& settings);
 
+    /// The port and the settings chosen last; what was never chosen stays as it is.
+    void RestoreLine(PosCfg& settings) const;
+    void SaveLine(const PosCfg& settings);
+
     /// Paths, the last used first.
     QStringList RecentFiles() const;
     void AddRecentFile(const QString& path);

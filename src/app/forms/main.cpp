@@ -10,6 +10,8 @@
 #include <QTranslator>
 #include <algorithm>
 #include <array>
+#include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <string_view>
 #include <vector>
@@ -18,10 +20,13 @@
 #include "app/forms/Icons.h"
 #include "app/forms/MDIForm1.h"
 #include "app/forms/SingleCopy.h"
+#include "comms/PortNames.h"
 #include "platform/posix/PosixFiles.h"
+#include "platform/qt/BenchProcess.h"
 #include "platform/qt/QtEventLoop.h"
 #include "platform/qt/QtFileDialogs.h"
 #include "platform/qt/QtPrompt.h"
+#include "platform/qt/QtSerialDevices.h"
 #include "platform/qt/QtSerialPort.h"
 #include "platform/qt/Text.h"
 
@@ -62,17 +67,52 @@ void TranslateQt(QTranslator& translator, const MessageCatalogue& catalogue)
         QCoreApplication::installTranslator(&translator);
 }
 
-QStringList ReadArguments(const QCoreApplication& application)
+struct Arguments {
+    QStringList files;
+    std::vector<LineArgument> lines;
+    bool bench = false;
+    std::string benchState;
+};
+
+[[noreturn]] void RefuseArgument(const QString& argument, const char* reason)
+{
+    std::fprintf(stderr, "kelvora: %s: %s\n", qPrintable(argument), reason);
+    std::exit(2);
+}
+
+Arguments ReadArguments(const QCoreApplication& application)
 {
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Sets up the keyboard devices of a point-of-sale terminal."));
     parser.addHelpOption();
     parser.addVersionOption();
+    const QCommandLineOption line(QStringLiteral("line"),
+                                  QStringLiteral("The device behind a line, such as 1=/dev/ttyUSB0."),
+                                  QStringLiteral("N=PORT"));
+    const QCommandLineOption bench(QStringLiteral("bench"),
+                                   QStringLiteral("Talk to simulated devices on COM1 and COM2."));
+    const QCommandLineOption benchState(
+        QStringLiteral("bench-state"),
+        QStringLiteral("File in which the simulated devices keep their memory; brings --bench along."),
+        QStringLiteral("FILE"));
+    parser.addOptions({line, bench, benchState});
     parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Setup files to open."),
                                  QStringLiteral("[files...]"));
     parser.process(application);
-    return AbsolutePaths(parser.positionalArguments());
+    Arguments arguments{AbsolutePaths(parser.positionalArguments()), {}, parser.isSet(bench), {}};
+    for (const QString& value : parser.values(line)) {
+        try {
+            arguments.lines.push_back(ParseLineArgument(PathFromQString(value)));
+        } catch (const std::invalid_argument& error) {
+            RefuseArgument(QStringLiteral("--line ") + value, error.what());
+        }
+    }
+    if (parser.isSet(benchState)) {
+        arguments.bench = true;
+        arguments.benchState = PathFromQString(QFileInfo(parser.value(benchState)).absoluteFilePath());
+    }
+    return arguments;
 }
 
 // An error that no command has caught must not take unsaved setups with it.
@@ -91,13 +131,32 @@ public:
     }
 };
 
+// The simulated devices take the place of COM1 and COM2.
+void StartBench(BenchProcess& bench, const std::string& stateFile, Program& program, MDIForm1& window)
+{
+    if (!bench.Start(stateFile)) {
+        program.Show(Message::BenchNotStarted, {BoxIcon::Exclamation}, bench.LastError());
+        return;
+    }
+    for (std::size_t i = 0; i < bench.Devices().size(); ++i) {
+        program.world.ports.at(i)->SetDevice(bench.Devices()[i]);
+        program.simulated.at(i) = true;
+    }
+    bench.onEnded = [&] {
+        program.simulated = {};
+        window.Refresh();
+        program.Show(Message::BenchEnded, {BoxIcon::Exclamation});
+    };
+    window.Refresh();
+}
+
 int Run(QApplication& application)
 {
-    const QStringList files = ReadArguments(application);
+    const Arguments arguments = ReadArguments(application);
     QtPrompt prompt;
     SingleCopy copy(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
     if (!copy.Claim()) {
-        if (!files.isEmpty() && copy.HandOver(files))
+        if (!arguments.files.isEmpty() && copy.HandOver(arguments.files))
             return 0;
         RefuseSecondCopy(prompt);
         return 1;
@@ -106,26 +165,36 @@ int Run(QApplication& application)
     PosixFiles posixFiles;
     QtFileDialogs dialogs;
     QtEventLoop eventLoop;
-    std::array<QtSerialPort, 4> ports{QtSerialPort("/dev/ttyS0"), QtSerialPort("/dev/ttyS1"),
-                                      QtSerialPort("/dev/ttyS2"), QtSerialPort("/dev/ttyS3")};
-    Program program({posixFiles, prompt, dialogs, eventLoop, {&ports[0], &ports[1], &ports[2], &ports[3]}},
-                    Folders());
+    std::array<QtSerialPort, LineCount> ports{QtSerialPort({}), QtSerialPort({}), QtSerialPort({}),
+                                              QtSerialPort({})};
+    const std::array<SerialPort*, LineCount> lines{&ports[0], &ports[1], &ports[2], &ports[3]};
+    const LanguageFolders folders = Folders();
+    PortNames names(posixFiles, folders.person + "/ports.ini", arguments.lines);
+    names.ApplyTo(lines);
+    const QtSerialDevices devices;
+    MachinePorts machine{names, devices};
+    Program program({posixFiles, prompt, dialogs, eventLoop, lines}, folders);
     if (!program.Load())
         return 1;
     QTranslator translator;
     TranslateQt(translator, program.catalogue);
     QDir().mkpath(PathToQString(program.folders.person));
 
-    MDIForm1 window(program, PathToQString(program.folders.person));
+    MDIForm1 window(program, PathToQString(program.folders.person), &machine);
+    BenchProcess bench;
     window.onLanguage = [&] { TranslateQt(translator, program.catalogue); };
     window.onShutdown = [&copy] { copy.StopListening(); };
     window.onClosed = [] { QCoreApplication::quit(); };
     window.show();
     // What the first picture does not need comes after it.
     QTimer::singleShot(0, &window, [&] {
+        if (arguments.bench)
+            StartBench(bench, arguments.benchState, program, window);
         copy.Listen([&window](const QStringList& handedOver) { window.OpenFiles(handedOver); });
-        if (!files.isEmpty())
-            window.OpenFiles(files);
+        if (names.HasProblem())
+            prompt.Show(ProductName, names.Problem(program.catalogue), {BoxIcon::Exclamation});
+        if (!arguments.files.isEmpty())
+            window.OpenFiles(arguments.files);
     });
     return QApplication::exec();
 }

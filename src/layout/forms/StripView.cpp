@@ -126,12 +126,26 @@ void StripView::ShowModules(const ModuleList& modules)
             button.raise();
     }
     empty_->setVisible(strip_.empty());
+    ShowEmptyText();
     Arrange();
+}
+
+void StripView::ShowWaiting(const QString& text)
+{
+    ShowModules({});
+    emptyText_->setText(text);
+    addMaster_->hide();
+}
+
+void StripView::ShowEmptyText()
+{
+    emptyText_->setText(ToQString(catalogue_.Caption(Message::EmptyStrip)));
+    addMaster_->show();
 }
 
 void StripView::Retranslate()
 {
-    emptyText_->setText(ToQString(catalogue_.Caption(Message::EmptyStrip)));
+    ShowEmptyText();
     addMaster_->setText(ToQString(catalogue_.Caption(Message::AddMasterNow)));
     for (ModuleButton* button : buttons_)
         ShowTexts(*button);

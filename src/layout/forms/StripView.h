@@ -37,6 +37,9 @@ public:
     /// Shows the chain of these modules.
     void ShowModules(const ModuleList& modules);
 
+    /// Shows no modules, and what they are waited for, until the next ShowModules.
+    void ShowWaiting(const QString& text);
+
     /// Sets all texts anew from the catalogue.
     void Retranslate();
 
@@ -80,6 +83,7 @@ protected:
 private:
     void MakeButton(StripButton button);
     void MakeEmptyState();
+    void ShowEmptyText();
     void Arrange();
     void ArrangeFloating();
     void ShowTexts(ModuleButton& button);

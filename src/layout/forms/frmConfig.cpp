@@ -3,10 +3,12 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QUndoCommand>
 #include <QVBoxLayout>
 #include <utility>
 
+#include "app/LineOperation.h"
 #include "app/ShowMessage.h"
 #include "keymap/forms/frmKeyb.h"
 #include "layout/Connection.h"
@@ -19,24 +21,41 @@
 
 namespace kelvora {
 
-// Every edit is one of these: the document before it and after it.
+// Every edit is one of these: the document before it and after it. A scan also takes the window's file away.
 class frmConfig::DocumentChange final : public QUndoCommand {
 public:
-    DocumentChange(frmConfig& form, const MessageId& name, SetupDocument after)
-        : form_(form), name_(name), before_(form.session_.document), after_(std::move(after))
+    DocumentChange(frmConfig& form, const MessageId& name, SetupDocument after,
+                   std::optional<WindowFile> fileBefore = std::nullopt)
+        : form_(form),
+          name_(name),
+          before_(form.session_.document),
+          after_(std::move(after)),
+          fileBefore_(std::move(fileBefore)),
+          fileAfter_(form.session_.HeldAs())
     {
     }
 
     const MessageId& Name() const { return name_; }
 
-    void undo() override { form_.ShowDocument(before_); }
-    void redo() override { form_.ShowDocument(after_); }
+    void undo() override { Show(before_, fileBefore_); }
+    void redo() override { Show(after_, fileBefore_ ? std::optional(fileAfter_) : std::nullopt); }
 
 private:
+    void Show(const SetupDocument& document, const std::optional<WindowFile>& file)
+    {
+        if (file)
+            form_.session_.HoldAs(*file);
+        form_.ShowDocument(document);
+        if (file)
+            form_.ShowTitle();
+    }
+
     frmConfig& form_;
     MessageId name_;
     SetupDocument before_;
     SetupDocument after_;
+    std::optional<WindowFile> fileBefore_;
+    WindowFile fileAfter_;
 };
 
 frmConfig::frmConfig(Program& program, QWidget* parent)
@@ -195,8 +214,62 @@ void frmConfig::LayoutMenuDel_Click()
 
 void frmConfig::SelectPort(std::int16_t port)
 {
-    if (kelvora::SelectPort(session_.settings, port))
-        Notify();
+    if (!kelvora::SelectPort(session_.settings, port))
+        return;
+    // The port chosen last is the next window's.
+    session_.Shared().main.CommsPort = port;
+    Notify();
+}
+
+void frmConfig::ToolsMenuRescanLine_Click()
+{
+    if (session_.Shared().busy || placing_)
+        return;
+    beforeRescan_ = session_.HeldAs();
+    session_.StartScanning();
+    ShowTitle();
+    Form_Activate();
+}
+
+void frmConfig::Form_Activate()
+{
+    if (!session_.IsScanning())
+        return;
+    session_.Shared().world.eventLoop.After(std::chrono::milliseconds(0), [form = QPointer<frmConfig>(this)] {
+        if (form && form->session_.IsScanning() && !form->session_.Shared().busy)
+            form->Scan();
+    });
+}
+
+void frmConfig::Scan()
+{
+    Program& program = session_.Shared();
+    const auto before = std::exchange(beforeRescan_, std::nullopt);
+    const std::string status =
+        program.catalogue.Caption(Message::ScanStatus) + std::to_string(session_.settings.CommsPort) + " ...";
+    strip_->ShowWaiting(ToQString(status));
+    ScanOutcome outcome;
+    {
+        const LineOperation operation(program, status,
+                                      " " + program.catalogue.Caption(Message::ScanOperation));
+        outcome = session_.Scan(operation.Hooks());
+    }
+    TakeScan(before, std::move(outcome.document));
+    for (const LaterMessage& message : outcome.messages)
+        program.Show(message.message, {message.icon}, message.extra);
+}
+
+// A rescan is one step back, whatever came of it; a first scan is one when it has brought something.
+void frmConfig::TakeScan(const std::optional<WindowFile>& before, SetupDocument scanned)
+{
+    if (before || !scanned.Modules.empty())
+        undoStack_->push(new DocumentChange(*this, Message::UndoScan, std::move(scanned), before));
+    else
+        ShowDocument(scanned);
+    if (onFile)
+        onFile();
+    ShowTitle();
+    FocusStrip();
 }
 
 void frmConfig::Push(const MessageId& name, SetupDocument after)

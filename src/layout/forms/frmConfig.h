@@ -50,6 +50,12 @@ public:
 
     void SelectPort(std::int16_t port);
 
+    /// The window has come to the front: one that waits for its scan is then scanned, as soon as it is shown.
+    void Form_Activate();
+
+    /// Fills the window from its line anew.
+    void ToolsMenuRescanLine_Click();
+
     bool IsPlacing() const { return placing_; }
 
     /// Whether the window may close; asks about unsaved changes.
@@ -90,6 +96,8 @@ private:
     void AfterSaving(bool saved);
     void Notify();
     void EditKeyMap(ModuleKind kind);
+    void Scan();
+    void TakeScan(const std::optional<WindowFile>& before, SetupDocument scanned);
     void Push(const MessageId& name, SetupDocument after);
     std::optional<MessageId> NameOf(int step) const;
     void ShowDocument(const SetupDocument& document);
@@ -100,6 +108,7 @@ private:
     QUndoStack* undoStack_;
     bool mayCloseUnasked_ = false;
     bool placing_ = false;
+    std::optional<WindowFile> beforeRescan_;
 };
 
 }  // namespace kelvora

@@ -109,8 +109,11 @@ bool QtSerialPort::Apply(const SerialSettings& settings)
 
 void QtSerialPort::Fail(QSerialPort::SerialPortError error)
 {
-    failure_ = FailureOf(error, PathToQString(device_));
+    const QString device = PathToQString(device_);
+    failure_ = FailureOf(error, device);
     lastError_ = FromQString(port_->errorString());
+    if (const QString group = QFileInfo(device).group(); failure_ == PortFailure::NotAllowed && !group.isEmpty())
+        lastError_ += "; the group " + FromQString(group) + " may use it";
 }
 
 // Unplugged, or its other end is gone: whoever waits for it must not wait on.

@@ -1,0 +1,58 @@
+#include "app/LineErrorText.h"
+
+#include <array>
+
+#include "comms/Reply.h"
+
+namespace kelvora {
+
+namespace {
+
+constexpr std::array ReplyTexts{
+    Message::LineFailed,    Message::LineNoDevices, Message::LineMalformed, Message::LineGaveUp,
+    Message::LineGivenTime, Message::LineStatus999, Message::LineRejected,  Message::LineStatus5,
+    Message::LineStatus3,   Message::LineUndefined,
+};
+
+// The messages bear the numbers' offsets.
+MessageId ReplyErrorText(std::uint32_t number)
+{
+    for (const MessageId& text : ReplyTexts)
+        if (ReplyErrorNumber::Base + static_cast<std::uint32_t>(text.id) == number)
+            return text;
+    return Message::LineUndefined;
+}
+
+}  // namespace
+
+MessageId PortFailureText(PortFailure failure)
+{
+    switch (failure) {
+        case PortFailure::Missing:
+            return Message::PortMissing;
+        case PortFailure::NotAllowed:
+            return Message::PortNotAllowed;
+        case PortFailure::InUse:
+            return Message::PortInUse;
+        case PortFailure::BadSettings:
+            return Message::LineNeedsEightBits;
+        case PortFailure::Other:
+        case PortFailure::None:
+            break;
+    }
+    return Message::PortOtherFailure;
+}
+
+LineErrorText DescribeLineFailure(const LineTarget& target, const LineResult& result)
+{
+    const LineFailure& failure = result.failure;
+    LineErrorText text{PortFailureText(failure.port),
+                       "COM" + std::to_string(target.line) + ": " + target.settings};
+    if (result.outcome == LineOutcome::Failed)
+        text.message = failure.port == PortFailure::None ? ReplyErrorText(failure.number) : Message::PortLost;
+    if (!failure.detail.empty())
+        text.extra += "\r\n" + failure.detail;
+    return text;
+}
+
+}  // namespace kelvora

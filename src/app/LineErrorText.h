@@ -1,0 +1,22 @@
+// What a user reads when a line failed: the message of the error's number, and where and why it happened.
+#pragma once
+
+#include <string>
+
+#include "app/Messages.h"
+#include "comms/LineDrivers.h"
+
+namespace kelvora {
+
+struct LineErrorText {
+    MessageId message;
+    std::string extra;  ///< lines below it: the port with its settings, and what was seen there
+};
+
+/// For a result that is not done and was not stopped by the user.
+LineErrorText DescribeLineFailure(const LineTarget& target, const LineResult& result);
+
+/// The message of a port that does not open.
+MessageId PortFailureText(PortFailure failure);
+
+}  // namespace kelvora

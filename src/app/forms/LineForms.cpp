@@ -1,0 +1,71 @@
+#include "app/forms/LineForms.h"
+
+#include "comms/FrameMeaning.h"
+#include "comms/forms/LineMonitorWindow.h"
+#include "comms/forms/PortsDialog.h"
+#include "comms/forms/frmPortSetup.h"
+
+namespace kelvora {
+
+LineForms::LineForms(Program& program, MachinePorts* machine, QWidget& window)
+    : program_(program), machine_(machine), window_(window)
+{
+}
+
+LineForms::~LineForms()
+{
+    delete monitorWindow_;
+    for (const auto& channel : program_.channels)
+        if (channel)
+            channel->watcher = nullptr;
+}
+
+void LineForms::ShowPortSettings(PosCfg& settings, const std::function<void()>& onChange)
+{
+    frmPortSetup form(program_, settings, &window_);
+    form.onChange = onChange;
+    form.exec();
+    program_.main.SetBaudRate(settings.BaudRate());
+    program_.main.PortSettings = settings.PortSettings;
+}
+
+void LineForms::ShowPorts()
+{
+    PortsDialog(program_, machine_->names, machine_->devices, &window_).exec();
+}
+
+void LineForms::ShowMonitor()
+{
+    if (!monitorWindow_) {
+        Watch();
+        monitorWindow_ = new LineMonitorWindow(program_, *monitor_);
+        QObject::connect(monitorWindow_, &QObject::destroyed, &window_, [this] {
+            for (const auto& channel : program_.channels)
+                if (channel)
+                    channel->watcher = nullptr;
+            monitor_.reset();
+        });
+    }
+    monitorWindow_->show();
+    monitorWindow_->raise();
+    monitorWindow_->activateWindow();
+}
+
+void LineForms::Watch()
+{
+    monitor_ = std::make_unique<LineMonitor>();
+    for (std::size_t i = 0; i < program_.channels.size(); ++i)
+        if (const auto& channel = program_.channels.at(i))
+            channel->watcher = [&monitor = *monitor_,
+                                line = static_cast<int>(i) + 1](const LineTraffic& traffic) {
+                monitor.Add(line, traffic, FrameMeaning(traffic));
+            };
+}
+
+void LineForms::Retranslate()
+{
+    if (auto* monitor = dynamic_cast<LineMonitorWindow*>(monitorWindow_.data()))
+        monitor->Retranslate();
+}
+
+}  // namespace kelvora

@@ -1,0 +1,58 @@
+// What the commands that talk to devices need of the world, and the options that they share.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "comms/Comms.h"
+#include "comms/LineDrivers.h"
+
+namespace CLI {
+class App;
+}
+
+namespace kelvora {
+
+/// The options of every command that talks to devices.
+struct LineOptions {
+    int port = 1;  ///< 1 to 4
+    std::string settings = "9600,n,8,1";
+    std::vector<std::string> lines;  ///< "N=PORT" each
+    bool bench = false;
+    std::string benchState;  ///< empty for none
+    int timeout = 0;         ///< seconds for one answer; 0 for the line's own limit
+    bool json = false;
+
+    LineTarget Target() const;
+};
+
+/// Adds the options to a command.
+void AddLineOptions(CLI::App& command, LineOptions& options);
+
+/// The lines could not be prepared; `what()` says why, in English.
+class LineAccessError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+class LineAccess {
+public:
+    virtual ~LineAccess() = default;
+
+    /// The lines as the options want them; called once. Throws LineAccessError.
+    virtual Comms& Prepare(const LineOptions& options) = 0;
+
+    /// Whether the user has asked for a stop, with Ctrl+C, since the command began.
+    virtual bool StopRequested() = 0;
+
+    /// Whether standard error is a terminal, on which progress is shown.
+    virtual bool ShowsProgress() const = 0;
+
+protected:
+    LineAccess() = default;
+    LineAccess(const LineAccess&) = default;
+    LineAccess& operator=(const LineAccess&) = default;
+};
+
+}  // namespace kelvora

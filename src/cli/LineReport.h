@@ -1,0 +1,17 @@
+// How the commands that talk to devices name a line and tell what happened on it.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "app/Messages.h"
+
+namespace kelvora {
+
+/// "COM1".
+std::string PortName(int port);
+
+/// A message of the windows, with the lines below it, as one line of UTF-8.
+std::string LineMessageText(const MessageId& message, std::string_view extra);
+
+}  // namespace kelvora

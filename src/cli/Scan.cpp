@@ -1,0 +1,69 @@
+#include "cli/Scan.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "app/TextFiles.h"
+#include "cli/LineReport.h"
+#include "cli/ProgressLine.h"
+#include "cli/SetupJson.h"
+#include "cli/Show.h"
+#include "layout/LineScan.h"
+#include "platform/posix/PosixFiles.h"
+#include "setup/SetupWriter.h"
+
+namespace kelvora {
+
+namespace {
+
+ScanOutcome RunScan(const ScanRequest& request, Console& console, LineAccess& access)
+{
+    Comms& comms = access.Prepare(request.line);
+    ProgressLine bar(access.ShowsProgress() ? &console.err : nullptr);
+    const LineHooks hooks{[&] { return access.StopRequested(); },
+                          [&](const LineProgress& progress) { bar.Show(progress); }};
+    return ScanLine(comms, request.line.Target(), ConnectionMode::Pos, hooks, MessageCatalogue());
+}
+
+}  // namespace
+
+int Scan(const ScanRequest& request, Console& console, LineAccess& access)
+{
+    const ScanOutcome scan = RunScan(request, console, access);
+    for (const LaterMessage& message : scan.messages)
+        console.err << DiagnosticLine(LineMessageText(message.message, message.extra));
+    if (scan.outcome == LineOutcome::Stopped)
+        console.err << DiagnosticLine("stopped");
+    if (scan.outcome != LineOutcome::Done || scan.document.DeviceMap.empty())
+        return ExitCode::Line;
+    const std::string port = PortName(request.line.port);
+    if (!request.output.empty()) {
+        try {
+            PosixFiles files;
+            SaveTextFile(files, request.output, WriteSetup(scan.document.Modules));
+        } catch (const FileError& error) {
+            console.err << FailureLine(error.Path(), error.what());
+            return ExitCode::Rejected;
+        }
+    }
+    if (request.line.json)
+        Emit(console, SetupJson(port, scan.document));
+    else if (request.output.empty())
+        Emit(console, SetupText(scan.document));
+    return ExitCode::Done;
+}
+
+void AddScanCommand(CLI::App& app, Console& console, LineAccess& access, int& exitCode)
+{
+    const auto request = std::make_shared<ScanRequest>();
+    CLI::App* command = app.add_subcommand("scan", "Ask a line for its modules, with their options and keys");
+    AddLineOptions(*command, request->line);
+    command
+        ->add_option("-o,--output", request->output,
+                     "Write the setup to that file; its old content is kept as \".bak\"")
+        ->type_name("FILE");
+    command->callback(
+        [request, &console, &access, &exitCode] { exitCode = Scan(*request, console, access); });
+}
+
+}  // namespace kelvora

@@ -1,0 +1,33 @@
+// The small dialog that is up while an operation runs on a line: let it go on, or stop it. It never holds the
+// operation up.
+#pragma once
+
+#include <QDialog>
+#include <QLabel>
+#include <functional>
+
+#include "app/MessageCatalogue.h"
+
+namespace kelvora {
+
+class frmAbort final : public QDialog {
+public:
+    frmAbort(const MessageCatalogue& catalogue, QWidget* parent);
+
+    /// What the running operation does, or what stopping it means.
+    void ShowInfo(const QString& text);
+
+    /// Stops the running operation. Must be set.
+    std::function<void()> onTerminate;
+
+protected:
+    bool event(QEvent* event) override;
+
+private:
+    void ContinueCommand_Click();
+    void AbortCommand_Click();
+
+    QLabel* infoLabel_;
+};
+
+}  // namespace kelvora

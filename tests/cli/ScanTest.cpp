@@ -1,0 +1,89 @@
+#include <nlohmann/json.hpp>
+
+#include "cli/CliFixture.h"
+#include "cli/Console.h"
+
+namespace kelvora {
+
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class ScanTest : public CliTest {};
+
+TEST_F(ScanTest, PrintsTheSetupOfTheLineOrWritesIt)
+{
+    CliResult result = Run({"scan"});
+    EXPECT_EQ(result.exitCode, ExitCode::Done);
+    EXPECT_THAT(result.out, StartsWith("KM096 main keyboard (214)"));
+    EXPECT_THAT(result.out, HasSubstr("ICCR chip card unit (8)"));
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(access.bench.line.Memory().mode, '0');
+
+    const std::string path = Write("till.dat", "old");
+    result = Run(
+        {"scan", "-o", path, "--json", "--settings", "9600,n,8,1", "--timeout", "5", "--line", "1=/dev/x"});
+    EXPECT_EQ(result.exitCode, ExitCode::Done);
+    const auto json = nlohmann::json::parse(result.out);
+    EXPECT_EQ(json["file"], "COM1");
+    EXPECT_EQ(json["deviceMap"], nlohmann::json({214, 23, 4, 191, 3, 8}));
+    EXPECT_EQ(access.asked.timeout, 5);
+    EXPECT_EQ(access.asked.lines, std::vector<std::string>{"1=/dev/x"});
+    EXPECT_EQ(files.Read(folder + "/till.bak"), "old");
+    EXPECT_EQ(Run({"check", path}).exitCode, ExitCode::Done);
+}
+
+TEST_F(ScanTest, ShowsProgressOnATerminalAlone)
+{
+    access.showsProgress = true;
+    const CliResult result = Run({"scan"});
+    EXPECT_THAT(result.err, HasSubstr("[####################"));
+    EXPECT_THAT(result.err, HasSubstr(" s left"));
+    EXPECT_TRUE(result.err.ends_with('\r'));
+}
+
+TEST_F(ScanTest, AFailureWritesNothingAndExitsWithThree)
+{
+    const std::string path = Write("till.dat", "old");
+    const auto fails = [&](const std::vector<std::string>& arguments, const char* says) {
+        std::vector<std::string> all{"scan", "-o", path};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        const CliResult result = Run(all);
+        EXPECT_EQ(result.exitCode, ExitCode::Line) << says;
+        EXPECT_EQ(result.out, "");
+        EXPECT_THAT(result.err, HasSubstr(says));
+        EXPECT_EQ(files.Read(path), "old");
+    };
+    fails({"--port", "2"}, "There is no such device.");
+    access.stopAfter = 7;
+    fails({}, "stopped");
+    access.bench.port.refusal = PortFailure::InUse;
+    fails({}, "Another program holds the port.");
+    access.bench.port.refusal = PortFailure::None;
+    bench::FaultPlan dead;
+    dead.silentAfter.toHost = 600;
+    access.bench.line.SetFaults(dead);
+    fails({}, "The terminal does not answer.");
+    EXPECT_FALSE(access.bench.port.IsOpen());
+}
+
+TEST_F(ScanTest, RefusesOptionsThatMakeNoSense)
+{
+    for (const std::vector<std::string>& arguments :
+         std::vector<std::vector<std::string>>{{"--port", "5"},
+                                               {"--port", "0"},
+                                               {"--settings", "9600,n,7,1"},
+                                               {"--settings", "fast"},
+                                               {"--timeout", "0"},
+                                               {"--timeout", "x"},
+                                               {"file.dat"}}) {
+        std::vector<std::string> all{"scan"};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        EXPECT_EQ(Run(all).exitCode, ExitCode::Usage) << arguments[0];
+    }
+}
+
+}  // namespace
+
+}  // namespace kelvora

@@ -1,0 +1,60 @@
+// A simulated line behind COM1, on virtual time, with the program's own link over it.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "bench/FreshLine.h"
+#include "bench/SimulatedLine.h"
+#include "bench/SimulatedPort.h"
+#include "comms/Comms.h"
+#include "comms/SerialLink.h"
+#include "fakes/FakeEventLoop.h"
+
+namespace kelvora {
+
+class FakeLineClock final : public bench::LineClock {
+public:
+    explicit FakeLineClock(FakeEventLoop& loop) : loop_(loop) {}
+
+    Time Now() const override { return loop_.Now(); }
+    void At(Time due, std::function<void()> action) override
+    {
+        loop_.AfterMicroseconds(std::max(std::chrono::ceil<std::chrono::microseconds>(due - loop_.Now()),
+                                         std::chrono::microseconds(0)),
+                                std::move(action));
+    }
+
+private:
+    FakeEventLoop& loop_;
+};
+
+struct BenchLine {
+    explicit BenchLine(FakeEventLoop& eventLoop, const bench::LineOptions& options = {},
+                       const std::vector<bench::Module>& modules = AllModules())
+        : loop(eventLoop),
+          clock(loop),
+          line(clock, bench::FreshLine(modules), options),
+          port(line),
+          link(port, loop)
+    {
+    }
+
+    static std::vector<bench::Module> AllModules()
+    {
+        using enum bench::Module;
+        return {KM096, KM064, MCR123, ICCR};
+    }
+
+    /// The device's flash, as text.
+    std::string Flash() const { return {line.Memory().flash.begin(), line.Memory().flash.end()}; }
+
+    FakeEventLoop& loop;
+    FakeLineClock clock;
+    bench::SimulatedLine line;
+    bench::SimulatedPort port;
+    SerialLink link;
+};
+
+}  // namespace kelvora

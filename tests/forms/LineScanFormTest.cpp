@@ -1,0 +1,165 @@
+#include <QLabel>
+#include <QProgressBar>
+
+#include "comms/forms/frmAbort.h"
+#include "forms/MainWindowFixture.h"
+#include "layout/LayoutCommands.h"
+#include "setup/SetupWriter.h"
+
+namespace kelvora {
+namespace {
+
+using std::chrono::milliseconds;
+
+class LineScanForm : public MainWindowFixture {
+protected:
+    LineScanForm() : MainWindowFixture(true) { Start(); }
+
+    // Begins it, does `meanwhile` after that time, and waits for its end.
+    void Scan(Command command, milliseconds time = {}, const std::function<void()>& meanwhile = nullptr)
+    {
+        QApplication::setActiveWindow(window.get());
+        Trigger(command);
+        if (meanwhile)
+            loop.After(time, meanwhile);
+        loop.Pass(milliseconds(0));
+        EXPECT_FALSE(program.busy);
+        EXPECT_FALSE(port.IsOpen());
+    }
+
+    QString Text(const char* panel)
+    {
+        return window->Status().findChild<QLabel*>(QLatin1String(panel))->text();
+    }
+    frmAbort* Abort() { return window->findChild<frmAbort*>(); }
+    SetupSession& Session() { return window->ActiveSetup()->Session(); }
+
+    const std::vector<ModuleKind> allFour{ModuleKind::KM096, ModuleKind::KM064, ModuleKind::MCR,
+                                          ModuleKind::ICCR};
+};
+
+TEST_F(LineScanForm, ScanFillsTheWindowAndIsSavedAsAFile)
+{
+    bool seen = false;
+    Scan(Command::FileMenuScan, milliseconds(5000), [&] {
+        seen = true;
+        EXPECT_EQ(Text("StatusPanel"), "Scanning COM1 ...");
+        EXPECT_TRUE(Text("OperationPanel").startsWith(" Line Scan + Flash Upload - 0:0"));
+        const auto* bar = window->Status().findChild<QProgressBar*>();
+        EXPECT_TRUE(bar->isVisible() && bar->value() > 30 && bar->value() < 70) << bar->value();
+        EXPECT_TRUE(MainChain(Modules()).empty());
+        for (const Command command : {Command::FileMenuScan, Command::FileMenuNew, Command::FileMenuClose,
+                                      Command::ToolsMenuRescanLine, Command::LayoutMenuAddKBMASTER})
+            EXPECT_FALSE(IsEnabled(command));
+        window->close();
+        EXPECT_FALSE(closed);
+    });
+    EXPECT_TRUE(seen);
+    EXPECT_TRUE(prompt.shown.empty());
+    EXPECT_EQ(MainChain(Modules()), allFour);
+    EXPECT_EQ(Session().settings.Name, "PosConfiguration 1");
+    EXPECT_TRUE(window->ActiveSetup()->IsChanged());
+    EXPECT_TRUE(IsEnabled(Command::ToolsMenuRescanLine));
+    EXPECT_EQ(Text("OperationPanel").trimmed(), ToQString(program.IdleText()).trimmed());
+    EXPECT_EQ(line.Memory().mode, '0');
+
+    dialogs.choices.push_back({path, PathFromQString(folder.path()), 1});
+    Trigger(Command::FileMenuSave);
+    EXPECT_EQ(files.Read(PathFromQString(folder.path()) + "/till.dat"), WriteSetup(Modules()) + "\r\n");
+    EXPECT_FALSE(window->ActiveSetup()->IsChanged());
+}
+
+TEST_F(LineScanForm, ARescanIsOneStepBackAlsoWhenTheLineIsDead)
+{
+    Scan(Command::FileMenuScan);
+    dialogs.choices.push_back({path, PathFromQString(folder.path()), 1});
+    Trigger(Command::FileMenuSave);
+    const WindowFile saved = Session().HeldAs();
+    const SetupDocument before = Session().document;
+
+    bench::FaultPlan dead;
+    dead.silentAfter.toHost = 0;
+    line.SetFaults(dead);
+    Scan(Command::ToolsMenuRescanLine);
+    ASSERT_EQ(prompt.shown.size(), 1U);
+    EXPECT_NE(prompt.shown[0].body.find("224"), std::string::npos) << prompt.shown[0].body;
+    EXPECT_TRUE(prompt.shown[0].body.ends_with("\r\nCOM1: 9600,n,8,1\r\n$9900: no answer"));
+    EXPECT_TRUE(Modules().empty());
+    EXPECT_EQ(Session().settings.FileName, "");
+    EXPECT_EQ(Session().settings.Name, "PosConfiguration 1");
+
+    Trigger(Command::EditMenuUndo);
+    EXPECT_EQ(Session().document, before);
+    EXPECT_EQ(Session().settings.FileName, saved.file.fileName);
+    EXPECT_EQ(Session().settings.Name, saved.name);
+    Trigger(Command::EditMenuRedo);
+    EXPECT_TRUE(Modules().empty());
+    EXPECT_EQ(Session().settings.FileName, "");
+}
+
+TEST_F(LineScanForm, OnlyTerminateStopsIt)
+{
+    const struct {
+        const char* why;
+        std::function<void()> answer;
+        bool stops;
+    } rows[]{
+        {"continue", [&] { Press(*Abort(), "ContinueCommand"); }, false},
+        {"another window comes to the front",
+         [&] {
+             QEvent away(QEvent::WindowDeactivate);
+             QCoreApplication::sendEvent(Abort(), &away);
+         },
+         false},
+        {"the end of the operation closes it", [] {}, false},
+        {"terminate", [&] { Press(*Abort(), "AbortCommand"); }, true},
+    };
+    for (const auto& row : rows) {
+        Scan(Command::FileMenuScan, milliseconds(3000), [&] {
+            QApplication::setActiveWindow(window.get());
+            QTest::keyClick(window.get(), Qt::Key_Escape);
+            ASSERT_TRUE(Abort() && Abort()->isVisible()) << row.why;
+            EXPECT_FALSE(program.interruptionRequested);
+            EXPECT_EQ(Abort()->findChild<QLabel*>("InfoLabel")->text().toStdString(),
+                      Message::Interruption.fallback);
+            row.answer();
+        });
+        EXPECT_EQ(program.interruptionRequested, row.stops) << row.why;
+        EXPECT_TRUE(!Abort() || !Abort()->isVisible()) << row.why;
+        // What had been read stays: the map has come, the image has not.
+        EXPECT_EQ(MainChain(Modules()), allFour) << row.why;
+        EXPECT_EQ(Session().deviceImage.has_value(), !row.stops) << row.why;
+        EXPECT_TRUE(prompt.shown.empty()) << row.why;
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    // The next operation begins with no stop asked for; idle, the key only tells what it is for.
+    Scan(Command::ToolsMenuRescanLine);
+    EXPECT_TRUE(Session().deviceImage);
+    QTest::keyClick(window->ActiveSetup(), Qt::Key_Escape);
+    ASSERT_EQ(prompt.shown.size(), 1U);
+    EXPECT_NE(prompt.shown[0].body.find("270"), std::string::npos);
+    EXPECT_FALSE(program.interruptionRequested);
+}
+
+TEST_F(LineScanForm, APortThatDoesNotOpenSaysWhy)
+{
+    const std::pair<PortFailure, MessageId> rows[]{
+        {PortFailure::Missing, Message::PortMissing},
+        {PortFailure::NotAllowed, Message::PortNotAllowed},
+        {PortFailure::InUse, Message::PortInUse},
+        {PortFailure::BadSettings, Message::LineNeedsEightBits},
+        {PortFailure::Other, Message::PortOtherFailure},
+    };
+    Trigger(Command::FileMenuNew);
+    for (const auto& [failure, message] : rows) {
+        port.refusal = failure;
+        prompt.shown.clear();
+        Scan(Command::ToolsMenuRescanLine);
+        ASSERT_EQ(prompt.shown.size(), 1U);
+        EXPECT_TRUE(prompt.shown[0].body.starts_with(message.fallback)) << prompt.shown[0].body;
+    }
+    EXPECT_EQ(window->AllSetups().size(), 1U);
+}
+
+}  // namespace
+}  // namespace kelvora
