@@ -30,7 +30,7 @@ std::optional<double> UploadRatio(std::uint64_t seed, double damage)
     options.faults.seed = seed;
     options.faults.drop = options.faults.flip = options.faults.duplicate = damage / 3;
     FakeEventLoop loop;
-    FakeLineClock clock(loop);
+    bench::FakeLineClock clock(loop);
     bench::SimulatedLine line(clock, RandomMemory(seed), options);
     bench::SimulatedPort port(line);
     SerialLink link(port, loop);

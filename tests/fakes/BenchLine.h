@@ -11,24 +11,9 @@
 #include "comms/Comms.h"
 #include "comms/SerialLink.h"
 #include "fakes/FakeEventLoop.h"
+#include "fakes/FakeLineClock.h"
 
 namespace kelvora {
-
-class FakeLineClock final : public bench::LineClock {
-public:
-    explicit FakeLineClock(FakeEventLoop& loop) : loop_(loop) {}
-
-    Time Now() const override { return loop_.Now(); }
-    void At(Time due, std::function<void()> action) override
-    {
-        loop_.AfterMicroseconds(std::max(std::chrono::ceil<std::chrono::microseconds>(due - loop_.Now()),
-                                         std::chrono::microseconds(0)),
-                                std::move(action));
-    }
-
-private:
-    FakeEventLoop& loop_;
-};
 
 struct BenchLine {
     explicit BenchLine(FakeEventLoop& eventLoop, const bench::LineOptions& options = {},
@@ -51,7 +36,7 @@ struct BenchLine {
     std::string Flash() const { return {line.Memory().flash.begin(), line.Memory().flash.end()}; }
 
     FakeEventLoop& loop;
-    FakeLineClock clock;
+    bench::FakeLineClock clock;
     bench::SimulatedLine line;
     bench::SimulatedPort port;
     SerialLink link;

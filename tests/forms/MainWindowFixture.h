@@ -93,7 +93,7 @@ protected:
     FakePrompt prompt;
     FakeFileDialogs dialogs;
     FormsEventLoop loop;
-    FakeLineClock clock{loop};
+    bench::FakeLineClock clock{loop};
     bench::SimulatedLine line{clock, bench::FreshLine(BenchLine::AllModules())};
     bench::SimulatedPort port{line};
     Program program;
