@@ -69,14 +69,13 @@ StatusPanels::StatusPanels(QWidget* parent)
       mode_(AddPanel("ModePanel", 0)),
       port_(AddPanel("PortPanel", 0)),
       status_(AddPanel("StatusPanel", 2)),
-      operation_(AddPanel("OperationPanel", 1)),
+      operation_(AddPanel("OperationPanel", 0)),
       simulated_(new QLabel(this)),
       progress_(new QProgressBar(this))
 {
     simulated_->setObjectName(QStringLiteral("SimulatedPanel"));
     simulated_->hide();
     status_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    operation_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     progress_->setObjectName(QStringLiteral("ProgressBar"));
     progress_->setFixedWidth(ProgressWidth);
     progress_->setRange(0, FullProgress);

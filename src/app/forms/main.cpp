@@ -145,7 +145,9 @@ void StartBench(BenchProcess& bench, const std::string& stateFile, Program& prog
     bench.onEnded = [&] {
         program.simulated = {};
         window.Refresh();
-        program.Show(Message::BenchEnded, {BoxIcon::Exclamation});
+        // An operation that runs fails with its port, and says so by itself.
+        if (!program.busy)
+            program.Show(Message::BenchEnded, {BoxIcon::Exclamation});
     };
     window.Refresh();
 }
