@@ -11,6 +11,7 @@ CommandState CommandStateOf(const CommandSituation& situation)
     state.fileOpen = true;
     state.fileScan = situation.canScan;
     state.language = true;
+    state.about = true;
     state.portNames = true;
     if (!situation.modules)
         return state;

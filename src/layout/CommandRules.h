@@ -38,6 +38,7 @@ struct CommandState {
     bool flash = false;   ///< download, verify and the dumps
     bool wizard = false;  ///< the EEPROM wizard
     bool language = false;
+    bool about = false;    ///< a box that must not come in between
     bool windows = false;  ///< changing between the open windows, and closing them
 
     friend bool operator==(const CommandState&, const CommandState&) = default;

@@ -128,6 +128,7 @@ void Commands::Apply(const CommandState& state)
         std::pair{Command::ToolsMenuFlashDumpSetup, state.flash},
         std::pair{Command::ToolsMenuFlashDumpUpload, state.flash},
         std::pair{Command::EpromWizard, state.wizard},
+        std::pair{Command::HelpMenuAbout, state.about},
         std::pair{Command::WindowMenuCascade, state.windows},
         std::pair{Command::WindowMenuTile, state.windows},
         std::pair{Command::WindowMenuNext, state.windows},

@@ -1,7 +1,6 @@
 #include "app/forms/LineForms.h"
 
 #include "comms/FrameMeaning.h"
-#include "comms/forms/LineMonitorWindow.h"
 #include "comms/forms/PortsDialog.h"
 #include "comms/forms/frmPortSetup.h"
 
@@ -64,8 +63,14 @@ void LineForms::Watch()
 
 void LineForms::Retranslate()
 {
-    if (auto* monitor = dynamic_cast<LineMonitorWindow*>(monitorWindow_.data()))
-        monitor->Retranslate();
+    if (monitorWindow_)
+        monitorWindow_->Retranslate();
+}
+
+void LineForms::ShowBusy()
+{
+    if (monitorWindow_)
+        monitorWindow_->ShowBusy();
 }
 
 }  // namespace kelvora

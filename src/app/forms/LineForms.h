@@ -9,13 +9,13 @@
 #include "app/Program.h"
 #include "comms/LineMonitor.h"
 #include "comms/PortNames.h"
+#include "comms/forms/LineMonitorWindow.h"
 #include "platform/SerialDevices.h"
 
 class QWidget;
 
 namespace kelvora {
 
-class LineMonitorWindow;
 
 /// Which devices there are, and which of them stand behind COM1 to COM4. Both outlive those who use them.
 struct MachinePorts {
@@ -43,6 +43,9 @@ public:
 
     void Retranslate();
 
+    /// A device operation has begun or ended.
+    void ShowBusy();
+
 private:
     void Watch();
 
@@ -50,7 +53,7 @@ private:
     MachinePorts* machine_;
     QWidget& window_;
     std::unique_ptr<LineMonitor> monitor_;
-    QPointer<QWidget> monitorWindow_;
+    QPointer<LineMonitorWindow> monitorWindow_;
 };
 
 }  // namespace kelvora

@@ -114,7 +114,10 @@ void MDIForm1::ConnectLayoutCommands()
 
 void MDIForm1::ConnectLineCommands()
 {
-    operation_.onChange = [this] { Refresh(); };
+    operation_.onChange = [this] {
+        lines_.ShowBusy();
+        Refresh();
+    };
     OnSetup(Command::CommunicationsMenuSettings, [this](frmConfig& setup) {
         lines_.ShowPortSettings(setup.Session().settings, [this] { Refresh(); });
     });

@@ -169,6 +169,12 @@ void LineMonitorWindow::Arrange()
     resize(InitialSize);
 }
 
+void LineMonitorWindow::ShowBusy()
+{
+    // The dialog for the file would hold up what works on the line.
+    save_->setEnabled(model_->rowCount() > 0 && !program_.busy);
+}
+
 void LineMonitorWindow::Retranslate()
 {
     const auto text = [this](const MessageId& id) { return ToQString(program_.catalogue.Caption(id)); };
@@ -204,7 +210,7 @@ void LineMonitorWindow::ShowEntries()
 {
     model_->Update();
     empty_->setVisible(model_->rowCount() == 0);
-    save_->setEnabled(model_->rowCount() > 0);
+    ShowBusy();
     ShowDetail();
 }
 

@@ -26,6 +26,9 @@ public:
     /// Shows the texts of the program's language.
     void Retranslate();
 
+    /// Shows that a device operation has begun or ended: nothing is saved while one runs.
+    void ShowBusy();
+
 private:
     QPushButton* AddButton(const char* name);
     void MakeTable();
