@@ -14,7 +14,7 @@ configure fuzz
 build fuzz kelvora_fuzz
 folder=$(build_folder fuzz)
 
-# seeds TARGET: the files that its inputs are grown from, one a line.
+# seeds TARGET: the files that its inputs are grown from, one a line; some start from their dictionary alone.
 seeds() {
     case $1 in
         SetupReaderFuzz) find "$root/examples" -name '*.dat' ;;
@@ -24,7 +24,8 @@ seeds() {
 }
 
 failed=()
-for target in SetupReaderFuzz TextConfigurationFuzz MessageCatalogueFuzz DumpReaderFuzz FlashImageFuzz; do
+for target in SetupReaderFuzz TextConfigurationFuzz MessageCatalogueFuzz DumpReaderFuzz FlashImageFuzz \
+    ModuleReplyFuzz; do
     corpus=$folder/corpus/$target findings=$folder/findings/$target
     mkdir -p "$corpus" "$findings"
     seeds "$target" | xargs -r -d '\n' cp -t "$corpus" --

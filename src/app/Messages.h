@@ -399,6 +399,78 @@ inline constexpr MessageId ChangeKeyCode{872, "another key code"};
 inline constexpr MessageId ChangeOtherBits{873, "other bits"};
 inline constexpr MessageId ChangeBytes{874, "Bytes "};
 
+// The EEPROM wizard. Its page texts take two numbers where one is too short.
+inline constexpr MessageId EepromTitle{780, "EEPROM device ID programmer"};
+inline constexpr MessageId EepromQualified{
+    781, "This function must only be used by qualified personnel. The incorrect setting of EEPROM data can "};
+inline constexpr MessageId EepromQualifiedMore{782,
+                                               "render the relative module inaccessible to the POS unit. "};
+inline constexpr MessageId EepromPanel{
+    783, "Ensure that the currently selected panel uses the desired communications line. If not, exit the "};
+inline constexpr MessageId EepromPanelMore{784, "wizard and choose another panel or communications line"};
+inline constexpr MessageId EepromStart{785,
+                                       "Press \"Cancel\" to exit this function or \"Next >>\" to continue"};
+inline constexpr MessageId EepromDisconnect{
+    786,
+    "Disconnect the serial cable running from the keyboard to the POS unit and connect the free end of "};
+inline constexpr MessageId EepromDisconnectMore{787,
+                                                "this cable to the corresponding   \"Y\"   cable connector."};
+inline constexpr MessageId EepromConnect{
+    788,
+    "Connect the other  \"Y\"  cable communication connector  to the PC in place of the cable running to "};
+inline constexpr MessageId EepromConnectMore{789, "the POS unit."};
+inline constexpr MessageId EepromPower{
+    790, "Connect the power line of the  \"Y\"  cable to the power supply unit lead and switch the unit on."};
+inline constexpr MessageId EepromReady{791, "Press \"\"Next >>\" when ready to continue"};
+inline constexpr MessageId EepromLineCom{792, "Line COM"};
+inline constexpr MessageId EepromOpened{793, "successfully opened"};
+inline constexpr MessageId EepromHeadAddress{794, "Address"};
+inline constexpr MessageId EepromHeadDevice{795, "Device"};
+inline constexpr MessageId EepromHeadData{796, "EEPROM DATA"};
+inline constexpr MessageId EepromHeadChange{797, ">> Change to"};
+inline constexpr MessageId EepromBack{798, "<< Back"};
+inline constexpr MessageId EepromNext{799, "Next >>"};
+inline constexpr MessageId EepromCancel{800, "Cancel"};
+inline constexpr MessageId EepromWrite{801, "Write EEPROM"};
+inline constexpr MessageId EepromWriteBack{802, "Write back saved data..."};
+inline constexpr MessageId EepromStop{803, "Stop search"};
+inline constexpr MessageId EepromNotOpened{804, "Unable to open serial line"};
+inline constexpr MessageId EepromNoModules{805, "No MID modules found"};
+inline constexpr MessageId EepromSearching{806, "EEPROM programming"};
+inline constexpr MessageId EepromReading{807, "Reading Eeprom data"};
+inline constexpr MessageId EepromWriting{808, "Writing Eeprom data"};
+inline constexpr MessageId EepromReadFailed{809, "Communications error encountered during EEPROM read"};
+inline constexpr MessageId EepromWriteFailed{810, "Communications error encountered during EEPROM write"};
+inline constexpr MessageId EepromWritten{811, "Module EEPROM data has been updated"};
+inline constexpr MessageId EepromShowNew{812, "Press \"OK\" to display new EEPROM data"};
+inline constexpr MessageId EepromCheck{813, "Press \"OK\" to check EEPROM data:"};
+inline constexpr MessageId EepromRepeats{
+    814, "Modules answer below 9600 baud: the search repeats until you press Esc or \"Stop search\"."};
+inline constexpr MessageId EepromStopped{815, "The search was stopped."};
+inline constexpr MessageId EepromLineLost{816, "The serial line was lost. Go back and connect it again."};
+inline constexpr MessageId EepromAskWrite{817, "Write these bytes to the modules?"};
+inline constexpr MessageId EepromAskWriteMore{
+    818, "A wrong identity makes a module inaccessible to the POS unit."};
+inline constexpr MessageId EepromAddressWord{819, "Address "};
+inline constexpr MessageId EepromNotWritten{820, "not written"};
+inline constexpr MessageId EepromNotSaved{
+    821, "The present EEPROM data could not be saved, so nothing was written:"};
+inline constexpr MessageId EepromSaved{822, "The previous EEPROM data was saved in:"};
+inline constexpr MessageId EepromFailedAddresses{823, "Addresses that failed: "};
+inline constexpr MessageId EepromDiffers{824, "These addresses do not hold what was written: "};
+inline constexpr MessageId EepromNotOnLine{
+    825, "Nothing was written: these addresses of the file were not read from this line: "};
+inline constexpr MessageId EepromBadCopy{826, "This file is not a saved copy of EEPROM data."};
+inline constexpr MessageId EepromFilter{827, "Saved EEPROM data"};
+
+// What the reader of such a copy expected; in the order of CopyExpected.
+inline constexpr MessageId EepromCopyHeader{830, "\"Kelvora module identities\""};
+inline constexpr MessageId EepromCopyDate{831, "\"Date \" and the date of the copy"};
+inline constexpr MessageId EepromCopyLine{832, "\"Line \" and the serial line"};
+inline constexpr MessageId EepromCopyBlock{
+    833, "an address from 0 to 5, \": \" and eight bytes of two hexadecimal digits"};
+inline constexpr MessageId EepromCopyNextAddress{834, "a higher address than in the line before"};
+
 }  // namespace Message
 
 }  // namespace kelvora

@@ -1,0 +1,119 @@
+#include "eeprom/IdentityWrite.h"
+
+#include <algorithm>
+
+#include "app/ShowMessage.h"
+#include "platform/Encoding.h"
+
+namespace kelvora {
+
+namespace {
+
+constexpr std::string_view LineEnd = "\r\n";
+
+// In the order of CopyExpected.
+constexpr std::array ExpectedTexts{Message::EepromCopyHeader, Message::EepromCopyDate,
+                                   Message::EepromCopyLine, Message::EepromCopyBlock,
+                                   Message::EepromCopyNextAddress};
+static_assert(ExpectedTexts.size() == static_cast<std::size_t>(CopyExpected::NextAddress) + 1);
+
+std::string Question(const ModuleMemory& memory, std::span<const AddressedBlock> blocks,
+                     const MessageCatalogue& catalogue)
+{
+    std::string text = catalogue.Caption(Message::EepromAskWrite);
+    text.append(LineEnd).append(catalogue.Caption(Message::EepromAskWriteMore)).append(LineEnd);
+    for (const auto& [address, now] : BlocksRead(memory)) {
+        const auto found = std::ranges::find(blocks, address, &AddressedBlock::address);
+        text.append(LineEnd).append(catalogue.Word(Message::EepromAddressWord));
+        text.append(std::to_string(address)).append(": ").append(BlockText(now)).append("  >>  ");
+        text +=
+            found != blocks.end() ? BlockText(found->block) : catalogue.Caption(Message::EepromNotWritten);
+    }
+    return text;
+}
+
+std::string SaveCopy(const ModuleMemory& memory, const WriteSurroundings& surroundings)
+{
+    const auto& [prompt, catalogue, files, folder, port, settings, time] = surroundings;
+    std::string path = NewCopyPath(files, folder, port, time);
+    files.Write(path, WriteIdentityCopy({DateText(time), "COM" + std::to_string(port) + ": " + settings,
+                                         BlocksRead(memory)}));
+    return path;
+}
+
+}  // namespace
+
+IdentityChoices ChoicesOf(const ModuleMemory& memory)
+{
+    IdentityChoices choices;
+    for (std::size_t address = 0; address < choices.size(); ++address)
+        choices.at(address) = memory.Rows().at(address).identity.offered;
+    return choices;
+}
+
+std::vector<AddressedBlock> PlanChoices(const ModuleMemory& memory, const IdentityChoices& choices)
+{
+    std::vector<AddressedBlock> blocks;
+    for (std::size_t address = 0; address < choices.size(); ++address)
+        if (const auto choice = choices.at(address); choice && memory.Rows().at(address).block)
+            blocks.push_back({address, OfferedIdentities.at(*choice).block});
+    return blocks;
+}
+
+std::vector<std::size_t> AddressesNotRead(const ModuleMemory& memory, std::span<const AddressedBlock> blocks)
+{
+    std::vector<std::size_t> addresses;
+    for (const AddressedBlock& wanted : blocks)
+        if (!memory.Rows().at(wanted.address).block)
+            addresses.push_back(wanted.address);
+    return addresses;
+}
+
+std::vector<std::size_t> AddressesThatDiffer(const ModuleMemory& memory,
+                                             std::span<const AddressedBlock> blocks)
+{
+    std::vector<std::size_t> addresses;
+    for (const AddressedBlock& wanted : blocks)
+        if (memory.Rows().at(wanted.address).block != wanted.block)
+            addresses.push_back(wanted.address);
+    return addresses;
+}
+
+std::string AddressList(std::span<const std::size_t> addresses)
+{
+    std::string text;
+    for (const std::size_t address : addresses)
+        text.append(text.empty() ? "" : ", ").append(std::to_string(address));
+    return text;
+}
+
+WriteResult WriteIdentities(ModuleMemory& memory, std::span<const AddressedBlock> blocks,
+                            const WriteSurroundings& surroundings)
+{
+    const auto& [prompt, catalogue, files, folder, port, settings, time] = surroundings;
+    if (prompt.Show(ProductName, Question(memory, blocks, catalogue),
+                    {BoxIcon::Exclamation, BoxButtons::YesNo, Answer::No}) != Answer::Yes)
+        return {};
+    WriteResult result;
+    try {
+        result.copyPath = SaveCopy(memory, surroundings);
+    } catch (const FileError& error) {
+        std::string text = catalogue.Caption(Message::EepromNotSaved);
+        text.append(LineEnd).append(TextFromPath(error.Path())).append(LineEnd).append(error.what());
+        prompt.Show(ProductName, text, {BoxIcon::Exclamation});
+        return {WriteOutcome::NotSaved, {}, {}};
+    }
+    result.failed = memory.WriteEeprom(blocks);
+    result.outcome = result.failed.empty() ? WriteOutcome::Written : WriteOutcome::Failed;
+    return result;
+}
+
+std::string DescribeCopyError(const MessageCatalogue& catalogue, const IdentityCopyError& error)
+{
+    std::string text = catalogue.Caption(Message::EepromBadCopy);
+    text.append(LineEnd).append(catalogue.Word(Message::LineWord)).append(std::to_string(error.Line()));
+    text.append(": ").append(catalogue.Word(Message::ExpectedWord));
+    return text + catalogue.Caption(ExpectedTexts.at(static_cast<std::size_t>(error.ExpectedHere())));
+}
+
+}  // namespace kelvora

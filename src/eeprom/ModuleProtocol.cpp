@@ -1,0 +1,180 @@
+#include "eeprom/ModuleProtocol.h"
+
+#include <array>
+#include <utility>
+
+#include "app/ShowMessage.h"
+
+namespace kelvora {
+
+namespace {
+
+/// How long a module may take to answer ENQ and to acknowledge the frame, in milliseconds; from the module
+/// protocol, as are the two below.
+constexpr int HandshakeMs = 50;
+
+/// The line is quiet when nothing comes in a wait of that many milliseconds.
+constexpr int QuietMs = 50;
+
+constexpr std::array<std::string_view, 4> SpeedSettings{"9600,n,8,1", "4800,n,8,1", "2400,n,8,1",
+                                                        "1200,n,8,1"};
+
+/// An acknowledgement is ACK ACK, ACK NAK or one byte; what follows belongs to the reply.
+constexpr std::size_t AcknowledgementLength = 2;
+
+constexpr int SettleMs = 50;
+
+/// No reply is longer: a line that is never quiet must not hold the program up for ever.
+constexpr std::size_t LongestReply = 4096;
+constexpr std::chrono::seconds LongestNoise{5};
+
+}  // namespace
+
+ModuleProtocol::ModuleProtocol(SerialPort& port, EventLoop& loop, Prompt& prompt)
+    : port_(port), loop_(loop), prompt_(prompt), timer_(loop)
+{
+}
+
+void ModuleProtocol::SetCommSpeed(int speed)
+{
+    if (speed >= 1 && speed <= static_cast<int>(SpeedSettings.size()))
+        port_.SetSettings(SpeedSettings.at(static_cast<std::size_t>(speed) - 1));
+}
+
+bool ModuleProtocol::OpenCommsLine()
+{
+    return port_.IsOpen() || port_.Open();
+}
+
+void ModuleProtocol::CloseCommsLine()
+{
+    if (!port_.IsOpen())
+        return;
+    port_.Close();
+    timer_.SetTimeout(SettleMs);
+    WaitForTimeout();
+}
+
+bool ModuleProtocol::SendMsg(std::string_view data)
+{
+    SendPacket(BuildModuleFrame(data));
+    return CommsError() == CommsErrorCode::None;
+}
+
+bool ModuleProtocol::SendCmd(std::string_view command, std::string_view data)
+{
+    return SendMsg(std::string(command).append(data));
+}
+
+void ModuleProtocol::SendPacket(std::string_view frame)
+{
+    ResetCommsError();
+    port_.DiscardInput();
+    port_.Write(std::string_view(&ProtocolCharacter::ENQ, 1));
+    timer_.SetTimeout(HandshakeMs);
+    while (timer_.IsRunning() && port_.BytesWaiting() == 0)
+        loop_.Yield();
+    SetCommsError(JudgeHandshake(port_.Read()));
+    // What else the module says on its way here must not be taken for its acknowledgement.
+    YieldOnce();
+    port_.DiscardInput();
+    if (CommsError() != CommsErrorCode::None)
+        return;
+    port_.Write(frame);
+    // The same time-out bounds the acknowledgement, and lasts to its end however fast the answer comes: a
+    // module that has more to say than ACK waits for that.
+    std::size_t limit = 0;
+    while (timer_.IsRunning()) {
+        loop_.Yield();
+        if (port_.BytesWaiting() > 1)
+            limit = AcknowledgementLength;
+    }
+    SetCommsError(JudgeAcknowledgement(port_.Read(limit)));
+}
+
+std::string ModuleProtocol::WaitMsg(std::uint8_t expected, bool framed, int timeoutMs)
+{
+    ResetCommsError();
+    timer_.SetTimeout(timeoutMs);
+    std::size_t waiting = 0;
+    const std::size_t enough = expected + (framed ? ModuleFrameOverhead : 0);
+    while (timer_.IsRunning()) {
+        waiting = CheckMsg();
+        if (expected != 0 && waiting >= enough)
+            break;
+    }
+    const std::string received = port_.Read(expected != 0 ? 0 : ReadLengthWhenQuiet(waiting));
+    if (received.empty() || !framed)
+        return received;
+    FramedReply reply = JudgeReply(received);
+    SetCommsError(reply.error);
+    return std::move(reply.data);
+}
+
+// The number of bytes that wait once no more have come for one whole wait.
+std::size_t ModuleProtocol::ReadLengthWhenQuiet(std::size_t waiting)
+{
+    for (std::size_t before = waiting + 1; waiting != before && waiting < LongestReply;) {
+        before = waiting;
+        timer_.SetTimeout(QuietMs);
+        WaitForTimeout();
+        waiting = port_.BytesWaiting();
+    }
+    return waiting;
+}
+
+std::size_t ModuleProtocol::CheckMsg()
+{
+    if (timer_.IsRunning())
+        loop_.Yield();
+    else
+        YieldOnce();
+    return port_.BytesWaiting();
+}
+
+bool ModuleProtocol::WaitQuiet(std::chrono::milliseconds quiet)
+{
+    const EventLoop::Time start = loop_.Now();
+    EventLoop::Time latest = start;
+    while (port_.IsOpen() && loop_.Now() - latest < quiet) {
+        if (loop_.Now() - start > LongestNoise)
+            return false;
+        timer_.SetTimeout(0);
+        while (timer_.IsRunning() && port_.BytesWaiting() == 0)
+            loop_.Yield();
+        if (port_.BytesWaiting() > 0)
+            latest = loop_.Now();
+        port_.DiscardInput();
+    }
+    return port_.IsOpen();
+}
+
+// Lets what is due happen, without waiting for more.
+void ModuleProtocol::YieldOnce()
+{
+    loop_.After(std::chrono::milliseconds(0), [] {});
+    loop_.Yield();
+}
+
+void ModuleProtocol::WaitForTimeout()
+{
+    while (timer_.IsRunning())
+        loop_.Yield();
+}
+
+void ModuleProtocol::SetCommsError(std::int16_t code)
+{
+    if (code == CommsErrorCode::None)
+        return;
+    if (reportCommsErrors_)
+        ErrorOut(code);
+    prevCommsError_ = lastCommsError_;
+    lastCommsError_ = code;
+}
+
+void ModuleProtocol::ErrorOut(std::int16_t code)
+{
+    prompt_.Show(ProductName, CommsErrorText(code), {BoxIcon::Exclamation});
+}
+
+}  // namespace kelvora

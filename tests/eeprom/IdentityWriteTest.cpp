@@ -1,0 +1,167 @@
+#include "eeprom/IdentityWrite.h"
+
+#include <gtest/gtest.h>
+
+#include "ScriptedPort.h"
+#include "fakes/FakeFiles.h"
+#include "fakes/FakePrompt.h"
+
+namespace kelvora {
+namespace {
+
+std::tm Afternoon()
+{
+    std::tm time{};
+    time.tm_year = 125;
+    time.tm_mon = 0;
+    time.tm_mday = 31;
+    time.tm_hour = 14;
+    time.tm_min = 25;
+    time.tm_sec = 30;
+    return time;
+}
+
+const std::string CopyText =
+    "Kelvora module identities\r\nDate 2025-01-31 14:25:30\r\nLine COM2: 9600,n,8,1\r\n"
+    "0: AA 55 D6 17 FF FF 04 00\r\n2: AA 55 00 00 00 02 00 00\r\n";
+const std::string CopyPath = "/data/identities-COM2-20250131-142530.txt";
+
+TEST(IdentityCopy, WhatIsWrittenReadsBack)
+{
+    const IdentityCopy copy{
+        "2025-01-31 14:25:30",
+        "COM2: 9600,n,8,1",
+        {{0, {0xAA, 0x55, 0xD6, 0x17, 0xFF, 0xFF, 4, 0}}, {2, {0xAA, 0x55, 0, 0, 0, 2, 0, 0}}}};
+    EXPECT_EQ(WriteIdentityCopy(copy), CopyText);
+    EXPECT_EQ(ReadIdentityCopy(CopyText), copy);
+    std::string bare = CopyText;
+    std::erase(bare, '\r');
+    EXPECT_EQ(ReadIdentityCopy(bare + "\n\n"), copy);
+    bare.pop_back();
+    EXPECT_EQ(ReadIdentityCopy(bare), copy);
+}
+
+TEST(IdentityCopy, ErrorNamesTheLine)
+{
+    const std::string head = "Kelvora module identities\nDate x\nLine y\n";
+    const std::string block = ": AA 55 D6 17 FF FF 04 00\n";
+    struct Row {
+        std::string text;
+        std::size_t line;
+        CopyExpected expected;
+    };
+    for (const Row& row : std::vector<Row>{
+             {"", 1, CopyExpected::Header},
+             {"\xFF\xFE", 1, CopyExpected::Header},
+             {"Kelvora module identities 2\n", 1, CopyExpected::Header},
+             {"Kelvora module identities\n\nLine y\n", 2, CopyExpected::Date},
+             {"Kelvora module identities\nDate x\n0" + block, 3, CopyExpected::Line},
+             {head, 4, CopyExpected::Block},
+             {head + "6" + block, 4, CopyExpected::Block},
+             {head + "/" + block, 4, CopyExpected::Block},
+             {head + "0" + block + "1: AA 55 D6 17 FF FF 04 0", 5, CopyExpected::Block},
+             {head + "0" + block + "\n1" + block, 5, CopyExpected::Block},
+             {head + "1" + block + "0" + block, 5, CopyExpected::NextAddress},
+             {head + "1" + block + "1" + block, 5, CopyExpected::NextAddress},
+         }) {
+        try {
+            ReadIdentityCopy(row.text);
+            ADD_FAILURE() << row.text;
+        } catch (const IdentityCopyError& error) {
+            EXPECT_EQ(error.Line(), row.line) << row.text;
+            EXPECT_EQ(error.ExpectedHere(), row.expected) << row.text;
+        }
+    }
+    EXPECT_EQ(DescribeCopyError({}, {5, CopyExpected::NextAddress}),
+              "This file is not a saved copy of EEPROM data.\r\nLine 5: Expected here: a higher address than "
+              "in the line before");
+}
+
+// A line with a composite keyboard, a module that cannot be read, and a badge reader.
+class IdentityWrite : public testing::Test {
+protected:
+    IdentityWrite()
+    {
+        protocol.OpenCommsLine();
+        Attach(port, {CompositeReply, SlaveReply, BadgeReply});
+        port.answers[ReadRequest[1]] = {{{20, "\x06"}}};
+        memory.FindModules(SearchRepeats::Never);
+        memory.ReadEeprom();
+        port.written.clear();
+    }
+
+    WriteResult Write(const std::vector<AddressedBlock>& blocks)
+    {
+        return WriteIdentities(memory, blocks,
+                               {prompt, catalogue, files, "/data", 2, port.Settings(), Afternoon()});
+    }
+
+    FakeEventLoop loop;
+    ScriptedPort port{loop};
+    FakePrompt prompt;
+    FakeFiles files;
+    MessageCatalogue catalogue;
+    ModuleProtocol protocol{port, loop, prompt};
+    ModuleMemory memory{protocol};
+};
+
+const std::vector<AddressedBlock> ToSlave{{2, {0xAA, 0x55, 0xBF, 0, 0, 0, 0, 0}}};
+
+TEST_F(IdentityWrite, RowsWithoutAChoiceAreNotPlanned)
+{
+    IdentityChoices choices = ChoicesOf(memory);
+    EXPECT_EQ(choices, (IdentityChoices{0, {}, 5}));
+    choices[1] = 3;
+    choices[2] = 3;
+    EXPECT_EQ(PlanChoices(memory, choices),
+              (std::vector<AddressedBlock>{{0, {0xAA, 0x55, 0xD6, 0x17, 0, 0, 4, 0}}, ToSlave[0]}));
+    EXPECT_EQ(AddressList(AddressesNotRead(memory, std::vector<AddressedBlock>{{0, {}}, {1, {}}, {5, {}}})),
+              "1, 5");
+    EXPECT_EQ(AddressList(AddressesThatDiffer(
+                  memory, std::vector<AddressedBlock>{{1, {}}, {2, {0xAA, 0x55, 0, 0, 0, 2, 0, 0}}})),
+              "1");
+}
+
+TEST_F(IdentityWrite, AsksAndSavesBeforeItWrites)
+{
+    EXPECT_EQ(Write(ToSlave).outcome, WriteOutcome::Declined);
+    ASSERT_EQ(prompt.shown.size(), 1U);
+    EXPECT_EQ(prompt.shown[0].style.defaultAnswer, Answer::No);
+    EXPECT_EQ(prompt.shown[0].body,
+              "Write these bytes to the modules?\r\n"
+              "A wrong identity makes a module inaccessible to the POS unit.\r\n\r\n"
+              "Address 0: AA 55 D6 17 FF FF 04 00  >>  not written\r\n"
+              "Address 2: AA 55 00 00 00 02 00 00  >>  AA 55 BF 00 00 00 00 00");
+    EXPECT_TRUE(port.written.empty());
+    EXPECT_TRUE(files.content.empty());
+
+    const std::string request = Bytes("\x02\x0C\x02\xFA\x00\xAA\xAA\x55\xBF\x00\x00\x00\x00\x00\x12\x03");
+    port.answers[request] = {{{20, "\x06"}}};
+    prompt.answers = {Answer::Yes};
+    const WriteResult result = Write(ToSlave);
+    EXPECT_EQ(result.outcome, WriteOutcome::Written);
+    EXPECT_EQ(result.copyPath, CopyPath);
+    EXPECT_EQ(files.content[CopyPath], CopyText);
+    EXPECT_EQ(port.written, (std::vector{Enquiry, request}));
+
+    port.answers[request] = {{{20, "\x15"}}};
+    prompt.answers = {Answer::Yes};
+    const WriteResult failed = Write(ToSlave);
+    EXPECT_EQ(failed.outcome, WriteOutcome::Failed);
+    EXPECT_EQ(failed.failed, std::vector<std::size_t>{2});
+    EXPECT_EQ(failed.copyPath, "/data/identities-COM2-20250131-142530-2.txt") << "no copy is overwritten";
+}
+
+TEST_F(IdentityWrite, NothingIsWrittenWhenNothingCanBeSaved)
+{
+    files.unwritable.insert(CopyPath);
+    prompt.answers = {Answer::Yes};
+    EXPECT_EQ(Write(ToSlave).outcome, WriteOutcome::NotSaved);
+    EXPECT_TRUE(port.written.empty());
+    EXPECT_EQ(prompt.shown.back().body,
+              "The present EEPROM data could not be saved, so nothing was written:\r\n" + CopyPath +
+                  "\r\nNo space left on device");
+}
+
+}  // namespace
+}  // namespace kelvora

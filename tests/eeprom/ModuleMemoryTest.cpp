@@ -1,0 +1,180 @@
+#include "eeprom/ModuleMemory.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "ScriptedPort.h"
+#include "fakes/FakePrompt.h"
+
+namespace kelvora {
+namespace {
+
+using Addresses = std::vector<std::size_t>;
+
+class Memory : public testing::Test {
+protected:
+    Memory()
+    {
+        protocol.OpenCommsLine();
+        memory.onProgress = [this](int value) { progress.push_back(value); };
+        memory.onSpeed = [this] { speeds.push_back(port.Settings()); };
+        memory.onRepeat = [this] { ++repeats; };
+        memory.isInterrupted = [this] { return interrupted && interrupted(); };
+    }
+
+    std::vector<std::string> Names() const
+    {
+        std::vector<std::string> names;
+        for (std::size_t i = 0; i < memory.Count(); ++i)
+            names.emplace_back(memory.Rows().at(i).identity.name);
+        return names;
+    }
+
+    std::ptrdiff_t TimesWritten(const std::string& bytes) const
+    {
+        return std::ranges::count(port.written, bytes);
+    }
+
+    FakeEventLoop loop;
+    ScriptedPort port{loop};
+    FakePrompt prompt;
+    ModuleProtocol protocol{port, loop, prompt};
+    ModuleMemory memory{protocol};
+    std::vector<int> progress;
+    std::vector<std::string> speeds;
+    int repeats = 0;
+    std::function<bool()> interrupted;
+};
+
+const IdentityBlock SlaveBlock{0xAA, 0x55, 0xBF, 0, 0, 0, 0, 0};
+
+TEST_F(Memory, FindsAndReadsALine)
+{
+    Attach(port, {CompositeReply, BadgeReply});
+    EXPECT_EQ(memory.FindModules(SearchRepeats::UntilInterrupted), SearchOutcome::Found);
+    EXPECT_EQ(memory.Count(), 2U);
+    EXPECT_EQ(memory.Rows()[0].reply, Bytes("\x00\xF7\x01\x02\x03\x04"));
+    EXPECT_EQ(progress, (std::vector{0, 7, 21, 21}));
+    EXPECT_EQ(speeds, (std::vector<std::string>{"9600,n,8,1", "9600,n,8,1"}));
+    EXPECT_EQ(TimesWritten(Identify[2]), 1);
+    EXPECT_EQ(TimesWritten(Identify[3]), 0) << "nobody stands behind one that does not answer";
+    EXPECT_TRUE(memory.ReadEeprom());
+    EXPECT_EQ(Names(), (std::vector<std::string>{"KM96CM", "MCR 2+3"}));
+    EXPECT_EQ(BlockText(*memory.Rows()[0].block), "AA 55 D6 17 FF FF 04 00");
+    EXPECT_TRUE(prompt.shown.empty());
+
+    port.answers.clear();
+    EXPECT_EQ(memory.FindModules(SearchRepeats::UntilInterrupted), SearchOutcome::NotFound);
+    EXPECT_EQ(memory.Count(), 0U) << "what was found before is forgotten";
+    EXPECT_FALSE(memory.Rows()[0].block);
+}
+
+TEST_F(Memory, TriesAllSpeedsOnce)
+{
+    EXPECT_EQ(memory.FindModules(SearchRepeats::UntilInterrupted), SearchOutcome::NotFound);
+    EXPECT_EQ(speeds, (std::vector<std::string>{"9600,n,8,1", "4800,n,8,1", "2400,n,8,1", "1200,n,8,1"}));
+    EXPECT_EQ(progress, (std::vector{0, 1, 2, 3, 4}));
+    EXPECT_TRUE(prompt.shown.empty()) << "the search is silent";
+}
+
+TEST_F(Memory, SearchBelow9600RepeatsUntilInterrupted)
+{
+    Attach(port, {SlaveReply});
+    port.heardAt = "2400,n,8,1";
+    interrupted = [this] { return repeats == 3; };
+    EXPECT_EQ(memory.FindModules(SearchRepeats::UntilInterrupted), SearchOutcome::Interrupted);
+    EXPECT_EQ(TimesWritten(Identify[0]), 4);
+    EXPECT_EQ(memory.Count(), 1U) << "what was found stays";
+    EXPECT_EQ(port.Settings(), "2400,n,8,1");
+    EXPECT_TRUE(memory.ReadEeprom());
+    EXPECT_EQ(Names(), std::vector<std::string>{"KM64"});
+
+    interrupted = {};
+    EXPECT_EQ(memory.FindModules(SearchRepeats::Never), SearchOutcome::Found);
+    EXPECT_EQ(TimesWritten(Identify[0]), 5);
+}
+
+TEST_F(Memory, LineKeepsTheSpeedAtWhichModulesAnswered)
+{
+    Attach(port, {SlaveReply});
+    port.heardAt = "4800,n,8,1";
+    memory.onRepeat = [this] { port.answers.clear(); };
+    EXPECT_EQ(memory.FindModules(SearchRepeats::UntilInterrupted), SearchOutcome::Found);
+    EXPECT_EQ(port.Settings(), "4800,n,8,1");
+}
+
+TEST_F(Memory, SearchEndsWhenAskedOrWhenTheLineIsLost)
+{
+    interrupted = [] { return true; };
+    EXPECT_EQ(memory.FindModules(SearchRepeats::UntilInterrupted), SearchOutcome::Interrupted);
+    EXPECT_EQ(speeds.size(), 1U);
+    interrupted = {};
+    memory.onProgress = [this](int value) {
+        if (value == 2)
+            port.Close();
+    };
+    EXPECT_EQ(memory.FindModules(SearchRepeats::UntilInterrupted), SearchOutcome::LineLost);
+}
+
+TEST_F(Memory, OddRepliesToIdentifyAreNotRecorded)
+{
+    Attach(port, {SlaveReply, SlaveReply, SlaveReply, SlaveReply});
+    port.answers[Identify[0]] = {Reply(Bytes("\x02\x05\x00\xF7\x01\x02\x03\xF7\x03"))};
+    port.answers[Identify[2]] = {Reply(Bytes("\x02\x06\x00\xF7\x01\x02\x03\x04\xF4\x03"))};
+    port.answers[Identify[3]] = {{{20, "\x06"}}};
+    EXPECT_EQ(memory.FindModules(SearchRepeats::Never), SearchOutcome::Found);
+    EXPECT_EQ(memory.Count(), 2U) << "up to the highest that answered";
+    EXPECT_TRUE(memory.Rows()[0].reply.empty());
+    EXPECT_EQ(TimesWritten(Identify[4]), 1) << "only silence ends the pass";
+}
+
+TEST_F(Memory, ModulesThatCannotBeReadAreUnknown)
+{
+    Attach(port, {CompositeReply, CompositeReply, SlaveReply, SlaveReply});
+    memory.FindModules(SearchRepeats::Never);
+    ASSERT_TRUE(memory.ReadEeprom());
+    port.answers[ReadRequest[0]] = {{{20, "\x06"}}};
+    port.answers[ReadRequest[1]] = {Reply(Bytes("\x02\x0A\x00\xF9\xAA\x55\xD6\x17\xFF\xFF\x04\x00\xC2\x03"))};
+    EXPECT_FALSE(memory.ReadEeprom());
+    EXPECT_EQ(Names(), (std::vector<std::string>{"UNKNOWN", "UNKNOWN", "KM64", "KM64"}));
+    ASSERT_EQ(prompt.shown.size(), 1U) << "silence after an acknowledgement is told by the caller";
+    EXPECT_EQ(prompt.shown[0].body, "checksum error on received message");
+
+    port.answers[ReadRequest[1]] = {{{20, "\x15"}}};
+    EXPECT_FALSE(memory.ReadEeprom());
+    EXPECT_FALSE(memory.Rows()[2].block) << "a refused request ends the reading";
+    EXPECT_EQ(TimesWritten(ReadRequest[2]), 2);
+}
+
+TEST_F(Memory, WritesTwelveBytesAndGoesOnAfterAFailure)
+{
+    Attach(port, {CompositeReply, CompositeReply, CompositeReply});
+    const std::string first = Bytes("\x02\x0C\x00\xFA\x00\xAA\xAA\x55\xD6\x17\x00\x00\x04\x00\x6A\x03");
+    const std::string second = Bytes("\x02\x0C\x01\xFA\x00\xAA\xAA\x55\xBF\x00\x00\x00\x00\x00\x11\x03");
+    const std::string third = Bytes("\x02\x0C\x02\xFA\x00\xAA\xAA\x55\xBF\x00\x00\x00\x00\x00\x12\x03");
+    port.answers[first] = {{{20, "\x06\x06"}}};
+    port.answers[second] = {{{250, "\x06"}}};
+    port.answers[third] = {{{20, "\x06"}}};
+    EXPECT_EQ(memory.WriteEeprom(
+                  std::vector<AddressedBlock>{{0, CompositeBlock}, {1, SlaveBlock}, {2, SlaveBlock}}),
+              Addresses{1});
+    EXPECT_EQ(port.written, (std::vector{Enquiry, first, Enquiry, second, Enquiry, third}));
+    // 110 for each of the first two; the late ACK comes 255 after its ENQ, and 200 of quiet after that.
+    EXPECT_GE(loop.Now().time_since_epoch(), std::chrono::milliseconds(110 + 255 + 200 + 110));
+    ASSERT_EQ(prompt.shown.size(), 1U);
+    EXPECT_EQ(prompt.shown[0].body, "No response from MID");
+}
+
+TEST_F(Memory, NothingIsWrittenPastTheLineOrTheRows)
+{
+    EXPECT_EQ(memory.WriteEeprom(std::vector<AddressedBlock>{{6, SlaveBlock}}), Addresses{6});
+    EXPECT_TRUE(port.written.empty());
+    protocol.CloseCommsLine();
+    EXPECT_EQ(memory.WriteEeprom(std::vector<AddressedBlock>{{0, SlaveBlock}, {1, SlaveBlock}}),
+              (Addresses{0, 1}));
+    EXPECT_EQ(port.written, std::vector{Enquiry}) << "one try is enough to know";
+}
+
+}  // namespace
+}  // namespace kelvora

@@ -1,0 +1,235 @@
+#include "eeprom/ModuleProtocol.h"
+
+#include <gtest/gtest.h>
+
+#include "ScriptedPort.h"
+#include "fakes/FakePrompt.h"
+
+namespace kelvora {
+namespace {
+
+using namespace std::chrono_literals;
+
+TEST(ModuleFrame, EveryErrorHasItsText)
+{
+    const std::vector<std::pair<int, std::string_view>> rows{
+        {-20, "No response from MID"},
+        {-21, "corrupted data packet received"},
+        {-22, "invalid data packet received"},
+        {-23, "checksum error on received message"},
+        {-24, "No response from MID"},
+        {-25, "Message not sent: DC1 not received from MID"},
+        {-26, "Message not sent: illegal protocol character received from MID"},
+        {-40, "MID NAK response indicates LRC error"},
+        {-41, "MID NAK response indicates ETX error"},
+        {-42, "MID NAK response indicates host too slow"},
+        {-27, "unknown system error encountered"},
+        {1, "unknown system error encountered"}};
+    for (const auto& [code, text] : rows)
+        EXPECT_EQ(CommsErrorText(static_cast<std::int16_t>(code)), text) << code;
+    EXPECT_EQ(BuildModuleFrame(""), Bytes("\x02\x00\x00\x03"));
+    EXPECT_EQ(BuildModuleFrame("\xFF\x0F\x30"), Bytes("\x02\x03\xFF\x0F\x30\xC0\x03"));
+}
+
+TEST(ModuleFrame, JudgesReplies)
+{
+    struct Row {
+        std::string reason, received, data;
+        int error;
+    };
+    const std::vector<Row> rows{
+        {"one byte", Bytes("\x02\x01\x41\x41\x03"), "A", 0},
+        {"of any codes", Bytes("\x02\x03\x00\x02\x03\x01\x03"), Bytes("\x00\x02\x03"), 0},
+        {"no data", Bytes("\x02\x00\x00\x03"), "", -21},
+        {"one stray byte", "\x06", "", -21},
+        {"length too small", Bytes("\x02\x01\x41\x42\x03\x03"), "", -21},
+        {"length too large", Bytes("\x02\x02\x41\x41\x03"), "", -21},
+        {"no ETX", Bytes("\x02\x01\x41\x41\x04"), "", -21},
+        {"no STX", Bytes("\x01\x01\x41\x41\x03"), "", -21},
+        {"wrong LRC keeps the data", Bytes("\x02\x01\x41\x40\x03"), "A", -23},
+        {"256 bytes have no length byte", Bytes("\x02\x00") + std::string(257, '\0') + "\x03", "", -21},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(JudgeReply(row.received).data, row.data) << row.reason;
+        EXPECT_EQ(JudgeReply(row.received).error, row.error) << row.reason;
+    }
+}
+
+class Protocol : public testing::Test {
+protected:
+    Protocol() { protocol.OpenCommsLine(); }
+
+    /// How long `work` takes, in milliseconds.
+    template <class Work>
+    long long Duration(Work work)
+    {
+        const EventLoop::Time start = loop.Now();
+        work();
+        return std::chrono::duration_cast<std::chrono::milliseconds>(loop.Now() - start).count();
+    }
+
+    FakeEventLoop loop;
+    ScriptedPort port{loop};
+    FakePrompt prompt;
+    ModuleProtocol protocol{port, loop, prompt};
+};
+
+TEST_F(Protocol, TimeOutsEndOnTheirTick)
+{
+    for (const auto& [ms, ends] : std::vector<std::pair<int, int>>{{0, 55},
+                                                                   {-1, 55},
+                                                                   {-70000, 55},
+                                                                   {1, 110},
+                                                                   {50, 110},
+                                                                   {54, 110},
+                                                                   {55, 110},
+                                                                   {82, 165},
+                                                                   {83, 110},
+                                                                   {500, 165},
+                                                                   {65536, 110},
+                                                                   {100000, 110}})
+        EXPECT_EQ(Duration([&, wait = ms] { protocol.WaitMsg(1, false, wait); }), ends) << ms;
+    EXPECT_DOUBLE_EQ(WaitBudget(500), 500.0 / 9);
+    EXPECT_DOUBLE_EQ(WaitBudget(55), 55);
+    EXPECT_DOUBLE_EQ(WaitBudget(100000), 65536.0 / 1192);
+}
+
+TEST_F(Protocol, SendsAndJudges)
+{
+    using Answer = ScriptedPort::Answer;
+    struct Row {
+        std::string reason;
+        Answer toEnquiry, toFrame;
+        int error, lasts;
+        bool frameSent;
+    };
+    const Answer ready{{5, "\x11"}};
+    const std::vector<Row> rows{
+        {"nothing after ENQ", {}, {}, -20, 110, false},
+        {"ready too late", {{111, "\x11"}}, {}, -20, 110, false},
+        {"NAK after ENQ", {{5, "\x15"}}, {}, -25, 5, false},
+        {"DC1 and more", {{5, "\x11\x15"}}, {}, -26, 5, false},
+        {"nothing after the frame", ready, {}, -20, 110, true},
+        {"ACK too late", ready, {{106, "\x06"}}, -20, 110, true},
+        {"ACK lasts the whole window", ready, {{9, "\x06"}}, 0, 110, true},
+        {"ACK ACK", ready, {{9, "\x06"}, {60, "\x06"}}, 0, 110, true},
+        {"ACK NAK", ready, {{9, "\x06\x15"}}, -41, 110, true},
+        {"ACK and the reply too soon", ready, {{9, "\x06\x02\x06"}}, -26, 110, true},
+        {"only two bytes are judged", ready, {{9, "\x06\x06\x15"}}, 0, 110, true},
+        {"NAK", ready, {{9, "\x15"}}, -40, 110, true},
+        {"NAK ACK", ready, {{9, "\x15\x06"}}, -40, 110, true},
+        {"DC1 again", ready, {{9, "\x11"}}, -26, 110, true},
+    };
+    const std::string frame = Bytes("\x02\x02\x00\xF7\xF7\x03");
+    for (const Row& row : rows) {
+        port.written.clear();
+        port.answers = {{Enquiry, {row.toEnquiry}}, {frame, {row.toFrame}}};
+        bool sent = false;
+        EXPECT_EQ(Duration([&] { sent = protocol.SendMsg(Bytes("\x00\xF7")); }), row.lasts) << row.reason;
+        EXPECT_EQ(protocol.CommsError(), row.error) << row.reason;
+        EXPECT_EQ(sent, row.error == 0) << row.reason;
+        EXPECT_EQ(port.written, row.frameSent ? std::vector({Enquiry, frame}) : std::vector({Enquiry}))
+            << row.reason;
+        loop.Pass(1s);
+    }
+    EXPECT_TRUE(prompt.shown.empty()) << "errors are not reported unless asked for";
+    port.answers = {{Enquiry, {ready}}};
+    protocol.SendCmd(Bytes("\x00"), "\xF7");
+    EXPECT_EQ(port.written.back(), frame);
+}
+
+TEST_F(Protocol, LeftOversAreNoAnswers)
+{
+    port.answers = {{Enquiry, {{{5, "\x11"}, {5, "\x06"}}}}, {Identify[0], {{}}}};
+    EXPECT_FALSE(protocol.SendMsg(Bytes("\x00\xF7")));
+    EXPECT_EQ(protocol.CommsError(), -20) << "an ACK that came before the frame went out";
+    port.answers = {{Enquiry, {{{5, "\x11"}}}}, {Identify[0], {{{9, "\x06\x06"}, {20, "\x06zz"}}}}};
+    EXPECT_TRUE(protocol.SendMsg(Bytes("\x00\xF7")));
+    EXPECT_EQ(protocol.WaitMsg(1, false, 50), "\x06zz") << "what follows the acknowledgement";
+}
+
+TEST_F(Protocol, WaitsForReplies)
+{
+    const std::string frame = Bytes("\x02\x01\x41\x41\x03");
+    struct Row {
+        std::string reason;
+        ScriptedPort::Answer answer;
+        std::uint8_t expected;
+        bool framed;
+        std::string reply;
+        int error, lasts;
+    };
+    for (const Row& row : std::vector<Row>{
+             {"framed lasts to the end", {{10, frame}}, 5, true, "A", 0, 165},
+             {"framed, four bytes more than expected", {{10, frame}}, 1, true, "A", 0, 10},
+             {"unframed ends early", {{10, "ab"}, {20, "c"}}, 3, false, "abc", 0, 20},
+             {"unframed and short", {{10, "ab"}}, 3, false, "ab", 0, 165},
+             {"corrupted", {{10, frame + "x"}}, 5, true, "", -21, 165},
+             {"too late", {{166, frame}}, 5, true, "", 0, 165},
+             {"any length", {{10, "ab"}, {170, "cd"}, {300, "e"}}, 0, false, "abcde", 0, 165 + 3 * 110},
+             {"nothing of any length", {}, 0, false, "", 0, 165 + 110},
+         }) {
+        port.answers = {{"?", {row.answer}}};
+        port.Write("?");
+        std::string reply;
+        EXPECT_EQ(Duration([&] { reply = protocol.WaitMsg(row.expected, row.framed, 500); }), row.lasts)
+            << row.reason;
+        EXPECT_EQ(reply, row.reply) << row.reason;
+        EXPECT_EQ(protocol.CommsError(), row.error) << row.reason;
+        loop.Pass(1s);
+        port.DiscardInput();
+    }
+}
+
+TEST_F(Protocol, ErrorsAreRegisteredAndReported)
+{
+    port.answers = {{Enquiry, {{{5, "\x15"}}, {}}}};
+    protocol.SetReportCommsErrors(true);
+    protocol.SendMsg("a");
+    protocol.SendMsg("a");
+    EXPECT_EQ(protocol.CommsError(), -20);
+    EXPECT_EQ(protocol.PrevCommsError(), 0) << "each exchange starts without an error";
+    ASSERT_EQ(prompt.shown.size(), 2U);
+    EXPECT_EQ(prompt.shown[0].title, "Kelvora");
+    EXPECT_EQ(prompt.shown[0].body, "Message not sent: DC1 not received from MID");
+    EXPECT_EQ(prompt.shown[0].style.icon, BoxIcon::Exclamation);
+}
+
+TEST_F(Protocol, LineOpensAtItsSpeed)
+{
+    for (const auto& [speed, settings] : std::vector<std::pair<int, std::string>>{{4, "1200,n,8,1"},
+                                                                                  {0, "1200,n,8,1"},
+                                                                                  {5, "1200,n,8,1"},
+                                                                                  {3, "2400,n,8,1"},
+                                                                                  {2, "4800,n,8,1"},
+                                                                                  {1, "9600,n,8,1"}}) {
+        protocol.SetCommSpeed(speed);
+        EXPECT_EQ(protocol.Settings(), settings) << speed;
+    }
+    protocol.CloseCommsLine();
+    EXPECT_FALSE(port.IsOpen());
+    port.opens = false;
+    EXPECT_FALSE(protocol.OpenCommsLine());
+}
+
+TEST_F(Protocol, QuietCountsFromTheLastByte)
+{
+    port.answers = {{"?", {{{100, "a"}, {290, "b"}}}}};
+    port.Write("?");
+    EXPECT_TRUE(protocol.WaitQuiet(200ms));
+    EXPECT_GE(loop.Now().time_since_epoch(), 490ms);
+    EXPECT_LE(loop.Now().time_since_epoch(), 490ms + 55ms);
+    EXPECT_EQ(port.BytesWaiting(), 0U);
+
+    ScriptedPort::Answer noise;
+    for (int at = 100; at < 10000; at += 100)
+        noise.push_back({at, "x"});
+    port.answers = {{"?", {noise}}};
+    port.Write("?");
+    EXPECT_FALSE(protocol.WaitQuiet(200ms)) << "never quiet";
+    port.Close();
+    EXPECT_FALSE(protocol.WaitQuiet(200ms)) << "lost";
+}
+
+}  // namespace
+}  // namespace kelvora
