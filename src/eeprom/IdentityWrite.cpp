@@ -1,6 +1,7 @@
 #include "eeprom/IdentityWrite.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "app/ShowMessage.h"
 #include "platform/Encoding.h"
@@ -34,7 +35,7 @@ std::string Question(const ModuleMemory& memory, std::span<const AddressedBlock>
 
 std::string SaveCopy(const ModuleMemory& memory, const WriteSurroundings& surroundings)
 {
-    const auto& [prompt, catalogue, files, folder, port, settings, time] = surroundings;
+    const auto& [prompt, catalogue, files, folder, port, settings, time, onWrite] = surroundings;
     std::string path = NewCopyPath(files, folder, port, time);
     files.Write(path, WriteIdentityCopy({DateText(time), "COM" + std::to_string(port) + ": " + settings,
                                          BlocksRead(memory)}));
@@ -74,7 +75,7 @@ std::vector<std::size_t> AddressesThatDiffer(const ModuleMemory& memory,
 {
     std::vector<std::size_t> addresses;
     for (const AddressedBlock& wanted : blocks)
-        if (memory.Rows().at(wanted.address).block != wanted.block)
+        if (const auto& held = memory.Rows().at(wanted.address).block; held && *held != wanted.block)
             addresses.push_back(wanted.address);
     return addresses;
 }
@@ -90,9 +91,9 @@ std::string AddressList(std::span<const std::size_t> addresses)
 WriteResult WriteIdentities(ModuleMemory& memory, std::span<const AddressedBlock> blocks,
                             const WriteSurroundings& surroundings)
 {
-    const auto& [prompt, catalogue, files, folder, port, settings, time] = surroundings;
-    if (prompt.Show(ProductName, Question(memory, blocks, catalogue),
-                    {BoxIcon::Exclamation, BoxButtons::YesNo, Answer::No}) != Answer::Yes)
+    const auto& catalogue = surroundings.catalogue;
+    if (surroundings.prompt.Show(ProductName, Question(memory, blocks, catalogue),
+                                 {BoxIcon::Exclamation, BoxButtons::YesNo, Answer::No}) != Answer::Yes)
         return {};
     WriteResult result;
     try {
@@ -100,12 +101,23 @@ WriteResult WriteIdentities(ModuleMemory& memory, std::span<const AddressedBlock
     } catch (const FileError& error) {
         std::string text = catalogue.Caption(Message::EepromNotSaved);
         text.append(LineEnd).append(TextFromPath(error.Path())).append(LineEnd).append(error.what());
-        prompt.Show(ProductName, text, {BoxIcon::Exclamation});
+        surroundings.prompt.Show(ProductName, text, {BoxIcon::Exclamation});
         return {WriteOutcome::NotSaved, {}, {}};
     }
+    if (surroundings.onWrite)
+        surroundings.onWrite();
     result.failed = memory.WriteEeprom(blocks);
     result.outcome = result.failed.empty() ? WriteOutcome::Written : WriteOutcome::Failed;
     return result;
+}
+
+std::vector<AddressedBlock> Acknowledged(std::span<const AddressedBlock> blocks, const WriteResult& result)
+{
+    std::vector<AddressedBlock> acknowledged;
+    std::ranges::copy_if(blocks, std::back_inserter(acknowledged), [&](const AddressedBlock& block) {
+        return std::ranges::find(result.failed, block.address) == result.failed.end();
+    });
+    return acknowledged;
 }
 
 std::string DescribeCopyError(const MessageCatalogue& catalogue, const IdentityCopyError& error)

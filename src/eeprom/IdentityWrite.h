@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <ctime>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -30,7 +31,8 @@ std::vector<AddressedBlock> PlanChoices(const ModuleMemory& memory, const Identi
 /// The addresses of `blocks` whose modules have not been read, so that they cannot be written.
 std::vector<std::size_t> AddressesNotRead(const ModuleMemory& memory, std::span<const AddressedBlock> blocks);
 
-/// The addresses of `blocks` whose modules hold other bytes, as last read.
+/// The addresses of `blocks` whose modules hold other bytes, as last read; those that could not be read do
+/// not count.
 std::vector<std::size_t> AddressesThatDiffer(const ModuleMemory& memory,
                                              std::span<const AddressedBlock> blocks);
 
@@ -46,6 +48,7 @@ struct WriteSurroundings {
     int port = 1;        ///< COM1 = 1
     std::string settings;
     std::tm time{};
+    std::function<void()> onWrite{};  ///< called before the first byte is written; may be empty
 };
 
 enum class WriteOutcome {
@@ -65,6 +68,9 @@ struct WriteResult {
 /// writes. Every block's module must have been read.
 WriteResult WriteIdentities(ModuleMemory& memory, std::span<const AddressedBlock> blocks,
                             const WriteSurroundings& surroundings);
+
+/// Those of `blocks` whose modules have acknowledged them.
+std::vector<AddressedBlock> Acknowledged(std::span<const AddressedBlock> blocks, const WriteResult& result);
 
 /// What a rejected copy says to the user: the line, and what was expected there.
 std::string DescribeCopyError(const MessageCatalogue& catalogue, const IdentityCopyError& error);

@@ -1,0 +1,118 @@
+#include "eeprom/forms/IdentityRows.h"
+
+#include <QComboBox>
+#include <QFontDatabase>
+#include <QGridLayout>
+#include <QLabel>
+#include <QWheelEvent>
+
+#include "platform/qt/Text.h"
+
+namespace kelvora {
+
+namespace {
+
+// The wheel scrolls past a list that it must not change.
+class IdentityList final : public QComboBox {
+public:
+    using QComboBox::QComboBox;
+
+protected:
+    void wheelEvent(QWheelEvent* event) override { event->ignore(); }
+};
+
+QLabel* AddLabel(QGridLayout& grid, int row, int column, const QString& name)
+{
+    auto* label = new QLabel;
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    grid.addWidget(label, row, column);
+    return label;
+}
+
+}  // namespace
+
+IdentityRows::IdentityRows(const MessageCatalogue& catalogue, QWidget* parent) : QWidget(parent)
+{
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setColumnStretch(2, 1);
+    int column = 0;
+    for (const MessageId& head : {Message::EepromHeadAddress, Message::EepromHeadDevice,
+                                  Message::EepromHeadData, Message::EepromHeadChange}) {
+        QLabel* label = AddLabel(*grid, 0, column, QStringLiteral("InfoHdrs%1").arg(column));
+        label->setText(ToQString(catalogue.Caption(head)));
+        ++column;
+    }
+    for (std::size_t address = 0; address < rows_.size(); ++address)
+        rows_.at(address) = MakeRow(*grid, address, catalogue);
+    grid->setRowStretch(grid->rowCount(), 1);
+}
+
+IdentityRows::Row IdentityRows::MakeRow(QGridLayout& grid, std::size_t address,
+                                        const MessageCatalogue& catalogue)
+{
+    const auto number = static_cast<int>(address);
+    const auto name = [&](const char* control) {
+        return QString::fromLatin1(control) + QString::number(number);
+    };
+    const int line = number + 1;
+    Row row{AddLabel(grid, line, 0, name("AddrInfo")), AddLabel(grid, line, 1, name("DevInfo")),
+            AddLabel(grid, line, 2, name("EepromInfo")), new IdentityList(this)};
+    row.address->setText(QString::number(number));
+    row.bytes->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    row.bytes->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    row.list->setObjectName(name("NewDev"));
+    row.list->setAccessibleName(ToQString(catalogue.Caption(Message::EepromHeadChange) + ", " +
+                                          catalogue.Word(Message::EepromAddressWord)) +
+                                QString::number(number));
+    for (const DeviceIdentity& identity : OfferedIdentities)
+        row.list->addItem(ToQString(identity.name));
+    connect(row.list, &QComboBox::activated, this, [this] {
+        if (onChoice)
+            onChoice();
+    });
+    grid.addWidget(row.list, line, 3);
+    return row;
+}
+
+void IdentityRows::Show(const ModuleMemory& memory)
+{
+    for (std::size_t address = 0; address < rows_.size(); ++address) {
+        const ModuleRow& module = memory.Rows().at(address);
+        const Row& row = rows_.at(address);
+        const bool read = module.block.has_value();
+        row.address->setEnabled(read);
+        row.list->setEnabled(read);
+        row.bytes->setText(read ? ToQString(BlockText(*module.block)) : QString());
+        row.device->setText(address < memory.Count() ? ToQString(module.identity.name) : QString());
+        const auto& offered = module.identity.offered;
+        row.list->setCurrentIndex(offered ? static_cast<int>(*offered) : -1);
+    }
+}
+
+IdentityChoices IdentityRows::Choices() const
+{
+    IdentityChoices choices;
+    for (std::size_t address = 0; address < rows_.size(); ++address)
+        if (const int index = rows_.at(address).list->currentIndex(); index >= 0)
+            choices.at(address) = static_cast<std::size_t>(index);
+    return choices;
+}
+
+bool IdentityRows::IsChanged() const
+{
+    for (const Row& row : rows_)
+        if (row.list->currentIndex() >= 0 && row.list->currentText() != row.device->text())
+            return true;
+    return false;
+}
+
+void IdentityRows::FocusFirstList()
+{
+    for (const Row& row : rows_)
+        if (row.list->isEnabled())
+            return row.list->setFocus();
+}
+
+}  // namespace kelvora

@@ -1,0 +1,49 @@
+// The wizard's table of modules: a row an address with the identity and the bytes that were read, and the
+// list of identities to change to.
+#pragma once
+
+#include <QWidget>
+#include <array>
+#include <functional>
+
+#include "app/MessageCatalogue.h"
+#include "eeprom/IdentityWrite.h"
+
+class QComboBox;
+class QGridLayout;
+class QLabel;
+
+namespace kelvora {
+
+class IdentityRows final : public QWidget {
+public:
+    explicit IdentityRows(const MessageCatalogue& catalogue, QWidget* parent = nullptr);
+
+    /// Shows what was found and read; each list shows its row's identity, and none where that cannot be
+    /// written.
+    void Show(const ModuleMemory& memory);
+
+    IdentityChoices Choices() const;
+
+    /// Whether in at least one row another identity is chosen than it has.
+    bool IsChanged() const;
+
+    /// Called when the user has chosen an identity.
+    std::function<void()> onChoice;
+
+    void FocusFirstList();
+
+private:
+    struct Row {
+        QLabel* address;
+        QLabel* device;
+        QLabel* bytes;
+        QComboBox* list;
+    };
+
+    Row MakeRow(QGridLayout& grid, std::size_t address, const MessageCatalogue& catalogue);
+
+    std::array<Row, WritableAddresses> rows_{};
+};
+
+}  // namespace kelvora

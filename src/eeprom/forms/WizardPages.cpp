@@ -1,0 +1,133 @@
+#include "eeprom/forms/WizardPages.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <vector>
+
+#include "platform/qt/Text.h"
+
+namespace kelvora {
+
+namespace {
+
+/// The space between two texts of a page, in pixels.
+constexpr int TextSpacing = 14;
+
+QLabel* MakeText(const QString& name, const QString& text)
+{
+    auto* label = new QLabel(text);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    return label;
+}
+
+// A text that takes several numbers of the catalogue, joined.
+QString Joined(const MessageCatalogue& catalogue, std::initializer_list<MessageId> parts)
+{
+    std::string text;
+    for (const MessageId& part : parts)
+        text += catalogue.Word(part);
+    return ToQString(text).trimmed();
+}
+
+QFrame* MakeTextPage(const char* name, const std::vector<QString>& texts)
+{
+    auto* page = new QFrame;
+    auto* layout = new QVBoxLayout(page);
+    layout->setSpacing(TextSpacing);
+    int index = 0;
+    for (const QString& text : texts)
+        layout->addWidget(MakeText(QString::fromLatin1(name) + QString::number(index++), text));
+    layout->addStretch();
+    return page;
+}
+
+}  // namespace
+
+QFrame* MakeIntroductionPage(const MessageCatalogue& catalogue)
+{
+    return MakeTextPage("Info1", {Joined(catalogue, {Message::EepromQualified, Message::EepromQualifiedMore}),
+                                  Joined(catalogue, {Message::EepromPanel, Message::EepromPanelMore}),
+                                  Joined(catalogue, {Message::EepromStart})});
+}
+
+QFrame* MakeInstructionPage(const MessageCatalogue& catalogue)
+{
+    return MakeTextPage(
+        "Info2", {Joined(catalogue, {Message::EepromDisconnect, Message::EepromDisconnectMore}),
+                  Joined(catalogue, {Message::EepromConnect, Message::EepromConnectMore}),
+                  Joined(catalogue, {Message::EepromPower}), Joined(catalogue, {Message::EepromReady})});
+}
+
+SearchPage::SearchPage(const MessageCatalogue& catalogue, int port)
+    : opened_(new QWidget(this)),
+      stop_(new QPushButton(ToQString(catalogue.Caption(Message::EepromStop)), this))
+{
+    auto* layout = new QVBoxLayout(this);
+    layout->setSpacing(TextSpacing);
+    auto* openedLayout = new QHBoxLayout(opened_);
+    openedLayout->setContentsMargins(0, 0, 0, 0);
+    openedLayout->addWidget(new QLabel(ToQString(catalogue.Caption(Message::EepromLineCom))));
+    auto* number = new QLabel(QString::number(port));
+    number->setObjectName(QStringLiteral("PortNumber"));
+    openedLayout->addWidget(number);
+    openedLayout->addWidget(new QLabel(ToQString(catalogue.Caption(Message::EepromOpened))));
+    openedLayout->addStretch();
+    opened_->setObjectName(QStringLiteral("Info30"));
+    layout->addWidget(opened_);
+    repeats_ = AddText("Repeats", Joined(catalogue, {Message::EepromRepeats}));
+    stopped_ = AddText("Stopped", Joined(catalogue, {Message::EepromStopped}));
+    ready_ = AddText("Info31", Joined(catalogue, {Message::EepromReady}));
+    stop_->setObjectName(QStringLiteral("StopCommand"));
+    layout->addWidget(stop_, 0, Qt::AlignLeft);
+    layout->addStretch();
+    Clear();
+}
+
+QLabel* SearchPage::AddText(const char* name, const QString& text)
+{
+    QLabel* label = MakeText(QString::fromLatin1(name), text);
+    layout()->addWidget(label);
+    return label;
+}
+
+void SearchPage::Clear()
+{
+    for (QWidget* widget : {opened_, static_cast<QWidget*>(repeats_), static_cast<QWidget*>(stopped_),
+                            static_cast<QWidget*>(ready_), static_cast<QWidget*>(stop_)})
+        widget->hide();
+}
+
+void SearchPage::ShowOpened()
+{
+    opened_->show();
+}
+
+void SearchPage::ShowSearching(bool searching)
+{
+    stop_->setVisible(searching);
+    if (searching)
+        stop_->setFocus();
+    else
+        repeats_->hide();
+}
+
+void SearchPage::ShowRepeating()
+{
+    repeats_->show();
+}
+
+void SearchPage::ShowStopped()
+{
+    stopped_->show();
+}
+
+void SearchPage::ShowReady()
+{
+    ready_->show();
+}
+
+}  // namespace kelvora

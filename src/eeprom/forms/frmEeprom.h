@@ -1,0 +1,110 @@
+// The wizard that gives the modules of a line their identities, page by page: who may do this, how the cables
+// go, the search, the table. It works over a serial port of its own; the rules are those of eeprom/.
+#pragma once
+
+#include <QDialog>
+#include <functional>
+#include <span>
+#include <string>
+
+#include "app/Program.h"
+#include "eeprom/IdentityWrite.h"
+#include "eeprom/ModuleMemory.h"
+#include "eeprom/ModuleProtocol.h"
+#include "platform/SerialPort.h"
+#include "setup/PosCfg.h"
+
+class QLabel;
+class QPushButton;
+class QStackedWidget;
+
+namespace kelvora {
+
+class IdentityRows;
+class SearchPage;
+class WizardStatus;
+
+class frmEeprom final : public QDialog {
+public:
+    /// `settings` names the line, `port` is its serial port, closed and nobody else's while the wizard is
+    /// there. Copies of what is overwritten go to `dataFolder`, which is made when there is none.
+    frmEeprom(Program& program, const PosCfg& settings, SerialPort& port, std::string dataFolder,
+              QWidget* parent = nullptr);
+    ~frmEeprom() override;
+    frmEeprom(const frmEeprom&) = delete;
+    frmEeprom& operator=(const frmEeprom&) = delete;
+
+    /// Called when the program has become busy, its port being open, and when it is no longer.
+    std::function<void()> onBusy;
+
+    /// Shows a page, 0 to 3, and does what belongs to it; nothing while a page's work is under way.
+    void EepromWizard(int step);
+
+    /// Whether a page's work is under way: the wizard does not close then.
+    bool IsWorking() const { return working_; }
+
+protected:
+    void done(int result) override;
+    void showEvent(QShowEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    class Work;
+
+    /// The ways out of a page besides Cancel.
+    struct Ways {
+        bool back = true;
+        bool next = true;
+    };
+
+    void MakePages();
+    QPushButton* MakeButton(const char* name, const MessageId& caption, void (frmEeprom::*click)());
+    void MakeButtons();
+    void WatchMemory();
+
+    void BackCommand_Click() { EepromWizard(step_ - 1); }
+    void NextCommand_Click() { EepromWizard(step_ + 1); }
+    void CancelCommand_Click() { reject(); }
+    void StopCommand_Click();
+    void UpdateCommand_Click();
+    void WriteBackCommand_Click();
+
+    void SetWizardButtons();
+    void Open(Ways ways);
+    void CloseLine();
+    Ways SearchModules();
+    Ways ShowSearch(SearchOutcome outcome);
+    Ways RefuseLine();
+    void ReadModules();
+    void Write(std::span<const AddressedBlock> blocks);
+    void TellWritten(const WriteResult& result);
+    void ReadAgain(std::span<const AddressedBlock> blocks);
+
+    void ShowCaption(const MessageId& message);
+    void UpdateBusy();
+    Answer Tell(std::string_view text, BoxIcon icon);
+    std::string Text(const MessageId& message) const { return program_.catalogue.Caption(message); }
+
+    Program& program_;
+    PosCfg settings_;
+    SerialPort& port_;
+    std::string dataFolder_;
+    std::string formerSettings_;
+    ModuleProtocol protocol_;
+    ModuleMemory memory_{protocol_};
+    int step_ = 0;
+    bool working_ = false;
+
+    QStackedWidget* pages_ = nullptr;
+    SearchPage* search_ = nullptr;
+    IdentityRows* rows_ = nullptr;
+    QLabel* saved_ = nullptr;
+    WizardStatus* status_ = nullptr;
+    QPushButton* back_ = nullptr;
+    QPushButton* next_ = nullptr;
+    QPushButton* cancel_ = nullptr;
+    QPushButton* update_ = nullptr;
+    QPushButton* writeBack_ = nullptr;
+};
+
+}  // namespace kelvora
