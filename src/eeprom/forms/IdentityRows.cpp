@@ -12,6 +12,11 @@ namespace kelvora {
 
 namespace {
 
+constexpr int ColumnCount = 4;
+
+/// The space between two columns, in pixels.
+constexpr int ColumnSpacing = 24;
+
 // The wheel scrolls past a list that it must not change.
 class IdentityList final : public QComboBox {
 public:
@@ -36,7 +41,8 @@ IdentityRows::IdentityRows(const MessageCatalogue& catalogue, QWidget* parent) :
 {
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
-    grid->setColumnStretch(2, 1);
+    grid->setHorizontalSpacing(ColumnSpacing);
+    grid->setColumnStretch(ColumnCount, 1);
     int column = 0;
     for (const MessageId& head : {Message::EepromHeadAddress, Message::EepromHeadDevice,
                                   Message::EepromHeadData, Message::EepromHeadChange}) {

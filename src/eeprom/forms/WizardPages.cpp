@@ -15,6 +15,9 @@ namespace {
 /// The space between two texts of a page, in pixels.
 constexpr int TextSpacing = 14;
 
+/// The space between the words of a text that is several labels, in pixels.
+constexpr int WordSpacing = 3;
+
 QLabel* MakeText(const QString& name, const QString& text)
 {
     auto* label = new QLabel(text);
@@ -70,6 +73,7 @@ SearchPage::SearchPage(const MessageCatalogue& catalogue, int port)
     layout->setSpacing(TextSpacing);
     auto* openedLayout = new QHBoxLayout(opened_);
     openedLayout->setContentsMargins(0, 0, 0, 0);
+    openedLayout->setSpacing(WordSpacing);
     openedLayout->addWidget(new QLabel(ToQString(catalogue.Caption(Message::EepromLineCom))));
     auto* number = new QLabel(QString::number(port));
     number->setObjectName(QStringLiteral("PortNumber"));
