@@ -1,0 +1,198 @@
+#include "cli/Identity.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include "cli/ConsolePrompt.h"
+#include "eeprom/IdentityWrite.h"
+#include "platform/AsciiCase.h"
+#include "platform/Encoding.h"
+
+namespace kelvora {
+
+namespace {
+
+bool IsSameName(std::string_view left, std::string_view right)
+{
+    return std::ranges::equal(left, right, {}, AsciiLower, AsciiLower);
+}
+
+std::string NamesThatCanBeWritten()
+{
+    std::string names;
+    for (const DeviceIdentity& identity : OfferedIdentities)
+        names.append(names.empty() ? "\"" : ", \"").append(identity.name).append("\"");
+    return names;
+}
+
+std::string ModuleLine(std::size_t address, const ModuleRow& row, bool json)
+{
+    const std::string bytes = row.block ? BlockText(*row.block) : std::string();
+    if (!json)
+        return std::to_string(address) + ": " + (row.block ? bytes : "not read") + "  " +
+               std::string(row.identity.name) + "\n";
+    nlohmann::ordered_json object;
+    object["address"] = address;
+    object["identity"] = row.identity.name;
+    object["block"] = nullptr;
+    if (row.block)
+        object["block"] = bytes;
+    return object.dump() + "\n";
+}
+
+// One run of the command over an open line.
+class IdentityRun {
+public:
+    IdentityRun(const IdentityRequest& request, const IdentityLine& line, Console& console)
+        : request_(request),
+          line_(line),
+          console_(console),
+          prompt_(console, request.yes),
+          protocol_(line.port, line.loop, prompt_)
+    {
+    }
+    IdentityRun(const IdentityRun&) = delete;
+    IdentityRun& operator=(const IdentityRun&) = delete;
+    ~IdentityRun() { line_.port.Close(); }
+
+    int Read()
+    {
+        if (!Find())
+            return ExitCode::Rejected;
+        const bool complete = ReadModules();
+        PrintModules();
+        return complete ? ExitCode::Done : ExitCode::Rejected;
+    }
+
+    int Write(const std::vector<AddressedBlock>& blocks)
+    {
+        if (!Find())
+            return ExitCode::Rejected;
+        ReadModules();
+        if (const auto missing = AddressesNotRead(memory_, blocks); !missing.empty())
+            return Reject(English(Message::EepromNotOnLine) + AddressList(missing));
+        std::error_code ignored;
+        std::filesystem::create_directories(request_.folder, ignored);
+        const WriteResult result = WriteIdentities(memory_, blocks,
+                                                   {prompt_, catalogue_, line_.files, request_.folder,
+                                                    request_.port, protocol_.Settings(), LocalTime()});
+        if (result.outcome == WriteOutcome::Declined)
+            return Reject("nothing was written");
+        if (result.outcome == WriteOutcome::NotSaved)
+            return ExitCode::Rejected;
+        return TellWritten(result, blocks);
+    }
+
+private:
+    std::string English(const MessageId& message) const { return catalogue_.Word(message); }
+
+    int Reject(std::string_view reason)
+    {
+        console_.err << DiagnosticLine(reason);
+        return ExitCode::Rejected;
+    }
+
+    bool Find()
+    {
+        if (!protocol_.OpenCommsLine()) {
+            console_.err << FailureLine(line_.port.Device(), line_.port.LastError());
+            return false;
+        }
+        const SearchOutcome outcome = memory_.FindModules(SearchRepeats::Never);
+        if (outcome == SearchOutcome::LineLost)
+            console_.err << FailureLine(line_.port.Device(), line_.port.LastError());
+        else if (outcome == SearchOutcome::NotFound)
+            Reject(English(Message::EepromNoModules));
+        return outcome == SearchOutcome::Found;
+    }
+
+    bool ReadModules()
+    {
+        const bool complete = memory_.ReadEeprom();
+        if (!complete)
+            Reject(English(Message::EepromReadFailed));
+        return complete;
+    }
+
+    void PrintModules()
+    {
+        std::string text;
+        for (std::size_t address = 0; address < memory_.Count(); ++address)
+            text += ModuleLine(address, memory_.Rows().at(address), request_.json);
+        Emit(console_, text);
+    }
+
+    int TellWritten(const WriteResult& result, const std::vector<AddressedBlock>& blocks)
+    {
+        console_.err << DiagnosticLine(English(Message::EepromSaved) + " " + result.copyPath);
+        if (!result.failed.empty())
+            Reject(English(Message::EepromWriteFailed) + ". " + English(Message::EepromFailedAddresses) +
+                   AddressList(result.failed));
+        ReadModules();
+        PrintModules();
+        const auto differ = AddressesThatDiffer(memory_, blocks);
+        if (!differ.empty())
+            Reject(English(Message::EepromDiffers) + AddressList(differ));
+        return differ.empty() && AddressesNotRead(memory_, blocks).empty() ? ExitCode::Done
+                                                                           : ExitCode::Rejected;
+    }
+
+    const IdentityRequest& request_;
+    const IdentityLine& line_;
+    Console& console_;
+    // Without texts of its own it speaks English, as all commands do.
+    MessageCatalogue catalogue_;
+    ConsolePrompt prompt_;
+    ModuleProtocol protocol_;
+    ModuleMemory memory_{protocol_};
+};
+
+int WriteIdentity(const IdentityRequest& request, const IdentityLine& line, Console& console)
+{
+    const auto* const identity = std::ranges::find_if(
+        OfferedIdentities, [&](const DeviceIdentity& each) { return IsSameName(each.name, request.name); });
+    if (identity == OfferedIdentities.end() || request.address >= WritableAddresses) {
+        console.err << DiagnosticLine("expected an address from 0 to 5 and one of " +
+                                      NamesThatCanBeWritten());
+        return ExitCode::Usage;
+    }
+    return IdentityRun(request, line, console).Write({{request.address, identity->block}});
+}
+
+int RestoreIdentities(const IdentityRequest& request, const IdentityLine& line, Console& console)
+{
+    try {
+        const IdentityCopy copy = ReadIdentityCopy(line.files.Read(request.file));
+        return IdentityRun(request, line, console).Write(copy.blocks);
+    } catch (const FileError& error) {
+        console.err << FailureLine(request.file, error.what());
+    } catch (const IdentityCopyError& error) {
+        std::string text = DescribeCopyError({}, error);
+        std::ranges::replace(text, '\n', ' ');
+        std::erase(text, '\r');
+        console.err << FailureLine(request.file, text);
+    }
+    return ExitCode::Rejected;
+}
+
+}  // namespace
+
+int Identity(const IdentityRequest& request, const IdentityLine& line, Console& console)
+{
+    switch (request.action) {
+        case IdentityRequest::Action::Write:
+            return WriteIdentity(request, line, console);
+        case IdentityRequest::Action::Restore:
+            return RestoreIdentities(request, line, console);
+        case IdentityRequest::Action::Read:
+            break;
+    }
+    return IdentityRun(request, line, console).Read();
+}
+
+}  // namespace kelvora

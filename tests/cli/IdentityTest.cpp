@@ -1,0 +1,94 @@
+#include "cli/Identity.h"
+
+#include "cli/CliFixture.h"
+#include "eeprom/ScriptedPort.h"
+
+namespace kelvora {
+namespace {
+
+using testing::HasSubstr;
+using Action = IdentityRequest::Action;
+
+// A line with a composite keyboard's first part and a badge reader.
+class IdentityCli : public CliTest {
+protected:
+    IdentityCli() { Attach(port, {CompositeReply, BadgeReply}); }
+
+    CliResult Run(IdentityRequest request, const std::string& input = {})
+    {
+        request.folder = folder + "/saved";
+        std::istringstream in(input);
+        std::ostringstream out;
+        std::ostringstream err;
+        Console console{in, out, err};
+        const int exitCode = Identity(request, {port, loop, files}, console);
+        EXPECT_FALSE(port.IsOpen());
+        return {exitCode, out.str(), err.str()};
+    }
+
+    FakeEventLoop loop;
+    ScriptedPort port{loop};
+};
+
+const std::string Request = Bytes("\x02\x0C\x01\xFA\x00\xAA\xAA\x55\xBF\x00\x00\x00\x00\x00\x11\x03");
+
+TEST_F(IdentityCli, PrintsTheModules)
+{
+    const CliResult read = Run({});
+    EXPECT_EQ(read.exitCode, 0);
+    EXPECT_EQ(read.out, "0: AA 55 D6 17 FF FF 04 00  KM96CM\n1: AA 55 00 00 00 02 00 00  MCR 2+3\n");
+    EXPECT_EQ(read.err, "");
+    port.answers[ReadRequest[1]] = {{{20, "\x15"}}};
+    IdentityRequest json;
+    json.json = true;
+    const CliResult partly = Run(json);
+    EXPECT_EQ(partly.exitCode, 1);
+    EXPECT_EQ(partly.out,
+              "{\"address\":0,\"identity\":\"KM96CM\",\"block\":\"AA 55 D6 17 FF FF 04 00\"}\n"
+              "{\"address\":1,\"identity\":\"UNKNOWN\",\"block\":null}\n");
+    port.answers.clear();
+    EXPECT_EQ(Run({}).err, "kelvora-cli: No MID modules found\n");
+    port.opens = false;
+    EXPECT_EQ(Run({}).err, "kelvora-cli: /dev/ttyS0: Device or resource busy\n");
+}
+
+TEST_F(IdentityCli, WritesAfterAYesAndRestores)
+{
+    const IdentityRequest write{Action::Write, 1, "km64"};
+    for (const std::string input : {"", "n\n", "yes please\n"}) {
+        EXPECT_EQ(Run(write, input).exitCode, 1) << input;
+        EXPECT_EQ(std::ranges::count(port.written, Request), 0) << input;
+    }
+    port.answers[Request] = {{{20, "\x06"}}};
+    port.answers[ReadRequest[1]] = {Reply(BadgeReply), Reply(SlaveReply)};
+    const CliResult written = Run(write, "Y\n");
+    EXPECT_EQ(written.exitCode, 0) << written.err;
+    EXPECT_THAT(written.out, HasSubstr("1: AA 55 BF 00 00 00 00 00  KM64\n"));
+    const std::string saved = std::filesystem::directory_iterator(folder + "/saved")->path();
+    EXPECT_THAT(written.err, HasSubstr(saved));
+
+    // Nothing answers the request to write the first block back, and it still holds what it should.
+    IdentityRequest restore{Action::Restore, 0, {}, saved};
+    restore.yes = true;
+    port.answers[ReadRequest[1]] = {Reply(SlaveReply)};
+    const CliResult restored = Run(restore);
+    EXPECT_EQ(restored.exitCode, 1);
+    EXPECT_THAT(restored.err, HasSubstr("Addresses that failed: 0, 1\n"));
+    EXPECT_THAT(restored.err, HasSubstr("do not hold what was written: 1\n"));
+}
+
+TEST_F(IdentityCli, RefusesWhatCannotBeWritten)
+{
+    for (const auto& [address, name] :
+         std::vector<std::pair<std::size_t, std::string>>{{6, "KM64"}, {0, "LCD (unlit)"}, {0, "UNKNOWN"}}) {
+        EXPECT_EQ(Run({Action::Write, address, name}).exitCode, 2) << address << name;
+        EXPECT_TRUE(port.written.empty());
+    }
+    EXPECT_THAT(Run({Action::Write, 5, "ICCR"}).err, HasSubstr("were not read from this line: 5\n"));
+    EXPECT_THAT(Run({Action::Restore, 0, {}, Write("a.dat", "[MCR]")}).err,
+                HasSubstr("a.dat: This file is not a saved copy of EEPROM data. Line 1: Expected here: "));
+    EXPECT_THAT(Run({Action::Restore, 0, {}, folder + "/none"}).err, HasSubstr("No such file"));
+}
+
+}  // namespace
+}  // namespace kelvora
