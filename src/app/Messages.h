@@ -409,7 +409,7 @@ inline constexpr MessageId EepromPanel{
     783, "Ensure that the currently selected panel uses the desired communications line. If not, exit the "};
 inline constexpr MessageId EepromPanelMore{784, "wizard and choose another panel or communications line"};
 inline constexpr MessageId EepromStart{785,
-                                       "Press \"Cancel\" to exit this function or \"Next >>\" to continue"};
+                                       R"(Press "Cancel" to exit this function or "Next >>" to continue)"};
 inline constexpr MessageId EepromDisconnect{
     786,
     "Disconnect the serial cable running from the keyboard to the POS unit and connect the free end of "};
@@ -421,7 +421,7 @@ inline constexpr MessageId EepromConnect{
 inline constexpr MessageId EepromConnectMore{789, "the POS unit."};
 inline constexpr MessageId EepromPower{
     790, "Connect the power line of the  \"Y\"  cable to the power supply unit lead and switch the unit on."};
-inline constexpr MessageId EepromReady{791, "Press \"\"Next >>\" when ready to continue"};
+inline constexpr MessageId EepromReady{791, R"(Press ""Next >>" when ready to continue)"};
 inline constexpr MessageId EepromLineCom{792, "Line COM"};
 inline constexpr MessageId EepromOpened{793, "successfully opened"};
 inline constexpr MessageId EepromHeadAddress{794, "Address"};

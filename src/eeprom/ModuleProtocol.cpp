@@ -103,7 +103,7 @@ std::string ModuleProtocol::WaitMsg(std::uint8_t expected, bool framed, int time
         if (expected != 0 && waiting >= enough)
             break;
     }
-    const std::string received = port_.Read(expected != 0 ? 0 : ReadLengthWhenQuiet(waiting));
+    std::string received = port_.Read(expected != 0 ? 0 : ReadLengthWhenQuiet(waiting));
     if (received.empty() || !framed)
         return received;
     FramedReply reply = JudgeReply(received);

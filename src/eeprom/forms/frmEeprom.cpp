@@ -59,11 +59,11 @@ private:
     frmEeprom& form_;
 };
 
-frmEeprom::frmEeprom(Program& program, const PosCfg& settings, SerialPort& port, std::string dataFolder,
+frmEeprom::frmEeprom(Program& program, PosCfg settings, SerialPort& port, std::string dataFolder,
                      QWidget* parent)
     : QDialog(parent),
       program_(program),
-      settings_(settings),
+      settings_(std::move(settings)),
       port_(port),
       dataFolder_(std::move(dataFolder)),
       formerSettings_(port.Settings()),

@@ -28,7 +28,7 @@ class frmEeprom final : public QDialog {
 public:
     /// `settings` names the line, `port` is its serial port, closed and nobody else's while the wizard is
     /// there. Copies of what is overwritten go to `dataFolder`, which is made when there is none.
-    frmEeprom(Program& program, const PosCfg& settings, SerialPort& port, std::string dataFolder,
+    frmEeprom(Program& program, PosCfg settings, SerialPort& port, std::string dataFolder,
               QWidget* parent = nullptr);
     ~frmEeprom() override;
     frmEeprom(const frmEeprom&) = delete;
