@@ -222,7 +222,10 @@ TEST_F(EepromForm, SearchThatFindsNothing)
     for (const Row& row : std::vector<Row>{
              {"no modules", "No MID modules found", "BNC", true, false},
              {"stopped", "", "BC", true, true},
-             {"not opened", "Unable to open serial line\r\nDevice or resource busy", "C", false, false}}) {
+             {"not opened", "Unable to open serial line\r\nDevice or resource busy", "C", false, false},
+             {"for a reason", "Unable to open serial line\r\n/dev/ttyS0", "C", false, false}}) {
+        if (row.reason == "for a reason")
+            form->describeFailure = [](const SerialPort& refused) { return refused.Device(); };
         prompt.shown.clear();
         port.opens = row.opens;
         form->EepromWizard(1);

@@ -225,7 +225,8 @@ frmEeprom::Ways frmEeprom::RefuseLine()
     status_->EndProgress();
     cancel_->setEnabled(true);
     std::string text = Text(Message::EepromNotOpened);
-    if (const std::string reason = port_.LastError(); !reason.empty())
+    if (const std::string reason = describeFailure ? describeFailure(port_) : port_.LastError();
+        !reason.empty())
         text.append(LineEnd).append(reason);
     Tell(text, BoxIcon::Exclamation);
     return {false, false};

@@ -37,6 +37,9 @@ public:
     /// Called when the program has become busy, its port being open, and when it is no longer.
     std::function<void()> onBusy;
 
+    /// Says in the user's language why the port does not open; the system's own words while it is empty.
+    std::function<std::string(const SerialPort&)> describeFailure;
+
     /// Shows a page, 0 to 3, and does what belongs to it; nothing while a page's work is under way.
     void EepromWizard(int step);
 
