@@ -55,6 +55,7 @@ public:
           prompt_(console, request.yes),
           protocol_(line.port, line.loop, prompt_)
     {
+        memory_.isInterrupted = line.stopRequested;
     }
     IdentityRun(const IdentityRun&) = delete;
     IdentityRun& operator=(const IdentityRun&) = delete;
@@ -63,26 +64,26 @@ public:
     int Read()
     {
         if (!Find())
-            return ExitCode::Rejected;
+            return ExitCode::Line;
         const bool complete = ReadModules();
         PrintModules();
-        return complete ? ExitCode::Done : ExitCode::Rejected;
+        return complete ? ExitCode::Done : ExitCode::Line;
     }
 
     int Write(const std::vector<AddressedBlock>& blocks)
     {
         if (!Find())
-            return ExitCode::Rejected;
+            return ExitCode::Line;
         ReadModules();
         if (const auto missing = AddressesNotRead(memory_, blocks); !missing.empty())
-            return Reject(English(Message::EepromNotOnLine) + AddressList(missing));
+            return Fail(English(Message::EepromNotOnLine) + AddressList(missing));
         std::error_code ignored;
         std::filesystem::create_directories(request_.folder, ignored);
         const WriteResult result = WriteIdentities(memory_, blocks,
                                                    {prompt_, catalogue_, line_.files, request_.folder,
                                                     request_.port, protocol_.Settings(), LocalTime()});
         if (result.outcome == WriteOutcome::Declined)
-            return Reject("nothing was written");
+            return Fail("nothing was written");
         if (result.outcome == WriteOutcome::NotSaved)
             return ExitCode::Rejected;
         return TellWritten(result, blocks);
@@ -91,10 +92,10 @@ public:
 private:
     std::string English(const MessageId& message) const { return catalogue_.Word(message); }
 
-    int Reject(std::string_view reason)
+    int Fail(std::string_view reason)
     {
         console_.err << DiagnosticLine(reason);
-        return ExitCode::Rejected;
+        return ExitCode::Line;
     }
 
     bool Find()
@@ -106,8 +107,10 @@ private:
         const SearchOutcome outcome = memory_.FindModules(SearchRepeats::Never);
         if (outcome == SearchOutcome::LineLost)
             console_.err << FailureLine(line_.port.Device(), line_.port.LastError());
+        else if (outcome == SearchOutcome::Interrupted)
+            Fail("the search was stopped");
         else if (outcome == SearchOutcome::NotFound)
-            Reject(English(Message::EepromNoModules));
+            Fail(English(Message::EepromNoModules));
         return outcome == SearchOutcome::Found;
     }
 
@@ -115,7 +118,7 @@ private:
     {
         const bool complete = memory_.ReadEeprom();
         if (!complete)
-            Reject(English(Message::EepromReadFailed));
+            Fail(English(Message::EepromReadFailed));
         return complete;
     }
 
@@ -131,15 +134,14 @@ private:
     {
         console_.err << DiagnosticLine(English(Message::EepromSaved) + " " + result.copyPath);
         if (!result.failed.empty())
-            Reject(English(Message::EepromWriteFailed) + ". " + English(Message::EepromFailedAddresses) +
-                   AddressList(result.failed));
+            Fail(English(Message::EepromWriteFailed) + ". " + English(Message::EepromFailedAddresses) +
+                 AddressList(result.failed));
         ReadModules();
         PrintModules();
         const auto differ = AddressesThatDiffer(memory_, blocks);
         if (!differ.empty())
-            Reject(English(Message::EepromDiffers) + AddressList(differ));
-        return differ.empty() && AddressesNotRead(memory_, blocks).empty() ? ExitCode::Done
-                                                                           : ExitCode::Rejected;
+            Fail(English(Message::EepromDiffers) + AddressList(differ));
+        return differ.empty() && AddressesNotRead(memory_, blocks).empty() ? ExitCode::Done : ExitCode::Line;
     }
 
     const IdentityRequest& request_;

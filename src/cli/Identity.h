@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 
 #include "cli/Console.h"
@@ -30,10 +31,11 @@ struct IdentityLine {
     SerialPort& port;
     EventLoop& loop;
     Files& files;
+    std::function<bool()> stopRequested{};  ///< ends the search; a write goes on to its end. May be empty
 };
 
-/// Prints a line for each module, as read after a write. Returns the exit code; a write is done when the
-/// modules hold what was to be written. Throws OutputError.
+/// Prints a line for each module, as read after a write. Returns the exit code: a write is done when the
+/// modules hold what was to be written; a question answered with no has stopped the work. Throws OutputError.
 int Identity(const IdentityRequest& request, const IdentityLine& line, Console& console);
 
 }  // namespace kelvora

@@ -21,13 +21,14 @@ protected:
         std::ostringstream out;
         std::ostringstream err;
         Console console{in, out, err};
-        const int exitCode = Identity(request, {port, loop, files}, console);
+        const int exitCode = Identity(request, {port, loop, files, [this] { return stop; }}, console);
         EXPECT_FALSE(port.IsOpen());
         return {exitCode, out.str(), err.str()};
     }
 
     FakeEventLoop loop;
     ScriptedPort port{loop};
+    bool stop = false;
 };
 
 const std::string Request = Bytes("\x02\x0C\x01\xFA\x00\xAA\xAA\x55\xBF\x00\x00\x00\x00\x00\x11\x03");
@@ -42,10 +43,13 @@ TEST_F(IdentityCli, PrintsTheModules)
     IdentityRequest json;
     json.json = true;
     const CliResult partly = Run(json);
-    EXPECT_EQ(partly.exitCode, 1);
+    EXPECT_EQ(partly.exitCode, 3);
     EXPECT_EQ(partly.out,
               "{\"address\":0,\"identity\":\"KM96CM\",\"block\":\"AA 55 D6 17 FF FF 04 00\"}\n"
               "{\"address\":1,\"identity\":\"UNKNOWN\",\"block\":null}\n");
+    stop = true;
+    EXPECT_EQ(Run({}).err, "kelvora-cli: the search was stopped\n");
+    stop = false;
     port.answers.clear();
     EXPECT_EQ(Run({}).err, "kelvora-cli: No MID modules found\n");
     port.opens = false;
@@ -56,7 +60,7 @@ TEST_F(IdentityCli, WritesAfterAYesAndRestores)
 {
     const IdentityRequest write{Action::Write, 1, "km64"};
     for (const std::string input : {"", "n\n", "yes please\n"}) {
-        EXPECT_EQ(Run(write, input).exitCode, 1) << input;
+        EXPECT_EQ(Run(write, input).exitCode, 3) << input;
         EXPECT_EQ(std::ranges::count(port.written, Request), 0) << input;
     }
     port.answers[Request] = {{{20, "\x06"}}};
@@ -72,7 +76,7 @@ TEST_F(IdentityCli, WritesAfterAYesAndRestores)
     restore.yes = true;
     port.answers[ReadRequest[1]] = {Reply(SlaveReply)};
     const CliResult restored = Run(restore);
-    EXPECT_EQ(restored.exitCode, 1);
+    EXPECT_EQ(restored.exitCode, 3);
     EXPECT_THAT(restored.err, HasSubstr("Addresses that failed: 0, 1\n"));
     EXPECT_THAT(restored.err, HasSubstr("do not hold what was written: 1\n"));
 }
@@ -85,7 +89,9 @@ TEST_F(IdentityCli, RefusesWhatCannotBeWritten)
         EXPECT_TRUE(port.written.empty());
     }
     EXPECT_THAT(Run({Action::Write, 5, "ICCR"}).err, HasSubstr("were not read from this line: 5\n"));
-    EXPECT_THAT(Run({Action::Restore, 0, {}, Write("a.dat", "[MCR]")}).err,
+    const CliResult rejected = Run({Action::Restore, 0, {}, Write("a.dat", "[MCR]")});
+    EXPECT_EQ(rejected.exitCode, 1);
+    EXPECT_THAT(rejected.err,
                 HasSubstr("a.dat: This file is not a saved copy of EEPROM data. Line 1: Expected here: "));
     EXPECT_THAT(Run({Action::Restore, 0, {}, folder + "/none"}).err, HasSubstr("No such file"));
 }
