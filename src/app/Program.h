@@ -83,6 +83,9 @@ public:
     /// The devices can be reached: there is a terminal link. What talks to them is disabled without it.
     bool HasLink() const;
 
+    /// Where the person's copies of what devices held are kept; made when there is none.
+    std::string dataFolder;
+
     /// The ports that a simulation of this program answers, COM1 first.
     std::array<bool, LineCount> simulated{};
 

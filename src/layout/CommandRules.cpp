@@ -28,6 +28,7 @@ CommandState CommandStateOf(const CommandSituation& situation)
     // The line tools follow the scan.
     state.rescan = state.fileScan;
     state.flash = state.fileScan;
+    state.wizard = state.fileScan;
     return state;
 }
 

@@ -1,8 +1,10 @@
 #include "app/forms/LineForms.h"
 
 #include "comms/FrameMeaning.h"
+#include "comms/PortTrial.h"
 #include "comms/forms/PortsDialog.h"
 #include "comms/forms/frmPortSetup.h"
+#include "eeprom/forms/frmEeprom.h"
 
 namespace kelvora {
 
@@ -31,6 +33,20 @@ void LineForms::ShowPortSettings(PosCfg& settings, const std::function<void()>& 
 void LineForms::ShowPorts()
 {
     PortsDialog(program_, machine_->names, machine_->devices, &window_).exec();
+}
+
+void LineForms::ShowWizard(const PosCfg& settings, const std::function<void()>& onBusy)
+{
+    SerialPort* const port = program_.world.ports.at(static_cast<std::size_t>(settings.CommsPort) - 1);
+    if (!port || program_.busy)
+        return;
+    frmEeprom form(program_, settings, *port, program_.dataFolder + "/identities", &window_);
+    form.onBusy = onBusy;
+    if (machine_)
+        form.describeFailure = [this](const SerialPort& tried) {
+            return DescribeTrial(program_.catalogue, OutcomeOf(tried), machine_->devices);
+        };
+    form.exec();
 }
 
 void LineForms::ShowMonitor()

@@ -38,6 +38,10 @@ public:
     bool HasPorts() const { return machine_ != nullptr; }
     void ShowPorts();
 
+    /// Opens the wizard that gives the modules of that line their identities; `onBusy` is called when the
+    /// line has become its own, and when it is no longer.
+    void ShowWizard(const PosCfg& settings, const std::function<void()>& onBusy);
+
     /// Opens the line monitor, or brings it to the front. Nothing is watched before it is opened.
     void ShowMonitor();
 

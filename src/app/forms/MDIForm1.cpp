@@ -121,6 +121,8 @@ void MDIForm1::ConnectLineCommands()
     OnSetup(Command::CommunicationsMenuSettings, [this](frmConfig& setup) {
         lines_.ShowPortSettings(setup.Session().settings, [this] { Refresh(); });
     });
+    OnSetup(Command::EpromWizard,
+            [this](frmConfig& setup) { lines_.ShowWizard(setup.Session().settings, [this] { Refresh(); }); });
     On(Command::CommunicationsMenuPorts, [this] { lines_.ShowPorts(); });
     On(Command::ViewMenuLineMonitor, [this] { lines_.ShowMonitor(); });
     commands_[Command::CommunicationsMenuPorts].setVisible(lines_.HasPorts());

@@ -58,6 +58,12 @@ LanguageFolders Folders()
     return {PathFromQString(QCoreApplication::applicationDirPath()), PathFromQString(config + "/Kelvora")};
 }
 
+std::string DataFolder()
+{
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    return PathFromQString(data + QStringLiteral("/Kelvora"));
+}
+
 // Qt's own dialogs speak the program's language too.
 void TranslateQt(QTranslator& translator, const MessageCatalogue& catalogue)
 {
@@ -178,6 +184,7 @@ int Run(QApplication& application)
     Program program({posixFiles, prompt, dialogs, eventLoop, lines}, folders);
     if (!program.Load())
         return 1;
+    program.dataFolder = DataFolder();
     QTranslator translator;
     TranslateQt(translator, program.catalogue);
     QDir().mkpath(PathToQString(program.folders.person));
