@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "keymap/Models.h"
+#include "platform/HexText.h"
 #include "setup/Options.h"
 
 namespace kelvora {

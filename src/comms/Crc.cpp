@@ -49,12 +49,4 @@ std::uint32_t Crc32(std::string_view bytes)
     return ~crc;
 }
 
-std::string HexText(std::uint32_t value, int digits)
-{
-    std::string text;
-    for (int place = digits - 1; place >= 0; --place)
-        text += "0123456789ABCDEF"[value >> (4 * place) & 0xFU];
-    return text;
-}
-
 }  // namespace kelvora

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 
 namespace kelvora {
@@ -13,8 +12,5 @@ std::uint16_t Crc16(std::string_view bytes);
 /// The usual CRC-32 (polynomial 04C11DB7 reflected, start and end inverted); it names a flash image's
 /// content.
 std::uint32_t Crc32(std::string_view bytes);
-
-/// `digits` upper-case hexadecimal digits of a number, as the link writes it.
-std::string HexText(std::uint32_t value, int digits);
 
 }  // namespace kelvora

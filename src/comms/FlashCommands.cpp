@@ -3,6 +3,7 @@
 #include "comms/Crc.h"
 #include "comms/LinkFrame.h"
 #include "comms/Reply.h"
+#include "platform/HexText.h"
 
 namespace kelvora {
 
@@ -24,7 +25,7 @@ constexpr std::size_t MostBlockFields = 4;
 std::string AskBlock(LineWork& work, std::size_t address)
 {
     const auto fields = work.Ask("20", FewestBlockFields, MostBlockFields);
-    if (fields[1] != HexText(static_cast<std::uint32_t>(address), AddressDigits))
+    if (fields[1] != HexText(address, AddressDigits))
         RejectBlock("a block of another address");
     std::string block;
     for (std::size_t i = FewestBlockFields - 1; i < fields.size(); ++i) {
@@ -36,6 +37,13 @@ std::string AskBlock(LineWork& work, std::size_t address)
     if (block.empty() || address + block.size() > FlashSize)
         RejectBlock(block.empty() ? "an empty block" : "more than the flash holds");
     return block;
+}
+
+// Tells how far the work is that began at `start`; the time left is as if it went on at the same pace.
+void TellProgress(const LineWork& work, EventLoop::Time start, std::size_t done, std::size_t total)
+{
+    const auto left = (work.Now() - start) * (total - done) / done;
+    work.Tell({done, total, std::chrono::ceil<std::chrono::seconds>(left)});
 }
 
 }  // namespace
@@ -58,8 +66,7 @@ std::string ReadFlash(LineWork& work)
     work.Tell({0, FlashSize, std::nullopt});
     while (image.size() < FlashSize) {
         image += AskBlock(work, image.size());
-        const auto left = (work.Now() - start) * (FlashSize - image.size()) / image.size();
-        work.Tell({image.size(), FlashSize, std::chrono::ceil<std::chrono::seconds>(left)});
+        TellProgress(work, start, image.size(), FlashSize);
     }
     return image;
 }
@@ -77,7 +84,25 @@ std::uint32_t AskFlashCrc(LineWork& work)
 
 void StageBlock(LineWork& work, std::size_t address, std::string_view bytes)
 {
-    work.Ask("0FB1" + HexText(static_cast<std::uint32_t>(address), AddressDigits) + EscapeData(bytes), 1);
+    work.Ask("0FB1" + HexText(address, AddressDigits) + EscapeData(bytes), 1);
+}
+
+void StageDifferences(LineWork& work, std::string_view held, std::string_view wanted)
+{
+    std::vector<std::size_t> addresses;
+    for (std::size_t address = 0; address < wanted.size(); address += StageBlockSize)
+        if (held.substr(address, StageBlockSize) != wanted.substr(address, StageBlockSize))
+            addresses.push_back(address);
+    const EventLoop::Time start = work.Now();
+    const std::size_t total = addresses.size() * StageBlockSize;
+    if (total > 0)
+        work.Tell({0, total, std::nullopt});
+    std::size_t done = 0;
+    for (const std::size_t address : addresses) {
+        StageBlock(work, address, wanted.substr(address, StageBlockSize));
+        done += StageBlockSize;
+        TellProgress(work, start, done, total);
+    }
 }
 
 void EndStaging(LineWork& work)

@@ -7,12 +7,10 @@
 #include <string>
 #include <string_view>
 
+#include "comms/FlashSize.h"
 #include "comms/LineWork.h"
 
 namespace kelvora {
-
-/// Bytes of the device's flash.
-inline constexpr std::size_t FlashSize = 8192;
 
 /// Bytes of an aligned block that is staged at once.
 inline constexpr std::size_t StageBlockSize = 64;
@@ -31,6 +29,10 @@ std::uint32_t AskFlashCrc(LineWork& work);
 
 /// Stages StageBlockSize bytes for an address that is a multiple of it ("0FB1" with address and data).
 void StageBlock(LineWork& work, std::size_t address, std::string_view bytes);
+
+/// Stages the aligned blocks of `wanted` that `held` has otherwise, telling of the progress. Both are
+/// FlashSize bytes.
+void StageDifferences(LineWork& work, std::string_view held, std::string_view wanted);
 
 /// No more blocks follow ("0FB1").
 void EndStaging(LineWork& work);

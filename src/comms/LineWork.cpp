@@ -31,10 +31,15 @@ LineWork::LineWork(Comms& comms, int line, LineHooks hooks, int timeout)
         timeout_ = static_cast<int>((comms_.Channel(line)->LongestExchange() + ControlMargin).count());
 }
 
-std::vector<std::string> LineWork::Exchange(std::string_view command)
+void LineWork::CheckStop() const
 {
     if (hooks_.stopRequested && hooks_.stopRequested())
         throw LineStopped();
+}
+
+std::vector<std::string> LineWork::Exchange(std::string_view command)
+{
+    CheckStop();
     const std::string_view name = CommandName(command);
     comms_.Send(line_, command);
     const std::string reply = comms_.WaitReply(line_, name, timeout_);

@@ -49,6 +49,9 @@ public:
     /// The same with any number of fields between the two.
     std::vector<std::string> Ask(std::string_view command, std::size_t fewest, std::size_t most);
 
+    /// Throws LineStopped when the user wants a stop.
+    void CheckStop() const;
+
     /// From now on no stop is asked for.
     void DisallowStop() { hooks_.stopRequested = nullptr; }
 

@@ -3,6 +3,7 @@
 #include <charconv>
 
 #include "comms/Crc.h"
+#include "platform/HexText.h"
 
 namespace kelvora {
 

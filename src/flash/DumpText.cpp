@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/HexText.h"
 #include "setup/ModuleRecord.h"
 
 namespace kelvora {
@@ -20,12 +21,6 @@ constexpr std::size_t NumberLength = 3;   // of "HH "
 constexpr std::size_t NumbersEnd = AddressLength + BytesPerLine * NumberLength;
 
 constexpr std::string_view Digits = "0123456789ABCDEF";
-
-void AppendHex(std::string& text, std::size_t value, int digits)
-{
-    for (int digit = digits - 1; digit >= 0; --digit)
-        text += Digits[value >> 4 * digit & 0xF];
-}
 
 char Visible(std::uint8_t byte)
 {
@@ -148,13 +143,6 @@ FlashDump Reader::Read()
 
 }  // namespace
 
-std::string HexText(std::size_t value, int digits)
-{
-    std::string text;
-    AppendHex(text, value, digits);
-    return text;
-}
-
 std::string DumpAddress(std::size_t address)
 {
     return HexText(address / 256, 4) + ':' + HexText(address % 256, 2);
@@ -169,7 +157,7 @@ std::string FormatDump(std::size_t startAddress, std::span<const std::uint8_t> b
         const std::size_t start = text.size();
         text.append(DumpAddress(startAddress + at)).push_back(' ');
         for (const std::uint8_t byte : line) {
-            AppendHex(text, byte, 2);
+            text += HexText(byte, 2);
             text += ' ';
         }
         text.resize(start + NumbersEnd, ' ');

@@ -20,9 +20,6 @@
 
 namespace kelvora {
 
-/// The number in that many upper-case hexadecimal digits, cut to them.
-std::string HexText(std::size_t value, int digits);
-
 /// An address as a dump line begins with it: "UUUU:LL".
 std::string DumpAddress(std::size_t address);
 

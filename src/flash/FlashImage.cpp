@@ -47,6 +47,15 @@ std::string_view TextOf(const FlashImage& image)
     return {reinterpret_cast<const char*>(image.data()), image.size()};
 }
 
+std::optional<FlashImage> ImageFrom(std::string_view bytes)
+{
+    FlashImage image;
+    if (bytes.size() != image.size())
+        return std::nullopt;
+    std::ranges::copy(bytes, image.begin());
+    return image;
+}
+
 std::string DeviceCodesOf(const FlashImage& image)
 {
     std::string codes;
@@ -57,6 +66,12 @@ std::string DeviceCodesOf(const FlashImage& image)
         codes += static_cast<char>(code);
     }
     return codes;
+}
+
+bool NamesModules(const FlashImage& image)
+{
+    return std::ranges::any_of(DeviceCodesOf(image),
+                               [](char code) { return static_cast<std::uint8_t>(code) != ErasedByte; });
 }
 
 }  // namespace kelvora

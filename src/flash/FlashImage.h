@@ -12,13 +12,13 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
-namespace kelvora {
+#include "comms/FlashSize.h"
 
-/// Bytes of a keyboard device's flash memory.
-inline constexpr std::size_t FlashSize = 8192;
+namespace kelvora {
 
 using FlashImage = std::array<std::uint8_t, FlashSize>;
 
@@ -66,10 +66,14 @@ std::uint16_t CopyOrCompareRegions(FlashImage& destination, const FlashImage& so
 /// The same comparison, of images that are only read.
 std::uint16_t FirstDifference(const FlashImage& a, const FlashImage& b, bool allAddresses);
 
-/// The image's bytes as text.
+/// The image's bytes as text, and back; nothing for a text of another size.
 std::string_view TextOf(const FlashImage& image);
+std::optional<FlashImage> ImageFrom(std::string_view bytes);
 
 /// The device codes that the image's own pairs hold, in line order, up to the first 0.
 std::string DeviceCodesOf(const FlashImage& image);
+
+/// Whether the pairs name a module; those of a device that has not been set up yet are empty or erased.
+bool NamesModules(const FlashImage& image);
 
 }  // namespace kelvora

@@ -19,12 +19,6 @@ namespace {
 
 using What = TakeNotice::What;
 
-// Whether the pairs of these codes were never written.
-bool NamesNoModules(std::string_view codes)
-{
-    return codes.empty() || codes == std::string(MaximumModules, static_cast<char>(ErasedByte));
-}
-
 class Taker {
 public:
     Taker(SetupDocument scanned, const FlashImage& image) : image_(image), taken_{std::move(scanned), {}} {}
@@ -101,7 +95,7 @@ void Taker::TakeKeyMaps()
     // A download may leave the device with other parts than the line reports: the tables are where the image
     // itself says.
     const std::vector<KeyTable> tables = KeyTablesOf(codes);
-    if (NamesNoModules(codes))
+    if (!NamesModules(image_))
         return taken_.notices.push_back({What::EmptyImage});
     if (!HaveSameMainModules(codes, taken_.document.DeviceMap))
         return taken_.notices.push_back({What::ModulesDisagree});

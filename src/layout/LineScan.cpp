@@ -1,7 +1,5 @@
 #include "layout/LineScan.h"
 
-#include <algorithm>
-
 #include "app/FlashTexts.h"
 #include "app/LineErrorText.h"
 #include "app/SetupErrorText.h"
@@ -28,15 +26,6 @@ bool LacksParts(const ModuleList& modules)
 {
     const auto has = [&](ModuleKind kind) { return FindModule(modules, kind).has_value(); };
     return has(ModuleKind::KM096) && !(has(ModuleKind::Backlight) && has(ModuleKind::Code4));
-}
-
-std::optional<FlashImage> ImageOf(const std::string& bytes)
-{
-    FlashImage image;
-    if (bytes.size() != image.size())
-        return std::nullopt;
-    std::ranges::copy(bytes, image.begin());
-    return image;
 }
 
 // What the user should know of a setup that the line has given: a paragraph each.
@@ -86,7 +75,7 @@ ScanOutcome ScanLine(Comms& comms, const LineTarget& target, ConnectionMode mode
     const LineResult result = ScanWithUpload(comms, target, hooks);
     ScanOutcome outcome;
     outcome.outcome = result.outcome;
-    outcome.image = ImageOf(result.image);
+    outcome.image = ImageFrom(result.image);
     const bool failed = result.outcome == LineOutcome::Failed || result.outcome == LineOutcome::NoPort;
     if (failed) {
         const LineErrorText error = DescribeLineFailure(target, result);

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace kelvora {
 
@@ -42,6 +43,13 @@ public:
     /// Makes `text` the content of `path`, creating or overwriting. The file is left whole, old or new,
     /// whatever happens; permissions and symbolic links are kept. Throws FileError.
     virtual void Write(const std::string& path, const std::string& text) = 0;
+
+    /// The names of what stands in that folder, in ascending order of their bytes; empty when there is no
+    /// such folder. Throws FileError.
+    virtual std::vector<std::string> List(const std::string& folder) const = 0;
+
+    /// Makes that folder and those above it that are missing, for this user alone. Throws FileError.
+    virtual void MakeFolder(const std::string& folder) = 0;
 
 protected:
     Files() = default;

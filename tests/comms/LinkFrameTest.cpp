@@ -6,6 +6,7 @@
 
 #include "comms/Crc.h"
 #include "comms/Reply.h"
+#include "platform/HexText.h"
 
 namespace kelvora {
 

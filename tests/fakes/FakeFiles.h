@@ -28,7 +28,25 @@ public:
         content[path] = text;
     }
 
+    std::vector<std::string> List(const std::string& folder) const override
+    {
+        if (unreadable.contains(folder))
+            throw FileError(folder, "Permission denied");
+        std::vector<std::string> names;
+        for (const auto& [path, text] : content)
+            if (path.starts_with(folder + "/") && path.find('/', folder.size() + 1) == std::string::npos)
+                names.push_back(path.substr(folder.size() + 1));
+        return names;
+    }
+    void MakeFolder(const std::string& folder) override
+    {
+        if (unwritable.contains(folder))
+            throw FileError(folder, "Permission denied");
+        folders.insert(folder);
+    }
+
     std::map<std::string, std::string> content;
+    std::set<std::string> folders;  ///< that were made
     std::set<std::string> unreadable;
     std::set<std::string> unwritable;
 };

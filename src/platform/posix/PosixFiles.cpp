@@ -1,5 +1,6 @@
 #include "platform/posix/PosixFiles.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,7 +11,9 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <new>
+#include <string_view>
 #include <utility>
 
 namespace kelvora {
@@ -242,6 +245,42 @@ void PosixFiles::Write(const std::string& path, const std::string& text)
     Replacement replacement(target, target);
     replacement.Write(text);
     replacement.TakePlace();
+}
+
+std::vector<std::string> PosixFiles::List(const std::string& folder) const
+{
+    const std::unique_ptr<DIR, int (*)(DIR*)> entries(opendir(folder.c_str()), closedir);
+    if (!entries && errno == ENOENT)
+        return {};
+    if (!entries)
+        Fail(folder, errno);
+    std::vector<std::string> names;
+    errno = 0;
+    while (const dirent* const entry = readdir(entries.get()))
+        if (const std::string_view name = entry->d_name; name != "." && name != "..")
+            names.emplace_back(name);
+    if (errno != 0)
+        Fail(folder, errno);
+    std::ranges::sort(names);
+    return names;
+}
+
+void PosixFiles::MakeFolder(const std::string& folder)
+{
+    if (mkdir(folder.c_str(), S_IRWXU) == 0)
+        return;
+    const std::size_t slash = folder.find_last_of('/');
+    if (errno == ENOENT && slash != std::string::npos && slash > 0) {
+        MakeFolder(folder.substr(0, slash));
+        if (mkdir(folder.c_str(), S_IRWXU) == 0)
+            return;
+    }
+    const int error = errno;
+    struct stat status {};
+    if (error != EEXIST || stat(folder.c_str(), &status) != 0)
+        Fail(folder, error);
+    if (!S_ISDIR(status.st_mode))
+        Fail(folder, ENOTDIR);
 }
 
 }  // namespace kelvora

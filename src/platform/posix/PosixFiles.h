@@ -12,6 +12,8 @@ public:
     bool Exists(const std::string& path) const override;
     void Copy(const std::string& from, const std::string& to) override;
     void Write(const std::string& path, const std::string& text) override;
+    std::vector<std::string> List(const std::string& folder) const override;
+    void MakeFolder(const std::string& folder) override;
 };
 
 /// Files::Read into `text`, whose memory is reused. Throws FileError.

@@ -1,0 +1,84 @@
+#include "flash/Backups.h"
+
+#include <algorithm>
+#include <ctime>
+#include <utility>
+
+namespace kelvora {
+
+namespace {
+
+constexpr std::string_view Extension = ".mem";
+
+// "2026-03-09 07-05-00 COM1": names in alphabetical order are in order of time.
+std::string FileStem(const BackupOrigin& origin)
+{
+    const std::string title = BackupTitle(origin);
+    const std::size_t comma = title.find(", ");
+    std::string time = title.substr(comma + 2);
+    std::ranges::replace(time, ':', '-');
+    return time + " " + title.substr(0, comma);
+}
+
+}  // namespace
+
+Backups::Backups(Files& files, std::string folder, Clock clock)
+    : files_(files), folder_(std::move(folder)), clock_(std::move(clock))
+{
+}
+
+std::string Backups::Save(int port, std::string_view deviceMap, const FlashImage& image)
+{
+    const BackupOrigin origin{port, clock_()};
+    files_.MakeFolder(folder_);
+    const std::string start = folder_ + "/" + FileStem(origin);
+    std::string path = start + std::string(Extension);
+    for (int number = 2; files_.Exists(path); ++number)
+        path = start + " " + std::to_string(number) + std::string(Extension);
+    files_.Write(path,
+                 FormatDeviceMapDump({BackupTitle(origin), std::string(deviceMap)}) + FormatDump(0, image));
+    return path;
+}
+
+std::vector<BackupEntry> Backups::List() const
+{
+    std::vector<BackupEntry> entries;
+    for (const std::string& name : files_.List(folder_)) {
+        if (!name.ends_with(Extension))
+            continue;
+        BackupEntry entry{folder_ + "/" + name, name, std::nullopt, {}, std::nullopt, {}};
+        try {
+            if (const auto dump = Read(entry.path).deviceMap) {
+                entry.origin = OriginOf(dump->title);
+                entry.deviceMap = dump->deviceMap;
+            }
+        } catch (const FileError& error) {
+            entry.readError = error.what();
+        } catch (const DumpError& error) {
+            entry.damage = error;
+        }
+        entries.push_back(std::move(entry));
+    }
+    std::ranges::stable_sort(entries, std::ranges::greater(), [](const BackupEntry& entry) {
+        return std::pair(entry.origin ? entry.origin->time : std::chrono::local_seconds::min(), entry.name);
+    });
+    return entries;
+}
+
+FlashDump Backups::Read(const std::string& path) const
+{
+    return ReadDump(files_.Read(path));
+}
+
+std::chrono::local_seconds Backups::LocalTime()
+{
+    const std::time_t now = std::time(nullptr);
+    const std::tm* const parts = std::localtime(&now);
+    const std::chrono::year_month_day date{std::chrono::year(parts->tm_year + 1900),
+                                           std::chrono::month(static_cast<unsigned>(parts->tm_mon) + 1),
+                                           std::chrono::day(static_cast<unsigned>(parts->tm_mday))};
+    return std::chrono::local_days(date) + std::chrono::hours(parts->tm_hour) +
+           std::chrono::minutes(parts->tm_min) + std::chrono::seconds(parts->tm_sec);
+}
+
+}  // namespace kelvora

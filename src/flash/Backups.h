@@ -1,0 +1,59 @@
+// The dated backups of device images: one dump text a file in one folder, led by a device map dump with port
+// and time, as flash/DumpText.h and flash/BackupTitle.h tell it.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "flash/BackupTitle.h"
+#include "flash/DumpText.h"
+#include "platform/Files.h"
+
+namespace kelvora {
+
+/// One file of the folder. Damaged ones are told of, never removed.
+struct BackupEntry {
+    std::string path;
+    std::string name;                    ///< of the file alone
+    std::optional<BackupOrigin> origin;  ///< nothing for a dump without a backup's title
+    std::string deviceMap;               ///< of the line; empty for a dump without one
+    std::optional<DumpError> damage;     ///< why the text is no dump
+    std::string readError;               ///< why it cannot be read: the system's words
+
+    /// Whether it can be restored.
+    bool IsWhole() const { return !damage && readError.empty(); }
+};
+
+class Backups {
+public:
+    using Clock = std::function<std::chrono::local_seconds()>;
+
+    /// `folder` need not exist yet. `files` outlives the object; `clock` gives the local time.
+    Backups(Files& files, std::string folder, Clock clock = LocalTime);
+
+    /// Writes a new file and returns its path; nothing that is there is written over. Throws FileError.
+    std::string Save(int port, std::string_view deviceMap, const FlashImage& image);
+
+    /// The folder's dumps (".mem"), the newest first, those without a date last; empty when there is no
+    /// folder. Throws FileError when the folder cannot be read.
+    std::vector<BackupEntry> List() const;
+
+    /// Throws FileError, DumpError.
+    FlashDump Read(const std::string& path) const;
+
+    const std::string& Folder() const { return folder_; }
+
+    /// The time on this machine's clock, in its time zone.
+    static std::chrono::local_seconds LocalTime();
+
+private:
+    Files& files_;
+    std::string folder_;
+    Clock clock_;
+};
+
+}  // namespace kelvora

@@ -1,0 +1,210 @@
+#include "flash/FlashTransfer.h"
+
+#include <utility>
+
+#include "comms/Crc.h"
+#include "comms/FlashCommands.h"
+#include "comms/LineCommands.h"
+#include "comms/Reply.h"
+#include "platform/Files.h"
+
+namespace kelvora {
+
+namespace {
+
+using Reason = TransferResult::Reason;
+using State = TransferResult::State;
+
+// An error of a terminal that has answered since: it can be asked to release the line.
+ReplyError AnsweredSince(const ReplyError& error)
+{
+    const bool wasSilent =
+        error.Number() == ReplyErrorNumber::GaveUp || error.Number() == ReplyErrorNumber::GivenTime;
+    return {wasSilent ? ReplyErrorNumber::Failed : error.Number(), error.what()};
+}
+
+class Transfer {
+public:
+    Transfer(Comms& comms, const LineTarget& target, const LineHooks& hooks, const WantedContent& wanted,
+             const TransferSteps& steps)
+        : comms_(comms), target_(target), hooks_(hooks), wanted_(wanted), steps_(steps)
+    {
+    }
+
+    TransferResult Run();
+
+private:
+    // Each returns whether the next one follows; if not, the result says why.
+    bool Read();
+    bool Plan();
+    bool KeepAndAsk();
+
+    void Write();
+    bool IsStillHeld(LineWork& work);
+    void Commit(LineWork& work);
+    void AskState(LineWork& work);
+
+    bool End(Reason reason)
+    {
+        result_.reason = reason;
+        return false;
+    }
+
+    Comms& comms_;
+    const LineTarget& target_;
+    const LineHooks& hooks_;
+    const WantedContent& wanted_;
+    const TransferSteps& steps_;
+    TransferPlan plan_;
+    TransferResult result_;
+};
+
+bool Transfer::Read()
+{
+    result_.line = WorkOnLine(comms_, target_, hooks_, [this](LineWork& work, LineResult& line) {
+        Attention(work);
+        HoldLine(work);
+        line.deviceMap = AskDeviceMap(work);
+        result_.refusal = RefusalFor(wanted_, line.deviceMap);
+        if (result_.refusal)
+            return ReleaseLine(work);
+        ResetBlockAddress(work);
+        OpenFlash(work);
+        line.image = ReadWholeFlash(work);
+        EndStaging(work);
+        CloseFlash(work);
+        ReleaseLine(work);
+        SetLineMode(work, LineMode::AfterTransfer);
+    });
+    result_.image = ImageFrom(result_.line.image);
+    if (result_.refusal)
+        return End(Reason::Refused);
+    return result_.line.IsDone() || End(Reason::Line);
+}
+
+bool Transfer::Plan()
+{
+    plan_ = PlanTransfer(wanted_, result_.line.deviceMap, *result_.image);
+    if (!plan_.ChangesNothing())
+        return true;
+    result_.state = State::Same;
+    return End(Reason::Done);
+}
+
+bool Transfer::KeepAndAsk()
+{
+    try {
+        result_.backup = steps_.keepBackup(plan_);
+    } catch (const FileError& error) {
+        result_.backup = error.Path();
+        result_.fileError = error.what();
+        return End(Reason::NotKept);
+    }
+    return steps_.ask(plan_, result_.backup) || End(Reason::Declined);
+}
+
+bool Transfer::IsStillHeld(LineWork& work)
+{
+    if (AskFlashCrc(work) == Crc32(TextOf(plan_.held)))
+        return true;
+    result_.image.reset();
+    return End(Reason::DeviceChanged);
+}
+
+void Transfer::Write()
+{
+    LineResult read = std::move(result_.line);
+    result_.line = WorkOnLine(comms_, target_, hooks_, [&](LineWork& work, LineResult& line) {
+        line.deviceMap = std::move(read.deviceMap);
+        line.image = std::move(read.image);
+        HoldLine(work);
+        if (!IsStillHeld(work))
+            return ReleaseLine(work);
+        OpenFlash(work);
+        StageDifferences(work, TextOf(plan_.held), TextOf(plan_.wanted));
+        EndStaging(work);
+        work.CheckStop();
+        Commit(work);
+        ReleaseLine(work);
+        SetLineMode(work, LineMode::AfterTransfer);
+    });
+    if (!result_.line.IsDone() && result_.reason == Reason::Done)
+        result_.reason = Reason::Line;
+}
+
+void Transfer::Commit(LineWork& work)
+{
+    work.DisallowStop();
+    result_.state = State::Unknown;
+    result_.image.reset();
+    try {
+        CommitFlash(work, Crc32(TextOf(plan_.wanted)));
+        result_.state = State::New;
+        result_.image = plan_.wanted;
+    } catch (const ReplyError& error) {
+        AskState(work);
+        if (result_.state == State::Unknown)
+            throw;
+        if (result_.state == State::Old)
+            throw AnsweredSince(error);
+    }
+}
+
+// What came of a commit whose answer is lost.
+void Transfer::AskState(LineWork& work)
+{
+    std::uint32_t crc = 0;
+    try {
+        crc = AskFlashCrc(work);
+    } catch (const ReplyError&) {
+        // The commit's own failure is the one to tell of.
+        return;
+    }
+    const bool isNew = crc == Crc32(TextOf(plan_.wanted));
+    if (!isNew && crc != Crc32(TextOf(plan_.held)))
+        return;
+    result_.state = isNew ? State::New : State::Old;
+    result_.image = isNew ? plan_.wanted : plan_.held;
+}
+
+TransferResult Transfer::Run()
+{
+    if (Read() && Plan() && KeepAndAsk())
+        Write();
+    return std::move(result_);
+}
+
+}  // namespace
+
+TransferResult Download(Comms& comms, const LineTarget& target, const LineHooks& hooks,
+                        const WantedContent& wanted, const TransferSteps& steps)
+{
+    return Transfer(comms, target, hooks, wanted, steps).Run();
+}
+
+VerifyResult Verify(Comms& comms, const LineTarget& target, const LineHooks& hooks,
+                    const SetupDocument& document, const FlashImage* lastRead)
+{
+    VerifyResult result;
+    auto built = BuildSetupImage(document, lastRead);
+    if (const auto* const refusal = std::get_if<BuildRefusal>(&built)) {
+        result.outcome = VerifyResult::Outcome::NotBuilt;
+        result.refusal = *refusal;
+        return result;
+    }
+    result.line = Upload(comms, target, hooks);
+    result.deviceImage = ImageFrom(result.line.image);
+    if (!result.deviceImage)
+        return result;
+    if (!lastRead)
+        built = BuildSetupImage(document, &*result.deviceImage);
+    result.setupImage = std::get<FlashImage>(built);
+    result.firstDifference = FirstDifference(*result.setupImage, *result.deviceImage, false);
+    result.outcome =
+        result.firstDifference == 0 ? VerifyResult::Outcome::Same : VerifyResult::Outcome::Different;
+    result.differences = DescribeDifferences(*result.setupImage, *result.deviceImage, document.Modules);
+    std::erase_if(result.differences, [](const ImageDifference& difference) { return !difference.region; });
+    return result;
+}
+
+}  // namespace kelvora

@@ -1,0 +1,140 @@
+#include "flash/TransferPlan.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "flash/KeyTables.h"
+#include "flash/TakeFromImage.h"
+#include "setup/SetupError.h"
+#include "setup/SetupReader.h"
+
+namespace kelvora {
+
+namespace {
+
+using Reason = TransferRefusal::Reason;
+
+// A device that was never set up has a dump without modules: the line's map in the dump tells them then.
+std::string CodesOf(const FlashDump& dump)
+{
+    if (NamesModules(dump.image))
+        return DeviceCodesOf(dump.image);
+    return dump.deviceMap ? dump.deviceMap->deviceMap : std::string();
+}
+
+std::string CodesOf(const WantedContent& wanted)
+{
+    if (const auto* const document = std::get_if<SetupDocument>(&wanted))
+        return document->DeviceMap;
+    return CodesOf(std::get<FlashDump>(wanted));
+}
+
+std::optional<BuildRefusal> BuildRefusalOf(const WantedContent& wanted)
+{
+    const auto* const document = std::get_if<SetupDocument>(&wanted);
+    if (!document)
+        return std::nullopt;
+    const auto built = BuildSetupImage(*document, nullptr);
+    const auto* const refusal = std::get_if<BuildRefusal>(&built);
+    return refusal ? std::optional(*refusal) : std::nullopt;
+}
+
+std::optional<int> UnknownPosition(std::string_view deviceMap)
+{
+    const auto* const unknown = std::ranges::find_if(
+        deviceMap, [](char code) { return KindOf(static_cast<std::uint8_t>(code)) == ModuleKind::None; });
+    if (unknown == deviceMap.end())
+        return std::nullopt;
+    return static_cast<int>(unknown - deviceMap.begin());
+}
+
+// The setup that an image makes: of the modules that it names, of the line's where it names none. Nothing for
+// modules that no setup has.
+std::optional<TakenSetup> SetupOf(const FlashImage& image, const std::string& lineMap)
+{
+    try {
+        return TakeFromImage(ReadDeviceMap(NamesModules(image) ? DeviceCodesOf(image) : lineMap), image);
+    } catch (const SetupError&) {
+        return std::nullopt;
+    }
+}
+
+// Whether a difference of the images is the one of the setups.
+bool Says(const ImageDifference& image, const SetupDifference& setup)
+{
+    if (image.kind != setup.kind || image.before == image.after)
+        return false;
+    switch (image.what) {
+        case ImageDifference::What::Fiscal:
+            return setup.what == SetupDifference::What::Fiscal;
+        case ImageDifference::What::Autoread:
+            return setup.what == SetupDifference::What::Autoread;
+        case ImageDifference::What::Separator:
+            return setup.what == SetupDifference::What::Separator && image.number == setup.position;
+        case ImageDifference::What::Key:
+            return setup.what == SetupDifference::What::Key && image.number == setup.numberAfter;
+        case ImageDifference::What::Module:
+        case ImageDifference::What::Bytes:
+            break;
+    }
+    return false;
+}
+
+// Whether the setup's key map of that kind is the image's.
+bool HasKeyMap(const TakenSetup& taken, ModuleKind kind)
+{
+    using What = TakeNotice::What;
+    return std::ranges::none_of(taken.notices, [&](const TakeNotice& notice) {
+        return notice.what != What::SeparatorNotCarried &&
+               (notice.kind == ModuleKind::None || notice.kind == kind);
+    });
+}
+
+std::vector<SetupDifference> SetupChanges(const TransferPlan& plan)
+{
+    const auto held = SetupOf(plan.held, plan.deviceMap);
+    const auto wanted = SetupOf(plan.wanted, plan.deviceMap);
+    if (!held || !wanted)
+        return {};
+    std::vector<SetupDifference> changes = CompareSetups(held->document, wanted->document);
+    std::erase_if(changes, [&](const SetupDifference& change) {
+        const bool isGuess = change.what == SetupDifference::What::Key &&
+                             !(HasKeyMap(*held, change.kind) && HasKeyMap(*wanted, change.kind));
+        return isGuess || std::ranges::any_of(plan.imageChanges, [&](const ImageDifference& difference) {
+                   return Says(difference, change);
+               });
+    });
+    return changes;
+}
+
+}  // namespace
+
+std::optional<TransferRefusal> RefusalFor(const WantedContent& wanted, std::string_view deviceMap)
+{
+    const std::string codes = CodesOf(wanted);
+    if (codes.empty())
+        return TransferRefusal{Reason::NoModules, 0, std::nullopt, {}, {}};
+    if (const auto build = BuildRefusalOf(wanted))
+        return TransferRefusal{Reason::NotBuilt, 0, build, {}, {}};
+    if (const auto position = UnknownPosition(deviceMap))
+        return TransferRefusal{Reason::UnknownModule, *position, std::nullopt, {}, {}};
+    if (!HaveSameMainModules(codes, deviceMap))
+        return TransferRefusal{Reason::OtherModules, 0, std::nullopt, std::string(deviceMap), codes};
+    return std::nullopt;
+}
+
+TransferPlan PlanTransfer(const WantedContent& wanted, std::string deviceMap, const FlashImage& held)
+{
+    TransferPlan plan{std::move(deviceMap), held, {}, {}, {}, {}};
+    if (const auto* const document = std::get_if<SetupDocument>(&wanted)) {
+        plan.wanted = std::get<FlashImage>(BuildSetupImage(*document, &held));
+        plan.unheld = WhatTheDeviceCannotHold(*document);
+    } else {
+        plan.wanted = std::get<FlashDump>(wanted).image;
+    }
+    plan.imageChanges = DescribeDifferences(held, plan.wanted, ModulesOf(plan.wanted));
+    plan.setupChanges = SetupChanges(plan);
+    return plan;
+}
+
+}  // namespace kelvora
