@@ -18,6 +18,8 @@ inline constexpr int FirstOwnMessage = 600;
 namespace Message {
 
 // Message boxes and dialog titles.
+inline constexpr MessageId UploadTitle{112, "Flash Upload"};
+inline constexpr MessageId VerifyTitle{113, "Flash Verify"};
 inline constexpr MessageId OpenSetupTitle{114, "Open Setup"};
 inline constexpr MessageId SaveSetupTitle{115, "Save Setup As"};
 inline constexpr MessageId SaveDumpTitle{116, "Save Flash Dump As"};
@@ -26,6 +28,12 @@ inline constexpr MessageId SaveChanges{202, "The setup has been changed. Save th
 inline constexpr MessageId CloseUnsaved{203, "The setup could not be saved. Close it without saving?"};
 inline constexpr MessageId DeleteMaster{204, "Delete the main keyboard and all other modules of the line?"};
 inline constexpr MessageId ModeNotSet{232, "The terminal did not accept the connection mode."};
+inline constexpr MessageId VerifyNotRead{
+    233,
+    "The device's flash memory could not be read, so nothing was compared. Check the line, then try again."};
+inline constexpr MessageId VerifyDifferent{
+    234, "The device does not hold this setup. The first difference is at address "};
+inline constexpr MessageId VerifySame{235, "The device's flash memory holds this setup."};
 inline constexpr MessageId ConfirmDefaults{250, "Set every key of this keyboard back to its default type?"};
 inline constexpr MessageId ReloadKeyMap{251, "The key map is empty. Read it again from the setup?"};
 inline constexpr MessageId RejectedSection{260, "A module cannot stand here."};
@@ -470,6 +478,55 @@ inline constexpr MessageId EepromCopyLine{832, "\"Line \" and the serial line"};
 inline constexpr MessageId EepromCopyBlock{
     833, "an address from 0 to 5, \": \" and eight bytes of two hexadecimal digits"};
 inline constexpr MessageId EepromCopyNextAddress{834, "a higher address than in the line before"};
+
+// What the device holds after a download; in the order of TransferResult::State.
+inline constexpr MessageId TransferOld{920, "The device was not changed. It holds what it held before."};
+inline constexpr MessageId TransferSame{921, "The device holds this image already. Nothing was written."};
+inline constexpr MessageId TransferNew{922, "The download is done. The device holds the new image."};
+inline constexpr MessageId TransferUnknown{
+    923,
+    "It is not known whether the device took the new image. Check the line, then run Verify to find out."};
+
+// Why a download ended there.
+inline constexpr MessageId TransferStopped{924, "The work was stopped."};
+inline constexpr MessageId TransferNotKept{925,
+                                           "The backup of the device's image could not be written. Nothing "
+                                           "is sent without it. Make room, then try again."};
+inline constexpr MessageId TransferDeviceChanged{
+    926, "The device's flash memory changed while you were asked. Look at the changes anew, then decide."};
+inline constexpr MessageId TransferFailedAfter{927,
+                                               "The image is safe in the device. What failed came after it:"};
+inline constexpr MessageId TransferBackup{928, "The image that the device held before is kept in: "};
+
+// Why a device is not to be written; in the order of TransferRefusal::Reason, the setup's own reasons aside.
+inline constexpr MessageId TransferNoModules{
+    929,
+    "There is nothing to write: no modules are named. Add modules to the setup, or choose another dump."};
+inline constexpr MessageId TransferUnknownModule{
+    930, "An unknown module stands on the line. Nothing is written, since it could be damaged. Position: "};
+inline constexpr MessageId TransferOtherModules{931,
+                                                "The line has other modules, or has them in another order. "
+                                                "Nothing is written. Scan the line to see them."};
+inline constexpr MessageId ModulesOnLine{932, "On the line: "};
+inline constexpr MessageId ModulesWanted{933, "Wanted there: "};
+
+// The question before a download, and the lists of what differs.
+inline constexpr MessageId DownloadTitle{934, "Flash Download"};
+inline constexpr MessageId AskDownload{935, "Write this setup into the device's flash memory?"};
+inline constexpr MessageId AskRestore{936, "Write this dump into the device's flash memory, as it is?"};
+inline constexpr MessageId AskChanges{937, "This will change in the device:"};
+inline constexpr MessageId AskUnheld{938, "The device cannot hold this; it is left out:"};
+inline constexpr MessageId VerifyChanges{939, "What differs, from the setup to the device:"};
+inline constexpr MessageId MoreChanges{940, "More differences: "};
+inline constexpr MessageId DownloadStatus{941, "Downloading to COM"};
+inline constexpr MessageId VerifyStatus{942, "Verifying COM"};
+
+// The regions of the flash; in the order of FlashRegions, then what is outside of them.
+inline constexpr MessageId RegionOptions{943, "options"};
+inline constexpr MessageId RegionModules{944, "modules"};
+inline constexpr MessageId RegionTables{945, "key tables"};
+inline constexpr MessageId RegionContents{946, "key contents"};
+inline constexpr MessageId RegionOutside{947, "outside the regions"};
 
 }  // namespace Message
 

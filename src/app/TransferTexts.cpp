@@ -1,0 +1,204 @@
+#include "app/TransferTexts.h"
+
+#include <array>
+
+#include "app/FlashTexts.h"
+#include "app/LineErrorText.h"
+#include "platform/Encoding.h"
+#include "platform/HexText.h"
+
+namespace kelvora {
+
+namespace {
+
+using Reason = TransferResult::Reason;
+using State = TransferResult::State;
+
+constexpr std::string_view LineEnd = "\r\n";
+
+struct StateText {
+    MessageId message;
+    BoxIcon icon;
+};
+
+// In the order of TransferResult::State.
+constexpr std::array StateTexts{StateText{Message::TransferOld, BoxIcon::Exclamation},
+                                StateText{Message::TransferSame, BoxIcon::Information},
+                                StateText{Message::TransferNew, BoxIcon::Information},
+                                StateText{Message::TransferUnknown, BoxIcon::Critical}};
+static_assert(StateTexts.size() == static_cast<std::size_t>(State::Last) + 1);
+
+// The regions' names in their order, then the one of what is outside of them.
+constexpr std::array RegionTexts{Message::RegionOptions, Message::RegionModules, Message::RegionTables,
+                                 Message::RegionContents, Message::RegionOutside};
+static_assert(RegionTexts.size() == FlashRegions.size() + 1);
+
+void AddLine(std::string& text, const std::string& line)
+{
+    if (!text.empty() && !line.empty())
+        text += LineEnd;
+    text += line;
+}
+
+// Why the work on the line ended; empty when it is done.
+std::string LineText(const MessageCatalogue& catalogue, const LineTarget& target, const LineResult& result)
+{
+    if (result.IsDone())
+        return {};
+    if (result.outcome == LineOutcome::Stopped)
+        return catalogue.Caption(Message::TransferStopped);
+    const LineErrorText error = DescribeLineFailure(target, result);
+    return catalogue.Caption(error.message) + std::string(LineEnd) + error.extra;
+}
+
+std::string ReasonText(const MessageCatalogue& catalogue, const LineTarget& target,
+                       const TransferResult& result)
+{
+    switch (result.reason) {
+        case Reason::Refused:
+            return Describe(catalogue, *result.refusal);
+        case Reason::NotKept:
+            return catalogue.Caption(Message::TransferNotKept) + std::string(LineEnd) +
+                   TextFromPath(result.backup) + ": " + result.fileError;
+        case Reason::DeviceChanged:
+            return catalogue.Caption(Message::TransferDeviceChanged);
+        case Reason::Line:
+        case Reason::Done:
+        case Reason::Declined:
+            break;
+    }
+    std::string text = LineText(catalogue, target, result.line);
+    if (result.state == State::New && !text.empty())
+        text = catalogue.Caption(Message::TransferFailedAfter) + std::string(LineEnd) + text;
+    return text;
+}
+
+// What was only wished for, or only read, is no cause for alarm.
+bool IsUsersOwnEnd(const TransferResult& result)
+{
+    return result.reason == Reason::Declined ||
+           (result.reason == Reason::Line && result.line.outcome == LineOutcome::Stopped);
+}
+
+std::string ModuleName(const MessageCatalogue& catalogue, std::uint8_t code)
+{
+    const ModuleKind kind = KindOf(code);
+    return kind == ModuleKind::None ? std::to_string(code) : ModuleCaption(catalogue, kind);
+}
+
+}  // namespace
+
+OutcomeText DescribeTransfer(const MessageCatalogue& catalogue, const LineTarget& target,
+                             const TransferResult& result)
+{
+    const StateText& state = StateTexts.at(static_cast<std::size_t>(result.state));
+    OutcomeText outcome{catalogue.Caption(state.message), ReasonText(catalogue, target, result), state.icon};
+    if (result.state == State::Old && IsUsersOwnEnd(result))
+        outcome.icon = BoxIcon::Information;
+    if (result.state == State::New && !result.line.IsDone())
+        outcome.icon = BoxIcon::Exclamation;
+    const bool isWritten = result.state == State::New || result.state == State::Unknown;
+    if (isWritten)
+        AddLine(outcome.extra,
+                catalogue.Word(Message::TransferBackup) + std::string(LineEnd) + TextFromPath(result.backup));
+    return outcome;
+}
+
+OutcomeText DescribeVerify(const MessageCatalogue& catalogue, const LineTarget& target,
+                           const VerifyResult& result, std::size_t mostLines)
+{
+    switch (result.outcome) {
+        case VerifyResult::Outcome::NotRead:
+            break;
+        case VerifyResult::Outcome::NotBuilt:
+            return {Describe(catalogue, *result.refusal), {}, BoxIcon::Exclamation};
+        case VerifyResult::Outcome::Different:
+            return {catalogue.Word(Message::VerifyDifferent) + HexText(result.firstDifference, 4) + " (hex)",
+                    catalogue.Caption(Message::VerifyChanges) +
+                        JoinLines(catalogue, DifferenceLines(catalogue, result.differences), mostLines),
+                    BoxIcon::Exclamation};
+        case VerifyResult::Outcome::Same:
+            return {catalogue.Caption(Message::VerifySame), LineText(catalogue, target, result.line),
+                    BoxIcon::Information};
+    }
+    return {catalogue.Caption(Message::VerifyNotRead), LineText(catalogue, target, result.line),
+            BoxIcon::Exclamation};
+}
+
+std::string Describe(const MessageCatalogue& catalogue, const TransferRefusal& refusal)
+{
+    using RefusalReason = TransferRefusal::Reason;
+    switch (refusal.reason) {
+        case RefusalReason::NotBuilt:
+            return Describe(catalogue, *refusal.build);
+        case RefusalReason::UnknownModule:
+            return catalogue.Word(Message::TransferUnknownModule) + std::to_string(refusal.position + 1);
+        case RefusalReason::OtherModules:
+            return catalogue.Caption(Message::TransferOtherModules) + std::string(LineEnd) +
+                   catalogue.Word(Message::ModulesOnLine) + ModuleNames(catalogue, refusal.lineMap) +
+                   std::string(LineEnd) + catalogue.Word(Message::ModulesWanted) +
+                   ModuleNames(catalogue, refusal.wantedCodes);
+        case RefusalReason::NoModules:
+            break;
+    }
+    return catalogue.Caption(Message::TransferNoModules);
+}
+
+std::string ModuleNames(const MessageCatalogue& catalogue, std::string_view deviceCodes)
+{
+    std::string names;
+    for (const char character : deviceCodes) {
+        const auto code = static_cast<std::uint8_t>(character);
+        if (!IsPart(KindOf(code)))
+            names += (names.empty() ? "" : ", ") + ModuleName(catalogue, code);
+    }
+    return names.empty() ? catalogue.Caption(Message::OptionNone) : names;
+}
+
+std::vector<std::string> ChangeLines(const MessageCatalogue& catalogue, const TransferPlan& plan)
+{
+    std::vector<std::string> lines;
+    for (const SetupDifference& change : plan.setupChanges)
+        lines.push_back(Describe(catalogue, change));
+    for (const ImageDifference& change : plan.imageChanges)
+        if (change.what != ImageDifference::What::Bytes)
+            lines.push_back(Describe(catalogue, change));
+    for (const ImageDifference& change : plan.imageChanges)
+        if (change.what == ImageDifference::What::Bytes)
+            lines.push_back(Describe(catalogue, change));
+    return lines;
+}
+
+std::vector<std::string> UnheldLines(const MessageCatalogue& catalogue, const TransferPlan& plan)
+{
+    std::vector<std::string> lines;
+    for (const UnheldSetting& unheld : plan.unheld)
+        lines.push_back(Describe(catalogue, unheld));
+    return lines;
+}
+
+std::vector<std::string> DifferenceLines(const MessageCatalogue& catalogue,
+                                         const std::vector<ImageDifference>& differences)
+{
+    std::vector<std::string> lines;
+    for (const ImageDifference& difference : differences) {
+        const MessageId& region = RegionTexts.at(difference.region.value_or(FlashRegions.size()));
+        lines.push_back(catalogue.Caption(region) + ", " + Describe(catalogue, difference));
+    }
+    return lines;
+}
+
+std::string JoinLines(const MessageCatalogue& catalogue, const std::vector<std::string>& lines,
+                      std::size_t most)
+{
+    std::string text;
+    for (std::size_t i = 0; i < lines.size() && i < most; ++i)
+        text.append(LineEnd).append(lines[i]);
+    if (lines.size() > most)
+        text.append(LineEnd)
+            .append(catalogue.Word(Message::MoreChanges))
+            .append(std::to_string(lines.size() - most));
+    return text;
+}
+
+}  // namespace kelvora
