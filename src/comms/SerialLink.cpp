@@ -59,7 +59,10 @@ bool SerialLink::Open(std::string_view settings)
     settings_ = *parsed;
     receiver_ = {};
     // The terminal must not take the first command for the last one of an earlier run.
+    const std::uint16_t last = exchange_;
     exchange_ = static_cast<std::uint16_t>(std::random_device()());
+    if (static_cast<std::uint16_t>(exchange_ + 1) == last)
+        ++exchange_;
     failure_ = PortFailure::None;
     open_ = true;
     return true;

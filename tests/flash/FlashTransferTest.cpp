@@ -1,0 +1,242 @@
+#include "flash/FlashTransfer.h"
+
+#include <gtest/gtest.h>
+
+#include "comms/Crc.h"
+#include "flash/TransferLine.h"
+#include "platform/HexText.h"
+
+namespace kelvora {
+namespace {
+
+using Reason = TransferResult::Reason;
+using State = TransferResult::State;
+using std::chrono::milliseconds;
+
+// The commands that a download sends, without block numbers and data.
+std::string CommandsOf(TransferLine& line, const WantedContent& wanted)
+{
+    std::string commands;
+    line.bench.link.watcher = [&](const LineTraffic& traffic) {
+        if (traffic.direction != LineTraffic::Direction::Sent)
+            return;
+        const std::string body(traffic.bytes.substr(5, traffic.bytes.size() - 10));
+        const bool isBlock = body == "20" && commands.ends_with("20 ");
+        if (!isBlock)
+            commands += (body.size() > 20 ? body.substr(0, 8) : body) + " ";
+    };
+    line.whileAsked = [&] { commands += "? "; };
+    line.Run(wanted);
+    line.bench.link.watcher = nullptr;
+    return commands;
+}
+
+TEST(FlashTransfer, StagesTheBlocksThatDifferAndCommitsOnce)
+{
+    TransferLine line;
+    const FlashImage before = line.Flash();
+    FlashDump dump{before, std::nullopt};
+    dump.image[0] ^= 1;
+    dump.image[8191] ^= 1;
+    const std::string crc = HexText(Crc32(TextOf(dump.image)), 8);
+    EXPECT_EQ(CommandsOf(line, dump),
+              "$9900 $9918 $9902 000 0FB0 20 0F02 0FB1 0FB3 $9911 $9904!3 ? "
+              "$9918 0F02 0FB0 0FB10000 0FB11FC0 0FB1 0FB3" +
+                  crc + " $9911 $9904!3 ");
+    EXPECT_EQ(line.Flash(), dump.image);
+    EXPECT_EQ(CommandsOf(line, dump), "$9900 $9918 $9902 000 0FB0 20 0F02 0FB1 0FB3 $9911 $9904!3 ");
+}
+
+TEST(FlashTransfer, ASetupIsBroughtIntoTheDeviceAfterABackupAndAQuestion)
+{
+    TransferLine line;
+    const FlashImage before = line.Flash();
+    std::vector<LineProgress> progress;
+    line.hooks.progress = [&](const LineProgress& step) { progress.push_back(step); };
+    const SetupDocument setup = line.OtherSetup();
+    const TransferResult result = line.Run(setup);
+    EXPECT_EQ(result.state, State::New);
+    EXPECT_EQ(result.reason, Reason::Done);
+    EXPECT_EQ(result.image, line.Flash());
+    EXPECT_EQ(line.Setup(), setup);
+    EXPECT_EQ(line.backups.Read(result.backup).image, before);
+    EXPECT_EQ(progress.back().done, 3 * 64U);
+    EXPECT_EQ(progress.back().total, 3 * 64U);
+
+    ASSERT_EQ(line.asked.size(), 1U);
+    const TransferPlan& plan = line.asked[0];
+    using What = ImageDifference::What;
+    const auto isChange = [](const ImageDifference& change, What what, ModuleKind kind, int number) {
+        return change.what == what && change.kind == kind && change.number == number;
+    };
+    ASSERT_EQ(plan.imageChanges.size(), 3U);
+    EXPECT_TRUE(isChange(plan.imageChanges[0], What::Key, ModuleKind::KM096, 2));
+    EXPECT_TRUE(isChange(plan.imageChanges[1], What::Key, ModuleKind::KM064, 96 + 8));
+    EXPECT_TRUE(isChange(plan.imageChanges[2], What::Separator, ModuleKind::MCR, 1));
+    EXPECT_TRUE(plan.setupChanges.empty()) << "the image says all of it";
+
+    const TransferResult again = line.Run(setup);
+    EXPECT_EQ(again.state, State::Same);
+    EXPECT_EQ(line.asked.size(), 1U);
+    EXPECT_EQ(line.files.content.size(), 1U);
+}
+
+// What ends a download, and what is then said. Nothing but a commit changes the device.
+TEST(FlashTransfer, EveryEndIsTold)
+{
+    using Prepare = void (*)(TransferLine&);
+    const auto answersWhenAsked = [](TransferLine& line, const char* name, const char* body) {
+        line.whileAsked = [&line, name, body] { line.bench.line.Terminal().AnswerNext(name, body); };
+    };
+    static const auto answers = answersWhenAsked;
+    // The commit's answer is lost, and the line is silent for a while.
+    static const auto silent = [](TransferLine& line, bench::LineCut cut, int milli) {
+        line.whileAsked = [&line, cut, milli] {
+            bench::FaultPlan faults;
+            faults.silentAfter = cut;
+            line.bench.line.SetFaults(faults);
+            line.loop.After(milliseconds(milli), [&line] { line.bench.line.SetFaults({}); });
+        };
+    };
+    const struct {
+        const char* why;
+        Prepare prepare;
+        State state;
+        Reason reason;
+        bool isAsked;
+    } cases[]{
+        {"answered No", [](TransferLine& line) { line.answer = false; }, State::Old, Reason::Declined, true},
+        {"no backup", [](TransferLine& line) { line.files.unwritable.insert("/backups"); }, State::Old,
+         Reason::NotKept, false},
+        {"the port is gone after the question",
+         [](TransferLine& line) {
+             line.whileAsked = [&line] { line.bench.port.refusal = PortFailure::Missing; };
+         },
+         State::Old, Reason::Line, true},
+        {"another CRC after the question",
+         [](TransferLine& line) { answers(line, "0F02", "M0F02!0(00000000"); }, State::Old,
+         Reason::DeviceChanged, true},
+        {"a block is refused", [](TransferLine& line) { answers(line, "0FB1", "M0FB1!2"); }, State::Old,
+         Reason::Line, true},
+        {"the commit is refused", [](TransferLine& line) { answers(line, "0FB3", "M0FB3!2"); }, State::Old,
+         Reason::Line, true},
+        {"a commit without a meaning, and a third image",
+         [](TransferLine& line) {
+             answers(line, "0FB3", "M0FB3");
+             line.bench.link.watcher = [&line](const LineTraffic& traffic) {
+                 if (traffic.bytes.substr(5).starts_with("0FB3") && traffic.bytes.size() > 20)
+                     line.bench.line.Terminal().AnswerNext("0F02", "M0F02!0(00000000");
+             };
+         },
+         State::Unknown, Reason::Line, true},
+        {"the commit is lost, then the terminal answers",
+         [](TransferLine& line) {
+             silent(line, {320, {}}, 4500);
+         },
+         State::Old, Reason::Line, true},
+        {"the commit's answer is lost, then the terminal answers",
+         [](TransferLine& line) {
+             silent(line, {{}, 145}, 4500);
+         },
+         State::New, Reason::Done, true},
+        {"the line fails behind the commit", [](TransferLine& line) { answers(line, "$9911", "Ebusy"); },
+         State::New, Reason::Line, true},
+    };
+    for (const auto& row : cases) {
+        TransferLine line;
+        const FlashImage before = line.Flash();
+        const SetupDocument setup = line.OtherSetup();
+        row.prepare(line);
+        const TransferResult result = line.Run(setup);
+        EXPECT_EQ(result.state, row.state) << row.why << result.line.failure.detail;
+        EXPECT_EQ(result.reason, row.reason) << row.why;
+        EXPECT_EQ(!line.asked.empty(), row.isAsked) << row.why;
+        EXPECT_EQ(line.Flash(), row.state == State::New ? Built(setup, before) : before) << row.why;
+        EXPECT_EQ(result.image.has_value(),
+                  result.state != State::Unknown && result.reason != Reason::DeviceChanged)
+            << row.why;
+    }
+}
+
+TEST(FlashTransfer, AStopBetweenAnyTwoCommandsLeavesTheDeviceAsItWas)
+{
+    for (int commands = 0;; ++commands) {
+        TransferLine line;
+        const FlashImage before = line.Flash();
+        int left = commands;
+        bool isCommitted = false;
+        line.hooks.stopRequested = [&] { return left-- <= 0; };
+        line.bench.line.onStored = [&] { isCommitted |= line.Flash() != before; };
+        const TransferResult result = line.Run(line.OtherSetup());
+        if (isCommitted) {
+            EXPECT_EQ(result.state, State::New);
+            EXPECT_EQ(result.reason, Reason::Done) << "no stop is asked for behind the commit";
+            EXPECT_GT(commands, 30);
+            break;
+        }
+        ASSERT_EQ(result.line.outcome, LineOutcome::Stopped) << commands;
+        ASSERT_EQ(result.state, State::Old) << commands;
+        ASSERT_EQ(line.Flash(), before) << commands;
+    }
+}
+
+TEST(FlashTransfer, NoiseLeavesOneOfTheTwoImagesAndIsToldTruly)
+{
+    constexpr std::uint64_t Runs = 150;
+    int done = 0;
+    for (std::uint64_t seed = 1; seed <= Runs; ++seed) {
+        bench::LineOptions options = Unpaced();
+        options.faults.seed = seed;
+        options.faults.drop = options.faults.flip = options.faults.duplicate = 1.0 / 3000;
+        TransferLine line(options);
+        const FlashImage before = line.Flash();
+        const SetupDocument setup = line.OtherSetup();
+        const TransferResult result = line.Run(setup);
+        const FlashImage after = line.Flash();
+        ASSERT_TRUE(after == before || after == Built(setup, before)) << seed;
+        ASSERT_NE(result.state, after == before ? State::New : State::Old) << seed;
+        done += result.state == State::New ? 1 : 0;
+    }
+    EXPECT_GE(done, 148);
+}
+
+TEST(FlashTransfer, ARestoreWritesTheDumpAsItIs)
+{
+    TransferLine line;
+    const FlashImage before = line.Flash();
+    const std::string backup = line.Run(line.OtherSetup()).backup;
+    EXPECT_NE(line.Flash(), before);
+    EXPECT_EQ(line.Run(line.backups.Read(backup)).state, State::New);
+    EXPECT_EQ(line.Flash(), before);
+}
+
+TEST(FlashTransfer, VerifyTellsWhatDiffers)
+{
+    TransferLine line;
+    const LineTarget target{1, "9600,n,8,1", 0};
+    const FlashImage scanned = line.Flash();
+    const SetupDocument setup = line.Setup();
+    EXPECT_EQ(Verify(line.comms, target, {}, setup, &scanned).outcome, VerifyResult::Outcome::Same);
+    EXPECT_EQ(Verify(line.comms, target, {}, setup, nullptr).outcome, VerifyResult::Outcome::Same);
+
+    const VerifyResult other = Verify(line.comms, target, {}, line.OtherSetup(), nullptr);
+    EXPECT_EQ(other.outcome, VerifyResult::Outcome::Different);
+    EXPECT_EQ(other.firstDifference, 0x111) << "the code of key 2, at contact a2";
+    EXPECT_EQ(other.differences.size(), 3U);
+
+    FlashImage changed = scanned;
+    changed[200] ^= 1;
+    changed[0x1A00] ^= 1;
+    const VerifyResult contents = Verify(line.comms, target, {}, setup, &changed);
+    EXPECT_EQ(contents.firstDifference, 0x1A00) << "what stands outside of the regions does not count";
+    EXPECT_EQ(contents.differences.size(), 1U);
+
+    line.bench.port.refusal = PortFailure::InUse;
+    EXPECT_EQ(Verify(line.comms, target, {}, setup, &scanned).outcome, VerifyResult::Outcome::NotRead);
+    SetupDocument twice = setup;
+    ASSERT_TRUE(AppendModule(twice, 191));
+    EXPECT_EQ(Verify(line.comms, target, {}, twice, &scanned).outcome, VerifyResult::Outcome::NotBuilt);
+}
+
+}  // namespace
+}  // namespace kelvora

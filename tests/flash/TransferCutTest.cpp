@@ -1,0 +1,108 @@
+// A download whose line is cut at a byte, at every one of them: the device holds the old image or the new
+// one, and what the program says of it is true.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+
+#include "flash/TransferLine.h"
+
+namespace kelvora {
+namespace {
+
+using bench::Direction;
+using Reason = TransferResult::Reason;
+using State = TransferResult::State;
+
+struct CutRun {
+    State state = State::Old;
+    Reason reason = Reason::Done;
+    bool isTrue = false;
+    std::array<std::uint64_t, 2> passed{};  ///< bytes to the device and to the host, since the faults began
+};
+
+enum class From { Reading, Writing };
+
+CutRun RunCut(const bench::FaultPlan& faults, From from)
+{
+    TransferLine line;
+    const FlashImage before = line.Flash();
+    const SetupDocument setup = line.OtherSetup();
+    const FlashImage wanted = Built(setup, before);
+    const auto begin = [&] { line.bench.line.SetFaults(faults); };
+    if (from == From::Reading)
+        begin();
+    else
+        line.whileAsked = begin;
+    const TransferResult result = line.Run(setup);
+    const FlashImage after = line.Flash();
+    const bool saysOld = result.state == State::Old;
+    const bool saysNew = result.state == State::New;
+    const bool isTrue = (after == before && !saysNew) || (after == wanted && !saysOld);
+    return {result.state,
+            result.reason,
+            isTrue && (!result.image || *result.image == after),
+            {line.bench.line.Faults().Passed(Direction::ToDevice),
+             line.bench.line.Faults().Passed(Direction::ToHost)}};
+}
+
+bench::FaultPlan CutAfter(Direction direction, std::uint64_t bytes, bool isAway)
+{
+    bench::FaultPlan faults;
+    bench::LineCut& cut = isAway ? faults.awayAfter : faults.silentAfter;
+    (direction == Direction::ToDevice ? cut.toDevice : cut.toHost) = bytes;
+    return faults;
+}
+
+constexpr std::array Directions{Direction::ToDevice, Direction::ToHost};
+
+TEST(TransferCut, AtEveryByteOfTheWritingTheDeviceIsOldOrNewAndTheTruthIsTold)
+{
+    const CutRun whole = RunCut({}, From::Writing);
+    ASSERT_EQ(whole.state, State::New);
+    for (const Direction direction : Directions) {
+        const std::uint64_t bytes = whole.passed.at(direction == Direction::ToHost ? 1 : 0);
+        std::array<int, 4> seen{};
+        State last = State::Old;
+        for (std::uint64_t cut = 0; cut < bytes; ++cut) {
+            const CutRun run = RunCut(CutAfter(direction, cut, cut % 2 == 1), From::Writing);
+            ASSERT_TRUE(run.isTrue) << cut;
+            ASSERT_EQ(run.reason, Reason::Line) << cut;
+            // The later the cut, the further the work: old, then unknown, then new.
+            const auto rank = [](State state) {
+                return state == State::Unknown ? 1 : state == State::New ? 2 : 0;
+            };
+            ASSERT_GE(rank(run.state), rank(last)) << cut;
+            last = run.state;
+            ++seen.at(static_cast<std::size_t>(run.state));
+        }
+        // It is unknown only within the commit and its answer: the two frames are 22 and 17 bytes.
+        EXPECT_EQ(seen.at(static_cast<std::size_t>(State::Unknown)),
+                  direction == Direction::ToHost ? 17 : 22);
+        EXPECT_GT(seen.at(static_cast<std::size_t>(State::Old)), 60);
+        EXPECT_GT(seen.at(static_cast<std::size_t>(State::New)), 10);
+    }
+}
+
+// Nothing is written before the question. The blocks are read one like the other: those between the first and
+// the last ones are cut at some of their bytes only.
+TEST(TransferCut, WhileItReadsTheDeviceStaysAsItWas)
+{
+    constexpr std::uint64_t Ends = 600;
+    constexpr std::uint64_t Stride = 23;
+    const CutRun whole = RunCut({}, From::Reading);
+    const CutRun writing = RunCut({}, From::Writing);
+    for (const Direction direction : Directions) {
+        const std::size_t way = direction == Direction::ToHost ? 1 : 0;
+        const std::uint64_t bytes = whole.passed.at(way) - writing.passed.at(way);
+        for (std::uint64_t cut = 0; cut < bytes; cut += cut < Ends || cut + Ends >= bytes ? 1 : Stride) {
+            const CutRun run = RunCut(CutAfter(direction, cut, cut % 2 == 1), From::Reading);
+            ASSERT_TRUE(run.isTrue) << cut;
+            ASSERT_EQ(run.state, State::Old) << cut;
+            ASSERT_EQ(run.reason, Reason::Line) << cut;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace kelvora

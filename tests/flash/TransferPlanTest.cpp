@@ -1,0 +1,80 @@
+#include "flash/TransferPlan.h"
+
+#include <gtest/gtest.h>
+
+#include "flash/Images.h"
+
+namespace kelvora {
+namespace {
+
+using Reason = TransferRefusal::Reason;
+
+SetupDocument SetupOf(std::string_view codes)
+{
+    return ReadDeviceMap(std::string(codes));
+}
+
+TEST(TransferPlan, IsForALineOfTheSameMainModulesAlone)
+{
+    const FlashDump chain{ImageOf(WholeChain), std::nullopt};
+    const FlashDump fresh{Filled(0xFF), DeviceMapDump{"", std::string(WholeChain)}};
+    SetupDocument twice = SetupOf(WholeChain);
+    AppendModule(twice, 8);
+    const struct {
+        const char* why;
+        WantedContent wanted;
+        std::string_view line;
+        std::optional<Reason> refused;
+        int position;
+    } cases[]{
+        {"the same", SetupOf(WholeChain), WholeChain, {}, 0},
+        {"other tracks, other backlight, a part less", SetupOf(WholeChain), "\xD6\x1F\xBF\x01\x08", {}, 0},
+        {"another order", SetupOf("\xBF\x03"), "\x03\xBF", Reason::OtherModules, 0},
+        {"a module less", SetupOf("\xBF\x03"), "\xBF", Reason::OtherModules, 0},
+        {"an unknown one, third on the line", SetupOf("\xBF\x03"), "\xBF\x03\xFF", Reason::UnknownModule, 2},
+        {"an unknown one in both", SetupOf("\xBF\xFF"), "\xBF\xFF", Reason::NotBuilt, 0},
+        {"a kind twice", twice, WholeChain, Reason::NotBuilt, 0},
+        {"an empty setup", SetupDocument{}, WholeChain, Reason::NoModules, 0},
+        {"no devices", SetupDocument{}, "", Reason::NoModules, 0},
+        {"a dump of that line", chain, WholeChain, {}, 0},
+        {"a dump of another line", chain, "\xBF\x03", Reason::OtherModules, 0},
+        {"a dump of a device that was never set up, by its line", fresh, WholeChain, {}, 0},
+        {"the same, of another line", fresh, "\xBF", Reason::OtherModules, 0},
+        {"a dump that names nothing", FlashDump{Filled(0xFF), {}}, WholeChain, Reason::NoModules, 0},
+        {"the same with zeros", FlashDump{Filled(0), {}}, WholeChain, Reason::NoModules, 0},
+    };
+    for (const auto& row : cases) {
+        const auto refusal = RefusalFor(row.wanted, row.line);
+        EXPECT_EQ(refusal.has_value(), row.refused.has_value()) << row.why;
+        if (refusal && row.refused) {
+            EXPECT_EQ(refusal->reason, *row.refused) << row.why;
+            EXPECT_EQ(refusal->position, row.position) << row.why;
+        }
+    }
+}
+
+TEST(TransferPlan, SaysOnceWhatChanges)
+{
+    // A device set up for another line, whose tables move: the setups say what the images cannot.
+    const SetupDocument held = SetupOf("\xBF\x03");
+    SetupDocument wanted = SetupOf("\x03\xBF");
+    Module(wanted, ModuleKind::KM064).KeyMap[0] = '0';
+    Module(wanted, ModuleKind::MCR).Options.replace(5, 1, ";");
+    const FlashImage image = Built(held, Filled(0xFF));
+    const TransferPlan moved = PlanTransfer(wanted, "\x03\xBF", image);
+    using What = SetupDifference::What;
+    ASSERT_EQ(moved.setupChanges.size(), 2U);
+    EXPECT_EQ(moved.setupChanges[0].what, What::Order);
+    EXPECT_EQ(moved.setupChanges[1].what, What::Key);
+    EXPECT_EQ(moved.setupChanges[1].numberAfter, 1);
+
+    // Keys that were never written have no type that would change.
+    const TransferPlan first = PlanTransfer(wanted, "\x03\xBF", Filled(0xFF));
+    for (const SetupDifference& change : first.setupChanges)
+        EXPECT_NE(change.what, What::Key);
+    EXPECT_FALSE(first.ChangesNothing());
+    EXPECT_TRUE(PlanTransfer(wanted, "\x03\xBF", first.wanted).ChangesNothing());
+}
+
+}  // namespace
+}  // namespace kelvora
