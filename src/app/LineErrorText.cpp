@@ -2,7 +2,9 @@
 
 #include <array>
 
+#include "comms/PortTrial.h"
 #include "comms/Reply.h"
+#include "platform/Encoding.h"
 
 namespace kelvora {
 
@@ -35,6 +37,8 @@ MessageId PortFailureText(PortFailure failure)
         case PortFailure::InUse:
             return Message::PortInUse;
         case PortFailure::BadSettings:
+            return Message::PortBadSettings;
+        case PortFailure::SevenBits:
             return Message::LineNeedsEightBits;
         case PortFailure::Other:
         case PortFailure::None:
@@ -43,15 +47,20 @@ MessageId PortFailureText(PortFailure failure)
     return Message::PortOtherFailure;
 }
 
-LineErrorText DescribeLineFailure(const LineTarget& target, const LineResult& result)
+LineErrorText DescribeLineFailure(const MessageCatalogue& catalogue, const LineTarget& target,
+                                  const LineResult& result)
 {
     const LineFailure& failure = result.failure;
-    LineErrorText text{PortFailureText(failure.port),
-                       "COM" + std::to_string(target.line) + ": " + target.settings};
+    LineErrorText text{PortFailureText(failure.port), "COM" + std::to_string(target.line)};
+    if (!failure.device.empty())
+        text.extra += " (" + TextFromPath(failure.device) + ")";
+    text.extra += ": " + target.settings;
     if (result.outcome == LineOutcome::Failed)
         text.message = failure.port == PortFailure::None ? ReplyErrorText(failure.number) : Message::PortLost;
     if (!failure.detail.empty())
         text.extra += "\r\n" + failure.detail;
+    if (result.outcome == LineOutcome::NoPort && failure.port == PortFailure::NotAllowed)
+        text.extra += "\r\n" + DescribeGroup(catalogue, failure.group);
     return text;
 }
 

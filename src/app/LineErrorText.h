@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "app/MessageCatalogue.h"
 #include "app/Messages.h"
 #include "comms/LineDrivers.h"
 
@@ -14,7 +15,8 @@ struct LineErrorText {
 };
 
 /// For a result that is not done and was not stopped by the user.
-LineErrorText DescribeLineFailure(const LineTarget& target, const LineResult& result);
+LineErrorText DescribeLineFailure(const MessageCatalogue& catalogue, const LineTarget& target,
+                                  const LineResult& result);
 
 /// The message of a port that does not open.
 MessageId PortFailureText(PortFailure failure);

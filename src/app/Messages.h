@@ -42,7 +42,7 @@ inline constexpr MessageId Interruption{
     270, "Terminate stops the operation that runs on the line. Nothing is stopped while none runs."};
 
 // Errors of the line, under the offsets of their numbers.
-inline constexpr MessageId LineFailed{220, "The terminal or its line reported an error. Check the cable."};
+inline constexpr MessageId LineFailed{220, "The terminal or its line reported an error. Try again."};
 inline constexpr MessageId LineNoDevices{221, "The terminal found no devices on its line."};
 inline constexpr MessageId LineMalformed{223,
                                          "The terminal's answer makes no sense. Check the port settings."};
@@ -182,7 +182,8 @@ inline constexpr MessageId WindowMenuPrevious{618, "Pre&vious Window"};
 inline constexpr MessageId WindowMenuCloseAll{619, "Close &All"};
 inline constexpr MessageId EmptyStrip{620,
                                       "This setup has no modules yet. Add the master keyboard to begin."};
-inline constexpr MessageId EmptyMain{621, "Open a setup file, start a new setup, or drop a setup file here."};
+inline constexpr MessageId EmptyMain{621,
+                                     "Open a setup file, start a new one, scan a line, or drop a file here."};
 inline constexpr MessageId MasterCaption{622, "Composite Keyboard"};
 inline constexpr MessageId BacklightCaption{623, "Backlight"};
 inline constexpr MessageId Code4Caption{624, "Display and key lock"};
@@ -265,6 +266,9 @@ inline constexpr MessageId ScanUnknown{
 inline constexpr MessageId ScanParts{
     891, "The main keyboard did not report all its parts. A setup file brings back the missing ones."};
 inline constexpr MessageId ScanRemarks{896, "The line was scanned. Before you save the setup, mind this:"};
+inline constexpr MessageId ScanNoImage{
+    880, "The keys and options were not read: what the setup shows are the defaults."};
+inline constexpr MessageId Stopping{881, "Stopping ..."};
 inline constexpr MessageId SimulatedLine{892, "Simulated line"};
 inline constexpr MessageId SimulatedLineTip{893, "The line is answered by a simulation on this machine."};
 inline constexpr MessageId BenchNotStarted{894, "The simulated line could not be started:"};

@@ -10,6 +10,9 @@ namespace kelvora {
 
 namespace {
 
+/// Settings that every port takes.
+constexpr std::string_view ProbeSettings = "9600,n,8,1";
+
 std::array<std::unique_ptr<SerialLink>, LineCount> MakeLinks(const Platform& world)
 {
     std::array<std::unique_ptr<SerialLink>, LineCount> links;
@@ -82,10 +85,13 @@ bool Program::IsPortAvailable(int port) const
     SerialPort* const channel = world.ports.at(static_cast<std::size_t>(port) - 1);
     if (!channel || channel->IsOpen())
         return channel != nullptr;
-    // A port is there when it opens; trying is the only way to know.
+    // A port is there when it opens; trying is the only way to know. Settings that it refuses are no reason.
+    const std::string settings = channel->Settings();
+    channel->SetSettings(ProbeSettings);
     const bool opened = channel->Open();
     if (opened)
         channel->Close();
+    channel->SetSettings(settings);
     return opened;
 }
 

@@ -47,7 +47,7 @@ std::string LineText(const MessageCatalogue& catalogue, const LineTarget& target
         return {};
     if (result.outcome == LineOutcome::Stopped)
         return catalogue.Caption(Message::TransferStopped);
-    const LineErrorText error = DescribeLineFailure(target, result);
+    const LineErrorText error = DescribeLineFailure(catalogue, target, result);
     return catalogue.Caption(error.message) + std::string(LineEnd) + error.extra;
 }
 

@@ -54,6 +54,7 @@ std::string SimulatedPort::LastError() const
             return "Permission denied";
         case PortFailure::InUse:
             return "Device or resource busy";
+        case PortFailure::SevenBits:
         case PortFailure::BadSettings:
             return "Invalid argument";
         case PortFailure::Other:

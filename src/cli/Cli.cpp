@@ -8,9 +8,14 @@
 
 #include "cli/Check.h"
 #include "cli/Console.h"
+#include "cli/Download.h"
+#include "cli/Dump.h"
 #include "cli/Format.h"
+#include "cli/IdentityCommand.h"
+#include "cli/Image.h"
 #include "cli/Scan.h"
 #include "cli/Show.h"
+#include "cli/Verify.h"
 
 namespace kelvora {
 
@@ -20,8 +25,10 @@ namespace {
 using AddFileCommand = void (*)(CLI::App& app, Console& console, int& exitCode);
 using AddLineCommand = void (*)(CLI::App& app, Console& console, LineAccess& access, int& exitCode);
 
-constexpr std::array<AddFileCommand, 3> FileCommands{AddCheckCommand, AddShowCommand, AddFormatCommand};
-constexpr std::array<AddLineCommand, 1> LineCommands{AddScanCommand};
+constexpr std::array<AddFileCommand, 4> FileCommands{AddCheckCommand, AddShowCommand, AddFormatCommand,
+                                                     AddImageCommand};
+constexpr std::array<AddLineCommand, 6> LineCommands{AddScanCommand, AddDownloadCommand, AddVerifyCommand,
+                                                     AddDumpCommand, AddRestoreCommand,  AddIdentityCommand};
 
 constexpr const char* Examples =
     "Examples:\n"
@@ -30,9 +37,10 @@ constexpr const char* Examples =
     "  kelvora-cli show till07.dat\n"
     "  kelvora-cli format till07.dat -o till07.dat\n"
     "  kelvora-cli scan --line 1=/dev/ttyUSB0 -o till07.dat\n"
+    "  kelvora-cli download --line 1=/dev/ttyUSB0 till07.dat\n"
     "\n"
-    "Exit code: 0 done; 1 a file was rejected, or could not be read or written; 2 wrong usage;\n"
-    "3 the devices or their line failed, or the work was stopped.";
+    "Exit code: 0 done; 1 a file was rejected, could not be read or written, or is not what the device\n"
+    "holds or is for; 2 wrong usage; 3 the devices or their line failed, or the work was stopped.";
 
 // The arguments as the parser takes them: from the end, and without names in brackets, which it would take
 // for lists.
@@ -48,8 +56,10 @@ std::vector<std::string> ParserArguments(std::span<const std::string> arguments)
 int ParseAndRun(std::span<const std::string> arguments, Console& console, LineAccess& access)
 {
     int exitCode = ExitCode::Done;
-    CLI::App app("Checks, shows and rewrites the setup files of a till's keyboard devices, and scans them.",
-                 std::string(CommandName));
+    CLI::App app(
+        "Checks, shows and rewrites the setup files of a till's keyboard devices, and reads and "
+        "writes the devices.",
+        std::string(CommandName));
     app.set_version_flag("--version", std::string(CommandName) + " " KELVORA_VERSION);
     app.require_subcommand(1);
     app.footer(Examples);

@@ -13,7 +13,8 @@ inline constexpr std::string_view CommandName = "kelvora-cli";
 
 namespace ExitCode {
 inline constexpr int Done = 0;
-inline constexpr int Rejected = 1;  ///< a file was rejected, or could not be read or written
+inline constexpr int Rejected =
+    1;  ///< a file was rejected, could not be used, or is not what the device holds
 inline constexpr int Usage = 2;
 inline constexpr int Line = 3;  ///< the devices or their line failed, or the work was stopped
 }  // namespace ExitCode

@@ -26,15 +26,11 @@ void Save(const std::string& text, const FormatRequest& request, Console& consol
 
 int Format(const FormatRequest& request, Console& console)
 {
-    std::string text;
-    SetupDocument document;
-    const Verdict verdict = CheckSetupFile(request.file, text, &document);
-    if (verdict.outcome != Verdict::Outcome::Accepted) {
-        console.err << VerdictLine(request.file, verdict);
+    const auto document = AcceptedSetup(request.file, console.err);
+    if (!document)
         return ExitCode::Rejected;
-    }
     try {
-        Save(WriteSetup(document.Modules), request, console);
+        Save(WriteSetup(document->Modules), request, console);
         return ExitCode::Done;
     } catch (const FileError& error) {
         console.err << FailureLine(error.Path(), error.what());

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "comms/PortNames.h"
 #include "platform/SerialSettings.h"
 
 namespace kelvora {
@@ -15,6 +16,16 @@ std::string CheckSettings(const std::string& text)
     const auto settings = ParseSerialSettings(text);
     return settings && settings->dataBits == 8 ? std::string()
                                                : "expected settings with 8 data bits, such as 9600,n,8,1";
+}
+
+std::string CheckLine(const std::string& text)
+{
+    try {
+        ParseLineArgument(text);
+        return {};
+    } catch (const std::invalid_argument& error) {
+        return error.what();
+    }
 }
 
 }  // namespace
@@ -35,7 +46,8 @@ void AddLineOptions(CLI::App& command, LineOptions& options)
         ->type_name("TEXT")
         ->check(CheckSettings);
     command.add_option("--line", options.lines, "The device behind a line, such as 1=/dev/ttyUSB0")
-        ->type_name("N=PORT");
+        ->type_name("N=PORT")
+        ->check(CheckLine);
     command.add_flag("--bench", options.bench, "Talk to simulated devices on COM1 and COM2");
     command
         .add_option("--bench-state", options.benchState,

@@ -49,6 +49,19 @@ public:
     /// Whether standard error is a terminal, on which progress is shown.
     virtual bool ShowsProgress() const = 0;
 
+    /// Whether there is a terminal on which the user can be asked.
+    virtual bool CanAsk() const = 0;
+
+    /// Asks on the terminal, which must be there. False for every answer but yes, and when the user wants a
+    /// stop.
+    virtual bool Ask(const std::string& question) = 0;
+
+    /// The serial port of line 1 to 4, after Prepare; for those who use it without the link.
+    virtual SerialPort& Port(int line) = 0;
+
+    /// Where copies of what devices held are kept.
+    virtual std::string DataFolder() const = 0;
+
 protected:
     LineAccess() = default;
     LineAccess(const LineAccess&) = default;

@@ -1,5 +1,6 @@
 #include "cli/LineReport.h"
 
+#include "app/LineErrorText.h"
 #include "platform/Encoding.h"
 
 namespace kelvora {
@@ -9,19 +10,32 @@ std::string PortName(int port)
     return "COM" + std::to_string(port);
 }
 
+std::string OneLineText(std::string_view text)
+{
+    std::string line;
+    bool parts = false;
+    for (const char c : text) {
+        const bool ends = c == '\r' || c == '\n';
+        if (!ends && parts)
+            line += ' ';
+        if (!ends)
+            line += c;
+        parts = ends && !line.empty();
+    }
+    return Utf8FromText(line);
+}
+
 std::string LineMessageText(const MessageId& message, std::string_view extra)
 {
-    std::string text(message.fallback);
-    bool starts = true;
-    for (const char c : extra) {
-        const bool ends = c == '\r' || c == '\n';
-        if (!ends && starts)
-            text += ' ';
-        if (!ends)
-            text += c;
-        starts = ends;
-    }
-    return Utf8FromText(text);
+    return OneLineText(std::string(message.fallback).append("\n").append(extra));
+}
+
+std::string LineFailureText(const LineTarget& target, const LineResult& result)
+{
+    if (result.outcome == LineOutcome::Stopped)
+        return "stopped";
+    const LineErrorText error = DescribeLineFailure(MessageCatalogue(), target, result);
+    return LineMessageText(error.message, error.extra);
 }
 
 }  // namespace kelvora

@@ -8,10 +8,11 @@ constexpr std::size_t Width = 40;
 
 }  // namespace
 
-ProgressLine::~ProgressLine()
+void ProgressLine::Wipe()
 {
     if (out_ && !shown_.empty())
         *out_ << '\r' << std::string(shown_.size(), ' ') << '\r' << std::flush;
+    shown_.clear();
 }
 
 void ProgressLine::Show(const LineProgress& progress)

@@ -12,11 +12,14 @@ class ProgressLine {
 public:
     /// `out` is a terminal and outlives the line; null shows nothing.
     explicit ProgressLine(std::ostream* out) : out_(out) {}
-    ~ProgressLine();
+    ~ProgressLine() { Wipe(); }
     ProgressLine(const ProgressLine&) = delete;
     ProgressLine& operator=(const ProgressLine&) = delete;
 
     void Show(const LineProgress& progress);
+
+    /// Wipes the line: something else is to stand there.
+    void Wipe();
 
 private:
     std::ostream* out_;

@@ -5,7 +5,7 @@
 
 #include "app/TextFiles.h"
 #include "cli/LineReport.h"
-#include "cli/ProgressLine.h"
+#include "cli/LineRun.h"
 #include "cli/SetupJson.h"
 #include "cli/Show.h"
 #include "layout/LineScan.h"
@@ -18,11 +18,8 @@ namespace {
 
 ScanOutcome RunScan(const ScanRequest& request, Console& console, LineAccess& access)
 {
-    Comms& comms = access.Prepare(request.line);
-    ProgressLine bar(access.ShowsProgress() ? &console.err : nullptr);
-    const LineHooks hooks{[&] { return access.StopRequested(); },
-                          [&](const LineProgress& progress) { bar.Show(progress); }};
-    return ScanLine(comms, request.line.Target(), ConnectionMode::Pos, hooks, MessageCatalogue());
+    LineRun run(request.line, console, access);
+    return ScanLine(run.comms, request.line.Target(), ConnectionMode::Pos, run.hooks, MessageCatalogue());
 }
 
 }  // namespace

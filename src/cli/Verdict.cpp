@@ -54,6 +54,17 @@ Verdict CheckSetupFile(const std::string& path, std::string& text, SetupDocument
     return verdict;
 }
 
+std::optional<SetupDocument> AcceptedSetup(const std::string& path, std::ostream& err)
+{
+    std::string text;
+    SetupDocument document;
+    const Verdict verdict = CheckSetupFile(path, text, &document);
+    if (verdict.outcome == Verdict::Outcome::Accepted)
+        return document;
+    err << VerdictLine(path, verdict);
+    return std::nullopt;
+}
+
 std::string ErrorNumberText(std::uint32_t number)
 {
     std::array<char, sizeof "0x80040107"> text{};

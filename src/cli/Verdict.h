@@ -4,6 +4,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
+#include <ostream>
 #include <string>
 
 #include "setup/SetupDocument.h"
@@ -22,6 +24,10 @@ struct Verdict {
 /// Reads the file at `path` as a setup; `text` is memory to read into, kept from file to file. Gives the
 /// setup to `document` where that is not null and the file is accepted. Throws nothing that a file can cause.
 Verdict CheckSetupFile(const std::string& path, std::string& text, SetupDocument* document = nullptr);
+
+/// The setup of a file that a command needs; nothing, after the verdict's line on `err`, when it is not
+/// accepted.
+std::optional<SetupDocument> AcceptedSetup(const std::string& path, std::ostream& err);
 
 /// The number as it is shown: "0x80040107".
 std::string ErrorNumberText(std::uint32_t number);

@@ -60,7 +60,8 @@ LineResult WorkOnLine(Comms& comms, const LineTarget& target, const LineHooks& h
     const OpenLine line(*channel, target.settings);
     if (!line.IsOpen()) {
         result.outcome = LineOutcome::NoPort;
-        result.failure = {channel->Failure(), 0, channel->LastError()};
+        result.failure = {channel->Failure(), 0, channel->Device(), channel->AllowedGroup(),
+                          channel->LastError()};
         return result;
     }
     LineWork steps(comms, target.line, hooks, target.timeout);
@@ -70,8 +71,13 @@ LineResult WorkOnLine(Comms& comms, const LineTarget& target, const LineHooks& h
         result.outcome = LineOutcome::Stopped;
         TryRelease(steps);
     } catch (const ReplyError& error) {
-        result.outcome = LineOutcome::Failed;
-        result.failure = {channel->IsOpen() ? PortFailure::None : channel->Failure(), error.Number(),
+        // Who has asked for a stop in the meantime is not told of a failure.
+        const bool stopped = hooks.stopRequested && hooks.stopRequested();
+        result.outcome = stopped ? LineOutcome::Stopped : LineOutcome::Failed;
+        result.failure = {channel->IsOpen() ? PortFailure::None : channel->Failure(),
+                          error.Number(),
+                          channel->Device(),
+                          {},
                           error.what()};
         if (channel->IsOpen() && StillAnswers(error.Number()))
             TryRelease(steps);

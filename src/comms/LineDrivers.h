@@ -27,6 +27,8 @@ enum class LineOutcome {
 struct LineFailure {
     PortFailure port = PortFailure::None;  ///< why the port did not open or went away
     std::uint32_t number = 0;              ///< one of ReplyErrorNumber; 0 for a port that did not open
+    std::string device;                    ///< behind the line
+    std::string group;                     ///< whose members may use it, as in SerialPort
     std::string detail;                    ///< where and why, in English; the system's words for a port
 };
 
@@ -34,7 +36,7 @@ struct LineResult {
     LineOutcome outcome = LineOutcome::Done;
     LineFailure failure;
     std::string deviceMap;  ///< as AskDeviceMap; empty when none came
-    std::string image;      ///< the whole flash with the right CRC; empty when none came
+    std::string image;      ///< the whole flash; empty when none came
 
     bool IsDone() const { return outcome == LineOutcome::Done; }
 };

@@ -17,8 +17,13 @@ constexpr std::chrono::milliseconds ControlMargin{1000};
 [[noreturn]] void RaiseAt(std::string_view name, const ReplyError& error)
 {
     std::string text(name);
-    if (*error.what() != '\0')
-        text.append(": ").append(error.what());
+    const std::string_view description(error.what());
+    // A status that is a failure by itself comes with its whole reply.
+    const auto fields = description.starts_with(name) ? ReplyFields(description, name) : std::nullopt;
+    if (fields && !fields->empty())
+        text.append(": status ").append(fields->front());
+    else if (!description.empty())
+        text.append(": ").append(description);
     throw ReplyError(error.Number(), text);
 }
 

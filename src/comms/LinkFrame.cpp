@@ -111,7 +111,9 @@ FrameReceiver::Event FrameReceiver::Take(char byte)
             }
             return bytes_.size() < MaximumBody + FrameOverhead ? Event::None : Report(Event::Damage);
         case State::Crc:
-            return bytes_.size() == etxAt_ + 1 + CrcDigits ? Report(Judge()) : Event::None;
+            if (bytes_.size() == etxAt_ + 1 + CrcDigits)
+                return Report(Judge());
+            return bytes_.size() < MaximumBody + FrameOverhead ? Event::None : Report(Event::Damage);
     }
     return Event::None;
 }

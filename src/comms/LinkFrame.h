@@ -29,8 +29,8 @@ struct LinkFrame {
     std::string body;
 };
 
-/// A body is never longer: twice what the longest answer, a flash block, takes.
-inline constexpr std::size_t MaximumBody = 1024;
+/// A body is never longer. The longest answer, a flash block, takes 458 bytes.
+inline constexpr std::size_t MaximumBody = 512;
 
 /// Bytes of a frame that are not its body.
 inline constexpr std::size_t FrameOverhead = 10;

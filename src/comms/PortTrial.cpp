@@ -2,18 +2,13 @@
 
 namespace kelvora {
 
-namespace {
-
-std::string DescribeRefusal(const MessageCatalogue& catalogue, const std::string& group)
+std::string DescribeGroup(const MessageCatalogue& catalogue, const std::string& group)
 {
-    const std::string refused = catalogue.Caption(Message::PortNotAllowed);
     if (group.empty())
-        return refused + "\r\n" + catalogue.Caption(Message::PortNoGroup);
-    return refused + ' ' + catalogue.Word(Message::PortGroup) + group + ".\r\n" +
-           catalogue.Caption(Message::PortJoinGroup) + "\r\nsudo usermod -aG " + group + " $USER";
+        return catalogue.Caption(Message::PortNoGroup);
+    return catalogue.Word(Message::PortGroup) + group + ".\r\n" + catalogue.Caption(Message::PortJoinGroup) +
+           "\r\nsudo usermod -aG " + group + " $USER";
 }
-
-}  // namespace
 
 PortTrial OutcomeOf(const SerialPort& port)
 {
@@ -44,11 +39,13 @@ std::string DescribeTrial(const MessageCatalogue& catalogue, const PortTrial& tr
         case PortFailure::Missing:
             return catalogue.Caption(Message::PortMissing);
         case PortFailure::NotAllowed:
-            return DescribeRefusal(catalogue, devices.GroupThatMayUse(trial.device));
+            return catalogue.Caption(Message::PortNotAllowed) + ' ' +
+                   DescribeGroup(catalogue, devices.GroupThatMayUse(trial.device));
         case PortFailure::InUse:
             return catalogue.Caption(Message::PortInUse);
         case PortFailure::BadSettings:
             return catalogue.Word(Message::PortBadSettings) + trial.settings;
+        case PortFailure::SevenBits:
         case PortFailure::Other:
             break;
     }

@@ -24,6 +24,9 @@ PortTrial OutcomeOf(const SerialPort& port);
 /// in use.
 PortTrial TryDevice(SerialPort& port, const std::string& device);
 
+/// Who may use a port that the account may not: the group, and the command to join it, on lines of their own.
+std::string DescribeGroup(const MessageCatalogue& catalogue, const std::string& group);
+
 /// What to do about it, in the catalogue's language and on lines of their own; when the account may not use
 /// the device, the group that may, and the command to join it.
 std::string DescribeTrial(const MessageCatalogue& catalogue, const PortTrial& trial,

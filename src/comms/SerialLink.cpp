@@ -11,6 +11,8 @@ namespace {
 /// again.
 constexpr std::chrono::milliseconds SilenceTime{1000};
 
+constexpr std::size_t LongestFrame = MaximumBody + FrameOverhead;
+
 constexpr int MaximumSilences = 3;
 constexpr int MaximumSends = 12;
 
@@ -45,7 +47,7 @@ bool SerialLink::Open(std::string_view settings)
     const auto parsed = ParseSerialSettings(settings);
     // A frame's data has bytes of all values.
     if (!parsed || parsed->dataBits != 8) {
-        failure_ = PortFailure::BadSettings;
+        failure_ = parsed ? PortFailure::SevenBits : PortFailure::BadSettings;
         return false;
     }
     if (port_.IsOpen()) {
@@ -81,7 +83,6 @@ void SerialLink::Close()
 
 std::chrono::milliseconds SerialLink::LongestExchange() const
 {
-    constexpr std::size_t LongestFrame = MaximumBody + FrameOverhead;
     return MaximumSends * RoundedUp(settings_.TimeOf(2 * LongestFrame) + SilenceTime);
 }
 
@@ -102,6 +103,7 @@ void SerialLink::Transmit()
     inFlight_->heard = false;
     inFlight_->sent = loop_.Now() + settings_.TimeOf(inFlight_->frame.size());
     inFlight_->silentUntil = inFlight_->sent + SilenceTime;
+    inFlight_->answerUntil = inFlight_->silentUntil + settings_.TimeOf(LongestFrame);
     port_.Write(inFlight_->frame);
     Watch(LineTraffic::Direction::Sent, LineTraffic::Damage::None, inFlight_->frame);
     ArmSilence();
@@ -125,7 +127,9 @@ void SerialLink::TakeBytes()
     const std::string bytes = port_.Read();
     if (inFlight_ && !bytes.empty()) {
         inFlight_->heard = true;
-        inFlight_->silentUntil = std::max(inFlight_->silentUntil, loop_.Now() + SilenceTime);
+        // Bytes without end that make no frame are no answer.
+        inFlight_->silentUntil =
+            std::min(std::max(inFlight_->silentUntil, loop_.Now() + SilenceTime), inFlight_->answerUntil);
     }
     for (const char byte : bytes) {
         if (byte == LinkByte::Soh)

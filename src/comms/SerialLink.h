@@ -28,6 +28,8 @@ public:
     bool IsOpen() const override { return open_; }
     PortFailure Failure() const override { return failure_; }
     std::string LastError() const override { return port_.LastError(); }
+    std::string Device() const override { return port_.Device(); }
+    std::string AllowedGroup() const override { return port_.AllowedGroup(); }
     void Send(std::string_view command) override;
     std::chrono::milliseconds LongestExchange() const override;
 
@@ -41,6 +43,7 @@ private:
         bool heard = false;           ///< bytes have come since the last send
         EventLoop::Time sent;         ///< when the last send was over
         EventLoop::Time silentUntil;  ///< when silence has lasted long enough
+        EventLoop::Time answerUntil;  ///< when the longest answer would have come
     };
 
     void Transmit();

@@ -34,7 +34,7 @@ std::string Backups::Save(int port, std::string_view deviceMap, const FlashImage
     const std::string start = folder_ + "/" + FileStem(origin);
     std::string path = start + std::string(Extension);
     for (int number = 2; files_.Exists(path); ++number)
-        path = start + " " + std::to_string(number) + std::string(Extension);
+        path = start + "_" + std::to_string(number) + std::string(Extension);
     files_.Write(path,
                  FormatDeviceMapDump({BackupTitle(origin), std::string(deviceMap)}) + FormatDump(0, image));
     return path;

@@ -48,8 +48,8 @@ void TakeMap(const LineResult& result, const MessageCatalogue& catalogue, ScanOu
     try {
         outcome.document = ReadDeviceMap(result.deviceMap);
     } catch (const SetupError& error) {
-        outcome.messages.push_back(
-            {Message::ScanRejected, BoxIcon::Exclamation, DescribeSetupError(catalogue, error)});
+        outcome.messages.push_back({Message::ScanRejected, BoxIcon::Exclamation,
+                                    catalogue.Word(Message::ExpectedWord) + ExpectedText(catalogue, error)});
         return;
     }
     std::vector<TakeNotice> notices;
@@ -58,7 +58,13 @@ void TakeMap(const LineResult& result, const MessageCatalogue& catalogue, ScanOu
         outcome.document = std::move(taken.document);
         notices = std::move(taken.notices);
     }
-    if (std::string text = NoticesOf(outcome.document, notices, catalogue); !text.empty())
+    std::string text = NoticesOf(outcome.document, notices, catalogue);
+    if (!outcome.image)
+        text += (text.empty() ? "" : "\r\n") + catalogue.Caption(Message::ScanNoImage);
+    // What went wrong and what to mind make one message.
+    if (!outcome.messages.empty() && !text.empty())
+        outcome.messages.front().extra += "\r\n\r\n" + text;
+    else if (!text.empty())
         outcome.messages.push_back({Message::ScanRemarks, BoxIcon::Information, std::move(text)});
 }
 
@@ -78,7 +84,7 @@ ScanOutcome ScanLine(Comms& comms, const LineTarget& target, ConnectionMode mode
     outcome.image = ImageFrom(result.image);
     const bool failed = result.outcome == LineOutcome::Failed || result.outcome == LineOutcome::NoPort;
     if (failed) {
-        const LineErrorText error = DescribeLineFailure(target, result);
+        const LineErrorText error = DescribeLineFailure(catalogue, target, result);
         outcome.messages.push_back({error.message, BoxIcon::Exclamation, error.extra});
     } else if (result.IsDone() && result.deviceMap.empty()) {
         outcome.messages.push_back({Message::LineNoDevices, BoxIcon::Exclamation, {}});
@@ -86,8 +92,9 @@ ScanOutcome ScanLine(Comms& comms, const LineTarget& target, ConnectionMode mode
     if (result.deviceMap.empty())
         return outcome;
     TakeMap(result, catalogue, outcome);
-    // A line that has just failed would only fail once more.
-    if (mode == ConnectionMode::Pos && !failed && !SendLineMode(comms, target, LineMode::Pos).IsDone())
+    // A line that has just failed would only fail once more, and who stops wants no more commands.
+    if (mode == ConnectionMode::Pos && result.IsDone() &&
+        !SendLineMode(comms, target, LineMode::Pos).IsDone())
         outcome.messages.push_back({Message::ModeNotSet, BoxIcon::Information, {}});
     return outcome;
 }

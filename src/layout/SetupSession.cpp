@@ -54,9 +54,7 @@ ScanOutcome SetupSession::Scan(const LineHooks& hooks)
 {
     ScanOutcome outcome =
         ScanLine(program_.comms, TargetOf(settings), settings.ConnectionMode, hooks, program_.catalogue);
-    HoldAs({{}, "PosConfiguration " + std::to_string(settings.PanelIndex)});
-    if (outcome.image)
-        deviceImage = outcome.image;
+    HoldAs({{}, "PosConfiguration " + std::to_string(settings.PanelIndex), outcome.image});
     return outcome;
 }
 
@@ -64,6 +62,7 @@ void SetupSession::HoldAs(const WindowFile& file)
 {
     SetFile(file.file);
     settings.Name = file.name;
+    deviceImage = file.image;
 }
 
 void SetupSession::SetFile(const SetupFile& file)

@@ -21,10 +21,11 @@ enum class Closing {
     Saved,    ///< it was saved and may close
 };
 
-/// Under which file and which name a window holds its setup.
+/// Under which file and which name a window holds its setup, and what it knows of the device's flash.
 struct WindowFile {
     SetupFile file;
     std::string name;
+    std::optional<FlashImage> image;
 };
 
 class SetupSession {
@@ -60,7 +61,7 @@ public:
     /// that came is the caller's to take; the flash image that came becomes the device's.
     ScanOutcome Scan(const LineHooks& hooks);
 
-    WindowFile HeldAs() const { return {file_, settings.Name}; }
+    WindowFile HeldAs() const { return {file_, settings.Name, deviceImage}; }
     void HoldAs(const WindowFile& file);
 
     Program& Shared() const { return program_; }

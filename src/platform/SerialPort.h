@@ -15,6 +15,7 @@ enum class PortFailure {
     NotAllowed,   ///< the account may not use it
     InUse,        ///< another program holds it
     BadSettings,  ///< the port cannot take its settings
+    SevenBits,    ///< the terminal's link needs bytes of 8 bits
     Other,
 };
 
@@ -35,13 +36,16 @@ public:
     virtual PortFailure Failure() const = 0;
     /// The same in the system's words.
     virtual std::string LastError() const = 0;
+    /// The group whose members may use the device; empty where there is none to join.
+    virtual std::string AllowedGroup() const { return {}; }
 
     /// "<baud>,<parity>,<data bits>,<stop bits>"; see platform/SerialSettings.h. An open port takes them at
     /// once. False, and nothing changed, when the text or the port does not allow them.
     virtual bool SetSettings(std::string_view settings) = 0;
     virtual const std::string& Settings() const = 0;
 
-    /// Hands bytes to the line; they leave at the line's speed. Nothing is sent while the port is closed.
+    /// Hands bytes to the line; they leave at the line's speed. A loss of the port is told later, not from
+    /// here. Nothing is sent while the port is closed.
     virtual void Write(std::string_view bytes) = 0;
 
     virtual std::size_t BytesWaiting() const = 0;

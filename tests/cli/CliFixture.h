@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -24,7 +25,7 @@ struct CliResult {
 };
 
 /// A simulated line of all four modules behind COM1, on virtual time.
-class FakeLineAccess final : public LineAccess {
+class FakeLineAccess : public LineAccess {
 public:
     Comms& Prepare(const LineOptions& options) override
     {
@@ -33,9 +34,20 @@ public:
     }
     bool StopRequested() override { return stopAfter >= 0 && stopAfter-- == 0; }
     bool ShowsProgress() const override { return showsProgress; }
+    bool CanAsk() const override { return answer.has_value(); }
+    bool Ask(const std::string& question) override
+    {
+        questions.push_back(question);
+        return *answer;
+    }
+    SerialPort& Port(int /*line*/) override { return bench.port; }
+    std::string DataFolder() const override { return data; }
 
     int stopAfter = -1;  ///< so many commands are sent before the user wants a stop; below 0 never
     bool showsProgress = false;
+    std::optional<bool> answer;  ///< on the terminal; nothing where there is none
+    std::vector<std::string> questions;
+    std::string data;
     LineOptions asked;
     FakeEventLoop loop;
     BenchLine bench{loop};

@@ -28,6 +28,7 @@ public:
     bool IsOpen() const override { return isOpen; }
     PortFailure Failure() const override { return failure; }
     std::string LastError() const override { return "gone"; }
+    std::string Device() const override { return "scripted"; }
     void Send(std::string_view command) override
     {
         sent.emplace_back(command);
@@ -225,7 +226,7 @@ TEST_F(CommsTest, ADriverTellsWhereTheLineFailed)
         {"refused",
          {{"$9900", "$9900!0!T"}, {"$9918", "$9918!2"}},
          0x800400E3,
-         "$9918: $9918!2",
+         "$9918: status 2",
          "$9911",
          ""},
         {"another status",

@@ -23,7 +23,7 @@ TEST(Backups, AreListedByTheirTimeAndReadBack)
     EXPECT_EQ(first, "/data/backups/2026-03-09 07-05-00 COM1.mem");
     EXPECT_TRUE(files.folders.contains("/data/backups"));
     EXPECT_TRUE(files.content[first].starts_with("'DeviceMap: COM1, 2026-03-09 07:05:00\r\n0000:00 D6 17 "));
-    EXPECT_EQ(backups.Save(1, "\xBF", Filled(1)), "/data/backups/2026-03-09 07-05-00 COM1 2.mem");
+    EXPECT_EQ(backups.Save(1, "\xBF", Filled(1)), "/data/backups/2026-03-09 07-05-00 COM1_2.mem");
     now += 24h;
     backups.Save(3, "", Filled(2));
     files.content["/data/backups/broken.mem"] = "0000:00 oops\r\n";
@@ -36,7 +36,7 @@ TEST(Backups, AreListedByTheirTimeAndReadBack)
     ASSERT_EQ(list.size(), 6U);
     EXPECT_EQ(list[0].name, "2026-03-10 07-05-00 COM3.mem");
     EXPECT_EQ(list[0].origin, (BackupOrigin{3, now}));
-    EXPECT_EQ(list[1].deviceMap + list[2].deviceMap, std::string(WholeChain) + "\xBF");
+    EXPECT_EQ(list[1].deviceMap + list[2].deviceMap, "\xBF" + std::string(WholeChain));
     EXPECT_EQ(list[3].readError, "Permission denied");
     EXPECT_TRUE(list[4].name == "foreign.mem" && list[4].IsWhole() && !list[4].origin);
     EXPECT_EQ(list[5].damage.value().Line(), 1U);

@@ -24,10 +24,12 @@ LineForms::~LineForms()
 void LineForms::ShowPortSettings(PosCfg& settings, const std::function<void()>& onChange)
 {
     frmPortSetup form(program_, settings, &window_);
-    form.onChange = onChange;
+    form.onChange = [&] {
+        program_.main.SetBaudRate(settings.BaudRate());
+        program_.main.PortSettings = settings.PortSettings;
+        onChange();
+    };
     form.exec();
-    program_.main.SetBaudRate(settings.BaudRate());
-    program_.main.PortSettings = settings.PortSettings;
 }
 
 void LineForms::ShowPorts()
@@ -81,6 +83,12 @@ void LineForms::Retranslate()
 {
     if (monitorWindow_)
         monitorWindow_->Retranslate();
+}
+
+void LineForms::CloseMonitor()
+{
+    if (monitorWindow_)
+        monitorWindow_->close();
 }
 
 void LineForms::ShowBusy()

@@ -16,7 +16,6 @@ class QWidget;
 
 namespace kelvora {
 
-
 /// Which devices there are, and which of them stand behind COM1 to COM4. Both outlive those who use them.
 struct MachinePorts {
     PortNames& names;
@@ -46,6 +45,8 @@ public:
     void ShowMonitor();
 
     void Retranslate();
+
+    void CloseMonitor();
 
     /// A device operation has begun or ended.
     void ShowBusy();

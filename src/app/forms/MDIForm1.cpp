@@ -7,7 +7,9 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QScreen>
+#include <QStyle>
 #include <QTimer>
+#include <algorithm>
 #include <utility>
 
 #include "app/ShowMessage.h"
@@ -25,6 +27,13 @@ namespace {
 constexpr std::chrono::milliseconds ClosingTime{2000};
 
 constexpr QSize InitialSize(980, 620);
+
+// What the window system puts around a window, before it has done so.
+QSize FrameRoom(const QStyle& style)
+{
+    const int title = style.pixelMetric(QStyle::PM_TitleBarHeight);
+    return {title / 2, title + title / 2};
+}
 
 QStringList LocalFiles(const QMimeData& data)
 {
@@ -65,7 +74,7 @@ MDIForm1::MDIForm1(Program& program, const QString& configFolder, MachinePorts* 
     resize(InitialSize);
     memory_.RestoreWindow(*this);
     // The screen may be smaller than the one before, or its scaling larger.
-    resize(size().boundedTo(screen()->availableGeometry().size()));
+    resize(size().boundedTo(screen()->availableGeometry().size() - FrameRoom(*style())));
     memory_.RestoreFolders(program_.main);
     memory_.RestoreLine(program_.main);
     ConnectFileCommands();
@@ -119,7 +128,10 @@ void MDIForm1::ConnectLineCommands()
         Refresh();
     };
     OnSetup(Command::CommunicationsMenuSettings, [this](frmConfig& setup) {
-        lines_.ShowPortSettings(setup.Session().settings, [this] { Refresh(); });
+        lines_.ShowPortSettings(setup.Session().settings, [this] {
+            memory_.SaveLine(program_.main);
+            Refresh();
+        });
     });
     OnSetup(Command::EpromWizard,
             [this](frmConfig& setup) { lines_.ShowWizard(setup.Session().settings, [this] { Refresh(); }); });
@@ -172,6 +184,7 @@ void MDIForm1::ConnectMenus()
     menu_.selectPort = [this](int port) {
         if (frmConfig* setup = ActiveSetup())
             setup->SelectPort(static_cast<std::int16_t>(port));
+        memory_.SaveLine(program_.main);
     };
     menu_.isPortAvailable = [this](int port) { return program_.IsPortAvailable(port); };
     menu_.languages = [this] { return program_.Languages(); };
@@ -240,10 +253,12 @@ void MDIForm1::Refresh()
     undoGroup_.setActiveStack(setup ? &setup->UndoStack() : nullptr);
     menu_.ShowSetupEntries(setup != nullptr);
     const PosCfg& settings = setup ? setup->Session().settings : program_.main;
-    const bool canScan = program_.HasLink() && AllowsScan(settings.ConnectionMode);
+    // One scan at a time, also while it has yet to begin.
+    const bool hasLink = program_.HasLink() && !IsScanPending();
+    const bool canScan = hasLink && AllowsScan(settings.ConnectionMode);
     CommandSituation nothingOpen;
     nothingOpen.busy = program_.busy;
-    nothingOpen.canScan = program_.HasLink();
+    nothingOpen.canScan = hasLink;
     const CommandState state = setup ? setup->State(canScan) : CommandStateOf(nothingOpen);
     commands_.Apply(state);
     menu_.Apply(state);
@@ -265,6 +280,12 @@ void MDIForm1::Refresh()
                                            : PathToQString(setup->Session().File().path));
 }
 
+bool MDIForm1::IsScanPending() const
+{
+    return std::ranges::any_of(AllSetups(),
+                               [](const frmConfig* setup) { return setup->Session().IsScanning(); });
+}
+
 bool MDIForm1::IsIdle() const
 {
     const QString operation = status_->Operation().trimmed();
@@ -283,11 +304,11 @@ void MDIForm1::ShutDown()
     closing_ = Closing::Waiting;
     memory_.SaveWindow(*this);
     memory_.SaveFolders(program_.main);
-    memory_.SaveLine(program_.main);
     if (onShutdown)
         onShutdown();
     if (help_)
         help_->hide();
+    lines_.CloseMonitor();
     hide();
     program_.world.eventLoop.After(ClosingTime, [window = QPointer<MDIForm1>(this)] {
         if (window)

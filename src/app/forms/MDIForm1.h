@@ -73,6 +73,7 @@ private:
     void Retranslate();
     void ChangeLanguage(const std::string& language);
     void OpenWaitingFiles();
+    bool IsScanPending() const;
     bool IsIdle() const;
 
     template <class Action>

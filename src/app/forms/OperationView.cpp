@@ -27,6 +27,7 @@ OperationView::OperationView(Program& program, StatusPanels& status, QWidget& wi
     : program_(program), status_(status), window_(window), escape_(QKeySequence(Qt::Key_Escape), &window)
 {
     escape_.setEnabled(false);
+    escape_.setAutoRepeat(false);
     QObject::connect(&escape_, &QShortcut::activated, &window, [this] { Interrupt(); });
     program_.onOperation = [this] { ShowOperation(); };
     program_.onProgress = [this](const LineProgress& progress) { ShowProgress(progress); };
@@ -85,13 +86,18 @@ void OperationView::Interrupt()
         program_.Show(Message::Interruption, {BoxIcon::Information});
         return;
     }
+    // Asked already: the command that is under way ends first.
+    if (program_.interruptionRequested)
+        return;
     if (!abort_) {
         abort_ = new frmAbort(program_.catalogue, &window_);
         abort_->setAttribute(Qt::WA_DeleteOnClose);
         abort_->onTerminate = [this] {
             program_.interruptionRequested = program_.busy;
             program_.running.status.clear();
+            program_.running.operation = " " + program_.catalogue.Caption(Message::Stopping);
             status_.ShowStatus(QString());
+            status_.ShowOperation(ToQString(program_.running.operation));
         };
     }
     abort_->ShowInfo(ToQString(program_.catalogue.Caption(Message::Interruption)));

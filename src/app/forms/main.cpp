@@ -137,24 +137,36 @@ public:
     }
 };
 
+// The names of a dead simulation may soon be another program's. No box comes into a running operation.
+void TellBenchEnded(Program& program, MDIForm1& window, const PortNames& names)
+{
+    constexpr std::chrono::milliseconds LookAgain{200};
+    if (program.busy) {
+        program.world.eventLoop.After(LookAgain, [&] { TellBenchEnded(program, window, names); });
+        return;
+    }
+    program.simulated = {};
+    names.ApplyTo(program.world.ports);
+    window.Refresh();
+    program.Show(Message::BenchEnded, {BoxIcon::Exclamation});
+}
+
 // The simulated devices take the place of COM1 and COM2.
-void StartBench(BenchProcess& bench, const std::string& stateFile, Program& program, MDIForm1& window)
+void StartBench(BenchProcess& bench, const std::string& stateFile, Program& program, MDIForm1& window,
+                const PortNames& names)
 {
     if (!bench.Start(stateFile)) {
         program.Show(Message::BenchNotStarted, {BoxIcon::Exclamation}, bench.LastError());
         return;
     }
     for (std::size_t i = 0; i < bench.Devices().size(); ++i) {
+        // A line that was named is meant.
+        if (names.IsFixed(static_cast<int>(i) + 1))
+            continue;
         program.world.ports.at(i)->SetDevice(bench.Devices()[i]);
         program.simulated.at(i) = true;
     }
-    bench.onEnded = [&] {
-        program.simulated = {};
-        window.Refresh();
-        // An operation that runs fails with its port, and says so by itself.
-        if (!program.busy)
-            program.Show(Message::BenchEnded, {BoxIcon::Exclamation});
-    };
+    bench.onEnded = [&] { TellBenchEnded(program, window, names); };
     window.Refresh();
 }
 
@@ -198,7 +210,7 @@ int Run(QApplication& application)
     // What the first picture does not need comes after it.
     QTimer::singleShot(0, &window, [&] {
         if (arguments.bench)
-            StartBench(bench, arguments.benchState, program, window);
+            StartBench(bench, arguments.benchState, program, window, names);
         copy.Listen([&window](const QStringList& handedOver) { window.OpenFiles(handedOver); });
         if (names.HasProblem())
             prompt.Show(ProductName, names.Problem(program.catalogue), {BoxIcon::Exclamation});

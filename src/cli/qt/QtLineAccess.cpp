@@ -1,12 +1,16 @@
 #include "cli/qt/QtLineAccess.h"
 
+#include <poll.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
 #include <QStandardPaths>
 #include <array>
+#include <iostream>
 #include <optional>
 
+#include "cli/LineReport.h"
 #include "comms/PortNames.h"
 #include "comms/SerialLink.h"
 #include "platform/posix/PosixFiles.h"
@@ -20,22 +24,13 @@ namespace kelvora {
 
 namespace {
 
-PortDevices DevicesOf(const LineOptions& options)
+PortNames NamesOf(const LineOptions& options, Files& files)
 {
     std::vector<LineArgument> arguments;
-    for (const std::string& line : options.lines) {
-        try {
-            arguments.push_back(ParseLineArgument(line));
-        } catch (const std::invalid_argument& error) {
-            throw LineAccessError("--line " + line + ": " + error.what());
-        }
-    }
-    PosixFiles files;
+    for (const std::string& line : options.lines)
+        arguments.push_back(ParseLineArgument(line));
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-    const PortNames names(files, PathFromQString(folder) + "/Kelvora/ports.ini", arguments);
-    if (names.HasProblem())
-        throw LineAccessError(names.Problem(MessageCatalogue()));
-    return names.Devices();
+    return {files, PathFromQString(folder) + "/Kelvora/ports.ini", arguments};
 }
 
 class QtLineAccess final : public LineAccess {
@@ -46,9 +41,17 @@ public:
     {
         stop_.emplace();
         application_.emplace(argc_, argv_);
-        PortDevices devices = DevicesOf(options);
-        if (options.bench || !options.benchState.empty())
-            StartBench(options, devices);
+        PosixFiles files;
+        const PortNames names = NamesOf(options, files);
+        PortDevices devices = names.Devices();
+        bool isNamed = names.IsFixed(options.port);
+        if (options.bench || !options.benchState.empty()) {
+            StartBench(options, names, devices);
+            isNamed = isNamed || static_cast<std::size_t>(options.port) <= bench_->Devices().size();
+        }
+        // A damaged file matters only to the ports that it might have named.
+        if (names.HasProblem() && !isNamed)
+            throw LineAccessError(OneLineText(names.Problem(MessageCatalogue())));
         std::array<LnkControl*, LineCount> channels{};
         for (std::size_t i = 0; i < channels.size(); ++i) {
             ports_.at(i) = std::make_unique<QtSerialPort>(devices.at(i));
@@ -60,14 +63,23 @@ public:
 
     bool StopRequested() override { return stop_ && stop_->Requested(); }
     bool ShowsProgress() const override { return isatty(STDERR_FILENO) == 1; }
+    bool CanAsk() const override { return isatty(STDIN_FILENO) == 1 && isatty(STDERR_FILENO) == 1; }
+    bool Ask(const std::string& question) override;
+    SerialPort& Port(int line) override { return *ports_.at(static_cast<std::size_t>(line) - 1); }
+    std::string DataFolder() const override
+    {
+        return PathFromQString(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)) +
+               "/Kelvora";
+    }
 
 private:
-    void StartBench(const LineOptions& options, PortDevices& devices)
+    void StartBench(const LineOptions& options, const PortNames& names, PortDevices& devices)
     {
         if (!bench_.emplace().Start(options.benchState))
             throw LineAccessError("the simulated line could not be started: " + bench_->LastError());
         for (std::size_t i = 0; i < bench_->Devices().size(); ++i)
-            devices.at(i) = bench_->Devices()[i];
+            if (!names.IsFixed(static_cast<int>(i) + 1))
+                devices.at(i) = bench_->Devices()[i];
     }
 
     int& argc_;
@@ -80,6 +92,30 @@ private:
     std::array<std::unique_ptr<SerialLink>, LineCount> links_;
     std::optional<Comms> comms_;
 };
+
+// Ctrl+C is only a wish here, so the wait for the answer asks for it now and then.
+bool QtLineAccess::Ask(const std::string& question)
+{
+    constexpr int LookMs = 100;
+    // What was typed ahead answers another question.
+    tcflush(STDIN_FILENO, TCIFLUSH);
+    std::cerr << question << " [y/N] " << std::flush;
+    std::string answer;
+    while (!answer.ends_with('\n')) {
+        pollfd input{STDIN_FILENO, POLLIN, 0};
+        if (StopRequested()) {
+            std::cerr << std::endl;
+            return false;
+        }
+        if (poll(&input, 1, LookMs) <= 0)
+            continue;
+        char byte = 0;
+        if (read(STDIN_FILENO, &byte, 1) != 1)
+            return false;
+        answer += byte;
+    }
+    return answer == "y\n" || answer == "Y\n" || answer == "yes\n";
+}
 
 }  // namespace
 

@@ -100,8 +100,10 @@ void PortsDialog::AddRow(QGridLayout& grid, int port)
     row.device->setMinimumContentsLength(PathWidth);
     row.device->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     row.device->lineEdit()->setPlaceholderText(PathToQString(DefaultPortDevices().at(index)));
-    row.device->setEditText(PathToQString(names_.Devices().at(index)));
-    row.device->setEnabled(!names_.IsFixed(port));
+    const bool simulated = program_.simulated.at(index);
+    row.device->setEditText(
+        PathToQString(simulated ? program_.world.ports.at(index)->Device() : names_.Devices().at(index)));
+    row.device->setEnabled(!names_.IsFixed(port) && !simulated);
     label->setBuddy(row.device);
     connect(row.device, &QComboBox::activated, this, [this, index](int chosen) {
         rows_.at(index).device->setEditText(PathToQString(found_.at(static_cast<std::size_t>(chosen)).path));
@@ -174,6 +176,8 @@ void PortsDialog::ShowAdapters()
         QString text = AdapterText(DeviceIn(i));
         if (names_.IsFixed(static_cast<int>(i) + 1))
             text += QStringLiteral(" - ") + Text(Message::PortFixed);
+        if (program_.simulated.at(i))
+            text = Text(Message::SimulatedLine);
         rows_.at(i).adapter->setText(text);
         rows_.at(i).tryIt->setEnabled(isPath && program_.world.ports.at(i) != nullptr);
         allPaths = allPaths && isPath;
@@ -193,10 +197,16 @@ void PortsDialog::Try(int port)
 void PortsDialog::accept()
 {
     PortDevices devices;
-    for (std::size_t i = 0; i < PortCount; ++i)
-        devices.at(i) = DeviceIn(i);
+    // Simulated devices stay where they are for this run, and the names behind them in the file.
+    auto ports = program_.world.ports;
+    for (std::size_t i = 0; i < PortCount; ++i) {
+        const bool simulated = program_.simulated.at(i);
+        devices.at(i) = simulated ? names_.Devices().at(i) : DeviceIn(i);
+        if (simulated)
+            ports.at(i) = nullptr;
+    }
     names_.Take(devices);
-    names_.ApplyTo(program_.world.ports);
+    names_.ApplyTo(ports);
     if (names_.IsChanged())
         Keep();
     QDialog::accept();

@@ -2,6 +2,7 @@
 
 #include <QDialogButtonBox>
 #include <QEvent>
+#include <QKeyEvent>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -58,6 +59,13 @@ void frmAbort::AbortCommand_Click()
 {
     onTerminate();
     reject();
+}
+
+void frmAbort::keyPressEvent(QKeyEvent* event)
+{
+    // The key that has opened the dialog may still be down.
+    if (!event->isAutoRepeat())
+        QDialog::keyPressEvent(event);
 }
 
 bool frmAbort::event(QEvent* event)

@@ -132,7 +132,11 @@ void StripView::ShowModules(const ModuleList& modules)
 
 void StripView::ShowWaiting(const QString& text)
 {
+    // The buttons go one after the other: each would pass the focus on to the next.
+    const auto focused = focused_;
+    setFocus();
     ShowModules({});
+    focused_ = focused;
     emptyText_->setText(text);
     addMaster_->hide();
 }

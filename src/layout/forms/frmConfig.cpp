@@ -37,7 +37,12 @@ public:
 
     const MessageId& Name() const { return name_; }
 
-    void undo() override { Show(before_, fileBefore_); }
+    void undo() override
+    {
+        // A file that the scanned setup has got in the meantime stays its own.
+        fileAfter_ = form_.session_.HeldAs();
+        Show(before_, fileBefore_);
+    }
     void redo() override { Show(after_, fileBefore_ ? std::optional(fileAfter_) : std::nullopt); }
 
 private:
@@ -216,14 +221,15 @@ void frmConfig::SelectPort(std::int16_t port)
 {
     if (!kelvora::SelectPort(session_.settings, port))
         return;
-    // The port chosen last is the next window's.
+    // What was read came from another line. The port chosen last is the next window's.
+    session_.deviceImage.reset();
     session_.Shared().main.CommsPort = port;
     Notify();
 }
 
 void frmConfig::ToolsMenuRescanLine_Click()
 {
-    if (session_.Shared().busy || placing_)
+    if (session_.Shared().busy || placing_ || session_.IsScanning())
         return;
     beforeRescan_ = session_.HeldAs();
     session_.StartScanning();
@@ -269,7 +275,9 @@ void frmConfig::TakeScan(const std::optional<WindowFile>& before, SetupDocument 
     if (onFile)
         onFile();
     ShowTitle();
-    FocusStrip();
+    // Who has gone on to another window stays there.
+    if (const QWidget* focused = QApplication::focusWidget(); !focused || isAncestorOf(focused))
+        FocusStrip();
 }
 
 void frmConfig::Push(const MessageId& name, SetupDocument after)

@@ -5,7 +5,7 @@ namespace kelvora {
 
 class StopSignal {
 public:
-    /// From now on SIGINT and SIGTERM end nothing any more; threads begun later follow.
+    /// From now on SIGINT, SIGTERM and SIGHUP end nothing any more; threads begun later follow.
     StopSignal();
     ~StopSignal();
     StopSignal(const StopSignal&) = delete;

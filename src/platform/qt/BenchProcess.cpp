@@ -1,5 +1,7 @@
 #include "platform/qt/BenchProcess.h"
 
+#include <unistd.h>
+
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 
@@ -24,6 +26,8 @@ bool BenchProcess::Start(const std::string& stateFile)
         arguments << QStringLiteral("--state") << PathToQString(stateFile);
     process_.setProgram(QCoreApplication::applicationDirPath() + QStringLiteral("/kelvora-bench"));
     process_.setArguments(arguments);
+    // Ctrl+C is meant for this program alone; the bench ends after it.
+    process_.setChildProcessModifier([] { ::setpgid(0, 0); });
     process_.start();
     if (!ReadDevices()) {
         const QByteArray words = process_.readAllStandardError().trimmed();

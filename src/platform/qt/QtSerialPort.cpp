@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <utility>
 
+#include "platform/qt/QtSerialDevices.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -39,6 +40,21 @@ PortFailure FailureOf(QSerialPort::SerialPortError error, const QString& device)
     }
 }
 
+// What Qt reports of an adapter that was pulled out differs from driver to driver.
+bool EndsThePort(QSerialPort::SerialPortError error)
+{
+    switch (error) {
+        case QSerialPort::ResourceError:
+        case QSerialPort::ReadError:
+        case QSerialPort::WriteError:
+        case QSerialPort::DeviceNotFoundError:
+        case QSerialPort::PermissionError:
+            return true;
+        default:
+            return false;
+    }
+}
+
 }  // namespace
 
 QtSerialPort::QtSerialPort(std::string device) : device_(std::move(device)) {}
@@ -61,7 +77,7 @@ bool QtSerialPort::Open()
         });
         QObject::connect(port_.get(), &QSerialPort::errorOccurred, port_.get(),
                          [this](QSerialPort::SerialPortError error) {
-                             if (error == QSerialPort::ResourceError)
+                             if (EndsThePort(error))
                                  Lose();
                          });
     }
@@ -75,18 +91,14 @@ bool QtSerialPort::Open()
         return false;
     }
     failure_ = PortFailure::None;
+    open_ = true;
     return true;
 }
 
 void QtSerialPort::Close()
 {
-    if (IsOpen())
+    if (std::exchange(open_, false))
         port_->close();
-}
-
-bool QtSerialPort::IsOpen() const
-{
-    return port_ && port_->isOpen();
 }
 
 bool QtSerialPort::SetSettings(std::string_view settings)
@@ -107,21 +119,27 @@ bool QtSerialPort::Apply(const SerialSettings& settings)
            port_->setFlowControl(QSerialPort::NoFlowControl);
 }
 
-void QtSerialPort::Fail(QSerialPort::SerialPortError error)
+std::string QtSerialPort::AllowedGroup() const
 {
-    const QString device = PathToQString(device_);
-    failure_ = FailureOf(error, device);
-    lastError_ = FromQString(port_->errorString());
-    if (const QString group = QFileInfo(device).group(); failure_ == PortFailure::NotAllowed && !group.isEmpty())
-        lastError_ += "; the group " + FromQString(group) + " may use it";
+    return QtSerialDevices().GroupThatMayUse(device_);
 }
 
-// Unplugged, or its other end is gone: whoever waits for it must not wait on.
+void QtSerialPort::Fail(QSerialPort::SerialPortError error)
+{
+    failure_ = FailureOf(error, PathToQString(device_));
+    lastError_ = FromQString(port_->errorString());
+}
+
+// Unplugged, or its other end is gone: whoever waits for it must not wait on. While it opens, its failures
+// are Open's to tell.
 void QtSerialPort::Lose()
 {
-    if (!IsOpen())
+    if (!open_)
         return;
-    Fail(QSerialPort::ResourceError);
+    open_ = false;
+    failure_ = QFileInfo::exists(PathToQString(device_)) ? PortFailure::Other : PortFailure::Missing;
+    // The system's words are of its last call, which need not be the one that failed.
+    lastError_ = "the device has hung up";
     port_->close();
     if (onLost)
         onLost();

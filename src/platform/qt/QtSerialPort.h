@@ -18,9 +18,10 @@ public:
     void SetDevice(std::string device) override;
     bool Open() override;
     void Close() override;
-    bool IsOpen() const override;
+    bool IsOpen() const override { return open_; }
     PortFailure Failure() const override { return failure_; }
     std::string LastError() const override { return lastError_; }
+    std::string AllowedGroup() const override;
     bool SetSettings(std::string_view settings) override;
     const std::string& Settings() const override { return settings_; }
     void Write(std::string_view bytes) override;
@@ -38,6 +39,7 @@ private:
     PortFailure failure_ = PortFailure::None;
     std::string lastError_;
     std::unique_ptr<QSerialPort> port_;
+    bool open_ = false;
 };
 
 }  // namespace kelvora

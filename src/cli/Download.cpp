@@ -1,0 +1,148 @@
+#include "cli/Download.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "app/FlashTexts.h"
+#include "app/TransferTexts.h"
+#include "cli/FlashJson.h"
+#include "cli/LineReport.h"
+#include "cli/LineRun.h"
+#include "cli/Verdict.h"
+#include "flash/Backups.h"
+#include "platform/Encoding.h"
+#include "platform/posix/PosixFiles.h"
+
+namespace kelvora {
+
+namespace {
+
+using Reason = TransferResult::Reason;
+
+std::optional<WantedContent> ReadWanted(const DownloadRequest& request, Console& console)
+{
+    if (!request.isDump) {
+        auto document = AcceptedSetup(request.file, console.err);
+        return document ? std::optional<WantedContent>(*std::move(document)) : std::nullopt;
+    }
+    try {
+        return ReadDump(PosixFiles().Read(request.file));
+    } catch (const FileError& error) {
+        console.err << FailureLine(request.file, error.what());
+    } catch (const DumpError& error) {
+        console.err << FailureLine(request.file, OneLineText(Describe(MessageCatalogue(), error)));
+    }
+    return std::nullopt;
+}
+
+void AppendList(std::string& text, const MessageId& heading, const std::vector<std::string>& lines)
+{
+    if (lines.empty())
+        return;
+    text += OneLineText(heading.fallback) + "\n";
+    for (const std::string& line : lines)
+        text += "  " + OneLineText(line) + "\n";
+}
+
+std::string Question(const DownloadRequest& request, const TransferPlan& plan, const std::string& backup)
+{
+    const MessageCatalogue english;
+    std::string text;
+    AppendList(text, Message::AskChanges, ChangeLines(english, plan));
+    AppendList(text, Message::AskUnheld, UnheldLines(english, plan));
+    text += english.Word(Message::TransferBackup) + Utf8FromPath(backup) + "\n";
+    return text + PortName(request.line.port) + ": " +
+           english.Caption(request.isDump ? Message::AskRestore : Message::AskDownload);
+}
+
+TransferResult RunTransfer(const DownloadRequest& request, const WantedContent& wanted, Console& console,
+                           LineAccess& access)
+{
+    LineRun run(request.line, console, access);
+    PosixFiles files;
+    Backups backups(files, access.DataFolder() + "/backups");
+    const TransferSteps steps{[&](const TransferPlan& plan) {
+                                  run.bar.Wipe();
+                                  return backups.Save(request.line.port, plan.deviceMap, plan.held);
+                              },
+                              [&](const TransferPlan& plan, const std::string& backup) {
+                                  return request.yes || access.Ask(Question(request, plan, backup));
+                              }};
+    return Download(run.comms, request.line.Target(), run.hooks, wanted, steps);
+}
+
+int ExitCodeOf(const TransferResult& result, bool wantsStop)
+{
+    switch (result.reason) {
+        case Reason::Done:
+            return ExitCode::Done;
+        case Reason::Refused:
+        case Reason::NotKept:
+            return ExitCode::Rejected;
+        case Reason::Declined:
+            return wantsStop ? ExitCode::Line : ExitCode::Rejected;
+        case Reason::Line:
+        case Reason::DeviceChanged:
+            break;
+    }
+    return ExitCode::Line;
+}
+
+}  // namespace
+
+int RunDownload(const DownloadRequest& request, Console& console, LineAccess& access)
+{
+    if (!request.yes && !access.CanAsk()) {
+        console.err << DiagnosticLine("there is no terminal to ask on; --yes writes without asking");
+        return ExitCode::Usage;
+    }
+    const auto wanted = ReadWanted(request, console);
+    if (!wanted)
+        return ExitCode::Rejected;
+    const TransferResult result = RunTransfer(request, *wanted, console, access);
+    const OutcomeText outcome = DescribeTransfer(MessageCatalogue(), request.line.Target(), result);
+    const std::string text = OneLineText(outcome.text + "\n" + outcome.extra);
+    const int exitCode = ExitCodeOf(result, access.StopRequested());
+    if (exitCode != ExitCode::Done)
+        console.err << DiagnosticLine(text);
+    if (request.line.json)
+        Emit(console, TransferJson(request.line.Target(), request.file, result));
+    else if (exitCode == ExitCode::Done)
+        Emit(console, PortName(request.line.port) + ": " + text + "\n");
+    return exitCode;
+}
+
+namespace {
+
+void AddCommand(CLI::App* command, const std::string& fileHelp, bool isDump, Console& console,
+                LineAccess& access, int& exitCode)
+{
+    const auto request = std::make_shared<DownloadRequest>();
+    request->isDump = isDump;
+    AddLineOptions(*command, request->line);
+    command->add_option("FILE", request->file, fileHelp)->type_name("")->required();
+    command->add_flag("-y,--yes", request->yes, "Write without asking");
+    command->footer(
+        "What will change is shown first, and what the device holds is kept as a backup. The device changes\n"
+        "in one step at the end: whatever happens, it holds its old content or the new one.");
+    command->callback(
+        [request, &console, &access, &exitCode] { exitCode = RunDownload(*request, console, access); });
+}
+
+}  // namespace
+
+void AddDownloadCommand(CLI::App& app, Console& console, LineAccess& access, int& exitCode)
+{
+    AddCommand(app.add_subcommand("download", "Write a setup file into a line's device"), "Setup file", false,
+               console, access, exitCode);
+}
+
+void AddRestoreCommand(CLI::App& app, Console& console, LineAccess& access, int& exitCode)
+{
+    AddCommand(app.add_subcommand("restore", "Write a dump, such as a backup, into a line's device as it is"),
+               "Dump (.mem)", true, console, access, exitCode);
+}
+
+}  // namespace kelvora

@@ -1,0 +1,59 @@
+#include "cli/Dump.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "app/TextFiles.h"
+#include "cli/FlashJson.h"
+#include "cli/LineReport.h"
+#include "cli/LineRun.h"
+#include "flash/Backups.h"
+#include "flash/DumpText.h"
+#include "platform/posix/PosixFiles.h"
+
+namespace kelvora {
+
+int Dump(const DumpRequest& request, Console& console, LineAccess& access)
+{
+    const LineTarget target = request.line.Target();
+    const LineResult read = [&] {
+        LineRun run(request.line, console, access);
+        return ScanWithUpload(run.comms, target, run.hooks);
+    }();
+    if (!read.IsDone()) {
+        console.err << DiagnosticLine(LineFailureText(target, read));
+        return ExitCode::Line;
+    }
+    const FlashImage image = ImageFrom(read.image).value();
+    const std::string title = BackupTitle({target.line, Backups::LocalTime()});
+    const std::string dump = FormatDeviceMapDump({title, read.deviceMap}) + FormatDump(0, image);
+    if (!request.output.empty()) {
+        try {
+            PosixFiles files;
+            SaveTextFile(files, request.output, dump);
+        } catch (const FileError& error) {
+            console.err << FailureLine(error.Path(), error.what());
+            return ExitCode::Rejected;
+        }
+    }
+    if (request.line.json)
+        Emit(console, DumpJson(target, read, request.output));
+    else if (request.output.empty())
+        Emit(console, dump);
+    return ExitCode::Done;
+}
+
+void AddDumpCommand(CLI::App& app, Console& console, LineAccess& access, int& exitCode)
+{
+    const auto request = std::make_shared<DumpRequest>();
+    CLI::App* command = app.add_subcommand("dump", "Read the flash memory of a line's device, as a dump");
+    AddLineOptions(*command, request->line);
+    command
+        ->add_option("-o,--output", request->output,
+                     "Write the dump to that file; its old content is kept as \".bak\"")
+        ->type_name("OUT");
+    command->callback(
+        [request, &console, &access, &exitCode] { exitCode = Dump(*request, console, access); });
+}
+
+}  // namespace kelvora

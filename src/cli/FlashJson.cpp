@@ -1,0 +1,78 @@
+#include "cli/FlashJson.h"
+
+#include <array>
+#include <nlohmann/json.hpp>
+
+#include "app/TransferTexts.h"
+#include "cli/LineReport.h"
+#include "comms/Crc.h"
+#include "platform/Encoding.h"
+#include "platform/HexText.h"
+
+namespace kelvora {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr std::array OutcomeNames{"unread", "unbuilt", "different", "same"};
+constexpr std::array StateNames{"old", "same", "new", "unknown"};
+constexpr std::array ReasonNames{"done", "line", "refused", "backup", "declined", "changed"};
+static_assert(OutcomeNames.size() == static_cast<std::size_t>(VerifyResult::Outcome::Last) + 1);
+static_assert(StateNames.size() == static_cast<std::size_t>(TransferResult::State::Last) + 1);
+static_assert(ReasonNames.size() == static_cast<std::size_t>(TransferResult::Reason::Last) + 1);
+
+Json FileOrNull(const std::string& path)
+{
+    return path.empty() ? Json() : Json(Utf8FromPath(path));
+}
+
+std::string MessageOf(const OutcomeText& outcome)
+{
+    return OneLineText(outcome.text + "\n" + outcome.extra);
+}
+
+}  // namespace
+
+std::string VerifyJson(const LineTarget& target, const std::string& file, const VerifyResult& result)
+{
+    const MessageCatalogue english;
+    const bool isDifferent = result.outcome == VerifyResult::Outcome::Different;
+    const OutcomeText text = DescribeVerify(english, target, result, 0);
+    Json object;
+    object["port"] = PortName(target.line);
+    object["file"] = Utf8FromPath(file);
+    object["outcome"] = OutcomeNames.at(static_cast<std::size_t>(result.outcome));
+    object["message"] = isDifferent ? OneLineText(text.text) : MessageOf(text);
+    object["firstDifference"] = isDifferent ? Json(HexText(result.firstDifference, 4)) : Json();
+    object["differences"] = Json::array();
+    for (const std::string& line : DifferenceLines(english, result.differences))
+        object["differences"].push_back(OneLineText(line));
+    return object.dump() + "\n";
+}
+
+std::string TransferJson(const LineTarget& target, const std::string& file, const TransferResult& result)
+{
+    Json object;
+    object["port"] = PortName(target.line);
+    object["file"] = Utf8FromPath(file);
+    object["device"] = StateNames.at(static_cast<std::size_t>(result.state));
+    object["reason"] = ReasonNames.at(static_cast<std::size_t>(result.reason));
+    object["message"] = MessageOf(DescribeTransfer(MessageCatalogue(), target, result));
+    object["backup"] = result.fileError.empty() ? FileOrNull(result.backup) : Json();
+    return object.dump() + "\n";
+}
+
+std::string DumpJson(const LineTarget& target, const LineResult& read, const std::string& file)
+{
+    Json object;
+    object["port"] = PortName(target.line);
+    object["file"] = FileOrNull(file);
+    object["deviceMap"] = Json::array();
+    for (const char code : read.deviceMap)
+        object["deviceMap"].push_back(static_cast<unsigned char>(code));
+    object["crc32"] = HexText(Crc32(read.image), 8);
+    return object.dump() + "\n";
+}
+
+}  // namespace kelvora

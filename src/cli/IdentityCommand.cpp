@@ -1,0 +1,79 @@
+#include "cli/IdentityCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "cli/Identity.h"
+#include "platform/posix/PosixFiles.h"
+
+namespace kelvora {
+
+namespace {
+
+struct IdentityArguments {
+    LineOptions line;
+    IdentityRequest request;
+};
+
+int Run(IdentityArguments& arguments, Console& console, LineAccess& access)
+{
+    IdentityRequest& request = arguments.request;
+    if (request.action != IdentityRequest::Action::Read && !request.yes && !access.CanAsk()) {
+        console.err << DiagnosticLine("there is no terminal to ask on; --yes writes without asking");
+        return ExitCode::Usage;
+    }
+    Comms& comms = access.Prepare(arguments.line);
+    PosixFiles files;
+    request.port = arguments.line.port;
+    request.json = arguments.line.json;
+    request.folder = access.DataFolder() + "/identities";
+    return Identity(
+        request,
+        {access.Port(arguments.line.port), comms.Loop(), files, [&] { return access.StopRequested(); }},
+        console);
+}
+
+// One of the three actions, with the options of every command on a line.
+void AddAction(CLI::App& command, const char* name, const char* help, IdentityRequest::Action action,
+               Console& console, LineAccess& access, int& exitCode)
+{
+    CLI::App* added = command.add_subcommand(name, help);
+    auto arguments = std::make_shared<IdentityArguments>();
+    arguments->request.action = action;
+    if (action == IdentityRequest::Action::Write) {
+        added->add_option("ADDRESS", arguments->request.address, "Address of the module, 0 to 5")
+            ->type_name("")
+            ->required();
+        added->add_option("NAME", arguments->request.name, "Identity, such as KM64 or \"MCR 1+2+3\"")
+            ->type_name("")
+            ->required();
+    } else if (action == IdentityRequest::Action::Restore) {
+        added->add_option("FILE", arguments->request.file, "Saved copy of identity blocks")
+            ->type_name("")
+            ->required();
+    }
+    AddLineOptions(*added, arguments->line);
+    if (action != IdentityRequest::Action::Read)
+        added->add_flag("-y,--yes", arguments->request.yes, "Write without asking");
+    added->callback(
+        [arguments, &console, &access, &exitCode] { exitCode = Run(*arguments, console, access); });
+}
+
+}  // namespace
+
+void AddIdentityCommand(CLI::App& app, Console& console, LineAccess& access, int& exitCode)
+{
+    using Action = IdentityRequest::Action;
+    CLI::App* command =
+        app.add_subcommand("identity", "Read and write the identity blocks of the modules on a line");
+    command->require_subcommand(1);
+    command->footer(
+        "The modules must be cabled to the port directly, without a terminal. What is overwritten is saved "
+        "first.");
+    AddAction(*command, "read", "Print each module's identity", Action::Read, console, access, exitCode);
+    AddAction(*command, "write", "Give one module another identity", Action::Write, console, access,
+              exitCode);
+    AddAction(*command, "restore", "Write a saved copy back", Action::Restore, console, access, exitCode);
+}
+
+}  // namespace kelvora

@@ -1,0 +1,78 @@
+#include "cli/Verify.h"
+
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "app/TransferTexts.h"
+#include "cli/FlashJson.h"
+#include "cli/LineReport.h"
+#include "cli/LineRun.h"
+#include "cli/Verdict.h"
+
+namespace kelvora {
+
+namespace {
+
+using Outcome = VerifyResult::Outcome;
+
+int ExitCodeOf(Outcome outcome)
+{
+    switch (outcome) {
+        case Outcome::Same:
+            return ExitCode::Done;
+        case Outcome::Different:
+        case Outcome::NotBuilt:
+            return ExitCode::Rejected;
+        case Outcome::NotRead:
+            break;
+    }
+    return ExitCode::Line;
+}
+
+void Report(const VerifyRequest& request, const VerifyResult& result, Console& console)
+{
+    const MessageCatalogue english;
+    const OutcomeText text = DescribeVerify(english, request.line.Target(), result, 0);
+    const bool isCompared = result.outcome == Outcome::Same || result.outcome == Outcome::Different;
+    if (!isCompared)
+        console.err << DiagnosticLine(OneLineText(text.text + "\n" + text.extra));
+    else if (result.outcome == Outcome::Same && !text.extra.empty())
+        console.err << DiagnosticLine(OneLineText(text.extra));
+    if (request.line.json)
+        return Emit(console, VerifyJson(request.line.Target(), request.file, result));
+    if (!isCompared)
+        return;
+    std::string lines = PortName(request.line.port) + ": " + OneLineText(text.text) + "\n";
+    for (const std::string& line : DifferenceLines(english, result.differences))
+        lines += "  " + OneLineText(line) + "\n";
+    Emit(console, lines);
+}
+
+}  // namespace
+
+int VerifyFile(const VerifyRequest& request, Console& console, LineAccess& access)
+{
+    const auto document = AcceptedSetup(request.file, console.err);
+    if (!document)
+        return ExitCode::Rejected;
+    const VerifyResult result = [&] {
+        LineRun run(request.line, console, access);
+        return Verify(run.comms, request.line.Target(), run.hooks, *document, nullptr);
+    }();
+    Report(request, result, console);
+    return ExitCodeOf(result.outcome);
+}
+
+void AddVerifyCommand(CLI::App& app, Console& console, LineAccess& access, int& exitCode)
+{
+    const auto request = std::make_shared<VerifyRequest>();
+    CLI::App* command = app.add_subcommand("verify", "Compare a line's device with a setup file");
+    AddLineOptions(*command, request->line);
+    command->add_option("FILE", request->file, "Setup file")->type_name("")->required();
+    command->footer(
+        "What a setup does not say is not compared. Each difference is told from the file to the device.");
+    command->callback(
+        [request, &console, &access, &exitCode] { exitCode = VerifyFile(*request, console, access); });
+}
+
+}  // namespace kelvora

@@ -1,0 +1,179 @@
+#include <csignal>
+#include <nlohmann/json.hpp>
+
+#include "cli/CliFixture.h"
+#include "cli/Console.h"
+#include "platform/posix/StopSignal.h"
+
+namespace kelvora {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+using Json = nlohmann::json;
+
+// Takes the user's wish to stop from the system, as the program does.
+class SignalledLineAccess final : public FakeLineAccess {
+public:
+    bool StopRequested() override { return stop.Requested(); }
+    StopSignal stop;
+};
+
+class FlashCommandsTest : public CliTest {
+protected:
+    FlashCommandsTest()
+    {
+        access.data = folder + "/data";
+        EXPECT_EQ(Run({"scan", "-o", At("till.dat")}).exitCode, ExitCode::Done);
+        std::string text = files.Read(At("till.dat"));
+        const std::size_t fiscal = text.find(" YES\r", text.find("Fiscal"));
+        EXPECT_NE(fiscal, std::string::npos) << text;
+        text.replace(fiscal, 5, " NO\r");
+        Write("other.dat", text);
+        before = access.bench.Flash();
+    }
+
+    std::string At(const std::string& name) const { return folder + "/" + name; }
+    std::string BackupFolder() const { return access.data + "/backups"; }
+    std::size_t BackupCount() const { return files.List(BackupFolder()).size(); }
+
+    std::string before;
+};
+
+TEST_F(FlashCommandsTest, DownloadShowsWhatChangesAndAsks)
+{
+    access.answer = false;
+    CliResult result = Run({"download", At("other.dat")});
+    EXPECT_EQ(result.exitCode, ExitCode::Rejected);
+    EXPECT_THAT(result.err, HasSubstr("The device was not changed."));
+    ASSERT_EQ(access.questions.size(), 1U);
+    EXPECT_THAT(access.questions[0], StartsWith("This will change in the device:\n"
+                                                "  0006: Composite Keyboard, fiscal keyboard: "));
+    EXPECT_THAT(access.questions[0], HasSubstr(BackupFolder()));
+    EXPECT_TRUE(access.bench.Flash() == before);
+
+    access.answer = true;
+    result = Run({"download", At("other.dat")});
+    EXPECT_EQ(result.exitCode, ExitCode::Done) << result.err;
+    EXPECT_THAT(result.out, StartsWith("COM1: The download is done."));
+    EXPECT_FALSE(access.bench.Flash() == before);
+    EXPECT_EQ(BackupCount(), 2U);
+
+    access.answer.reset();
+    result = Run({"download", At("other.dat"), "--yes", "--json"});
+    EXPECT_EQ(result.exitCode, ExitCode::Done);
+    const auto json = Json::parse(result.out);
+    EXPECT_EQ(json["device"], "same");
+    EXPECT_EQ(json["backup"], nullptr);
+    EXPECT_EQ(access.questions.size(), 2U);
+}
+
+TEST_F(FlashCommandsTest, WithoutATerminalAndYesNothingIsTouched)
+{
+    for (const char* command : {"download", "restore"})
+        EXPECT_EQ(Run({command, At("other.dat")}).exitCode, ExitCode::Usage);
+    EXPECT_TRUE(access.bench.Flash() == before);
+}
+
+TEST_F(FlashCommandsTest, ADumpIsRestoredAsItIs)
+{
+    ASSERT_EQ(Run({"dump", "-o", At("till.mem")}).exitCode, ExitCode::Done);
+    ASSERT_EQ(Run({"download", "--yes", At("other.dat")}).exitCode, ExitCode::Done);
+    const CliResult verify = Run({"verify", At("till.dat"), "--json"});
+    EXPECT_EQ(verify.exitCode, ExitCode::Rejected);
+    const auto json = Json::parse(verify.out);
+    EXPECT_EQ(json["outcome"], "different");
+    EXPECT_EQ(json["firstDifference"], "0006");
+    EXPECT_EQ(json["differences"].size(), 1U);
+    EXPECT_THAT(Run({"verify", At("till.dat")}).out,
+                HasSubstr("first difference is at address 0006 (hex)\n  options, 0006: Composite Keyboard"));
+
+    EXPECT_EQ(Run({"restore", "--yes", At("till.mem")}).exitCode, ExitCode::Done);
+    EXPECT_TRUE(access.bench.Flash() == before);
+    EXPECT_EQ(Run({"verify", At("till.dat")}).exitCode, ExitCode::Done);
+    // What the device holds was kept each time, as a dump of its own.
+    EXPECT_EQ(BackupCount(), 2U);
+    EXPECT_EQ(Run({"restore", "--yes", BackupFolder() + "/" + files.List(BackupFolder())[1]}).exitCode,
+              ExitCode::Done);
+    EXPECT_FALSE(access.bench.Flash() == before);
+}
+
+TEST_F(FlashCommandsTest, AnImageOfASetupNeedsNoDevice)
+{
+    const CliResult result = Run({"image", At("till.dat")});
+    EXPECT_EQ(result.exitCode, ExitCode::Done);
+    EXPECT_THAT(result.out, HasSubstr("\r\n0000:80 D6 FF 17 FF 04 FF BF FF 03 "));
+    Write("till.mem", "old");
+    EXPECT_EQ(Run({"image", At("till.dat"), "-o", At("till.mem")}).exitCode, ExitCode::Done);
+    EXPECT_EQ(files.Read(At("till.mem")), result.out + "\r\n");
+    EXPECT_EQ(files.Read(At("till.bak")), "old");
+}
+
+TEST_F(FlashCommandsTest, EveryFailureHasItsExitCodeAndLeavesTheDevice)
+{
+    const std::string lone = Write("lone.dat", Accepted);
+    const std::string broken = Write("broken.mem", "0000:00 oops\r\n");
+    const struct {
+        std::vector<std::string> arguments;
+        int exitCode;
+        const char* says;
+    } cases[]{
+        {{"download", "--yes", lone},
+         ExitCode::Rejected,
+         "On the line: Composite Keyboard, Slave Keyboard, "},
+        {{"download", "--yes", At("none.dat")}, ExitCode::Rejected, "No such file"},
+        {{"restore", "--yes", broken}, ExitCode::Rejected, "Line 1: "},
+        {{"restore", "--yes", At("none.mem")}, ExitCode::Rejected, "No such file"},
+        {{"verify", At("none.dat")}, ExitCode::Rejected, "No such file"},
+        {{"image", At("none.dat")}, ExitCode::Rejected, "No such file"},
+        {{"dump", "-o", folder}, ExitCode::Rejected, "Is a directory"},
+        {{"download", "--yes", "--port", "2", At("other.dat")}, ExitCode::Line, "There is no such device."},
+        {{"verify", "--port", "2", At("till.dat")}, ExitCode::Line, "There is no such device."},
+        {{"dump", "--port", "2"}, ExitCode::Line, "There is no such device."},
+        {{"download", "--yes"}, ExitCode::Usage, "FILE"},
+    };
+    for (const auto& row : cases) {
+        const CliResult result = Run(row.arguments);
+        EXPECT_EQ(result.exitCode, row.exitCode) << row.arguments[0] << row.says;
+        EXPECT_THAT(result.err, HasSubstr(row.says));
+        EXPECT_EQ(result.out, "") << row.says;
+    }
+    // Where no backup can be kept nothing is written.
+    access.data = At("till.dat");
+    EXPECT_EQ(Run({"download", "--yes", At("other.dat")}).exitCode, ExitCode::Rejected);
+    access.data = folder;
+    access.stopAfter = 20;
+    const CliResult stopped = Run({"download", "--yes", "--json", At("other.dat")});
+    EXPECT_EQ(stopped.exitCode, ExitCode::Line);
+    EXPECT_EQ(Json::parse(stopped.out)["device"], "old");
+    EXPECT_TRUE(access.bench.Flash() == before);
+}
+
+TEST_F(FlashCommandsTest, CtrlCTwiceDuringTheCommitDoesNotBreakIt)
+{
+    SignalledLineAccess signalled;
+    signalled.data = folder;
+    int commits = 0;
+    signalled.bench.link.watcher = [&](const LineTraffic& traffic) {
+        const bool isCommit = traffic.bytes.size() > 20 && traffic.bytes.substr(5).starts_with("0FB3");
+        if (!isCommit || traffic.direction != LineTraffic::Direction::Sent)
+            return;
+        ++commits;
+        raise(SIGINT);
+        raise(SIGINT);
+    };
+    std::istringstream in;
+    std::ostringstream out;
+    std::ostringstream err;
+    EXPECT_EQ(RunCli(std::vector<std::string>{"download", "--yes", At("other.dat")}, in, out, err, signalled),
+              ExitCode::Done);
+    EXPECT_EQ(commits, 1);
+    EXPECT_FALSE(signalled.bench.Flash() == before);
+    EXPECT_TRUE(signalled.StopRequested());
+}
+
+}  // namespace
+
+}  // namespace kelvora
