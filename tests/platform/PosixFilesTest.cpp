@@ -195,3 +195,17 @@ TEST_F(PosixFilesTest, AKillLeavesAWholeFile)
     }
     EXPECT_GT(Count(), 2) << "no kill came in the middle of a write: nothing was tested";
 }
+
+TEST_F(PosixFilesTest, MakesAndListsFolders)
+{
+    EXPECT_TRUE(files.List(At("a/b")).empty()) << "no such folder";
+    files.MakeFolder(At("a/b"));
+    files.MakeFolder(At("a/b"));
+    EXPECT_EQ(fs::status(At("a/b")).permissions(), fs::perms::owner_all);
+    files.Write(At("a/b/two"), "");
+    files.Write(At("a/b/one"), "");
+    EXPECT_EQ(files.List(At("a/b")), (std::vector<std::string>{"one", "two"}));
+    EXPECT_THROW(files.List(At("a/b/one")), FileError);
+    EXPECT_THROW(files.MakeFolder(At("a/b/one")), FileError);
+    EXPECT_THROW(files.MakeFolder(At("a/b/one/c")), FileError);
+}

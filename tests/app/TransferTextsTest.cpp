@@ -1,0 +1,89 @@
+#include "app/TransferTexts.h"
+
+#include <gmock/gmock.h>
+
+#include "comms/Reply.h"
+
+namespace kelvora {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using Reason = TransferResult::Reason;
+using State = TransferResult::State;
+
+const LineTarget Target{1, "9600,n,8,1", 0};
+
+TEST(TransferTexts, TellWhatTheDeviceHoldsAndWhy)
+{
+    const LineResult done;
+    const LineResult stopped{LineOutcome::Stopped, {}, {}, {}};
+    const LineResult dead{LineOutcome::Failed, {PortFailure::None, ReplyErrorNumber::GaveUp, "0FB3"}, {}, {}};
+    TransferRefusal other{TransferRefusal::Reason::OtherModules, 0, {}, "\xBF\x55", "\xD6\x17\x04\x03"};
+    const struct {
+        State state;
+        Reason reason;
+        LineResult line;
+        BoxIcon icon;
+        const char* text;
+        const char* extra;
+    } cases[]{
+        {State::New, Reason::Done, done, BoxIcon::Information, "The download is done.",
+         "kept in: \r\n/backups/a.mem"},
+        {State::Same, Reason::Done, done, BoxIcon::Information, "holds this image already", ""},
+        {State::Old, Reason::Declined, done, BoxIcon::Information, "was not changed", ""},
+        {State::Old, Reason::Line, stopped, BoxIcon::Information, "was not changed", "The work was stopped."},
+        {State::Old, Reason::Line, dead, BoxIcon::Exclamation, "was not changed",
+         "does not answer. Check that it is on, its cable, the port and the speed.\r\nCOM1: "
+         "9600,n,8,1\r\n0FB3"},
+        {State::Unknown, Reason::Line, dead, BoxIcon::Critical, "It is not known", "does not answer"},
+        {State::New, Reason::Line, dead, BoxIcon::Exclamation, "The download is done.",
+         "What failed came after it:\r\nThe terminal does not answer"},
+        {State::Old, Reason::NotKept, done, BoxIcon::Exclamation, "was not changed",
+         "\r\n/backups/a.mem: No space left on device"},
+        {State::Old, Reason::DeviceChanged, done, BoxIcon::Exclamation, "was not changed", "changed while"},
+        {State::Old, Reason::Refused, done, BoxIcon::Exclamation, "was not changed",
+         "On the line: Slave Keyboard, 85\r\nWanted there: Composite Keyboard, MCR"},
+    };
+    for (const auto& row : cases) {
+        const TransferResult result{
+            row.state, row.reason, row.line, other, "/backups/a.mem", "No space left on device", {}};
+        const OutcomeText outcome = DescribeTransfer(MessageCatalogue(), Target, result);
+        EXPECT_THAT(outcome.text, HasSubstr(row.text));
+        EXPECT_THAT(outcome.extra, HasSubstr(row.extra));
+        EXPECT_EQ(outcome.extra.empty(), *row.extra == '\0') << outcome.extra;
+        EXPECT_EQ(outcome.icon, row.icon) << row.text;
+    }
+}
+
+TEST(TransferTexts, OfAVerify)
+{
+    const MessageCatalogue catalogue(
+        std::string(CatalogueHeader) + "233, Not read \r\n234, Different from \r\n235, Same \r\n", "ENG");
+    VerifyResult result;
+    result.line = {LineOutcome::Stopped, {}, {}, {}};
+    EXPECT_EQ(DescribeVerify(catalogue, Target, result, 1).text, "Not read");
+    EXPECT_EQ(DescribeVerify(catalogue, Target, result, 1).extra, "The work was stopped.");
+    result = {};
+    result.outcome = VerifyResult::Outcome::Same;
+    EXPECT_EQ(DescribeVerify(catalogue, Target, result, 1).text, "Same");
+
+    using What = ImageDifference::What;
+    result.outcome = VerifyResult::Outcome::Different;
+    result.firstDifference = 0x1A0;
+    result.differences = {{What::Key, 0x1A0, 0x1A1, 2, ModuleKind::KM064, 97, '1', '0'},
+                          {What::Bytes, 0x402, 0x410, 3, ModuleKind::None, 0, 0, 0},
+                          {What::Bytes, 0x7F, 0x7F, std::nullopt, ModuleKind::None, 0, 0, 0}};
+    const OutcomeText outcome = DescribeVerify(catalogue, Target, result, 1);
+    EXPECT_EQ(outcome.text, "Different from 01A0 (hex)");
+    EXPECT_EQ(outcome.extra,
+              "What differs, from the setup to the device:\r\n"
+              "key tables, 01A0-01A1: Slave Keyboard, Key 97: single key -> unused\r\n"
+              "More differences: 2");
+    EXPECT_THAT(DifferenceLines(catalogue, result.differences),
+                ElementsAre(HasSubstr("key tables"), "key contents, Bytes 0402-0410",
+                            "outside the regions, Bytes 007F"));
+}
+
+}  // namespace
+}  // namespace kelvora
