@@ -100,7 +100,7 @@ OutcomeText DescribeTransfer(const MessageCatalogue& catalogue, const LineTarget
     const bool isWritten = result.state == State::New || result.state == State::Unknown;
     if (isWritten)
         AddLine(outcome.extra,
-                catalogue.Word(Message::TransferBackup) + std::string(LineEnd) + TextFromPath(result.backup));
+                catalogue.Caption(Message::TransferBackup) + std::string(LineEnd) + TextFromPath(result.backup));
     return outcome;
 }
 

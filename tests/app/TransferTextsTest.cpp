@@ -29,7 +29,7 @@ TEST(TransferTexts, TellWhatTheDeviceHoldsAndWhy)
         const char* extra;
     } cases[]{
         {State::New, Reason::Done, done, BoxIcon::Information, "The download is done.",
-         "kept in: \r\n/backups/a.mem"},
+         "kept in:\r\n/backups/a.mem"},
         {State::Same, Reason::Done, done, BoxIcon::Information, "holds this image already", ""},
         {State::Old, Reason::Declined, done, BoxIcon::Information, "was not changed", ""},
         {State::Old, Reason::Line, stopped, BoxIcon::Information, "was not changed", "The work was stopped."},

@@ -13,21 +13,15 @@ using Reason = TransferResult::Reason;
 using State = TransferResult::State;
 using std::chrono::milliseconds;
 
-// The commands that a download sends, without block numbers and data.
+// The commands that a download sends, without the repeated blocks and without data.
 std::string CommandsOf(TransferLine& line, const WantedContent& wanted)
 {
-    std::string commands;
-    line.bench.link.watcher = [&](const LineTraffic& traffic) {
-        if (traffic.direction != LineTraffic::Direction::Sent)
-            return;
-        const std::string body(traffic.bytes.substr(5, traffic.bytes.size() - 10));
-        const bool isBlock = body == "20" && commands.ends_with("20 ");
-        if (!isBlock)
-            commands += (body.size() > 20 ? body.substr(0, 8) : body) + " ";
-    };
-    line.whileAsked = [&] { commands += "? "; };
+    line.sent.clear();
     line.Run(wanted);
-    line.bench.link.watcher = nullptr;
+    std::string commands;
+    for (const std::string& command : line.sent)
+        if (command != "20" || !commands.ends_with("20 "))
+            commands += (command.size() > 20 ? command.substr(0, 8) : command) + " ";
     return commands;
 }
 
@@ -123,8 +117,8 @@ TEST(FlashTransfer, EveryEndIsTold)
         {"a commit without a meaning, and a third image",
          [](TransferLine& line) {
              answers(line, "0FB3", "M0FB3");
-             line.bench.link.watcher = [&line](const LineTraffic& traffic) {
-                 if (traffic.bytes.substr(5).starts_with("0FB3") && traffic.bytes.size() > 20)
+             line.onSent = [&line](const std::string& command) {
+                 if (command.size() == 12 && command.starts_with("0FB3"))
                      line.bench.line.Terminal().AnswerNext("0F02", "M0F02!0(00000000");
              };
          },
@@ -155,6 +149,9 @@ TEST(FlashTransfer, EveryEndIsTold)
         EXPECT_EQ(result.image.has_value(),
                   result.state != State::Unknown && result.reason != Reason::DeviceChanged)
             << row.why;
+        const bool wasHeldAgain = !line.asked.empty() && line.sent.back() != "?";
+        EXPECT_TRUE(!wasHeldAgain || line.sent.back() == "$9911" || line.sent.back() == "$9904!3")
+            << row.why << ": the line stays held after " << line.sent.back();
     }
 }
 
@@ -178,6 +175,17 @@ TEST(FlashTransfer, AStopBetweenAnyTwoCommandsLeavesTheDeviceAsItWas)
         ASSERT_EQ(result.state, State::Old) << commands;
         ASSERT_EQ(line.Flash(), before) << commands;
     }
+}
+
+TEST(FlashTransfer, AStopAtTheLastMomentIsHeard)
+{
+    TransferLine line;
+    bool wantsStop = false;
+    line.hooks.stopRequested = [&] { return wantsStop; };
+    line.onSent = [&](const std::string& command) { wantsStop |= command == "0FB1" && !line.asked.empty(); };
+    const FlashImage before = line.Flash();
+    EXPECT_EQ(line.Run(line.OtherSetup()).line.outcome, LineOutcome::Stopped);
+    EXPECT_EQ(line.Flash(), before);
 }
 
 TEST(FlashTransfer, NoiseLeavesOneOfTheTwoImagesAndIsToldTruly)

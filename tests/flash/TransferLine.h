@@ -21,7 +21,16 @@ inline bench::LineOptions Unpaced()
 }
 
 struct TransferLine {
-    explicit TransferLine(const bench::LineOptions& options = Unpaced()) : bench(loop, options) {}
+    explicit TransferLine(const bench::LineOptions& options = Unpaced()) : bench(loop, options)
+    {
+        bench.link.watcher = [this](const LineTraffic& traffic) {
+            if (traffic.direction != LineTraffic::Direction::Sent)
+                return;
+            sent.push_back(std::string(traffic.bytes.substr(5, traffic.bytes.size() - 10)));
+            if (onSent)
+                onSent(sent.back());
+        };
+    }
 
     FlashImage Flash() const { return *ImageFrom(bench.Flash()); }
 
@@ -47,6 +56,7 @@ struct TransferLine {
             [this](const TransferPlan& plan) { return backups.Save(1, plan.deviceMap, plan.held); },
             [this](const TransferPlan& plan, const std::string& /*backup*/) {
                 asked.push_back(plan);
+                sent.push_back("?");
                 EXPECT_FALSE(bench.port.IsOpen()) << "the line is held while the user thinks";
                 if (whileAsked)
                     whileAsked();
@@ -66,6 +76,8 @@ struct TransferLine {
     bool answer = true;
     std::function<void()> whileAsked;
     std::vector<TransferPlan> asked;
+    std::vector<std::string> sent;  ///< commands, repeated ones again
+    std::function<void(const std::string& command)> onSent;
 };
 
 }  // namespace kelvora
