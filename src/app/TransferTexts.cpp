@@ -99,8 +99,8 @@ OutcomeText DescribeTransfer(const MessageCatalogue& catalogue, const LineTarget
         outcome.icon = BoxIcon::Exclamation;
     const bool isWritten = result.state == State::New || result.state == State::Unknown;
     if (isWritten)
-        AddLine(outcome.extra,
-                catalogue.Caption(Message::TransferBackup) + std::string(LineEnd) + TextFromPath(result.backup));
+        AddLine(outcome.extra, catalogue.Caption(Message::TransferBackup) + std::string(LineEnd) +
+                                   TextFromPath(result.backup));
     return outcome;
 }
 
