@@ -532,6 +532,34 @@ inline constexpr MessageId RegionTables{945, "key tables"};
 inline constexpr MessageId RegionContents{946, "key contents"};
 inline constexpr MessageId RegionOutside{947, "outside the regions"};
 
+// The windows of the flash tools.
+inline constexpr MessageId RestoreMenu{970, "Re&store from Dump..."};
+inline constexpr MessageId BackupsMenu{971, "&Backups..."};
+inline constexpr MessageId BackupsTitle{972, "Backups"};
+inline constexpr MessageId RestoreTitle{973, "Restore from Dump"};
+inline constexpr MessageId ComparisonTitle{974, "Compare Flash Images"};
+inline constexpr MessageId ComparisonFind{975, "&Find:"};
+inline constexpr MessageId ComparisonFindHint{976, "Address (01A0), bytes (4A 4B) or text"};
+inline constexpr MessageId ComparisonFindNext{977, "Find Ne&xt"};
+inline constexpr MessageId ComparisonNotFound{978, "Neither image has this."};
+inline constexpr MessageId ComparisonPrevious{979, "&Previous Difference"};
+inline constexpr MessageId ComparisonNext{980, "&Next Difference"};
+inline constexpr MessageId ComparisonCount{981, "Differences: "};
+inline constexpr MessageId ComparisonEqual{982, "The two images are equal."};
+inline constexpr MessageId ComparisonSaveTitle{983, "Save Comparison As"};
+inline constexpr MessageId CompareImages{984, "&Compare Images..."};
+inline constexpr MessageId ComparisonOffer{985, "Show the two images side by side?"};
+inline constexpr MessageId BackupDate{986, "Date"};
+inline constexpr MessageId BackupModules{987, "Modules"};
+inline constexpr MessageId BackupState{988, "State"};
+inline constexpr MessageId BackupWhole{989, "whole"};
+inline constexpr MessageId BackupsNone{
+    990, "There are no backups yet. Each download first keeps what the keyboard holds."};
+inline constexpr MessageId BackupFolder{991, "Folder: "};
+inline constexpr MessageId BackupRestore{992, "&Restore..."};
+inline constexpr MessageId NoImageRead{
+    993, "This window has read no flash image from the device yet. Rescan the line, or verify, first."};
+
 }  // namespace Message
 
 }  // namespace kelvora

@@ -15,8 +15,7 @@
 #include <array>
 #include <utility>
 
-#include "app/ShowMessage.h"
-#include "platform/Encoding.h"
+#include "app/SaveTextAs.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -32,7 +31,6 @@ constexpr QSize InitialSize(960, 520);
 constexpr std::array ColumnWidths{16, 8, 12, 14, 36, 42};
 
 constexpr std::size_t DetailLineBytes = 16;
-constexpr std::string_view TextEnding = ".txt";
 
 // The whole of a frame, sixteen bytes a line, in hexadecimal and characters.
 QString DetailText(const LineEntry& entry)
@@ -46,12 +44,6 @@ QString DetailText(const LineEntry& entry)
                 ToQString(CharacterText(line)) + '\n';
     }
     return text;
-}
-
-std::string WithEnding(std::string path)
-{
-    const std::size_t name = path.rfind('/') + 1;
-    return path.find('.', name) == std::string::npos ? path.append(TextEnding) : path;
 }
 
 }  // namespace
@@ -230,36 +222,13 @@ void LineMonitorWindow::Clear()
     ShowEntries();
 }
 
-bool LineMonitorWindow::MayWrite(const std::string& path) const
-{
-    return !program_.world.files.Exists(path) ||
-           program_.Show(Message::Overwrite, YesNoStyle, TextFromPath(path)) == Answer::Yes;
-}
-
 // Saves what is shown: a paused window is paused to be kept.
 void LineMonitorWindow::SaveAs()
 {
-    const MessageCatalogue& catalogue = program_.catalogue;
-    const std::string filters = catalogue.Caption(Message::FilterText) + " (*.txt)|*.txt|" +
-                                catalogue.Caption(Message::FilterAll) + " (*.*)|*.*";
     const LineEntries entries = model_->Entries();
-    const auto choice = program_.world.fileDialogs.Save({catalogue.Caption(Message::MonitorSaveTitle),
-                                                         program_.main.OutInitDir,
-                                                         {},
-                                                         filters,
-                                                         1,
-                                                         "cdgLineMonitor"});
-    if (!choice || entries.empty())
-        return;
-    const std::string path = WithEnding(choice->path);
-    if (!MayWrite(path))
-        return;
-    try {
-        program_.world.files.Write(path, LineMonitorText(entries, ZoneOffset(entries.front()->time)));
-    } catch (const FileError& error) {
-        program_.Show(Message::FileNotWritten, {BoxIcon::Exclamation},
-                      TextFromPath(error.Path()) + "\r\n" + error.what());
-    }
+    if (!entries.empty())
+        SaveTextAs(program_, Message::MonitorSaveTitle, "cdgLineMonitor",
+                   [&] { return LineMonitorText(entries, ZoneOffset(entries.front()->time)); });
 }
 
 }  // namespace kelvora

@@ -41,7 +41,6 @@ private:
     void ShowDetail();
     void Clear();
     void SaveAs();
-    bool MayWrite(const std::string& path) const;
 
     Program& program_;
     LineMonitor& monitor_;

@@ -1,0 +1,119 @@
+#include "flash/ImageComparison.h"
+
+#include <algorithm>
+#include <span>
+
+#include "flash/DumpText.h"
+#include "platform/AsciiCase.h"
+
+namespace kelvora {
+
+namespace {
+
+constexpr std::string_view Digits = "0123456789ABCDEF";
+constexpr std::size_t AddressDigits = 4;
+constexpr std::size_t LowDigits = 2;  ///< of a dump line's address, behind the colon
+constexpr std::size_t LineBytes = 16;
+
+std::string_view Trimmed(std::string_view text)
+{
+    const std::size_t first = text.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return {};
+    return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+// The number in these digits; nothing when there are other characters, or none.
+std::optional<std::size_t> HexNumber(std::string_view text)
+{
+    std::size_t number = 0;
+    for (const char c : text) {
+        const std::size_t digit = Digits.find(AsciiUpper(c));
+        if (digit == std::string_view::npos)
+            return std::nullopt;
+        number = number * Digits.size() + digit;
+    }
+    return text.empty() ? std::nullopt : std::optional(number);
+}
+
+std::optional<std::size_t> AddressIn(std::string_view text)
+{
+    if (text.size() == AddressDigits)
+        return HexNumber(text);
+    if (text.size() != AddressDigits + 1 + LowDigits || text[AddressDigits] != ':')
+        return std::nullopt;
+    const auto upper = HexNumber(text.substr(0, AddressDigits));
+    const auto low = HexNumber(text.substr(AddressDigits + 1));
+    return upper && low ? std::optional(*upper * 256 + *low) : std::nullopt;
+}
+
+// The bytes of at least two pairs of digits, parted by blanks; empty for another text.
+std::string PairsIn(std::string_view text)
+{
+    std::string bytes;
+    while (!text.empty()) {
+        const std::string_view pair = text.substr(0, text.find(' '));
+        const auto byte = HexNumber(pair);
+        if (pair.size() != 2 || !byte)
+            return {};
+        bytes += static_cast<char>(*byte);
+        text = Trimmed(text.substr(pair.size()));
+    }
+    return bytes.size() > 1 ? bytes : std::string();
+}
+
+bool Matches(std::string_view image, const ImageQuery& query, std::size_t at)
+{
+    return std::ranges::equal(image.substr(at, query.bytes.size()), query.bytes, [&](char a, char b) {
+        return a == b || (query.anyCase && AsciiUpper(a) == AsciiUpper(b));
+    });
+}
+
+std::string LineAt(const FlashImage& image, std::size_t address)
+{
+    return FormatDump(address, std::span(image).subspan(address, LineBytes));
+}
+
+}  // namespace
+
+std::optional<ImageQuery> ParseImageQuery(std::string_view text)
+{
+    const std::string_view wanted = Trimmed(text);
+    if (wanted.empty())
+        return std::nullopt;
+    if (const auto address = AddressIn(wanted))
+        return *address < FlashSize ? std::optional(ImageQuery{*address, {}}) : std::nullopt;
+    if (std::string bytes = PairsIn(wanted); !bytes.empty())
+        return ImageQuery{{}, std::move(bytes)};
+    return ImageQuery{{}, std::string(wanted), true};
+}
+
+std::optional<std::size_t> FindInImages(const ImageComparison& images, const ImageQuery& query,
+                                        std::size_t from)
+{
+    if (query.address)
+        return query.address;
+    for (std::size_t i = 0; i < FlashSize; ++i) {
+        const std::size_t at = (from + i) % FlashSize;
+        if (Matches(TextOf(images.before), query, at) || Matches(TextOf(images.after), query, at))
+            return at;
+    }
+    return std::nullopt;
+}
+
+std::string ComparisonText(const ImageComparison& images, const std::vector<std::string>& described)
+{
+    std::string text = "- " + images.beforeName + "\r\n+ " + images.afterName + "\r\n\r\n";
+    for (const std::string& line : described)
+        text.append(line).append("\r\n");
+    for (std::size_t address = 0; address < FlashSize; address += LineBytes) {
+        const std::string before = LineAt(images.before, address);
+        const std::string after = LineAt(images.after, address);
+        if (TextOf(images.before).substr(address, LineBytes) !=
+            TextOf(images.after).substr(address, LineBytes))
+            text.append("\r\n- ").append(before).append("+ ").append(after);
+    }
+    return text;
+}
+
+}  // namespace kelvora

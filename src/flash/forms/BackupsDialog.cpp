@@ -1,0 +1,191 @@
+#include "flash/forms/BackupsDialog.h"
+
+#include <QDialogButtonBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "app/FlashTexts.h"
+#include "app/ShowMessage.h"
+#include "app/TransferTexts.h"
+#include "flash/forms/ComparisonDialog.h"
+#include "platform/Encoding.h"
+#include "platform/qt/Text.h"
+#include "setup/ModuleRecord.h"
+
+namespace kelvora {
+
+namespace {
+
+constexpr QSize InitialSize(900, 420);
+
+enum Column { Date, Port, Modules, State, ColumnCount };
+
+}  // namespace
+
+BackupsDialog::BackupsDialog(Program& program, const Backups& backups, BackupTarget target, QWidget* parent)
+    : QDialog(parent),
+      program_(program),
+      backups_(backups),
+      target_(std::move(target)),
+      list_(new QTreeWidget(this)),
+      info_(new QLabel(this)),
+      restore_(AddButton("Restore", Message::BackupRestore)),
+      compare_(AddButton("Compare", Message::CompareImages))
+{
+    setObjectName(QStringLiteral("BackupsDialog"));
+    setWindowTitle(ToQString(program_.catalogue.Caption(Message::BackupsTitle)));
+    connect(restore_, &QPushButton::clicked, this, [this] { Restore(); });
+    connect(compare_, &QPushButton::clicked, this, [this] { Compare(); });
+    MakeList();
+    Arrange();
+    Fill();
+}
+
+QPushButton* BackupsDialog::AddButton(const char* name, const MessageId& caption)
+{
+    auto* const button = new QPushButton(ToQString(program_.catalogue.Caption(caption)), this);
+    button->setObjectName(QLatin1String(name));
+    // Enter in the list must not begin anything.
+    button->setAutoDefault(false);
+    return button;
+}
+
+void BackupsDialog::MakeList()
+{
+    const auto text = [this](const MessageId& id) { return ToQString(program_.catalogue.Caption(id)); };
+    list_->setObjectName(QStringLiteral("Backups"));
+    list_->setAccessibleName(windowTitle());
+    list_->setHeaderLabels({text(Message::BackupDate), text(Message::MonitorPort),
+                            text(Message::BackupModules), text(Message::BackupState)});
+    list_->setRootIsDecorated(false);
+    list_->setUniformRowHeights(true);
+    list_->setAllColumnsShowFocus(true);
+    connect(list_, &QTreeWidget::currentItemChanged, this, [this] { ShowSelection(); });
+}
+
+void BackupsDialog::Arrange()
+{
+    info_->setObjectName(QStringLiteral("Info"));
+    info_->setTextFormat(Qt::PlainText);
+    info_->setWordWrap(true);
+    info_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    auto* const close = new QDialogButtonBox(QDialogButtonBox::Close, this);
+    close->button(QDialogButtonBox::Close)->setAutoDefault(false);
+    connect(close, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    auto* const across = new QHBoxLayout;
+    across->addWidget(restore_);
+    across->addWidget(compare_);
+    across->addStretch(1);
+    across->addWidget(close);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(list_, 1);
+    layout->addWidget(info_);
+    layout->addLayout(across);
+    resize(InitialSize);
+}
+
+void BackupsDialog::Fill()
+{
+    std::string problem;
+    try {
+        entries_ = backups_.List();
+    } catch (const FileError& error) {
+        problem = TextFromPath(error.Path()) + ": " + error.what();
+    }
+    for (const BackupEntry& entry : entries_) {
+        auto* const row = new QTreeWidgetItem(list_);
+        const QString title = entry.origin ? ToQString(BackupTitle(*entry.origin)) : QString();
+        row->setText(Date, entry.origin ? title.section(QStringLiteral(", "), 1) : PathToQString(entry.name));
+        row->setText(Port, title.section(QStringLiteral(", "), 0, 0));
+        if (!entry.deviceMap.empty())
+            row->setText(Modules, ToQString(ModuleNames(program_.catalogue, entry.deviceMap)));
+        row->setText(State, StateOf(entry));
+        for (int column = 0; column < ColumnCount; ++column)
+            row->setToolTip(column, column == State ? StateOf(entry) : PathToQString(entry.path));
+    }
+    for (int column = 0; column < State; ++column)
+        list_->resizeColumnToContents(column);
+    const std::string folder =
+        program_.catalogue.Word(Message::BackupFolder) + TextFromPath(backups_.Folder());
+    if (!problem.empty())
+        info_->setText(ToQString(problem));
+    else if (entries_.empty())
+        info_->setText(ToQString(program_.catalogue.Caption(Message::BackupsNone) + "\n" + folder));
+    else
+        info_->setText(ToQString(folder));
+    list_->setCurrentItem(list_->topLevelItem(0));
+    ShowSelection();
+}
+
+QString BackupsDialog::StateOf(const BackupEntry& entry) const
+{
+    if (!entry.readError.empty())
+        return ToQString(entry.readError);
+    if (!entry.damage)
+        return ToQString(program_.catalogue.Caption(Message::BackupWhole));
+    return ToQString(Describe(program_.catalogue, *entry.damage)).replace(QStringLiteral("\r\n"), " ");
+}
+
+std::string BackupsDialog::Name(const BackupEntry& entry) const
+{
+    return entry.origin ? BackupTitle(*entry.origin) : TextFromPath(entry.name);
+}
+
+const BackupEntry* BackupsDialog::Selected() const
+{
+    const int row = list_->indexOfTopLevelItem(list_->currentItem());
+    return row < 0 ? nullptr : &entries_.at(static_cast<std::size_t>(row));
+}
+
+void BackupsDialog::ShowSelection()
+{
+    const BackupEntry* const entry = Selected();
+    const bool isWhole = entry && entry->IsWhole();
+    restore_->setEnabled(isWhole && target_.canRestore);
+    compare_->setEnabled(isWhole && target_.image);
+    compare_->setToolTip(target_.image ? QString()
+                                       : ToQString(program_.catalogue.Caption(Message::NoImageRead)));
+}
+
+// The file is read anew: it may have changed since it was listed.
+std::optional<FlashDump> BackupsDialog::ReadSelected()
+{
+    const BackupEntry* const entry = Selected();
+    if (!entry)
+        return std::nullopt;
+    try {
+        return backups_.Read(entry->path);
+    } catch (const DumpError& error) {
+        program_.world.prompt.Show(ProductName,
+                                   TextFromPath(entry->path) + "\r\n" + Describe(program_.catalogue, error),
+                                   {BoxIcon::Exclamation});
+    } catch (const FileError& error) {
+        program_.world.prompt.Show(ProductName, TextFromPath(error.Path()) + "\r\n" + error.what(),
+                                   {BoxIcon::Exclamation});
+    }
+    return std::nullopt;
+}
+
+void BackupsDialog::Restore()
+{
+    chosen_ = ReadSelected();
+    if (chosen_)
+        accept();
+}
+
+void BackupsDialog::Compare()
+{
+    const auto dump = ReadSelected();
+    if (!dump)
+        return;
+    ImageComparison images{Name(*Selected()), target_.name, dump->image, *target_.image};
+    images.differences = DescribeDifferences(images.before, images.after, ModulesOf(images.after));
+    ComparisonDialog(program_, std::move(images), this).exec();
+}
+
+}  // namespace kelvora

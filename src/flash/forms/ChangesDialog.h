@@ -1,0 +1,24 @@
+// The question before a keyboard's flash memory is written: what will change there, line by line. It is
+// answered with Yes or No, and No is the default.
+#pragma once
+
+#include <QDialog>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "app/MessageCatalogue.h"
+
+namespace kelvora {
+
+class ChangesDialog final : public QDialog {
+public:
+    /// `question` stands above `lines`; each is one change, or a heading over some.
+    ChangesDialog(const MessageCatalogue& catalogue, const QString& title, const QString& question,
+                  const std::vector<std::string>& lines, QWidget* parent = nullptr);
+
+    /// Called when the images themselves are wanted; must be set.
+    std::function<void()> onCompare;
+};
+
+}  // namespace kelvora

@@ -1,0 +1,191 @@
+#include "flash/forms/ComparisonDialog.h"
+
+#include <QAction>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScreen>
+#include <QSplitter>
+#include <utility>
+
+#include "app/SaveTextAs.h"
+#include "app/TransferTexts.h"
+#include "flash/forms/ImageTable.h"
+#include "platform/qt/Text.h"
+
+namespace kelvora {
+
+namespace {
+
+constexpr QSize InitialSize(1240, 640);
+
+/// Longer than what a person looks for.
+constexpr int LongestQuery = 64;
+
+}  // namespace
+
+ComparisonDialog::ComparisonDialog(Program& program, ImageComparison images, QWidget* parent)
+    : QDialog(parent),
+      program_(program),
+      images_(std::move(images)),
+      findLabel_(new QLabel(this)),
+      find_(new QLineEdit(this)),
+      findNext_(AddButton("FindNext")),
+      found_(new QLabel(this)),
+      table_(new ImageTable(images_, this)),
+      count_(new QLabel(this)),
+      list_(new QListWidget(this)),
+      previous_(AddButton("Previous")),
+      next_(AddButton("Next")),
+      save_(AddButton("SaveAs"))
+{
+    setObjectName(QStringLiteral("ComparisonDialog"));
+    setWindowFlag(Qt::WindowMaximizeButtonHint);
+    find_->setObjectName(QStringLiteral("Find"));
+    find_->setMaxLength(LongestQuery);
+    find_->setClearButtonEnabled(true);
+    findLabel_->setBuddy(find_);
+    found_->setObjectName(QStringLiteral("Found"));
+    count_->setObjectName(QStringLiteral("Count"));
+    list_->setObjectName(QStringLiteral("Differences"));
+    list_->setUniformItemSizes(true);
+    connect(list_, &QListWidget::currentRowChanged, this, [this] { ShowDifference(); });
+    connect(list_, &QListWidget::itemClicked, this, [this] { ShowDifference(); });
+    connect(find_, &QLineEdit::returnPressed, this, [this] { Find(); });
+    connect(find_, &QLineEdit::textChanged, found_, &QLabel::clear);
+    connect(findNext_, &QPushButton::clicked, this, [this] { Find(); });
+    connect(previous_, &QPushButton::clicked, this, [this] { Step(-1); });
+    connect(next_, &QPushButton::clicked, this, [this] { Step(1); });
+    connect(save_, &QPushButton::clicked, this, [this] { SaveAs(); });
+    MakeKeys();
+    Arrange();
+    Retranslate();
+    list_->setCurrentRow(0);
+    table_->setFocus();
+}
+
+QPushButton* ComparisonDialog::AddButton(const char* name)
+{
+    auto* const button = new QPushButton(this);
+    button->setObjectName(QLatin1String(name));
+    // Enter belongs to the field that looks for bytes.
+    button->setAutoDefault(false);
+    return button;
+}
+
+void ComparisonDialog::MakeKeys()
+{
+    const auto addKey = [this](const QKeySequence& key, auto action) {
+        auto* const entry = new QAction(this);
+        entry->setShortcut(key);
+        connect(entry, &QAction::triggered, this, action);
+        addAction(entry);
+    };
+    addKey(Qt::Key_F3, [this] { Step(1); });
+    addKey(Qt::SHIFT | Qt::Key_F3, [this] { Step(-1); });
+    addKey(QKeySequence::Find, [this] {
+        find_->setFocus();
+        find_->selectAll();
+    });
+    addKey(QKeySequence::Close, [this] { close(); });
+}
+
+void ComparisonDialog::Arrange()
+{
+    auto* const above = new QHBoxLayout;
+    above->addWidget(findLabel_);
+    above->addWidget(find_, 2);
+    above->addWidget(findNext_);
+    above->addWidget(found_, 1);
+    auto* const below = new QWidget(this);
+    auto* const belowLayout = new QVBoxLayout(below);
+    belowLayout->setContentsMargins(0, 0, 0, 0);
+    belowLayout->addWidget(count_);
+    belowLayout->addWidget(list_, 1);
+    auto* const split = new QSplitter(Qt::Vertical, this);
+    split->addWidget(table_);
+    split->addWidget(below);
+    split->setStretchFactor(0, 3);
+    split->setStretchFactor(1, 1);
+    split->setChildrenCollapsible(false);
+    auto* const across = new QHBoxLayout;
+    across->addWidget(previous_);
+    across->addWidget(next_);
+    across->addStretch(1);
+    across->addWidget(save_);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addLayout(above);
+    layout->addWidget(split, 1);
+    layout->addLayout(across);
+    resize(InitialSize.boundedTo(screen()->availableSize() * 9 / 10));
+}
+
+void ComparisonDialog::Retranslate()
+{
+    const auto text = [this](const MessageId& id) { return ToQString(program_.catalogue.Caption(id)); };
+    setWindowTitle(text(Message::ComparisonTitle));
+    findLabel_->setText(text(Message::ComparisonFind));
+    find_->setPlaceholderText(text(Message::ComparisonFindHint));
+    findNext_->setText(text(Message::ComparisonFindNext));
+    previous_->setText(text(Message::ComparisonPrevious));
+    next_->setText(text(Message::ComparisonNext));
+    save_->setText(text(Message::MonitorSaveAs));
+    table_->setAccessibleName(windowTitle());
+    found_->clear();
+    ListDifferences();
+}
+
+void ComparisonDialog::ListDifferences()
+{
+    const int row = list_->currentRow();
+    described_ = DifferenceLines(program_.catalogue, images_.differences);
+    const QSignalBlocker quiet(list_);
+    list_->clear();
+    for (const std::string& line : described_)
+        list_->addItem(ToQString(line));
+    list_->setCurrentRow(row);
+    const bool differs = !described_.empty();
+    list_->setVisible(differs);
+    previous_->setEnabled(differs);
+    next_->setEnabled(differs);
+    count_->setText(differs ? ToQString(program_.catalogue.Word(Message::ComparisonCount)) +
+                                  QString::number(described_.size())
+                            : ToQString(program_.catalogue.Caption(Message::ComparisonEqual)));
+    list_->setAccessibleName(count_->text());
+}
+
+// Round and round: the last difference is before the first one.
+void ComparisonDialog::Step(int by)
+{
+    if (const int count = list_->count(); count > 0)
+        list_->setCurrentRow((list_->currentRow() + by + count) % count);
+    ShowDifference();
+}
+
+void ComparisonDialog::ShowDifference()
+{
+    const int row = list_->currentRow();
+    if (row < 0)
+        return;
+    const ImageDifference& difference = images_.differences.at(static_cast<std::size_t>(row));
+    table_->ShowBytes(difference.first, difference.last);
+}
+
+void ComparisonDialog::Find()
+{
+    const auto query = ParseImageQuery(FromQString(find_->text()));
+    const auto place = query ? FindInImages(images_, *query, table_->SearchStart()) : std::nullopt;
+    found_->setText(place ? QString() : ToQString(program_.catalogue.Caption(Message::ComparisonNotFound)));
+    if (place)
+        table_->ShowBytes(*place, *place + std::max<std::size_t>(query->bytes.size(), 1) - 1);
+}
+
+void ComparisonDialog::SaveAs()
+{
+    SaveTextAs(program_, Message::ComparisonSaveTitle, "cdgComparison",
+               [this] { return ComparisonText(images_, described_); });
+}
+
+}  // namespace kelvora

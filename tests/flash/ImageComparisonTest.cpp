@@ -1,0 +1,65 @@
+#include "flash/ImageComparison.h"
+
+#include <gtest/gtest.h>
+
+#include "flash/Images.h"
+
+namespace kelvora {
+namespace {
+
+using namespace std::string_literals;
+
+TEST(ImageQuery, IsAnAddressPairsOfDigitsOrText)
+{
+    const struct {
+        const char* typed;
+        std::optional<ImageQuery> query;
+    } rows[]{
+        {"01A0", ImageQuery{0x1A0, {}}},
+        {" 1fff ", ImageQuery{0x1FFF, {}}},
+        {"0001:a0", ImageQuery{0x1A0, {}}},
+        {"2000", std::nullopt},
+        {"0020:00", std::nullopt},
+        {"0001:A", ImageQuery{{}, "0001:A", true}},
+        {"4A 0b", ImageQuery{{}, "\x4A\x0B"}},
+        {"00  FF 1B", ImageQuery{{}, "\0\xFF\x1B"s}},
+        {"4A", ImageQuery{{}, "4A", true}},
+        {"4A 4", ImageQuery{{}, "4A 4", true}},
+        {"Till 3", ImageQuery{{}, "Till 3", true}},
+        {"   ", std::nullopt},
+    };
+    for (const auto& [typed, query] : rows)
+        EXPECT_EQ(ParseImageQuery(typed), query) << typed;
+}
+
+TEST(ImageComparison, FindsInEitherImageAndGoesRound)
+{
+    ImageComparison images{"a", "b", Filled(0), Filled(0)};
+    images.before[0x100] = 'k';
+    images.before[0x101] = 'm';
+    images.after[0x1FFE] = 'K';
+    images.after[0x1FFF] = 'M';
+    const auto find = [&](const char* typed, std::size_t from) {
+        return FindInImages(images, ParseImageQuery(typed).value(), from);
+    };
+    EXPECT_EQ(find("km", 0), 0x100U);
+    EXPECT_EQ(find("km", 0x101), 0x1FFEU);
+    EXPECT_EQ(find("km", 0x1FFF), 0x100U);
+    EXPECT_EQ(find("6B 6D", 0x101), 0x100U);  // numbers mean these very bytes
+    EXPECT_EQ(find("kma", 0), std::nullopt);
+    EXPECT_EQ(find("4D 00", 0), std::nullopt);  // the end is no beginning
+    EXPECT_EQ(find("0040", 0x100), 0x40U);
+}
+
+TEST(ImageComparison, TextHasTheWordsAndTheLinesThatDiffer)
+{
+    ImageComparison images{"till.dat", "COM1", Filled('.'), Filled('.')};
+    images.after[0x1A1] = 'A';
+    EXPECT_EQ(ComparisonText(images, {"a byte"}),
+              "- till.dat\r\n+ COM1\r\n\r\na byte\r\n\r\n"
+              "- 0001:A0 2E 2E 2E 2E 2E 2E 2E 2E 2E 2E 2E 2E 2E 2E 2E 2E ................\r\n"
+              "+ 0001:A0 2E 41 2E 2E 2E 2E 2E 2E 2E 2E 2E 2E 2E 2E 2E 2E .A..............\r\n");
+}
+
+}  // namespace
+}  // namespace kelvora
