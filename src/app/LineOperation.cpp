@@ -4,21 +4,29 @@
 
 namespace kelvora {
 
+namespace {
+
+void Tell(const Program& program)
+{
+    if (program.onOperation)
+        program.onOperation();
+}
+
+}  // namespace
+
 LineOperation::LineOperation(Program& program, std::string status, std::string operation) : program_(program)
 {
     program_.busy = true;
     program_.interruptionRequested = false;
     program_.running = {std::move(status), std::move(operation)};
-    if (program_.onOperation)
-        program_.onOperation();
+    Tell(program_);
 }
 
 LineOperation::~LineOperation()
 {
     program_.busy = false;
     program_.running = {};
-    if (program_.onOperation)
-        program_.onOperation();
+    Tell(program_);
 }
 
 LineHooks LineOperation::Hooks() const
@@ -28,6 +36,18 @@ LineHooks LineOperation::Hooks() const
                 if (program.onProgress)
                     program.onProgress(progress);
             }};
+}
+
+OperationQuestion::OperationQuestion(Program& program) : program_(program)
+{
+    program_.asking = true;
+    Tell(program_);
+}
+
+OperationQuestion::~OperationQuestion()
+{
+    program_.asking = false;
+    Tell(program_);
 }
 
 }  // namespace kelvora

@@ -23,4 +23,17 @@ private:
     Program& program_;
 };
 
+/// While it lives the running operation waits for the user's answer: the program stays busy, but nothing
+/// can be stopped and nothing looks at work.
+class OperationQuestion {
+public:
+    explicit OperationQuestion(Program& program);
+    ~OperationQuestion();
+    OperationQuestion(const OperationQuestion&) = delete;
+    OperationQuestion& operator=(const OperationQuestion&) = delete;
+
+private:
+    Program& program_;
+};
+
 }  // namespace kelvora

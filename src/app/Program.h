@@ -96,6 +96,9 @@ public:
     /// A device operation runs: module clicks, layout commands and the close question wait for its end.
     bool busy = false;
 
+    /// The running operation waits for the user's answer to a question: its line rests meanwhile.
+    bool asking = false;
+
     /// The user has asked the running operation to stop. Whoever starts an operation clears it.
     bool interruptionRequested = false;
 
@@ -106,7 +109,7 @@ public:
     };
     Running running;
 
-    /// Called when an operation has begun or ended, and as it goes on. They may be empty.
+    /// Called when an operation has begun, asks, has its answer, or has ended, and as it goes on. They may be empty.
     std::function<void()> onOperation;
     std::function<void(const LineProgress&)> onProgress;
 

@@ -25,6 +25,7 @@ CommandState CommandStateOf(const CommandSituation& situation)
     state.ports = true;
     state.portSettings = true;
     state.windows = true;
+    state.backups = true;
     // The line tools follow the scan.
     state.rescan = state.fileScan;
     state.flash = state.fileScan;

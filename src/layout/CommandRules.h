@@ -35,8 +35,9 @@ struct CommandState {
     bool portSettings = false;
     bool portNames = false;  ///< which device stands behind which port
     bool rescan = false;
-    bool flash = false;   ///< download, verify and the dumps
-    bool wizard = false;  ///< the EEPROM wizard
+    bool flash = false;    ///< download, verify, the dumps and restoring one
+    bool backups = false;  ///< the list of backups, which needs no line
+    bool wizard = false;   ///< the EEPROM wizard
     bool language = false;
     bool about = false;    ///< a box that must not come in between
     bool windows = false;  ///< changing between the open windows, and closing them

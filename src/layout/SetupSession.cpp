@@ -54,8 +54,24 @@ ScanOutcome SetupSession::Scan(const LineHooks& hooks)
 {
     ScanOutcome outcome =
         ScanLine(program_.comms, TargetOf(settings), settings.ConnectionMode, hooks, program_.catalogue);
-    HoldAs({{}, "PosConfiguration " + std::to_string(settings.PanelIndex), outcome.image});
+    HoldAs({{},
+            "PosConfiguration " + std::to_string(settings.PanelIndex),
+            outcome.image,
+            outcome.image,
+            settings.CommsPort});
     return outcome;
+}
+
+const FlashImage* SetupSession::BaseImage() const
+{
+    return baseImage_ && basePort_ == settings.CommsPort ? &*baseImage_ : nullptr;
+}
+
+void SetupSession::HoldAsBase(const FlashImage& image)
+{
+    deviceImage = image;
+    baseImage_ = image;
+    basePort_ = settings.CommsPort;
 }
 
 void SetupSession::HoldAs(const WindowFile& file)
@@ -63,6 +79,8 @@ void SetupSession::HoldAs(const WindowFile& file)
     SetFile(file.file);
     settings.Name = file.name;
     deviceImage = file.image;
+    baseImage_ = file.base;
+    basePort_ = file.basePort;
 }
 
 void SetupSession::SetFile(const SetupFile& file)

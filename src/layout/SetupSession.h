@@ -26,6 +26,8 @@ struct WindowFile {
     SetupFile file;
     std::string name;
     std::optional<FlashImage> image;
+    std::optional<FlashImage> base;  ///< see SetupSession::BaseImage
+    std::int16_t basePort = 0;       ///< where it was read
 };
 
 class SetupSession {
@@ -61,7 +63,7 @@ public:
     /// that came is the caller's to take; the flash image that came becomes the device's.
     ScanOutcome Scan(const LineHooks& hooks);
 
-    WindowFile HeldAs() const { return {file_, settings.Name, deviceImage}; }
+    WindowFile HeldAs() const { return {file_, settings.Name, deviceImage, baseImage_, basePort_}; }
     void HoldAs(const WindowFile& file);
 
     Program& Shared() const { return program_; }
@@ -73,12 +75,21 @@ public:
     /// The device's flash as it was last read.
     std::optional<FlashImage> deviceImage;
 
+    /// The image that the setup's own is built over: what the device at the window's port held when the setup
+    /// was read from it or written to it. Null when neither was done there.
+    const FlashImage* BaseImage() const;
+
+    /// The device at the window's port holds that image, and the setup goes with it.
+    void HoldAsBase(const FlashImage& image);
+
 private:
     bool SaveTo(const SetupFile& file);
     void SetFile(const SetupFile& file);
 
     Program& program_;
     SetupFile file_;
+    std::optional<FlashImage> baseImage_;
+    std::int16_t basePort_ = 0;  ///< where it was read
 };
 
 }  // namespace kelvora

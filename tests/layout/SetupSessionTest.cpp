@@ -113,5 +113,20 @@ TEST(CommandRules, WhatRunsDisablesEverythingAndToolsFollowTheScan)
     }
 }
 
+TEST_F(Session, ASetupIsBuiltOverTheImageOfItsOwnPortAlone)
+{
+    SetupSession session(program);
+    EXPECT_FALSE(session.BaseImage());
+    FlashImage image{};
+    image[3000] = 7;
+    session.HoldAsBase(image);
+    EXPECT_EQ(session.deviceImage, image);
+    SelectPort(session.settings, 2);
+    EXPECT_FALSE(session.BaseImage());
+    SelectPort(session.settings, 1);
+    ASSERT_TRUE(session.BaseImage());
+    EXPECT_EQ(*session.BaseImage(), image);
+}
+
 }  // namespace
 }  // namespace kelvora

@@ -38,6 +38,8 @@ enum class Command {
     ToolsMenuFlashVerify,
     ToolsMenuFlashDumpSetup,
     ToolsMenuFlashDumpUpload,
+    ToolsMenuFlashRestore,
+    ToolsMenuFlashBackups,
     EpromWizard,
     ViewMenuToolbar,
     ViewMenuStatusBar,

@@ -80,6 +80,7 @@ MDIForm1::MDIForm1(Program& program, const QString& configFolder, MachinePorts* 
     ConnectFileCommands();
     ConnectLayoutCommands();
     ConnectLineCommands();
+    ConnectFlashCommands();
     ConnectGeneralCommands();
     ConnectMenus();
     status_->ShowOperation(ToQString(program_.IdleText()));
@@ -139,6 +140,19 @@ void MDIForm1::ConnectLineCommands()
     On(Command::ViewMenuLineMonitor, [this] { lines_.ShowMonitor(); });
     commands_[Command::CommunicationsMenuPorts].setVisible(lines_.HasPorts());
     OnSetup(Command::ToolsMenuRescanLine, [](frmConfig& setup) { setup.ToolsMenuRescanLine_Click(); });
+}
+
+void MDIForm1::ConnectFlashCommands()
+{
+    const auto flash = [this](Command command, void (FlashForms::*click)()) {
+        OnSetup(command, [click](frmConfig& setup) { (setup.Flash().*click)(); });
+    };
+    flash(Command::ToolsMenuFlashDownload, &FlashForms::ToolsMenuFlashDownload_Click);
+    flash(Command::ToolsMenuFlashVerify, &FlashForms::ToolsMenuFlashVerify_Click);
+    flash(Command::ToolsMenuFlashDumpSetup, &FlashForms::ToolsMenuFlashDumpSetup_Click);
+    flash(Command::ToolsMenuFlashDumpUpload, &FlashForms::ToolsMenuFlashDumpUpload_Click);
+    flash(Command::ToolsMenuFlashRestore, &FlashForms::ToolsMenuFlashRestore_Click);
+    flash(Command::ToolsMenuFlashBackups, &FlashForms::ToolsMenuFlashBackups_Click);
 }
 
 void MDIForm1::ConnectGeneralCommands()
@@ -306,10 +320,8 @@ void MDIForm1::ShutDown()
     memory_.SaveFolders(program_.main);
     if (onShutdown)
         onShutdown();
-    if (help_)
-        help_->hide();
-    lines_.CloseMonitor();
-    hide();
+    for (QWidget* const window : QApplication::topLevelWidgets())
+        window->hide();
     program_.world.eventLoop.After(ClosingTime, [window = QPointer<MDIForm1>(this)] {
         if (window)
             window->EndShutdown();

@@ -67,6 +67,7 @@ private:
     void ConnectFileCommands();
     void ConnectLayoutCommands();
     void ConnectLineCommands();
+    void ConnectFlashCommands();
     void ConnectGeneralCommands();
     void ConnectMenus();
     void Prepare(frmConfig& setup);

@@ -128,6 +128,9 @@ void MainMenu::MakeToolsMenu(QMenuBar& bar)
     dump_->addAction(&commands_[Command::ToolsMenuFlashDumpSetup]);
     dump_->addAction(&commands_[Command::ToolsMenuFlashDumpUpload]);
     tools->addSeparator();
+    tools->addAction(&commands_[Command::ToolsMenuFlashRestore]);
+    tools->addAction(&commands_[Command::ToolsMenuFlashBackups]);
+    tools->addSeparator();
     tools->addAction(&commands_[Command::EpromWizard]);
     setupEntries_.push_back(tools->menuAction());
 }

@@ -44,11 +44,12 @@ OperationView::~OperationView()
 
 void OperationView::ShowOperation()
 {
-    escape_.setEnabled(program_.busy);
+    const bool works = program_.busy && !program_.asking;
+    escape_.setEnabled(works);
     status_.ShowProgress(NoProgress);
     status_.ShowOperation(ToQString(program_.busy ? program_.running.operation : program_.IdleText()));
     KeepPointer();
-    if (!program_.busy && abort_)
+    if (!works && abort_)
         abort_->close();
     if (onChange)
         onChange();
@@ -57,8 +58,8 @@ void OperationView::ShowOperation()
 // The pointer shows the work for as long as it lasts; the clock that looks after it ends with it.
 void OperationView::KeepPointer()
 {
-    if (program_.busy != pointerIsBusy_) {
-        pointerIsBusy_ = program_.busy;
+    if (const bool works = program_.busy && !program_.asking; works != pointerIsBusy_) {
+        pointerIsBusy_ = works;
         if (pointerIsBusy_)
             QGuiApplication::setOverrideCursor(Qt::BusyCursor);
         else

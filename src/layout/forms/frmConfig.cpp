@@ -67,6 +67,7 @@ frmConfig::frmConfig(Program& program, QWidget* parent)
     : QWidget(parent),
       strip_(new StripView(program.catalogue, this)),
       session_(program, strip_),
+      flash_(session_, *this),
       undoStack_(new QUndoStack(this))
 {
     setObjectName(QStringLiteral("frmConfig"));
@@ -76,6 +77,10 @@ frmConfig::frmConfig(Program& program, QWidget* parent)
     layout->addWidget(strip_);
     setFocusProxy(strip_);
     ConnectStrip();
+    flash_.onFile = [this] {
+        if (onFile)
+            onFile();
+    };
     connect(undoStack_, &QUndoStack::cleanChanged, this, [this] { ShowTitle(); });
     connect(undoStack_, &QUndoStack::indexChanged, this, [this] { Notify(); });
 }
@@ -346,6 +351,7 @@ void frmConfig::FocusStrip()
 void frmConfig::Retranslate()
 {
     strip_->Retranslate();
+    flash_.Retranslate();
 }
 
 void frmConfig::ShowTitle()

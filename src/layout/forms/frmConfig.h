@@ -9,6 +9,7 @@
 #include "layout/CommandRules.h"
 #include "layout/ModuleStrip.h"
 #include "layout/SetupSession.h"
+#include "layout/forms/FlashForms.h"
 
 namespace kelvora {
 
@@ -55,6 +56,9 @@ public:
 
     /// Fills the window from its line anew.
     void ToolsMenuRescanLine_Click();
+
+    /// The flash commands.
+    FlashForms& Flash() { return flash_; }
 
     bool IsPlacing() const { return placing_; }
 
@@ -105,6 +109,7 @@ private:
 
     StripView* strip_;
     SetupSession session_;
+    FlashForms flash_;
     QUndoStack* undoStack_;
     bool mayCloseUnasked_ = false;
     bool placing_ = false;

@@ -1,0 +1,223 @@
+#include "layout/forms/FlashForms.h"
+
+#include <QWidget>
+#include <algorithm>
+#include <iterator>
+#include <utility>
+#include <variant>
+
+#include "app/TransferTexts.h"
+#include "flash/Backups.h"
+#include "flash/forms/BackupsDialog.h"
+#include "flash/forms/ChangesDialog.h"
+#include "flash/forms/ComparisonDialog.h"
+#include "layout/LineScan.h"
+#include "platform/qt/Text.h"
+
+namespace kelvora {
+
+namespace {
+
+/// Differences that a message box has room for.
+constexpr std::size_t MostLines = 12;
+
+constexpr std::string_view LineEnd = "\r\n";
+
+bool IsRestore(const WantedContent& wanted)
+{
+    return std::holds_alternative<FlashDump>(wanted);
+}
+
+MessageId TitleOf(const WantedContent& wanted)
+{
+    return IsRestore(wanted) ? Message::RestoreTitle : Message::DownloadTitle;
+}
+
+std::string Body(const OutcomeText& outcome)
+{
+    return outcome.extra.empty() ? outcome.text : outcome.text + std::string(LineEnd) + outcome.extra;
+}
+
+std::string BackupFolder(const Program& program)
+{
+    return program.dataFolder + "/backups";
+}
+
+// What the question before a download is about: the changes, then what is left out.
+std::vector<std::string> QuestionLines(const MessageCatalogue& catalogue, const TransferPlan& plan)
+{
+    std::vector<std::string> lines{catalogue.Caption(Message::AskChanges)};
+    std::ranges::copy(ChangeLines(catalogue, plan), std::back_inserter(lines));
+    if (const auto unheld = UnheldLines(catalogue, plan); !unheld.empty()) {
+        lines.insert(lines.end(), {std::string(), catalogue.Caption(Message::AskUnheld)});
+        lines.insert(lines.end(), unheld.begin(), unheld.end());
+    }
+    return lines;
+}
+
+}  // namespace
+
+FlashForms::FlashForms(SetupSession& session, QWidget& window) : session_(session), window_(window) {}
+
+FlashForms::~FlashForms()
+{
+    delete comparison_;
+}
+
+std::string FlashForms::PortName() const
+{
+    return "COM" + std::to_string(session_.settings.CommsPort);
+}
+
+std::string FlashForms::Status(const MessageId& text) const
+{
+    return session_.Shared().catalogue.Caption(text) + std::to_string(session_.settings.CommsPort) + " ...";
+}
+
+// The command that was given ends first: what follows takes its time.
+void FlashForms::Later(std::function<void()> work)
+{
+    if (session_.Shared().busy)
+        return;
+    session_.Shared().world.eventLoop.After(
+        std::chrono::milliseconds(0), [this, window = QPointer<QWidget>(&window_), work = std::move(work)] {
+            if (window && !session_.Shared().busy)
+                work();
+        });
+}
+
+void FlashForms::ToolsMenuFlashDownload_Click()
+{
+    Later([this] { Transfer(session_.document); });
+}
+
+void FlashForms::ToolsMenuFlashRestore_Click()
+{
+    const auto opened = OpenDump(session_);
+    if (onFile)
+        onFile();
+    if (opened)
+        Later([this, dump = opened->dump] { Transfer(dump); });
+}
+
+void FlashForms::ToolsMenuFlashBackups_Click()
+{
+    Program& program = session_.Shared();
+    const Backups backups(program.world.files, BackupFolder(program));
+    BackupsDialog dialog(
+        program, backups,
+        {PortName(), session_.deviceImage ? &*session_.deviceImage : nullptr, program.HasLink()},
+        window_.window());
+    if (dialog.exec() == QDialog::Accepted)
+        Later([this, dump = *dialog.Chosen()] { Transfer(dump); });
+}
+
+void FlashForms::Transfer(const WantedContent& wanted)
+{
+    Program& program = session_.Shared();
+    Backups backups(program.world.files, BackupFolder(program));
+    const TransferSteps steps{
+        [&](const TransferPlan& plan) {
+            return backups.Save(session_.settings.CommsPort, plan.deviceMap, plan.held);
+        },
+        [&](const TransferPlan& plan, const std::string& /*backup*/) { return Ask(plan, wanted); }};
+    TransferResult result;
+    {
+        const LineOperation running(program, Status(Message::DownloadStatus),
+                                    " " + program.catalogue.Caption(TitleOf(wanted)));
+        result = DownloadFrom(session_, wanted, running.Hooks(), steps);
+    }
+    // Who has just said No knows it.
+    if (result.reason == TransferResult::Reason::Declined)
+        return;
+    const OutcomeText outcome = DescribeTransfer(program.catalogue, TargetOf(session_.settings), result);
+    program.world.prompt.Show(program.catalogue.Caption(TitleOf(wanted)), Body(outcome), {outcome.icon});
+}
+
+// The line rests while the question stands; the program stays busy, so that nothing else can take it.
+bool FlashForms::Ask(const TransferPlan& plan, const WantedContent& wanted)
+{
+    Program& program = session_.Shared();
+    const MessageCatalogue& catalogue = program.catalogue;
+    const OperationQuestion asking(program);
+    const MessageId& question = IsRestore(wanted) ? Message::AskRestore : Message::AskDownload;
+    ChangesDialog dialog(catalogue, ToQString(catalogue.Caption(TitleOf(wanted)) + ": " + PortName()),
+                         ToQString(catalogue.Caption(question)), QuestionLines(catalogue, plan),
+                         window_.window());
+    dialog.onCompare = [&] {
+        ComparisonDialog(
+            program,
+            {PortName(),
+             IsRestore(wanted) ? catalogue.Caption(Message::RestoreTitle) : session_.settings.Name, plan.held,
+             plan.wanted, plan.imageChanges},
+            &dialog)
+            .exec();
+    };
+    return dialog.exec() == QDialog::Accepted;
+}
+
+void FlashForms::ToolsMenuFlashVerify_Click()
+{
+    Later([this] { Verify(); });
+}
+
+void FlashForms::Verify()
+{
+    Program& program = session_.Shared();
+    VerifyResult result;
+    {
+        const LineOperation running(program, Status(Message::VerifyStatus),
+                                    " " + program.catalogue.Caption(Message::UploadTitle));
+        result = VerifyAgainst(session_, running.Hooks());
+    }
+    ShowVerified(result);
+}
+
+void FlashForms::ShowVerified(const VerifyResult& result)
+{
+    const Program& program = session_.Shared();
+    const OutcomeText outcome =
+        DescribeVerify(program.catalogue, TargetOf(session_.settings), result, MostLines);
+    const std::string title = program.catalogue.Caption(Message::VerifyTitle);
+    if (result.outcome != VerifyResult::Outcome::Different) {
+        program.world.prompt.Show(title, Body(outcome), {outcome.icon});
+        return;
+    }
+    const std::string offer =
+        std::string(LineEnd).append(LineEnd) + program.catalogue.Caption(Message::ComparisonOffer);
+    if (program.world.prompt.Show(title, Body(outcome) + offer,
+                                  {outcome.icon, BoxButtons::YesNo, Answer::No}) == Answer::Yes)
+        ShowComparison(
+            {session_.settings.Name, PortName(), *result.setupImage, *result.deviceImage,
+             DescribeDifferences(*result.setupImage, *result.deviceImage, session_.document.Modules)});
+}
+
+void FlashForms::ToolsMenuFlashDumpSetup_Click()
+{
+    DumpSetupImage(session_);
+    if (onFile)
+        onFile();
+}
+
+void FlashForms::ToolsMenuFlashDumpUpload_Click()
+{
+    DumpDeviceImage(session_);
+    if (onFile)
+        onFile();
+}
+
+void FlashForms::ShowComparison(ImageComparison images)
+{
+    delete comparison_;
+    comparison_ = new ComparisonDialog(session_.Shared(), std::move(images));
+    comparison_->setAttribute(Qt::WA_DeleteOnClose);
+    comparison_->show();
+}
+
+void FlashForms::Retranslate()
+{
+    if (comparison_)
+        comparison_->Retranslate();
+}
+
+}  // namespace kelvora

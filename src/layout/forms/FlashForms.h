@@ -1,0 +1,57 @@
+// The flash commands of one setup window: each runs its operation, and shows what came of it when the line
+// is free again.
+#pragma once
+
+#include <QPointer>
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "app/LineOperation.h"
+#include "flash/ImageComparison.h"
+#include "layout/FlashTools.h"
+
+class QWidget;
+
+namespace kelvora {
+
+class ComparisonDialog;
+
+class FlashForms {
+public:
+    /// The session's window; both outlive the object.
+    FlashForms(SetupSession& session, QWidget& window);
+    ~FlashForms();
+    FlashForms(const FlashForms&) = delete;
+    FlashForms& operator=(const FlashForms&) = delete;
+
+    /// Called when the folders of the file dialogs may have changed.
+    std::function<void()> onFile;
+
+    void ToolsMenuFlashDownload_Click();
+    void ToolsMenuFlashVerify_Click();
+    void ToolsMenuFlashDumpSetup_Click();
+    void ToolsMenuFlashDumpUpload_Click();
+    /// Writes a dump, which is asked for, into the device as it is.
+    void ToolsMenuFlashRestore_Click();
+    /// Lists the backups, from where one can be restored.
+    void ToolsMenuFlashBackups_Click();
+
+    void Retranslate();
+
+private:
+    void Later(std::function<void()> work);
+    void Transfer(const WantedContent& wanted);
+    bool Ask(const TransferPlan& plan, const WantedContent& wanted);
+    void Verify();
+    void ShowVerified(const VerifyResult& result);
+    void ShowComparison(ImageComparison images);
+    std::string PortName() const;
+    std::string Status(const MessageId& text) const;
+
+    SetupSession& session_;
+    QWidget& window_;
+    QPointer<ComparisonDialog> comparison_;
+};
+
+}  // namespace kelvora

@@ -1,0 +1,327 @@
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QToolButton>
+#include <QTreeWidget>
+
+#include "comms/forms/frmAbort.h"
+#include "flash/DumpText.h"
+#include "flash/forms/BackupsDialog.h"
+#include "flash/forms/ChangesDialog.h"
+#include "flash/forms/ComparisonDialog.h"
+#include "flash/forms/ImageTable.h"
+#include "forms/MainWindowFixture.h"
+#include "keymap/Models.h"
+#include "layout/ModuleOptions.h"
+
+namespace kelvora {
+namespace {
+
+class FlashForm : public MainWindowFixture {
+protected:
+    FlashForm() : MainWindowFixture(true)
+    {
+        program.dataFolder = PathFromQString(folder.path());
+        Start();
+        Run(Command::FileMenuScan);
+        fresh = line.Memory().flash;
+    }
+
+    std::string Path(const std::string& name) { return PathFromQString(folder.path()) + "/" + name; }
+
+    void Run(Command command)
+    {
+        QApplication::setActiveWindow(window.get());
+        Trigger(command);
+        loop.Pass(std::chrono::milliseconds(0));
+        EXPECT_FALSE(program.busy);
+        EXPECT_FALSE(port.IsOpen());
+    }
+
+    // The simulated device comes with a fiscal keyboard.
+    void ClearFiscal()
+    {
+        SetupDocument& document = Session().document;
+        MasterOptions options = ReadMasterOptions(document).value();
+        options.fiscal = false;
+        document = WithOptions(document, options);
+    }
+
+    // Runs the command and answers the question that it comes to.
+    void RunAndAnswer(Command command, const char* button)
+    {
+        InDialog<ChangesDialog>([&] { Run(command); },
+                                [&](ChangesDialog& dialog) { PressText(dialog, button); });
+    }
+
+    static void PressText(QWidget& form, const QString& text)
+    {
+        for (QPushButton* const button : form.findChildren<QPushButton*>())
+            if (button->text() == text)
+                return button->click();
+        FAIL() << text.toStdString();
+    }
+
+    std::string LastBody() const { return prompt.shown.empty() ? std::string() : prompt.shown.back().body; }
+    SetupSession& Session() { return window->ActiveSetup()->Session(); }
+    const FlashImage& Flash() const { return line.Memory().flash; }
+
+    FlashImage fresh{};
+};
+
+TEST_F(FlashForm, DownloadAsksWithTheLineFreeAndWritesOnlyOnYes)
+{
+    ClearFiscal();
+    InDialog<ChangesDialog>([&] { Run(Command::ToolsMenuFlashDownload); },
+                            [&](ChangesDialog& dialog) {
+                                EXPECT_EQ(dialog.windowTitle().toStdString(), "Flash Download: COM1");
+                                EXPECT_EQ(
+                                    dialog.findChild<QPlainTextEdit*>("Changes")->toPlainText().toStdString(),
+                                    "This will change in the device:\n"
+                                    "0006: Composite Keyboard, fiscal keyboard: yes -> no");
+                                EXPECT_FALSE(port.IsOpen());
+                                EXPECT_TRUE(program.busy);
+                                EXPECT_FALSE(IsEnabled(Command::FileMenuNew));
+                                EXPECT_FALSE(QApplication::overrideCursor());
+                                window->close();
+                                EXPECT_FALSE(closed);
+                                QTest::keyClick(&dialog, Qt::Key_Return);
+                            });
+    EXPECT_EQ(Flash(), fresh);
+    EXPECT_TRUE(prompt.shown.empty());
+
+    RunAndAnswer(Command::ToolsMenuFlashDownload, "&Yes");
+    FlashImage expected = fresh;
+    expected[6] ^= 1;
+    EXPECT_EQ(Flash(), expected);
+    EXPECT_EQ(Session().deviceImage, expected);
+    ASSERT_EQ(prompt.shown.size(), 1U);
+    EXPECT_EQ(prompt.shown[0].title, "Flash Download");
+    EXPECT_TRUE(LastBody().starts_with("The download is done.")) << LastBody();
+    EXPECT_FALSE(QApplication::overrideCursor());
+
+    Run(Command::ToolsMenuFlashDownload);
+    EXPECT_TRUE(LastBody().starts_with("The device holds this image already.")) << LastBody();
+}
+
+TEST_F(FlashForm, TheQuestionTellsWhatTheDeviceCannotHold)
+{
+    SetupDocument& document = Session().document;
+    McrOptions options = ReadMcrOptions(document).value();
+    options.separators[1] = '#';
+    document = WithOptions(document, options);
+    // The keypad has a key there, whatever the setup says.
+    document.Modules[FindModule(document.Modules, ModuleKind::ICCR).value()].KeyMap[0] = KeyType::NoKey;
+    InDialog<ChangesDialog>(
+        [&] { Run(Command::ToolsMenuFlashDownload); },
+        [&](ChangesDialog& dialog) {
+            const QString text = dialog.findChild<QPlainTextEdit*>("Changes")->toPlainText();
+            EXPECT_TRUE(
+                text.contains("MCR, separator after track 2: none -> #\n\n"
+                              "The device cannot hold this; it is left out:\nICCR, Key "))
+                << text.toStdString();
+            InDialog<ComparisonDialog>([&] { Press(dialog, "Compare"); },
+                                       [&](ComparisonDialog& comparison) {
+                                           EXPECT_EQ(comparison.findChild<QTableView*>("Images")
+                                                         ->model()
+                                                         ->headerData(ImageTable::After, Qt::Horizontal)
+                                                         .toString()
+                                                         .toStdString(),
+                                                     "PosConfiguration 1");
+                                       });
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        });
+    EXPECT_EQ(Flash(), fresh);
+}
+
+TEST_F(FlashForm, AStopEndsItAndAnOpenStopDialogGivesWayToTheQuestion)
+{
+    const auto abort = [&] { return window->findChild<frmAbort*>(); };
+    const auto runWith = [&](const std::function<void()>& meanwhile) {
+        QApplication::setActiveWindow(window.get());
+        Trigger(Command::ToolsMenuFlashDownload);
+        loop.After(std::chrono::milliseconds(3000), [&] {
+            QTest::keyClick(window.get(), Qt::Key_Escape);
+            meanwhile();
+        });
+        loop.Pass(std::chrono::milliseconds(0));
+    };
+    ClearFiscal();
+    InDialog<ChangesDialog>([&] { runWith([&] { EXPECT_TRUE(abort() && abort()->isVisible()); }); },
+                            [&](ChangesDialog&) { EXPECT_TRUE(!abort() || !abort()->isVisible()); });
+    EXPECT_TRUE(prompt.shown.empty());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    runWith([&] { Press(*abort(), "AbortCommand"); });
+    EXPECT_NE(LastBody().find("\r\nThe work was stopped."), std::string::npos) << LastBody();
+    EXPECT_EQ(Flash(), fresh);
+}
+
+TEST_F(FlashForm, VerifySaysWhereItDiffersAndShowsBothImages)
+{
+    Run(Command::ToolsMenuFlashVerify);
+    EXPECT_EQ(LastBody(), "The device's flash memory holds this setup.");
+    ClearFiscal();
+    Run(Command::ToolsMenuFlashVerify);
+    ASSERT_EQ(prompt.shown.size(), 2U);
+    EXPECT_EQ(prompt.shown[1].title, "Flash Verify");
+    EXPECT_TRUE(LastBody().starts_with(
+        "The device does not hold this setup. The first difference is at address 0006 (hex)\r\n"));
+    EXPECT_NE(LastBody().find("fiscal keyboard: no -> yes\r\n"), std::string::npos) << LastBody();
+    EXPECT_EQ(prompt.shown[1].style.defaultAnswer, Answer::No);
+
+    prompt.answers = {Answer::Yes};
+    Run(Command::ToolsMenuFlashVerify);
+    QPointer<ComparisonDialog> shown;
+    for (QWidget* const widget : QApplication::topLevelWidgets())
+        if (auto* const dialog = dynamic_cast<ComparisonDialog*>(widget))
+            shown = dialog;
+    ASSERT_TRUE(shown && shown->isVisible() && !shown->isModal());
+    EXPECT_EQ(shown->findChild<QListWidget*>("Differences")->count(), 1);
+    window->ActiveSetup()->CloseUnasked();
+    Trigger(Command::FileMenuClose);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(shown);
+}
+
+TEST_F(FlashForm, VerifyOfADeadLineComparesNothing)
+{
+    bench::FaultPlan dead;
+    dead.silentAfter.toHost = 0;
+    line.SetFaults(dead);
+    Run(Command::ToolsMenuFlashVerify);
+    ASSERT_EQ(prompt.shown.size(), 1U);
+    EXPECT_TRUE(LastBody().starts_with(program.catalogue.Caption(Message::VerifyNotRead))) << LastBody();
+}
+
+TEST_F(FlashForm, DumpsAreWrittenAndKeepThePreviousFile)
+{
+    const std::string file = Path("till.mem");
+    const auto choose = [&] { dialogs.choices.push_back({Path("Till"), Path(""), 1}); };
+    Trigger(Command::ToolsMenuFlashDumpUpload);
+    EXPECT_FALSE(files.Exists(file));
+
+    choose();
+    Trigger(Command::ToolsMenuFlashDumpUpload);
+    EXPECT_EQ(ReadDump(files.Read(file)).image, fresh);
+    ClearFiscal();
+    dialogs.choices.push_back({file, Path(""), 1});
+    prompt.answers = {Answer::Yes};
+    window->findChild<QToolButton*>("DUMP")->click();
+    FlashImage cleared = fresh;
+    cleared[6] ^= 1;
+    EXPECT_EQ(ReadDump(files.Read(file)).image, cleared);
+    EXPECT_EQ(ReadDump(files.Read(Path("till.bak"))).image, fresh);
+
+    // A window that has read no device has no such image.
+    prompt.shown.clear();
+    Trigger(Command::FileMenuNew);
+    choose();
+    Trigger(Command::ToolsMenuFlashDumpUpload);
+    EXPECT_EQ(LastBody(), Message::NoImageRead.fallback);
+    EXPECT_EQ(dialogs.choices.size(), 1U);
+}
+
+TEST_F(FlashForm, ABackupIsComparedAndRestored)
+{
+    ClearFiscal();
+    RunAndAnswer(Command::ToolsMenuFlashDownload, "&Yes");
+    files.Write(Path("backups/broken.mem"), "0000:00 12\r\n");
+    const auto open = [&] { Run(Command::ToolsMenuFlashBackups); };
+
+    InDialog<BackupsDialog>(open, [&](BackupsDialog& dialog) {
+        const auto* const list = dialog.findChild<QTreeWidget*>("Backups");
+        ASSERT_EQ(list->topLevelItemCount(), 2);
+        EXPECT_EQ(list->topLevelItem(0)->text(1), "COM1");
+        EXPECT_EQ(list->topLevelItem(0)->text(2), "Composite Keyboard, Slave Keyboard, MCR, ICCR");
+        EXPECT_EQ(list->topLevelItem(0)->text(3), "whole");
+        EXPECT_EQ(list->topLevelItem(1)->text(0), "broken.mem");
+        InDialog<ComparisonDialog>([&] { Press(dialog, "Compare"); },
+                                   [&](ComparisonDialog& comparison) {
+                                       EXPECT_EQ(comparison.findChild<QListWidget*>("Differences")->count(),
+                                                 1);
+                                   });
+        QTest::keyClick(dialog.findChild<QTreeWidget*>("Backups"), Qt::Key_Down);
+        EXPECT_FALSE(dialog.findChild<QPushButton*>("Restore")->isEnabled());
+        EXPECT_FALSE(dialog.findChild<QPushButton*>("Compare")->isEnabled());
+    });
+
+    // The list closes first; the question comes when the line has been read.
+    InDialog<BackupsDialog>([&] { Trigger(Command::ToolsMenuFlashBackups); },
+                            [&](BackupsDialog& dialog) { Press(dialog, "Restore"); });
+    InDialog<ChangesDialog>([&] { loop.Pass(std::chrono::milliseconds(0)); },
+                            [&](ChangesDialog& dialog) { PressText(dialog, "&Yes"); });
+    EXPECT_EQ(Flash(), fresh);
+}
+
+TEST_F(FlashForm, ADumpIsRestoredAsItIsAndADamagedOneRefused)
+{
+    FlashImage dumped = fresh;
+    dumped[3000] ^= 0xFF;
+    const std::string text = FormatDump(0, dumped);
+    const auto choose = [&](const std::string& name, const std::string& content) {
+        files.Write(Path(name), content);
+        dialogs.choices.push_back({Path(name), Path(""), 1});
+    };
+    choose("cut.mem", text.substr(0, 1000));
+    Run(Command::ToolsMenuFlashRestore);
+    EXPECT_NE(LastBody().find("cut.mem\r\nThe file is not a whole flash dump."), std::string::npos);
+    choose("till.mem", text);
+    RunAndAnswer(Command::ToolsMenuFlashRestore, "&No");
+    EXPECT_EQ(Flash(), fresh);
+    choose("till.mem", text);
+    RunAndAnswer(Command::ToolsMenuFlashRestore, "&Yes");
+    EXPECT_EQ(Flash(), dumped);
+    EXPECT_EQ(prompt.shown.back().title, "Restore from Dump");
+
+    // Another line's dump is not for this one.
+    dumped[130] = 0;
+    choose("other.mem", FormatDump(0, dumped));
+    Run(Command::ToolsMenuFlashRestore);
+    EXPECT_TRUE(LastBody().ends_with("Wanted there: Composite Keyboard")) << LastBody();
+    EXPECT_EQ(Flash()[130], fresh[130]);
+}
+
+TEST_F(FlashForm, TheComparisonGoesFromOneDifferenceToTheNextAndFinds)
+{
+    ImageComparison images{"a", "b", fresh, fresh};
+    images.after[0x1A0] ^= 1;
+    images.after[0x1FFF] ^= 1;
+    images.differences = DescribeDifferences(images.before, images.after, {});
+    ComparisonDialog form(program, images);
+    form.show();
+    QApplication::setActiveWindow(&form);
+    auto* const list = form.findChild<QListWidget*>("Differences");
+    const auto row = [&] { return form.findChild<QTableView*>("Images")->currentIndex().row(); };
+    EXPECT_EQ(row(), 0x1A);
+    QTest::keyClick(&form, Qt::Key_F3);
+    EXPECT_EQ(row(), 0x1FF);
+    QTest::keyClick(&form, Qt::Key_F3);
+    EXPECT_EQ(list->currentRow(), 0);
+    QTest::keyClick(&form, Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(list->currentRow(), 1);
+
+    auto* const find = form.findChild<QLineEdit*>("Find");
+    const auto look = [&](const char* text) {
+        find->setText(QLatin1String(text));
+        QTest::keyClick(find, Qt::Key_Return);
+        return form.findChild<QLabel*>("Found")->text();
+    };
+    EXPECT_EQ(look("0234"), "");
+    EXPECT_EQ(row(), 0x23);
+    EXPECT_EQ(look("No such text here"), "Neither image has this.");
+    EXPECT_EQ(row(), 0x23);
+
+    dialogs.choices.push_back({Path("both"), Path(""), 1});
+    Press(form, "SaveAs");
+    program.catalogue = MessageCatalogue(std::string(CatalogueHeader) + "981, Differenze: \r\n", "ITA");
+    form.Retranslate();
+    EXPECT_EQ(form.findChild<QLabel*>("Count")->text(), "Differenze: 2");
+    EXPECT_EQ(list->currentRow(), 1);
+    EXPECT_NE(files.Read(Path("both.txt")).find("\r\n+ 0001:A0 "), std::string::npos);
+}
+
+}  // namespace
+}  // namespace kelvora
