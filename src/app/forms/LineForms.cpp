@@ -85,12 +85,6 @@ void LineForms::Retranslate()
         monitorWindow_->Retranslate();
 }
 
-void LineForms::CloseMonitor()
-{
-    if (monitorWindow_)
-        monitorWindow_->close();
-}
-
 void LineForms::ShowBusy()
 {
     if (monitorWindow_)

@@ -46,8 +46,6 @@ public:
 
     void Retranslate();
 
-    void CloseMonitor();
-
     /// A device operation has begun or ended.
     void ShowBusy();
 
