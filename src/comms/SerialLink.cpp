@@ -127,6 +127,7 @@ void SerialLink::TakeBytes()
     const std::string bytes = port_.Read();
     if (inFlight_ && !bytes.empty()) {
         inFlight_->heard = true;
+        inFlight_->silences = 0;
         // Bytes without end that make no frame are no answer.
         inFlight_->silentUntil =
             std::min(std::max(inFlight_->silentUntil, loop_.Now() + SilenceTime), inFlight_->answerUntil);

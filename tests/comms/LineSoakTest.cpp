@@ -139,6 +139,25 @@ TEST(LineSoak, EveryFailureIsToldInItsTime)
     }
 }
 
+// A NAK is a sign of life: the silences before it count no more.
+TEST(LineSoak, OnlySilencesInARowAreATimeOut)
+{
+    bench::LineOptions dead;
+    dead.faults.silentAfter.toHost = 0;
+    FakeEventLoop loop;
+    BenchLine bench(loop, dead);
+    EventLoop::Time ended;
+    bench.link.onEvent = [&](LinkEvent event, std::string_view) {
+        EXPECT_EQ(event, LinkEvent::TimeOut);
+        ended = loop.Now();
+    };
+    ASSERT_TRUE(bench.link.Open("9600,n,8,1"));
+    bench.link.Send("$9900");
+    loop.After(milliseconds(2500), [&] { bench.line.onBytes("\x15"); });
+    loop.Pass(seconds(10));
+    EXPECT_GE(ended - EventLoop::Time(), milliseconds(5500));
+}
+
 // Nothing but noise, which never falls silent and never makes a frame.
 TEST(LineSoak, EndlessGarbageEndsAtTheLimit)
 {
