@@ -3,8 +3,10 @@
 // line is simulated and its time is virtual, so the figures are the same on every machine.
 #include <benchmark/benchmark.h>
 
-#include <random>
+#include <algorithm>
+#include <optional>
 
+#include "RandomMemory.h"
 #include "comms/LineDrivers.h"
 #include "fakes/BenchLine.h"
 
@@ -12,18 +14,7 @@ namespace kelvora {
 
 namespace {
 
-constexpr std::size_t ImageSize = 8192;
-
-bench::LineState RandomMemory(std::uint64_t seed)
-{
-    bench::LineState memory = bench::FreshLine(BenchLine::AllModules());
-    std::mt19937_64 random(seed);
-    for (auto& byte : memory.flash)
-        byte = static_cast<std::uint8_t>(random());
-    return memory;
-}
-
-// Nothing when the upload failed.
+// Nothing when the upload failed or has brought other bytes.
 std::optional<double> UploadRatio(std::uint64_t seed, double damage)
 {
     bench::LineOptions options;
@@ -39,38 +30,32 @@ std::optional<double> UploadRatio(std::uint64_t seed, double damage)
     EventLoop::Time end;
     LineHooks hooks;
     hooks.progress = [&](const LineProgress& progress) { (progress.done == 0 ? start : end) = loop.Now(); };
-    if (!Upload(comms, {1, "9600,n,8,1", 0}, hooks).IsDone())
+    const LineResult result = Upload(comms, {1, "9600,n,8,1", 0}, hooks);
+    const auto& flash = line.Memory().flash;
+    if (!result.IsDone() || result.image != std::string(flash.begin(), flash.end()))
         return std::nullopt;
-    return std::chrono::duration<double>(end - start) / SerialSettings().TimeOf(ImageSize);
+    return std::chrono::duration<double>(end - start) / SerialSettings().TimeOf(flash.size());
 }
 
-void UploadOverCleanLine(benchmark::State& state)
+// One upload for each seed; all of them are to succeed.
+void UploadOver(benchmark::State& state, double damage, std::uint64_t seeds)
 {
-    double ratio = 0;
-    for (auto _ : state)
-        ratio = UploadRatio(1, 0).value();
-    state.counters["times_bare"] = ratio;
-}
-BENCHMARK(UploadOverCleanLine)->Iterations(1)->Unit(benchmark::kMillisecond);
-
-void UploadOverNoisyLine(benchmark::State& state)
-{
-    constexpr std::uint64_t Seeds = 100;
     double sum = 0;
     double longest = 0;
     std::uint64_t failed = 0;
-    for (auto _ : state)
-        for (std::uint64_t seed = 1; seed <= Seeds; ++seed) {
-            const auto ratio = UploadRatio(seed, 0.001);
+    for ([[maybe_unused]] auto iteration : state)
+        for (std::uint64_t seed = 1; seed <= seeds; ++seed) {
+            const auto ratio = UploadRatio(seed, damage);
             failed += ratio ? 0 : 1;
             sum += ratio.value_or(0);
             longest = std::max(longest, ratio.value_or(0));
         }
-    state.counters["times_bare"] = sum / static_cast<double>(Seeds - failed);
+    state.counters["times_bare"] = sum / static_cast<double>(std::max<std::uint64_t>(seeds - failed, 1));
     state.counters["longest"] = longest;
     state.counters["failed"] = static_cast<double>(failed);
 }
-BENCHMARK(UploadOverNoisyLine)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(UploadOver, WholeLine, 0, 1)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(UploadOver, NoisyLine, 0.001, 100)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -13,8 +13,8 @@ constexpr int SettlingPassMs = 20;
 
 }  // namespace
 
-Workplace::Workplace()
-    : program({files, prompt, dialogs, loop},
+Workplace::Workplace(const std::array<SerialPort*, LineCount>& ports)
+    : program({files, prompt, dialogs, loop, ports},
               {PathFromQString(QCoreApplication::applicationDirPath()), PathFromQString(folder.path())}),
       setup_(files.Read(KELVORA_SOURCE_DIR "/examples/all-four.dat"))
 {

@@ -8,23 +8,25 @@
 #include <QEvent>
 #include <QMetaObject>
 #include <QTemporaryDir>
+#include <array>
 #include <chrono>
 #include <functional>
 #include <memory>
 
 #include "app/forms/MDIForm1.h"
+#include "fakes/FakePrompt.h"
 #include "layout/forms/frmConfig.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/qt/QtEventLoop.h"
 #include "platform/qt/QtFileDialogs.h"
-#include "platform/qt/QtPrompt.h"
 
 namespace kelvora {
 
 /// The main window on the screen, with folders of its own for settings and setup files.
 class Workplace {
 public:
-    Workplace();
+    /// `ports` are those behind COM1 to COM4; they outlive it.
+    explicit Workplace(const std::array<SerialPort*, LineCount>& ports = {});
 
     /// Opens another copy of the setup with all four modules, in a window of its own.
     void OpenAnother();
@@ -37,7 +39,7 @@ public:
 
     QTemporaryDir folder;
     PosixFiles files;
-    QtPrompt prompt;
+    FakePrompt prompt;  ///< a box that nobody answers would hold all up
     QtFileDialogs dialogs;
     QtEventLoop loop;
     Program program;
