@@ -39,7 +39,7 @@ std::string DescribeTrial(const MessageCatalogue& catalogue, const PortTrial& tr
         case PortFailure::Missing:
             return catalogue.Caption(Message::PortMissing);
         case PortFailure::NotAllowed:
-            return catalogue.Caption(Message::PortNotAllowed) + ' ' +
+            return catalogue.Caption(Message::PortNotAllowed) + "\r\n" +
                    DescribeGroup(catalogue, devices.GroupThatMayUse(trial.device));
         case PortFailure::InUse:
             return catalogue.Caption(Message::PortInUse);

@@ -158,7 +158,7 @@ TEST(PortTrial, SaysWhyAPortDoesNotOpenAndLeavesItAsItWas)
           Row{"/dev/gone", "There is no such device. Check that the adapter is plugged in."},
           Row{"/dev/held", "Another program holds the port. Close that program, then try again."},
           Row{"/dev/closed",
-              "Your account may not use this port. The group that may: dialout.\r\n"
+              "Your account may not use this port.\r\nThe group that may: dialout.\r\n"
               "This command adds you to it; afterwards log out and in again:\r\n"
               "sudo usermod -aG dialout $USER"},
           Row{"/dev/root",

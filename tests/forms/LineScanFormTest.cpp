@@ -149,7 +149,8 @@ TEST_F(LineScanForm, APortThatDoesNotOpenSaysWhy)
         {PortFailure::Missing, Message::PortMissing},
         {PortFailure::NotAllowed, Message::PortNotAllowed},
         {PortFailure::InUse, Message::PortInUse},
-        {PortFailure::BadSettings, Message::LineNeedsEightBits},
+        {PortFailure::BadSettings, Message::PortBadSettings},
+        {PortFailure::SevenBits, Message::LineNeedsEightBits},
         {PortFailure::Other, Message::PortOtherFailure},
     };
     Trigger(Command::FileMenuNew);
