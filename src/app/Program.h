@@ -109,7 +109,8 @@ public:
     };
     Running running;
 
-    /// Called when an operation has begun, asks, has its answer, or has ended, and as it goes on. They may be empty.
+    /// Called when an operation has begun, asks, has its answer, or has ended, and as it goes on. They may be
+    /// empty.
     std::function<void()> onOperation;
     std::function<void(const LineProgress&)> onProgress;
 

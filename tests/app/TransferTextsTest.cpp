@@ -18,7 +18,8 @@ TEST(TransferTexts, TellWhatTheDeviceHoldsAndWhy)
 {
     const LineResult done;
     const LineResult stopped{LineOutcome::Stopped, {}, {}, {}};
-    const LineResult dead{LineOutcome::Failed, {PortFailure::None, ReplyErrorNumber::GaveUp, {}, {}, "0FB3"}, {}, {}};
+    const LineResult dead{
+        LineOutcome::Failed, {PortFailure::None, ReplyErrorNumber::GaveUp, {}, {}, "0FB3"}, {}, {}};
     TransferRefusal other{TransferRefusal::Reason::OtherModules, 0, {}, "\xBF\x55", "\xD6\x17\x04\x03"};
     const struct {
         State state;
