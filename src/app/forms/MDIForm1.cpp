@@ -9,7 +9,6 @@
 #include <QScreen>
 #include <QStyle>
 #include <QTimer>
-#include <algorithm>
 #include <utility>
 
 #include "app/ShowMessage.h"
@@ -268,7 +267,7 @@ void MDIForm1::Refresh()
     menu_.ShowSetupEntries(setup != nullptr);
     const PosCfg& settings = setup ? setup->Session().settings : program_.main;
     // One scan at a time, also while it has yet to begin.
-    const bool hasLink = program_.HasLink() && !IsScanPending();
+    const bool hasLink = program_.HasLink() && !setups_.HasScanPending();
     const bool canScan = hasLink && AllowsScan(settings.ConnectionMode);
     CommandSituation nothingOpen;
     nothingOpen.busy = program_.busy;
@@ -292,12 +291,6 @@ void MDIForm1::Refresh()
     commands_.NameUndo(program_.catalogue, setup->UndoName(), setup->RedoName());
     status_->ShowStatus(setup->IsPlacing() ? ToQString(program_.catalogue.Caption(Message::PlacingHint))
                                            : PathToQString(setup->Session().File().path));
-}
-
-bool MDIForm1::IsScanPending() const
-{
-    return std::ranges::any_of(AllSetups(),
-                               [](const frmConfig* setup) { return setup->Session().IsScanning(); });
 }
 
 bool MDIForm1::IsIdle() const

@@ -74,7 +74,6 @@ private:
     void Retranslate();
     void ChangeLanguage(const std::string& language);
     void OpenWaitingFiles();
-    bool IsScanPending() const;
     bool IsIdle() const;
 
     template <class Action>

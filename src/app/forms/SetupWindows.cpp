@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <QMdiSubWindow>
+#include <algorithm>
 #include <array>
 
 #include "app/forms/Icons.h"
@@ -38,6 +39,11 @@ std::vector<frmConfig*> SetupWindows::All() const
         if (auto* setup = dynamic_cast<frmConfig*>(window->widget()))
             windows.push_back(setup);
     return windows;
+}
+
+bool SetupWindows::HasScanPending() const
+{
+    return std::ranges::any_of(All(), [](const frmConfig* setup) { return setup->Session().IsScanning(); });
 }
 
 void SetupWindows::Activate(frmConfig& window)

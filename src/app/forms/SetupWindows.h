@@ -45,6 +45,9 @@ public:
 
     void Activate(frmConfig& window);
 
+    /// Whether a window waits for its scan, or is in it.
+    bool HasScanPending() const;
+
     /// Whether all windows may close: each changed one is asked about, until one is to stay.
     bool MayCloseAll();
     void CloseAllUnasked();

@@ -3,7 +3,9 @@
 #include <sys/signalfd.h>
 
 #include <array>
+#include <chrono>
 #include <csignal>
+#include <functional>
 #include <memory>
 #include <utility>
 
@@ -20,37 +22,56 @@ std::string StatePath(const std::string& path, std::size_t number)
     return number == 1 ? path : path + "." + std::to_string(number);
 }
 
+/// A file that is synced takes longer than a module may take to acknowledge: the memory is kept a little
+/// later.
+constexpr std::chrono::milliseconds SaveDelay{250};
+
 /// One line that is played.
 class PlayedLine {
 public:
     PlayedLine(PollLoop& loop, LineState memory, const LineOptions& options)
-        : line_(loop, std::move(memory), options), pty_(loop, line_)
+        : loop_(loop), saving_(loop), line_(loop, std::move(memory), options), pty_(loop, line_)
     {
+    }
+    PlayedLine(const PlayedLine&) = delete;
+    PlayedLine& operator=(const PlayedLine&) = delete;
+    ~PlayedLine()
+    {
+        if (saving_.IsSet())
+            save_();
     }
 
     const std::string& Path() const { return pty_.Path(); }
 
     void KeepIn(StateFile file, std::ostream& err)
     {
-        line_.onStored = [this, file = std::move(file), &err]() mutable {
+        save_ = [this, file = std::move(file), &err]() mutable {
             try {
                 file.Save(line_.Memory());
             } catch (const FileError& error) {
                 err << "kelvora-bench: " << error.Path() << ": " << error.what() << '\n' << std::flush;
             }
         };
+        line_.onStored = [this] { saving_.Set(loop_.Now() + SaveDelay, [this] { save_(); }); };
     }
 
 private:
+    PollLoop& loop_;
+    std::function<void()> save_;
+    Appointment saving_;
     SimulatedLine line_;
     PtyLine pty_;
 };
 
-/// Nothing when there is no file yet. What is wrong with one names it.
-std::optional<LineState> LoadState(const StateFile& file)
+/// What the file says; without a file `fresh`, which is then written: a file that cannot be kept is told at
+/// once. What is wrong with one names it.
+LineState LoadState(StateFile& file, const LineState& fresh)
 {
     try {
-        return file.Load();
+        if (auto kept = file.Load())
+            return *std::move(kept);
+        file.Save(fresh);
+        return fresh;
     } catch (const StateError& error) {
         throw StateError(file.Path() + ", " + error.what());
     } catch (const FileError& error) {
@@ -67,7 +88,7 @@ std::unique_ptr<PlayedLine> Play(PollLoop& loop, const BenchOptions& options, st
     if (options.statePath.empty())
         return std::make_unique<PlayedLine>(loop, fresh, line);
     StateFile file(files, StatePath(options.statePath, index + 1));
-    auto played = std::make_unique<PlayedLine>(loop, LoadState(file).value_or(fresh), line);
+    auto played = std::make_unique<PlayedLine>(loop, LoadState(file, fresh), line);
     played->KeepIn(std::move(file), err);
     return played;
 }
