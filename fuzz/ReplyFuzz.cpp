@@ -18,6 +18,7 @@
 #include "comms/LinkFrame.h"
 #include "comms/Reply.h"
 #include "fakes/FakeEventLoop.h"
+#include "platform/HexText.h"
 
 namespace {
 
@@ -85,6 +86,7 @@ public:
     bool IsOpen() const override { return open_; }
     PortFailure Failure() const override { return PortFailure::None; }
     std::string LastError() const override { return {}; }
+    std::string Device() const override { return {}; }
     std::chrono::milliseconds LongestExchange() const override { return std::chrono::seconds(30); }
     void Send(std::string_view command) override
     {

@@ -98,6 +98,8 @@ void LineMonitorWindow::MakeTable()
     table_->setWordWrap(false);
     table_->setTabKeyNavigation(false);
     table_->setShowGrid(false);
+    // From the start: if it came with the first full page, all would be laid out anew while a line works.
+    table_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     table_->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     table_->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     // Rows of one height, never measured: the table may be long.
