@@ -47,6 +47,7 @@ void AddLineOptions(CLI::App& command, LineOptions& options)
         ->check(CheckSettings);
     command.add_option("--line", options.lines, "The device behind a line, such as 1=/dev/ttyUSB0")
         ->type_name("N=PORT")
+        ->allow_extra_args(false)
         ->check(CheckLine);
     command.add_flag("--bench", options.bench, "Talk to simulated devices on COM1 and COM2");
     command

@@ -22,14 +22,14 @@ TEST_F(ScanTest, PrintsTheSetupOfTheLineOrWritesIt)
     EXPECT_EQ(access.bench.line.Memory().mode, '0');
 
     const std::string path = Write("till.dat", "old");
-    result = Run(
-        {"scan", "-o", path, "--json", "--settings", "9600,n,8,1", "--timeout", "5", "--line", "1=/dev/x"});
+    result = Run({"scan", "-o", path, "--json", "--settings", "9600,n,8,1", "--timeout", "5", "--line",
+                  "1=/dev/x", "--line", "2=/dev/y"});
     EXPECT_EQ(result.exitCode, ExitCode::Done);
     const auto json = nlohmann::json::parse(result.out);
     EXPECT_EQ(json["file"], "COM1");
     EXPECT_EQ(json["deviceMap"], nlohmann::json({214, 23, 4, 191, 3, 8}));
     EXPECT_EQ(access.asked.timeout, 5);
-    EXPECT_EQ(access.asked.lines, std::vector<std::string>{"1=/dev/x"});
+    EXPECT_EQ(access.asked.lines, (std::vector<std::string>{"1=/dev/x", "2=/dev/y"}));
     EXPECT_EQ(files.Read(folder + "/till.bak"), "old");
     EXPECT_EQ(Run({"check", path}).exitCode, ExitCode::Done);
 }
