@@ -28,11 +28,20 @@ static_assert(Headings.size() == LineMonitorModel::ColumnCount);
 // In the order of LineTraffic::Damage, without None.
 constexpr std::array Damages{Message::DamageBadFrame, Message::DamageCutShort, Message::DamageNoise};
 
-// Red that reads on the table's ground, be it light or dark.
+bool IsDark()
+{
+    return QApplication::palette().color(QPalette::Base).lightness() < 128;
+}
+
+// Both read on the table's ground, be it light or dark.
 QColor DamageColour()
 {
-    const bool isDark = QApplication::palette().color(QPalette::Base).lightness() < 128;
-    return isDark ? QColor(255, 140, 130) : QColor(176, 0, 32);
+    return IsDark() ? QColor(255, 140, 130) : QColor(176, 0, 32);
+}
+
+QColor SentColour()
+{
+    return IsDark() ? QColor(140, 190, 255) : QColor(0, 70, 170);
 }
 
 bool IsOfBytes(int column)
@@ -134,6 +143,8 @@ QVariant LineMonitorModel::data(const QModelIndex& index, int role) const
         return Text(entry, index.column());
     if (role == Qt::ForegroundRole && entry.damage != LineTraffic::Damage::None)
         return DamageColour();
+    if (role == Qt::ForegroundRole && entry.direction == LineTraffic::Direction::Sent)
+        return SentColour();
     if (role == Qt::FontRole && IsOfBytes(index.column()))
         return QFontDatabase::systemFont(QFontDatabase::FixedFont);
     return {};
