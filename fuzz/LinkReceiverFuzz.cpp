@@ -115,7 +115,7 @@ public:
     {
         while (input_.remaining_bytes() > 0)
             Step();
-        // The last command comes to its end by itself, once the line is silent.
+        // The last command comes to its end by itself.
         loop_.Pass(link_.LongestExchange());
         Require(!waiting_, "an event within the limit");
     }
@@ -123,7 +123,7 @@ public:
 private:
     void Step()
     {
-        switch (input_.ConsumeIntegralInRange(0, 8)) {
+        switch (input_.ConsumeIntegralInRange(0, 9)) {
             case 0:
                 return Send();
             case 1:
@@ -137,8 +137,10 @@ private:
             case 5:
                 return Arrive(std::string(1, LinkByte::Nak));
             case 6:
-                return port_.Vanish();
+                return Babble();
             case 7:
+                return port_.Vanish();
+            case 8:
                 link_.Close();
                 waiting_ = false;
                 return;
@@ -151,7 +153,7 @@ private:
     {
         port_.writes = 0;
         port_.heard.clear();
-        lastByte_ = loop_.Now();
+        begin_ = lastByte_ = loop_.Now();
         waiting_ = true;
         link_.Send(input_.ConsumeRandomLengthString(80));
     }
@@ -161,6 +163,17 @@ private:
         if (!bytes.empty())
             lastByte_ = loop_.Now();
         port_.Arrive(bytes);
+    }
+
+    // A line that is never silent for long.
+    void Babble()
+    {
+        const std::string bytes = input_.ConsumeRandomLengthString(8);
+        const std::chrono::milliseconds pause(input_.ConsumeIntegralInRange(1, 1100));
+        for (int times = input_.ConsumeIntegralInRange(0, 50); times > 0; --times) {
+            Arrive(bytes);
+            loop_.Pass(pause);
+        }
     }
 
     // A whole frame for the command in flight.
@@ -185,6 +198,8 @@ private:
     {
         Require(std::exchange(waiting_, false), "one event for a command");
         Require(port_.writes <= MostSends, "at most twelve sends");
+        Require(loop_.Now() - begin_ <= link_.LongestExchange(),
+                "within the limit, whatever comes meanwhile");
         switch (event) {
             case LinkEvent::Reply:
                 return RequireAnswer('M', text);
@@ -210,7 +225,8 @@ private:
     FakeEventLoop loop_;
     FuzzPort port_;
     SerialLink link_{port_, loop_};
-    EventLoop::Time lastByte_;
+    EventLoop::Time begin_;     ///< of the command
+    EventLoop::Time lastByte_;  ///< or of the command, where none has come
     bool waiting_ = false;
 };
 
