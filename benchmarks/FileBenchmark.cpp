@@ -27,7 +27,7 @@ class Copies {
 public:
     explicit Copies(std::string_view text)
     {
-        std::string name = std::filesystem::temp_directory_path() / "kelvora-bench-XXXXXX";
+        std::string name = std::filesystem::temp_directory_path() / ("kelvora-bench-" + std::string(6, 'X'));
         if (mkdtemp(name.data()) == nullptr)
             std::abort();
         folder_ = name;

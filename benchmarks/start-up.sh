@@ -26,7 +26,7 @@ export QT_PLUGIN_PATH=$build/benchmarks/plugins
 # start PROGRAM: microseconds to the painted window, microseconds of the processor, peak memory in KiB.
 start() {
     local folder from painted processor peak
-    folder=$(mktemp -d "$work/start.XXXXXX")
+    folder=$(mktemp -d -p "$work")
     mkdir -m 700 "$folder/runtime" "$folder/config"
     from=${EPOCHREALTIME/[.,]/}
     XDG_RUNTIME_DIR=$folder/runtime XDG_CONFIG_HOME=$folder/config \

@@ -112,7 +112,7 @@ run_on_vnc() {
     trap 'exit 143' TERM
     umask_before=$(umask)
     umask 077
-    vnc_folder=$(mktemp -d "${TMPDIR:-/tmp}/kelvora-vnc.XXXXXX")
+    vnc_folder=$(mktemp -d)
     export XAUTHORITY=$vnc_folder/xauthority
     password=$(random_password)
     printf '%s\n' "$password" | tigervncpasswd -f >"$vnc_folder/password"

@@ -1,9 +1,7 @@
 #include "cli/ConsolePrompt.h"
 
-#include <algorithm>
 #include <string>
 
-#include "platform/AsciiCase.h"
 #include "platform/Encoding.h"
 
 namespace kelvora {
@@ -12,16 +10,11 @@ Answer ConsolePrompt::Show(std::string_view /*title*/, std::string_view body, Bo
 {
     std::string text = Utf8FromText(body);
     std::erase(text, '\r');
+    const bool isQuestion = style.buttons != BoxButtons::Ok;
+    if (isQuestion && ask_)
+        return ask_(text) ? Answer::Yes : style.defaultAnswer;
     console_.err << DiagnosticLine(text);
-    if (style.buttons == BoxButtons::Ok)
-        return Answer::Ok;
-    if (yes_)
-        return Answer::Yes;
-    console_.err << "[y/N] " << std::flush;
-    std::string answer;
-    std::getline(console_.in, answer);
-    std::ranges::transform(answer, answer.begin(), AsciiLower);
-    return answer == "y" || answer == "yes" ? Answer::Yes : style.defaultAnswer;
+    return isQuestion ? Answer::Yes : Answer::Ok;
 }
 
 }  // namespace kelvora

@@ -1,5 +1,9 @@
-// Message boxes of commands: notices are diagnostics, questions are answered on standard input.
+// Message boxes of commands: notices are diagnostics, questions are answered on the terminal.
 #pragma once
+
+#include <functional>
+#include <string>
+#include <utility>
 
 #include "cli/Console.h"
 #include "platform/Prompt.h"
@@ -8,15 +12,18 @@ namespace kelvora {
 
 class ConsolePrompt final : public Prompt {
 public:
-    /// With `yes` every question is answered so, and nothing is read.
-    ConsolePrompt(Console& console, bool yes) : console_(console), yes_(yes) {}
+    /// `ask` puts a question to the user, true being Yes; while it is empty every question is answered so.
+    ConsolePrompt(Console& console, std::function<bool(const std::string&)> ask)
+        : console_(console), ask_(std::move(ask))
+    {
+    }
 
-    /// Only "y" or "yes" is Yes; anything else, the end of the input too, is the box's default.
+    /// Any answer but Yes is the box's default.
     Answer Show(std::string_view title, std::string_view body, BoxStyle style) override;
 
 private:
     Console& console_;
-    bool yes_;
+    std::function<bool(const std::string&)> ask_;
 };
 
 }  // namespace kelvora

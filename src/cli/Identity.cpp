@@ -1,11 +1,9 @@
 #include "cli/Identity.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <string_view>
-#include <system_error>
 #include <vector>
 
 #include "cli/ConsolePrompt.h"
@@ -52,7 +50,7 @@ public:
         : request_(request),
           line_(line),
           console_(console),
-          prompt_(console, request.yes),
+          prompt_(console, line.ask),
           protocol_(line.port, line.loop, prompt_)
     {
         memory_.isInterrupted = line.stopRequested;
@@ -77,8 +75,6 @@ public:
         ReadModules();
         if (const auto missing = AddressesNotRead(memory_, blocks); !missing.empty())
             return Fail(English(Message::EepromNotOnLine) + AddressList(missing));
-        std::error_code ignored;
-        std::filesystem::create_directories(request_.folder, ignored);
         const WriteResult result = WriteIdentities(memory_, blocks,
                                                    {prompt_, catalogue_, line_.files, request_.folder,
                                                     request_.port, protocol_.Settings(), LocalTime()});

@@ -23,7 +23,6 @@ struct IdentityRequest {
     int port = 1;             ///< COM1 = 1; names the saved copy
     std::string folder{};     ///< where copies of what is overwritten are saved; made when there is none
     bool json = false;        ///< an object a line for every module
-    bool yes = false;         ///< write without a question
 };
 
 /// What the command works on; `port` is closed, before and after.
@@ -32,6 +31,7 @@ struct IdentityLine {
     EventLoop& loop;
     Files& files;
     std::function<bool()> stopRequested{};  ///< ends the search; a write goes on to its end. May be empty
+    std::function<bool(const std::string&)> ask{};  ///< before a write, true to go on; empty writes unasked
 };
 
 /// Prints a line for each module, as read after a write. Returns the exit code: a write is done when the

@@ -13,12 +13,13 @@ namespace {
 struct IdentityArguments {
     LineOptions line;
     IdentityRequest request;
+    bool yes = false;
 };
 
 int Run(IdentityArguments& arguments, Console& console, LineAccess& access)
 {
     IdentityRequest& request = arguments.request;
-    if (request.action != IdentityRequest::Action::Read && !request.yes && !access.CanAsk()) {
+    if (request.action != IdentityRequest::Action::Read && !arguments.yes && !access.CanAsk()) {
         console.err << DiagnosticLine("there is no terminal to ask on; --yes writes without asking");
         return ExitCode::Usage;
     }
@@ -27,10 +28,11 @@ int Run(IdentityArguments& arguments, Console& console, LineAccess& access)
     request.port = arguments.line.port;
     request.json = arguments.line.json;
     request.folder = access.DataFolder() + "/identities";
-    return Identity(
-        request,
-        {access.Port(arguments.line.port), comms.Loop(), files, [&] { return access.StopRequested(); }},
-        console);
+    IdentityLine line{access.Port(arguments.line.port), comms.Loop(), files,
+                      [&] { return access.StopRequested(); }};
+    if (!arguments.yes)
+        line.ask = [&](const std::string& question) { return access.Ask(question); };
+    return Identity(request, line, console);
 }
 
 // One of the three actions, with the options of every command on a line.
@@ -54,7 +56,7 @@ void AddAction(CLI::App& command, const char* name, const char* help, IdentityRe
     }
     AddLineOptions(*added, arguments->line);
     if (action != IdentityRequest::Action::Read)
-        added->add_flag("-y,--yes", arguments->request.yes, "Write without asking");
+        added->add_flag("-y,--yes", arguments->yes, "Write without asking");
     added->callback(
         [arguments, &console, &access, &exitCode] { exitCode = Run(*arguments, console, access); });
 }

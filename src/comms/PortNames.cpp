@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/AsciiCase.h"
+#include "platform/Blanks.h"
 #include "platform/Encoding.h"
 
 namespace kelvora {
@@ -17,23 +18,9 @@ constexpr std::string_view Section = "[PORTS]";
 constexpr std::string_view PortWord = "COM";
 constexpr std::string_view CommentMarks = ":';#";
 
-bool IsBlank(char c)
-{
-    return c == ' ' || c == '\t';
-}
-
 bool IsControl(char c)
 {
     return static_cast<unsigned char>(c) < ' ' || c == '\x7F';
-}
-
-std::string_view Trim(std::string_view text)
-{
-    while (!text.empty() && IsBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && IsBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
 }
 
 bool EqualsWithoutCase(std::string_view text, std::string_view capitals)

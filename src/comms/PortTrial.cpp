@@ -14,13 +14,13 @@ PortTrial OutcomeOf(const SerialPort& port)
 {
     const PortFailure failure = port.Failure();
     return {port.Device(), failure, failure == PortFailure::None ? std::string() : port.LastError(),
-            port.Settings()};
+            port.Settings(), failure == PortFailure::NotAllowed ? port.AllowedGroup() : std::string()};
 }
 
 PortTrial TryDevice(SerialPort& port, const std::string& device)
 {
     if (port.IsOpen())
-        return {device, PortFailure::InUse, {}, port.Settings()};
+        return {device, PortFailure::InUse, {}, port.Settings(), {}};
     const std::string own = port.Device();
     port.SetDevice(device);
     if (port.Open())
@@ -30,8 +30,7 @@ PortTrial TryDevice(SerialPort& port, const std::string& device)
     return trial;
 }
 
-std::string DescribeTrial(const MessageCatalogue& catalogue, const PortTrial& trial,
-                          const SerialDevices& devices)
+std::string DescribeTrial(const MessageCatalogue& catalogue, const PortTrial& trial)
 {
     switch (trial.failure) {
         case PortFailure::None:
@@ -40,7 +39,7 @@ std::string DescribeTrial(const MessageCatalogue& catalogue, const PortTrial& tr
             return catalogue.Caption(Message::PortMissing);
         case PortFailure::NotAllowed:
             return catalogue.Caption(Message::PortNotAllowed) + "\r\n" +
-                   DescribeGroup(catalogue, devices.GroupThatMayUse(trial.device));
+                   DescribeGroup(catalogue, trial.group);
         case PortFailure::InUse:
             return catalogue.Caption(Message::PortInUse);
         case PortFailure::BadSettings:

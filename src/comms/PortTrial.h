@@ -4,7 +4,6 @@
 #include <string>
 
 #include "app/MessageCatalogue.h"
-#include "platform/SerialDevices.h"
 #include "platform/SerialPort.h"
 
 namespace kelvora {
@@ -15,6 +14,7 @@ struct PortTrial {
     PortFailure failure = PortFailure::None;
     std::string error;     ///< the system's words
     std::string settings;  ///< that the port was opened with
+    std::string group;     ///< whose members may use it, as in SerialPort
 };
 
 /// The outcome of the port's last Open.
@@ -29,7 +29,6 @@ std::string DescribeGroup(const MessageCatalogue& catalogue, const std::string& 
 
 /// What to do about it, in the catalogue's language and on lines of their own; when the account may not use
 /// the device, the group that may, and the command to join it.
-std::string DescribeTrial(const MessageCatalogue& catalogue, const PortTrial& trial,
-                          const SerialDevices& devices);
+std::string DescribeTrial(const MessageCatalogue& catalogue, const PortTrial& trial);
 
 }  // namespace kelvora

@@ -36,6 +36,7 @@ std::string Question(const ModuleMemory& memory, std::span<const AddressedBlock>
 std::string SaveCopy(const ModuleMemory& memory, const WriteSurroundings& surroundings)
 {
     const auto& [prompt, catalogue, files, folder, port, settings, time, onWrite] = surroundings;
+    files.MakeFolder(folder);
     std::string path = NewCopyPath(files, folder, port, time);
     files.Write(path, WriteIdentityCopy({DateText(time), "COM" + std::to_string(port) + ": " + settings,
                                          BlocksRead(memory)}));

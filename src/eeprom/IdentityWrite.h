@@ -44,7 +44,7 @@ struct WriteSurroundings {
     Prompt& prompt;
     const MessageCatalogue& catalogue;
     Files& files;
-    std::string folder;  ///< where the copy is saved; it must be there
+    std::string folder;  ///< where the copy is saved; made when there is none
     int port = 1;        ///< COM1 = 1
     std::string settings;
     std::tm time{};

@@ -22,9 +22,6 @@ public:
     /// The devices that are plugged in now, by node. Texts are Windows-1252 bytes, paths are bytes.
     virtual std::vector<SerialDevice> List() const = 0;
 
-    /// The group whose members may use the device at `path`; empty where there is none but the superuser's.
-    virtual std::string GroupThatMayUse(const std::string& path) const = 0;
-
 protected:
     SerialDevices() = default;
     SerialDevices(const SerialDevices&) = default;

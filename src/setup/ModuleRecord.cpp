@@ -28,7 +28,12 @@ constexpr std::string_view MatrixICCR =
 constexpr std::string_view MatrixCode4 = "h1 ,a1 ,b1 ,c1 ,d1 ,e1 ,f1 ,g1 ,a2 ,b2 ,c2 ,   ,   ,   ,   ,    ";
 constexpr std::string_view MatrixMCR = "a1 ,b1 ,c1 ,d1 ,e1 ,f1 ,g1 ,h1 ,a2 ,b2 ,c2 ,   ,   ,   ,   ,    ";
 
-constexpr std::string_view ElevenAbsent = "XXXXXXXXXXX";
+constexpr auto ElevenAbsentKeys = [] {
+    std::array<char, 11> keys{};
+    keys.fill('X');
+    return keys;
+}();
+constexpr std::string_view ElevenAbsent(ElevenAbsentKeys.data(), ElevenAbsentKeys.size());
 
 // Widths in pixels are those of the strip's buttons.
 struct DeviceRow {

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "platform/AsciiCase.h"
+#include "platform/Blanks.h"
 #include "setup/SetupError.h"
 
 namespace kelvora {
@@ -15,20 +16,6 @@ constexpr std::string_view EndOfText("\x1A\x03\x00", 3);
 
 // Of the blank and the underscore that continue a line.
 constexpr std::size_t ContinuationLength = 2;
-
-bool IsBlank(char c)
-{
-    return c == ' ' || c == '\t';
-}
-
-std::string_view Trim(std::string_view text)
-{
-    while (!text.empty() && IsBlank(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && IsBlank(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
 
 // What each code is read as: capitals of the ASCII letters alone, tabs as blanks.
 constexpr std::array<char, 256> ReadAs = [] {

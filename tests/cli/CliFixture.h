@@ -83,7 +83,7 @@ protected:
 private:
     static std::string MakeFolder()
     {
-        std::string name = testing::TempDir() + "kelvora-cli-XXXXXX";
+        std::string name = testing::TempDir() + "kelvora-cli-" + std::string(6, 'X');
         return mkdtemp(name.data());
     }
 };

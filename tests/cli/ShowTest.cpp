@@ -47,9 +47,9 @@ TEST_F(Show, JsonHoldsTheWholeSetup)
         {"deviceMap", {214, 31, 4, 8, 3}},
         {"modules",
          {module(0, "KM096", 214, 1, keysKM096, "YES"), module(1, "BACKLIGHT", 31, nullptr, "", "NO "),
-          module(2, "CODE4", 4, nullptr, "XXXXXXXXXXX", ""),
+          module(2, "CODE4", 4, nullptr, std::string(11, 'X'), ""),
           module(3, "ICCR", 8, 97, "1111111111111111XX", ""),
-          module(4, "MCR", 3, nullptr, "XXXXXXXXXXX", "1,2,3^\u00A7^ON ")}},
+          module(4, "MCR", 3, nullptr, std::string(11, 'X'), "1,2,3^\u00A7^ON ")}},
     };
     EXPECT_EQ(nlohmann::json::parse(result.out), expected);
 }

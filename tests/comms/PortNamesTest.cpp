@@ -166,7 +166,7 @@ TEST(PortTrial, SaysWhyAPortDoesNotOpenAndLeavesItAsItWas)
               "No group may use it: ask who administers this machine."},
           Row{"/dev/slow", "The port does not take these settings: 9600,n,8,1"},
           Row{"/dev/odd", "The port does not open: the system's words"}}) {
-        EXPECT_EQ(DescribeTrial({}, TryDevice(port, row.device), devices), row.text) << row.device;
+        EXPECT_EQ(DescribeTrial({}, TryDevice(port, row.device)), row.text) << row.device;
         EXPECT_EQ(port.Device(), "/dev/own");
         EXPECT_FALSE(port.IsOpen());
     }

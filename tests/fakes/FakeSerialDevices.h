@@ -14,11 +14,6 @@ namespace kelvora {
 class FakeSerialDevices final : public SerialDevices {
 public:
     std::vector<SerialDevice> List() const override { return devices; }
-    std::string GroupThatMayUse(const std::string& path) const override
-    {
-        const auto found = groups.find(path);
-        return found == groups.end() ? std::string() : found->second;
-    }
 
     std::vector<SerialDevice> devices;
     std::map<std::string, std::string> groups;     ///< by path
@@ -46,6 +41,11 @@ public:
     bool IsOpen() const override { return open_; }
     PortFailure Failure() const override { return failure_; }
     std::string LastError() const override { return "the system's words"; }
+    std::string AllowedGroup() const override
+    {
+        const auto found = devices_.groups.find(device_);
+        return found == devices_.groups.end() ? std::string() : found->second;
+    }
     bool SetSettings(std::string_view settings) override
     {
         settings_ = settings;

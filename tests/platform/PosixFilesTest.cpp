@@ -26,7 +26,7 @@ class PosixFilesTest : public testing::Test {
 protected:
     PosixFilesTest()
     {
-        std::string name = testing::TempDir() + "kelvora-files-XXXXXX";
+        std::string name = testing::TempDir() + "kelvora-files-" + std::string(6, 'X');
         EXPECT_NE(mkdtemp(name.data()), nullptr);
         folder = name;
         fs::permissions(folder, fs::perms::all);

@@ -47,7 +47,7 @@ TEST(SetupReader, NamesTheLineAndWhatWasExpected)
         {"tracks of a keyboard", "[KM096]\nTracks=1,2", 2, Expected::KeyOfSection},
         {"auto-read of a chip card unit", "[ICCR]\nAutoread=ON", 2, Expected::KeyOfSection},
         {"backlight of a badge reader", "[KM096]\n[MCR]\nBacklight=NO", 3, Expected::KeyOfSection},
-        {"key map of a badge reader", "[MCR]\nKeyMap=XXXXXXXXXXX", 2, Expected::KeyOfSection},
+        {"key map of a badge reader", "[MCR]\nKeyMap=X", 2, Expected::KeyOfSection},
         {"fiscal value", "[KM096]\nFiscal=Y", 2, Expected::YesOrNo},
         {"auto-read value", "[MCR]\nAutoread=YES", 2, Expected::OnOrOff},
         {"tracks that no reader has", "[MCR]\nTracks=1,3", 2, Expected::Tracks},

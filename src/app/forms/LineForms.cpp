@@ -44,10 +44,9 @@ void LineForms::ShowWizard(const PosCfg& settings, const std::function<void()>& 
         return;
     frmEeprom form(program_, settings, *port, program_.dataFolder + "/identities", &window_);
     form.onBusy = onBusy;
-    if (machine_)
-        form.describeFailure = [this](const SerialPort& tried) {
-            return DescribeTrial(program_.catalogue, OutcomeOf(tried), machine_->devices);
-        };
+    form.describeFailure = [this](const SerialPort& tried) {
+        return DescribeTrial(program_.catalogue, OutcomeOf(tried));
+    };
     form.exec();
 }
 

@@ -189,7 +189,7 @@ void PortsDialog::Try(int port)
 {
     const auto index = static_cast<std::size_t>(port) - 1;
     const PortTrial trial = TryDevice(*program_.world.ports.at(index), DeviceIn(index));
-    const QString described = ToQString(DescribeTrial(program_.catalogue, trial, devices_));
+    const QString described = ToQString(DescribeTrial(program_.catalogue, trial));
     result_->setText(QStringLiteral("COM%1: ").arg(port) +
                      QString(described).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
 }

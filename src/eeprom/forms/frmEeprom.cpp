@@ -1,6 +1,5 @@
 #include "eeprom/forms/frmEeprom.h"
 
-#include <QDir>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -299,7 +298,6 @@ void frmEeprom::Write(std::span<const AddressedBlock> blocks)
 {
     if (working_ || blocks.empty())
         return;
-    QDir().mkpath(PathToQString(dataFolder_));
     {
         const Work work(*this);
         const WriteResult result =

@@ -42,13 +42,4 @@ std::vector<SerialDevice> QtSerialDevices::List() const
     return devices;
 }
 
-std::string QtSerialDevices::GroupThatMayUse(const std::string& path) const
-{
-    const QFileInfo file(PathToQString(path));
-    const bool groupMayUse = file.permission(QFileDevice::ReadGroup | QFileDevice::WriteGroup);
-    const QString group = file.group();
-    // Nobody is told to join the superuser's own group.
-    return groupMayUse && group != QLatin1String("root") ? FromQString(group) : std::string();
-}
-
 }  // namespace kelvora

@@ -8,7 +8,6 @@ namespace kelvora {
 class QtSerialDevices final : public SerialDevices {
 public:
     std::vector<SerialDevice> List() const override;
-    std::string GroupThatMayUse(const std::string& path) const override;
 };
 
 }  // namespace kelvora

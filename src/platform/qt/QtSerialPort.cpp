@@ -3,7 +3,6 @@
 #include <QFileInfo>
 #include <utility>
 
-#include "platform/qt/QtSerialDevices.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -121,7 +120,11 @@ bool QtSerialPort::Apply(const SerialSettings& settings)
 
 std::string QtSerialPort::AllowedGroup() const
 {
-    return QtSerialDevices().GroupThatMayUse(device_);
+    const QFileInfo file(PathToQString(device_));
+    const bool groupMayUse = file.permission(QFileDevice::ReadGroup | QFileDevice::WriteGroup);
+    const QString group = file.group();
+    // Nobody is told to join the superuser's own group.
+    return groupMayUse && group != QLatin1String("root") ? FromQString(group) : std::string();
 }
 
 void QtSerialPort::Fail(QSerialPort::SerialPortError error)
