@@ -97,6 +97,11 @@ OutcomeText DescribeTransfer(const MessageCatalogue& catalogue, const LineTarget
         outcome.icon = BoxIcon::Information;
     if (result.state == State::New && !result.line.IsDone())
         outcome.icon = BoxIcon::Exclamation;
+    const bool isHeld = result.state == State::New || result.state == State::Same;
+    if (isHeld && result.plan && !result.plan->unheld.empty())
+        AddLine(outcome.extra,
+                catalogue.Caption(Message::AskUnheld) +
+                    JoinLines(catalogue, UnheldLines(catalogue, *result.plan), result.plan->unheld.size()));
     const bool isWritten = result.state == State::New || result.state == State::Unknown;
     if (isWritten)
         AddLine(outcome.extra, catalogue.Caption(Message::TransferBackup) + std::string(LineEnd) +
@@ -112,11 +117,15 @@ OutcomeText DescribeVerify(const MessageCatalogue& catalogue, const LineTarget& 
             break;
         case VerifyResult::Outcome::NotBuilt:
             return {Describe(catalogue, *result.refusal), {}, BoxIcon::Exclamation};
-        case VerifyResult::Outcome::Different:
-            return {catalogue.Word(Message::VerifyDifferent) + HexText(result.firstDifference, 4) + " (hex)",
-                    catalogue.Caption(Message::VerifyChanges) +
-                        JoinLines(catalogue, DifferenceLines(catalogue, result.differences), mostLines),
-                    BoxIcon::Exclamation};
+        case VerifyResult::Outcome::Different: {
+            OutcomeText outcome{
+                catalogue.Word(Message::VerifyDifferent) + HexText(result.firstDifference, 4) + " (hex)",
+                catalogue.Caption(Message::VerifyChanges) +
+                    JoinLines(catalogue, DifferenceLines(catalogue, result.differences), mostLines),
+                BoxIcon::Exclamation};
+            AddLine(outcome.extra, LineText(catalogue, target, result.line));
+            return outcome;
+        }
         case VerifyResult::Outcome::Same:
             return {catalogue.Caption(Message::VerifySame), LineText(catalogue, target, result.line),
                     BoxIcon::Information};

@@ -19,11 +19,11 @@ struct OutcomeText {
     BoxIcon icon = BoxIcon::Information;
 };
 
-/// What the device holds, and why when it is not what was wanted.
+/// What the device holds, why when it is not what was wanted, and what of the setup it cannot hold.
 OutcomeText DescribeTransfer(const MessageCatalogue& catalogue, const LineTarget& target,
                              const TransferResult& result);
 
-/// The outcome of a verify; below it what differs, at most `mostLines` differences, or why nothing was read.
+/// The outcome of a verify; below it what differs, at most `mostLines` differences, and why the line failed.
 OutcomeText DescribeVerify(const MessageCatalogue& catalogue, const LineTarget& target,
                            const VerifyResult& result, std::size_t mostLines);
 

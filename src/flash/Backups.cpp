@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <ctime>
+#include <tuple>
 #include <utility>
+
+#include "flash/TransferPlan.h"
 
 namespace kelvora {
 
@@ -48,10 +51,10 @@ std::vector<BackupEntry> Backups::List() const
             continue;
         BackupEntry entry{folder_ + "/" + name, name, std::nullopt, {}, std::nullopt, {}};
         try {
-            if (const auto dump = Read(entry.path).deviceMap) {
-                entry.origin = OriginOf(dump->title);
-                entry.deviceMap = dump->deviceMap;
-            }
+            const FlashDump dump = Read(entry.path);
+            if (dump.deviceMap)
+                entry.origin = OriginOf(dump.deviceMap->title);
+            entry.modules = ModulesFor(dump).Known();
         } catch (const FileError& error) {
             entry.readError = error.what();
         } catch (const DumpError& error) {
@@ -59,8 +62,10 @@ std::vector<BackupEntry> Backups::List() const
         }
         entries.push_back(std::move(entry));
     }
+    // Of one second's backups the names' numbers grow: "_10" comes after "_2".
     std::ranges::stable_sort(entries, std::ranges::greater(), [](const BackupEntry& entry) {
-        return std::pair(entry.origin ? entry.origin->time : std::chrono::local_seconds::min(), entry.name);
+        return std::tuple(entry.origin ? entry.origin->time : std::chrono::local_seconds::min(),
+                          entry.origin ? entry.name.size() : 0, entry.name);
     });
     return entries;
 }

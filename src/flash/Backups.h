@@ -20,12 +20,14 @@ struct BackupEntry {
     std::string path;
     std::string name;                    ///< of the file alone
     std::optional<BackupOrigin> origin;  ///< nothing for a dump without a backup's title
-    std::string deviceMap;               ///< of the line; empty for a dump without one
+    std::string modules;                 ///< device codes of the line that it is for; empty when not told
     std::optional<DumpError> damage;     ///< why the text is no dump
     std::string readError;               ///< why it cannot be read: the system's words
 
-    /// Whether it can be restored.
+    /// Whether it is an image.
     bool IsWhole() const { return !damage && readError.empty(); }
+    /// Whether it can be restored: a dump that names no modules is for no line.
+    bool IsForALine() const { return IsWhole() && !modules.empty(); }
 };
 
 class Backups {

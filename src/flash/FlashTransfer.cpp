@@ -15,6 +15,19 @@ namespace {
 using Reason = TransferResult::Reason;
 using State = TransferResult::State;
 
+/// A port that was plugged out and in, or a server that starts anew, is there again within some seconds.
+constexpr int ReopenTries = 10;
+constexpr std::chrono::milliseconds ReopenPause{500};
+
+void Pause(EventLoop& loop, std::chrono::milliseconds pause)
+{
+    bool isOver = false;
+    const auto timer = loop.NewTimer();
+    timer->Start(pause, [&isOver] { isOver = true; });
+    while (!isOver)
+        loop.Yield();
+}
+
 // An error of a terminal that has answered since: it can be asked to release the line.
 ReplyError AnsweredSince(const ReplyError& error)
 {
@@ -35,6 +48,7 @@ public:
 
 private:
     // Each returns whether the next one follows; if not, the result says why.
+    bool IsForALine();
     bool Read();
     bool Plan();
     bool KeepAndAsk();
@@ -43,6 +57,8 @@ private:
     bool IsStillHeld(LineWork& work);
     void Commit(LineWork& work);
     void AskState(LineWork& work);
+    void AskOnReopenedPort();
+    bool LostPortInCommit() const;
 
     bool End(Reason reason)
     {
@@ -55,9 +71,21 @@ private:
     const LineHooks& hooks_;
     const WantedContent& wanted_;
     const TransferSteps& steps_;
-    TransferPlan plan_;
     TransferResult result_;
 };
+
+// Gives the line back to the terminal.
+void EndWork(LineWork& work)
+{
+    ReleaseLine(work);
+    SetLineMode(work, LineMode::AfterTransfer);
+}
+
+bool Transfer::IsForALine()
+{
+    result_.refusal = RefusalFor(wanted_);
+    return !result_.refusal || End(Reason::Refused);
+}
 
 bool Transfer::Read()
 {
@@ -67,14 +95,13 @@ bool Transfer::Read()
         line.deviceMap = AskDeviceMap(work);
         result_.refusal = RefusalFor(wanted_, line.deviceMap);
         if (result_.refusal)
-            return ReleaseLine(work);
+            return EndWork(work);
         ResetBlockAddress(work);
         OpenFlash(work);
         line.image = ReadWholeFlash(work);
         EndStaging(work);
         CloseFlash(work);
-        ReleaseLine(work);
-        SetLineMode(work, LineMode::AfterTransfer);
+        EndWork(work);
     });
     result_.image = ImageFrom(result_.line.image);
     if (result_.refusal)
@@ -84,8 +111,8 @@ bool Transfer::Read()
 
 bool Transfer::Plan()
 {
-    plan_ = PlanTransfer(wanted_, result_.line.deviceMap, *result_.image);
-    if (!plan_.ChangesNothing())
+    result_.plan = PlanTransfer(wanted_, result_.line.deviceMap, *result_.image);
+    if (!result_.plan->ChangesNothing())
         return true;
     result_.state = State::Same;
     return End(Reason::Done);
@@ -94,18 +121,18 @@ bool Transfer::Plan()
 bool Transfer::KeepAndAsk()
 {
     try {
-        result_.backup = steps_.keepBackup(plan_);
+        result_.backup = steps_.keepBackup(*result_.plan);
     } catch (const FileError& error) {
         result_.backup = error.Path();
         result_.fileError = error.what();
         return End(Reason::NotKept);
     }
-    return steps_.ask(plan_, result_.backup) || End(Reason::Declined);
+    return steps_.ask(*result_.plan, result_.backup) || End(Reason::Declined);
 }
 
 bool Transfer::IsStillHeld(LineWork& work)
 {
-    if (AskFlashCrc(work) == Crc32(TextOf(plan_.held)))
+    if (AskFlashCrc(work) == Crc32(TextOf(result_.plan->held)))
         return true;
     result_.image.reset();
     return End(Reason::DeviceChanged);
@@ -119,15 +146,16 @@ void Transfer::Write()
         line.image = std::move(read.image);
         HoldLine(work);
         if (!IsStillHeld(work))
-            return ReleaseLine(work);
+            return EndWork(work);
         OpenFlash(work);
-        StageDifferences(work, TextOf(plan_.held), TextOf(plan_.wanted));
+        StageDifferences(work, TextOf(result_.plan->held), TextOf(result_.plan->wanted));
         EndStaging(work);
         work.CheckStop();
         Commit(work);
-        ReleaseLine(work);
-        SetLineMode(work, LineMode::AfterTransfer);
+        EndWork(work);
     });
+    if (LostPortInCommit())
+        AskOnReopenedPort();
     if (!result_.line.IsDone() && result_.reason == Reason::Done)
         result_.reason = Reason::Line;
 }
@@ -138,9 +166,9 @@ void Transfer::Commit(LineWork& work)
     result_.state = State::Unknown;
     result_.image.reset();
     try {
-        CommitFlash(work, Crc32(TextOf(plan_.wanted)));
+        CommitFlash(work, Crc32(TextOf(result_.plan->wanted)));
         result_.state = State::New;
-        result_.image = plan_.wanted;
+        result_.image = result_.plan->wanted;
     } catch (const ReplyError& error) {
         AskState(work);
         if (result_.state == State::Unknown)
@@ -160,16 +188,40 @@ void Transfer::AskState(LineWork& work)
         // The commit's own failure is the one to tell of.
         return;
     }
-    const bool isNew = crc == Crc32(TextOf(plan_.wanted));
-    if (!isNew && crc != Crc32(TextOf(plan_.held)))
+    const bool isNew = crc == Crc32(TextOf(result_.plan->wanted));
+    if (!isNew && crc != Crc32(TextOf(result_.plan->held)))
         return;
     result_.state = isNew ? State::New : State::Old;
-    result_.image = isNew ? plan_.wanted : plan_.held;
+    result_.image = isNew ? result_.plan->wanted : result_.plan->held;
+}
+
+bool Transfer::LostPortInCommit() const
+{
+    return result_.state == State::Unknown && result_.line.failure.port != PortFailure::None;
+}
+
+// The line may be held still: the terminal has not seen the end of the work.
+void Transfer::AskOnReopenedPort()
+{
+    LineResult asked;
+    asked.outcome = LineOutcome::NoPort;
+    for (int tries = 0; tries < ReopenTries && asked.outcome == LineOutcome::NoPort; ++tries) {
+        Pause(comms_.Loop(), ReopenPause);
+        asked = WorkOnLine(comms_, target_, hooks_, [this](LineWork& work, LineResult& line) {
+            work.DisallowStop();
+            line.deviceMap = result_.line.deviceMap;
+            line.image = result_.line.image;
+            AskState(work);
+            EndWork(work);
+        });
+    }
+    if (result_.state == State::New)
+        result_.line = std::move(asked);
 }
 
 TransferResult Transfer::Run()
 {
-    if (Read() && Plan() && KeepAndAsk())
+    if (IsForALine() && Read() && Plan() && KeepAndAsk())
         Write();
     return std::move(result_);
 }

@@ -2,9 +2,10 @@
 // blocks are staged, and one commit, which the device checks by its CRC-32, makes them its content. What the
 // device then holds is told as far as it is known, and nothing else is.
 //
-// A download in its order: scan the line and read the flash; refuse, or find out what would change; release
-// the line and close the port; keep a backup; ask; open and hold the line again; go on only when the flash
-// is still as it was read; stage the blocks that differ; commit.
+// A download in its order: refuse what is for no line; scan the line and read the flash; refuse, or find out
+// what would change; release the line and close the port; keep a backup; ask; open and hold the line again;
+// go on only when the flash is still as it was read; stage the blocks that differ; commit. When the port goes
+// away under the commit and comes back within seconds, the device is asked what came of it.
 #pragma once
 
 #include <cstdint>
@@ -52,8 +53,9 @@ struct TransferResult {
     /// and the reason Line.
     LineResult line;
     std::optional<TransferRefusal> refusal;
-    std::string backup;     ///< path of the backup; empty when none was kept
-    std::string fileError;  ///< the path and the system's words
+    std::optional<TransferPlan> plan;  ///< once the device is read and nothing is refused
+    std::string backup;                ///< path of the backup; empty when none was kept
+    std::string fileError;             ///< the path and the system's words
     /// What the device holds, where that is known whole.
     std::optional<FlashImage> image;
 };

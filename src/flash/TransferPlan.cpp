@@ -14,19 +14,22 @@ namespace {
 
 using Reason = TransferRefusal::Reason;
 
-// A device that was never set up has a dump without modules: the line's map in the dump tells them then.
-std::string CodesOf(const FlashDump& dump)
-{
-    if (NamesModules(dump.image))
-        return DeviceCodesOf(dump.image);
-    return dump.deviceMap ? dump.deviceMap->deviceMap : std::string();
-}
-
-std::string CodesOf(const WantedContent& wanted)
+// Of the lines that the content is for, the one to tell people.
+std::string KnownCodes(const WantedContent& wanted)
 {
     if (const auto* const document = std::get_if<SetupDocument>(&wanted))
         return document->DeviceMap;
-    return CodesOf(std::get<FlashDump>(wanted));
+    return ModulesFor(std::get<FlashDump>(wanted)).Known();
+}
+
+// A backup belongs to the line that it comes from, whatever modules its image names.
+bool IsForLine(const WantedContent& wanted, std::string_view deviceMap)
+{
+    if (const auto* const document = std::get_if<SetupDocument>(&wanted))
+        return HaveSameMainModules(document->DeviceMap, deviceMap);
+    const DumpModules modules = ModulesFor(std::get<FlashDump>(wanted));
+    return (!modules.line.empty() && HaveSameMainModules(modules.line, deviceMap)) ||
+           (!modules.image.empty() && HaveSameMainModules(modules.image, deviceMap));
 }
 
 std::optional<BuildRefusal> BuildRefusalOf(const WantedContent& wanted)
@@ -109,17 +112,30 @@ std::vector<SetupDifference> SetupChanges(const TransferPlan& plan)
 
 }  // namespace
 
-std::optional<TransferRefusal> RefusalFor(const WantedContent& wanted, std::string_view deviceMap)
+DumpModules ModulesFor(const FlashDump& dump)
 {
-    const std::string codes = CodesOf(wanted);
-    if (codes.empty())
+    return {dump.deviceMap ? dump.deviceMap->deviceMap : std::string(),
+            NamesModules(dump.image) ? DeviceCodesOf(dump.image) : std::string()};
+}
+
+std::optional<TransferRefusal> RefusalFor(const WantedContent& wanted)
+{
+    if (KnownCodes(wanted).empty())
         return TransferRefusal{Reason::NoModules, 0, std::nullopt, {}, {}};
     if (const auto build = BuildRefusalOf(wanted))
         return TransferRefusal{Reason::NotBuilt, 0, build, {}, {}};
+    return std::nullopt;
+}
+
+std::optional<TransferRefusal> RefusalFor(const WantedContent& wanted, std::string_view deviceMap)
+{
+    if (const auto refusal = RefusalFor(wanted))
+        return refusal;
     if (const auto position = UnknownPosition(deviceMap))
         return TransferRefusal{Reason::UnknownModule, *position, std::nullopt, {}, {}};
-    if (!HaveSameMainModules(codes, deviceMap))
-        return TransferRefusal{Reason::OtherModules, 0, std::nullopt, std::string(deviceMap), codes};
+    if (!IsForLine(wanted, deviceMap))
+        return TransferRefusal{Reason::OtherModules, 0, std::nullopt, std::string(deviceMap),
+                               KnownCodes(wanted)};
     return std::nullopt;
 }
 

@@ -57,7 +57,22 @@ struct TransferPlan {
     bool ChangesNothing() const { return held == wanted; }
 };
 
-/// Why that content is not for a line of these modules; nothing when it is.
+/// Device codes of the lines that a dump is for: of the one that it comes from, as a backup tells it, and of
+/// the one that its image names. The first is empty when the dump does not tell, so is the second for a
+/// device that was never set up.
+struct DumpModules {
+    std::string line;
+    std::string image;
+
+    /// What to tell people: the line where it is known.
+    const std::string& Known() const { return line.empty() ? image : line; }
+};
+DumpModules ModulesFor(const FlashDump& dump);
+
+/// Why that content is for no line at all; nothing when there may be one.
+std::optional<TransferRefusal> RefusalFor(const WantedContent& wanted);
+
+/// Why it is not for a line of these modules; nothing when it is.
 std::optional<TransferRefusal> RefusalFor(const WantedContent& wanted, std::string_view deviceMap);
 
 /// The plan for a device that holds that image, on a line of these modules that RefusalFor allows.

@@ -48,12 +48,25 @@ TEST(TransferTexts, TellWhatTheDeviceHoldsAndWhy)
     };
     for (const auto& row : cases) {
         const TransferResult result{
-            row.state, row.reason, row.line, other, "/backups/a.mem", "No space left on device", {}};
+            row.state, row.reason, row.line, other, {}, "/backups/a.mem", "No space left on device", {}};
         const OutcomeText outcome = DescribeTransfer(MessageCatalogue(), Target, result);
         EXPECT_THAT(outcome.text, HasSubstr(row.text));
         EXPECT_THAT(outcome.extra, HasSubstr(row.extra));
         EXPECT_EQ(outcome.extra.empty(), *row.extra == '\0') << outcome.extra;
         EXPECT_EQ(outcome.icon, row.icon) << row.text;
+    }
+}
+
+TEST(TransferTexts, WhatTheDeviceCannotHoldIsToldWheneverItIsLeftOut)
+{
+    TransferResult result;
+    result.plan.emplace().unheld = {{UnheldSetting::What::Key, ModuleKind::KM096, 7, '1'},
+                                    {UnheldSetting::What::Separator, ModuleKind::MCR, 2, '\xFF'}};
+    for (const State state : {State::Old, State::Same, State::New, State::Unknown}) {
+        result.state = state;
+        const bool isHeld = state == State::Same || state == State::New;
+        const std::string extra = DescribeTransfer(MessageCatalogue(), Target, result).extra;
+        EXPECT_EQ(extra.find("it is left out:\r\nComposite Keyboard, Key 7") != std::string::npos, isHeld);
     }
 }
 
@@ -81,6 +94,9 @@ TEST(TransferTexts, OfAVerify)
               "What differs, from the setup to the device:\r\n"
               "key tables, 01A0-01A1: Slave Keyboard, Key 97: single key -> unused\r\n"
               "More differences: 2");
+    result.line = {LineOutcome::Stopped, {}, {}, {}};
+    EXPECT_THAT(DescribeVerify(catalogue, Target, result, 1).extra,
+                testing::EndsWith("differences: 2\r\nThe work was stopped."));
     EXPECT_THAT(DifferenceLines(catalogue, result.differences),
                 ElementsAre(HasSubstr("key tables"), "key contents, Bytes 0402-0410",
                             "outside the regions, Bytes 007F"));

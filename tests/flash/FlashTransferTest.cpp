@@ -1,5 +1,6 @@
 #include "flash/FlashTransfer.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "comms/Crc.h"
@@ -39,6 +40,39 @@ TEST(FlashTransfer, StagesTheBlocksThatDifferAndCommitsOnce)
                   crc + " $9911 $9904!3 ");
     EXPECT_EQ(line.Flash(), dump.image);
     EXPECT_EQ(CommandsOf(line, dump), "$9900 $9918 $9902 000 0FB0 20 0F02 0FB1 0FB3 $9911 $9904!3 ");
+}
+
+TEST(FlashTransfer, ARefusalLeavesTheLineAsItWasFound)
+{
+    TransferLine line;
+    EXPECT_EQ(CommandsOf(line, ReadDeviceMap("\xBF\x03")), "$9900 $9918 $9902 $9911 $9904!3 ");
+    EXPECT_EQ(CommandsOf(line, SetupDocument{}), "") << "for no line at all";
+    line.whileAsked = [&line] { line.bench.line.Terminal().AnswerNext("0F02", "M0F02!0(00000000"); };
+    EXPECT_THAT(CommandsOf(line, line.OtherSetup()), testing::EndsWith("? $9918 0F02 $9911 $9904!3 "));
+}
+
+TEST(FlashTransfer, APortLostInTheCommitIsOpenedOnceMoreToAsk)
+{
+    // The bytes of the commit, the last that reach the device; then the port is away for a moment.
+    for (const bool isCommitted : {false, true}) {
+        TransferLine line;
+        const FlashImage before = line.Flash();
+        const SetupDocument setup = line.OtherSetup();
+        line.onSent = [&](const std::string& command) {
+            if (command.size() != 12 || !command.starts_with("0FB3"))
+                return;
+            line.onSent = nullptr;
+            bench::FaultPlan faults;
+            (isCommitted ? faults.awayAfter.toHost : faults.awayAfter.toDevice) = 0;
+            line.bench.line.SetFaults(faults);
+            line.loop.After(milliseconds(2500), [&line] { line.bench.line.SetFaults({}); });
+        };
+        const TransferResult result = line.Run(setup);
+        EXPECT_EQ(result.state, isCommitted ? State::New : State::Old) << result.line.failure.detail;
+        EXPECT_EQ(result.reason, isCommitted ? Reason::Done : Reason::Line);
+        EXPECT_EQ(line.Flash() == before, !isCommitted);
+        EXPECT_EQ(line.sent.back(), "$9904!3") << "the line is given back";
+    }
 }
 
 TEST(FlashTransfer, ASetupIsBroughtIntoTheDeviceAfterABackupAndAQuestion)

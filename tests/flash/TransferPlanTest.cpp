@@ -18,6 +18,7 @@ TEST(TransferPlan, IsForALineOfTheSameMainModulesAlone)
 {
     const FlashDump chain{ImageOf(WholeChain), std::nullopt};
     const FlashDump fresh{Filled(0xFF), DeviceMapDump{"", std::string(WholeChain)}};
+    const FlashDump strayed{ImageOf("\xBF\x03"), DeviceMapDump{"", std::string(WholeChain)}};
     SetupDocument twice = SetupOf(WholeChain);
     AppendModule(twice, 8);
     const struct {
@@ -40,6 +41,9 @@ TEST(TransferPlan, IsForALineOfTheSameMainModulesAlone)
         {"a dump of another line", chain, "\xBF\x03", Reason::OtherModules, 0},
         {"a dump of a device that was never set up, by its line", fresh, WholeChain, {}, 0},
         {"the same, of another line", fresh, "\xBF", Reason::OtherModules, 0},
+        {"a backup whose image names another line, for its own", strayed, WholeChain, {}, 0},
+        {"the same, for the one that it names", strayed, "\xBF\x03", {}, 0},
+        {"the same, for a third", strayed, "\xBF", Reason::OtherModules, 0},
         {"a dump that names nothing", FlashDump{Filled(0xFF), {}}, WholeChain, Reason::NoModules, 0},
         {"the same with zeros", FlashDump{Filled(0), {}}, WholeChain, Reason::NoModules, 0},
     };
@@ -49,6 +53,10 @@ TEST(TransferPlan, IsForALineOfTheSameMainModulesAlone)
         if (refusal && row.refused) {
             EXPECT_EQ(refusal->reason, *row.refused) << row.why;
             EXPECT_EQ(refusal->position, row.position) << row.why;
+            // What no line can mend is told without one.
+            const bool isOfLine =
+                refusal->reason == Reason::OtherModules || refusal->reason == Reason::UnknownModule;
+            EXPECT_EQ(RefusalFor(row.wanted), isOfLine ? std::nullopt : refusal) << row.why;
         }
     }
 }

@@ -102,8 +102,8 @@ void BackupsDialog::Fill()
         const QString title = entry.origin ? ToQString(BackupTitle(*entry.origin)) : QString();
         row->setText(Date, entry.origin ? title.section(QStringLiteral(", "), 1) : PathToQString(entry.name));
         row->setText(Port, title.section(QStringLiteral(", "), 0, 0));
-        if (!entry.deviceMap.empty())
-            row->setText(Modules, ToQString(ModuleNames(program_.catalogue, entry.deviceMap)));
+        if (!entry.modules.empty())
+            row->setText(Modules, ToQString(ModuleNames(program_.catalogue, entry.modules)));
         row->setText(State, StateOf(entry));
         for (int column = 0; column < ColumnCount; ++column)
             row->setToolTip(column, column == State ? StateOf(entry) : PathToQString(entry.path));
@@ -126,8 +126,9 @@ QString BackupsDialog::StateOf(const BackupEntry& entry) const
 {
     if (!entry.readError.empty())
         return ToQString(entry.readError);
-    if (!entry.damage)
-        return ToQString(program_.catalogue.Caption(Message::BackupWhole));
+    if (entry.IsWhole())
+        return ToQString(program_.catalogue.Caption(entry.IsForALine() ? Message::BackupWhole
+                                                                       : Message::TransferNoModules));
     return ToQString(Describe(program_.catalogue, *entry.damage)).replace(QStringLiteral("\r\n"), " ");
 }
 
@@ -145,9 +146,8 @@ const BackupEntry* BackupsDialog::Selected() const
 void BackupsDialog::ShowSelection()
 {
     const BackupEntry* const entry = Selected();
-    const bool isWhole = entry && entry->IsWhole();
-    restore_->setEnabled(isWhole && target_.canRestore);
-    compare_->setEnabled(isWhole && target_.image);
+    restore_->setEnabled(entry && entry->IsForALine() && target_.canRestore);
+    compare_->setEnabled(entry && entry->IsWhole() && target_.image);
     compare_->setToolTip(target_.image ? QString()
                                        : ToQString(program_.catalogue.Caption(Message::NoImageRead)));
 }
