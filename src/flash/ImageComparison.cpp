@@ -106,12 +106,14 @@ std::string ComparisonText(const ImageComparison& images, const std::vector<std:
     std::string text = "- " + images.beforeName + "\r\n+ " + images.afterName + "\r\n\r\n";
     for (const std::string& line : described)
         text.append(line).append("\r\n");
+    text += "\r\n";
     for (std::size_t address = 0; address < FlashSize; address += LineBytes) {
         const std::string before = LineAt(images.before, address);
-        const std::string after = LineAt(images.after, address);
-        if (TextOf(images.before).substr(address, LineBytes) !=
+        if (TextOf(images.before).substr(address, LineBytes) ==
             TextOf(images.after).substr(address, LineBytes))
-            text.append("\r\n- ").append(before).append("+ ").append(after);
+            text.append("  ").append(before);
+        else
+            text.append("- ").append(before).append("+ ").append(LineAt(images.after, address));
     }
     return text;
 }

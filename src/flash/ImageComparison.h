@@ -38,8 +38,8 @@ std::optional<ImageQuery> ParseImageQuery(std::string_view text);
 std::optional<std::size_t> FindInImages(const ImageComparison& images, const ImageQuery& query,
                                         std::size_t from);
 
-/// The comparison as a text: the names, `described` (the differences in words, a line each), and each dump
-/// line that differs, before ("-") and after ("+"). CR LF ends a line.
+/// The comparison as a text: the names, `described` (the differences in words, a line each), and the whole
+/// dump, where a line that differs stands twice, before ("-") and after ("+"). CR LF ends a line.
 std::string ComparisonText(const ImageComparison& images, const std::vector<std::string>& described);
 
 }  // namespace kelvora
