@@ -46,12 +46,19 @@ void AppendList(std::string& text, const MessageId& heading, const std::vector<s
         text += "  " + OneLineText(line) + "\n";
 }
 
-std::string Question(const DownloadRequest& request, const TransferPlan& plan, const std::string& backup)
+std::string Changes(const TransferPlan& plan)
 {
     const MessageCatalogue english;
     std::string text;
     AppendList(text, Message::AskChanges, ChangeLines(english, plan));
     AppendList(text, Message::AskUnheld, UnheldLines(english, plan));
+    return text;
+}
+
+std::string Question(const DownloadRequest& request, const TransferPlan& plan, const std::string& backup)
+{
+    const MessageCatalogue english;
+    std::string text = Changes(plan);
     text += english.Word(Message::TransferBackup) + Utf8FromPath(backup) + "\n";
     return text + PortName(request.line.port) + ": " +
            english.Caption(request.isDump ? Message::AskRestore : Message::AskDownload);
@@ -68,7 +75,11 @@ TransferResult RunTransfer(const DownloadRequest& request, const WantedContent& 
                                   return backups.Save(request.line.port, plan.deviceMap, plan.held);
                               },
                               [&](const TransferPlan& plan, const std::string& backup) {
-                                  return request.yes || access.Ask(Question(request, plan, backup));
+                                  if (!request.yes)
+                                      return access.Ask(Question(request, plan, backup));
+                                  if (!request.line.json)
+                                      Emit(console, Changes(plan));
+                                  return true;
                               }};
     return Download(run.comms, request.line.Target(), run.hooks, wanted, steps);
 }

@@ -20,10 +20,11 @@ int Dump(const DumpRequest& request, Console& console, LineAccess& access)
         LineRun run(request.line, console, access);
         return ScanWithUpload(run.comms, target, run.hooks);
     }();
-    if (!read.IsDone()) {
+    if (!read.IsDone())
         console.err << DiagnosticLine(LineFailureText(target, read));
+    // An image that came is whole, whatever happened after it.
+    if (read.image.empty())
         return ExitCode::Line;
-    }
     const FlashImage image = ImageFrom(read.image).value();
     const std::string title = BackupTitle({target.line, Backups::LocalTime()});
     const std::string dump = FormatDeviceMapDump({title, read.deviceMap}) + FormatDump(0, image);
@@ -40,7 +41,7 @@ int Dump(const DumpRequest& request, Console& console, LineAccess& access)
         Emit(console, DumpJson(target, read, request.output));
     else if (request.output.empty())
         Emit(console, dump);
-    return ExitCode::Done;
+    return read.IsDone() ? ExitCode::Done : ExitCode::Line;
 }
 
 void AddDumpCommand(CLI::App& app, Console& console, LineAccess& access, int& exitCode)

@@ -32,6 +32,20 @@ std::string MessageOf(const OutcomeText& outcome)
     return OneLineText(outcome.text + "\n" + outcome.extra);
 }
 
+Json ArrayOf(const std::vector<std::string>& lines)
+{
+    Json array = Json::array();
+    for (const std::string& line : lines)
+        array.push_back(OneLineText(line));
+    return array;
+}
+
+// Null for a line that did not fail.
+Json FailureOf(const LineTarget& target, const LineResult& line)
+{
+    return line.IsDone() ? Json() : Json(LineFailureText(target, line));
+}
+
 }  // namespace
 
 std::string VerifyJson(const LineTarget& target, const std::string& file, const VerifyResult& result)
@@ -45,21 +59,25 @@ std::string VerifyJson(const LineTarget& target, const std::string& file, const 
     object["outcome"] = OutcomeNames.at(static_cast<std::size_t>(result.outcome));
     object["message"] = isDifferent ? OneLineText(text.text) : MessageOf(text);
     object["firstDifference"] = isDifferent ? Json(HexText(result.firstDifference, 4)) : Json();
-    object["differences"] = Json::array();
-    for (const std::string& line : DifferenceLines(english, result.differences))
-        object["differences"].push_back(OneLineText(line));
+    object["differences"] = ArrayOf(DifferenceLines(english, result.differences));
+    object["lineFailure"] = FailureOf(target, result.line);
     return object.dump() + "\n";
 }
 
 std::string TransferJson(const LineTarget& target, const std::string& file, const TransferResult& result)
 {
+    const MessageCatalogue english;
     Json object;
     object["port"] = PortName(target.line);
     object["file"] = Utf8FromPath(file);
     object["device"] = StateNames.at(static_cast<std::size_t>(result.state));
     object["reason"] = ReasonNames.at(static_cast<std::size_t>(result.reason));
-    object["message"] = MessageOf(DescribeTransfer(MessageCatalogue(), target, result));
+    object["message"] = MessageOf(DescribeTransfer(english, target, result));
+    object["changes"] =
+        ArrayOf(result.plan ? ChangeLines(english, *result.plan) : std::vector<std::string>());
+    object["unheld"] = ArrayOf(result.plan ? UnheldLines(english, *result.plan) : std::vector<std::string>());
     object["backup"] = result.fileError.empty() ? FileOrNull(result.backup) : Json();
+    object["lineFailure"] = FailureOf(target, result.line);
     return object.dump() + "\n";
 }
 
@@ -72,6 +90,7 @@ std::string DumpJson(const LineTarget& target, const LineResult& read, const std
     for (const char code : read.deviceMap)
         object["deviceMap"].push_back(static_cast<unsigned char>(code));
     object["crc32"] = HexText(Crc32(read.image), 8);
+    object["lineFailure"] = FailureOf(target, read);
     return object.dump() + "\n";
 }
 

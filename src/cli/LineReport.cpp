@@ -12,12 +12,13 @@ std::string PortName(int port)
 
 std::string OneLineText(std::string_view text)
 {
+    constexpr std::string_view Marks = ".:;,!?";
     std::string line;
     bool parts = false;
     for (const char c : text) {
         const bool ends = c == '\r' || c == '\n';
         if (!ends && parts)
-            line += ' ';
+            line += Marks.find(line.back()) == std::string_view::npos ? "; " : " ";
         if (!ends)
             line += c;
         parts = ends && !line.empty();

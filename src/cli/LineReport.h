@@ -12,7 +12,7 @@ namespace kelvora {
 /// "COM1".
 std::string PortName(int port);
 
-/// A text of the windows as one line of UTF-8.
+/// A text of the windows as one line of UTF-8. Where a line ended without a mark "; " parts it from the next.
 std::string OneLineText(std::string_view text);
 
 /// A message of the windows, with the lines below it, as one line of UTF-8.

@@ -62,6 +62,11 @@ TEST_F(FlashCommandsTest, DownloadShowsWhatChangesAndAsks)
     EXPECT_EQ(BackupCount(), 2U);
 
     access.answer.reset();
+    EXPECT_THAT(Run({"download", At("till.dat"), "--yes"}).out,
+                StartsWith("This will change in the device:\n  0006: Composite Keyboard, fiscal keyboard: "));
+    result = Run({"download", At("other.dat"), "--yes", "--json"});
+    EXPECT_EQ(Json::parse(result.out)["device"], "new");
+    EXPECT_EQ(Json::parse(result.out)["changes"].size(), 1U);
     result = Run({"download", At("other.dat"), "--yes", "--json"});
     EXPECT_EQ(result.exitCode, ExitCode::Done);
     const auto json = Json::parse(result.out);
@@ -98,6 +103,23 @@ TEST_F(FlashCommandsTest, ADumpIsRestoredAsItIs)
     EXPECT_EQ(Run({"restore", "--yes", BackupFolder() + "/" + files.List(BackupFolder())[1]}).exitCode,
               ExitCode::Done);
     EXPECT_FALSE(access.bench.Flash() == before);
+}
+
+TEST_F(FlashCommandsTest, WhatWasReadIsUsedThoughTheLineFailsAfterIt)
+{
+    const auto fails = [this] { access.bench.line.Terminal().AnswerNext("$9904", "E$9904 broken"); };
+    fails();
+    CliResult result = Run({"dump", "-o", At("till.mem")});
+    EXPECT_EQ(result.exitCode, ExitCode::Line);
+    EXPECT_THAT(result.err, HasSubstr("broken"));
+    EXPECT_EQ(files.Read(At("till.mem")).substr(0, 12), "'DeviceMap: ");
+
+    fails();
+    result = Run({"verify", At("other.dat"), "--json"});
+    EXPECT_EQ(result.exitCode, ExitCode::Rejected);
+    EXPECT_THAT(result.err, HasSubstr("broken"));
+    EXPECT_EQ(Json::parse(result.out)["outcome"], "different");
+    EXPECT_THAT(Json::parse(result.out)["lineFailure"], HasSubstr("broken"));
 }
 
 TEST_F(FlashCommandsTest, AnImageOfASetupNeedsNoDevice)
