@@ -210,6 +210,10 @@ inline constexpr MessageId HelpTitle{642, "Kelvora Help"};
 inline constexpr MessageId HelpBack{643, "&Back"};
 inline constexpr MessageId HelpForward{644, "&Forward"};
 inline constexpr MessageId HelpContents{645, "&Contents"};
+inline constexpr MessageId HelpSearch{994, "&Search:"};
+inline constexpr MessageId HelpSearchHint{995, "Words to look for in all pages"};
+inline constexpr MessageId HelpNotFound{996, "No page has all of these words."};
+inline constexpr MessageId HelpResults{997, "Pages that have these words"};
 inline constexpr MessageId HelpMissing{646, "The help pages of this language were not found."};
 inline constexpr MessageId AboutText{
     647, "Setup and configuration of the keyboard devices of a point-of-sale terminal"};

@@ -12,7 +12,6 @@
 #include <utility>
 
 #include "app/ShowMessage.h"
-#include "app/forms/HelpWindow.h"
 #include "app/forms/Icons.h"
 #include "layout/Connection.h"
 #include "layout/forms/frmConfig.h"
@@ -55,7 +54,8 @@ MDIForm1::MDIForm1(Program& program, const QString& configFolder, MachinePorts* 
       operation_(program, *status_, *this),
       lines_(program, machine, *this),
       memory_(configFolder),
-      setups_(*area_, program, memory_)
+      setups_(*area_, program, memory_),
+      help_(program, [this] { return ActiveSetup(); })
 {
     setObjectName(QStringLiteral("MDIForm1"));
     setWindowTitle(ToQString(ProductName));
@@ -91,7 +91,6 @@ MDIForm1::~MDIForm1()
 {
     // The area tells of each window that goes with it, when the rest is gone already.
     area_->disconnect(this);
-    delete help_;
 }
 
 void MDIForm1::ConnectFileCommands()
@@ -168,7 +167,7 @@ void MDIForm1::ConnectGeneralCommands()
         if (setups_.MayCloseAll())
             setups_.CloseAllUnasked();
     });
-    On(Command::HelpMenuGuide, [this] { ShowHelp(); });
+    On(Command::HelpMenuGuide, [this] { help_.Show(); });
     On(Command::HelpMenuAbout, [this] { ShowAbout(); });
     commands_[Command::ViewMenuToolbar].setChecked(toolbar_->isVisibleTo(this));
     commands_[Command::ViewMenuStatusBar].setChecked(status_->isVisibleTo(this));
@@ -251,7 +250,7 @@ void MDIForm1::ChangeLanguage(const std::string& language)
     if (language == program_.catalogue.Language() || !program_.ChangeLanguage(language))
         return;
     // The help is opened anew in the new language.
-    delete help_;
+    help_.Close();
     if (onLanguage)
         onLanguage();
     if (idle)
@@ -375,17 +374,6 @@ bool MDIForm1::eventFilter(QObject* watched, QEvent* event)
     painter.drawText(area_->viewport()->rect().adjusted(40, 0, -40, 0), Qt::AlignCenter | Qt::TextWordWrap,
                      ToQString(program_.catalogue.Caption(Message::EmptyMain)));
     return true;
-}
-
-void MDIForm1::ShowHelp()
-{
-    if (!help_)
-        help_ = new HelpWindow(program_.catalogue,
-                               PathToQString(HelpFolder(program_.folders, program_.catalogue.Language())));
-    help_->ShowPage(ActiveSetup() ? QStringLiteral("setup.html") : QStringLiteral("index.html"));
-    help_->show();
-    help_->raise();
-    help_->activateWindow();
 }
 
 void MDIForm1::ShowAbout()

@@ -3,13 +3,13 @@
 
 #include <QMainWindow>
 #include <QMdiArea>
-#include <QPointer>
 #include <QUndoGroup>
 #include <functional>
 #include <vector>
 
 #include "app/Program.h"
 #include "app/forms/Commands.h"
+#include "app/forms/HelpOpener.h"
 #include "app/forms/LineForms.h"
 #include "app/forms/MainMenu.h"
 #include "app/forms/MainToolbar.h"
@@ -21,7 +21,6 @@
 namespace kelvora {
 
 class frmConfig;
-class HelpWindow;
 
 class MDIForm1 final : public QMainWindow {
 public:
@@ -95,7 +94,6 @@ private:
     bool MayShutDown();
     void ShutDown();
     void EndShutdown();
-    void ShowHelp();
     void ShowAbout();
 
     Program& program_;
@@ -109,7 +107,7 @@ private:
     WindowMemory memory_;
     SetupWindows setups_;
     QUndoGroup undoGroup_;
-    QPointer<HelpWindow> help_;
+    HelpOpener help_;
     QStringList waitingFiles_;  ///< to be opened once no dialog is open
     enum class Closing { No, Waiting, Done } closing_ = Closing::No;
 };

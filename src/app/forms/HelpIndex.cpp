@@ -1,0 +1,71 @@
+#include "app/forms/HelpIndex.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTextBlock>
+#include <QTextDocument>
+#include <algorithm>
+
+namespace kelvora {
+
+HelpIndex::HelpIndex(const QString& folder)
+{
+    const QDir pages(folder);
+    for (const QString& name : pages.entryList({QStringLiteral("*.html")}, QDir::Files, QDir::Name))
+        ReadPage(pages.filePath(name));
+}
+
+void HelpIndex::ReadPage(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return;
+    QTextDocument document;
+    document.setHtml(QString::fromUtf8(file.readAll()));
+    const QString page = QFileInfo(path).fileName();
+    const QString title = document.metaInformation(QTextDocument::DocumentTitle);
+    HelpSection section{page, title, title, 0, {}};
+    const auto add = [&] {
+        if (!section.text.isEmpty())
+            sections_.append(section);
+    };
+    for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+        if (block.blockFormat().headingLevel() > 0) {
+            add();
+            section = {page, title, block.text(), block.position(), {}};
+        }
+        section.text += Folded(block.text()) + ' ';
+    }
+    add();
+}
+
+QList<const HelpSection*> HelpIndex::Find(const QString& words) const
+{
+    const QStringList wanted = Words(words);
+    const auto hasAll = [&](const QString& text) {
+        return std::ranges::all_of(wanted, [&](const QString& word) { return text.contains(word); });
+    };
+    QList<const HelpSection*> found;
+    for (const HelpSection& section : sections_)
+        if (!wanted.isEmpty() && hasAll(section.text))
+            found.append(&section);
+    std::ranges::stable_partition(
+        found, [&](const HelpSection* section) { return hasAll(Folded(section->heading)); });
+    return found;
+}
+
+QString HelpIndex::Folded(const QString& text)
+{
+    QString folded;
+    for (const QChar c : text.normalized(QString::NormalizationForm_KD))
+        if (c.category() != QChar::Mark_NonSpacing)
+            folded += c.toLower();
+    return folded;
+}
+
+QStringList HelpIndex::Words(const QString& text)
+{
+    return Folded(text).split(' ', Qt::SkipEmptyParts);
+}
+
+}  // namespace kelvora

@@ -1,0 +1,102 @@
+#include "app/forms/HelpOpener.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <algorithm>
+#include <array>
+
+#include "app/Language.h"
+#include "app/forms/HelpWindow.h"
+#include "platform/qt/Text.h"
+
+namespace kelvora {
+
+namespace {
+
+struct WindowPage {
+    const char* window;  ///< object name
+    const char* page;
+};
+
+constexpr std::array WindowPages{
+    WindowPage{"frmConfig", "setup.html"},
+    WindowPage{"frmKeyb96", "keys.html"},
+    WindowPage{"frmKeyb64", "keys.html"},
+    WindowPage{"frmKeybICCR", "keys.html"},
+    WindowPage{"frmMasterOptions", "setup.html#options"},
+    WindowPage{"frmMcrOptions", "setup.html#options"},
+    WindowPage{"frmPortSetup", "line.html#ports"},
+    WindowPage{"PortsDialog", "line.html#ports"},
+    WindowPage{"LineMonitorWindow", "line.html#monitor"},
+    WindowPage{"frmAbort", "line.html#scan"},
+    WindowPage{"ChangesDialog", "flash.html#download"},
+    WindowPage{"ComparisonDialog", "flash.html#verify"},
+    WindowPage{"BackupsDialog", "flash.html#dumps"},
+    WindowPage{"frmEeprom", "identity.html"},
+};
+
+}  // namespace
+
+QString HelpPageOf(const QWidget* widget)
+{
+    for (; widget; widget = widget->parentWidget()) {
+        const QString name = widget->objectName();
+        const auto* const found = std::ranges::find_if(
+            WindowPages, [&](const WindowPage& entry) { return name == QLatin1String(entry.window); });
+        if (found != WindowPages.end())
+            return QLatin1String(found->page);
+    }
+    return {};
+}
+
+HelpOpener::HelpOpener(const Program& program, std::function<QWidget*()> front)
+    : program_(program), front_(std::move(front))
+{
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+HelpOpener::~HelpOpener()
+{
+    Close();
+}
+
+void HelpOpener::Show()
+{
+    QWidget* const modal = QApplication::activeModalWidget();
+    QString page = HelpPageOf(modal ? modal : QApplication::focusWidget());
+    if (page.isEmpty())
+        page = HelpPageOf(front_());
+    if (page.isEmpty())
+        page = QStringLiteral("index.html");
+    // Only a window of the dialog's own can be used while the dialog is open.
+    if (help_ && help_->parentWidget() != modal)
+        Close();
+    if (!help_)
+        help_ =
+            new HelpWindow(program_.catalogue,
+                           PathToQString(HelpFolder(program_.folders, program_.catalogue.Language())), modal);
+    help_->ShowPage(page);
+    help_->show();
+    help_->raise();
+    help_->activateWindow();
+}
+
+void HelpOpener::Close()
+{
+    delete help_;
+}
+
+bool HelpOpener::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return QObject::eventFilter(watched, event);
+    const auto* const key = static_cast<QKeyEvent*>(event);
+    const bool isHelpKey = key->key() == Qt::Key_F1 && key->modifiers() == Qt::NoModifier;
+    if (!isHelpKey || !watched->isWidgetType())
+        return QObject::eventFilter(watched, event);
+    if (!help_ || static_cast<QWidget*>(watched)->window() != help_)
+        Show();
+    return true;
+}
+
+}  // namespace kelvora

@@ -1,0 +1,158 @@
+#include <QFile>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QRegularExpression>
+#include <QTextBrowser>
+#include <QTextDocument>
+
+#include "app/forms/HelpIndex.h"
+#include "app/forms/HelpOpener.h"
+#include "app/forms/HelpWindow.h"
+#include "forms/MainWindowFixture.h"
+#include "keymap/forms/frmKeyb.h"
+
+namespace kelvora {
+namespace {
+
+const QStringList HelpFolders{QStringLiteral(KELVORA_DATA "/FenhoENG"),
+                              QStringLiteral(KELVORA_DATA "/FenhoITA")};
+
+QString Content(const QString& path)
+{
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+    return QString::fromUtf8(file.readAll());
+}
+
+// "page.html#place" in a folder is a page with that place.
+bool Leads(const QString& folder, const QString& link)
+{
+    const QString path = folder + '/' + link.section('#', 0, 0);
+    if (!QFile::exists(path))
+        return false;
+    const QString place = link.section('#', 1);
+    return place.isEmpty() || Content(path).contains("id=\"" + place + '"');
+}
+
+TEST(Help, EveryLinkLeadsSomewhereAndBothLanguagesHaveTheSamePages)
+{
+    static const QRegularExpression links(QStringLiteral("href=\"([^\"]+)\""));
+    QStringList pages[2];
+    for (int language = 0; language < 2; ++language) {
+        const QString& folder = HelpFolders[language];
+        const QString index = Content(folder + "/index.html");
+        pages[language] = QDir(folder).entryList({QStringLiteral("*.html")});
+        for (const QString& page : pages[language]) {
+            EXPECT_TRUE(page == "index.html" || index.contains('"' + page)) << page.toStdString();
+            for (auto found = links.globalMatch(Content(folder + '/' + page)); found.hasNext();) {
+                const QString link = found.next().captured(1);
+                EXPECT_TRUE(Leads(folder, link)) << page.toStdString() << " -> " << link.toStdString();
+            }
+        }
+    }
+    EXPECT_EQ(pages[0], pages[1]);
+}
+
+TEST(Help, EveryWindowHasAPageOfItsOwn)
+{
+    for (const char* const window :
+         {"frmConfig", "frmKeyb96", "frmKeyb64", "frmKeybICCR", "frmMasterOptions", "frmMcrOptions",
+          "frmPortSetup", "PortsDialog", "LineMonitorWindow", "frmAbort", "ChangesDialog", "ComparisonDialog",
+          "BackupsDialog", "frmEeprom"}) {
+        QWidget form;
+        form.setObjectName(QLatin1String(window));
+        QWidget control(&form);
+        const QString page = HelpPageOf(&control);
+        for (const QString& folder : HelpFolders)
+            EXPECT_TRUE(!page.isEmpty() && Leads(folder, page)) << window << page.toStdString();
+    }
+}
+
+TEST(Help, SectionsAreFoundByAllTheirWords)
+{
+    const QTemporaryDir folder;
+    QFile file(folder.filePath("a.html"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(
+        "<html><head><title>Tills</title></head><body><p>Above.</p><h2>Types</h2><p>A key's Type</p>"
+        "<h2>Keys</h2><p>Perch\xC3\xA9 types and keys</p></body></html>");
+    file.close();
+    const HelpIndex index(folder.path());
+    const struct {
+        const char* words;
+        QStringList headings;
+    } rows[]{
+        {"key type", {"Types", "Keys"}},
+        {"KEYS", {"Keys"}},
+        {"perche", {"Keys"}},
+        {"above", {"Tills"}},
+        {"above keys", {}},
+        {"  ", {}},
+        {"types", {"Types", "Keys"}},
+    };
+    for (const auto& [words, headings] : rows) {
+        QStringList found;
+        for (const HelpSection* const section : index.Find(words))
+            found << section->heading;
+        EXPECT_EQ(found, headings) << words;
+    }
+}
+
+class HelpForm : public MainWindowFixture {
+protected:
+    HelpForm()
+    {
+        program.folders.program = KELVORA_DATA;
+        Start();
+    }
+
+    static HelpWindow* Open()
+    {
+        for (QWidget* const widget : QApplication::topLevelWidgets())
+            if (auto* const help = dynamic_cast<HelpWindow*>(widget))
+                return help;
+        return nullptr;
+    }
+
+    static QString Page() { return Open()->findChild<QTextBrowser*>()->source().fileName(); }
+};
+
+TEST_F(HelpForm, OpensAtThePageOfTheWindowEvenUnderAModalForm)
+{
+    Trigger(Command::HelpMenuGuide);
+    EXPECT_EQ(Page(), "index.html");
+    Trigger(Command::FileMenuNew);
+    Trigger(Command::HelpMenuGuide);
+    EXPECT_EQ(Page(), "setup.html");
+
+    Trigger(Command::LayoutMenuAddKBMASTER);
+    InDialog<frmKeyb>([&] { Click(StripButton::Master); },
+                      [&](frmKeyb& form) {
+                          QTest::keyClick(&form, Qt::Key_F1);
+                          EXPECT_EQ(Page(), "keys.html");
+                          EXPECT_EQ(Open()->parentWidget(), &form) << "the form would hold it up";
+                      });
+}
+
+TEST_F(HelpForm, SearchesAllPagesAndShowsThePlace)
+{
+    Trigger(Command::HelpMenuGuide);
+    auto* const search = Open()->findChild<QLineEdit*>("Search");
+    auto* const results = Open()->findChild<QListWidget*>("Results");
+    QTest::keyClicks(search, "undo");
+    ASSERT_GT(results->count(), 0);
+    EXPECT_EQ(Page(), "keys.html");
+    EXPECT_FALSE(Open()->findChild<QTextBrowser*>()->extraSelections().isEmpty());
+    QTest::keyClicks(search, " qqq");
+    EXPECT_FALSE(results->isVisible());
+    EXPECT_TRUE(Open()->findChild<QWidget*>("Count")->isVisible());
+    QApplication::setActiveWindow(Open());
+    QTest::keyClick(Open(), Qt::Key_Escape);
+    EXPECT_TRUE(search->text().isEmpty());
+    EXPECT_TRUE(Open()->isVisible());
+    QTest::keyClick(Open(), Qt::Key_Escape);
+    EXPECT_FALSE(Open() && Open()->isVisible());
+}
+
+}  // namespace
+}  // namespace kelvora
