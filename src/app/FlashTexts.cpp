@@ -6,6 +6,7 @@
 
 #include "keymap/Models.h"
 #include "platform/HexText.h"
+#include "setup/DeviceCode.h"
 #include "setup/Options.h"
 
 namespace kelvora {
@@ -135,11 +136,29 @@ std::string ValueText(const MessageCatalogue& catalogue, SetupDifference::What w
     }
 }
 
+// What a code says beside the kind of module.
+std::string CodeMeaning(const MessageCatalogue& catalogue, std::uint8_t code)
+{
+    switch (code) {
+        case DeviceCode::MCR12:
+            return "1,2";
+        case DeviceCode::MCR23:
+            return "2,3";
+        case DeviceCode::MCR123:
+            return "1,2,3";
+        case DeviceCode::BacklightOn:
+        case DeviceCode::BacklightOff:
+            return YesOrNo(catalogue, code == DeviceCode::BacklightOn);
+        default:
+            return std::to_string(code);
+    }
+}
+
 std::string ModuleOfCode(const MessageCatalogue& catalogue, std::uint8_t code)
 {
-    const std::string name = ModuleCaption(catalogue, KindOf(code));
-    return code == 0 ? catalogue.Caption(Message::OptionNone)
-                     : Heading(catalogue, KindOf(code), " ") + std::to_string(code);
+    return code == DeviceCode::NotInUse
+               ? catalogue.Caption(Message::OptionNone)
+               : Heading(catalogue, KindOf(code), " ") + CodeMeaning(catalogue, code);
 }
 
 std::string ValueText(const MessageCatalogue& catalogue, ImageDifference::What what, char value)

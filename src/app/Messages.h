@@ -491,15 +491,20 @@ inline constexpr MessageId EepromCopyNextAddress{834, "a higher address than in 
 inline constexpr MessageId TransferOld{920, "The device was not changed. It holds what it held before."};
 inline constexpr MessageId TransferSame{921, "The device holds this image already. Nothing was written."};
 inline constexpr MessageId TransferNew{922, "The download is done. The device holds the new image."};
+inline constexpr MessageId RestoreNew{998, "The dump is restored. The device holds it as it is."};
 inline constexpr MessageId TransferUnknown{
     923,
     "It is not known whether the device took the new image. Check the line, then run Verify to find out."};
+inline constexpr MessageId RestoreUnknown{
+    884,
+    "It is not known whether the device took the dump. Check the line, then restore it again: that tells."};
+inline constexpr MessageId TransferForeign{882, "Nothing was written to the device."};
 
 // Why a download ended there.
 inline constexpr MessageId TransferStopped{924, "The work was stopped."};
-inline constexpr MessageId TransferNotKept{925,
-                                           "The backup of the device's image could not be written. Nothing "
-                                           "is sent without it. Make room, then try again."};
+inline constexpr MessageId TransferNotKept{
+    925,
+    "The backup of the device's image cannot be written; nothing is sent without it. Check folder and disk."};
 inline constexpr MessageId TransferDeviceChanged{
     926, "The device's flash memory changed while you were asked. Look at the changes anew, then decide."};
 inline constexpr MessageId TransferFailedAfter{927,
@@ -527,6 +532,7 @@ inline constexpr MessageId AskUnheld{938, "The device cannot hold this; it is le
 inline constexpr MessageId VerifyChanges{939, "What differs, from the setup to the device:"};
 inline constexpr MessageId MoreChanges{940, "More differences: "};
 inline constexpr MessageId DownloadStatus{941, "Downloading to COM"};
+inline constexpr MessageId RestoreStatus{999, "Restoring to COM"};
 inline constexpr MessageId VerifyStatus{942, "Verifying COM"};
 
 // The regions of the flash; in the order of FlashRegions, then what is outside of them.
@@ -557,6 +563,7 @@ inline constexpr MessageId BackupDate{986, "Date"};
 inline constexpr MessageId BackupModules{987, "Modules"};
 inline constexpr MessageId BackupState{988, "State"};
 inline constexpr MessageId BackupWhole{989, "whole"};
+inline constexpr MessageId BackupNoModules{717, "names no modules; it cannot be restored"};
 inline constexpr MessageId BackupsNone{
     990, "There are no backups yet. Each download first keeps what the keyboard holds."};
 inline constexpr MessageId BackupFolder{991, "Folder: "};

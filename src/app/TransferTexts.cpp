@@ -17,15 +17,18 @@ using State = TransferResult::State;
 constexpr std::string_view LineEnd = "\r\n";
 
 struct StateText {
-    MessageId message;
+    MessageId ofDownload;
+    MessageId ofRestore;
     BoxIcon icon;
 };
 
 // In the order of TransferResult::State.
-constexpr std::array StateTexts{StateText{Message::TransferOld, BoxIcon::Exclamation},
-                                StateText{Message::TransferSame, BoxIcon::Information},
-                                StateText{Message::TransferNew, BoxIcon::Information},
-                                StateText{Message::TransferUnknown, BoxIcon::Critical}};
+constexpr std::array StateTexts{
+    StateText{Message::TransferOld, Message::TransferOld, BoxIcon::Exclamation},
+    StateText{Message::TransferSame, Message::TransferSame, BoxIcon::Information},
+    StateText{Message::TransferNew, Message::RestoreNew, BoxIcon::Information},
+    StateText{Message::TransferUnknown, Message::RestoreUnknown, BoxIcon::Critical},
+    StateText{Message::TransferForeign, Message::TransferForeign, BoxIcon::Exclamation}};
 static_assert(StateTexts.size() == static_cast<std::size_t>(State::Last) + 1);
 
 // The regions' names in their order, then the one of what is outside of them.
@@ -92,7 +95,8 @@ OutcomeText DescribeTransfer(const MessageCatalogue& catalogue, const LineTarget
                              const TransferResult& result)
 {
     const StateText& state = StateTexts.at(static_cast<std::size_t>(result.state));
-    OutcomeText outcome{catalogue.Caption(state.message), ReasonText(catalogue, target, result), state.icon};
+    OutcomeText outcome{catalogue.Caption(result.isRestore ? state.ofRestore : state.ofDownload),
+                        ReasonText(catalogue, target, result), state.icon};
     if (result.state == State::Old && IsUsersOwnEnd(result))
         outcome.icon = BoxIcon::Information;
     if (result.state == State::New && !result.line.IsDone())

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <optional>
+#include <sstream>
 #include <vector>
 
 #include "app/FlashTexts.h"
@@ -21,18 +22,19 @@ namespace {
 
 using Reason = TransferResult::Reason;
 
-std::optional<WantedContent> ReadWanted(const DownloadRequest& request, Console& console)
+// Nothing, after a line that says why, when the file is not one of its kind.
+std::optional<WantedContent> ReadWanted(const DownloadRequest& request, std::ostream& err)
 {
     if (!request.isDump) {
-        auto document = AcceptedSetup(request.file, console.err);
+        auto document = AcceptedSetup(request.file, err);
         return document ? std::optional<WantedContent>(*std::move(document)) : std::nullopt;
     }
     try {
         return ReadDump(PosixFiles().Read(request.file));
     } catch (const FileError& error) {
-        console.err << FailureLine(request.file, error.what());
+        err << FailureLine(request.file, error.what());
     } catch (const DumpError& error) {
-        console.err << FailureLine(request.file, OneLineText(Describe(MessageCatalogue(), error)));
+        err << FailureLine(request.file, OneLineText(Describe(MessageCatalogue(), error)));
     }
     return std::nullopt;
 }
@@ -60,7 +62,7 @@ std::string Question(const DownloadRequest& request, const TransferPlan& plan, c
     const MessageCatalogue english;
     std::string text = Changes(plan);
     text += english.Word(Message::TransferBackup) + Utf8FromPath(backup) + "\n";
-    return text + PortName(request.line.port) + ": " +
+    return text + PortName(request.line.port) + ": " + Utf8FromPath(request.file) + ": " +
            english.Caption(request.isDump ? Message::AskRestore : Message::AskDownload);
 }
 
@@ -109,9 +111,10 @@ int RunDownload(const DownloadRequest& request, Console& console, LineAccess& ac
         console.err << DiagnosticLine("there is no terminal to ask on; --yes writes without asking");
         return ExitCode::Usage;
     }
-    const auto wanted = ReadWanted(request, console);
+    std::ostringstream why;
+    const auto wanted = ReadWanted(request, why);
     if (!wanted)
-        return ExitCode::Rejected;
+        return RefuseFile(request.line, request.file, why.str(), console);
     const TransferResult result = RunTransfer(request, *wanted, console, access);
     const OutcomeText outcome = DescribeTransfer(MessageCatalogue(), request.line.Target(), result);
     const std::string text = OneLineText(outcome.text + "\n" + outcome.extra);
@@ -137,7 +140,8 @@ void AddCommand(CLI::App* command, const std::string& fileHelp, bool isDump, Con
     command->add_flag("-y,--yes", request->yes, "Write without asking");
     command->footer(
         "What will change is shown first, and what the device holds is kept as a backup. The device changes\n"
-        "in one step at the end: whatever happens, it holds its old content or the new one.");
+        "in one step at the end: whatever happens, it holds its old content or the new one.\n\n" +
+        std::string(LineExitCodes));
     command->callback(
         [request, &console, &access, &exitCode] { exitCode = RunDownload(*request, console, access); });
 }

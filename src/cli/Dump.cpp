@@ -23,8 +23,11 @@ int Dump(const DumpRequest& request, Console& console, LineAccess& access)
     if (!read.IsDone())
         console.err << DiagnosticLine(LineFailureText(target, read));
     // An image that came is whole, whatever happened after it.
-    if (read.image.empty())
+    if (read.image.empty()) {
+        if (request.line.json)
+            Emit(console, DumpJson(target, read, {}));
         return ExitCode::Line;
+    }
     const FlashImage image = ImageFrom(read.image).value();
     const std::string title = BackupTitle({target.line, Backups::LocalTime()});
     const std::string dump = FormatDeviceMapDump({title, read.deviceMap}) + FormatDump(0, image);

@@ -16,7 +16,7 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 constexpr std::array OutcomeNames{"unread", "unbuilt", "different", "same"};
-constexpr std::array StateNames{"old", "same", "new", "unknown"};
+constexpr std::array StateNames{"old", "same", "new", "unknown", "foreign"};
 constexpr std::array ReasonNames{"done", "line", "refused", "backup", "declined", "changed"};
 static_assert(OutcomeNames.size() == static_cast<std::size_t>(VerifyResult::Outcome::Last) + 1);
 static_assert(StateNames.size() == static_cast<std::size_t>(TransferResult::State::Last) + 1);
@@ -89,8 +89,17 @@ std::string DumpJson(const LineTarget& target, const LineResult& read, const std
     object["deviceMap"] = Json::array();
     for (const char code : read.deviceMap)
         object["deviceMap"].push_back(static_cast<unsigned char>(code));
-    object["crc32"] = HexText(Crc32(read.image), 8);
+    object["crc32"] = read.image.empty() ? Json() : Json(HexText(Crc32(read.image), 8));
     object["lineFailure"] = FailureOf(target, read);
+    return object.dump() + "\n";
+}
+
+std::string UnreadJson(int port, const std::string& file, const std::string& error)
+{
+    Json object;
+    object["port"] = PortName(port);
+    object["file"] = FileOrNull(file);
+    object["error"] = error;
     return object.dump() + "\n";
 }
 

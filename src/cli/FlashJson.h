@@ -8,14 +8,17 @@
 namespace kelvora {
 
 /// port, file, outcome ("same", "different", "unread", "unbuilt"), message, firstDifference (four hexadecimal
-/// digits or null), differences.
+/// digits or null), differences, lineFailure (null, or why the line failed).
 std::string VerifyJson(const LineTarget& target, const std::string& file, const VerifyResult& result);
 
-/// port, file, device ("old", "same", "new", "unknown": what it holds), reason ("done", "line", "refused",
-/// "backup", "declined", "changed"), message, backup (path or null).
+/// port, file, device ("old", "same", "new", "unknown", "foreign": what it holds), reason ("done", "line",
+/// "refused", "backup", "declined", "changed"), message, changes, unheld, backup (path or null), lineFailure.
 std::string TransferJson(const LineTarget& target, const std::string& file, const TransferResult& result);
 
-/// port, file (null without one), deviceMap, crc32.
+/// port, file (null without one), deviceMap, crc32 (null when no image came), lineFailure.
 std::string DumpJson(const LineTarget& target, const LineResult& read, const std::string& file);
+
+/// port, file (null without one), error: of a command that came to nothing, before its line or on it.
+std::string UnreadJson(int port, const std::string& file, const std::string& error);
 
 }  // namespace kelvora

@@ -1,6 +1,7 @@
 #include "cli/LineReport.h"
 
 #include "app/LineErrorText.h"
+#include "cli/FlashJson.h"
 #include "platform/Encoding.h"
 
 namespace kelvora {
@@ -10,20 +11,39 @@ std::string PortName(int port)
     return "COM" + std::to_string(port);
 }
 
-std::string OneLineText(std::string_view text)
+namespace {
+
+std::string Parted(std::string line)
 {
     constexpr std::string_view Marks = ".:;,!?";
+    line.erase(line.find_last_not_of(' ') + 1);
+    const bool isMarked = line.empty() || Marks.find(line.back()) != std::string_view::npos;
+    return line + (isMarked ? " " : "; ");
+}
+
+}  // namespace
+
+std::string OneLineText(std::string_view text)
+{
     std::string line;
     bool parts = false;
     for (const char c : text) {
         const bool ends = c == '\r' || c == '\n';
         if (!ends && parts)
-            line += Marks.find(line.back()) == std::string_view::npos ? "; " : " ";
+            line = Parted(std::move(line));
         if (!ends)
             line += c;
         parts = ends && !line.empty();
     }
     return Utf8FromText(line);
+}
+
+int RefuseFile(const LineOptions& options, const std::string& file, const std::string& why, Console& console)
+{
+    console.err << why;
+    if (options.json)
+        Emit(console, UnreadJson(options.port, file, why.substr(0, why.find_last_not_of('\n') + 1)));
+    return ExitCode::Rejected;
 }
 
 std::string LineMessageText(const MessageId& message, std::string_view extra)

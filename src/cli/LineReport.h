@@ -5,6 +5,8 @@
 #include <string_view>
 
 #include "app/Messages.h"
+#include "cli/Console.h"
+#include "cli/LineAccess.h"
 #include "comms/LineDrivers.h"
 
 namespace kelvora {
@@ -17,6 +19,14 @@ std::string OneLineText(std::string_view text);
 
 /// A message of the windows, with the lines below it, as one line of UTF-8.
 std::string LineMessageText(const MessageId& message, std::string_view extra);
+
+/// Tells that a command's file is not of its kind, `why` being the line that says so.
+int RefuseFile(const LineOptions& options, const std::string& file, const std::string& why, Console& console);
+
+/// What the exit codes of the commands that compare or write mean.
+inline constexpr std::string_view LineExitCodes =
+    "Exit code: 0 done; 1 the file was rejected, or is not what the device holds or is for; 2 wrong usage;\n"
+    "3 the devices or their line failed, or the work was stopped.";
 
 /// Why the work on a line is not done, as one line of UTF-8.
 std::string LineFailureText(const LineTarget& target, const LineResult& result);

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "app/TextFiles.h"
+#include "cli/FlashJson.h"
 #include "cli/LineReport.h"
 #include "cli/LineRun.h"
 #include "cli/SetupJson.h"
@@ -22,17 +23,27 @@ ScanOutcome RunScan(const ScanRequest& request, Console& console, LineAccess& ac
     return ScanLine(run.comms, request.line.Target(), ConnectionMode::Pos, run.hooks, MessageCatalogue());
 }
 
+// What a map without its keys would need is for a window, which shows it all the same.
+int ReportFailure(const ScanRequest& request, const ScanOutcome& scan, Console& console)
+{
+    std::string why = "stopped";
+    if (scan.outcome != LineOutcome::Stopped && !scan.messages.empty())
+        why = LineMessageText(scan.messages.front().message, scan.messages.front().extra);
+    console.err << DiagnosticLine(why);
+    if (request.line.json)
+        Emit(console, UnreadJson(request.line.port, {}, why));
+    return ExitCode::Line;
+}
+
 }  // namespace
 
 int Scan(const ScanRequest& request, Console& console, LineAccess& access)
 {
     const ScanOutcome scan = RunScan(request, console, access);
+    if (scan.outcome != LineOutcome::Done || scan.document.DeviceMap.empty())
+        return ReportFailure(request, scan, console);
     for (const LaterMessage& message : scan.messages)
         console.err << DiagnosticLine(LineMessageText(message.message, message.extra));
-    if (scan.outcome == LineOutcome::Stopped)
-        console.err << DiagnosticLine("stopped");
-    if (scan.outcome != LineOutcome::Done || scan.document.DeviceMap.empty())
-        return ExitCode::Line;
     const std::string port = PortName(request.line.port);
     if (!request.output.empty()) {
         try {

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <sstream>
 
 #include "app/TransferTexts.h"
 #include "cli/FlashJson.h"
@@ -52,9 +53,10 @@ void Report(const VerifyRequest& request, const VerifyResult& result, Console& c
 
 int VerifyFile(const VerifyRequest& request, Console& console, LineAccess& access)
 {
-    const auto document = AcceptedSetup(request.file, console.err);
+    std::ostringstream why;
+    const auto document = AcceptedSetup(request.file, why);
     if (!document)
-        return ExitCode::Rejected;
+        return RefuseFile(request.line, request.file, why.str(), console);
     const VerifyResult result = [&] {
         LineRun run(request.line, console, access);
         return Verify(run.comms, request.line.Target(), run.hooks, *document, nullptr);
@@ -70,7 +72,10 @@ void AddVerifyCommand(CLI::App& app, Console& console, LineAccess& access, int& 
     AddLineOptions(*command, request->line);
     command->add_option("FILE", request->file, "Setup file")->type_name("")->required();
     command->footer(
-        "What a setup does not say is not compared. Each difference is told from the file to the device.");
+        "Modules, options and keys are compared, from the file to the device. What the keys send is not in "
+        "a\n"
+        "setup file and is left out.\n\n" +
+        std::string(LineExitCodes));
     command->callback(
         [request, &console, &access, &exitCode] { exitCode = VerifyFile(*request, console, access); });
 }

@@ -135,6 +135,7 @@ bool Transfer::IsStillHeld(LineWork& work)
     if (AskFlashCrc(work) == Crc32(TextOf(result_.plan->held)))
         return true;
     result_.image.reset();
+    result_.state = State::Foreign;
     return End(Reason::DeviceChanged);
 }
 
@@ -221,6 +222,7 @@ void Transfer::AskOnReopenedPort()
 
 TransferResult Transfer::Run()
 {
+    result_.isRestore = std::holds_alternative<FlashDump>(wanted_);
     if (IsForALine() && Read() && Plan() && KeepAndAsk())
         Write();
     return std::move(result_);

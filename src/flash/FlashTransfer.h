@@ -34,7 +34,8 @@ struct TransferResult {
         Same,     ///< the wanted image, which it held before; nothing was written
         New,      ///< the wanted image
         Unknown,  ///< one of the two: the commit was sent, and the device does not say what came of it
-        Last = Unknown,
+        Foreign,  ///< what somebody else wrote while the user was asked; nothing was written here
+        Last = Foreign,
     };
     /// Why the work ended there.
     enum class Reason {
@@ -47,6 +48,7 @@ struct TransferResult {
         Last = DeviceChanged,
     };
 
+    bool isRestore = false;  ///< of a dump as it is
     State state = State::Old;
     Reason reason = Reason::Done;
     /// Of the last part of the work. It may also tell of a failure after the commit: the state is New then,

@@ -47,7 +47,7 @@ std::optional<std::size_t> AddressIn(std::string_view text)
     return upper && low ? std::optional(*upper * 256 + *low) : std::nullopt;
 }
 
-// The bytes of at least two pairs of digits, parted by blanks; empty for another text.
+// The bytes of pairs of digits, parted by blanks; empty for another text.
 std::string PairsIn(std::string_view text)
 {
     std::string bytes;
@@ -59,7 +59,7 @@ std::string PairsIn(std::string_view text)
         bytes += static_cast<char>(*byte);
         text = Trimmed(text.substr(pair.size()));
     }
-    return bytes.size() > 1 ? bytes : std::string();
+    return bytes;
 }
 
 bool Matches(std::string_view image, const ImageQuery& query, std::size_t at)
@@ -81,8 +81,8 @@ std::optional<ImageQuery> ParseImageQuery(std::string_view text)
     const std::string_view wanted = Trimmed(text);
     if (wanted.empty())
         return std::nullopt;
-    if (const auto address = AddressIn(wanted))
-        return *address < FlashSize ? std::optional(ImageQuery{*address, {}}) : std::nullopt;
+    if (const auto address = AddressIn(wanted); address && *address < FlashSize)
+        return ImageQuery{*address, {}};
     if (std::string bytes = PairsIn(wanted); !bytes.empty())
         return ImageQuery{{}, std::move(bytes)};
     return ImageQuery{{}, std::string(wanted), true};

@@ -29,8 +29,8 @@ struct ImageQuery {
 };
 
 /// What a typed text asks for: four hexadecimal digits ("01A0") or a dump line's beginning ("0001:A0") an
-/// address, two or more pairs of digits ("12 0A") these bytes, all else its characters. Nothing for a text
-/// of blanks, and for an address past the end.
+/// address where the image has it, pairs of digits ("4A", "12 0A") these bytes, all else its characters.
+/// Nothing for a text of blanks.
 std::optional<ImageQuery> ParseImageQuery(std::string_view text);
 
 /// Where that is found first from `from` on, going on at address 0 after the last one; nothing when neither

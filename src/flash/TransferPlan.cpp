@@ -65,7 +65,8 @@ std::optional<TakenSetup> SetupOf(const FlashImage& image, const std::string& li
 // Whether a difference of the images is the one of the setups.
 bool Says(const ImageDifference& image, const SetupDifference& setup)
 {
-    if (image.kind != setup.kind || image.before == image.after)
+    const bool isModule = image.what == ImageDifference::What::Module;
+    if ((image.kind != setup.kind && !isModule) || image.before == image.after)
         return false;
     switch (image.what) {
         case ImageDifference::What::Fiscal:
@@ -76,7 +77,13 @@ bool Says(const ImageDifference& image, const SetupDifference& setup)
             return setup.what == SetupDifference::What::Separator && image.number == setup.position;
         case ImageDifference::What::Key:
             return setup.what == SetupDifference::What::Key && image.number == setup.numberAfter;
-        case ImageDifference::What::Module:
+        case ImageDifference::What::Module: {
+            // Tracks and backlight are in the device code.
+            const bool isOption =
+                setup.what == SetupDifference::What::Tracks || setup.what == SetupDifference::What::Backlight;
+            const ModuleKind kind = KindOf(static_cast<std::uint8_t>(image.after));
+            return isOption && kind == setup.kind && kind == KindOf(static_cast<std::uint8_t>(image.before));
+        }
         case ImageDifference::What::Bytes:
             break;
     }

@@ -70,7 +70,7 @@ TEST(FlashTexts, OfImageDifferences)
                "0006: Composite Keyboard, fiscal keyboard: yes -> no");
     ExpectText(row(What::Autoread, 131, 131, MCR, 2, '1', '1'), "0083: MCR, auto-read: yes, other bits");
     ExpectText(row(What::Module, 130, 130, None, 2, '\x17', 0),
-               "0082: Module at position 2: Backlight 23 -> none");
+               "0082: Module at position 2: Backlight yes -> none");
     ExpectText(row(What::Key, 256, 257, KM096, 7, ' ', '4'),
                "0100-0101: Composite Keyboard, Key 7: erased -> quadruple key");
     ExpectText(row(What::Key, 256, 257, KM096, 7, '1', '1'),

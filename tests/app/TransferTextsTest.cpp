@@ -24,31 +24,43 @@ TEST(TransferTexts, TellWhatTheDeviceHoldsAndWhy)
     const struct {
         State state;
         Reason reason;
+        bool isRestore;
         LineResult line;
         BoxIcon icon;
         const char* text;
         const char* extra;
     } cases[]{
-        {State::New, Reason::Done, done, BoxIcon::Information, "The download is done.",
+        {State::New, Reason::Done, false, done, BoxIcon::Information, "The download is done.",
          "kept in:\r\n/backups/a.mem"},
-        {State::Same, Reason::Done, done, BoxIcon::Information, "holds this image already", ""},
-        {State::Old, Reason::Declined, done, BoxIcon::Information, "was not changed", ""},
-        {State::Old, Reason::Line, stopped, BoxIcon::Information, "was not changed", "The work was stopped."},
-        {State::Old, Reason::Line, dead, BoxIcon::Exclamation, "was not changed",
+        {State::New, Reason::Done, true, done, BoxIcon::Information, "The dump is restored.", "kept in:"},
+        {State::Same, Reason::Done, false, done, BoxIcon::Information, "holds this image already", ""},
+        {State::Old, Reason::Declined, false, done, BoxIcon::Information, "was not changed", ""},
+        {State::Old, Reason::Line, false, stopped, BoxIcon::Information, "was not changed",
+         "The work was stopped."},
+        {State::Old, Reason::Line, false, dead, BoxIcon::Exclamation, "was not changed",
          "does not answer. Check that it is on, its cable, the port and the speed.\r\nCOM1: "
          "9600,n,8,1\r\n0FB3"},
-        {State::Unknown, Reason::Line, dead, BoxIcon::Critical, "It is not known", "does not answer"},
-        {State::New, Reason::Line, dead, BoxIcon::Exclamation, "The download is done.",
+        {State::Unknown, Reason::Line, false, dead, BoxIcon::Critical, "run Verify", "does not answer"},
+        {State::Unknown, Reason::Line, true, dead, BoxIcon::Critical, "restore it again", "does not answer"},
+        {State::New, Reason::Line, false, dead, BoxIcon::Exclamation, "The download is done.",
          "What failed came after it:\r\nThe terminal does not answer"},
-        {State::Old, Reason::NotKept, done, BoxIcon::Exclamation, "was not changed",
+        {State::Old, Reason::NotKept, false, done, BoxIcon::Exclamation, "was not changed",
          "\r\n/backups/a.mem: No space left on device"},
-        {State::Old, Reason::DeviceChanged, done, BoxIcon::Exclamation, "was not changed", "changed while"},
-        {State::Old, Reason::Refused, done, BoxIcon::Exclamation, "was not changed",
+        {State::Foreign, Reason::DeviceChanged, false, done, BoxIcon::Exclamation, "Nothing was written",
+         "changed while"},
+        {State::Old, Reason::Refused, false, done, BoxIcon::Exclamation, "was not changed",
          "On the line: Slave Keyboard, 85\r\nWanted there: Composite Keyboard, MCR"},
     };
     for (const auto& row : cases) {
-        const TransferResult result{
-            row.state, row.reason, row.line, other, {}, "/backups/a.mem", "No space left on device", {}};
+        const TransferResult result{row.isRestore,
+                                    row.state,
+                                    row.reason,
+                                    row.line,
+                                    other,
+                                    {},
+                                    "/backups/a.mem",
+                                    "No space left on device",
+                                    {}};
         const OutcomeText outcome = DescribeTransfer(MessageCatalogue(), Target, result);
         EXPECT_THAT(outcome.text, HasSubstr(row.text));
         EXPECT_THAT(outcome.extra, HasSubstr(row.extra));

@@ -162,6 +162,14 @@ TEST_F(FlashCommandsTest, EveryFailureHasItsExitCodeAndLeavesTheDevice)
         EXPECT_THAT(result.err, HasSubstr(row.says));
         EXPECT_EQ(result.out, "") << row.says;
     }
+    // A script always gets an object.
+    for (const std::vector<std::string>& command :
+         {std::vector<std::string>{"download", "--yes", "--json", broken},
+          {"verify", "--json", broken},
+          {"restore", "--yes", "--json", broken},
+          {"dump", "--json", "--port", "2"},
+          {"scan", "--json", "--port", "2"}})
+        EXPECT_TRUE(Json::accept(Run(command).out)) << command[0];
     // Where no backup can be kept nothing is written.
     access.data = At("till.dat");
     EXPECT_EQ(Run({"download", "--yes", At("other.dat")}).exitCode, ExitCode::Rejected);

@@ -142,7 +142,7 @@ TEST(FlashTransfer, EveryEndIsTold)
          },
          State::Old, Reason::Line, true},
         {"another CRC after the question",
-         [](TransferLine& line) { answers(line, "0F02", "M0F02!0(00000000"); }, State::Old,
+         [](TransferLine& line) { answers(line, "0F02", "M0F02!0(00000000"); }, State::Foreign,
          Reason::DeviceChanged, true},
         {"a block is refused", [](TransferLine& line) { answers(line, "0FB1", "M0FB1!2"); }, State::Old,
          Reason::Line, true},

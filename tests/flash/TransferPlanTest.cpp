@@ -76,6 +76,16 @@ TEST(TransferPlan, SaysOnceWhatChanges)
     EXPECT_EQ(moved.setupChanges[1].what, What::Key);
     EXPECT_EQ(moved.setupChanges[1].numberAfter, 1);
 
+    // Tracks are in a device code, which the image has.
+    SetupDocument tracks = held;
+    Module(tracks, ModuleKind::MCR).Options.replace(0, 5, "1,2  ");
+    Module(tracks, ModuleKind::MCR).DeviceCode = 1;
+    tracks.DeviceMap = "\xBF\x01";
+    const TransferPlan fewer = PlanTransfer(tracks, "\xBF\x03", image);
+    EXPECT_TRUE(fewer.setupChanges.empty());
+    ASSERT_EQ(fewer.imageChanges.size(), 1U);
+    EXPECT_EQ(fewer.imageChanges[0].what, ImageDifference::What::Module);
+
     // Keys that were never written have no type that would change.
     const TransferPlan first = PlanTransfer(wanted, "\x03\xBF", Filled(0xFF));
     for (const SetupDifference& change : first.setupChanges)

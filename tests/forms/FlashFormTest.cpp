@@ -251,9 +251,15 @@ TEST_F(FlashForm, ABackupIsComparedAndRestored)
     // The list closes first; the question comes when the line has been read.
     InDialog<BackupsDialog>([&] { Trigger(Command::ToolsMenuFlashBackups); },
                             [&](BackupsDialog& dialog) { Press(dialog, "Restore"); });
-    InDialog<ChangesDialog>([&] { loop.Pass(std::chrono::milliseconds(0)); },
-                            [&](ChangesDialog& dialog) { PressText(dialog, "&Yes"); });
+    InDialog<ChangesDialog>(
+        [&] { loop.Pass(std::chrono::milliseconds(0)); },
+        [&](ChangesDialog& dialog) {
+            // The question says which backup is meant.
+            EXPECT_TRUE(dialog.findChild<QLabel*>("Question")->text().contains("\nCOM1, 20"));
+            PressText(dialog, "&Yes");
+        });
     EXPECT_EQ(Flash(), fresh);
+    EXPECT_TRUE(LastBody().starts_with("The dump is restored.")) << LastBody();
 }
 
 TEST_F(FlashForm, ADumpIsRestoredAsItIsAndADamagedOneRefused)
@@ -313,6 +319,11 @@ TEST_F(FlashForm, TheComparisonGoesFromOneDifferenceToTheNextAndFinds)
     EXPECT_EQ(row(), 0x23);
     EXPECT_EQ(look("No such text here"), "Neither image has this.");
     EXPECT_EQ(row(), 0x23);
+    // From the place that was found, not from the row of the list.
+    QTest::keyClick(&form, Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(row(), 0x1A);
+    QTest::keyClick(&form, Qt::Key_F3);
+    EXPECT_EQ(row(), 0x1FF);
 
     dialogs.choices.push_back({Path("both"), Path(""), 1});
     Press(form, "SaveAs");

@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 #include <utility>
@@ -86,7 +87,7 @@ void BackupsDialog::Arrange()
     layout->addWidget(list_, 1);
     layout->addWidget(info_);
     layout->addLayout(across);
-    resize(InitialSize);
+    resize(InitialSize.boundedTo(screen()->availableSize() * 9 / 10));
 }
 
 void BackupsDialog::Fill()
@@ -110,14 +111,11 @@ void BackupsDialog::Fill()
     }
     for (int column = 0; column < State; ++column)
         list_->resizeColumnToContents(column);
-    const std::string folder =
-        program_.catalogue.Word(Message::BackupFolder) + TextFromPath(backups_.Folder());
+    folderText_ = ToQString(program_.catalogue.Word(Message::BackupFolder) + TextFromPath(backups_.Folder()));
     if (!problem.empty())
-        info_->setText(ToQString(problem));
+        folderText_ = ToQString(problem);
     else if (entries_.empty())
-        info_->setText(ToQString(program_.catalogue.Caption(Message::BackupsNone) + "\n" + folder));
-    else
-        info_->setText(ToQString(folder));
+        folderText_.prepend(ToQString(program_.catalogue.Caption(Message::BackupsNone)) + '\n');
     list_->setCurrentItem(list_->topLevelItem(0));
     ShowSelection();
 }
@@ -127,8 +125,8 @@ QString BackupsDialog::StateOf(const BackupEntry& entry) const
     if (!entry.readError.empty())
         return ToQString(entry.readError);
     if (entry.IsWhole())
-        return ToQString(program_.catalogue.Caption(entry.IsForALine() ? Message::BackupWhole
-                                                                       : Message::TransferNoModules));
+        return ToQString(
+            program_.catalogue.Caption(entry.IsForALine() ? Message::BackupWhole : Message::BackupNoModules));
     return ToQString(Describe(program_.catalogue, *entry.damage)).replace(QStringLiteral("\r\n"), " ");
 }
 
@@ -146,6 +144,8 @@ const BackupEntry* BackupsDialog::Selected() const
 void BackupsDialog::ShowSelection()
 {
     const BackupEntry* const entry = Selected();
+    // The column may be too narrow for what is wrong.
+    info_->setText(entry && !entry->IsForALine() ? StateOf(*entry) + '\n' + folderText_ : folderText_);
     restore_->setEnabled(entry && entry->IsForALine() && target_.canRestore);
     compare_->setEnabled(entry && entry->IsWhole() && target_.image);
     compare_->setToolTip(target_.image ? QString()
@@ -174,8 +174,10 @@ std::optional<FlashDump> BackupsDialog::ReadSelected()
 void BackupsDialog::Restore()
 {
     chosen_ = ReadSelected();
-    if (chosen_)
-        accept();
+    if (!chosen_)
+        return;
+    chosenName_ = Name(*Selected());
+    accept();
 }
 
 void BackupsDialog::Compare()

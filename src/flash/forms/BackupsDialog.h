@@ -30,6 +30,8 @@ public:
 
     /// What was chosen.
     const std::optional<FlashDump>& Chosen() const { return chosen_; }
+    /// What people know it by: port and date, or its file's name.
+    const std::string& ChosenName() const { return chosenName_; }
 
 private:
     QPushButton* AddButton(const char* name, const MessageId& caption);
@@ -49,6 +51,8 @@ private:
     BackupTarget target_;
     std::vector<BackupEntry> entries_;
     std::optional<FlashDump> chosen_;
+    std::string chosenName_;
+    QString folderText_;
     QTreeWidget* list_;
     QLabel* info_;
     QPushButton* restore_;

@@ -1,6 +1,7 @@
 #include "flash/forms/ComparisonDialog.h"
 
 #include <QAction>
+#include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -110,11 +111,15 @@ void ComparisonDialog::Arrange()
     split->setStretchFactor(0, 3);
     split->setStretchFactor(1, 1);
     split->setChildrenCollapsible(false);
+    auto* const closing = new QDialogButtonBox(QDialogButtonBox::Close, this);
+    closing->button(QDialogButtonBox::Close)->setAutoDefault(false);
+    connect(closing, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* const across = new QHBoxLayout;
     across->addWidget(previous_);
     across->addWidget(next_);
     across->addStretch(1);
     across->addWidget(save_);
+    across->addWidget(closing);
     auto* const layout = new QVBoxLayout(this);
     layout->addLayout(above);
     layout->addWidget(split, 1);
@@ -159,8 +164,17 @@ void ComparisonDialog::ListDifferences()
 // Round and round: the last difference is before the first one.
 void ComparisonDialog::Step(int by)
 {
-    if (const int count = list_->count(); count > 0)
-        list_->setCurrentRow((list_->currentRow() + by + count) % count);
+    // From where the user is, which a search may have changed; past the last one comes the first.
+    const auto& all = images_.differences;
+    if (all.empty())
+        return;
+    const auto isBefore = [](std::size_t place) {
+        return [place](const ImageDifference& difference) { return difference.first < place; };
+    };
+    const std::size_t place = by > 0 ? table_->SearchStart() : table_->Place();
+    const auto passed = std::ranges::partition_point(all, isBefore(place)) - all.begin();
+    const auto count = static_cast<std::ptrdiff_t>(all.size());
+    list_->setCurrentRow(static_cast<int>((by > 0 ? passed : passed - 1 + count) % count));
     ShowDifference();
 }
 

@@ -208,10 +208,20 @@ void ImageTable::ShowBytes(std::size_t first, std::size_t last)
     scrollTo(images->index(row, Address), PositionAtCenter);
 }
 
+std::size_t ImageTable::RowStart() const
+{
+    return static_cast<std::size_t>(std::max(0, currentIndex().row())) * LineBytes;
+}
+
+std::size_t ImageTable::Place() const
+{
+    const std::size_t start = RowStart();
+    return framed_ && *framed_ / LineBytes * LineBytes == start ? *framed_ : start;
+}
+
 std::size_t ImageTable::SearchStart() const
 {
-    const auto row = static_cast<std::size_t>(std::max(0, currentIndex().row()));
-    return framed_ && *framed_ / LineBytes == row ? *framed_ + 1 : row * LineBytes;
+    return Place() + (framed_ == Place() ? 1 : 0);
 }
 
 void ImageTable::changeEvent(QEvent* event)

@@ -20,8 +20,11 @@ public:
     /// Brings these bytes into view and frames them, in both images.
     void ShowBytes(std::size_t first, std::size_t last);
 
-    /// Where a search goes on: behind the first of the framed bytes while the user has stayed in their row,
-    /// else at the row that the user stands on.
+    /// Where the user is: the first of the framed bytes while the user has stayed in their row, else the
+    /// start of the row that the user stands on.
+    std::size_t Place() const;
+
+    /// Where a search goes on: behind the first framed byte, or at the row.
     std::size_t SearchStart() const;
 
 protected:
@@ -29,6 +32,7 @@ protected:
 
 private:
     void FitColumns();
+    std::size_t RowStart() const;
 
     std::optional<std::size_t> framed_;  ///< the first framed byte
 };

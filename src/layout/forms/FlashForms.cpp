@@ -1,10 +1,10 @@
 #include "layout/forms/FlashForms.h"
 
+#include <QScreen>
 #include <QWidget>
 #include <algorithm>
 #include <iterator>
 #include <utility>
-#include <variant>
 
 #include "app/TransferTexts.h"
 #include "flash/Backups.h"
@@ -12,25 +12,25 @@
 #include "flash/forms/ChangesDialog.h"
 #include "flash/forms/ComparisonDialog.h"
 #include "layout/LineScan.h"
+#include "platform/Encoding.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
 
 namespace {
 
-/// Differences that a message box has room for.
-constexpr std::size_t MostLines = 12;
+// Differences that a message box has room for on its screen, when each takes two lines of it.
+std::size_t MostLines(const QWidget& window)
+{
+    const int lines = window.screen()->availableSize().height() / window.fontMetrics().lineSpacing();
+    return static_cast<std::size_t>(std::clamp(lines / 5, 3, 12));
+}
 
 constexpr std::string_view LineEnd = "\r\n";
 
-bool IsRestore(const WantedContent& wanted)
+MessageId TitleOf(const std::string& dumpName)
 {
-    return std::holds_alternative<FlashDump>(wanted);
-}
-
-MessageId TitleOf(const WantedContent& wanted)
-{
-    return IsRestore(wanted) ? Message::RestoreTitle : Message::DownloadTitle;
+    return dumpName.empty() ? Message::DownloadTitle : Message::RestoreTitle;
 }
 
 std::string Body(const OutcomeText& outcome)
@@ -88,7 +88,7 @@ void FlashForms::Later(std::function<void()> work)
 
 void FlashForms::ToolsMenuFlashDownload_Click()
 {
-    Later([this] { Transfer(session_.document); });
+    Later([this] { Transfer(session_.document, {}); });
 }
 
 void FlashForms::ToolsMenuFlashRestore_Click()
@@ -97,7 +97,7 @@ void FlashForms::ToolsMenuFlashRestore_Click()
     if (onFile)
         onFile();
     if (opened)
-        Later([this, dump = opened->dump] { Transfer(dump); });
+        Later([this, opened = *opened] { Transfer(opened.dump, TextFromPath(opened.path)); });
 }
 
 void FlashForms::ToolsMenuFlashBackups_Click()
@@ -109,10 +109,10 @@ void FlashForms::ToolsMenuFlashBackups_Click()
         {PortName(), session_.deviceImage ? &*session_.deviceImage : nullptr, program.HasLink()},
         window_.window());
     if (dialog.exec() == QDialog::Accepted)
-        Later([this, dump = *dialog.Chosen()] { Transfer(dump); });
+        Later([this, dump = *dialog.Chosen(), name = dialog.ChosenName()] { Transfer(dump, name); });
 }
 
-void FlashForms::Transfer(const WantedContent& wanted)
+void FlashForms::Transfer(const WantedContent& wanted, const std::string& dumpName)
 {
     Program& program = session_.Shared();
     Backups backups(program.world.files, BackupFolder(program));
@@ -120,37 +120,36 @@ void FlashForms::Transfer(const WantedContent& wanted)
         [&](const TransferPlan& plan) {
             return backups.Save(session_.settings.CommsPort, plan.deviceMap, plan.held);
         },
-        [&](const TransferPlan& plan, const std::string& /*backup*/) { return Ask(plan, wanted); }};
+        [&](const TransferPlan& plan, const std::string& /*backup*/) { return Ask(plan, dumpName); }};
     TransferResult result;
     {
-        const LineOperation running(program, Status(Message::DownloadStatus),
-                                    " " + program.catalogue.Caption(TitleOf(wanted)));
+        const LineOperation running(
+            program, Status(dumpName.empty() ? Message::DownloadStatus : Message::RestoreStatus),
+            " " + program.catalogue.Caption(TitleOf(dumpName)));
         result = DownloadFrom(session_, wanted, running.Hooks(), steps);
     }
     // Who has just said No knows it.
     if (result.reason == TransferResult::Reason::Declined)
         return;
     const OutcomeText outcome = DescribeTransfer(program.catalogue, TargetOf(session_.settings), result);
-    program.world.prompt.Show(program.catalogue.Caption(TitleOf(wanted)), Body(outcome), {outcome.icon});
+    program.world.prompt.Show(program.catalogue.Caption(TitleOf(dumpName)), Body(outcome), {outcome.icon});
 }
 
 // The line rests while the question stands; the program stays busy, so that nothing else can take it.
-bool FlashForms::Ask(const TransferPlan& plan, const WantedContent& wanted)
+bool FlashForms::Ask(const TransferPlan& plan, const std::string& dumpName)
 {
     Program& program = session_.Shared();
     const MessageCatalogue& catalogue = program.catalogue;
     const OperationQuestion asking(program);
-    const MessageId& question = IsRestore(wanted) ? Message::AskRestore : Message::AskDownload;
-    ChangesDialog dialog(catalogue, ToQString(catalogue.Caption(TitleOf(wanted)) + ": " + PortName()),
-                         ToQString(catalogue.Caption(question)), QuestionLines(catalogue, plan),
-                         window_.window());
+    const std::string question = dumpName.empty() ? catalogue.Caption(Message::AskDownload)
+                                                  : catalogue.Caption(Message::AskRestore) + "\n" + dumpName;
+    ChangesDialog dialog(catalogue, ToQString(catalogue.Caption(TitleOf(dumpName)) + ": " + PortName()),
+                         ToQString(question), QuestionLines(catalogue, plan), window_.window());
     dialog.onCompare = [&] {
-        ComparisonDialog(
-            program,
-            {PortName(),
-             IsRestore(wanted) ? catalogue.Caption(Message::RestoreTitle) : session_.settings.Name, plan.held,
-             plan.wanted, plan.imageChanges},
-            &dialog)
+        ComparisonDialog(program,
+                         {PortName(), dumpName.empty() ? session_.settings.Name : dumpName, plan.held,
+                          plan.wanted, plan.imageChanges},
+                         &dialog)
             .exec();
     };
     return dialog.exec() == QDialog::Accepted;
@@ -177,7 +176,7 @@ void FlashForms::ShowVerified(const VerifyResult& result)
 {
     const Program& program = session_.Shared();
     const OutcomeText outcome =
-        DescribeVerify(program.catalogue, TargetOf(session_.settings), result, MostLines);
+        DescribeVerify(program.catalogue, TargetOf(session_.settings), result, MostLines(window_));
     const std::string title = program.catalogue.Caption(Message::VerifyTitle);
     if (result.outcome != VerifyResult::Outcome::Different) {
         program.world.prompt.Show(title, Body(outcome), {outcome.icon});

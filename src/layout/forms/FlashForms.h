@@ -41,8 +41,9 @@ public:
 
 private:
     void Later(std::function<void()> work);
-    void Transfer(const WantedContent& wanted);
-    bool Ask(const TransferPlan& plan, const WantedContent& wanted);
+    /// `dumpName` is what people know a dump by; empty for the setup.
+    void Transfer(const WantedContent& wanted, const std::string& dumpName);
+    bool Ask(const TransferPlan& plan, const std::string& dumpName);
     void Verify();
     void ShowVerified(const VerifyResult& result);
     void ShowComparison(ImageComparison images);

@@ -72,6 +72,8 @@ Answer Refusal(BoxButtons buttons)
 QString Body(std::string_view text)
 {
     QString body = ToQString(text);
+    // A line may end at a blank, but not within the mark between old and new.
+    body.replace(QLatin1String("->"), QStringLiteral("-\u2060>"));
     return body.replace("\r\n", "\n").trimmed();
 }
 
