@@ -53,6 +53,20 @@ TEST(Help, EveryLinkLeadsSomewhereAndBothLanguagesHaveTheSamePages)
     EXPECT_EQ(pages[0], pages[1]);
 }
 
+TEST(Help, EveryPictureOfAPageIsMadeAndEveryOneMadeIsShown)
+{
+    static const QRegularExpression pictures(QStringLiteral("src=\"pictures/([^\"]+)\" alt=\"[^\"]"));
+    for (const QString& folder : HelpFolders) {
+        QStringList shown;
+        for (const QString& page : QDir(folder).entryList({QStringLiteral("*.html")}))
+            for (auto found = pictures.globalMatch(Content(folder + '/' + page)); found.hasNext();)
+                shown << found.next().captured(1);
+        shown.sort();
+        const QString made = KELVORA_PROGRAM_FOLDER "/" + folder.section('/', -1) + "/pictures";
+        EXPECT_EQ(shown, QDir(made).entryList(QDir::Files, QDir::Name)) << made.toStdString();
+    }
+}
+
 TEST(Help, EveryWindowHasAPageOfItsOwn)
 {
     for (const char* const window :

@@ -1,0 +1,235 @@
+#include "Scenes.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QTemporaryDir>
+#include <array>
+#include <chrono>
+#include <memory>
+#include <stdexcept>
+
+#include "app/Language.h"
+#include "app/forms/MDIForm1.h"
+#include "bench/FreshLine.h"
+#include "bench/SimulatedLine.h"
+#include "bench/SimulatedPort.h"
+#include "comms/PortNames.h"
+#include "comms/forms/LineMonitorWindow.h"
+#include "comms/forms/frmAbort.h"
+#include "eeprom/forms/frmEeprom.h"
+#include "fakes/FakeEventLoop.h"
+#include "fakes/FakeFileDialogs.h"
+#include "fakes/FakeFiles.h"
+#include "fakes/FakeLineClock.h"
+#include "fakes/FakePrompt.h"
+#include "fakes/FakeSerialDevices.h"
+#include "keymap/forms/frmKeyb.h"
+#include "layout/forms/StripView.h"
+#include "layout/forms/frmConfig.h"
+#include "platform/posix/PosixFiles.h"
+#include "platform/qt/Text.h"
+
+namespace kelvora {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+/// As wide as a page of the help shows it.
+constexpr QSize WindowSize(760, 470);
+
+// Virtual time, in which Qt's own events happen too.
+class PictureLoop final : public FakeEventLoop {
+public:
+    void Yield() override
+    {
+        QCoreApplication::processEvents();
+        FakeEventLoop::Yield();
+    }
+};
+
+std::array<SerialDevice, 2> Adapters()
+{
+    return {SerialDevice{"/dev/serial/by-id/usb-adapter-A1", "/dev/ttyUSB0", "USB serial adapter", "", "A1"},
+            SerialDevice{"/dev/ttyS0", "/dev/ttyS0", "", "", ""}};
+}
+
+FakeFiles FilesWithPort()
+{
+    FakeFiles files;
+    files.content["/home/shop/.config/Kelvora/ports.ini"] =
+        "[PORTS]\nCOM1 = /dev/serial/by-id/usb-adapter-A1\n";
+    return files;
+}
+
+template <class Widget>
+Widget& Find(QWidget& form, const char* name)
+{
+    auto* const widget = form.findChild<Widget*>(QLatin1String(name));
+    if (!widget)
+        throw std::runtime_error(std::string(name) + ": no such control");
+    return *widget;
+}
+
+class Studio {
+public:
+    Studio(const std::string& language, const SceneFolders& folders, const Photographer& photographer)
+        : folders_(folders),
+          photographer_(photographer),
+          names_(files_, "/home/shop/.config/Kelvora/ports.ini", {}),
+          program_({files_, prompt_, dialogs_, loop_, {&port_}},
+                   {PathFromQString(folders.program), PathFromQString(folder_.path())})
+    {
+        for (const SerialDevice& adapter : Adapters())
+            devices_.devices.push_back(adapter);
+        program_.dataFolder = "/home/shop/.local/share/Kelvora";
+        const auto catalogue = LoadCatalogue(PosixFiles(), prompt_, program_.folders, language);
+        if (!catalogue)
+            throw std::runtime_error(prompt_.shown.empty() ? language : prompt_.shown.back().body);
+        program_.catalogue = *catalogue;
+        machine_ = std::make_unique<MachinePorts>(MachinePorts{names_, devices_});
+        window_ = std::make_unique<MDIForm1>(program_, folder_.path(), machine_.get());
+        window_->resize(WindowSize);
+        window_->show();
+        QApplication::setActiveWindow(window_.get());
+    }
+
+    void TakeSetup();
+    void TakeKeys();
+    void TakeLine();
+    void TakeFlash();
+    void TakeWizard();
+
+private:
+    void Run(Command command)
+    {
+        QApplication::setActiveWindow(window_.get());
+        window_->Actions()[command].trigger();
+        loop_.Pass(milliseconds(0));
+    }
+    void TakeDialogOf(Command command, const QString& name)
+    {
+        photographer_.TakeDialog([&] { Run(command); },
+                                 [&](QWidget& dialog) { photographer_.Take(dialog, name); });
+    }
+    StripView& Strip() { return window_->ActiveSetup()->Strip(); }
+    SetupSession& Session() { return window_->ActiveSetup()->Session(); }
+
+    QTemporaryDir folder_;
+    SceneFolders folders_;
+    const Photographer& photographer_;
+    FakeFiles files_ = FilesWithPort();
+    FakePrompt prompt_;
+    FakeFileDialogs dialogs_;
+    FakeSerialDevices devices_;
+    PictureLoop loop_;
+    bench::FakeLineClock clock_{loop_};
+    bench::SimulatedLine line_{clock_, bench::FreshLine({bench::Module::KM096, bench::Module::KM064,
+                                                         bench::Module::MCR123, bench::Module::ICCR})};
+    bench::SimulatedPort port_{line_, "/dev/ttyUSB0"};
+    PortNames names_;
+    std::unique_ptr<MachinePorts> machine_;
+    Program program_;
+    std::unique_ptr<MDIForm1> window_;
+};
+
+void Studio::TakeSetup()
+{
+    const std::string till = "/home/shop/till.dat";
+    files_.content[till] = PosixFiles().Read(PathFromQString(folders_.examples) + "/all-four.dat");
+    window_->OpenFiles({PathToQString(till)});
+    photographer_.Take(*window_, "main");
+    Strip().Button(StripButton::MCR).setFocus();
+    TakeDialogOf(Command::LayoutMenuOptions, "options");
+}
+
+void Studio::TakeKeys()
+{
+    photographer_.TakeDialog([&] { Strip().Button(StripButton::Master).click(); },
+                             [&](QWidget& form) {
+                                 // Some keys that are not what they were at first: a double one and a
+                                 // quadruple one.
+                                 const auto press = [&](Qt::Key key, const QString& text) {
+                                     QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
+                                     QCoreApplication::sendEvent(form.focusWidget(), &event);
+                                 };
+                                 for (int step = 0; step < 4; ++step)
+                                     press(Qt::Key_Down, {});
+                                 press(Qt::Key_2, QStringLiteral("2"));
+                                 for (int step = 0; step < 3; ++step)
+                                     press(Qt::Key_Right, {});
+                                 press(Qt::Key_4, QStringLiteral("4"));
+                                 photographer_.Take(form, "keys");
+                             });
+}
+
+void Studio::TakeLine()
+{
+    TakeDialogOf(Command::CommunicationsMenuPorts, "ports");
+    TakeDialogOf(Command::CommunicationsMenuSettings, "settings");
+    Run(Command::ViewMenuLineMonitor);
+    loop_.After(milliseconds(4000), [&] {
+        photographer_.Take(*window_, "scan");
+        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QCoreApplication::sendEvent(window_.get(), &escape);
+        auto* const abort = window_->findChild<frmAbort*>();
+        photographer_.Take(*abort, "stop");
+        Find<QAbstractButton>(*abort, "ContinueCommand").click();
+    });
+    Run(Command::FileMenuScan);
+    for (QWidget* const widget : QApplication::topLevelWidgets())
+        if (auto* const monitor = dynamic_cast<LineMonitorWindow*>(widget)) {
+            monitor->resize(WindowSize);
+            photographer_.Take(*monitor, "monitor");
+            monitor->close();
+        }
+}
+
+void Studio::TakeFlash()
+{
+    SetupDocument& document = Session().document;
+    for (ModuleRecord& record : document.Modules)
+        if (record.Kind == ModuleKind::KM064)
+            record.KeyMap.replace(0, 3, "010");
+    photographer_.TakeDialog([&] { Run(Command::ToolsMenuFlashDownload); },
+                             [&](QWidget& question) {
+                                 photographer_.Take(question, "download");
+                                 photographer_.TakeDialog(
+                                     [&] { Find<QAbstractButton>(question, "Compare").click(); },
+                                     [&](QWidget& comparison) {
+                                         comparison.resize(1000, WindowSize.height());
+                                         photographer_.Take(comparison, "compare");
+                                     });
+                             });
+    TakeDialogOf(Command::ToolsMenuFlashBackups, "backups");
+}
+
+void Studio::TakeWizard()
+{
+    constexpr std::array Pages{"identity-start", "identity-cables", "identity-line", "identity-table"};
+    photographer_.TakeDialog([&] { Run(Command::EpromWizard); },
+                             [&](QWidget& wizard) {
+                                 for (const char* const page : Pages) {
+                                     photographer_.Take(wizard, QLatin1String(page));
+                                     if (page != Pages.back())
+                                         Find<QAbstractButton>(wizard, "NextCommand").click();
+                                 }
+                             });
+}
+
+}  // namespace
+
+void TakeAll(const std::string& language, const SceneFolders& folders, const Photographer& photographer)
+{
+    Studio studio(language, folders, photographer);
+    studio.TakeSetup();
+    studio.TakeKeys();
+    studio.TakeLine();
+    studio.TakeFlash();
+    studio.TakeWizard();
+}
+
+}  // namespace kelvora
