@@ -59,6 +59,8 @@ LineErrorText DescribeLineFailure(const MessageCatalogue& catalogue, const LineT
         text.message = failure.port == PortFailure::None ? ReplyErrorText(failure.number) : Message::PortLost;
     if (!failure.detail.empty())
         text.extra += "\r\n" + failure.detail;
+    if (!failure.holder.empty())
+        text.extra += "\r\n" + DescribeHolder(catalogue, failure.holder);
     if (result.outcome == LineOutcome::NoPort && failure.port == PortFailure::NotAllowed)
         text.extra += "\r\n" + DescribeGroup(catalogue, failure.group);
     return text;

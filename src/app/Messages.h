@@ -356,6 +356,7 @@ inline constexpr MessageId MonitorSaveTitle{766, "Save Line Monitor As"};
 inline constexpr MessageId MonitorEmpty{767,
                                         "Nothing has been sent or received since the monitor was opened."};
 inline constexpr MessageId FileNotWritten{768, "The file could not be written:"};
+inline constexpr MessageId PortHolder{769, "The program that holds it: "};
 
 // Why no flash image can be built; in the order of BuildRefusal::Reason.
 inline constexpr MessageId RefusedRepeatedKind{
@@ -449,7 +450,6 @@ inline constexpr MessageId EepromNext{799, "Next >>"};
 inline constexpr MessageId EepromCancel{800, "Cancel"};
 inline constexpr MessageId EepromWrite{801, "Write EEPROM"};
 inline constexpr MessageId EepromWriteBack{802, "Write back saved data..."};
-inline constexpr MessageId EepromStop{803, "Stop search"};
 inline constexpr MessageId EepromNotOpened{804, "Unable to open serial line"};
 inline constexpr MessageId EepromNoModules{805, "No MID modules found"};
 inline constexpr MessageId EepromSearching{806, "EEPROM programming"};
@@ -461,9 +461,11 @@ inline constexpr MessageId EepromWritten{811, "Module EEPROM data has been updat
 inline constexpr MessageId EepromShowNew{812, "Press \"OK\" to display new EEPROM data"};
 inline constexpr MessageId EepromCheck{813, "Press \"OK\" to check EEPROM data:"};
 inline constexpr MessageId EepromRepeats{
-    814, "Modules answer below 9600 baud: the search repeats until you press Esc or \"Stop search\"."};
-inline constexpr MessageId EepromStopped{815, "The search was stopped."};
-inline constexpr MessageId EepromLineLost{816, "The serial line was lost. Go back and connect it again."};
+    814, "Modules answer below 9600 baud: the search repeats until you press \"Terminate\"."};
+inline constexpr MessageId EepromStopped{
+    815, "The search was stopped. Only the modules that were found so far are shown."};
+inline constexpr MessageId EepromLineLost{
+    816, "The serial line was lost. Check the adapter and the cables, then search again."};
 inline constexpr MessageId EepromAskWrite{817, "Write these bytes to the modules?"};
 inline constexpr MessageId EepromAskWriteMore{
     818, "A wrong identity makes a module inaccessible to the POS unit."};
@@ -478,6 +480,22 @@ inline constexpr MessageId EepromNotOnLine{
     825, "Nothing was written: these addresses of the file were not read from this line: "};
 inline constexpr MessageId EepromBadCopy{826, "This file is not a saved copy of EEPROM data."};
 inline constexpr MessageId EepromFilter{827, "Saved EEPROM data"};
+inline constexpr MessageId EepromStatus{770, "EEPROM wizard on COM"};
+inline constexpr MessageId EepromWriteBackTitle{771, "Write Back Saved Data"};
+inline constexpr MessageId EepromNoneSoFar{776, "No modules were found so far."};
+inline constexpr MessageId EepromSearchAgain{
+    835, "Check the cables, the power and the port. \"<< Back\" leads to a new search."};
+inline constexpr MessageId EepromNothingRead{
+    836, "No EEPROM data was read from this line. \"<< Back\" leads to a new search."};
+
+// The question before EEPROM data is written, and what a saved copy adds to it.
+inline constexpr MessageId EepromNow{772, "now"};
+inline constexpr MessageId EepromToBeWritten{773, "to be written"};
+inline constexpr MessageId EepromChanged{774, "changed"};
+inline constexpr MessageId EepromSameBytes{775, "same bytes, written again"};
+inline constexpr MessageId EepromMarks{779, "* marks the modules whose bytes change, ^^ the bytes."};
+inline constexpr MessageId EepromCopyOf{777, "Saved copy: "};
+inline constexpr MessageId EepromLeftOut{778, "Not read from this line, so not written: "};
 
 // What the reader of such a copy expected; in the order of CopyExpected.
 inline constexpr MessageId EepromCopyHeader{830, "\"Kelvora module identities\""};

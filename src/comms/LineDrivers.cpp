@@ -60,8 +60,10 @@ LineResult WorkOnLine(Comms& comms, const LineTarget& target, const LineHooks& h
     const OpenLine line(*channel, target.settings);
     if (!line.IsOpen()) {
         result.outcome = LineOutcome::NoPort;
-        result.failure = {channel->Failure(), 0, channel->Device(), channel->AllowedGroup(),
-                          channel->LastError()};
+        const bool isInUse = channel->Failure() == PortFailure::InUse;
+        result.failure = {channel->Failure(),       0,
+                          channel->Device(),        channel->AllowedGroup(),
+                          channel->LastError(),     isInUse ? channel->Holder() : std::string()};
         return result;
     }
     LineWork steps(comms, target.line, hooks, target.timeout);
@@ -78,7 +80,8 @@ LineResult WorkOnLine(Comms& comms, const LineTarget& target, const LineHooks& h
                           error.Number(),
                           channel->Device(),
                           {},
-                          error.what()};
+                          error.what(),
+                          {}};
         if (channel->IsOpen() && StillAnswers(error.Number()))
             TryRelease(steps);
     }

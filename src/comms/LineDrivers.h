@@ -30,6 +30,7 @@ struct LineFailure {
     std::string device;                    ///< behind the line
     std::string group;                     ///< whose members may use it, as in SerialPort
     std::string detail;                    ///< where and why, in English; the system's words for a port
+    std::string holder{};                  ///< of a port that is in use, as in SerialPort
 };
 
 struct LineResult {

@@ -31,9 +31,10 @@ public:
     virtual PortFailure Failure() const = 0;
     virtual std::string LastError() const = 0;
 
-    /// The device behind the line, and the group whose members may use it; as in SerialPort.
+    /// The device behind the line, the group whose members may use it, and who holds it; as in SerialPort.
     virtual std::string Device() const = 0;
     virtual std::string AllowedGroup() const { return {}; }
+    virtual std::string Holder() const { return {}; }
 
     /// Sends a command. One that is in flight is given up; no event comes of it any more.
     virtual void Send(std::string_view command) = 0;

@@ -10,17 +10,29 @@ std::string DescribeGroup(const MessageCatalogue& catalogue, const std::string& 
            "\r\nsudo usermod -aG " + group + " $USER";
 }
 
+std::string DescribeHolder(const MessageCatalogue& catalogue, const std::string& holder)
+{
+    return catalogue.Word(Message::PortHolder) + holder;
+}
+
 PortTrial OutcomeOf(const SerialPort& port)
 {
-    const PortFailure failure = port.Failure();
-    return {port.Device(), failure, failure == PortFailure::None ? std::string() : port.LastError(),
-            port.Settings(), failure == PortFailure::NotAllowed ? port.AllowedGroup() : std::string()};
+    PortTrial trial{port.Device(), port.IsOpen() ? PortFailure::InUse : port.Failure(),
+                    {},            port.Settings(),
+                    {},            {}};
+    if (trial.failure != PortFailure::None && !port.IsOpen())
+        trial.error = port.LastError();
+    if (trial.failure == PortFailure::NotAllowed)
+        trial.group = port.AllowedGroup();
+    else if (trial.failure == PortFailure::InUse)
+        trial.holder = port.Holder();
+    return trial;
 }
 
 PortTrial TryDevice(SerialPort& port, const std::string& device)
 {
     if (port.IsOpen())
-        return {device, PortFailure::InUse, {}, port.Settings(), {}};
+        return OutcomeOf(port);
     const std::string own = port.Device();
     port.SetDevice(device);
     if (port.Open())
@@ -41,7 +53,8 @@ std::string DescribeTrial(const MessageCatalogue& catalogue, const PortTrial& tr
             return catalogue.Caption(Message::PortNotAllowed) + "\r\n" +
                    DescribeGroup(catalogue, trial.group);
         case PortFailure::InUse:
-            return catalogue.Caption(Message::PortInUse);
+            return catalogue.Caption(Message::PortInUse) +
+                   (trial.holder.empty() ? "" : "\r\n" + DescribeHolder(catalogue, trial.holder));
         case PortFailure::BadSettings:
             return catalogue.Word(Message::PortBadSettings) + trial.settings;
         case PortFailure::SevenBits:

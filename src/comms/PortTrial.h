@@ -15,10 +15,14 @@ struct PortTrial {
     std::string error;     ///< the system's words
     std::string settings;  ///< that the port was opened with
     std::string group;     ///< whose members may use it, as in SerialPort
+    std::string holder{};  ///< of a port that is in use, as in SerialPort
 };
 
-/// The outcome of the port's last Open.
+/// The outcome of the port's last Open; a port that is open is in use.
 PortTrial OutcomeOf(const SerialPort& port);
+
+/// The program that holds a port, which must be known, after the text that says so.
+std::string DescribeHolder(const MessageCatalogue& catalogue, const std::string& holder);
 
 /// Opens and closes `port` with another device behind it, then puts its own one back. A port that is open is
 /// in use.
@@ -27,8 +31,8 @@ PortTrial TryDevice(SerialPort& port, const std::string& device);
 /// Who may use a port that the account may not: the group, and the command to join it, on lines of their own.
 std::string DescribeGroup(const MessageCatalogue& catalogue, const std::string& group);
 
-/// What to do about it, in the catalogue's language and on lines of their own; when the account may not use
-/// the device, the group that may, and the command to join it.
+/// What to do about it, in the catalogue's language and on lines of their own; with the program that holds
+/// the device, or when the account may not use it, the group that may, and the command to join it.
 std::string DescribeTrial(const MessageCatalogue& catalogue, const PortTrial& trial);
 
 }  // namespace kelvora

@@ -30,6 +30,7 @@ public:
     std::string LastError() const override { return port_.LastError(); }
     std::string Device() const override { return port_.Device(); }
     std::string AllowedGroup() const override { return port_.AllowedGroup(); }
+    std::string Holder() const override { return port_.Holder(); }
     void Send(std::string_view command) override;
     std::chrono::milliseconds LongestExchange() const override;
 

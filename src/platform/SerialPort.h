@@ -38,6 +38,8 @@ public:
     virtual std::string LastError() const = 0;
     /// The group whose members may use the device; empty where there is none to join.
     virtual std::string AllowedGroup() const { return {}; }
+    /// The program that holds the device, such as "minicom (PID 1234)"; empty where none is found.
+    virtual std::string Holder() const { return {}; }
 
     /// "<baud>,<parity>,<data bits>,<stop bits>"; see platform/SerialSettings.h. An open port takes them at
     /// once. False, and nothing changed, when the text or the port does not allow them.

@@ -149,6 +149,8 @@ TEST(PortTrial, SaysWhyAPortDoesNotOpenAndLeavesItAsItWas)
                          {"/dev/closed", PortFailure::NotAllowed}, {"/dev/root", PortFailure::NotAllowed},
                          {"/dev/slow", PortFailure::BadSettings},  {"/dev/odd", PortFailure::Other}};
     devices.groups["/dev/closed"] = "dialout";
+    devices.condition["/dev/known"] = PortFailure::InUse;
+    devices.holders["/dev/known"] = "minicom (PID 1234)";
     SilentPort port(devices, "/dev/own");
     struct Row {
         std::string device, text;
@@ -157,6 +159,9 @@ TEST(PortTrial, SaysWhyAPortDoesNotOpenAndLeavesItAsItWas)
          {Row{"/dev/free", "The port opens."},
           Row{"/dev/gone", "There is no such device. Check that the adapter is plugged in."},
           Row{"/dev/held", "Another program holds the port. Close that program, then try again."},
+          Row{"/dev/known",
+              "Another program holds the port. Close that program, then try again.\r\n"
+              "The program that holds it: minicom (PID 1234)"},
           Row{"/dev/closed",
               "Your account may not use this port.\r\nThe group that may: dialout.\r\n"
               "This command adds you to it; afterwards log out and in again:\r\n"

@@ -17,6 +17,7 @@ public:
 
     std::vector<SerialDevice> devices;
     std::map<std::string, std::string> groups;     ///< by path
+    std::map<std::string, std::string> holders;    ///< by path
     std::map<std::string, PortFailure> condition;  ///< by path; a device that is not here is missing
 };
 
@@ -45,6 +46,11 @@ public:
     {
         const auto found = devices_.groups.find(device_);
         return found == devices_.groups.end() ? std::string() : found->second;
+    }
+    std::string Holder() const override
+    {
+        const auto found = devices_.holders.find(device_);
+        return found == devices_.holders.end() ? std::string() : found->second;
     }
     bool SetSettings(std::string_view settings) override
     {

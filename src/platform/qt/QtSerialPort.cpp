@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <utility>
 
+#include "platform/posix/DeviceHolder.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -125,6 +126,11 @@ std::string QtSerialPort::AllowedGroup() const
     const QString group = file.group();
     // Nobody is told to join the superuser's own group.
     return groupMayUse && group != QLatin1String("root") ? FromQString(group) : std::string();
+}
+
+std::string QtSerialPort::Holder() const
+{
+    return FindDeviceHolder(device_);
 }
 
 void QtSerialPort::Fail(QSerialPort::SerialPortError error)

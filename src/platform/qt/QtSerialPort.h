@@ -22,6 +22,7 @@ public:
     PortFailure Failure() const override { return failure_; }
     std::string LastError() const override { return lastError_; }
     std::string AllowedGroup() const override;
+    std::string Holder() const override;
     bool SetSettings(std::string_view settings) override;
     const std::string& Settings() const override { return settings_; }
     void Write(std::string_view bytes) override;

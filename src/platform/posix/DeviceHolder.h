@@ -1,0 +1,21 @@
+// Which program holds a serial device: the one that its lock file names, else one that has it open.
+//   LCK..ttyUSB0   the process number in digits, blanks before it allowed; what follows is the program's own
+// A process of another account cannot be looked into: where there is no lock file it stays unknown.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace kelvora {
+
+/// Where to look; the defaults are those of this machine.
+struct HolderSources {
+    std::vector<std::filesystem::path> lockFolders{"/run/lock", "/var/lock", "/var/spool/lock", "/tmp"};
+    std::filesystem::path processes = "/proc";
+};
+
+/// "minicom (PID 1234)"; empty where nobody is found.
+std::string FindDeviceHolder(const std::string& device, const HolderSources& sources = {});
+
+}  // namespace kelvora

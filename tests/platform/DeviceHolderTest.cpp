@@ -1,0 +1,84 @@
+#include "platform/posix/DeviceHolder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+
+namespace kelvora {
+namespace {
+
+namespace fs = std::filesystem;
+
+// A machine of a few processes in a folder of its own.
+class DeviceHolder : public testing::Test {
+protected:
+    DeviceHolder()
+    {
+        fs::create_directories(root / "lock");
+        fs::create_directories(root / "dev");
+        Write("dev/ttyUSB0", "");
+        Process("12", "minicom", {});
+        Process("345", "kelvora-cli", {"/dev/null"});
+    }
+    ~DeviceHolder() override { fs::remove_all(root); }
+
+    void Write(const std::string& name, const std::string& text) const { std::ofstream(root / name) << text; }
+
+    void Process(const std::string& number, const std::string& name, const std::vector<fs::path>& open) const
+    {
+        const std::string folder = "proc/" + number;
+        fs::create_directories(root / folder / "fd");
+        Write(folder + "/comm", name + "\n");
+        for (std::size_t i = 0; i < open.size(); ++i)
+            fs::create_symlink(open[i], root / folder / "fd" / std::to_string(i));
+    }
+
+    std::string Find(const std::string& device) const
+    {
+        return FindDeviceHolder(device, {{root / "none", root / "lock"}, root / "proc"});
+    }
+
+    fs::path root = [] {
+        std::string name = testing::TempDir() + "kelvora-holder-XXXXXX";
+        return fs::path(mkdtemp(name.data()));
+    }();
+};
+
+TEST_F(DeviceHolder, IsNamedByALockFileOfALivingProcess)
+{
+    EXPECT_EQ(Find("/dev/ttyS0"), "");
+    for (const auto& [lock, text, holder] : std::vector<std::array<std::string, 3>>{
+             {"LCK..ttyS0", "        12\n", "minicom (PID 12)"},
+             {"LCK..ttyS0", "345\nkelvora-cli\ntill07\n", "kelvora-cli (PID 345)"},
+             {"LCK..ttyS0", "99\n", ""},
+             {"LCK..ttyS0", "../12\n", ""},
+             {"LCK..ttyS0", std::string(1, '\x0C') + std::string(3, '\0'), ""},
+             {"LCK..ttyS0", "", ""},
+             {"LCK..pts_5", "12", "minicom (PID 12)"},
+             {"LCK..by-id_usb", "12", "minicom (PID 12)"}}) {
+        Write("lock/" + lock, text);
+        const std::string device = lock == "LCK..ttyS0"   ? "/dev/ttyS0"
+                                   : lock == "LCK..pts_5" ? "/dev/pts/5"
+                                                          : "/dev/by-id/usb";
+        EXPECT_EQ(Find(device), holder) << lock << text;
+    }
+}
+
+TEST_F(DeviceHolder, OrIsWhoHasTheDeviceOpen)
+{
+    const fs::path device = root / "dev/ttyUSB0";
+    const fs::path link = root / "dev/adapter";
+    fs::create_symlink(device, link);
+    EXPECT_EQ(Find(device), "");
+    Process("6", "kelvora-bench", {device, "/dev/ptmx"});
+    EXPECT_EQ(Find(device), "") << "the other end of the line";
+    Process("7", "picocom", {"/dev/null", device});
+    EXPECT_EQ(Find(device), "picocom (PID 7)");
+    EXPECT_EQ(Find(link), "picocom (PID 7)");
+    Write("lock/LCK..ttyUSB0", "12");
+    EXPECT_EQ(Find(link), "minicom (PID 12)") << "its lock counts first, also under the device's own name";
+}
+
+}  // namespace
+}  // namespace kelvora
