@@ -482,7 +482,7 @@ inline constexpr MessageId EepromBadCopy{826, "This file is not a saved copy of 
 inline constexpr MessageId EepromFilter{827, "Saved EEPROM data"};
 inline constexpr MessageId EepromStatus{770, "EEPROM wizard on COM"};
 inline constexpr MessageId EepromWriteBackTitle{771, "Write Back Saved Data"};
-inline constexpr MessageId EepromNoneSoFar{776, "No modules were found so far."};
+inline constexpr MessageId EepromNoneSoFar{776, "The search was stopped. No modules were found so far."};
 inline constexpr MessageId EepromSearchAgain{
     835, "Check the cables, the power and the port. \"<< Back\" leads to a new search."};
 inline constexpr MessageId EepromNothingRead{

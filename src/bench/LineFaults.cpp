@@ -15,6 +15,14 @@ double Chance(std::mt19937_64& noise)
     return static_cast<double>(noise() >> 11) * 0x1.0p-53;
 }
 
+bool TakeOne(unsigned& count)
+{
+    if (count == 0)
+        return false;
+    --count;
+    return true;
+}
+
 }  // namespace
 
 LineFaults::LineFaults(const FaultPlan& plan)
@@ -63,10 +71,18 @@ std::size_t LineFaults::Pass(Direction direction, std::size_t bytes)
 
 bool LineFaults::TakeNak()
 {
-    if (plan_.naks == 0)
-        return false;
-    --plan_.naks;
-    return true;
+    return TakeOne(plan_.naks);
+}
+
+std::string LineFaults::Spoil(std::string frame)
+{
+    if (frame.empty())
+        return frame;
+    if (TakeOne(plan_.wrongLrcs))
+        frame[frame.size() - 2] ^= 1;
+    else if (TakeOne(plan_.wrongLengths))
+        ++frame[1];
+    return frame;
 }
 
 }  // namespace kelvora::bench

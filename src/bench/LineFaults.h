@@ -28,6 +28,8 @@ struct FaultPlan {
     double duplicate = 0;
     std::chrono::milliseconds delay{0};  ///< how late every answer of a device begins
     unsigned naks = 0;                   ///< how many frames are refused, whatever they hold
+    unsigned wrongLrcs = 0;              ///< how many replies of modules bear a wrong LRC
+    unsigned wrongLengths = 0;           ///< how many, after those, a wrong length
     LineCut silentAfter{};               ///< from then on nothing passes in either direction
     LineCut awayAfter{};                 ///< from then on the port is gone
 };
@@ -49,6 +51,8 @@ public:
 
     /// Whether the frame at hand is one of those to refuse; counts it.
     bool TakeNak();
+    /// A module's reply, spoilt when it is one of those to spoil; counts it.
+    std::string Spoil(std::string frame);
     std::chrono::milliseconds Delay() const { return plan_.delay; }
 
 private:

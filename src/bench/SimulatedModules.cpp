@@ -150,7 +150,7 @@ void SimulatedModules::HearFrame(const SerialSettings& settings, bool isEtxRight
     else if (!isEtxRight)
         Send(handshake_, due, {Ack, Nak}, settings);
     else
-        Acknowledge(LinkOf(address), Run(address));
+        Acknowledge(LinkOf(address), faults_.Spoil(Run(address)));
 }
 
 std::string SimulatedModules::Run(std::size_t address)

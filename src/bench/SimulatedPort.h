@@ -24,6 +24,7 @@ public:
     bool IsOpen() const override { return isOpen_; }
     PortFailure Failure() const override { return failure_; }
     std::string LastError() const override;
+    std::string Holder() const override { return holder; }
     bool SetSettings(std::string_view settings) override;
     const std::string& Settings() const override { return settings_; }
     void Write(std::string_view bytes) override;
@@ -33,6 +34,8 @@ public:
 
     /// Why the port does not open, whatever hangs on it; None lets it open.
     PortFailure refusal = PortFailure::None;
+    /// Who holds it then; empty for nobody known.
+    std::string holder;
 
 private:
     void Arrive(std::string_view bytes);

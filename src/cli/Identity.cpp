@@ -6,7 +6,10 @@
 #include <string_view>
 #include <vector>
 
+#include "app/ShowMessage.h"
 #include "cli/ConsolePrompt.h"
+#include "cli/LineReport.h"
+#include "comms/PortTrial.h"
 #include "eeprom/IdentityWrite.h"
 #include "platform/AsciiCase.h"
 #include "platform/Encoding.h"
@@ -57,7 +60,7 @@ public:
     }
     IdentityRun(const IdentityRun&) = delete;
     IdentityRun& operator=(const IdentityRun&) = delete;
-    ~IdentityRun() { line_.port.Close(); }
+    ~IdentityRun() { protocol_.Close(); }
 
     int Read()
     {
@@ -68,25 +71,45 @@ public:
         return complete ? ExitCode::Done : ExitCode::Line;
     }
 
-    int Write(const std::vector<AddressedBlock>& blocks)
+    /// `copy` is the one that the blocks come from, if any: what the line does not hold of it is left out.
+    int Write(const std::vector<AddressedBlock>& wanted, const IdentityCopy* copy = nullptr)
     {
         if (!Find())
             return ExitCode::Line;
         ReadModules();
-        if (const auto missing = AddressesNotRead(memory_, blocks); !missing.empty())
+        const auto missing = AddressesNotRead(memory_, wanted);
+        const auto blocks = BlocksForTheLine(memory_, wanted);
+        if (blocks.empty())
             return Fail(English(Message::EepromNotOnLine) + AddressList(missing));
-        const WriteResult result = WriteIdentities(memory_, blocks,
-                                                   {prompt_, catalogue_, line_.files, request_.folder,
-                                                    request_.port, protocol_.Settings(), LocalTime()});
+        WriteSurroundings surroundings{prompt_,       catalogue_,           line_.files, request_.folder,
+                                       request_.port, protocol_.Settings(), LocalTime(), {}};
+        surroundings.ask = [this](const WriteQuestion& question) { return Ask(question); };
+        if (copy)
+            surroundings.remarks = {DescribeCopy(catalogue_, *copy), DescribeLeftOut(catalogue_, missing)};
+        const WriteResult result = WriteIdentities(memory_, blocks, surroundings);
         if (result.outcome == WriteOutcome::Declined)
             return Fail("nothing was written");
         if (result.outcome == WriteOutcome::NotSaved)
             return ExitCode::Rejected;
-        return TellWritten(result, blocks);
+        const int exitCode = TellWritten(result, blocks);
+        return missing.empty() ? exitCode : Fail(DescribeLeftOut(catalogue_, missing));
     }
 
 private:
     std::string English(const MessageId& message) const { return catalogue_.Word(message); }
+
+    // Where nobody is asked it still says what it writes.
+    bool Ask(const WriteQuestion& question)
+    {
+        if (!line_.ask) {
+            std::string table = Utf8FromText(question.table);
+            std::erase(table, '\r');
+            console_.err << table << "\n";
+            return true;
+        }
+        return prompt_.Show(ProductName, question.table + "\r\n\r\n" + question.text,
+                            {BoxIcon::Exclamation, BoxButtons::YesNo, Answer::No}) == Answer::Yes;
+    }
 
     int Fail(std::string_view reason)
     {
@@ -97,12 +120,13 @@ private:
     bool Find()
     {
         if (!protocol_.OpenCommsLine()) {
-            console_.err << FailureLine(line_.port.Device(), line_.port.LastError());
+            const PortTrial trial = OutcomeOf(line_.port);
+            console_.err << FailureLine(trial.device, OneLineText(DescribeTrial(catalogue_, trial)));
             return false;
         }
         const SearchOutcome outcome = memory_.FindModules(SearchRepeats::Never);
         if (outcome == SearchOutcome::LineLost)
-            console_.err << FailureLine(line_.port.Device(), line_.port.LastError());
+            TellLost();
         else if (outcome == SearchOutcome::Interrupted)
             Fail("the search was stopped");
         else if (outcome == SearchOutcome::NotFound)
@@ -110,10 +134,14 @@ private:
         return outcome == SearchOutcome::Found;
     }
 
+    void TellLost() { console_.err << FailureLine(line_.port.Device(), line_.port.LastError()); }
+
     bool ReadModules()
     {
         const bool complete = memory_.ReadEeprom();
-        if (!complete)
+        if (!memory_.HasLine())
+            TellLost();
+        else if (!complete)
             Fail(English(Message::EepromReadFailed));
         return complete;
     }
@@ -166,14 +194,11 @@ int RestoreIdentities(const IdentityRequest& request, const IdentityLine& line, 
 {
     try {
         const IdentityCopy copy = ReadIdentityCopy(line.files.Read(request.file));
-        return IdentityRun(request, line, console).Write(copy.blocks);
+        return IdentityRun(request, line, console).Write(copy.blocks, &copy);
     } catch (const FileError& error) {
         console.err << FailureLine(request.file, error.what());
     } catch (const IdentityCopyError& error) {
-        std::string text = DescribeCopyError({}, error);
-        std::ranges::replace(text, '\n', ' ');
-        std::erase(text, '\r');
-        console.err << FailureLine(request.file, text);
+        console.err << FailureLine(request.file, OneLineText(DescribeCopyError({}, error)));
     }
     return ExitCode::Rejected;
 }

@@ -61,9 +61,9 @@ LineResult WorkOnLine(Comms& comms, const LineTarget& target, const LineHooks& h
     if (!line.IsOpen()) {
         result.outcome = LineOutcome::NoPort;
         const bool isInUse = channel->Failure() == PortFailure::InUse;
-        result.failure = {channel->Failure(),       0,
-                          channel->Device(),        channel->AllowedGroup(),
-                          channel->LastError(),     isInUse ? channel->Holder() : std::string()};
+        result.failure = {channel->Failure(),   0,
+                          channel->Device(),    channel->AllowedGroup(),
+                          channel->LastError(), isInUse ? channel->Holder() : std::string()};
         return result;
     }
     LineWork steps(comms, target.line, hooks, target.timeout);

@@ -17,9 +17,8 @@ std::string DescribeHolder(const MessageCatalogue& catalogue, const std::string&
 
 PortTrial OutcomeOf(const SerialPort& port)
 {
-    PortTrial trial{port.Device(), port.IsOpen() ? PortFailure::InUse : port.Failure(),
-                    {},            port.Settings(),
-                    {},            {}};
+    PortTrial trial{
+        port.Device(), port.IsOpen() ? PortFailure::InUse : port.Failure(), {}, port.Settings(), {}, {}};
     if (trial.failure != PortFailure::None && !port.IsOpen())
         trial.error = port.LastError();
     if (trial.failure == PortFailure::NotAllowed)

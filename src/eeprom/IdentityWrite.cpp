@@ -18,27 +18,13 @@ constexpr std::array ExpectedTexts{Message::EepromCopyHeader, Message::EepromCop
                                    Message::EepromCopyNextAddress};
 static_assert(ExpectedTexts.size() == static_cast<std::size_t>(CopyExpected::NextAddress) + 1);
 
-std::string Question(const ModuleMemory& memory, std::span<const AddressedBlock> blocks,
-                     const MessageCatalogue& catalogue)
-{
-    std::string text = catalogue.Caption(Message::EepromAskWrite);
-    text.append(LineEnd).append(catalogue.Caption(Message::EepromAskWriteMore)).append(LineEnd);
-    for (const auto& [address, now] : BlocksRead(memory)) {
-        const auto found = std::ranges::find(blocks, address, &AddressedBlock::address);
-        text.append(LineEnd).append(catalogue.Word(Message::EepromAddressWord));
-        text.append(std::to_string(address)).append(": ").append(BlockText(now)).append("  >>  ");
-        text +=
-            found != blocks.end() ? BlockText(found->block) : catalogue.Caption(Message::EepromNotWritten);
-    }
-    return text;
-}
-
 std::string SaveCopy(const ModuleMemory& memory, const WriteSurroundings& surroundings)
 {
-    const auto& [prompt, catalogue, files, folder, port, settings, time, onWrite] = surroundings;
-    files.MakeFolder(folder);
-    std::string path = NewCopyPath(files, folder, port, time);
-    files.Write(path, WriteIdentityCopy({DateText(time), "COM" + std::to_string(port) + ": " + settings,
+    const std::string port = "COM" + std::to_string(surroundings.port);
+    Files& files = surroundings.files;
+    files.MakeFolder(surroundings.folder);
+    std::string path = NewCopyPath(files, surroundings.folder, surroundings.port, surroundings.time);
+    files.Write(path, WriteIdentityCopy({DateText(surroundings.time), port + ": " + surroundings.settings,
                                          BlocksRead(memory)}));
     return path;
 }
@@ -71,6 +57,16 @@ std::vector<std::size_t> AddressesNotRead(const ModuleMemory& memory, std::span<
     return addresses;
 }
 
+std::vector<AddressedBlock> BlocksForTheLine(const ModuleMemory& memory,
+                                             std::span<const AddressedBlock> blocks)
+{
+    std::vector<AddressedBlock> kept;
+    std::ranges::copy_if(blocks, std::back_inserter(kept), [&](const AddressedBlock& block) {
+        return memory.Rows().at(block.address).block.has_value();
+    });
+    return kept;
+}
+
 std::vector<std::size_t> AddressesThatDiffer(const ModuleMemory& memory,
                                              std::span<const AddressedBlock> blocks)
 {
@@ -93,8 +89,7 @@ WriteResult WriteIdentities(ModuleMemory& memory, std::span<const AddressedBlock
                             const WriteSurroundings& surroundings)
 {
     const auto& catalogue = surroundings.catalogue;
-    if (surroundings.prompt.Show(ProductName, Question(memory, blocks, catalogue),
-                                 {BoxIcon::Exclamation, BoxButtons::YesNo, Answer::No}) != Answer::Yes)
+    if (!surroundings.ask(AskAboutWrite(memory, blocks, catalogue, surroundings.remarks)))
         return {};
     WriteResult result;
     try {
@@ -119,6 +114,17 @@ std::vector<AddressedBlock> Acknowledged(std::span<const AddressedBlock> blocks,
         return std::ranges::find(result.failed, block.address) == result.failed.end();
     });
     return acknowledged;
+}
+
+std::string DescribeCopy(const MessageCatalogue& catalogue, const IdentityCopy& copy)
+{
+    return catalogue.Word(Message::EepromCopyOf) + copy.date + ", " + copy.line;
+}
+
+std::string DescribeLeftOut(const MessageCatalogue& catalogue, std::span<const std::size_t> addresses)
+{
+    return addresses.empty() ? std::string()
+                             : catalogue.Word(Message::EepromLeftOut) + AddressList(addresses);
 }
 
 std::string DescribeCopyError(const MessageCatalogue& catalogue, const IdentityCopyError& error)

@@ -14,6 +14,7 @@
 #include "app/MessageCatalogue.h"
 #include "eeprom/IdentityCopy.h"
 #include "eeprom/ModuleMemory.h"
+#include "eeprom/WriteQuestion.h"
 #include "platform/Files.h"
 #include "platform/Prompt.h"
 
@@ -30,6 +31,10 @@ std::vector<AddressedBlock> PlanChoices(const ModuleMemory& memory, const Identi
 
 /// The addresses of `blocks` whose modules have not been read, so that they cannot be written.
 std::vector<std::size_t> AddressesNotRead(const ModuleMemory& memory, std::span<const AddressedBlock> blocks);
+
+/// The others: those of `blocks` whose modules have been read.
+std::vector<AddressedBlock> BlocksForTheLine(const ModuleMemory& memory,
+                                             std::span<const AddressedBlock> blocks);
 
 /// The addresses of `blocks` whose modules hold other bytes, as last read; those that could not be read do
 /// not count.
@@ -48,7 +53,9 @@ struct WriteSurroundings {
     int port = 1;        ///< COM1 = 1
     std::string settings;
     std::tm time{};
-    std::function<void()> onWrite{};  ///< called before the first byte is written; may be empty
+    std::function<bool(const WriteQuestion&)> ask;  ///< the user, true for Yes alone; must be set
+    std::vector<std::string> remarks{};             ///< what the question tells besides
+    std::function<void()> onWrite{};                ///< called before the first byte is written; may be empty
 };
 
 enum class WriteOutcome {
@@ -64,13 +71,19 @@ struct WriteResult {
     std::vector<std::size_t> failed;  ///< addresses
 };
 
-/// Shows each row's bytes now and to be written and asks, No being the default; saves the present bytes;
-/// writes. Every block's module must have been read.
+/// Asks, showing each row's bytes now and to be written; saves the present bytes; writes. Every block's
+/// module must have been read.
 WriteResult WriteIdentities(ModuleMemory& memory, std::span<const AddressedBlock> blocks,
                             const WriteSurroundings& surroundings);
 
 /// Those of `blocks` whose modules have acknowledged them.
 std::vector<AddressedBlock> Acknowledged(std::span<const AddressedBlock> blocks, const WriteResult& result);
+
+/// When and where a copy was saved.
+std::string DescribeCopy(const MessageCatalogue& catalogue, const IdentityCopy& copy);
+
+/// The addresses of a copy that cannot be written; empty for none.
+std::string DescribeLeftOut(const MessageCatalogue& catalogue, std::span<const std::size_t> addresses);
 
 /// What a rejected copy says to the user: the line, and what was expected there.
 std::string DescribeCopyError(const MessageCatalogue& catalogue, const IdentityCopyError& error);

@@ -4,19 +4,11 @@
 #include <chrono>
 #include <utility>
 
+#include "eeprom/ModuleRequest.h"
+
 namespace kelvora {
 
 namespace {
-
-constexpr char IdentifyCommand = '\xF7';
-constexpr char ReadCommand = '\xF9';
-constexpr char WriteCommand = '\xFA';
-
-constexpr std::size_t IdentifyLength = 6;
-
-/// What comes before the EEPROM's bytes in the reply to a read.
-constexpr std::size_t ReadHeadLength = 2;
-constexpr std::size_t ReadLength = ReadHeadLength + IdentityBlockSize;
 
 /// How long a reply is waited for, in milliseconds; from the module protocol.
 constexpr int ReplyMs = 500;
@@ -29,17 +21,6 @@ constexpr int FirstAnswerSteps = 7;
 
 /// A module that was too slow to acknowledge may do so yet: the next request must not meet that.
 constexpr std::chrono::milliseconds QuietAfterFailure{200};
-
-std::string Request(std::size_t address, char command)
-{
-    return {static_cast<char>(address), command};
-}
-
-std::string BlockRequest(std::size_t address, char command)
-{
-    return Request(address, command) + static_cast<char>(IdentityBlockAddress >> 8U) +
-           static_cast<char>(IdentityBlockAddress & 0xFFU);
-}
 
 constexpr std::uint8_t FrameLength(std::size_t dataLength)
 {
@@ -86,7 +67,7 @@ ModuleMemory::Pass ModuleMemory::SearchAddresses()
 {
     Pass pass;
     for (std::size_t address = 0; address < ModuleAddresses; ++address) {
-        const bool sent = protocol_.SendMsg(Request(address, IdentifyCommand));
+        const bool sent = protocol_.SendMsg(RequestToIdentify(address));
         if (!sent) {
             SetProgress(progress_ + 1);
         } else if (Identify(address)) {
@@ -132,7 +113,7 @@ bool ModuleMemory::ReadEeprom()
     std::array<std::optional<IdentityBlock>, ModuleAddresses> blocks;
     bool complete = true;
     for (std::size_t address = 0; address < Count(); ++address) {
-        if (!protocol_.SendMsg(BlockRequest(address, ReadCommand) + static_cast<char>(IdentityBlockSize))) {
+        if (!protocol_.SendMsg(RequestToRead(address))) {
             complete = false;
             break;
         }
@@ -165,8 +146,7 @@ std::vector<std::size_t> ModuleMemory::WriteEeprom(std::span<const AddressedBloc
     bool usable = true;
     for (const auto& [address, block] : blocks) {
         const std::string bytes(block.begin(), block.end());
-        if (usable && address < WritableAddresses &&
-            protocol_.SendCmd(BlockRequest(address, WriteCommand), bytes))
+        if (usable && address < WritableAddresses && protocol_.SendCmd(RequestToWrite(address), bytes))
             continue;
         failed.push_back(address);
         usable = usable && protocol_.WaitQuiet(QuietAfterFailure);

@@ -1,8 +1,5 @@
-// The modules of a line and their identity blocks: finds the modules, reads the blocks, writes them.
-// A request is the module's address, a command byte and what that needs:
-//   F7 identify   reply: 6 bytes
-//   F9 read       EEPROM address (high, low), count; reply: 2 bytes and what was read
-//   FA write      EEPROM address (high, low), the bytes; acknowledged only
+// The modules of a line and their identity blocks: finds the modules, reads the blocks, writes them. The
+// requests are told in eeprom/ModuleRequest.h.
 #pragma once
 
 #include <array>
@@ -55,12 +52,15 @@ public:
     SearchOutcome FindModules(SearchRepeats repeats);
 
     /// Reads the blocks of all addresses up to the highest found, showing each error. Returns whether all
-    /// could be read; an address that takes no request ends the reading.
+    /// could be read; an address that takes no request, or a line that is lost, ends the reading.
     bool ReadEeprom();
 
     /// Writes blocks, showing each error; after a module that failed the others have their turn once the line
     /// is quiet. Returns the addresses that failed, in the order of `blocks`. Addresses above 5 always do.
     std::vector<std::size_t> WriteEeprom(std::span<const AddressedBlock> blocks);
+
+    /// Whether the line is open; it is lost where it is no longer.
+    bool HasLine() const { return protocol_.IsOpen(); }
 
     /// By address.
     const std::array<ModuleRow, ModuleAddresses>& Rows() const { return rows_; }

@@ -43,14 +43,23 @@ void ModuleProtocol::SetCommSpeed(int speed)
 
 bool ModuleProtocol::OpenCommsLine()
 {
-    return port_.IsOpen() || port_.Open();
+    if (!IsOpen())
+        opened_ = !port_.IsOpen() && port_.Open();
+    return opened_;
+}
+
+void ModuleProtocol::Close()
+{
+    if (IsOpen())
+        port_.Close();
+    opened_ = false;
 }
 
 void ModuleProtocol::CloseCommsLine()
 {
-    if (!port_.IsOpen())
+    if (!IsOpen())
         return;
-    port_.Close();
+    Close();
     timer_.SetTimeout(SettleMs);
     WaitForTimeout();
 }
@@ -69,18 +78,18 @@ bool ModuleProtocol::SendCmd(std::string_view command, std::string_view data)
 void ModuleProtocol::SendPacket(std::string_view frame)
 {
     ResetCommsError();
-    port_.DiscardInput();
-    port_.Write(std::string_view(&ProtocolCharacter::ENQ, 1));
+    Discard();
+    Write({&ProtocolCharacter::ENQ, 1});
     timer_.SetTimeout(HandshakeMs);
     while (timer_.IsRunning() && port_.BytesWaiting() == 0)
         loop_.Yield();
-    SetCommsError(JudgeHandshake(port_.Read()));
+    SetCommsError(TakeAnswer(0, JudgeHandshake));
     // What else the module says on its way here must not be taken for its acknowledgement.
     YieldOnce();
-    port_.DiscardInput();
+    Discard();
     if (CommsError() != CommsErrorCode::None)
         return;
-    port_.Write(frame);
+    Write(frame);
     // The same time-out bounds the acknowledgement, and lasts to its end however fast the answer comes: a
     // module that has more to say than ACK waits for that.
     std::size_t limit = 0;
@@ -89,7 +98,38 @@ void ModuleProtocol::SendPacket(std::string_view frame)
         if (port_.BytesWaiting() > 1)
             limit = AcknowledgementLength;
     }
-    SetCommsError(JudgeAcknowledgement(port_.Read(limit)));
+    SetCommsError(TakeAnswer(limit, JudgeAcknowledgement));
+}
+
+void ModuleProtocol::Write(std::string_view bytes)
+{
+    port_.Write(bytes);
+    if (IsOpen())
+        Watch(LineTraffic::Direction::Sent, LineTraffic::Damage::None, bytes);
+}
+
+std::int16_t ModuleProtocol::TakeAnswer(std::size_t limit, std::int16_t (*judge)(std::string_view))
+{
+    const std::string answer = port_.Read(limit);
+    const std::int16_t error = judge(answer);
+    const bool belongs = error != CommsErrorCode::NotReady && error != CommsErrorCode::IllegalCharacter;
+    Watch(LineTraffic::Direction::Received, belongs ? LineTraffic::Damage::None : LineTraffic::Damage::Noise,
+          answer);
+    return error;
+}
+
+void ModuleProtocol::Discard()
+{
+    if (watcher)
+        Watch(LineTraffic::Direction::Received, LineTraffic::Damage::Noise, port_.Read());
+    port_.DiscardInput();
+}
+
+void ModuleProtocol::Watch(LineTraffic::Direction direction, LineTraffic::Damage damage,
+                           std::string_view bytes) const
+{
+    if (watcher && !bytes.empty())
+        watcher({direction, damage, bytes});
 }
 
 std::string ModuleProtocol::WaitMsg(std::uint8_t expected, bool framed, int timeoutMs)
@@ -104,9 +144,14 @@ std::string ModuleProtocol::WaitMsg(std::uint8_t expected, bool framed, int time
             break;
     }
     std::string received = port_.Read(expected != 0 ? 0 : ReadLengthWhenQuiet(waiting));
-    if (received.empty() || !framed)
+    if (received.empty() || !framed) {
+        Watch(LineTraffic::Direction::Received, LineTraffic::Damage::None, received);
         return received;
+    }
     FramedReply reply = JudgeReply(received);
+    Watch(LineTraffic::Direction::Received,
+          reply.error == CommsErrorCode::None ? LineTraffic::Damage::None : LineTraffic::Damage::BadFrame,
+          received);
     SetCommsError(reply.error);
     return std::move(reply.data);
 }
@@ -136,7 +181,7 @@ bool ModuleProtocol::WaitQuiet(std::chrono::milliseconds quiet)
 {
     const EventLoop::Time start = loop_.Now();
     EventLoop::Time latest = start;
-    while (port_.IsOpen() && loop_.Now() - latest < quiet) {
+    while (IsOpen() && loop_.Now() - latest < quiet) {
         if (loop_.Now() - start > LongestNoise)
             return false;
         timer_.SetTimeout(0);
@@ -144,9 +189,9 @@ bool ModuleProtocol::WaitQuiet(std::chrono::milliseconds quiet)
             loop_.Yield();
         if (port_.BytesWaiting() > 0)
             latest = loop_.Now();
-        port_.DiscardInput();
+        Discard();
     }
-    return port_.IsOpen();
+    return IsOpen();
 }
 
 // Lets what is due happen, without waiting for more.
@@ -166,7 +211,7 @@ void ModuleProtocol::SetCommsError(std::int16_t code)
 {
     if (code == CommsErrorCode::None)
         return;
-    if (reportCommsErrors_)
+    if (reportCommsErrors_ && IsOpen())
         ErrorOut(code);
     prevCommsError_ = lastCommsError_;
     lastCommsError_ = code;

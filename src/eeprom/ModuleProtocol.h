@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "comms/LineTraffic.h"
 #include "eeprom/ModuleFrame.h"
 #include "eeprom/WaitTimer.h"
 #include "platform/EventLoop.h"
@@ -26,11 +27,17 @@ public:
     void SetCommSpeed(int speed);
     const std::string& Settings() const { return port_.Settings(); }
 
-    /// Opens the port where it is closed. Returns whether it is open then.
+    /// Opens the port where it is closed. Returns whether it is open then; a port that somebody else in the
+    /// program has opened is not.
     bool OpenCommsLine();
     /// Closes the port where it is open, and waits a moment for the line to settle.
     void CloseCommsLine();
-    bool IsOpen() const { return port_.IsOpen(); }
+    /// Closes the port where it is open.
+    void Close();
+    bool IsOpen() const { return opened_ && port_.IsOpen(); }
+
+    /// Told of all that passes, discarded bytes as noise.
+    TrafficWatcher watcher;
 
     /// Sends a frame of at most 255 data bytes. Returns whether the module has acknowledged it.
     bool SendMsg(std::string_view data);
@@ -50,7 +57,8 @@ public:
     /// quiet in five seconds, or is lost.
     bool WaitQuiet(std::chrono::milliseconds quiet);
 
-    /// Whether each error is shown when it is recorded.
+    /// Whether each error is shown when it is recorded. Errors of a line that is lost are not: no module is
+    /// to blame for them.
     void SetReportCommsErrors(bool report) { reportCommsErrors_ = report; }
 
     /// The latest exchange's error; 0 for none.
@@ -62,6 +70,10 @@ public:
 
 private:
     void SendPacket(std::string_view frame);
+    void Write(std::string_view bytes);
+    std::int16_t TakeAnswer(std::size_t limit, std::int16_t (*judge)(std::string_view));
+    void Discard();
+    void Watch(LineTraffic::Direction direction, LineTraffic::Damage damage, std::string_view bytes) const;
     void YieldOnce();
     void WaitForTimeout();
     std::size_t ReadLengthWhenQuiet(std::size_t waiting);
@@ -72,6 +84,7 @@ private:
     EventLoop& loop_;
     Prompt& prompt_;
     WaitTimer timer_;
+    bool opened_ = false;
     bool reportCommsErrors_ = false;
     std::int16_t lastCommsError_ = CommsErrorCode::None;
     std::int16_t prevCommsError_ = CommsErrorCode::None;

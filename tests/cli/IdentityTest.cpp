@@ -60,7 +60,9 @@ TEST_F(IdentityCli, PrintsTheModules)
     port.answers.clear();
     EXPECT_EQ(Run({}).err, "kelvora-cli: No MID modules found\n");
     port.opens = false;
-    EXPECT_EQ(Run({}).err, "kelvora-cli: /dev/ttyS0: Device or resource busy\n");
+    EXPECT_EQ(
+        Run({}).err,
+        "kelvora-cli: /dev/ttyS0: Another program holds the port. Close that program, then try again.\n");
 }
 
 TEST_F(IdentityCli, WritesAfterAYesAndRestores)
@@ -85,6 +87,33 @@ TEST_F(IdentityCli, WritesAfterAYesAndRestores)
     EXPECT_EQ(restored.exitCode, 3);
     EXPECT_THAT(restored.err, HasSubstr("Addresses that failed: 0, 1\n"));
     EXPECT_THAT(restored.err, HasSubstr("do not hold what was written: 1\n"));
+}
+
+TEST_F(IdentityCli, WritesOfACopyWhatTheLineHas)
+{
+    port.answers[Request] = {{{20, "\x06"}}};
+    port.answers[ReadRequest[1]] = {Reply(BadgeReply), Reply(SlaveReply)};
+    const std::string head = "Kelvora module identities\nDate d\nLine COM7\n";
+    const std::string block = ": AA 55 BF 00 00 00 00 00\n";
+    const CliResult result =
+        Run({Action::Restore, 0, {}, Write("a.txt", head + "1" + block + "4" + block)}, true);
+    EXPECT_EQ(result.exitCode, 3);
+    EXPECT_EQ(std::ranges::count(port.written, Request), 1);
+    EXPECT_THAT(questions.at(0),
+                HasSubstr("Saved copy: d, COM7\nNot read from this line, so not written: 4\n"));
+    EXPECT_THAT(result.err, testing::EndsWith("Not read from this line, so not written: 4\n"));
+}
+
+TEST_F(CliTest, IdentityIsWrittenUnaskedWithYesAlone)
+{
+    access.data = folder;
+    EXPECT_EQ(Run({"identity", "write", "3", "mcr 2+3"}).exitCode, 2) << "no terminal";
+    const CliResult written = Run({"identity", "write", "3", "mcr 2+3", "--yes"});
+    EXPECT_EQ(written.exitCode, 0);
+    EXPECT_THAT(written.out, HasSubstr("3: AA 55 00 00 00 02 00 00  MCR 2+3\n4: "));
+    EXPECT_THAT(written.err, HasSubstr("\n* Address 3: KM64 >> MCR 2+3, changed\n"));
+    EXPECT_EQ(written.err.find('?'), std::string::npos);
+    EXPECT_EQ(access.bench.line.Memory().modules[3][5], 2);
 }
 
 TEST_F(IdentityCli, RefusesWhatCannotBeWritten)

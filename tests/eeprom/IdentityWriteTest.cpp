@@ -93,7 +93,18 @@ protected:
     WriteResult Write(const std::vector<AddressedBlock>& blocks)
     {
         return WriteIdentities(memory, blocks,
-                               {prompt, catalogue, files, "/data", 2, port.Settings(), Afternoon()});
+                               {prompt,
+                                catalogue,
+                                files,
+                                "/data",
+                                2,
+                                port.Settings(),
+                                Afternoon(),
+                                [this](const WriteQuestion& question) {
+                                    asked.push_back(question);
+                                    return yes;
+                                },
+                                {"Mind this.", ""}});
     }
 
     FakeEventLoop loop;
@@ -103,6 +114,8 @@ protected:
     MessageCatalogue catalogue;
     ModuleProtocol protocol{port, loop, prompt};
     ModuleMemory memory{protocol};
+    bool yes = false;
+    std::vector<WriteQuestion> asked;
 };
 
 const std::vector<AddressedBlock> ToSlave{{2, {0xAA, 0x55, 0xBF, 0, 0, 0, 0, 0}}};
@@ -126,19 +139,24 @@ TEST_F(IdentityWrite, RowsWithoutAChoiceAreNotPlanned)
 TEST_F(IdentityWrite, AsksAndSavesBeforeItWrites)
 {
     EXPECT_EQ(Write(ToSlave).outcome, WriteOutcome::Declined);
-    ASSERT_EQ(prompt.shown.size(), 1U);
-    EXPECT_EQ(prompt.shown[0].style.defaultAnswer, Answer::No);
-    EXPECT_EQ(prompt.shown[0].body,
-              "Write these bytes to the modules?\r\n"
-              "A wrong identity makes a module inaccessible to the POS unit.\r\n\r\n"
-              "Address 0: AA 55 D6 17 FF FF 04 00  >>  not written\r\n"
-              "Address 2: AA 55 00 00 00 02 00 00  >>  AA 55 BF 00 00 00 00 00");
+    ASSERT_EQ(asked.size(), 1U);
+    EXPECT_EQ(asked[0].text,
+              "Mind this.\r\nA wrong identity makes a module inaccessible to the POS unit.\r\n"
+              "Write these bytes to the modules?");
+    EXPECT_EQ(asked[0].table,
+              "  Address 0: KM96CM, not written\r\n"
+              "    now            AA 55 D6 17 FF FF 04 00\r\n"
+              "* Address 2: MCR 2+3 >> KM64, changed\r\n"
+              "    now            AA 55 00 00 00 02 00 00\r\n"
+              "    to be written  AA 55 BF 00 00 00 00 00\r\n"
+              "                         ^^       ^^\r\n\r\n"
+              "* marks the modules whose bytes change, ^^ the bytes.");
     EXPECT_TRUE(port.written.empty());
     EXPECT_TRUE(files.content.empty());
 
     const std::string request = Bytes("\x02\x0C\x02\xFA\x00\xAA\xAA\x55\xBF\x00\x00\x00\x00\x00\x12\x03");
     port.answers[request] = {{{20, "\x06"}}};
-    prompt.answers = {Answer::Yes};
+    yes = true;
     const WriteResult result = Write(ToSlave);
     EXPECT_EQ(result.outcome, WriteOutcome::Written);
     EXPECT_EQ(result.copyPath, CopyPath);
@@ -146,17 +164,34 @@ TEST_F(IdentityWrite, AsksAndSavesBeforeItWrites)
     EXPECT_EQ(port.written, (std::vector{Enquiry, request}));
 
     port.answers[request] = {{{20, "\x15"}}};
-    prompt.answers = {Answer::Yes};
     const WriteResult failed = Write(ToSlave);
     EXPECT_EQ(failed.outcome, WriteOutcome::Failed);
     EXPECT_EQ(failed.failed, std::vector<std::size_t>{2});
     EXPECT_EQ(failed.copyPath, "/data/identities-COM2-20250131-142530-2.txt") << "no copy is overwritten";
 }
 
+TEST_F(IdentityWrite, WhatIsWrittenAgainIsToldFromWhatChanges)
+{
+    Write({{0, CompositeBlock}, {2, *memory.Rows()[2].block}});
+    EXPECT_EQ(asked.at(0).table.substr(0, asked[0].table.rfind("\r\n\r\n")),
+              "* Address 0: KM96CM, changed\r\n"
+              "    now            AA 55 D6 17 FF FF 04 00\r\n"
+              "    to be written  AA 55 D6 17 00 00 04 00\r\n"
+              "                               ^^ ^^\r\n"
+              "  Address 2: MCR 2+3, same bytes, written again\r\n"
+              "    now            AA 55 00 00 00 02 00 00\r\n"
+              "    to be written  AA 55 00 00 00 02 00 00");
+    const IdentityCopy copy = ReadIdentityCopy(CopyText);
+    EXPECT_EQ(DescribeCopy({}, copy), "Saved copy: 2025-01-31 14:25:30, COM2: 9600,n,8,1");
+    EXPECT_EQ(DescribeLeftOut({}, std::vector<std::size_t>{1, 5}),
+              "Not read from this line, so not written: 1, 5");
+    EXPECT_EQ(BlocksForTheLine(memory, std::vector<AddressedBlock>{{1, {}}, ToSlave[0], {5, {}}}), ToSlave);
+}
+
 TEST_F(IdentityWrite, NothingIsWrittenWhenNothingCanBeSaved)
 {
     files.unwritable.insert(CopyPath);
-    prompt.answers = {Answer::Yes};
+    yes = true;
     EXPECT_EQ(Write(ToSlave).outcome, WriteOutcome::NotSaved);
     EXPECT_TRUE(port.written.empty());
     EXPECT_EQ(prompt.shown.back().body,

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "ScriptedPort.h"
+#include "eeprom/ModuleMeaning.h"
 #include "fakes/FakePrompt.h"
 
 namespace kelvora {
@@ -216,6 +217,58 @@ TEST_F(Protocol, QuietCountsFromTheLastByte)
     EXPECT_FALSE(protocol.WaitQuiet(200ms)) << "never quiet";
     port.Close();
     EXPECT_FALSE(protocol.WaitQuiet(200ms)) << "lost";
+}
+
+TEST_F(Protocol, WatcherSeesWhatPasses)
+{
+    std::string seen;
+    protocol.watcher = [&](const LineTraffic& traffic) {
+        seen += traffic.direction == LineTraffic::Direction::Sent ? "> " : "< ";
+        seen += traffic.damage == LineTraffic::Damage::None    ? ""
+                : traffic.damage == LineTraffic::Damage::Noise ? "noise "
+                                                               : "bad ";
+        seen += ModuleMeaning(traffic) + "\n";
+    };
+    port.answers = {{Enquiry, {{{5, "\x11"}}, {{5, "\x11"}}, {{5, "?"}}}},
+                    {Identify[0], {{{9, "\x06"}, {130, IdentityReply}}}},
+                    {ReadRequest[1], {{{9, "\x06\x06"}, {130, BadgeReply + "x"}}}},
+                    {"noise", {{{5, "\x06"}}}}};
+    protocol.SendMsg(Bytes("\x00\xF7"));
+    protocol.WaitMsg(10, true, 500);
+    protocol.SendMsg(Bytes("\x01\xF9\x00\xAA\x08"));
+    protocol.WaitMsg(14, true, 500);
+    port.Write("noise");
+    loop.Pass(10ms);
+    protocol.SendMsg("a");
+    EXPECT_EQ(seen,
+              "> enquiry\n< ready\n> identify address 0\n< acknowledged\n"
+              "< reply, identification 00 F7 01 02 03 04\n"
+              "> enquiry\n< ready\n> read address 1, EEPROM 00AA, 8 bytes\n< acknowledged\n< bad \n"
+              "< noise \n> enquiry\n< noise \n");
+}
+
+TEST(ModuleMeaning, NamesRequestsAndAnswers)
+{
+    using enum LineTraffic::Direction;
+    struct Row {
+        LineTraffic::Direction direction;
+        std::string bytes, meaning;
+    };
+    for (const Row& row : std::vector<Row>{
+             {Sent, Bytes("\x02\x0C\x02\xFA\x00\xAA\xAA\x55\xBF\x00\x00\x00\x00\x00\x12\x03"),
+              "write address 2, EEPROM 00AA: AA 55 BF 00 00 00 00 00"},
+             {Received, BadgeReply, "reply, EEPROM AA 55 00 00 00 02 00 00"},
+             {Received, Bytes("\x02\x01\x41\x41\x03"), "reply, 1 bytes"},
+             {Received, "\x06\x15", "refused, wrong ETX"},
+             {Received, "\x15", "refused, wrong LRC"},
+             {Sent, Bytes("\x02\x01\x41\x41\x03"), ""},
+             {Sent, Bytes("\x02\x02\x00\xF9\xF9\x03"), ""},
+             {Sent, Bytes("\x02\x02\x00\xF0\xF0\x03"), ""},
+             {Received, "\x02", ""},
+             {Received, "", ""},
+         })
+        EXPECT_EQ(ModuleMeaning({row.direction, LineTraffic::Damage::None, row.bytes}), row.meaning)
+            << row.meaning;
 }
 
 }  // namespace

@@ -6,12 +6,19 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <memory>
 
+#include "comms/forms/frmAbort.h"
 #include "eeprom/ScriptedPort.h"
+#include "eeprom/forms/WriteQuestionDialog.h"
+#include "fakes/BenchLine.h"
 #include "fakes/FakeFileDialogs.h"
 #include "fakes/FakeFiles.h"
 #include "fakes/FakePrompt.h"
@@ -25,7 +32,12 @@ protected:
     EepromForm()
     {
         settings.CommsPort = 2;
-        form = std::make_unique<frmEeprom>(program, settings, port, PathFromQString(folder.path()));
+        Open(port);
+    }
+
+    void Open(SerialPort& line)
+    {
+        form = std::make_unique<frmEeprom>(program, settings, line, PathFromQString(folder.path()));
         form->onBusy = [this] { busy.push_back(program.busy); };
         form->show();
         QApplication::setActiveWindow(form.get());
@@ -58,6 +70,29 @@ protected:
         emit list->activated(identity);
     }
 
+    /// Presses a button that brings up the question before a write, and answers it. The question's texts.
+    WriteQuestion Ask(const char* button, bool yes)
+    {
+        WriteQuestion asked;
+        QTimer watch;
+        watch.callOnTimeout([&] {
+            auto* dialog = dynamic_cast<WriteQuestionDialog*>(QApplication::activeModalWidget());
+            if (!dialog)
+                return;
+            watch.stop();
+            asked = {FromQString(dialog->findChild<QLabel*>("Question")->text()),
+                     FromQString(dialog->findChild<QPlainTextEdit*>("Table")->toPlainText())};
+            // Enter is No, and so is Esc.
+            QTest::keyClick(dialog->focusWidget(), yes ? Qt::Key_Escape : Qt::Key_Return);
+            EXPECT_EQ(dialog->result(), QDialog::Rejected);
+            if (yes)
+                dialog->accept();
+        });
+        watch.start(0);
+        Press(button);
+        return asked;
+    }
+
     /// A composite keyboard, a display without light that is no part of it, and a module that is not read.
     void GoToTable()
     {
@@ -87,15 +122,24 @@ TEST_F(EepromForm, GoesFromPageToPage)
     EXPECT_EQ(FromQString(form->windowTitle()), "EEPROM device ID programmer");
     EXPECT_EQ(Label("Info12"), "Press \"Cancel\" to exit this function or \"Next >>\" to continue");
     EXPECT_EQ(Enabled(), "NC");
+    EXPECT_EQ(Label("PortLabel"), " COM2");
     QTest::keyClick(form->focusWidget(), Qt::Key_Return);
     EXPECT_TRUE(IsShown("WizFrame1"));
     EXPECT_EQ(Label("Info23"), "Press \"\"Next >>\" when ready to continue");
     EXPECT_EQ(Enabled(), "BNC");
     EXPECT_FALSE(port.IsOpen());
     Attach(port, {CompositeReply});
+    loop.After(std::chrono::milliseconds(100), [&] {
+        EXPECT_TRUE(IsShown("StopCommand"));
+        QTest::keyClick(form->focusWidget(), Qt::Key_Return);
+        QTest::keyClick(form->focusWidget(), Qt::Key_Space);
+    });
     QTest::keyClick(form->focusWidget(), Qt::Key_Return);
     EXPECT_TRUE(IsShown("Info30") && IsShown("Info31"));
+    EXPECT_FALSE(IsShown("Outcome")) << "the key that begins the search does not end it";
     EXPECT_EQ(Label("PortLabel"), " COM2: 9600,n,8,1");
+    EXPECT_TRUE(Find<QLabel>("PortLabel")->isEnabled());
+    EXPECT_EQ(program.running.status, "EEPROM wizard on COM2");
     EXPECT_EQ(Enabled(), "BNC");
     EXPECT_EQ(busy, std::vector{true});
     Press("Next");
@@ -104,7 +148,9 @@ TEST_F(EepromForm, GoesFromPageToPage)
     EXPECT_EQ(Label("EepromInfo0"), "AA 55 D6 17 FF FF 04 00");
     Press("Back");
     Press("Back");
-    EXPECT_FALSE(port.IsOpen());
+    EXPECT_FALSE(port.IsOpen() || Find<QLabel>("PortLabel")->isEnabled());
+    EXPECT_EQ(Label("PortLabel"), " COM2");
+    EXPECT_EQ(program.running.status, "");
     EXPECT_EQ(busy, (std::vector{true, false}));
     Press("Cancel");
     EXPECT_FALSE(form->isVisible());
@@ -124,8 +170,10 @@ TEST_F(EepromForm, ChoiceThatDiffersCanBeWritten)
     EXPECT_TRUE(IsShown("WizFrame3")) << "Enter in a list presses no button";
     Choose(0, 3);
     EXPECT_EQ(Enabled(), "BCU");
-    Press("Update");
-    ASSERT_EQ(prompt.shown.size(), 1U) << "asked, and No is the default";
+    EXPECT_THAT(Ask("Update", false).table,
+                testing::StartsWith("* Address 0: KM96CM >> KM64, changed\n"
+                                    "    now            AA 55 D6 17 FF FF 04 00\n"
+                                    "    to be written  AA 55 BF 00 00 00 00 00\n"));
     EXPECT_EQ(Enabled(), "BCU");
     EXPECT_TRUE(files.content.empty());
     Choose(0, 0);
@@ -138,31 +186,33 @@ TEST_F(EepromForm, TableShowsWhatTheModulesHoldAfterAWrite)
     port.answers[Written] = {{{20, "\x06"}}};
     port.answers[ReadRequest[0]] = {Reply(SlaveReply), Reply(CompositeReply)};
     Choose(0, 3);
-    prompt.answers = {Answer::Yes};
-    Press("Update");
-    ASSERT_EQ(prompt.shown.size(), 3U) << "the question, the outcome, and the module that is not read";
-    EXPECT_EQ(prompt.shown[1].body,
+    Ask("Update", true);
+    ASSERT_EQ(prompt.shown.size(), 2U) << "the outcome, and the module that is not read";
+    EXPECT_EQ(prompt.shown[0].body,
               "Module EEPROM data has been updated\r\n\r\nPress \"OK\" to display new EEPROM data");
-    EXPECT_EQ(prompt.shown[2].body, "Communications error encountered during EEPROM read");
+    EXPECT_EQ(prompt.shown[1].body, "Communications error encountered during EEPROM read");
     EXPECT_EQ(Label("DevInfo0"), "KM64");
     EXPECT_EQ(Enabled(), "BC");
     ASSERT_EQ(files.content.size(), 1U);
     const auto [copy, text] = *files.content.begin();
-    EXPECT_THAT(Label("SavedInfo"), testing::EndsWith(copy));
+    EXPECT_EQ(FromQString(Find<QLineEdit>("SavedInfo")->text()), copy);
 
-    // Written back, refused by the module, and read again.
+    // Written back but for what the line cannot take, refused by the module, and read again.
     prompt.shown.clear();
-    prompt.answers = {Answer::Yes};
     port.answers[Bytes("\x02\x0C\x00\xFA\x00\xAA\xAA\x55\xD6\x17\xFF\xFF\x04\x00\x6A\x03")] = {
         {{20, "\x15"}}};
-    files.content[copy] = text.substr(0, text.find("1: "));
+    files.content[copy] = text.substr(0, text.find("1: ")) + "2: AA 55 BF 00 00 00 00 00\n";
     dialogs.choices = {{copy, {}, 1}};
-    Press("WriteBack");
-    ASSERT_EQ(prompt.shown.size(), 4U);
-    EXPECT_EQ(prompt.shown[1].body, "MID NAK response indicates LRC error");
-    EXPECT_EQ(prompt.shown[2].body,
+    const std::string leftOut = "Not read from this line, so not written: 2";
+    EXPECT_THAT(Ask("WriteBack", true).text,
+                testing::AllOf(testing::StartsWith("Saved copy: 20"),
+                               testing::HasSubstr(", COM2: 9600,n,8,1\n" + leftOut)));
+    ASSERT_EQ(prompt.shown.size(), 3U);
+    EXPECT_EQ(prompt.shown[0].body, "MID NAK response indicates LRC error");
+    EXPECT_EQ(prompt.shown[1].body,
               "Communications error encountered during EEPROM write\r\n\r\n"
-              "Press \"OK\" to check EEPROM data:\r\nAddresses that failed: 0");
+              "Press \"OK\" to check EEPROM data:\r\nAddresses that failed: 0\r\n" +
+                  leftOut);
     EXPECT_EQ(Label("DevInfo0"), "KM96CM") << "as read, not as acknowledged";
 }
 
@@ -174,7 +224,7 @@ TEST_F(EepromForm, OnlyCopiesOfThisLineAreWrittenBack)
              {"[Kelvora]",
               "This file is not a saved copy of EEPROM data.\r\nLine 1: Expected here: "
               "\"Kelvora module identities\""},
-             {head + "1: AA 55 00 1F 00 00 00 00\n2: AA 55 BF 00 00 00 00 00\n",
+             {head + "2: AA 55 BF 00 00 00 00 00\n",
               "Nothing was written: these addresses of the file were not read from this line: 2"}}) {
         files.content["copy.txt"] = text;
         dialogs.choices = {{"copy.txt", {}, 1}};
@@ -193,14 +243,20 @@ TEST_F(EepromForm, SearchBelow9600IsStoppedByTheUser)
     loop.After(std::chrono::seconds(2), [&] {
         during = Enabled();
         EXPECT_TRUE(IsShown("Repeats") && IsShown("StopCommand"));
+        EXPECT_EQ(Find<QProgressBar>({})->maximum(), 0) << "no end is in sight";
         form->close();
         Press("Next");
         form->EepromWizard(0);
         QTest::keyClick(form->focusWidget(), Qt::Key_Escape);
+        auto* abort = form->findChild<frmAbort*>();
+        ASSERT_TRUE(abort && abort->isVisible());
+        EXPECT_FALSE(program.interruptionRequested) << "Esc asks";
+        abort->findChild<QPushButton*>("AbortCommand")->click();
     });
     Press("Next");
     EXPECT_EQ(during, "") << "nothing else can be done";
-    EXPECT_TRUE(form->isVisible() && IsShown("WizFrame2") && IsShown("Stopped"));
+    EXPECT_TRUE(form->isVisible() && IsShown("WizFrame2"));
+    EXPECT_EQ(Label("Outcome"), "The search was stopped. Only the modules that were found so far are shown.");
     EXPECT_TRUE(prompt.shown.empty()) << "no box in the middle of a wait";
     EXPECT_EQ(Enabled(), "BNC");
     Press("Next");
@@ -215,15 +271,20 @@ TEST_F(EepromForm, SearchBelow9600IsStoppedByTheUser)
 TEST_F(EepromForm, SearchThatFindsNothing)
 {
     struct Row {
-        std::string reason, says, enabled;
+        std::string reason, says, page, enabled;
         bool opens, stopped;
     };
     Press("Next");
+    const std::string again =
+        "\n\nCheck the cables, the power and the port. \"<< Back\" leads to a new search.";
     for (const Row& row : std::vector<Row>{
-             {"no modules", "No MID modules found", "BNC", true, false},
-             {"stopped", "", "BC", true, true},
-             {"not opened", "Unable to open serial line\r\nDevice or resource busy", "C", false, false},
-             {"for a reason", "Unable to open serial line\r\n/dev/ttyS0", "C", false, false}}) {
+             {"no modules", "No MID modules found", "No MID modules found" + again, "BNC", true, false},
+             {"stopped", "", "The search was stopped. No modules were found so far." + again, "BC", true,
+              true},
+             {"not opened", "Unable to open serial line\r\nDevice or resource busy",
+              "Unable to open serial line\nDevice or resource busy", "C", false, false},
+             {"for a reason", "Unable to open serial line\r\n/dev/ttyS0",
+              "Unable to open serial line\n/dev/ttyS0", "C", false, false}}) {
         if (row.reason == "for a reason")
             form->describeFailure = [](const SerialPort& refused) { return refused.Device(); };
         prompt.shown.clear();
@@ -233,9 +294,88 @@ TEST_F(EepromForm, SearchThatFindsNothing)
             loop.After(std::chrono::milliseconds(60), [&] { Press("Stop"); });
         form->EepromWizard(2);
         EXPECT_EQ(prompt.shown.empty() ? "" : prompt.shown[0].body, row.says) << row.reason;
+        EXPECT_EQ(IsShown("Outcome") ? Label("Outcome") : "", row.page) << row.reason;
+        EXPECT_FALSE(IsShown("Info30") || IsShown("Info31")) << row.reason;
         EXPECT_EQ(Enabled(), row.enabled) << row.reason;
+        EXPECT_EQ(form->focusWidget(), Button(row.opens ? "Back" : "Cancel")) << row.reason;
         EXPECT_EQ(program.busy, row.opens) << row.reason;
     }
+}
+
+TEST_F(EepromForm, TableWithoutModulesLeadsBack)
+{
+    for (int step = 0; step < 3; ++step)
+        Press("Next");
+    EXPECT_TRUE(IsShown("NothingRead"));
+    EXPECT_EQ(form->focusWidget(), Button("Back"));
+    EXPECT_FALSE(Button("WriteBack")->isEnabled());
+}
+
+TEST_F(EepromForm, LostLineIsToldOnceAndLeadsToTheCables)
+{
+    const auto lose = [&](int ms) { loop.After(std::chrono::milliseconds(ms), [&] { port.Close(); }); };
+    const std::string lost = "The serial line was lost. Check the adapter and the cables, then search again.";
+    struct Row {
+        std::string reason;
+        int after;
+        std::vector<std::string> tells;
+    };
+    for (const Row& row : std::vector<Row>{{"in the search", 50, {lost}}, {"in the read", 1000, {lost}}}) {
+        Attach(port, {CompositeReply, CompositeReply, SlaveReply});
+        prompt.shown.clear();
+        form->EepromWizard(1);
+        lose(row.after);
+        Press("Next");
+        ASSERT_EQ(prompt.shown.size(), row.tells.size()) << row.reason;
+        EXPECT_THAT(prompt.shown[0].body, testing::StartsWith(row.tells[0])) << row.reason;
+        EXPECT_TRUE(IsShown("WizFrame1")) << row.reason;
+        EXPECT_EQ(Enabled(), "BNC") << row.reason;
+        EXPECT_FALSE(program.busy) << row.reason;
+    }
+    form->EepromWizard(0);
+    GoToTable();
+    Choose(0, 3);
+    lose(20);
+    Ask("Update", true);
+    ASSERT_EQ(prompt.shown.size(), 2U);
+    EXPECT_THAT(prompt.shown[0].body, testing::EndsWith("Addresses that failed: 0"));
+    EXPECT_THAT(prompt.shown[1].body, testing::StartsWith(lost));
+    EXPECT_THAT(prompt.shown[1].body, testing::EndsWith(files.content.begin()->first));
+    EXPECT_TRUE(IsShown("WizFrame1"));
+}
+
+// No module can acknowledge so slow a write in time: what it holds counts.
+TEST_F(EepromForm, WriteAt1200BaudShowsTheTruth)
+{
+    BenchLine bench(loop, {.modules = {bench::ModuleLinkAt({.baud = 1200})}}, {bench::Module::KM064});
+    Open(bench.port);
+    Press("Next");
+    loop.After(std::chrono::seconds(5), [&] { Press("Stop"); });
+    Press("Next");
+    Press("Next");
+    EXPECT_EQ(Label("DevInfo0"), "KM64");
+    Choose(0, 7);
+    Ask("Update", true);
+    ASSERT_EQ(prompt.shown.size(), 2U);
+    EXPECT_EQ(prompt.shown[0].body, "No response from MID");
+    EXPECT_THAT(prompt.shown[1].body, testing::EndsWith("Addresses that failed: 0"));
+    EXPECT_EQ(Label("DevInfo0"), "ICCR");
+    EXPECT_EQ(Label("EepromInfo0"), "AA 55 00 00 08 00 00 00");
+    form.reset();
+}
+
+TEST_F(EepromForm, LineOfTheTerminalsLinkIsNotShared)
+{
+    BenchLine bench(loop);
+    Open(bench.port);
+    ASSERT_TRUE(bench.link.Open("9600,n,8,1"));
+    program.busy = true;
+    Press("Next");
+    Press("Next");
+    ASSERT_EQ(prompt.shown.size(), 1U);
+    EXPECT_THAT(prompt.shown[0].body, testing::StartsWith("Unable to open serial line"));
+    form.reset();
+    EXPECT_TRUE(program.busy && bench.port.IsOpen()) << "the scan goes on";
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "comms/PortTrial.h"
 #include "comms/forms/PortsDialog.h"
 #include "comms/forms/frmPortSetup.h"
+#include "eeprom/ModuleMeaning.h"
 #include "eeprom/forms/frmEeprom.h"
 
 namespace kelvora {
@@ -43,7 +44,16 @@ void LineForms::ShowWizard(const PosCfg& settings, const std::function<void()>& 
     if (!port || program_.busy)
         return;
     frmEeprom form(program_, settings, *port, program_.dataFolder + "/identities", &window_);
-    form.onBusy = onBusy;
+    // The line monitor can be looked at beside it.
+    form.setWindowModality(Qt::WindowModal);
+    form.onBusy = [this, onBusy] {
+        onBusy();
+        ShowBusy();
+    };
+    form.Watch([this, line = static_cast<int>(settings.CommsPort)](const LineTraffic& traffic) {
+        if (monitor_)
+            monitor_->Add(line, traffic, ModuleMeaning(traffic));
+    });
     form.describeFailure = [this](const SerialPort& tried) {
         return DescribeTrial(program_.catalogue, OutcomeOf(tried));
     };

@@ -90,6 +90,10 @@ void AddFaultOptions(CLI::App& app, FaultPlan& faults)
         ->check(CLI::Range(0, 60'000))
         ->type_name("MS");
     app.add_option("--nak", faults.naks, "How many frames are refused at first")->type_name("N");
+    app.add_option("--wrong-lrc", faults.wrongLrcs, "How many replies of modules bear a wrong LRC at first")
+        ->type_name("N");
+    app.add_option("--wrong-length", faults.wrongLengths, "How many, after those, bear a wrong length")
+        ->type_name("N");
     app.add_option("--silent-after", faults.silentAfter.toHost, "Go silent when N bytes have been answered")
         ->type_name("N");
     app.add_option("--away-after", faults.awayAfter.toHost,

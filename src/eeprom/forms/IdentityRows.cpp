@@ -114,11 +114,14 @@ bool IdentityRows::IsChanged() const
     return false;
 }
 
-void IdentityRows::FocusFirstList()
+bool IdentityRows::FocusFirstList()
 {
     for (const Row& row : rows_)
-        if (row.list->isEnabled())
-            return row.list->setFocus();
+        if (row.list->isEnabled()) {
+            row.list->setFocus();
+            return true;
+        }
+    return false;
 }
 
 }  // namespace kelvora

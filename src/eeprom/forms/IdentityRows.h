@@ -31,7 +31,8 @@ public:
     /// Called when the user has chosen an identity.
     std::function<void()> onChoice;
 
-    void FocusFirstList();
+    /// Puts the focus on the first list that can be used. False when none can.
+    bool FocusFirstList();
 
 private:
     struct Row {

@@ -67,7 +67,7 @@ QFrame* MakeInstructionPage(const MessageCatalogue& catalogue)
 
 SearchPage::SearchPage(const MessageCatalogue& catalogue, int port)
     : opened_(new QWidget(this)),
-      stop_(new QPushButton(ToQString(catalogue.Caption(Message::EepromStop)), this))
+      stop_(new QPushButton(ToQString(catalogue.Caption(Message::AbortCommand)), this))
 {
     auto* layout = new QVBoxLayout(this);
     layout->setSpacing(TextSpacing);
@@ -83,9 +83,11 @@ SearchPage::SearchPage(const MessageCatalogue& catalogue, int port)
     opened_->setObjectName(QStringLiteral("Info30"));
     layout->addWidget(opened_);
     repeats_ = AddText("Repeats", Joined(catalogue, {Message::EepromRepeats}));
-    stopped_ = AddText("Stopped", Joined(catalogue, {Message::EepromStopped}));
+    outcome_ = AddText("Outcome", {});
     ready_ = AddText("Info31", Joined(catalogue, {Message::EepromReady}));
     stop_->setObjectName(QStringLiteral("StopCommand"));
+    // The Enter key that began the search must not end it.
+    stop_->setAutoDefault(false);
     layout->addWidget(stop_, 0, Qt::AlignLeft);
     layout->addStretch();
     Clear();
@@ -100,7 +102,7 @@ QLabel* SearchPage::AddText(const char* name, const QString& text)
 
 void SearchPage::Clear()
 {
-    for (QWidget* widget : {opened_, static_cast<QWidget*>(repeats_), static_cast<QWidget*>(stopped_),
+    for (QWidget* widget : {opened_, static_cast<QWidget*>(repeats_), static_cast<QWidget*>(outcome_),
                             static_cast<QWidget*>(ready_), static_cast<QWidget*>(stop_)})
         widget->hide();
 }
@@ -113,8 +115,9 @@ void SearchPage::ShowOpened()
 void SearchPage::ShowSearching(bool searching)
 {
     stop_->setVisible(searching);
+    // Not on the button: the key that has begun the search may be pressed once more.
     if (searching)
-        stop_->setFocus();
+        setFocus();
     else
         repeats_->hide();
 }
@@ -124,9 +127,10 @@ void SearchPage::ShowRepeating()
     repeats_->show();
 }
 
-void SearchPage::ShowStopped()
+void SearchPage::ShowOutcome(const QString& text)
 {
-    stopped_->show();
+    outcome_->setText(QString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+    outcome_->show();
 }
 
 void SearchPage::ShowReady()

@@ -28,7 +28,9 @@ public:
     void ShowSearching(bool searching);
     /// The search has found modules and goes on, until it is stopped.
     void ShowRepeating();
-    void ShowStopped();
+    /// How the search ended, where there is something to say; lines may end with CR LF.
+    void ShowOutcome(const QString& text);
+    /// The table can be shown.
     void ShowReady();
 
     QPushButton& StopCommand() { return *stop_; }
@@ -38,7 +40,7 @@ private:
 
     QWidget* opened_;
     QLabel* repeats_ = nullptr;
-    QLabel* stopped_ = nullptr;
+    QLabel* outcome_ = nullptr;
     QLabel* ready_ = nullptr;
     QPushButton* stop_;
 };

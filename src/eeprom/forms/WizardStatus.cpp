@@ -29,10 +29,10 @@ WizardStatus::WizardStatus(QWidget* parent)
     layout->addWidget(progress_);
 }
 
-void WizardStatus::ShowPort(const QString& text)
+void WizardStatus::ShowPort(const QString& text, bool isOpen)
 {
     port_->setText(text);
-    port_->setEnabled(true);
+    port_->setEnabled(isOpen);
 }
 
 void WizardStatus::ShowCaption(const QString& text)
@@ -46,10 +46,16 @@ void WizardStatus::ShowProgress(int value)
     progress_->show();
 }
 
+void WizardStatus::ShowEndless()
+{
+    progress_->setRange(0, 0);
+}
+
 void WizardStatus::EndProgress()
 {
     caption_->clear();
     progress_->hide();
+    progress_->setRange(0, SearchSteps);
 }
 
 }  // namespace kelvora

@@ -12,10 +12,13 @@ class WizardStatus final : public QWidget {
 public:
     explicit WizardStatus(QWidget* parent);
 
-    void ShowPort(const QString& text);
+    /// What stands behind the port is grey until it is open.
+    void ShowPort(const QString& text, bool isOpen);
     void ShowCaption(const QString& text);
     /// 0 to SearchSteps.
     void ShowProgress(int value);
+    /// Something is done of which no end is in sight; other progress is no longer shown.
+    void ShowEndless();
     /// Nothing is being done.
     void EndProgress();
 

@@ -6,16 +6,15 @@
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QVBoxLayout>
-#include <algorithm>
 #include <utility>
 
 #include "app/ShowMessage.h"
-#include "app/TextFiles.h"
+#include "comms/forms/frmAbort.h"
 #include "eeprom/forms/IdentityRows.h"
+#include "eeprom/forms/SavedCopy.h"
 #include "eeprom/forms/WizardPages.h"
 #include "eeprom/forms/WizardStatus.h"
 #include "layout/Connection.h"
-#include "platform/Encoding.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -33,30 +32,22 @@ constexpr std::string_view Paragraph = "\r\n\r\n";
 
 }  // namespace
 
-// While it lives nothing else of the wizard can be started.
-class frmEeprom::Work {
-public:
-    explicit Work(frmEeprom& form) : form_(form)
-    {
-        form_.working_ = true;
-        form_.rows_->setEnabled(false);
-        for (QPushButton* button : {form_.back_, form_.next_, form_.cancel_, form_.update_, form_.writeBack_})
-            button->setEnabled(false);
-    }
-    ~Work()
-    {
-        form_.working_ = false;
-        form_.status_->EndProgress();
-        form_.rows_->setEnabled(true);
-        form_.UpdateBusy();
-        form_.SetWizardButtons();
-    }
-    Work(const Work&) = delete;
-    Work& operator=(const Work&) = delete;
+frmEeprom::Work::Work(frmEeprom& form) : form_(form)
+{
+    form_.working_ = true;
+    form_.rows_->setEnabled(false);
+    for (QPushButton* button : {form_.back_, form_.next_, form_.cancel_, form_.update_, form_.writeBack_})
+        button->setEnabled(false);
+}
 
-private:
-    frmEeprom& form_;
-};
+frmEeprom::Work::~Work()
+{
+    form_.working_ = false;
+    form_.status_->EndProgress();
+    form_.rows_->setEnabled(true);
+    form_.UpdateBusy();
+    form_.SetWizardButtons();
+}
 
 frmEeprom::frmEeprom(Program& program, PosCfg settings, SerialPort& port, std::string dataFolder,
                      QWidget* parent)
@@ -74,13 +65,14 @@ frmEeprom::frmEeprom(Program& program, PosCfg settings, SerialPort& port, std::s
     MakeButtons();
     WatchMemory();
     SetWizardButtons();
+    ShowPort();
     resize(InitialSize);
 }
 
 frmEeprom::~frmEeprom()
 {
     onBusy = nullptr;
-    port_.Close();
+    protocol_.Close();
     UpdateBusy();
 }
 
@@ -91,12 +83,13 @@ void frmEeprom::MakePages()
     auto* result = new QFrame;
     auto* resultLayout = new QVBoxLayout(result);
     rows_ = new IdentityRows(program_.catalogue);
-    saved_ = new QLabel;
-    saved_->setObjectName(QStringLiteral("SavedInfo"));
-    saved_->setTextFormat(Qt::PlainText);
-    saved_->setWordWrap(true);
-    saved_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    nothingRead_ = new QLabel(ToQString(Text(Message::EepromNothingRead)));
+    nothingRead_->setObjectName(QStringLiteral("NothingRead"));
+    nothingRead_->setTextFormat(Qt::PlainText);
+    nothingRead_->setWordWrap(true);
+    saved_ = new SavedCopy(program_.catalogue);
     resultLayout->addWidget(rows_);
+    resultLayout->addWidget(nothingRead_);
     resultLayout->addWidget(saved_);
     int index = 0;
     for (QFrame* page : {MakeIntroductionPage(program_.catalogue), MakeInstructionPage(program_.catalogue),
@@ -118,11 +111,12 @@ QPushButton* frmEeprom::MakeButton(const char* name, const MessageId& caption, v
 
 void frmEeprom::MakeButtons()
 {
+    // The Tab key follows the order in which they are made.
+    update_ = MakeButton("UpdateCommand", Message::EepromWrite, &frmEeprom::UpdateCommand_Click);
+    writeBack_ = MakeButton("WriteBackCommand", Message::EepromWriteBack, &frmEeprom::WriteBackCommand_Click);
     back_ = MakeButton("BackCommand", Message::EepromBack, &frmEeprom::BackCommand_Click);
     next_ = MakeButton("NextCommand", Message::EepromNext, &frmEeprom::NextCommand_Click);
     cancel_ = MakeButton("CancelCommand", Message::EepromCancel, &frmEeprom::CancelCommand_Click);
-    update_ = MakeButton("UpdateCommand", Message::EepromWrite, &frmEeprom::UpdateCommand_Click);
-    writeBack_ = MakeButton("WriteBackCommand", Message::EepromWriteBack, &frmEeprom::WriteBackCommand_Click);
     status_ = new WizardStatus(this);
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(update_);
@@ -139,12 +133,11 @@ void frmEeprom::MakeButtons()
 void frmEeprom::WatchMemory()
 {
     memory_.onProgress = [this](int value) { status_->ShowProgress(value); };
-    memory_.onSpeed = [this] {
-        PosCfg shown = settings_;
-        shown.PortSettings = protocol_.Settings();
-        status_->ShowPort(ToQString(PortText(shown)));
+    memory_.onSpeed = [this] { ShowPort(); };
+    memory_.onRepeat = [this] {
+        search_->ShowRepeating();
+        status_->ShowEndless();
     };
-    memory_.onRepeat = [this] { search_->ShowRepeating(); };
     memory_.isInterrupted = [this] { return program_.interruptionRequested; };
 }
 
@@ -170,6 +163,16 @@ void frmEeprom::EepromWizard(int step)
     Open(ways);
 }
 
+// " COM2: 4800,n,8,1" once the line is open; before that the search has yet to choose a speed.
+void frmEeprom::ShowPort()
+{
+    PosCfg shown = settings_;
+    shown.PortSettings = protocol_.Settings();
+    status_->ShowPort(
+        protocol_.IsOpen() ? ToQString(PortText(shown)) : QStringLiteral(" COM%1").arg(settings_.CommsPort),
+        protocol_.IsOpen());
+}
+
 void frmEeprom::SetWizardButtons()
 {
     back_->setEnabled(step_ > 0);
@@ -178,18 +181,30 @@ void frmEeprom::SetWizardButtons()
     update_->setVisible(step_ == ResultStep);
     update_->setEnabled(false);
     writeBack_->setVisible(step_ == ResultStep);
-    writeBack_->setEnabled(true);
+    writeBack_->setEnabled(!BlocksRead(memory_).empty());
 }
 
 // Opens the ways out of the page, and puts the focus where the work goes on.
 void frmEeprom::Open(Ways ways)
 {
+    if (ways.isLost) {
+        EepromWizard(InstructionStep);
+        return;
+    }
     back_->setEnabled(ways.back);
     next_->setEnabled(ways.next);
     if (step_ == ResultStep)
-        rows_->FocusFirstList();
+        OpenTable();
     else
-        (ways.next ? next_ : ways.back ? back_ : cancel_)->setFocus();
+        (ways.next && ways.onward ? next_ : ways.back ? back_ : cancel_)->setFocus();
+}
+
+void frmEeprom::OpenTable()
+{
+    nothingRead_->setVisible(BlocksRead(memory_).empty());
+    update_->setEnabled(rows_->IsChanged());
+    if (!rows_->FocusFirstList())
+        back_->setFocus();
 }
 
 void frmEeprom::CloseLine()
@@ -209,51 +224,73 @@ frmEeprom::Ways frmEeprom::SearchModules()
     if (!protocol_.OpenCommsLine())
         return RefuseLine();
     UpdateBusy();
-    search_->ShowOpened();
-    search_->ShowSearching(true);
-    const SearchOutcome outcome = memory_.FindModules(SearchRepeats::UntilInterrupted);
-    search_->ShowSearching(false);
-    const Ways ways = ShowSearch(outcome);
-    saved_->clear();
+    const Ways ways = ShowSearch(Search());
+    saved_->Show({});
     rows_->Show(memory_);
     return ways;
+}
+
+SearchOutcome frmEeprom::Search()
+{
+    search_->ShowOpened();
+    search_->ShowSearching(true);
+    searching_ = true;
+    const SearchOutcome outcome = memory_.FindModules(SearchRepeats::UntilInterrupted);
+    searching_ = false;
+    if (abort_)
+        abort_->close();
+    search_->ShowSearching(false);
+    return outcome;
 }
 
 frmEeprom::Ways frmEeprom::RefuseLine()
 {
     status_->EndProgress();
     cancel_->setEnabled(true);
-    std::string text = Text(Message::EepromNotOpened);
-    if (const std::string reason = describeFailure ? describeFailure(port_) : port_.LastError();
-        !reason.empty())
-        text.append(LineEnd).append(reason);
+    const std::string text = Text(Message::EepromNotOpened) + std::string(LineEnd) + FailureText();
+    search_->ShowOutcome(ToQString(text));
     Tell(text, BoxIcon::Exclamation);
     return {false, false};
 }
 
+// Tells that the line is gone, and `more`.
+frmEeprom::Ways frmEeprom::LoseLine(const std::string& more)
+{
+    status_->EndProgress();
+    std::string text = Text(Message::EepromLineLost) + std::string(LineEnd) + FailureText();
+    if (!more.empty())
+        text.append(Paragraph).append(more);
+    Tell(text, BoxIcon::Exclamation);
+    return {.isLost = true};
+}
+
 frmEeprom::Ways frmEeprom::ShowSearch(SearchOutcome outcome)
 {
-    const bool found = memory_.Count() > 0;
-    if (outcome == SearchOutcome::LineLost) {
-        Tell(Text(Message::EepromLineLost), BoxIcon::Exclamation);
-        return {true, false};
-    }
-    if (outcome == SearchOutcome::Interrupted)
-        search_->ShowStopped();
-    if (outcome == SearchOutcome::Interrupted && !found)
-        return {true, false};
-    if (found)
+    const bool stopped = outcome == SearchOutcome::Interrupted;
+    if (outcome == SearchOutcome::LineLost)
+        return LoseLine();
+    if (memory_.Count() > 0) {
+        if (stopped)
+            search_->ShowOutcome(ToQString(Text(Message::EepromStopped)));
         ReadModules();
-    else
+        if (!memory_.HasLine())
+            return LoseLine();
+        search_->ShowReady();
+        return {};
+    }
+    status_->EndProgress();
+    search_->Clear();
+    const MessageId& found = stopped ? Message::EepromNoneSoFar : Message::EepromNoModules;
+    search_->ShowOutcome(ToQString(Text(found) + std::string(Paragraph) + Text(Message::EepromSearchAgain)));
+    if (!stopped)
         Tell(Text(Message::EepromNoModules), BoxIcon::Information);
-    search_->ShowReady();
-    return {};
+    return {.next = !stopped, .onward = false};
 }
 
 void frmEeprom::ReadModules()
 {
     ShowCaption(Message::EepromReading);
-    if (!memory_.ReadEeprom())
+    if (!memory_.ReadEeprom() && memory_.HasLine())
         Tell(Text(Message::EepromReadFailed), BoxIcon::Exclamation);
 }
 
@@ -262,80 +299,17 @@ void frmEeprom::StopCommand_Click()
     program_.interruptionRequested = true;
 }
 
-void frmEeprom::UpdateCommand_Click()
+// Asks whether the search is to stop, which goes on meanwhile.
+void frmEeprom::ShowInterruption()
 {
-    Write(PlanChoices(memory_, rows_->Choices()));
-}
-
-void frmEeprom::WriteBackCommand_Click()
-{
-    if (working_)
-        return;
-    const auto choice = program_.world.fileDialogs.Open({Text(Message::EepromWriteBack),
-                                                         dataFolder_,
-                                                         {},
-                                                         Text(Message::EepromFilter) + " (*.txt)|*.txt",
-                                                         1,
-                                                         "cdgOpenIdentities"});
-    if (!choice)
-        return;
-    const auto text = ReadTextFile(program_.world.files, program_.world.prompt, choice->path);
-    if (!text)
-        return;
-    try {
-        const IdentityCopy copy = ReadIdentityCopy(*text);
-        if (const auto missing = AddressesNotRead(memory_, copy.blocks); !missing.empty())
-            Tell(program_.catalogue.Word(Message::EepromNotOnLine) + AddressList(missing),
-                 BoxIcon::Exclamation);
-        else
-            Write(copy.blocks);
-    } catch (const IdentityCopyError& error) {
-        Tell(DescribeCopyError(program_.catalogue, error), BoxIcon::Exclamation);
+    if (!abort_) {
+        abort_ = new frmAbort(program_.catalogue, this);
+        abort_->setAttribute(Qt::WA_DeleteOnClose);
+        abort_->onTerminate = [this] { StopCommand_Click(); };
     }
-}
-
-void frmEeprom::Write(std::span<const AddressedBlock> blocks)
-{
-    if (working_ || blocks.empty())
-        return;
-    {
-        const Work work(*this);
-        const WriteResult result =
-            WriteIdentities(memory_, blocks,
-                            {program_.world.prompt, program_.catalogue, program_.world.files, dataFolder_,
-                             settings_.CommsPort, protocol_.Settings(), LocalTime(),
-                             [this] { ShowCaption(Message::EepromWriting); }});
-        if (result.outcome == WriteOutcome::Written || result.outcome == WriteOutcome::Failed) {
-            TellWritten(result);
-            ReadAgain(Acknowledged(blocks, result));
-        }
-    }
-    update_->setEnabled(rows_->IsChanged());
-    rows_->FocusFirstList();
-}
-
-void frmEeprom::TellWritten(const WriteResult& result)
-{
-    saved_->setText(ToQString(Text(Message::EepromSaved) + " ") + PathToQString(result.copyPath));
-    status_->EndProgress();
-    std::string text;
-    if (result.outcome == WriteOutcome::Written) {
-        text.append(Text(Message::EepromWritten)).append(Paragraph).append(Text(Message::EepromShowNew));
-        Tell(text, BoxIcon::Information);
-        return;
-    }
-    text.append(Text(Message::EepromWriteFailed)).append(Paragraph).append(Text(Message::EepromCheck));
-    text.append(LineEnd).append(program_.catalogue.Word(Message::EepromFailedAddresses));
-    Tell(text + AddressList(result.failed), BoxIcon::Exclamation);
-}
-
-// Shows what the modules hold now, whatever they have acknowledged.
-void frmEeprom::ReadAgain(std::span<const AddressedBlock> blocks)
-{
-    ReadModules();
-    rows_->Show(memory_);
-    if (const auto differ = AddressesThatDiffer(memory_, blocks); !differ.empty())
-        Tell(program_.catalogue.Word(Message::EepromDiffers) + AddressList(differ), BoxIcon::Exclamation);
+    abort_->ShowInfo(ToQString(Text(Message::Interruption)));
+    abort_->show();
+    abort_->activateWindow();
 }
 
 void frmEeprom::ShowCaption(const MessageId& message)
@@ -343,11 +317,25 @@ void frmEeprom::ShowCaption(const MessageId& message)
     status_->ShowCaption(ToQString(Text(message)));
 }
 
+// The program is busy while the line is open, and its main window says with what.
 void frmEeprom::UpdateBusy()
 {
-    const bool busy = port_.IsOpen();
-    if (std::exchange(program_.busy, busy) != busy && onBusy)
+    const bool busy = protocol_.IsOpen();
+    if (!busy)
+        ShowPort();
+    if (std::exchange(busy_, busy) == busy)
+        return;
+    program_.busy = busy;
+    program_.running = {};
+    if (busy)
+        program_.running.status = Text(Message::EepromStatus) + std::to_string(settings_.CommsPort);
+    if (onBusy)
         onBusy();
+}
+
+std::string frmEeprom::FailureText() const
+{
+    return describeFailure ? describeFailure(port_) : port_.LastError();
 }
 
 Answer frmEeprom::Tell(std::string_view text, BoxIcon icon)
@@ -359,8 +347,9 @@ void frmEeprom::done(int result)
 {
     if (working_)
         return;
-    port_.Close();
-    port_.SetSettings(formerSettings_);
+    protocol_.Close();
+    if (!port_.IsOpen())
+        port_.SetSettings(formerSettings_);
     UpdateBusy();
     QDialog::done(result);
 }
@@ -369,10 +358,10 @@ void frmEeprom::keyPressEvent(QKeyEvent* event)
 {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (event->key() == Qt::Key_Escape) {
-        // No box in the middle of a wait: there Esc asks the search to stop.
-        if (working_)
-            StopCommand_Click();
-        else
+        // No box in the middle of a read or a write, which are short; the search is asked about.
+        if (searching_)
+            ShowInterruption();
+        else if (!working_)
             program_.Show(Message::Interruption, {BoxIcon::Information});
     } else if (!enter || qobject_cast<QPushButton*>(focusWidget()) != nullptr) {
         // Enter in a list must not press a button.

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QPointer>
 #include <functional>
 #include <span>
 #include <string>
@@ -21,8 +22,10 @@ class QStackedWidget;
 namespace kelvora {
 
 class IdentityRows;
+class SavedCopy;
 class SearchPage;
 class WizardStatus;
+class frmAbort;
 
 class frmEeprom final : public QDialog {
 public:
@@ -37,8 +40,12 @@ public:
     /// Called when the program has become busy, its port being open, and when it is no longer.
     std::function<void()> onBusy;
 
-    /// Says in the user's language why the port does not open; the system's own words while it is empty.
+    /// Says in the user's language why the port does not open, or why it was lost; the system's own words
+    /// while it is empty.
     std::function<std::string(const SerialPort&)> describeFailure;
+
+    /// Told of all that passes over the line.
+    void Watch(TrafficWatcher watcher) { protocol_.watcher = std::move(watcher); }
 
     /// Shows a page, 0 to 3, and does what belongs to it; nothing while a page's work is under way.
     void EepromWizard(int step);
@@ -52,12 +59,24 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    class Work;
+    // While it lives nothing else of the wizard can be started.
+    class Work {
+    public:
+        explicit Work(frmEeprom& form);
+        ~Work();
+        Work(const Work&) = delete;
+        Work& operator=(const Work&) = delete;
 
-    /// The ways out of a page besides Cancel.
+    private:
+        frmEeprom& form_;
+    };
+
+    /// The ways out of a page besides Cancel, and where the focus goes.
     struct Ways {
         bool back = true;
         bool next = true;
+        bool onward = true;   ///< Next is what the user will want, not Back
+        bool isLost = false;  ///< the line is gone: the page of the cables comes next
     };
 
     void MakePages();
@@ -74,17 +93,28 @@ private:
 
     void SetWizardButtons();
     void Open(Ways ways);
+    void OpenTable();
     void CloseLine();
     Ways SearchModules();
+    SearchOutcome Search();
     Ways ShowSearch(SearchOutcome outcome);
     Ways RefuseLine();
+    Ways LoseLine(const std::string& more = {});
     void ReadModules();
-    void Write(std::span<const AddressedBlock> blocks);
-    void TellWritten(const WriteResult& result);
+
+    // What the table's page does; in frmEepromTable.cpp.
+    void WriteBack(const IdentityCopy& copy);
+    void Write(std::span<const AddressedBlock> blocks, const IdentityCopy* copy = nullptr,
+               std::span<const std::size_t> leftOut = {});
+    bool Ask(const WriteQuestion& question);
+    void TellWritten(const WriteResult& result, std::span<const std::size_t> leftOut);
     void ReadAgain(std::span<const AddressedBlock> blocks);
 
+    void ShowInterruption();
     void ShowCaption(const MessageId& message);
+    void ShowPort();
     void UpdateBusy();
+    std::string FailureText() const;
     Answer Tell(std::string_view text, BoxIcon icon);
     std::string Text(const MessageId& message) const { return program_.catalogue.Caption(message); }
 
@@ -97,17 +127,21 @@ private:
     ModuleMemory memory_{protocol_};
     int step_ = 0;
     bool working_ = false;
+    bool searching_ = false;
+    bool busy_ = false;  ///< the program is, for this wizard
 
     QStackedWidget* pages_ = nullptr;
     SearchPage* search_ = nullptr;
     IdentityRows* rows_ = nullptr;
-    QLabel* saved_ = nullptr;
+    SavedCopy* saved_ = nullptr;
+    QLabel* nothingRead_ = nullptr;
     WizardStatus* status_ = nullptr;
     QPushButton* back_ = nullptr;
     QPushButton* next_ = nullptr;
     QPushButton* cancel_ = nullptr;
     QPushButton* update_ = nullptr;
     QPushButton* writeBack_ = nullptr;
+    QPointer<frmAbort> abort_;
 };
 
 }  // namespace kelvora

@@ -1,0 +1,129 @@
+// What the page of the table does: writes the identities that are chosen there, or a saved copy.
+#include <QPushButton>
+
+#include "app/TextFiles.h"
+#include "eeprom/forms/IdentityRows.h"
+#include "eeprom/forms/SavedCopy.h"
+#include "eeprom/forms/WizardStatus.h"
+#include "eeprom/forms/WriteQuestionDialog.h"
+#include "eeprom/forms/frmEeprom.h"
+#include "platform/Encoding.h"
+#include "platform/qt/Text.h"
+
+namespace kelvora {
+
+namespace {
+
+constexpr std::string_view LineEnd = "\r\n";
+constexpr std::string_view Paragraph = "\r\n\r\n";
+
+}  // namespace
+
+void frmEeprom::UpdateCommand_Click()
+{
+    Write(PlanChoices(memory_, rows_->Choices()));
+}
+
+void frmEeprom::WriteBackCommand_Click()
+{
+    if (working_)
+        return;
+    const auto choice = program_.world.fileDialogs.Open({Text(Message::EepromWriteBackTitle),
+                                                         dataFolder_,
+                                                         {},
+                                                         Text(Message::EepromFilter) + " (*.txt)|*.txt",
+                                                         1,
+                                                         "cdgOpenIdentities"});
+    if (!choice)
+        return;
+    const auto text = ReadTextFile(program_.world.files, program_.world.prompt, choice->path);
+    if (!text)
+        return;
+    try {
+        WriteBack(ReadIdentityCopy(*text));
+    } catch (const IdentityCopyError& error) {
+        Tell(DescribeCopyError(program_.catalogue, error), BoxIcon::Exclamation);
+    }
+}
+
+void frmEeprom::WriteBack(const IdentityCopy& copy)
+{
+    const auto leftOut = AddressesNotRead(memory_, copy.blocks);
+    const auto blocks = BlocksForTheLine(memory_, copy.blocks);
+    if (blocks.empty())
+        Tell(program_.catalogue.Word(Message::EepromNotOnLine) + AddressList(leftOut), BoxIcon::Exclamation);
+    else
+        Write(blocks, &copy, leftOut);
+}
+
+void frmEeprom::Write(std::span<const AddressedBlock> blocks, const IdentityCopy* copy,
+                      std::span<const std::size_t> leftOut)
+{
+    if (working_ || blocks.empty())
+        return;
+    QPushButton* const pressed = copy ? writeBack_ : update_;
+    Ways ways{true, false};
+    bool declined = false;
+    {
+        const Work work(*this);
+        WriteSurroundings surroundings{program_.world.prompt,
+                                       program_.catalogue,
+                                       program_.world.files,
+                                       dataFolder_,
+                                       settings_.CommsPort,
+                                       protocol_.Settings(),
+                                       LocalTime(),
+                                       {},
+                                       {},
+                                       [this] { ShowCaption(Message::EepromWriting); }};
+        surroundings.ask = [this](const WriteQuestion& question) { return Ask(question); };
+        if (copy)
+            surroundings.remarks = {DescribeCopy(program_.catalogue, *copy),
+                                    DescribeLeftOut(program_.catalogue, leftOut)};
+        const WriteResult result = WriteIdentities(memory_, blocks, surroundings);
+        declined = result.outcome == WriteOutcome::Declined;
+        if (result.outcome == WriteOutcome::Written || result.outcome == WriteOutcome::Failed) {
+            TellWritten(result, leftOut);
+            ReadAgain(Acknowledged(blocks, result));
+            if (!memory_.HasLine())
+                ways = LoseLine(Text(Message::EepromSaved) + std::string(LineEnd) +
+                                TextFromPath(result.copyPath));
+        }
+    }
+    Open(ways);
+    // After a No the work goes on where it was.
+    if (declined)
+        pressed->setFocus();
+}
+
+bool frmEeprom::Ask(const WriteQuestion& question)
+{
+    return WriteQuestionDialog(windowTitle(), question, this).exec() == QDialog::Accepted;
+}
+
+void frmEeprom::TellWritten(const WriteResult& result, std::span<const std::size_t> leftOut)
+{
+    saved_->Show(PathToQString(result.copyPath));
+    status_->EndProgress();
+    const bool isWritten = result.outcome == WriteOutcome::Written;
+    std::string text = Text(isWritten ? Message::EepromWritten : Message::EepromWriteFailed);
+    text.append(Paragraph).append(Text(isWritten ? Message::EepromShowNew : Message::EepromCheck));
+    if (!isWritten) {
+        text.append(LineEnd).append(program_.catalogue.Word(Message::EepromFailedAddresses));
+        text += AddressList(result.failed);
+    }
+    if (!leftOut.empty())
+        text.append(LineEnd).append(DescribeLeftOut(program_.catalogue, leftOut));
+    Tell(text, isWritten ? BoxIcon::Information : BoxIcon::Exclamation);
+}
+
+// Shows what the modules hold now, whatever they have acknowledged.
+void frmEeprom::ReadAgain(std::span<const AddressedBlock> blocks)
+{
+    ReadModules();
+    rows_->Show(memory_);
+    if (const auto differ = AddressesThatDiffer(memory_, blocks); !differ.empty())
+        Tell(program_.catalogue.Word(Message::EepromDiffers) + AddressList(differ), BoxIcon::Exclamation);
+}
+
+}  // namespace kelvora

@@ -1,0 +1,184 @@
+// The module protocol against simulated modules, which frame and judge for themselves.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "comms/LineDrivers.h"
+#include "eeprom/ModuleMemory.h"
+#include "fakes/BenchLine.h"
+#include "fakes/FakePrompt.h"
+
+namespace kelvora {
+namespace {
+
+using Names = std::vector<std::string>;
+using bench::Module;
+
+const IdentityBlock ChipCardBlock{0xAA, 0x55, 0, 0, 8, 0, 0, 0};
+
+struct BenchModules {
+    explicit BenchModules(const std::vector<Module>& modules, int baud = 9600)
+        : bench(loop, {.modules = {bench::ModuleLinkAt({.baud = baud})}}, modules)
+    {
+        protocol.OpenCommsLine();
+        memory.onRepeat = [this] { repeated = true; };
+        memory.isInterrupted = [this] { return repeated; };
+        found = memory.FindModules(SearchRepeats::UntilInterrupted);
+    }
+
+    Names Identities() const
+    {
+        Names names;
+        for (std::size_t i = 0; i < memory.Count(); ++i)
+            names.emplace_back(memory.Rows().at(i).identity.name);
+        return names;
+    }
+
+    Names Errors()
+    {
+        Names errors;
+        for (const FakePrompt::Box& box : prompt.shown)
+            errors.push_back(box.body);
+        prompt.shown.clear();
+        return errors;
+    }
+
+    /// Gives all modules that can be written another identity; the addresses that failed.
+    std::vector<std::size_t> Write()
+    {
+        std::vector<AddressedBlock> blocks;
+        for (std::size_t i = 0; i < std::min(memory.Count(), WritableAddresses); ++i)
+            blocks.push_back({i, ChipCardBlock});
+        return memory.WriteEeprom(blocks);
+    }
+
+    FakeEventLoop loop;
+    BenchLine bench;
+    FakePrompt prompt;
+    ModuleProtocol protocol{bench.port, loop, prompt};
+    ModuleMemory memory{protocol};
+    bool repeated = false;
+    SearchOutcome found;
+};
+
+TEST(BenchModules, EveryLineIsFoundReadAndWrittenAtEverySpeed)
+{
+    using enum Module;
+    const std::vector<std::pair<std::vector<Module>, Names>> lines{
+        {{KM096}, {"KM96CM", "LCD", "KEYLOCK"}},
+        {{KM064}, {"KM64"}},
+        {{MCR12}, {"MCR 1+2"}},
+        {{MCR23}, {"MCR 2+3"}},
+        {{MCR123}, {"MCR 1+2+3"}},
+        {{ICCR}, {"ICCR"}},
+        {{KM096, KM064, MCR123, ICCR}, {"KM96CM", "LCD", "KEYLOCK", "KM64", "MCR 1+2+3", "ICCR"}},
+        {{KM096, KM064, MCR12, ICCR, MCR23},
+         {"KM96CM", "LCD", "KEYLOCK", "KM64", "MCR 1+2", "ICCR", "MCR 2+3"}}};
+    for (const int baud : {9600, 4800, 2400, 1200})
+        for (const auto& [modules, names] : lines) {
+            BenchModules line(modules, baud);
+            SCOPED_TRACE(names.front() + " at " + std::to_string(baud));
+            EXPECT_EQ(line.found, baud == 9600 ? SearchOutcome::Found : SearchOutcome::Interrupted);
+            EXPECT_TRUE(line.memory.ReadEeprom());
+            EXPECT_EQ(line.Identities(), names);
+            const std::size_t written = std::min<std::size_t>(names.size(), 6);
+            const std::vector<bench::IdentityBytes> before = line.bench.line.Memory().modules;
+            // At 1200 baud no module can acknowledge in time what it has written.
+            EXPECT_EQ(line.Write().size(), baud == 1200 ? written : 0U);
+            EXPECT_EQ(line.Errors(), Names(baud == 1200 ? written : 0, "No response from MID"));
+            const auto& now = line.bench.line.Memory().modules;
+            for (std::size_t i = 0; i < now.size(); ++i)
+                EXPECT_EQ(now[i], i < 6 ? ChipCardBlock : before[i]) << i;
+            EXPECT_TRUE(line.memory.ReadEeprom()) << "the late acknowledgements are no answers";
+            for (std::size_t i = 0; i < names.size(); ++i)
+                EXPECT_EQ(line.memory.Rows().at(i).block, now[i]) << i;
+            EXPECT_TRUE(line.Errors().empty());
+        }
+}
+
+TEST(BenchModules, FaultyModulesAreToldAndReadAsTheyAre)
+{
+    using std::chrono::milliseconds;
+    struct Row {
+        std::string reason;
+        bench::FaultPlan faults;
+        Names readErrors, identities;
+        std::size_t failedWrites;
+        Names writeErrors;
+        bool isWritten, hasLine;
+    };
+    const Names none(2, "UNKNOWN");
+    const Names silence{"No response from MID"};
+    const std::string nak = "MID NAK response indicates LRC error";
+    const std::vector<Row> rows{
+        {"slow", {.delay = milliseconds(30)}, {}, {"KM64", "MCR 1+2"}, 0, {}, true, true},
+        {"too slow", {.delay = milliseconds(60)}, silence, none, 2, Names(2, silence[0]), true, true},
+        {"NAK", {.naks = 1}, {nak}, none, 1, {nak}, true, true},
+        {"wrong LRC",
+         {.wrongLrcs = 1},
+         {"checksum error on received message"},
+         {"UNKNOWN", "MCR 1+2"},
+         0,
+         {},
+         true,
+         true},
+        {"wrong length",
+         {.wrongLengths = 1},
+         {"corrupted data packet received"},
+         {"UNKNOWN", "MCR 1+2"},
+         0,
+         {},
+         true,
+         true},
+        {"silent", {.silentAfter = {.toHost = 0}}, silence, none, 2, Names(2, silence[0]), false, true},
+        {"away", {.awayAfter = {.toHost = 1}}, {}, none, 2, {}, false, false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.reason);
+        BenchModules reading({Module::KM064, Module::MCR12});
+        reading.bench.line.SetFaults(row.faults);
+        EXPECT_EQ(reading.memory.ReadEeprom(), row.readErrors.empty() && row.hasLine);
+        EXPECT_EQ(reading.Errors(), row.readErrors);
+        EXPECT_EQ(reading.Identities(), row.identities);
+        EXPECT_EQ(reading.memory.HasLine(), row.hasLine);
+
+        BenchModules writing({Module::KM064, Module::MCR12});
+        ASSERT_TRUE(writing.memory.ReadEeprom());
+        writing.bench.line.SetFaults(row.faults);
+        EXPECT_EQ(writing.Write().size(), row.failedWrites);
+        EXPECT_EQ(writing.Errors(), row.writeErrors);
+        EXPECT_EQ(writing.bench.line.Memory().modules[1] == ChipCardBlock, row.isWritten);
+        if (!row.hasLine)
+            continue;
+        writing.bench.line.SetFaults({});
+        EXPECT_TRUE(writing.memory.ReadEeprom());
+        for (std::size_t i = 0; i < 2; ++i)
+            EXPECT_EQ(writing.memory.Rows().at(i).block, writing.bench.line.Memory().modules[i]);
+    }
+}
+
+TEST(BenchModules, ATerminalIsNoModuleAndTakesNoHarm)
+{
+    BenchModules line({});
+    EXPECT_EQ(line.found, SearchOutcome::NotFound);
+    line.protocol.Close();
+    Comms comms(line.loop, {&line.bench.link, nullptr, nullptr, nullptr});
+    EXPECT_TRUE(ScanWithUpload(comms, {1, "9600,n,8,1", 0}, {}).IsDone());
+}
+
+TEST(BenchModules, NobodySharesALineWithTheTerminalsLink)
+{
+    BenchModules line({Module::KM064});
+    EXPECT_FALSE(line.bench.link.Open("9600,n,8,1"));
+    EXPECT_EQ(line.bench.link.Failure(), PortFailure::InUse);
+    line.protocol.CloseCommsLine();
+    ASSERT_TRUE(line.bench.link.Open("9600,n,8,1"));
+    EXPECT_FALSE(line.protocol.OpenCommsLine());
+    line.protocol.Close();
+    EXPECT_TRUE(line.bench.port.IsOpen()) << "what another has opened stays open";
+    line.bench.link.Close();
+    EXPECT_TRUE(line.protocol.OpenCommsLine());
+}
+
+}  // namespace
+}  // namespace kelvora

@@ -1,0 +1,68 @@
+// The wizard in the program: one line, one user.
+#include <QLabel>
+#include <QTableView>
+
+#include "comms/forms/LineMonitorWindow.h"
+#include "eeprom/forms/frmEeprom.h"
+#include "forms/MainWindowFixture.h"
+
+namespace kelvora {
+namespace {
+
+class WizardWindow : public MainWindowFixture {
+protected:
+    WizardWindow() : MainWindowFixture(true)
+    {
+        Start();
+        Trigger(Command::FileMenuNew);
+    }
+};
+
+TEST_F(WizardWindow, HoldsTheLineAndIsNamedInTheStatusBar)
+{
+    Trigger(Command::ViewMenuLineMonitor);
+    InDialog<frmEeprom>(
+        [&] { Trigger(Command::EpromWizard); },
+        [&](frmEeprom& wizard) {
+            EXPECT_FALSE(program.busy);
+            Press(wizard, "NextCommand");
+            Press(wizard, "NextCommand");
+            EXPECT_TRUE(program.busy);
+            for (const Command command :
+                 {Command::FileMenuScan, Command::ToolsMenuRescanLine, Command::ToolsMenuFlashDownload})
+                EXPECT_FALSE(IsEnabled(command));
+            EXPECT_EQ(window->Status().findChild<QLabel*>("StatusPanel")->text(), "EEPROM wizard on COM1");
+            EXPECT_FALSE(program.channels[0]->Open("9600,n,8,1"));
+            EXPECT_EQ(program.channels[0]->Failure(), PortFailure::InUse);
+        });
+    EXPECT_FALSE(program.busy || port.IsOpen());
+    EXPECT_TRUE(IsEnabled(Command::ToolsMenuRescanLine));
+    QStringList meanings;
+    for (QWidget* const top : QApplication::topLevelWidgets())
+        if (auto* monitor = dynamic_cast<LineMonitorWindow*>(top)) {
+            loop.Pass(std::chrono::seconds(1));
+            const QAbstractItemModel* model = monitor->findChild<QTableView*>("Entries")->model();
+            for (int row = 0; row < model->rowCount(); ++row)
+                meanings << model->index(row, LineMonitorModel::Meaning).data().toString();
+        }
+    EXPECT_TRUE(meanings.contains("identify address 0") && meanings.contains("acknowledged"))
+        << meanings.join('\n').toStdString();
+}
+
+TEST_F(WizardWindow, DoesNotOpenWhileAScanRuns)
+{
+    bool seen = false;
+    Trigger(Command::ToolsMenuRescanLine);
+    loop.After(std::chrono::seconds(2), [&] {
+        seen = true;
+        EXPECT_TRUE(program.busy);
+        EXPECT_FALSE(IsEnabled(Command::EpromWizard));
+        window->Actions()[Command::EpromWizard].trigger();
+        EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    });
+    loop.Pass(std::chrono::milliseconds(0));
+    EXPECT_TRUE(seen);
+}
+
+}  // namespace
+}  // namespace kelvora
