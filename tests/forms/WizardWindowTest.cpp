@@ -34,6 +34,7 @@ TEST_F(WizardWindow, HoldsTheLineAndIsNamedInTheStatusBar)
             EXPECT_EQ(window->Status().findChild<QLabel*>("StatusPanel")->text(), "EEPROM wizard on COM1");
             EXPECT_FALSE(program.channels[0]->Open("9600,n,8,1"));
             EXPECT_EQ(program.channels[0]->Failure(), PortFailure::InUse);
+            Press(wizard, "CancelCommand");
         });
     EXPECT_FALSE(program.busy || port.IsOpen());
     EXPECT_TRUE(IsEnabled(Command::ToolsMenuRescanLine));

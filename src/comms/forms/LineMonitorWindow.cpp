@@ -80,6 +80,8 @@ LineMonitorWindow::LineMonitorWindow(Program& program, LineMonitor& monitor)
 LineMonitorWindow::~LineMonitorWindow()
 {
     monitor_.onChange = nullptr;
+    // It still moves while the children are destroyed, when there is no window left to tell.
+    table_->verticalScrollBar()->disconnect(this);
 }
 
 QPushButton* LineMonitorWindow::AddButton(const char* name)
