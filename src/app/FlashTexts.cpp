@@ -117,7 +117,6 @@ std::string CodeTexts(const MessageCatalogue& catalogue, std::string_view codes)
     return text.empty() ? catalogue.Caption(Message::OptionNone) : text;
 }
 
-// What one side of a difference says.
 std::string ValueText(const MessageCatalogue& catalogue, SetupDifference::What what, const std::string& value)
 {
     switch (what) {
@@ -152,6 +151,31 @@ std::string CodeMeaning(const MessageCatalogue& catalogue, std::uint8_t code)
         default:
             return std::to_string(code);
     }
+}
+
+// "fiscal keyboard", "separator after track 2".
+std::string SettingName(const MessageCatalogue& catalogue, SetupDifference::What what, int position)
+{
+    const MessageId& text = RowOf(SetupChangeTexts, what);
+    return what == SetupDifference::What::Separator ? catalogue.Word(text) + std::to_string(position)
+                                                    : catalogue.Caption(text);
+}
+
+// "Key 12", or "Key 12 -> 76" where its keyboard has moved.
+std::string NumberedKey(const MessageCatalogue& catalogue, const SetupDifference& key)
+{
+    const std::string moved = key.numberBefore == key.numberAfter
+                                  ? std::string()
+                                  : std::to_string(key.numberBefore) + std::string(BecomesMark);
+    return catalogue.Word(Message::KeyWord) + moved + std::to_string(key.numberAfter);
+}
+
+// One side of a difference; a covered key is part of its larger key, not unused.
+std::string SideText(const MessageCatalogue& catalogue, SetupDifference::What what, const std::string& value,
+                     int owner)
+{
+    return owner == 0 ? ValueText(catalogue, what, value)
+                      : catalogue.Word(Message::ChangePartOfKey) + std::to_string(owner);
 }
 
 std::string ModuleOfCode(const MessageCatalogue& catalogue, std::uint8_t code)
@@ -239,18 +263,19 @@ std::string Describe(const MessageCatalogue& catalogue, const SetupDifference& d
 {
     using What = SetupDifference::What;
     const What what = difference.what;
-    const MessageId& text = RowOf(SetupChangeTexts, what);
     if (what == What::Added || what == What::Removed)
-        return Heading(catalogue, difference.kind, ": ") + catalogue.Caption(text);
-    std::string line = Heading(catalogue, difference.kind, ", ") + catalogue.Word(text);
-    if (what == What::Key)
-        line += std::to_string(difference.numberAfter);
-    else if (what == What::Separator)
-        line += std::to_string(difference.position);
-    else
-        line = Heading(catalogue, difference.kind, ", ") + catalogue.Caption(text);
-    return line + ": " + ValueText(catalogue, what, difference.before) + std::string(BecomesMark) +
-           ValueText(catalogue, what, difference.after);
+        return Heading(catalogue, difference.kind, ": ") + catalogue.Caption(RowOf(SetupChangeTexts, what));
+    const std::string name = what == What::Key ? NumberedKey(catalogue, difference)
+                                               : SettingName(catalogue, what, difference.position);
+    return Heading(catalogue, difference.kind, ", ") + name + ": " +
+           SideText(catalogue, what, difference.before, difference.ownerBefore) + std::string(BecomesMark) +
+           SideText(catalogue, what, difference.after, difference.ownerAfter);
+}
+
+std::string Describe(const MessageCatalogue& catalogue, const ModuleOption& option)
+{
+    return SettingName(catalogue, option.what, option.position) + ": " +
+           ValueText(catalogue, option.what, option.value);
 }
 
 std::string Describe(const MessageCatalogue& catalogue, const ImageDifference& difference)

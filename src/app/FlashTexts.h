@@ -23,6 +23,9 @@ std::string Describe(const MessageCatalogue& catalogue, const UnheldSetting& unh
 std::string Describe(const MessageCatalogue& catalogue, const DumpError& error);
 
 std::string Describe(const MessageCatalogue& catalogue, const SetupDifference& difference);
+
+/// "fiscal keyboard: yes".
+std::string Describe(const MessageCatalogue& catalogue, const ModuleOption& option);
 std::string Describe(const MessageCatalogue& catalogue, const ImageDifference& difference);
 
 }  // namespace kelvora

@@ -505,6 +505,30 @@ inline constexpr MessageId EepromCopyBlock{
     833, "an address from 0 to 5, \": \" and eight bytes of two hexadecimal digits"};
 inline constexpr MessageId EepromCopyNextAddress{834, "a higher address than in the line before"};
 
+// The picture of a setup on paper and in files, and the comparison of two setups.
+inline constexpr MessageId PrintMenu{897, "&Print..."};
+inline constexpr MessageId PrintPreviewMenu{898, "Print Pre&view..."};
+inline constexpr MessageId ExportMenu{899, "&Export..."};
+inline constexpr MessageId CompareMenu{900, "Compare &With"};
+inline constexpr MessageId CompareFile{901, "Another &File..."};
+inline constexpr MessageId ExportTitle{902, "Export Picture As"};
+inline constexpr MessageId FilterSvg{903, "Drawing"};
+inline constexpr MessageId FilterPng{904, "Picture"};
+inline constexpr MessageId FilterPdf{905, "PDF document"};
+inline constexpr MessageId SheetPage{906, "Page "};
+inline constexpr MessageId SheetEmpty{907, "This setup has no modules."};
+inline constexpr MessageId SheetNotSaved{908, "with changes that are not saved"};
+inline constexpr MessageId SheetKeys{909, "Keys "};
+inline constexpr MessageId ChangePartOfKey{910, "part of key "};
+inline constexpr MessageId SetupsTitle{911, "Compare Setups"};
+inline constexpr MessageId SetupsEqual{912, "The two setups are equal."};
+inline constexpr MessageId SetupsNoModule{913, "This setup does not have this module."};
+inline constexpr MessageId SetupsMarks{914, "Marked: what differs. Framed: the difference chosen below."};
+inline constexpr MessageId PictureNotMade{915, "The picture could not be made."};
+inline constexpr MessageId NotPrinted{916,
+                                      "The setup could not be printed. Check the printer, then try again."};
+inline constexpr MessageId CompareTitle{917, "Choose a setup file to compare with."};
+
 // What the device holds after a download; in the order of TransferResult::State.
 inline constexpr MessageId TransferOld{920, "The device was not changed. It holds what it held before."};
 inline constexpr MessageId TransferSame{921, "The device holds this image already. Nothing was written."};

@@ -153,15 +153,23 @@ std::string KeyMapFromDeviceTable(std::string_view table, std::string_view posit
     return map;
 }
 
-bool IsCovered(int position, int columns, std::string_view map)
+int CoveringKey(int position, int columns, std::string_view map)
 {
     if (At(map, position) != KeyType::Unused)
-        return false;
+        return 0;
     if (KeyType::IsTall(At(map, position - columns)))
-        return true;
-    const bool firstColumn = position % columns == 1;
-    return !firstColumn &&
-           (KeyType::IsWide(At(map, position - 1)) || At(map, position - columns - 1) == KeyType::Quadruple);
+        return position - columns;
+    if (position % columns == 1)
+        return 0;
+    if (KeyType::IsWide(At(map, position - 1)))
+        return position - 1;
+    const int diagonal = position - columns - 1;
+    return At(map, diagonal) == KeyType::Quadruple ? diagonal : 0;
+}
+
+bool IsCovered(int position, int columns, std::string_view map)
+{
+    return CoveringKey(position, columns, map) != 0;
 }
 
 void SetKeyType(int position, char newType, int columns, std::string& map)

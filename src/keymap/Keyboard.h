@@ -33,6 +33,9 @@ bool IsKeyMapValid(std::string_view map, std::uint8_t rows, std::uint8_t columns
 /// table's end reads as no key.
 std::string KeyMapFromDeviceTable(std::string_view table, std::string_view positions, int base, int count);
 
+/// The position of the larger key that covers the cell at `position`, which then holds "0"; 0 for none.
+int CoveringKey(int position, int columns, std::string_view map);
+
 /// True when a larger key owns the cell at `position`, which then holds "0".
 bool IsCovered(int position, int columns, std::string_view map);
 

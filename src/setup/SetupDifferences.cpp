@@ -5,6 +5,7 @@
 #include <string_view>
 #include <utility>
 
+#include "keymap/Keyboard.h"
 #include "keymap/Models.h"
 #include "setup/Options.h"
 
@@ -87,15 +88,19 @@ constexpr std::array OptionFields{
 void CompareOptions(const ModuleRecord& before, const ModuleRecord& after,
                     std::vector<SetupDifference>& differences)
 {
-    for (const OptionField& field : OptionFields) {
-        if (field.kind != before.Kind)
-            continue;
-        std::string old = before.Options.substr(field.at, field.length);
-        std::string now = after.Options.substr(field.at, field.length);
-        if (old != now)
-            differences.push_back(
-                {field.what, field.kind, field.position, 0, 0, std::move(old), std::move(now)});
-    }
+    std::vector<ModuleOption> old = OptionsOf(before);
+    std::vector<ModuleOption> now = OptionsOf(after);
+    for (std::size_t i = 0; i < old.size(); ++i)
+        if (old[i] != now[i])
+            differences.push_back({now[i].what, after.Kind, now[i].position, 0, 0, std::move(old[i].value),
+                                   std::move(now[i].value)});
+}
+
+// The number of the larger key that covers that cell; 0 for none.
+int OwnerOf(const Placed& module, int cell)
+{
+    const int owner = CoveringKey(cell + 1, module.record->Columns, module.record->KeyMap);
+    return owner == 0 ? 0 : module.firstKeyNumber + owner - 1;
 }
 
 void CompareKeys(const Placed& before, const Placed& after, std::vector<SetupDifference>& differences)
@@ -114,7 +119,9 @@ void CompareKeys(const Placed& before, const Placed& after, std::vector<SetupDif
                                    before.firstKeyNumber + cell,
                                    after.firstKeyNumber + cell,
                                    {old[at]},
-                                   {now[at]}});
+                                   {now[at]},
+                                   OwnerOf(before, cell),
+                                   OwnerOf(after, cell)});
     }
 }
 
@@ -134,6 +141,15 @@ void AppendChanged(What what, std::string before, std::string after,
 }
 
 }  // namespace
+
+std::vector<ModuleOption> OptionsOf(const ModuleRecord& record)
+{
+    std::vector<ModuleOption> options;
+    for (const OptionField& field : OptionFields)
+        if (field.kind == record.Kind)
+            options.push_back({field.what, field.position, record.Options.substr(field.at, field.length)});
+    return options;
+}
 
 std::vector<SetupDifference> CompareSetups(const SetupDocument& before, const SetupDocument& after)
 {

@@ -30,9 +30,23 @@ struct SetupDifference {
     int numberAfter = 0;
     std::string before;  ///< the option or the key type; the kinds of Order, one character of its code each
     std::string after;
+    int ownerBefore = 0;  ///< the number of the larger key that covers the key in each setup; 0 for none
+    int ownerAfter = 0;
 
     friend bool operator==(const SetupDifference&, const SetupDifference&) = default;
 };
+
+/// One option of a module: which one, and what it says. `position` is a separator's track.
+struct ModuleOption {
+    SetupDifference::What what = SetupDifference::What::Fiscal;
+    int position = 0;
+    std::string value;
+
+    friend bool operator==(const ModuleOption&, const ModuleOption&) = default;
+};
+
+/// The record's options in the order of its option text; empty for a kind without options.
+std::vector<ModuleOption> OptionsOf(const ModuleRecord& record);
 
 /// What changes from `before` to `after`: removed and added modules, the order of the others, then each
 /// common module's options and keys. Strip coordinates do not count. A second module of one kind is compared

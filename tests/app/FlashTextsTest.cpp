@@ -53,8 +53,12 @@ TEST(FlashTexts, OfSetupDifferences)
     ExpectText(SetupDifference{What::Autoread, MCR, 0, 0, 0, "ON ", "OFF"}, "MCR, auto-read: yes -> no");
     ExpectText(SetupDifference{What::Fiscal, KM096, 0, 0, 0, "NO ", "YES"},
                "Composite Keyboard, fiscal keyboard: no -> yes");
-    ExpectText(SetupDifference{What::Key, KM064, 1, 1, 97, "1", "0"},
+    ExpectText(SetupDifference{What::Key, KM064, 1, 97, 97, "1", "0"},
                "Slave Keyboard, Key 97: single key -> unused");
+    ExpectText(SetupDifference{What::Key, KM064, 9, 105, 9, "1", "0", 0, 1},
+               "Slave Keyboard, Key 105 -> 9: single key -> part of key 1");
+    ExpectText(ModuleOption{What::Separator, 3, ";"}, "separator after track 3: ;");
+    ExpectText(ModuleOption{What::Backlight, 0, "NO "}, "backlight: no");
 }
 
 TEST(FlashTexts, OfImageDifferences)

@@ -34,6 +34,31 @@ TEST(SetupDifferences, OptionsAndKeys)
     EXPECT_EQ(CompareSetups(before, after), differences);
 }
 
+TEST(SetupDifferences, CoveredKeysNameTheirLargerKey)
+{
+    SetupDocument before = ReadDeviceMap("\xD6\xBF");
+    SetupDocument after = before;
+    // Keys 97, 98 above 105, 106: one quadruple key, then a double one of each sort.
+    before.Modules[1].KeyMap.replace(0, 10, "4011111100");
+    after.Modules[1].KeyMap.replace(0, 10, "2311111111");
+    after.Modules[1].KeyMap[2] = after.Modules[1].KeyMap[8] = '0';
+    const std::vector<SetupDifference> differences{
+        {What::Key, KM064, 1, 97, 97, "4", "2", 0, 0},
+        {What::Key, KM064, 2, 98, 98, "0", "3", 97, 0},
+        {What::Key, KM064, 3, 99, 99, "1", "0", 0, 98},
+        {What::Key, KM064, 10, 106, 106, "0", "1", 97, 0},
+    };
+    EXPECT_EQ(CompareSetups(before, after), differences);
+    // The key below a double one, and one that is unused in the first column below a wide one of the last.
+    std::swap(before, after);
+    before.Modules[1].KeyMap = after.Modules[1].KeyMap = std::string(64, '1');
+    after.Modules[1].KeyMap.replace(0, 17, "21111111011111130");
+    EXPECT_EQ(CompareSetups(before, after)[1],
+              (SetupDifference{What::Key, KM064, 9, 105, 105, "1", "0", 0, 97}));
+    EXPECT_EQ(CompareSetups(before, after)[3],
+              (SetupDifference{What::Key, KM064, 17, 113, 113, "1", "0", 0, 0}));
+}
+
 TEST(SetupDifferences, Modules)
 {
     SetupDocument before = ReadDeviceMap("\xD6\xBF\xFF\x08");
