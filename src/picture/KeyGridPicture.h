@@ -4,27 +4,62 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "picture/SvgDrawing.h"
 #include "setup/ModuleRecord.h"
 
 namespace kelvora {
 
-/// Where a grid is drawn. `firstKeyNumber`: the number on the first position; none leaves the caps blank.
+/// In which colours a grid is drawn; all are SVG colours.
+struct KeyGridLook {
+    std::string_view ground;
+    std::string_view side;  ///< of a cap, below its face
+    std::string_view face;
+    std::string_view edge;  ///< around a cap
+    std::string_view number;
+    std::string_view unused;  ///< the outline of an unused key, and its number
+    bool bracketsUnused;      ///< an unused key's number stands in brackets, over the stroke through its key
+};
+
+/// Light caps on dark ground.
+inline constexpr KeyGridLook ScreenLook{"#434a54", "#bcc3cc", "#f6f7f9", "none", "#22272e", "#98a0ab", false};
+
+/// Black on white, to be told apart in grey too.
+inline constexpr KeyGridLook PaperLook{"#dcdcdc", "#ffffff", "#ffffff", "#000000",
+                                       "#000000", "#333333", true};
+
+/// Positions, from 1, that are pointed out; see picture/PictureMarks.h.
+struct KeyGridMarks {
+    std::vector<int> marked{};  ///< of caps
+    int framed = 0;             ///< in a ring, a covered one with its larger key; 0 for none
+};
+
+/// Where a grid is drawn and how. `firstKeyNumber`: the number on the first position; none leaves the caps
+/// blank. What it points to outlives it.
 struct KeyGridPlace {
     int left = 0;
     int top = 0;
     int cell = 0;  ///< side of a grid position, gaps included
     std::optional<int> firstKeyNumber;
+    const KeyGridLook* look = &ScreenLook;
+    const KeyGridMarks* marks = nullptr;
 };
 
 /// The rows that the record's map fills: its own, or more where the map goes on with keys.
 int DrawnKeyRows(const ModuleRecord& record);
 
-/// Draws the record's keys on dark ground. A record without columns draws nothing.
+/// A record without columns draws nothing.
 void DrawKeyGrid(SvgDrawing& drawing, const ModuleRecord& record, const KeyGridPlace& place);
 
+/// One cap of that type, its grid position at 0, 0: what a legend shows.
+std::string KeyCapShapes(char type, int cell, const KeyGridLook& look);
+
 /// The key grid alone as an SVG document, with the keys' numbers on the line.
-std::string KeyGridPicture(const ModuleRecord& record, int firstKeyNumber);
+std::string KeyGridPicture(const ModuleRecord& record, int firstKeyNumber, const KeyGridMarks& marks = {});
+
+/// The grid position in that picture at a point of it, in twips; 0 beside the grid.
+int PositionInPicture(const ModuleRecord& record, int x, int y);
 
 }  // namespace kelvora

@@ -47,6 +47,44 @@ std::string GradientStop(int offset, std::string_view colour, int opacity)
            "/>";
 }
 
+constexpr std::string_view AnchorName(Lettering::Anchor anchor)
+{
+    switch (anchor) {
+        case Lettering::Anchor::Start:
+            return "start";
+        case Lettering::Anchor::End:
+            return "end";
+        case Lettering::Anchor::Middle:
+            break;
+    }
+    return "middle";
+}
+
+// U+FFFE and U+FFFF, which no XML document may hold, begin with these bytes.
+constexpr std::string_view NoCharacter = "\xEF\xBF";
+
+std::string Escaped(std::string_view text)
+{
+    std::string escaped;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto code = static_cast<unsigned char>(text[i]);
+        if (code == '&') {
+            escaped += "&amp;";
+        } else if (code == '<') {
+            escaped += "&lt;";
+        } else if (code == '>') {
+            escaped += "&gt;";
+        } else if (text.substr(i).starts_with(NoCharacter) && text.size() > i + 2 &&
+                   static_cast<unsigned char>(text[i + 2]) >= 0xBE) {
+            escaped += '?';
+            i += NoCharacter.size();
+        } else {
+            escaped += code < 0x20 || code == 0x7F ? '?' : text[i];
+        }
+    }
+    return escaped;
+}
+
 }  // namespace
 
 void SvgDrawing::Rect(const KeyRect& place, int radius, const Paint& paint)
@@ -77,12 +115,24 @@ void SvgDrawing::Path(std::string_view data, const Paint& paint)
     shapes_ += Element("path", {}, paint) + Attribute("d", data) + "/>\n";
 }
 
-void SvgDrawing::Text(int x, int y, int size, std::string_view colour, std::string_view text)
+void SvgDrawing::Text(int x, int y, const Lettering& lettering, std::string_view text)
 {
     // Viewers of the Tiny profile know no vertical centring: a capital is about 0.72 of the size high.
-    shapes_ += Element("text", {{"x", x}, {"y", y + size * 36 / 100}, {"font-size", size}}, {colour}) +
-               Attribute("font-family", "sans-serif") + Attribute("text-anchor", "middle") + ">";
-    shapes_.append(text).append("</text>\n");
+    shapes_ +=
+        Element("text", {{"x", x}, {"y", y + lettering.size * 36 / 100}, {"font-size", lettering.size}},
+                {lettering.colour}) +
+        Attribute("font-family", "sans-serif") +
+        (lettering.bold ? Attribute("font-weight", "bold") : std::string()) +
+        Attribute("text-anchor", AnchorName(lettering.anchor)) + ">";
+    shapes_.append(Escaped(text)).append("</text>\n");
+}
+
+void SvgDrawing::Group(int dx, int dy, std::string_view shapes)
+{
+    shapes_ += "<g" +
+               Attribute("transform", "translate(" + std::to_string(dx) + " " + std::to_string(dy) + ")") +
+               ">\n";
+    shapes_.append(shapes).append("</g>\n");
 }
 
 void SvgDrawing::VerticalGradient(std::string_view id, std::string_view top, std::string_view bottom)
@@ -100,12 +150,34 @@ void SvgDrawing::RadialGradient(std::string_view id, std::string_view middle, st
                "</radialGradient>\n";
 }
 
+namespace {
+
+std::string Document(std::string_view width, std::string_view height, const std::string& viewBox,
+                     std::string_view shapes)
+{
+    return "<svg xmlns=\"http://www.w3.org/2000/svg\"" + Attribute("width", width) +
+           Attribute("height", height) + Attribute("viewBox", "0 0 " + viewBox) + ">\n" +
+           std::string(shapes) + "</svg>\n";
+}
+
+std::string Extent(int width, int height)
+{
+    return std::to_string(width) + " " + std::to_string(height);
+}
+
+}  // namespace
+
 std::string SvgDocument(int width, int height, std::string_view shapes)
 {
-    return "<svg xmlns=\"http://www.w3.org/2000/svg\"" + Attribute("width", width / TwipsPerPixel) +
-           Attribute("height", height / TwipsPerPixel) +
-           Attribute("viewBox", "0 0 " + std::to_string(width) + " " + std::to_string(height)) + ">\n" +
-           std::string(shapes) + "</svg>\n";
+    return Document(std::to_string(width / TwipsPerPixel), std::to_string(height / TwipsPerPixel),
+                    Extent(width, height), shapes);
+}
+
+std::string SvgSheet(std::string_view shapes)
+{
+    SvgDrawing paper;
+    paper.Rect({0, 0, SheetWidth, SheetHeight}, 0, {"#ffffff"});
+    return Document("210mm", "297mm", Extent(SheetWidth, SheetHeight), paper.Shapes() + std::string(shapes));
 }
 
 }  // namespace kelvora

@@ -16,6 +16,16 @@ struct Paint {
     int strokeWidth = 0;
 };
 
+/// How a line of text is set.
+struct Lettering {
+    enum class Anchor { Start, Middle, End };
+
+    int size = 0;
+    std::string_view colour = "#000000";
+    Anchor anchor = Anchor::Middle;
+    bool bold = false;
+};
+
 class SvgDrawing {
 public:
     void Rect(const KeyRect& place, int radius, const Paint& paint);
@@ -25,8 +35,18 @@ public:
     /// `data` is SVG path data.
     void Path(std::string_view data, const Paint& paint);
 
-    /// One line of text whose middle is at x, y. `text` holds no character that XML reserves.
-    void Text(int x, int y, int size, std::string_view colour, std::string_view text);
+    /// One line of text, UTF-8: y is its middle, x the place of its anchor. Characters that XML cannot carry
+    /// become "?".
+    void Text(int x, int y, const Lettering& lettering, std::string_view text);
+
+    /// The same with its middle at x, y.
+    void Text(int x, int y, int size, std::string_view colour, std::string_view text)
+    {
+        Text(x, y, {size, colour}, text);
+    }
+
+    /// Shapes of another drawing, moved.
+    void Group(int dx, int dy, std::string_view shapes);
 
     /// A gradient from the top to the bottom of the shape that is filled with it.
     void VerticalGradient(std::string_view id, std::string_view top, std::string_view bottom);
@@ -44,5 +64,12 @@ private:
 
 /// An SVG document of that size around `shapes`: its viewBox is in twips, its own size in pixels at 96 dpi.
 std::string SvgDocument(int width, int height, std::string_view shapes);
+
+/// An A4 sheet, upright.
+inline constexpr int SheetWidth = 11906;
+inline constexpr int SheetHeight = 16838;
+
+/// An SVG document of that size, on white, so that it is paper on a dark screen too.
+std::string SvgSheet(std::string_view shapes);
 
 }  // namespace kelvora

@@ -2,39 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
-#include <string_view>
-#include <vector>
 
 #include "picture/KeyGridPicture.h"
+#include "picture/Svg.h"
 #include "setup/DeviceCode.h"
 
 using namespace kelvora;
 
 namespace {
-
-/// Whether every element is closed in its turn and every attribute's quotes are.
-bool IsWellFormed(std::string_view svg)
-{
-    std::vector<std::string_view> open;
-    for (auto at = svg.find('<'); at != std::string_view::npos; at = svg.find('<', at + 1)) {
-        const auto end = svg.find('>', at);
-        if (end == std::string_view::npos)
-            return false;
-        const auto tag = svg.substr(at + 1, end - at - 1);
-        if (std::ranges::count(tag, '"') % 2 != 0 || tag.find_first_of("<&") != std::string_view::npos)
-            return false;
-        if (tag.starts_with('/')) {
-            if (open.empty() || open.back() != tag.substr(1))
-                return false;
-            open.pop_back();
-        } else if (!tag.ends_with('/')) {
-            open.push_back(tag.substr(0, tag.find(' ')));
-        }
-    }
-    return open.empty();
-}
 
 std::string Numbers(const std::string& svg)
 {

@@ -1,0 +1,94 @@
+#include "picture/SetupComparison.h"
+
+#include <gtest/gtest.h>
+
+#include "picture/Svg.h"
+#include "setup/SetupReader.h"
+
+namespace kelvora {
+namespace {
+
+using enum ModuleKind;
+using Side = SetupComparison::Side;
+
+// KM064's key 2 (98) becomes a quadruple one; the badge reader goes, and the chip card unit comes.
+SetupComparison Example()
+{
+    const SetupDocument before = ReadDeviceMap("\xD6\x17\x04\xBF\x03");
+    SetupDocument after = ReadDeviceMap("\xD6\x1F\x04\xBF\x08");
+    after.Modules[3].KeyMap.replace(1, 2, "40");
+    after.Modules[3].KeyMap.replace(9, 2, "00");
+    return {before, after};
+}
+
+std::size_t Count(const std::string& svg, std::string_view part)
+{
+    std::size_t count = 0;
+    for (auto at = svg.find(part); at != std::string::npos; at = svg.find(part, at + 1))
+        ++count;
+    return count;
+}
+
+constexpr std::string_view MarkColour = "fill=\"#c04a00\"";
+constexpr std::string_view RingColour = "#0a5fd0";
+
+}  // namespace
+
+TEST(SetupComparison, ShowsEachDifferenceWhereItIsSeen)
+{
+    const SetupComparison comparison = Example();
+    EXPECT_EQ(comparison.Views(), (std::vector{None, KM096, KM064, ICCR}));
+    // MCR removed, ICCR added, the order of the others, backlight, then four keys.
+    ASSERT_EQ(comparison.Differences().size(), 7U);
+    EXPECT_EQ(comparison.ViewOf(0), None);
+    EXPECT_EQ(comparison.ViewOf(3), KM064);
+    struct Row {
+        const char* reason;
+        Side side;
+        ModuleKind view;
+        std::size_t marks;
+    };
+    for (const Row& row : {Row{"four keys that are one each", Side::Before, KM064, 4},
+                           Row{"one cap where they are one key", Side::After, KM064, 1},
+                           Row{"no difference there", Side::After, KM096, 0},
+                           Row{"the keyboard with the backlight, KM064, MCR", Side::Before, None, 3},
+                           Row{"the same two, ICCR", Side::After, None, 3}}) {
+        const std::string svg = comparison.Picture(row.side, row.view, std::nullopt);
+        EXPECT_TRUE(IsWellFormed(svg));
+        EXPECT_EQ(Count(svg, MarkColour), row.marks) << row.reason;
+        EXPECT_EQ(Count(svg, RingColour), 0U);
+        EXPECT_EQ(Count(comparison.Picture(row.side, row.view, 3), RingColour), row.view == KM064 ? 1U : 0U)
+            << row.reason;
+    }
+    EXPECT_EQ(Count(comparison.Picture(Side::Before, None, 0), RingColour), 1U);
+    EXPECT_EQ(Count(comparison.Picture(Side::After, None, 0), RingColour), 0U) << "it is not there";
+    EXPECT_EQ(comparison.Picture(Side::Before, ICCR, std::nullopt), "");
+    const SetupComparison empty({}, {});
+    EXPECT_EQ(empty.Views(), std::vector{None});
+    EXPECT_EQ(empty.Picture(Side::Before, None, std::nullopt), "");
+}
+
+TEST(SetupComparison, APointMeansItsDifference)
+{
+    const SetupComparison comparison = Example();
+    // A grid position is 600 wide behind a margin of 60; a strip has a margin of 90, KM064 stands behind
+    // 2960.
+    struct Row {
+        Side side;
+        ModuleKind view;
+        int x, y;
+        std::optional<std::size_t> meant;
+    };
+    for (const Row& row :
+         {Row{Side::Before, KM064, 700, 300, 3}, Row{Side::Before, KM064, 1300, 300, 4},
+          Row{Side::After, KM064, 1300, 300, 3}, Row{Side::After, KM064, 1300, 900, 3},
+          Row{Side::After, KM064, 300, 300, std::nullopt}, Row{Side::After, KM064, 10, 10, std::nullopt},
+          Row{Side::After, KM064, 6000, 300, std::nullopt}, Row{Side::Before, ICCR, 300, 300, std::nullopt},
+          Row{Side::Before, None, 500, 500, 2}, Row{Side::Before, None, 3200, 500, 3},
+          Row{Side::Before, None, 5300, 500, 0}, Row{Side::After, None, 5300, 500, 1},
+          Row{Side::After, None, 9000, 500, std::nullopt}})
+        EXPECT_EQ(comparison.DifferenceAt(row.side, row.view, row.x, row.y), row.meant)
+            << row.x << " " << row.y;
+}
+
+}  // namespace kelvora
