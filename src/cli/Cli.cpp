@@ -8,11 +8,13 @@
 
 #include "cli/Check.h"
 #include "cli/Console.h"
+#include "cli/Diff.h"
 #include "cli/Download.h"
 #include "cli/Dump.h"
 #include "cli/Format.h"
 #include "cli/IdentityCommand.h"
 #include "cli/Image.h"
+#include "cli/Render.h"
 #include "cli/Scan.h"
 #include "cli/Show.h"
 #include "cli/Verify.h"
@@ -25,8 +27,8 @@ namespace {
 using AddFileCommand = void (*)(CLI::App& app, Console& console, int& exitCode);
 using AddLineCommand = void (*)(CLI::App& app, Console& console, LineAccess& access, int& exitCode);
 
-constexpr std::array<AddFileCommand, 4> FileCommands{AddCheckCommand, AddShowCommand, AddFormatCommand,
-                                                     AddImageCommand};
+constexpr std::array<AddFileCommand, 6> FileCommands{AddCheckCommand,  AddShowCommand,  AddDiffCommand,
+                                                     AddFormatCommand, AddImageCommand, AddRenderCommand};
 constexpr std::array<AddLineCommand, 6> LineCommands{AddScanCommand, AddDownloadCommand, AddVerifyCommand,
                                                      AddDumpCommand, AddRestoreCommand,  AddIdentityCommand};
 
@@ -35,7 +37,9 @@ constexpr const char* Examples =
     "  kelvora-cli check exports/\n"
     "  find . -name '*.dat' -print0 | kelvora-cli check --null --json\n"
     "  kelvora-cli show till07.dat\n"
+    "  kelvora-cli diff standard.dat till07.dat\n"
     "  kelvora-cli format till07.dat -o till07.dat\n"
+    "  kelvora-cli render till07.dat -o till07.pdf\n"
     "  kelvora-cli scan --line 1=/dev/ttyUSB0 -o till07.dat\n"
     "  kelvora-cli download --line 1=/dev/ttyUSB0 till07.dat\n"
     "\n"

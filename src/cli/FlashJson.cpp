@@ -103,4 +103,15 @@ std::string UnreadJson(int port, const std::string& file, const std::string& err
     return object.dump() + "\n";
 }
 
+std::string ImageJson(const std::string& file, const std::string& output, const std::string& dump,
+                      const std::vector<std::string>& unheld)
+{
+    Json object;
+    object["file"] = Utf8FromPath(file);
+    object["output"] = FileOrNull(output);
+    object["dump"] = output.empty() ? Json(Utf8FromText(dump)) : Json();
+    object["unheld"] = unheld;
+    return object.dump() + "\n";
+}
+
 }  // namespace kelvora

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "flash/FlashTransfer.h"
 
@@ -20,5 +21,10 @@ std::string DumpJson(const LineTarget& target, const LineResult& read, const std
 
 /// port, file (null without one), error: of a command that came to nothing, before its line or on it.
 std::string UnreadJson(int port, const std::string& file, const std::string& error);
+
+/// file, output and dump (one of which is null: the dump where it was not written to a file), unheld (what
+/// the device cannot hold, in words).
+std::string ImageJson(const std::string& file, const std::string& output, const std::string& dump,
+                      const std::vector<std::string>& unheld);
 
 }  // namespace kelvora

@@ -2,9 +2,12 @@
 
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <nlohmann/json.hpp>
 
 #include "app/TextFiles.h"
+#include "cli/SetupJson.h"
 #include "cli/Verdict.h"
+#include "platform/Encoding.h"
 #include "platform/posix/PosixFiles.h"
 #include "setup/SetupWriter.h"
 
@@ -12,30 +15,44 @@ namespace kelvora {
 
 namespace {
 
-// Writes the text as a save does: both ways end it with a line of its own.
-void Save(const std::string& text, const FormatRequest& request, Console& console)
+// What the command did, as an object: the text itself where it was not written to a file.
+std::string FormatJson(const FormatRequest& request, const Verdict& verdict, const std::string& text)
 {
-    PosixFiles files;
-    if (request.output.empty())
-        Emit(console, text + "\r\n");
-    else
-        SaveTextFile(files, request.output, text);
+    const bool accepted = verdict.outcome == Verdict::Outcome::Accepted;
+    const bool written = accepted && !request.output.empty();
+    nlohmann::ordered_json object = VerdictObject(request.file, verdict);
+    object["output"] = written ? nlohmann::ordered_json(Utf8FromPath(request.output)) : nullptr;
+    object["text"] = accepted && !written ? nlohmann::ordered_json(Utf8FromText(text)) : nullptr;
+    return object.dump() + "\n";
 }
 
 }  // namespace
 
 int Format(const FormatRequest& request, Console& console)
 {
-    const auto document = AcceptedSetup(request.file, console.err);
-    if (!document)
-        return ExitCode::Rejected;
-    try {
-        Save(WriteSetup(document->Modules), request, console);
-        return ExitCode::Done;
-    } catch (const FileError& error) {
-        console.err << FailureLine(error.Path(), error.what());
+    std::string text;
+    SetupDocument document;
+    const Verdict verdict = CheckSetupFile(request.file, text, &document);
+    console.err << VerdictLine(request.file, verdict);
+    const bool accepted = verdict.outcome == Verdict::Outcome::Accepted;
+    if (accepted) {
+        text = WriteSetup(document.Modules);
+        try {
+            PosixFiles files;
+            if (!request.output.empty())
+                SaveTextFile(files, request.output, text);
+        } catch (const FileError& error) {
+            console.err << FailureLine(error.Path(), error.what());
+            return ExitCode::Rejected;
+        }
+        // As a save does: the text ends with a line of its own.
+        text += "\r\n";
     }
-    return ExitCode::Rejected;
+    if (request.json)
+        Emit(console, FormatJson(request, verdict, text));
+    else if (accepted && request.output.empty())
+        Emit(console, text);
+    return accepted ? ExitCode::Done : ExitCode::Rejected;
 }
 
 void AddFormatCommand(CLI::App& app, Console& console, int& exitCode)
@@ -47,6 +64,7 @@ void AddFormatCommand(CLI::App& app, Console& console, int& exitCode)
         ->add_option("-o,--output", request->output,
                      "Write to that file, which may be FILE itself; its old content is kept as \".bak\"")
         ->type_name("OUT");
+    command->add_flag("--json", request->json, "Print the result as an object on one line");
     command->callback([request, &console, &exitCode] { exitCode = Format(*request, console); });
 }
 

@@ -14,6 +14,7 @@ namespace kelvora {
 struct FormatRequest {
     std::string file;
     std::string output;  ///< where it is written, the old file kept as ".bak"; standard output when empty
+    bool json = false;
 };
 
 /// Returns the exit code; nothing is written unless the file is accepted. Throws OutputError.

@@ -2,10 +2,13 @@
 
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <optional>
 #include <variant>
+#include <vector>
 
 #include "app/FlashTexts.h"
 #include "app/TextFiles.h"
+#include "cli/FlashJson.h"
 #include "cli/LineReport.h"
 #include "cli/Verdict.h"
 #include "flash/DumpText.h"
@@ -14,32 +17,49 @@
 
 namespace kelvora {
 
+namespace {
+
+// The dump of a setup's image; nothing, after a diagnostic, when it cannot be built.
+std::optional<std::string> DumpOf(const ImageRequest& request, const SetupDocument& document,
+                                  std::vector<std::string>& unheld, Console& console)
+{
+    const MessageCatalogue english;
+    const auto built = BuildSetupImage(document, nullptr);
+    if (const auto* const refusal = std::get_if<BuildRefusal>(&built)) {
+        console.err << FailureLine(request.file, OneLineText(Describe(english, *refusal)));
+        return std::nullopt;
+    }
+    for (const UnheldSetting& setting : WhatTheDeviceCannotHold(document)) {
+        unheld.push_back(OneLineText(Describe(english, setting)));
+        console.err << FailureLine(request.file, unheld.back());
+    }
+    return FormatDump(0, std::get<FlashImage>(built));
+}
+
+}  // namespace
+
 int Image(const ImageRequest& request, Console& console)
 {
     const auto document = AcceptedSetup(request.file, console.err);
     if (!document)
         return ExitCode::Rejected;
-    const MessageCatalogue english;
-    const auto built = BuildSetupImage(*document, nullptr);
-    if (const auto* const refusal = std::get_if<BuildRefusal>(&built)) {
-        console.err << FailureLine(request.file, OneLineText(Describe(english, *refusal)));
+    std::vector<std::string> unheld;
+    const auto dump = DumpOf(request, *document, unheld, console);
+    if (!dump)
         return ExitCode::Rejected;
-    }
-    for (const UnheldSetting& unheld : WhatTheDeviceCannotHold(*document))
-        console.err << FailureLine(request.file, OneLineText(Describe(english, unheld)));
-    const std::string dump = FormatDump(0, std::get<FlashImage>(built));
-    if (request.output.empty()) {
-        Emit(console, dump);
-        return ExitCode::Done;
-    }
     try {
         PosixFiles files;
-        SaveTextFile(files, request.output, dump);
-        return ExitCode::Done;
+        if (!request.output.empty())
+            SaveTextFile(files, request.output, *dump);
     } catch (const FileError& error) {
         console.err << FailureLine(error.Path(), error.what());
+        return ExitCode::Rejected;
     }
-    return ExitCode::Rejected;
+    if (request.json)
+        Emit(console, ImageJson(request.file, request.output, *dump, unheld));
+    else if (request.output.empty())
+        Emit(console, *dump);
+    return ExitCode::Done;
 }
 
 void AddImageCommand(CLI::App& app, Console& console, int& exitCode)
@@ -51,6 +71,7 @@ void AddImageCommand(CLI::App& app, Console& console, int& exitCode)
         ->add_option("-o,--output", request->output,
                      "Write to that file; its old content is kept as \".bak\"")
         ->type_name("OUT");
+    command->add_flag("--json", request->json, "Print the result as an object on one line");
     command->callback([request, &console, &exitCode] { exitCode = Image(*request, console); });
 }
 

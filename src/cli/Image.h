@@ -14,6 +14,7 @@ namespace kelvora {
 struct ImageRequest {
     std::string file;
     std::string output;  ///< where it is written, the old file kept as ".bak"; standard output when empty
+    bool json = false;
 };
 
 /// Writes the image as a dump; what a device would hold and the setup does not say is erased in it. Returns

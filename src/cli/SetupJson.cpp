@@ -27,7 +27,7 @@ Json ModuleObject(const ModuleRecord& record, const SetupDocument& document)
 
 }  // namespace
 
-std::string VerdictJson(const std::string& path, const Verdict& verdict)
+nlohmann::ordered_json VerdictObject(const std::string& path, const Verdict& verdict)
 {
     const bool ok = verdict.outcome == Verdict::Outcome::Accepted;
     const bool rejected = verdict.outcome == Verdict::Outcome::Rejected;
@@ -37,7 +37,12 @@ std::string VerdictJson(const std::string& path, const Verdict& verdict)
     object["error"] = rejected ? Json(ErrorNumberText(verdict.number)) : Json();
     object["line"] = rejected ? Json(verdict.line) : Json();
     object["message"] = ok ? Json() : Json(verdict.message);
-    return object.dump() + "\n";
+    return object;
+}
+
+std::string VerdictJson(const std::string& path, const Verdict& verdict)
+{
+    return VerdictObject(path, verdict).dump() + "\n";
 }
 
 std::string SetupJson(const std::string& path, const SetupDocument& document)

@@ -1,6 +1,7 @@
 // Results as JSON objects, one a line, for other programs. All texts are UTF-8.
 #pragma once
 
+#include <nlohmann/json_fwd.hpp>
 #include <string>
 
 #include "cli/Verdict.h"
@@ -8,7 +9,11 @@
 
 namespace kelvora {
 
-/// {"file", "ok", "error", "line", "message"}; the last three are null where they do not apply.
+/// {"file", "ok", "error", "line", "message"}; the last three are null where they do not apply. What a
+/// command makes of the file may follow.
+nlohmann::ordered_json VerdictObject(const std::string& path, const Verdict& verdict);
+
+/// The same as a line.
 std::string VerdictJson(const std::string& path, const Verdict& verdict);
 
 /// {"file", "deviceMap": [214, 23, 4], "modules": [{"position", "kind", "deviceCode", "firstKeyNumber",

@@ -131,6 +131,14 @@ TEST_F(FlashCommandsTest, AnImageOfASetupNeedsNoDevice)
     EXPECT_EQ(Run({"image", At("till.dat"), "-o", At("till.mem")}).exitCode, ExitCode::Done);
     EXPECT_EQ(files.Read(At("till.mem")), result.out + "\r\n");
     EXPECT_EQ(files.Read(At("till.bak")), "old");
+
+    auto object = nlohmann::json::parse(Run({"image", At("till.dat"), "--json"}).out);
+    EXPECT_EQ(object["dump"], result.out);
+    EXPECT_EQ(object["output"], nullptr);
+    EXPECT_EQ(object["unheld"], nlohmann::json::array());
+    object = nlohmann::json::parse(Run({"image", At("till.dat"), "--json", "-o", At("till.mem")}).out);
+    EXPECT_EQ(object["dump"], nullptr);
+    EXPECT_EQ(object["output"], At("till.mem"));
 }
 
 TEST_F(FlashCommandsTest, EveryFailureHasItsExitCodeAndLeavesTheDevice)

@@ -1,3 +1,5 @@
+#include <nlohmann/json.hpp>
+
 #include "CliFixture.h"
 
 namespace kelvora {
@@ -41,6 +43,25 @@ TEST_F(Format, WritesNothingThatWouldBeRejected)
     EXPECT_THAT(result.err, testing::StartsWith(path + RejectedSays));
     EXPECT_EQ(files.Read(kept), saved);
     EXPECT_FALSE(files.Exists(folder + "/kept.bak"));
+}
+
+TEST_F(Format, JsonHoldsTheTextOrNamesTheFile)
+{
+    const std::string path = Write("till.dat", typed);
+    auto object = nlohmann::json::parse(Run({"format", path, "--json"}).out);
+    EXPECT_EQ(object["file"], path);
+    EXPECT_EQ(object["text"], saved);
+    EXPECT_EQ(object["output"], nullptr);
+    object = nlohmann::json::parse(Run({"format", path, "--json", "-o", path}).out);
+    EXPECT_EQ(object["text"], nullptr);
+    EXPECT_EQ(object["output"], path);
+    EXPECT_EQ(files.Read(path), saved);
+    const CliResult rejected = Run({"format", Write("bad.dat", Rejected), "--json"});
+    EXPECT_EQ(rejected.exitCode, 1);
+    object = nlohmann::json::parse(rejected.out);
+    EXPECT_EQ(object["ok"], false);
+    EXPECT_EQ(object["line"], 3);
+    EXPECT_EQ(object["text"], nullptr);
 }
 
 TEST_F(Format, TellsWhereItCannotWrite)

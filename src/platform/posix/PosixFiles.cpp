@@ -16,6 +16,8 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/posix/Descriptor.h"
+
 namespace kelvora {
 
 namespace {
@@ -26,24 +28,6 @@ namespace {
 {
     throw FileError(path, strerrordesc_np(error));
 }
-
-class Descriptor {
-public:
-    explicit Descriptor(int number) : number_(number) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor()
-    {
-        if (number_ >= 0)
-            close(number_);
-    }
-
-    int Number() const { return number_; }
-    int Close() { return close(std::exchange(number_, -1)); }
-
-private:
-    int number_;
-};
 
 // The file that a chain of links leads to, so that a write replaces that file and not the link; the path
 // itself where it is no link, or leads to a file that is still to be made.

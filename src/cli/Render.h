@@ -1,0 +1,32 @@
+// The command "render": setup files as sheets to look at, print or add to a ticket.
+#pragma once
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include "cli/Console.h"
+
+namespace CLI {
+class App;
+}
+
+namespace kelvora {
+
+struct RenderRequest {
+    std::vector<std::string> names;  ///< files and folders, as for the command "check"
+    std::string output;        ///< the one picture, or a PDF with a page a setup; standard output when empty
+    std::string outputFolder;  ///< a picture a setup, named after its file; not together with `output`
+    std::string type;          ///< "svg", "png" or "pdf"; when empty, as `output` ends, else SVG
+    bool json = false;
+    std::string program;               ///< what makes PNG and PDF, see cli/PictureProgram.h
+    std::chrono::local_seconds now{};  ///< the date on the sheets
+};
+
+/// Makes the pictures; what is replaced is kept under its name and ".bak". Files that are not accepted give a
+/// diagnostic, the others are drawn. Returns the exit code. Throws OutputError, PictureError.
+int Render(const RenderRequest& request, Console& console);
+
+void AddRenderCommand(CLI::App& app, Console& console, int& exitCode);
+
+}  // namespace kelvora
