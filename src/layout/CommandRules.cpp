@@ -18,6 +18,7 @@ CommandState CommandStateOf(const CommandSituation& situation)
     state.fileSave = true;
     state.fileSaveAs = true;
     state.fileClose = true;
+    state.sheet = true;
     state.undo = situation.canUndo;
     state.redo = situation.canRedo;
     state.layout = LayoutStateOf(*situation.modules);

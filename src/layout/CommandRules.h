@@ -27,6 +27,7 @@ struct CommandState {
     bool fileSave = false;
     bool fileSaveAs = false;
     bool fileClose = false;
+    bool sheet = false;  ///< print, preview, export, and comparing with another setup
     bool undo = false;
     bool redo = false;
     LayoutState layout;

@@ -119,10 +119,11 @@ std::string DisplayName(std::string_view path)
     return name.substr(0, name.find('.'));
 }
 
-std::optional<SetupFile> GetConfigFileName(Program& program, PosCfg& settings, std::string_view current)
+std::optional<SetupFile> GetConfigFileName(Program& program, PosCfg& settings, std::string_view current,
+                                           const MessageId& title)
 {
     const auto choice = program.world.fileDialogs.Open(
-        {program.catalogue.Caption(Message::OpenSetupTitle), settings.InInitDir, std::string(current),
+        {program.catalogue.Caption(title), settings.InInitDir, std::string(current),
          SetupFilters(program.catalogue), settings.InFilterIndex, std::string(DialogName(SetupEnding))});
     if (!choice)
         return std::nullopt;
@@ -165,6 +166,21 @@ std::optional<OpenedSetup> OpenSetup(Program& program, const SetupFile& file)
             return std::nullopt;
         return OpenedSetup{{}, {}, DisplayName(file.path)};
     }
+}
+
+std::optional<SetupDocument> ReadOtherSetup(Program& program, const std::string& path)
+{
+    const auto text = ReadTextFile(program.world.files, program.world.prompt, path);
+    if (!text)
+        return std::nullopt;
+    try {
+        return ReadSetup(*text);
+    } catch (const SetupError& error) {
+        program.world.prompt.Show(ProductName,
+                                  TextFromPath(path) + "\r\n" + DescribeSetupError(program.catalogue, error),
+                                  {BoxIcon::Exclamation});
+    }
+    return std::nullopt;
 }
 
 bool SaveSetup(Program& program, const SetupDocument& document, const std::string& path)

@@ -34,7 +34,8 @@ std::string DisplayName(std::string_view path);
 /// Ask for a file to open, or a name to save under; folder and filter are remembered in `settings`. Nothing
 /// on Cancel. `current` is the window's file, offered unless it has none. A name that is typed for a new file
 /// is lower-cased and gets the filter's ending where it has none; replacing another file is asked first.
-std::optional<SetupFile> GetConfigFileName(Program& program, PosCfg& settings, std::string_view current);
+std::optional<SetupFile> GetConfigFileName(Program& program, PosCfg& settings, std::string_view current,
+                                           const MessageId& title = Message::OpenSetupTitle);
 std::optional<SetupFile> GetSaveConfigFileAs(Program& program, PosCfg& settings, std::string_view current);
 std::optional<SetupFile> GetSaveFlashDumpAs(Program& program, PosCfg& settings, std::string_view current);
 
@@ -49,6 +50,9 @@ struct OpenedSetup {
     std::string name;  ///< the display name of the file that was meant
 };
 std::optional<OpenedSetup> OpenSetup(Program& program, const SetupFile& file);
+
+/// Reads a setup file to look at only; nothing, after a message, when it is rejected or cannot be read.
+std::optional<SetupDocument> ReadOtherSetup(Program& program, const std::string& path);
 
 /// Writes a setup, keeping the previous file as ".bak". False, after a message, when that fails.
 bool SaveSetup(Program& program, const SetupDocument& document, const std::string& path);

@@ -55,6 +55,7 @@ MDIForm1::MDIForm1(Program& program, const QString& configFolder, MachinePorts* 
       lines_(program, machine, *this),
       memory_(configFolder),
       setups_(*area_, program, memory_),
+      comparisons_(program, setups_),
       help_(program, [this] { return ActiveSetup(); })
 {
     setObjectName(QStringLiteral("MDIForm1"));
@@ -93,86 +94,6 @@ MDIForm1::~MDIForm1()
     area_->disconnect(this);
 }
 
-void MDIForm1::ConnectFileCommands()
-{
-    On(Command::FileMenuNew, [this] { setups_.New(SetupMode::New); });
-    On(Command::FileMenuOpen, [this] { setups_.Open(); });
-    On(Command::FileMenuScan, [this] { setups_.New(SetupMode::Scan); });
-    OnSetup(Command::FileMenuSave, [](frmConfig& setup) { setup.FileMenuSave_Click(); });
-    OnSetup(Command::FileMenuSaveAs, [](frmConfig& setup) { setup.FileMenuSaveAs_Click(); });
-    On(Command::FileMenuClose, [this] { area_->closeActiveSubWindow(); });
-    On(Command::FileMenuExit, [this] { close(); });
-    On(Command::EditMenuUndo, [this] { undoGroup_.undo(); });
-    On(Command::EditMenuRedo, [this] { undoGroup_.redo(); });
-}
-
-void MDIForm1::ConnectLayoutCommands()
-{
-    const auto adds = [this](Command command, ModuleKind kind) {
-        OnSetup(command, [kind](frmConfig& setup) { setup.LayoutMenuAdd_Click(kind); });
-    };
-    adds(Command::LayoutMenuAddKBMASTER, ModuleKind::KM096);
-    adds(Command::LayoutMenuAddKB64, ModuleKind::KM064);
-    adds(Command::LayoutMenuAddMCR, ModuleKind::MCR);
-    adds(Command::LayoutMenuAddICCR, ModuleKind::ICCR);
-    OnSetup(Command::LayoutMenuDel, [](frmConfig& setup) { setup.LayoutMenuDel_Click(); });
-    OnSetup(Command::LayoutMenuMove, [](frmConfig& setup) { setup.LayoutMenuMove_Click(); });
-    OnSetup(Command::LayoutMenuOptions, [](frmConfig& setup) { setup.LayoutMenuOptions_Click(); });
-}
-
-void MDIForm1::ConnectLineCommands()
-{
-    operation_.onChange = [this] {
-        lines_.ShowBusy();
-        Refresh();
-    };
-    OnSetup(Command::CommunicationsMenuSettings, [this](frmConfig& setup) {
-        lines_.ShowPortSettings(setup.Session().settings, [this] {
-            memory_.SaveLine(program_.main);
-            Refresh();
-        });
-    });
-    OnSetup(Command::EpromWizard,
-            [this](frmConfig& setup) { lines_.ShowWizard(setup.Session().settings, [this] { Refresh(); }); });
-    On(Command::CommunicationsMenuPorts, [this] { lines_.ShowPorts(); });
-    On(Command::ViewMenuLineMonitor, [this] { lines_.ShowMonitor(); });
-    commands_[Command::CommunicationsMenuPorts].setVisible(lines_.HasPorts());
-    OnSetup(Command::ToolsMenuRescanLine, [](frmConfig& setup) { setup.ToolsMenuRescanLine_Click(); });
-}
-
-void MDIForm1::ConnectFlashCommands()
-{
-    const auto flash = [this](Command command, void (FlashForms::*click)()) {
-        OnSetup(command, [click](frmConfig& setup) { (setup.Flash().*click)(); });
-    };
-    flash(Command::ToolsMenuFlashDownload, &FlashForms::ToolsMenuFlashDownload_Click);
-    flash(Command::ToolsMenuFlashVerify, &FlashForms::ToolsMenuFlashVerify_Click);
-    flash(Command::ToolsMenuFlashDumpSetup, &FlashForms::ToolsMenuFlashDumpSetup_Click);
-    flash(Command::ToolsMenuFlashDumpUpload, &FlashForms::ToolsMenuFlashDumpUpload_Click);
-    flash(Command::ToolsMenuFlashRestore, &FlashForms::ToolsMenuFlashRestore_Click);
-    flash(Command::ToolsMenuFlashBackups, &FlashForms::ToolsMenuFlashBackups_Click);
-}
-
-void MDIForm1::ConnectGeneralCommands()
-{
-    for (std::size_t i = 0; i < CommandCount; ++i)
-        addAction(&commands_[static_cast<Command>(i)]);
-    On(Command::ViewMenuToolbar, [this](bool shown) { toolbar_->setVisible(shown); });
-    On(Command::ViewMenuStatusBar, [this](bool shown) { status_->setVisible(shown); });
-    On(Command::WindowMenuCascade, [this] { area_->cascadeSubWindows(); });
-    On(Command::WindowMenuTile, [this] { area_->tileSubWindows(); });
-    On(Command::WindowMenuNext, [this] { area_->activateNextSubWindow(); });
-    On(Command::WindowMenuPrevious, [this] { area_->activatePreviousSubWindow(); });
-    On(Command::WindowMenuCloseAll, [this] {
-        if (setups_.MayCloseAll())
-            setups_.CloseAllUnasked();
-    });
-    On(Command::HelpMenuGuide, [this] { help_.Show(); });
-    On(Command::HelpMenuAbout, [this] { ShowAbout(); });
-    commands_[Command::ViewMenuToolbar].setChecked(toolbar_->isVisibleTo(this));
-    commands_[Command::ViewMenuStatusBar].setChecked(status_->isVisibleTo(this));
-}
-
 void MDIForm1::ConnectMenus()
 {
     connect(area_, &QMdiArea::subWindowActivated, this, [this] {
@@ -193,6 +114,7 @@ void MDIForm1::ConnectMenus()
     menu_.openRecent = [this](const QString& path) { setups_.OpenRecent(path); };
     menu_.clearRecent = [this] { memory_.ClearRecentFiles(); };
     menu_.listWindows = [this](QMenu& menu) { setups_.List(menu); };
+    menu_.listComparisons = [this](QMenu& menu) { comparisons_.List(menu); };
     menu_.selectPort = [this](int port) {
         if (frmConfig* setup = ActiveSetup())
             setup->SelectPort(static_cast<std::int16_t>(port));
@@ -242,6 +164,7 @@ void MDIForm1::Retranslate()
     area_->viewport()->update();
     lines_.Retranslate();
     setups_.Retranslate();
+    comparisons_.Retranslate();
 }
 
 void MDIForm1::ChangeLanguage(const std::string& language)
@@ -262,6 +185,7 @@ void MDIForm1::ChangeLanguage(const std::string& language)
 void MDIForm1::Refresh()
 {
     frmConfig* setup = ActiveSetup();
+    comparisons_.Refresh();
     undoGroup_.setActiveStack(setup ? &setup->UndoStack() : nullptr);
     menu_.ShowSetupEntries(setup != nullptr);
     const PosCfg& settings = setup ? setup->Session().settings : program_.main;

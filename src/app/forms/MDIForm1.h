@@ -14,6 +14,7 @@
 #include "app/forms/MainMenu.h"
 #include "app/forms/MainToolbar.h"
 #include "app/forms/OperationView.h"
+#include "app/forms/SetupComparisons.h"
 #include "app/forms/SetupWindows.h"
 #include "app/forms/StatusPanels.h"
 #include "app/forms/WindowMemory.h"
@@ -106,6 +107,7 @@ private:
     LineForms lines_;
     WindowMemory memory_;
     SetupWindows setups_;
+    SetupComparisons comparisons_;
     QUndoGroup undoGroup_;
     HelpOpener help_;
     QStringList waitingFiles_;  ///< to be opened once no dialog is open

@@ -44,6 +44,18 @@ void MainMenu::MakeFileMenu(QMenuBar& bar)
         file->addAction(&commands_[command]);
         setupEntries_.push_back(&commands_[command]);
     }
+    setupEntries_.push_back(file->addSeparator());
+    for (const Command command :
+         {Command::FileMenuPrint, Command::FileMenuPrintPreview, Command::FileMenuExport}) {
+        file->addAction(&commands_[command]);
+        setupEntries_.push_back(&commands_[command]);
+    }
+    compare_ = AddMenu(file, "FileMenuCompare", Message::CompareMenu);
+    setupEntries_.push_back(compare_->menuAction());
+    QObject::connect(compare_, &QMenu::aboutToShow, compare_, [this] {
+        compare_->clear();
+        listComparisons(*compare_);
+    });
     file->addSeparator();
     file->addAction(&commands_[Command::FileMenuScan]);
     file->addSeparator();
@@ -105,6 +117,7 @@ void MainMenu::MakeCommunicationsMenu(QMenuBar& bar)
 void MainMenu::Apply(const CommandState& state)
 {
     recent_->setEnabled(state.fileOpen);
+    compare_->setEnabled(state.sheet);
     add_->setEnabled(state.layout.add);
     lines_->setEnabled(state.ports);
     languages_->setEnabled(state.language);

@@ -25,6 +25,7 @@ public:
     std::function<void(const QString& path)> openRecent;
     std::function<void()> clearRecent;
     std::function<void(QMenu&)> listWindows;
+    std::function<void(QMenu&)> listComparisons;
 
     /// The ports of the Communications menu, 1 to 4.
     std::function<bool(int port)> isPortAvailable;
@@ -68,6 +69,7 @@ private:
     std::vector<Titled> titled_;
     std::vector<QAction*> setupEntries_;
     QMenu* recent_ = nullptr;
+    QMenu* compare_ = nullptr;
     QMenu* layout_ = nullptr;
     QMenu* add_ = nullptr;
     QMenu* dump_ = nullptr;

@@ -68,6 +68,7 @@ frmConfig::frmConfig(Program& program, QWidget* parent)
       strip_(new StripView(program.catalogue, this)),
       session_(program, strip_),
       flash_(session_, *this),
+      sheet_(session_, *this),
       undoStack_(new QUndoStack(this))
 {
     setObjectName(QStringLiteral("frmConfig"));
@@ -77,6 +78,7 @@ frmConfig::frmConfig(Program& program, QWidget* parent)
     layout->addWidget(strip_);
     setFocusProxy(strip_);
     ConnectStrip();
+    sheet_.isChanged = [this] { return IsChanged(); };
     flash_.onFile = [this] {
         if (onFile)
             onFile();

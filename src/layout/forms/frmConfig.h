@@ -10,6 +10,7 @@
 #include "layout/ModuleStrip.h"
 #include "layout/SetupSession.h"
 #include "layout/forms/FlashForms.h"
+#include "picture/forms/SheetForms.h"
 
 namespace kelvora {
 
@@ -59,6 +60,9 @@ public:
 
     /// The flash commands.
     FlashForms& Flash() { return flash_; }
+
+    /// Print, preview and export.
+    SheetForms& Sheet() { return sheet_; }
 
     bool IsPlacing() const { return placing_; }
 
@@ -110,6 +114,7 @@ private:
     StripView* strip_;
     SetupSession session_;
     FlashForms flash_;
+    SheetForms sheet_;
     QUndoStack* undoStack_;
     bool mayCloseUnasked_ = false;
     bool placing_ = false;

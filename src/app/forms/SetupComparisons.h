@@ -1,0 +1,50 @@
+// The windows that compare a setup with another file or with another open setup. Each shows its open setups
+// as they stand, and goes with the one that it was opened from.
+#pragma once
+
+#include <QMenu>
+#include <QPointer>
+#include <vector>
+
+#include "app/Program.h"
+#include "app/forms/SetupWindows.h"
+#include "picture/forms/SetupsDialog.h"
+
+namespace kelvora {
+
+class frmConfig;
+
+class SetupComparisons {
+public:
+    /// Both outlive the object.
+    SetupComparisons(Program& program, SetupWindows& setups);
+    ~SetupComparisons();
+    SetupComparisons(const SetupComparisons&) = delete;
+    SetupComparisons& operator=(const SetupComparisons&) = delete;
+
+    /// Adds what the setup in front can be compared with: a file that is asked for, and the other open
+    /// setups.
+    void List(QMenu& menu);
+
+    /// Shows anew what has changed in the open setups.
+    void Refresh();
+
+    void Retranslate();
+
+private:
+    struct Comparison {
+        QPointer<SetupsDialog> window;
+        QPointer<frmConfig> setup;
+        QPointer<frmConfig> other;  ///< null for a file, or when its window has closed
+        NamedSetup otherSetup;
+    };
+
+    void CompareWithFile(frmConfig& setup);
+    void Open(frmConfig& setup, frmConfig* other, NamedSetup otherSetup);
+
+    Program& program_;
+    SetupWindows& setups_;
+    std::vector<Comparison> comparisons_;
+};
+
+}  // namespace kelvora

@@ -1,0 +1,36 @@
+// Shows one drawing of the core, as large as there is room for, or a text in its place.
+#pragma once
+
+#include <QSvgRenderer>
+#include <QWidget>
+#include <functional>
+#include <string>
+
+namespace kelvora {
+
+class PictureView final : public QWidget {
+public:
+    explicit PictureView(QWidget* parent = nullptr);
+
+    /// `text` is shown when `svg` is empty.
+    void Show(const std::string& svg, const QString& text);
+
+    /// Called with a point of the drawing, in its own unit, that was clicked.
+    std::function<void(int x, int y)> onClick;
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+
+private:
+    QRectF Place() const;
+
+    QSvgRenderer drawing_;
+    QString text_;
+    std::string svg_;
+};
+
+}  // namespace kelvora

@@ -1,0 +1,90 @@
+#include "picture/forms/SheetForms.h"
+
+#include <QPrintDialog>
+#include <QPrintPreviewDialog>
+#include <QPrinter>
+#include <QScreen>
+
+#include "flash/Backups.h"
+#include "picture/SetupSheet.h"
+#include "picture/SheetExport.h"
+#include "picture/qt/PictureFiles.h"
+#include "platform/Encoding.h"
+#include "platform/qt/Text.h"
+
+namespace kelvora {
+
+namespace {
+
+// The sheet brings its own margins.
+void Prepare(QPrinter& printer, const std::string& name)
+{
+    printer.setDocName(PathToQString(name));
+    printer.setCreator(QStringLiteral("Kelvora"));
+    printer.setPageLayout({QPageSize(QPageSize::A4), QPageLayout::Portrait, {}});
+    printer.setFullPage(true);
+}
+
+std::string Convert(PictureType type, const std::string& svg)
+{
+    switch (type) {
+        case PictureType::Png:
+            return PngOf(svg);
+        case PictureType::Pdf:
+            return PdfOf({&svg, 1});
+        case PictureType::Svg:
+            break;
+    }
+    return svg;
+}
+
+}  // namespace
+
+std::string SheetForms::Sheet() const
+{
+    return SetupSheet(session_.document,
+                      {Utf8FromPath(session_.settings.Name), Utf8FromPath(session_.File().path),
+                       SheetDate(Backups::LocalTime()), isChanged()},
+                      session_.Shared().catalogue);
+}
+
+void SheetForms::FileMenuPrint_Click()
+{
+    QPrinter printer(QPrinter::HighResolution);
+    Prepare(printer, session_.settings.Name);
+    QPrintDialog dialog(&printer, window_.window());
+    dialog.setObjectName(QStringLiteral("Print"));
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const std::string sheet = Sheet();
+    if (!PaintPages({&sheet, 1}, printer))
+        session_.Shared().Show(Message::NotPrinted, {BoxIcon::Exclamation});
+}
+
+void SheetForms::FileMenuPrintPreview_Click()
+{
+    QPrinter printer(QPrinter::HighResolution);
+    Prepare(printer, session_.settings.Name);
+    QPrintPreviewDialog dialog(&printer, window_.window());
+    dialog.setObjectName(QStringLiteral("PrintPreview"));
+    dialog.setWindowFlag(Qt::WindowMaximizeButtonHint);
+    const std::string sheet = Sheet();
+    QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog, [&sheet](QPrinter* paper) {
+        PaintPages({&sheet, 1}, *paper);
+    });
+    const QSize available = dialog.screen()->availableSize();
+    dialog.resize(
+        QSize(available.height() * 8 / 10, available.height() * 9 / 10).boundedTo(available * 9 / 10));
+    dialog.exec();
+}
+
+void SheetForms::FileMenuExport_Click()
+{
+    // Beside the setup itself, where it has a file.
+    const std::string& path = session_.File().path;
+    const std::string folder =
+        path.empty() ? session_.settings.OutInitDir : path.substr(0, path.rfind('/') + 1);
+    ExportSheet(session_.Shared(), {Sheet(), folder, LowerCase(session_.settings.Name)}, Convert);
+}
+
+}  // namespace kelvora

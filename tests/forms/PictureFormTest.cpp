@@ -1,0 +1,219 @@
+#include <QFile>
+#include <QImage>
+#include <QLabel>
+#include <QListWidget>
+#include <QPrintDialog>
+#include <QPrintPreviewDialog>
+#include <QPrintPreviewWidget>
+#include <QPrinter>
+#include <QTabBar>
+
+#include "forms/MainWindowFixture.h"
+#include "picture/forms/PictureView.h"
+#include "picture/forms/SetupsDialog.h"
+
+namespace kelvora {
+namespace {
+
+class PictureForm : public MainWindowFixture {
+protected:
+    PictureForm()
+    {
+        files.Write(path, "[Kelvora]\n[KM096]\nFiscal = YES\n[KM064]\n[MCR]\n");
+        Start();
+        window->OpenFiles({PathToQString(path)});
+    }
+
+    std::string At(const std::string& name) { return PathFromQString(folder.path()) + "/" + name; }
+
+    void Export(const std::string& name)
+    {
+        dialogs.choices.push_back({At(name), PathFromQString(folder.path()), 1});
+        Trigger(Command::FileMenuExport);
+    }
+
+    QMenu& CompareMenu()
+    {
+        auto* const menu = window->findChild<QMenu*>("FileMenuCompare");
+        emit menu->aboutToShow();
+        return *menu;
+    }
+
+    void CompareWithFile(const std::string& text)
+    {
+        files.Write(At("other.dat"), text);
+        dialogs.choices.push_back({At("other.dat"), PathFromQString(folder.path()), 1});
+        CompareMenu().actions().constFirst()->trigger();
+    }
+
+    static SetupsDialog* Comparison()
+    {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        for (QWidget* const widget : QApplication::topLevelWidgets())
+            if (auto* const dialog = dynamic_cast<SetupsDialog*>(widget))
+                return dialog;
+        return nullptr;
+    }
+
+    SetupSession& Session() { return window->ActiveSetup()->Session(); }
+};
+
+std::string ViewOf(const SetupsDialog& dialog)
+{
+    const auto* const views = dialog.findChild<QTabBar*>("Views");
+    return views->tabText(views->currentIndex()).toStdString();
+}
+
+}  // namespace
+
+TEST_F(PictureForm, CommandsAreThereForASetupThatRests)
+{
+    EXPECT_EQ(window->Actions()[Command::FileMenuPrint].shortcut(), QKeySequence("Ctrl+P"));
+    const auto enabled = [&] {
+        return IsEnabled(Command::FileMenuPrint) && IsEnabled(Command::FileMenuPrintPreview) &&
+               IsEnabled(Command::FileMenuExport) && CompareMenu().isEnabled();
+    };
+    EXPECT_TRUE(enabled());
+    program.busy = true;
+    window->Refresh();
+    EXPECT_FALSE(IsEnabled(Command::FileMenuPrint) || IsEnabled(Command::FileMenuExport) ||
+                 CompareMenu().isEnabled());
+    program.busy = false;
+    window->Refresh();
+    window->ActiveSetup()->CloseUnasked();
+    Trigger(Command::FileMenuClose);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    window->Refresh();
+    EXPECT_FALSE(IsEnabled(Command::FileMenuPrint) || CompareMenu().menuAction()->isVisible());
+}
+
+TEST_F(PictureForm, PreviewAndPrintShowTheSheet)
+{
+    InDialog<QPrintPreviewDialog>([&] { Trigger(Command::FileMenuPrintPreview); },
+                                  [](QPrintPreviewDialog& dialog) {
+                                      auto* const preview = dialog.findChild<QPrintPreviewWidget*>();
+                                      ASSERT_NE(preview, nullptr);
+                                      EXPECT_EQ(preview->pageCount(), 1);
+                                  });
+    const QString paper = folder.filePath("paper.pdf");
+    InDialog<QPrintDialog>([&] { Trigger(Command::FileMenuPrint); },
+                           [&](QPrintDialog& dialog) {
+                               EXPECT_EQ(dialog.printer()->docName().toStdString(), "till");
+                               dialog.printer()->setOutputFormat(QPrinter::PdfFormat);
+                               dialog.printer()->setOutputFileName(paper);
+                               dialog.done(QDialog::Accepted);
+                           });
+    EXPECT_GT(QFile(paper).size(), 10000);
+    EXPECT_TRUE(prompt.shown.empty());
+}
+
+TEST_F(PictureForm, ExportsEachTypeAndKeepsWhatItCannotReplace)
+{
+    Export("till.svg");
+    EXPECT_TRUE(files.Read(At("till.svg")).starts_with("<svg "));
+    EXPECT_NE(files.Read(At("till.svg")).find(">" + path + "</text>"), std::string::npos);
+    Export("till.png");
+    const QImage picture(PathToQString(At("till.png")));
+    EXPECT_EQ(picture.width(), 1240);
+    EXPECT_EQ(picture.pixelColor(5, 5), QColor(Qt::white)) << "paper, whatever the desktop's colours";
+    Export("till");
+    EXPECT_TRUE(files.Read(At("till.pdf")).starts_with("%PDF-"));
+    EXPECT_TRUE(prompt.shown.empty());
+
+    const std::string before = files.Read(At("till.png"));
+    prompt.answers = {Answer::No};
+    Export("till.png");
+    EXPECT_EQ(files.Read(At("till.png")), before);
+    Export("none/till.png");
+    ASSERT_EQ(prompt.shown.size(), 2U);
+    EXPECT_TRUE(prompt.shown[1].body.starts_with("The file could not be written:")) << prompt.shown[1].body;
+
+    Strip().FocusButton(StripButton::MCR);
+    Trigger(Command::LayoutMenuDel);
+    Export("changed.svg");
+    EXPECT_NE(files.Read(At("changed.svg")).find("with changes that are not saved"), std::string::npos);
+}
+
+TEST_F(PictureForm, ComparesWithAFileByMouseAndKeys)
+{
+    CompareWithFile(
+        "[Kelvora]\n[KM096]\nFiscal = NO\n[KM064]\nKeyMap = HHSSSSSS _\n SSSSSSSS _\n SSSSSSSS _\n"
+        " SSSSSSSS _\n SSSSSSSS _\n SSSSSSSS _\n SSSSSSSS _\n SSSSSSS=\n");
+    SetupsDialog* const dialog = Comparison();
+    ASSERT_NE(dialog, nullptr);
+    EXPECT_FALSE(dialog->isModal());
+    QApplication::setActiveWindow(dialog);
+    auto* const list = dialog->findChild<QListWidget*>("Differences");
+    QStringList texts;
+    for (int row = 0; row < list->count(); ++row)
+        texts << list->item(row)->text();
+    EXPECT_EQ(texts.join('\n').toStdString(),
+              "MCR: removed\n"
+              "Composite Keyboard, fiscal keyboard: yes -> no\n"
+              "Slave Keyboard, Key 97: single key -> double horizontal key\n"
+              "Slave Keyboard, Key 98: single key -> part of key 97\n"
+              "Slave Keyboard, Key 160: single key -> unused");
+    EXPECT_EQ(ViewOf(*dialog), "Modules");
+    QTest::keyClick(list, Qt::Key_Down);
+    QTest::keyClick(list, Qt::Key_Down);
+    EXPECT_EQ(ViewOf(*dialog), "Slave Keyboard");
+    QTest::keyClick(dialog, Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(ViewOf(*dialog), "Modules");
+    QTest::keyClick(dialog, Qt::Key_F3);
+    QTest::keyClick(dialog, Qt::Key_F3);
+    QTest::keyClick(dialog, Qt::Key_F3);
+    EXPECT_EQ(list->currentRow(), 4);
+    // The first key of the grid, just inside its margin.
+    auto* const after = dialog->findChild<PictureView*>("After");
+    const int side = std::min(after->width(), after->height());
+    QTest::mouseClick(after, Qt::LeftButton, {}, QPoint((after->width() - side) / 2 + side / 10, side / 15));
+    EXPECT_EQ(list->currentRow(), 2);
+    QTest::keyClick(dialog, Qt::Key_F3, Qt::ShiftModifier);
+    QTest::keyClick(dialog, Qt::Key_F3, Qt::ShiftModifier);
+    QTest::keyClick(dialog, Qt::Key_F3, Qt::ShiftModifier);
+    EXPECT_EQ(list->currentRow(), 4) << "round and round";
+    EXPECT_FALSE(window->ActiveSetup()->IsChanged());
+    EXPECT_EQ(Session().document.Modules.size(), 5U);
+    QTest::keyClick(dialog, Qt::Key_Escape);
+    EXPECT_EQ(Comparison(), nullptr);
+}
+
+TEST_F(PictureForm, AComparisonFollowsItsSetupsAndGoesWithTheOneItIsOf)
+{
+    frmConfig* const first = window->ActiveSetup();
+    files.Write(At("second.dat"), files.Read(path));
+    window->OpenFiles({PathToQString(At("second.dat"))});
+    frmConfig* const second = window->ActiveSetup();
+    ASSERT_NE(first, second);
+    const auto entries = CompareMenu().actions();
+    ASSERT_EQ(entries.size(), 3);
+    EXPECT_EQ(entries[2]->text().toStdString(), "&1  till");
+    entries[2]->trigger();
+    SetupsDialog* const dialog = Comparison();
+    ASSERT_NE(dialog, nullptr);
+    const auto count = [&] { return dialog->findChild<QLabel*>("Count")->text().toStdString(); };
+    EXPECT_EQ(count(), "The two setups are equal.");
+    second->Strip().FocusButton(StripButton::MCR);
+    second->LayoutMenuDel_Click();
+    EXPECT_EQ(count(), "Differences: 1");
+    second->UndoStack().undo();
+    EXPECT_EQ(count(), "The two setups are equal.");
+    first->CloseUnasked();
+    first->parentWidget()->close();
+    EXPECT_NE(Comparison(), nullptr) << "the other one is shown as it last was";
+    second->CloseUnasked();
+    second->parentWidget()->close();
+    EXPECT_EQ(Comparison(), nullptr);
+}
+
+TEST_F(PictureForm, AFileThatIsNoneIsToldAndComparedWithNothing)
+{
+    CompareWithFile("[Kelvora]\n[MCR]\nTracks = 3\n");
+    ASSERT_EQ(prompt.shown.size(), 1U);
+    EXPECT_NE(prompt.shown[0].body.find("Line 3: Expected here: "), std::string::npos)
+        << prompt.shown[0].body;
+    EXPECT_EQ(Comparison(), nullptr);
+    EXPECT_EQ(window->AllSetups().size(), 1U);
+}
+
+}  // namespace kelvora
