@@ -60,17 +60,8 @@ std::vector<std::string> ParserArguments(std::span<const std::string> arguments)
 int ParseAndRun(std::span<const std::string> arguments, Console& console, LineAccess& access)
 {
     int exitCode = ExitCode::Done;
-    CLI::App app(
-        "Checks, shows and rewrites the setup files of a till's keyboard devices, and reads and "
-        "writes the devices.",
-        std::string(CommandName));
-    app.set_version_flag("--version", std::string(CommandName) + " " KELVORA_VERSION);
-    app.require_subcommand(1);
-    app.footer(Examples);
-    for (const AddFileCommand add : FileCommands)
-        add(app, console, exitCode);
-    for (const AddLineCommand add : LineCommands)
-        add(app, console, access, exitCode);
+    CLI::App app;
+    AddCli(app, console, access, exitCode);
     try {
         app.parse(ParserArguments(arguments));
         return exitCode;
@@ -83,6 +74,21 @@ int ParseAndRun(std::span<const std::string> arguments, Console& console, LineAc
 }
 
 }  // namespace
+
+void AddCli(CLI::App& app, Console& console, LineAccess& access, int& exitCode)
+{
+    app.name(std::string(CommandName));
+    app.description(
+        "Checks, shows and rewrites the setup files of a till's keyboard devices, and reads and "
+        "writes the devices.");
+    app.set_version_flag("--version", std::string(CommandName) + " " KELVORA_VERSION);
+    app.require_subcommand(1);
+    app.footer(Examples);
+    for (const AddFileCommand add : FileCommands)
+        add(app, console, exitCode);
+    for (const AddLineCommand add : LineCommands)
+        add(app, console, access, exitCode);
+}
 
 int RunCli(std::span<const std::string> arguments, std::istream& in, std::ostream& out, std::ostream& err,
            LineAccess& access)

@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "app/ShowMessage.h"
+#include "app/StartOptions.h"
 #include "app/forms/Icons.h"
 #include "app/forms/MDIForm1.h"
 #include "app/forms/SingleCopy.h"
@@ -86,24 +87,27 @@ struct Arguments {
     std::exit(2);
 }
 
+QString Sentence(std::string_view text)
+{
+    return ToQString(text) + QLatin1Char('.');
+}
+
+QCommandLineOption ParserOption(const StartOption& option)
+{
+    return {ToQString(option.name), Sentence(option.help), ToQString(option.value)};
+}
+
 Arguments ReadArguments(const QCoreApplication& application)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Sets up the keyboard devices of a point-of-sale terminal."));
+    parser.setApplicationDescription(Sentence(StartSummary));
     parser.addHelpOption();
     parser.addVersionOption();
-    const QCommandLineOption line(QStringLiteral("line"),
-                                  QStringLiteral("The device behind a line, such as 1=/dev/ttyUSB0."),
-                                  QStringLiteral("N=PORT"));
-    const QCommandLineOption bench(QStringLiteral("bench"),
-                                   QStringLiteral("Talk to simulated devices on COM1 and COM2."));
-    const QCommandLineOption benchState(
-        QStringLiteral("bench-state"),
-        QStringLiteral("File in which the simulated devices keep their memory; brings --bench along."),
-        QStringLiteral("FILE"));
+    const QCommandLineOption line = ParserOption(StartOptions::Line);
+    const QCommandLineOption bench = ParserOption(StartOptions::Bench);
+    const QCommandLineOption benchState = ParserOption(StartOptions::BenchState);
     parser.addOptions({line, bench, benchState});
-    parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Setup files to open."),
+    parser.addPositionalArgument(QStringLiteral("files"), Sentence(StartFilesHelp),
                                  QStringLiteral("[files...]"));
     parser.process(application);
     Arguments arguments{AbsolutePaths(parser.positionalArguments()), {}, parser.isSet(bench), {}};

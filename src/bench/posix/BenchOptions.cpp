@@ -60,8 +60,10 @@ void AddLineOptions(CLI::App& app, BenchOptions& options)
     app.add_option_function<int>(
            "--speed", [&options](int baud) { options.line.modules = {ModuleLinkAt({.baud = baud})}; },
            "Speed of the modules")
+        ->type_name("BAUD")
         ->check(CLI::IsMember(ModuleSpeeds));
     app.add_option("--terminal-speed", options.line.terminal.baud, "Speed of the terminal")
+        ->type_name("BAUD")
         ->check(CLI::IsMember(TerminalSpeeds));
     app.add_option(
            "--state", options.statePath,
@@ -76,7 +78,7 @@ void AddLineOptions(CLI::App& app, BenchOptions& options)
 void AddFaultOptions(CLI::App& app, FaultPlan& faults)
 {
     const CLI::Range chance(0.0, 1.0);
-    app.add_option("--seed", faults.seed, "What noise and fresh flash images are made from");
+    app.add_option("--seed", faults.seed, "What noise and fresh flash images are made from")->type_name("N");
     app.add_option("--drop", faults.drop, "Chance that a byte is lost")->check(chance)->type_name("P");
     app.add_option("--flip", faults.flip, "Chance that one bit of a byte is wrong")
         ->check(chance)
@@ -103,15 +105,22 @@ void AddFaultOptions(CLI::App& app, FaultPlan& faults)
 
 }  // namespace
 
-std::optional<BenchOptions> ParseBenchOptions(const std::vector<std::string>& arguments, std::ostream& out,
-                                              std::ostream& err, int& exitCode)
+void AddBench(CLI::App& app, BenchOptions& options)
 {
-    BenchOptions options;
-    CLI::App app(Description, "kelvora-bench");
+    app.name("kelvora-bench");
+    app.description(Description);
     app.set_version_flag("--version", "kelvora-bench " KELVORA_VERSION);
     app.footer(Examples);
     AddLineOptions(app, options);
     AddFaultOptions(app, options.line.faults);
+}
+
+std::optional<BenchOptions> ParseBenchOptions(const std::vector<std::string>& arguments, std::ostream& out,
+                                              std::ostream& err, int& exitCode)
+{
+    BenchOptions options;
+    CLI::App app;
+    AddBench(app, options);
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::ParseError& error) {

@@ -9,6 +9,10 @@
 #include "bench/FreshLine.h"
 #include "bench/SimulatedLine.h"
 
+namespace CLI {
+class App;
+}
+
 namespace kelvora::bench {
 
 struct BenchOptions {
@@ -22,6 +26,9 @@ struct BenchOptions {
 inline constexpr int Done = 0;
 inline constexpr int Failed = 1;
 inline constexpr int WrongUsage = 2;
+
+/// Gives `app`, which is fresh, the program's name, texts and options; what is parsed goes to `options`.
+void AddBench(CLI::App& app, BenchOptions& options);
 
 /// What the arguments ask for; nothing when the program is to end with `exitCode`: help or a complaint has
 /// been shown then.
