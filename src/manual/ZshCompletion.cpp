@@ -62,18 +62,20 @@ std::string OptionSpec(const OptionText& option)
     const std::string before = option.isRepeated ? "*" : "(" + Joined(option.names, " ") + ")";
     std::string specs;
     for (const std::string& name : option.names) {
-        const std::string valued = !hasValue ? name : name + (name.starts_with("--") ? "=" : "+");
-        specs += " \\\n        " + Quoted(before + valued + after);
+        std::string spec = before + name;
+        if (hasValue)
+            spec += name.starts_with("--") ? '=' : '+';
+        specs += " \\\n        " + Quoted(spec += after);
     }
     return specs;
 }
 
 std::string ArgumentSpec(const OptionText& argument)
 {
-    return " \\\n        " + Quoted((argument.isRepeated   ? "*"
-                                     : argument.isRequired ? ""
-                                                           : ":") +
-                                    ValueSpec(argument));
+    std::string_view before = argument.isRequired ? "" : ":";
+    if (argument.isRepeated)
+        before = "*";
+    return " \\\n        " + Quoted(std::string(before) + ValueSpec(argument));
 }
 
 std::string StepsBelow(const CommandText& command, const std::string& function)
