@@ -17,8 +17,8 @@
 
 #include "bench/ByteChannel.h"
 #include "bench/LineFaults.h"
-#include "bench/posix/Descriptor.h"
 #include "bench/posix/PollLoop.h"
+#include "platform/posix/Descriptor.h"
 
 namespace kelvora::bench {
 

@@ -4,11 +4,9 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <sys/ioctl.h>
-#include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
 
-#include <array>
 #include <chrono>
 #include <csignal>
 #include <filesystem>
@@ -17,30 +15,16 @@
 #include <vector>
 
 #include "bench/posix/BenchOptions.h"
-#include "bench/posix/Descriptor.h"
+#include "fakes/ChildProgram.h"
 
 using namespace kelvora::bench;
+using kelvora::ChildProgram;
+using kelvora::Descriptor;
+using kelvora::Hear;
 using namespace std::string_literals;
 namespace fs = std::filesystem;
 
 namespace {
-
-constexpr int PatienceMs = 5000;
-
-/// What comes until `end` is among it, or until nothing more comes.
-std::string Hear(int descriptor, std::string_view end, int patienceMs = PatienceMs)
-{
-    std::string heard;
-    pollfd waiting{.fd = descriptor, .events = POLLIN, .revents = 0};
-    while (heard.find(end) == std::string::npos && poll(&waiting, 1, patienceMs) > 0) {
-        std::array<char, 512> bytes{};
-        const ssize_t length = read(descriptor, bytes.data(), bytes.size());
-        if (length <= 0)
-            return heard + "(gone)";
-        heard.append(bytes.data(), static_cast<std::size_t>(length));
-    }
-    return heard;
-}
 
 Descriptor OpenPort(const std::string& path, speed_t speed)
 {
@@ -59,55 +43,19 @@ std::string Ask(const Descriptor& port, std::string_view bytes, std::string_view
     return Hear(port.Number(), end);
 }
 
-class RunningBench {
+class RunningBench : public ChildProgram {
 public:
     explicit RunningBench(std::vector<std::string> arguments)
+        : ChildProgram(WithProgram(std::move(arguments)))
     {
-        std::array<int, 2> input{};
-        std::array<int, 2> output{};
-        EXPECT_EQ(pipe2(input.data(), O_CLOEXEC), 0);
-        EXPECT_EQ(pipe2(output.data(), O_CLOEXEC), 0);
-        arguments.insert(arguments.begin(), KELVORA_BENCH);
-        std::vector<char*> pointers;
-        for (std::string& argument : arguments)
-            pointers.push_back(argument.data());
-        pointers.push_back(nullptr);
-        child_ = fork();
-        if (child_ == 0) {
-            dup2(input[0], STDIN_FILENO);
-            dup2(output[1], STDOUT_FILENO);
-            execv(KELVORA_BENCH, pointers.data());
-            _exit(127);
-        }
-        input_ = Descriptor(input[1], "pipe");
-        output_ = Descriptor(output[0], "pipe");
-        close(input[0]);
-        close(output[1]);
-    }
-    RunningBench(const RunningBench&) = delete;
-    RunningBench& operator=(const RunningBench&) = delete;
-    ~RunningBench()
-    {
-        if (child_ > 0)
-            kill(child_, SIGKILL);
-        Wait();
-    }
-
-    std::string Output(std::string_view end) const { return Hear(output_.Number(), end); }
-    void CloseInput() { input_.Close(); }
-    void Signal(int number) const { kill(child_, number); }
-    int Wait()
-    {
-        int status = -1;
-        if (child_ > 0)
-            waitpid(std::exchange(child_, 0), &status, 0);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     }
 
 private:
-    pid_t child_ = 0;
-    Descriptor input_;
-    Descriptor output_;
+    static std::vector<std::string> WithProgram(std::vector<std::string> arguments)
+    {
+        arguments.insert(arguments.begin(), KELVORA_BENCH);
+        return arguments;
+    }
 };
 
 }  // namespace

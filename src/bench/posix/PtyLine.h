@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "bench/SimulatedLine.h"
-#include "bench/posix/Descriptor.h"
 #include "bench/posix/PollLoop.h"
+#include "platform/posix/Descriptor.h"
 
 namespace kelvora::bench {
 

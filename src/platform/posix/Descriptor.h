@@ -1,18 +1,33 @@
-// A file descriptor that is closed with its owner.
+// A file descriptor that closes itself.
 #pragma once
 
 #include <unistd.h>
 
+#include <cerrno>
+#include <system_error>
 #include <utility>
 
 namespace kelvora {
 
 class Descriptor {
 public:
+    Descriptor() = default;
     /// Owns `number`; below 0 there is nothing to close.
     explicit Descriptor(int number) : number_(number) {}
+    /// Owns `number`, the result of a call of that name; throws std::system_error when it is negative.
+    Descriptor(int number, const char* call) : number_(number)
+    {
+        if (number < 0)
+            throw std::system_error(errno, std::generic_category(), call);
+    }
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
+    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    Descriptor& operator=(Descriptor&& other) noexcept
+    {
+        std::swap(number_, other.number_);
+        return *this;
+    }
     ~Descriptor() { Close(); }
 
     int Number() const { return number_; }
@@ -25,7 +40,7 @@ public:
     }
 
 private:
-    int number_;
+    int number_ = -1;
 };
 
 }  // namespace kelvora
