@@ -20,7 +20,7 @@ void CheckFile(std::string_view text)
 {
     try {
         const PortDevices devices = ReadPorts(text);
-        Require(std::ranges::all_of(devices, IsDevicePath), "a path for each port");
+        Require(std::ranges::all_of(devices, IsLineDevice), "a device for each port");
         Require(ReadPorts(PortsText(devices)) == devices, "what is written reads back");
     } catch (const PortsFileError& error) {
         const auto lines = static_cast<std::size_t>(std::ranges::count(text, '\n')) + 1;
@@ -34,7 +34,7 @@ void CheckArgument(std::string_view text)
     try {
         const LineArgument argument = ParseLineArgument(text);
         Require(argument.port >= 1 && argument.port <= 4, "a line from 1 to 4");
-        Require(IsDevicePath(argument.device), "a path");
+        Require(IsLineDevice(argument.device), "a device");
         Require(std::to_string(argument.port) + "=" + argument.device == text,
                 "nothing but what was written");
     } catch (const std::invalid_argument& error) {

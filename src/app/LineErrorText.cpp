@@ -40,6 +40,20 @@ MessageId PortFailureText(PortFailure failure)
             return Message::PortBadSettings;
         case PortFailure::SevenBits:
             return Message::LineNeedsEightBits;
+        case PortFailure::HostNotFound:
+            return Message::PortHostNotFound;
+        case PortFailure::Refused:
+            return Message::PortRefused;
+        case PortFailure::NoAnswer:
+            return Message::PortNoAnswer;
+        case PortFailure::NoSettings:
+            return Message::PortNoSettings;
+        case PortFailure::Disconnected:
+            return Message::PortDisconnected;
+        case PortFailure::FixedSettings:
+            return Message::PortFixedSettings;
+        case PortFailure::CommandsOnly:
+            return Message::PortCommandsOnly;
         case PortFailure::Other:
         case PortFailure::None:
             break;
@@ -55,12 +69,16 @@ LineErrorText DescribeLineFailure(const MessageCatalogue& catalogue, const LineT
     if (!failure.device.empty())
         text.extra += " (" + TextFromPath(failure.device) + ")";
     text.extra += ": " + target.settings;
-    if (result.outcome == LineOutcome::Failed)
-        text.message = failure.port == PortFailure::None ? ReplyErrorText(failure.number) : Message::PortLost;
+    if (result.outcome == LineOutcome::Failed && failure.port == PortFailure::None)
+        text.message = ReplyErrorText(failure.number);
+    else if (result.outcome == LineOutcome::Failed && failure.port != PortFailure::Disconnected)
+        text.message = Message::PortLost;
     if (!failure.detail.empty())
         text.extra += "\r\n" + failure.detail;
     if (!failure.holder.empty())
         text.extra += "\r\n" + DescribeHolder(catalogue, failure.holder);
+    if (failure.fixedSettings)
+        text.extra += "\r\n" + catalogue.Word(Message::LineSettingsFixed) + target.settings;
     if (result.outcome == LineOutcome::NoPort && failure.port == PortFailure::NotAllowed)
         text.extra += "\r\n" + DescribeGroup(catalogue, failure.group);
     return text;

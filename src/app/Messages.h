@@ -305,7 +305,8 @@ inline constexpr MessageId BaudRateFrame{720, "Baud Rate"};
 inline constexpr MessageId ExpectedPortsSection{721, "[PORTS] on a line of its own"};
 inline constexpr MessageId ExpectedPort{722, "COM1 to COM4, \"=\" and a device"};
 inline constexpr MessageId ExpectedPortOnce{723, "each of COM1 to COM4 no more than once"};
-inline constexpr MessageId ExpectedDevice{724, "the path of a device, such as /dev/ttyUSB0"};
+inline constexpr MessageId ExpectedDevice{
+    724, "the path of a device, such as /dev/ttyUSB0, or a line on the network, such as tcp:host:4000"};
 inline constexpr MessageId PortsTitle{725, "Serial Ports"};
 inline constexpr MessageId PortsHint{
     726,
@@ -325,7 +326,8 @@ inline constexpr MessageId PortJoinGroup{735,
 inline constexpr MessageId PortNoGroup{736, "No group may use it: ask who administers this machine."};
 inline constexpr MessageId PortBadSettings{737, "The port does not take these settings: "};
 inline constexpr MessageId PortOtherFailure{738, "The port does not open: "};
-inline constexpr MessageId PortPathRefused{739, "This is not the path of a device, such as /dev/ttyUSB0."};
+inline constexpr MessageId PortPathRefused{
+    739, "This is neither the path of a device, such as /dev/ttyUSB0, nor a line such as tcp:host:4000."};
 inline constexpr MessageId PortFixed{740, "Set by --line for this run"};
 inline constexpr MessageId PortsFileBroken{741,
                                            "The port names could not be read. The built-in ports are used."};
@@ -583,6 +585,33 @@ inline constexpr MessageId RegionModules{944, "modules"};
 inline constexpr MessageId RegionTables{945, "key tables"};
 inline constexpr MessageId RegionContents{946, "key contents"};
 inline constexpr MessageId RegionOutside{947, "outside the regions"};
+
+// Lines on the network, and bridges.
+inline constexpr MessageId PortHostNotFound{
+    948, "There is no machine of that name. Check the name, and the network."};
+inline constexpr MessageId PortRefused{
+    949, "The machine refuses the connection. Check the number behind its name, and that its server runs."};
+inline constexpr MessageId PortNoAnswer{
+    950, "The server does not answer. Check its address, the network and the firewall."};
+inline constexpr MessageId PortNoSettings{
+    951, "The server takes no settings by RFC 2217. Write tcp: or raw:, and set the speed in the server."};
+inline constexpr MessageId PortDisconnected{952,
+                                            "The connection to the server ended in the middle of the work."};
+inline constexpr MessageId PortAnswersFixed{
+    953, "The server answers. Speed and parity of the line are what is set in the server."};
+inline constexpr MessageId PortBridgeAnswers{954, "The bridge answers."};
+inline constexpr MessageId LineSettingsFixed{
+    955, "The server has fixed the line's settings. Check there that they are the terminal's: "};
+inline constexpr MessageId PortFixedSettings{
+    956,
+    "The server has fixed this line's speed, and the wizard has to change it. A server with RFC 2217 can."};
+inline constexpr MessageId PortCommandsOnly{
+    957,
+    "A bridge stands behind this line. It carries commands alone, and the wizard needs the line itself."};
+inline constexpr MessageId PortOnNetwork{958, "A line on the network"};
+inline constexpr MessageId PortOnBridge{959, "A bridge: another program talks to the terminal"};
+inline constexpr MessageId PortConnecting{960, "Connecting ..."};
+inline constexpr MessageId PortsNetworkHint{961, "A line on the network is written tcp:HOST:PORT."};
 
 // The windows of the flash tools.
 inline constexpr MessageId RestoreMenu{970, "Re&store from Dump..."};

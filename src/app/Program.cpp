@@ -5,6 +5,7 @@
 
 #include "app/ShowMessage.h"
 #include "platform/Encoding.h"
+#include "platform/LineAddress.h"
 
 namespace kelvora {
 
@@ -13,12 +14,12 @@ namespace {
 /// Settings that every port takes.
 constexpr std::string_view ProbeSettings = "9600,n,8,1";
 
-std::array<std::unique_ptr<SerialLink>, LineCount> MakeLinks(const Platform& world)
+std::array<std::unique_ptr<LineLink>, LineCount> MakeLinks(const Platform& world)
 {
-    std::array<std::unique_ptr<SerialLink>, LineCount> links;
+    std::array<std::unique_ptr<LineLink>, LineCount> links;
     for (std::size_t i = 0; i < links.size(); ++i)
         if (SerialPort* const port = world.ports.at(i))
-            links.at(i) = std::make_unique<SerialLink>(*port, world.eventLoop);
+            links.at(i) = std::make_unique<LineLink>(*port, world.eventLoop);
     return links;
 }
 
@@ -83,7 +84,7 @@ bool Program::IsPortAvailable(int port) const
     if (port < 1 || static_cast<std::size_t>(port) > world.ports.size())
         return false;
     SerialPort* const channel = world.ports.at(static_cast<std::size_t>(port) - 1);
-    if (!channel || channel->IsOpen())
+    if (!channel || channel->IsOpen() || ParseLineAddress(channel->Device()))
         return channel != nullptr;
     // A port is there when it opens; trying is the only way to know. Settings that it refuses are no reason.
     const std::string settings = channel->Settings();

@@ -11,8 +11,8 @@
 #include "app/Language.h"
 #include "app/MessageCatalogue.h"
 #include "comms/Comms.h"
+#include "comms/LineLink.h"
 #include "comms/LineWork.h"
-#include "comms/SerialLink.h"
 #include "platform/EventLoop.h"
 #include "platform/FileDialogs.h"
 #include "platform/Files.h"
@@ -48,7 +48,8 @@ public:
     /// Languages whose message files are there.
     std::vector<std::string> Languages() const;
 
-    /// Whether COM`port` (1 to 4) can be used: it is open already, or can be opened.
+    /// Whether COM`port` (1 to 4) can be used: it is open already, or can be opened. A line on the network is
+    /// there when it is named: connecting would take too long to find out.
     bool IsPortAvailable(int port) const;
 
     /// The text of the status bar's operation panel while nothing runs; message 590, looked up once.
@@ -90,7 +91,7 @@ public:
     std::array<bool, LineCount> simulated{};
 
     /// The terminal links of the lines, and the layer above them.
-    std::array<std::unique_ptr<SerialLink>, LineCount> channels;
+    std::array<std::unique_ptr<LineLink>, LineCount> channels;
     Comms comms;
 
     /// A device operation runs: module clicks, layout commands and the close question wait for its end.

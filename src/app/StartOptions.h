@@ -18,7 +18,10 @@ inline constexpr std::string_view StartSummary = "Sets up the keyboard devices o
 inline constexpr std::string_view StartFilesHelp = "Setup files to open";
 
 namespace StartOptions {
-inline constexpr StartOption Line{"line", "N=PORT", "The device behind a line, such as 1=/dev/ttyUSB0"};
+inline constexpr StartOption Line{
+    "line", "N=PORT",
+    "What stands behind a line: a device, such as 1=/dev/ttyUSB0, a device server, such as 1=tcp:HOST:PORT, "
+    "or a bridge, such as 1=bridge:HOST:PORT"};
 inline constexpr StartOption Bench{"bench", "", "Talk to simulated devices on COM1 and COM2"};
 inline constexpr StartOption BenchState{
     "bench-state", "FILE", "File in which the simulated devices keep their memory; brings --bench along"};

@@ -57,7 +57,7 @@ std::string SimulatedPort::LastError() const
         case PortFailure::SevenBits:
         case PortFailure::BadSettings:
             return "Invalid argument";
-        case PortFailure::Other:
+        default:
             break;
     }
     return "Input/output error";

@@ -120,7 +120,8 @@ private:
     bool Find()
     {
         if (!protocol_.OpenCommsLine()) {
-            const PortTrial trial = OutcomeOf(line_.port);
+            PortTrial trial = OutcomeOf(line_.port);
+            trial.failure = protocol_.Failure();
             console_.err << FailureLine(trial.device, OneLineText(DescribeTrial(catalogue_, trial)));
             return false;
         }

@@ -45,7 +45,10 @@ void AddLineOptions(CLI::App& command, LineOptions& options)
                     "Speed, parity, data bits and stop bits of the line; 9600,n,8,1 unless told")
         ->type_name("TEXT")
         ->check(CheckSettings);
-    command.add_option("--line", options.lines, "The device behind a line, such as 1=/dev/ttyUSB0")
+    command
+        .add_option("--line", options.lines,
+                    "What stands behind a line: a device, such as 1=/dev/ttyUSB0, a device server, such as "
+                    "1=tcp:HOST:PORT, or a bridge, such as 1=bridge:HOST:PORT")
         ->type_name("N=PORT")
         ->allow_extra_args(false)
         ->check(CheckLine);

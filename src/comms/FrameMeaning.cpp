@@ -73,6 +73,20 @@ std::string DescribeAnswer(std::string_view body)
     }
 }
 
+// Between a bridge and its host the same texts go without frames, an answer with its tag.
+std::string DescribeBridgeLine(const LineTraffic& traffic)
+{
+    if (traffic.direction == LineTraffic::Direction::Sent)
+        return "command " + DescribeCommand(traffic.bytes);
+    const std::string_view tag = traffic.bytes.substr(0, ReplyTag::Reply.size());
+    const std::string text(traffic.bytes.substr(tag.size()));
+    if (tag == ReplyTag::Reply)
+        return "reply " + DescribeReply(text);
+    if (tag == ReplyTag::Failed)
+        return "command error: " + text;
+    return (tag == ReplyTag::Rejected ? "command rejected: " : "no answer: ") + text;
+}
+
 }  // namespace
 
 std::string FrameMeaning(const LineTraffic& traffic)
@@ -81,6 +95,8 @@ std::string FrameMeaning(const LineTraffic& traffic)
         return {};
     if (traffic.bytes == std::string_view(&LinkByte::Nak, 1))
         return "came damaged, send again";
+    if (!traffic.bytes.starts_with(LinkByte::Soh))
+        return DescribeBridgeLine(traffic);
     if (traffic.bytes.size() <= FrameOverhead)
         return {};
     const std::string_view body = traffic.bytes.substr(BodyAt, traffic.bytes.size() - FrameOverhead);

@@ -81,7 +81,8 @@ LineResult WorkOnLine(Comms& comms, const LineTarget& target, const LineHooks& h
                           channel->Device(),
                           {},
                           error.what(),
-                          {}};
+                          {},
+                          channel->HasFixedSettings()};
         if (channel->IsOpen() && StillAnswers(error.Number()))
             TryRelease(steps);
     }

@@ -31,6 +31,7 @@ struct LineFailure {
     std::string group;                     ///< whose members may use it, as in SerialPort
     std::string detail;                    ///< where and why, in English; the system's words for a port
     std::string holder{};                  ///< of a port that is in use, as in SerialPort
+    bool fixedSettings = false;            ///< as in SerialPort
 };
 
 struct LineResult {

@@ -1,4 +1,4 @@
-// What goes over a line, frame by frame, for whoever watches it.
+// What goes over a line, frame by frame, for whoever watches it; between a bridge and its host, line by line.
 #pragma once
 
 #include <functional>

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "comms/LineTraffic.h"
 #include "platform/SerialPort.h"
 
 namespace kelvora {
@@ -36,6 +37,9 @@ public:
     virtual std::string AllowedGroup() const { return {}; }
     virtual std::string Holder() const { return {}; }
 
+    /// As in SerialPort.
+    virtual bool HasFixedSettings() const { return false; }
+
     /// Sends a command. One that is in flight is given up; no event comes of it any more.
     virtual void Send(std::string_view command) = 0;
 
@@ -44,6 +48,9 @@ public:
 
     /// Called on the event loop, or by Send itself.
     std::function<void(LinkEvent event, std::string_view text)> onEvent;
+
+    /// Told of what goes over the line; empty while nobody watches.
+    TrafficWatcher watcher;
 
     /// The control's text property, free for its user: the line's mailbox.
     std::string Text;

@@ -6,6 +6,7 @@
 #include "platform/AsciiCase.h"
 #include "platform/Blanks.h"
 #include "platform/Encoding.h"
+#include "platform/LineAddress.h"
 
 namespace kelvora {
 
@@ -69,7 +70,7 @@ private:
         if (equals == std::string_view::npos || !port)
             throw PortsFileError(number, Message::ExpectedPort);
         const std::string_view device = Trim(line.substr(equals + 1));
-        if (!IsDevicePath(device))
+        if (!IsLineDevice(device))
             throw PortsFileError(number, Message::ExpectedDevice);
         const auto index = static_cast<std::size_t>(*port) - 1;
         if (std::exchange(seen_.at(index), true))
@@ -88,10 +89,11 @@ PortDevices DefaultPortDevices()
     return {"/dev/ttyS0", "/dev/ttyS1", "/dev/ttyS2", "/dev/ttyS3"};
 }
 
-bool IsDevicePath(std::string_view path)
+bool IsLineDevice(std::string_view text)
 {
-    return path.size() > 1 && path.size() <= MaximumPath && path.front() == '/' && path.back() != ' ' &&
-           std::ranges::none_of(path, IsControl);
+    const bool isPath = text.size() > 1 && text.size() <= MaximumPath && text.front() == '/' &&
+                        text.back() != ' ' && std::ranges::none_of(text, IsControl);
+    return isPath || ParseLineAddress(text);
 }
 
 PortDevices ReadPorts(std::string_view text)
@@ -132,9 +134,10 @@ LineArgument ParseLineArgument(std::string_view argument)
     if (!port)
         throw std::invalid_argument(quoted + " names no line: the lines are 1 to 4, as in 1=/dev/ttyUSB0");
     const std::string_view device = argument.substr(equals + 1);
-    if (!IsDevicePath(device))
+    if (!IsLineDevice(device))
         throw std::invalid_argument(quoted +
-                                    " names no port: write the path of a device, as in 1=/dev/ttyUSB0");
+                                    " names no port: write the path of a device, as in 1=/dev/ttyUSB0, or a "
+                                    "line on the network, as in 1=tcp:host:4000");
     return {*port, std::string(device)};
 }
 

@@ -1,8 +1,9 @@
-// Which device of this machine stands behind each of COM1 to COM4. First counts what the command line says,
-// then the person's own file ports.ini, then the machine's first four built-in ports.
+// Which device, or which line on the network, stands behind each of COM1 to COM4. First counts what the
+// command line says, then the person's own file ports.ini, then the machine's first four built-in ports.
 //
 //   [PORTS]
 //   COM1 = /dev/ttyUSB0         one line a port, at most; a port without a line keeps its default
+//   COM2 = tcp:host:4000        a line on the network, see platform/LineAddress.h
 //
 // A line ends with a line feed, with or without a carriage return before it. Empty lines, and lines that
 // begin with ":", "'", ";" or "#", are comments. Paths are bytes.
@@ -24,15 +25,15 @@ namespace kelvora {
 
 inline constexpr std::size_t PortCount = 4;
 
-/// The paths of the devices behind COM1 to COM4, in this order.
+/// The devices behind COM1 to COM4, in this order.
 using PortDevices = std::array<std::string, PortCount>;
 
 /// /dev/ttyS0 to /dev/ttyS3.
 PortDevices DefaultPortDevices();
 
-/// Whether that is a path that a device can have and ports.ini can carry: absolute, of at most 4096 bytes, no
-/// control characters, no blank at its end.
-bool IsDevicePath(std::string_view path);
+/// Whether that can stand behind a port and in ports.ini: an address of platform/LineAddress.h, or an
+/// absolute path of at most 4096 bytes, no control characters, no blank at its end.
+bool IsLineDevice(std::string_view path);
 
 /// A line of ports.ini that cannot be read.
 class PortsFileError : public std::runtime_error {

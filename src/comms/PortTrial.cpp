@@ -1,6 +1,19 @@
 #include "comms/PortTrial.h"
 
+#include "platform/LineAddress.h"
+
 namespace kelvora {
+
+namespace {
+
+std::string DescribeOpened(const MessageCatalogue& catalogue, const PortTrial& trial)
+{
+    if (IsBridge(trial.device))
+        return catalogue.Caption(Message::PortBridgeAnswers);
+    return catalogue.Caption(trial.fixedSettings ? Message::PortAnswersFixed : Message::PortOpens);
+}
+
+}  // namespace
 
 std::string DescribeGroup(const MessageCatalogue& catalogue, const std::string& group)
 {
@@ -34,9 +47,10 @@ PortTrial TryDevice(SerialPort& port, const std::string& device)
         return OutcomeOf(port);
     const std::string own = port.Device();
     port.SetDevice(device);
-    if (port.Open())
-        port.Close();
+    const bool fixedSettings = port.Open() && port.HasFixedSettings();
+    port.Close();
     PortTrial trial = OutcomeOf(port);
+    trial.fixedSettings = fixedSettings;
     port.SetDevice(own);
     return trial;
 }
@@ -45,7 +59,7 @@ std::string DescribeTrial(const MessageCatalogue& catalogue, const PortTrial& tr
 {
     switch (trial.failure) {
         case PortFailure::None:
-            return catalogue.Caption(Message::PortOpens);
+            return DescribeOpened(catalogue, trial);
         case PortFailure::Missing:
             return catalogue.Caption(Message::PortMissing);
         case PortFailure::NotAllowed:
@@ -56,6 +70,20 @@ std::string DescribeTrial(const MessageCatalogue& catalogue, const PortTrial& tr
                    (trial.holder.empty() ? "" : "\r\n" + DescribeHolder(catalogue, trial.holder));
         case PortFailure::BadSettings:
             return catalogue.Word(Message::PortBadSettings) + trial.settings;
+        case PortFailure::HostNotFound:
+            return catalogue.Caption(Message::PortHostNotFound);
+        case PortFailure::Refused:
+            return catalogue.Caption(Message::PortRefused);
+        case PortFailure::NoAnswer:
+            return catalogue.Caption(Message::PortNoAnswer);
+        case PortFailure::NoSettings:
+            return catalogue.Caption(Message::PortNoSettings);
+        case PortFailure::FixedSettings:
+            return catalogue.Caption(Message::PortFixedSettings);
+        case PortFailure::CommandsOnly:
+            return catalogue.Caption(Message::PortCommandsOnly);
+        case PortFailure::Disconnected:
+            return catalogue.Caption(Message::PortDisconnected) + "\r\n" + trial.error;
         case PortFailure::SevenBits:
         case PortFailure::Other:
             break;

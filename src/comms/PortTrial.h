@@ -12,10 +12,11 @@ namespace kelvora {
 struct PortTrial {
     std::string device;
     PortFailure failure = PortFailure::None;
-    std::string error;     ///< the system's words
-    std::string settings;  ///< that the port was opened with
-    std::string group;     ///< whose members may use it, as in SerialPort
-    std::string holder{};  ///< of a port that is in use, as in SerialPort
+    std::string error;           ///< the system's words
+    std::string settings;        ///< that the port was opened with
+    std::string group;           ///< whose members may use it, as in SerialPort
+    std::string holder{};        ///< of a port that is in use, as in SerialPort
+    bool fixedSettings = false;  ///< as in SerialPort, where it opened
 };
 
 /// The outcome of the port's last Open; a port that is open is in use.

@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <memory>
 
-#include "comms/LineTraffic.h"
 #include "comms/LinkFrame.h"
 #include "comms/LnkControl.h"
 #include "platform/EventLoop.h"
@@ -32,9 +31,8 @@ public:
     std::string AllowedGroup() const override { return port_.AllowedGroup(); }
     std::string Holder() const override { return port_.Holder(); }
     void Send(std::string_view command) override;
+    bool HasFixedSettings() const override { return port_.HasFixedSettings(); }
     std::chrono::milliseconds LongestExchange() const override;
-
-    TrafficWatcher watcher;
 
 private:
     struct InFlight {

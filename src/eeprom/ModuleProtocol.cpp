@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "app/ShowMessage.h"
+#include "platform/LineAddress.h"
 
 namespace kelvora {
 
@@ -43,9 +44,26 @@ void ModuleProtocol::SetCommSpeed(int speed)
 
 bool ModuleProtocol::OpenCommsLine()
 {
-    if (!IsOpen())
-        opened_ = !port_.IsOpen() && port_.Open();
+    refusal_ = PortFailure::None;
+    if (IsOpen())
+        return true;
+    opened_ = false;
+    if (port_.IsOpen())
+        refusal_ = PortFailure::InUse;
+    else if (IsBridge(port_.Device()))
+        refusal_ = PortFailure::CommandsOnly;
+    else
+        opened_ = port_.Open();
+    if (opened_ && port_.HasFixedSettings()) {
+        Close();
+        refusal_ = PortFailure::FixedSettings;
+    }
     return opened_;
+}
+
+PortFailure ModuleProtocol::Failure() const
+{
+    return refusal_ == PortFailure::None ? port_.Failure() : refusal_;
 }
 
 void ModuleProtocol::Close()

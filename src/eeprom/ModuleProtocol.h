@@ -28,8 +28,10 @@ public:
     const std::string& Settings() const { return port_.Settings(); }
 
     /// Opens the port where it is closed. Returns whether it is open then; a port that somebody else in the
-    /// program has opened is not.
+    /// program has opened is not, nor one whose speed cannot be changed.
     bool OpenCommsLine();
+    /// Why the last OpenCommsLine failed, or why the line was lost.
+    PortFailure Failure() const;
     /// Closes the port where it is open, and waits a moment for the line to settle.
     void CloseCommsLine();
     /// Closes the port where it is open.
@@ -85,6 +87,7 @@ private:
     Prompt& prompt_;
     WaitTimer timer_;
     bool opened_ = false;
+    PortFailure refusal_ = PortFailure::None;  ///< the protocol's own
     bool reportCommsErrors_ = false;
     std::int16_t lastCommsError_ = CommsErrorCode::None;
     std::int16_t prevCommsError_ = CommsErrorCode::None;

@@ -1,4 +1,5 @@
-// A serial port of this machine. What arrives is told on the event loop; nothing here waits.
+// A serial line: a port of this machine, or a line behind a server on the network. What arrives is told on
+// the event loop; nothing here waits, but opening and setting a line on the network.
 #pragma once
 
 #include <cstddef>
@@ -11,11 +12,18 @@ namespace kelvora {
 /// Why a port does not open.
 enum class PortFailure {
     None,
-    Missing,      ///< no such device
-    NotAllowed,   ///< the account may not use it
-    InUse,        ///< another program holds it
-    BadSettings,  ///< the port cannot take its settings
-    SevenBits,    ///< the terminal's link needs bytes of 8 bits
+    Missing,        ///< no such device
+    NotAllowed,     ///< the account may not use it
+    InUse,          ///< another program holds it
+    BadSettings,    ///< the port cannot take its settings
+    SevenBits,      ///< the terminal's link needs bytes of 8 bits
+    HostNotFound,   ///< no machine has that name
+    Refused,        ///< the machine has no server there
+    NoAnswer,       ///< the machine or its server does not answer
+    NoSettings,     ///< the server does not take settings, and must
+    Disconnected,   ///< the connection has ended
+    FixedSettings,  ///< the server has fixed the speed, which the modules' protocol has to change
+    CommandsOnly,   ///< a bridge carries no bytes of a line
     Other,
 };
 
@@ -23,11 +31,13 @@ class SerialPort {
 public:
     virtual ~SerialPort() = default;
 
-    /// The device behind the port, such as "/dev/ttyS0"; it can be changed while the port is closed.
+    /// The device behind the port, such as "/dev/ttyS0", or an address of platform/LineAddress.h; it can be
+    /// changed while the port is closed.
     virtual const std::string& Device() const = 0;
     virtual void SetDevice(std::string device) = 0;
 
-    /// Opens the port with its settings. False when that fails; Failure and LastError then say why.
+    /// Opens the port with its settings. False when that fails; Failure and LastError then say why. A line on
+    /// the network lets the event loop run meanwhile, for five seconds at most.
     virtual bool Open() = 0;
     virtual void Close() = 0;
     virtual bool IsOpen() const = 0;
@@ -42,9 +52,13 @@ public:
     virtual std::string Holder() const { return {}; }
 
     /// "<baud>,<parity>,<data bits>,<stop bits>"; see platform/SerialSettings.h. An open port takes them at
-    /// once. False, and nothing changed, when the text or the port does not allow them.
+    /// once; a line on the network lets the event loop run meanwhile, and may be lost by it. False, and
+    /// nothing changed, when the text or the port does not allow them.
     virtual bool SetSettings(std::string_view settings) = 0;
     virtual const std::string& Settings() const = 0;
+
+    /// Whether the open line's settings are set at its other end, and those given here have no effect.
+    virtual bool HasFixedSettings() const { return false; }
 
     /// Hands bytes to the line; they leave at the line's speed. A loss of the port is told later, not from
     /// here. Nothing is sent while the port is closed.

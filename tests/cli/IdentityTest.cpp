@@ -63,6 +63,8 @@ TEST_F(IdentityCli, PrintsTheModules)
     EXPECT_EQ(
         Run({}).err,
         "kelvora-cli: /dev/ttyS0: Another program holds the port. Close that program, then try again.\n");
+    port.SetDevice("bridge:a:1");
+    EXPECT_THAT(Run({}).err, HasSubstr("bridge:a:1: A bridge stands behind this line."));
 }
 
 TEST_F(IdentityCli, WritesAfterAYesAndRestores)

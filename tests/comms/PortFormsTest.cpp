@@ -138,7 +138,9 @@ TEST_F(PortsForm, WhatIsNoPathIsRefusedAndCancelKeepsNothing)
     EXPECT_FALSE(Device(form, 2).isEnabled());
     EXPECT_EQ(Adapter(form, 2), "Found; it gives no name of its own - Set by --line for this run");
     Device(form, 1).setEditText("COM7");
-    EXPECT_EQ(Adapter(form, 1), "This is not the path of a device, such as /dev/ttyUSB0.");
+    EXPECT_EQ(
+        Adapter(form, 1),
+        "This is neither the path of a device, such as /dev/ttyUSB0, nor a line such as tcp:host:4000.");
     const auto* ok = form.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
     EXPECT_FALSE(ok->isEnabled() || Find<QPushButton>(form, "Try1").isEnabled());
     Device(form, 1).setEditText("/dev/ttyUSB7");
@@ -146,6 +148,39 @@ TEST_F(PortsForm, WhatIsNoPathIsRefusedAndCancelKeepsNothing)
     form.reject();
     EXPECT_TRUE(files.content.empty());
     EXPECT_EQ(com1.Device(), "/dev/ttyS0");
+}
+
+TEST_F(PortsForm, ALineOnTheNetworkIsTriedWhileTheDialogStaysAsItIs)
+{
+    PortNames names(files, path, {});
+    PortsDialog form(program, names, devices, nullptr);
+    Show(form);
+    Device(form, 2).setEditText("bridge:till:4000");
+    EXPECT_EQ(Adapter(form, 2), "A bridge: another program talks to the terminal");
+    Device(form, 2).setEditText("tcp:till:4000");
+    EXPECT_EQ(Adapter(form, 2), "A line on the network");
+    devices.condition["tcp:till:4000"] = PortFailure::None;
+    com2.fixedSettings = true;
+    int openings = 0;
+    com2.whileOpening = [&] {
+        ++openings;
+        EXPECT_EQ(Find<QLabel>(form, "Result").text(), "Connecting ...");
+        Press(form, "Try2");
+        form.accept();
+        form.reject();
+        EXPECT_TRUE(form.isVisible());
+    };
+    Press(form, "Try2");
+    EXPECT_EQ(openings, 1);
+    EXPECT_EQ(Find<QLabel>(form, "Result").text(),
+              "COM2: The server answers. Speed and parity of the line are what is set in the server.");
+    com2.whileOpening = nullptr;
+    form.accept();
+    EXPECT_FALSE(form.isVisible());
+    EXPECT_EQ(ReadPorts(files.content.at(path))[1], "tcp:till:4000");
+    EXPECT_TRUE(program.IsPortAvailable(2));
+    devices.condition.clear();
+    EXPECT_TRUE(program.IsPortAvailable(2)) << "a menu does not wait for the network";
 }
 
 TEST_F(PortsForm, DamagedFileIsReplacedOnlyWhenTheUserSaysSo)

@@ -33,9 +33,9 @@ TEST(PortNames, ReadsAFile)
     const PortDevices defaults{"/dev/ttyS0", "/dev/ttyS1", "/dev/ttyS2", "/dev/ttyS3"};
     EXPECT_EQ(ReadPorts(""), defaults);
     EXPECT_EQ(ReadPorts("[PORTS]"), defaults);
-    EXPECT_EQ(
-        ReadPorts("' a\r\n; b\n# c\n: d\n\n [ports] \r\n\tcom4=/dev/ttyUSB0 \r\nCOM2 =  /dev/Line\xE8 2"),
-        (PortDevices{"/dev/ttyS0", "/dev/Line\xE8 2", "/dev/ttyS2", "/dev/ttyUSB0"}));
+    EXPECT_EQ(ReadPorts("' a\r\n; b\n# c\n: d\n\n [ports] \r\n\tcom4=/dev/ttyUSB0 \r\nCOM2 =  /dev/Line\xE8 "
+                        "2\ncom3=bridge:a:1"),
+              (PortDevices{"/dev/ttyS0", "/dev/Line\xE8 2", "bridge:a:1", "/dev/ttyUSB0"}));
 
     struct Row {
         std::string reason, text;
@@ -78,7 +78,7 @@ TEST(PortNames, WhatIsWrittenReadsBackWhateverThePaths)
     int carried = 0;
     for (int i = 0; i < 20'000; ++i) {
         const PortDevices devices{"/" + any(1 + i % 7), "/dev/ttyUSB0", "/dev/" + any(3), "/dev/a b"};
-        if (IsDevicePath(devices[0]) && IsDevicePath(devices[2])) {
+        if (IsLineDevice(devices[0]) && IsLineDevice(devices[2])) {
             ++carried;
             EXPECT_EQ(ReadPorts(PortsText(devices)), devices);
         }
@@ -95,10 +95,11 @@ TEST(PortNames, ParsesTheLineArgument)
 {
     EXPECT_EQ(ParseLineArgument("1=/dev/ttyUSB0"), (LineArgument{1, "/dev/ttyUSB0"}));
     EXPECT_EQ(ParseLineArgument("4=/dev/a=b"), (LineArgument{4, "/dev/a=b"}));
+    EXPECT_EQ(ParseLineArgument("2=tcp:[::1]:4000"), (LineArgument{2, "tcp:[::1]:4000"}));
     EXPECT_THAT(ArgumentError("/dev/ttyUSB0"), HasSubstr("\"/dev/ttyUSB0\" has no \"=\""));
     for (const std::string argument : {"0=/dev/a", "5=/dev/a", "=/dev/a", "COM1=/dev/a", "11=/dev/a"})
         EXPECT_THAT(ArgumentError(argument), HasSubstr("names no line")) << argument;
-    for (const std::string argument : {"1=", "1=ttyUSB0", "1=/", "1=/dev/a\n"})
+    for (const std::string argument : {"1=", "1=ttyUSB0", "1=/", "1=/dev/a\n", "1=tcp:a"})
         EXPECT_THAT(ArgumentError(argument), HasSubstr("names no port")) << argument;
 }
 
@@ -147,7 +148,10 @@ TEST(PortTrial, SaysWhyAPortDoesNotOpenAndLeavesItAsItWas)
     FakeSerialDevices devices;
     devices.condition = {{"/dev/free", PortFailure::None},         {"/dev/held", PortFailure::InUse},
                          {"/dev/closed", PortFailure::NotAllowed}, {"/dev/root", PortFailure::NotAllowed},
-                         {"/dev/slow", PortFailure::BadSettings},  {"/dev/odd", PortFailure::Other}};
+                         {"/dev/slow", PortFailure::BadSettings},  {"/dev/odd", PortFailure::Other},
+                         {"tcp:a:1", PortFailure::HostNotFound},   {"tcp:a:2", PortFailure::Refused},
+                         {"tcp:a:3", PortFailure::NoAnswer},       {"rfc2217:a:4", PortFailure::NoSettings},
+                         {"bridge:a:5", PortFailure::None}};
     devices.groups["/dev/closed"] = "dialout";
     devices.condition["/dev/known"] = PortFailure::InUse;
     devices.holders["/dev/known"] = "minicom (PID 1234)";
@@ -170,11 +174,23 @@ TEST(PortTrial, SaysWhyAPortDoesNotOpenAndLeavesItAsItWas)
               "Your account may not use this port.\r\n"
               "No group may use it: ask who administers this machine."},
           Row{"/dev/slow", "The port does not take these settings: 9600,n,8,1"},
-          Row{"/dev/odd", "The port does not open: the system's words"}}) {
+          Row{"/dev/odd", "The port does not open: the system's words"},
+          Row{"tcp:a:1", "There is no machine of that name. Check the name, and the network."},
+          Row{"tcp:a:2",
+              "The machine refuses the connection. Check the number behind its name, and that its server "
+              "runs."},
+          Row{"tcp:a:3", "The server does not answer. Check its address, the network and the firewall."},
+          Row{"rfc2217:a:4",
+              "The server takes no settings by RFC 2217. Write tcp: or raw:, and set the speed in the "
+              "server."},
+          Row{"bridge:a:5", "The bridge answers."}}) {
         EXPECT_EQ(DescribeTrial({}, TryDevice(port, row.device)), row.text) << row.device;
         EXPECT_EQ(port.Device(), "/dev/own");
         EXPECT_FALSE(port.IsOpen());
     }
+    port.fixedSettings = true;
+    EXPECT_EQ(DescribeTrial({}, TryDevice(port, "/dev/free")),
+              "The server answers. Speed and parity of the line are what is set in the server.");
     devices.condition["/dev/own"] = PortFailure::None;
     port.Open();
     EXPECT_EQ(TryDevice(port, "/dev/free").failure, PortFailure::InUse);

@@ -196,8 +196,16 @@ TEST_F(Protocol, LineOpensAtItsSpeed)
     }
     protocol.CloseCommsLine();
     EXPECT_FALSE(port.IsOpen());
+    port.fixedSettings = true;
+    EXPECT_FALSE(protocol.OpenCommsLine() || port.IsOpen());
+    EXPECT_EQ(protocol.Failure(), PortFailure::FixedSettings);
+    port.SetDevice("bridge:a:1");
+    EXPECT_FALSE(protocol.OpenCommsLine());
+    EXPECT_EQ(protocol.Failure(), PortFailure::CommandsOnly) << "not even connected to";
+    port.SetDevice("/dev/ttyS0");
     port.opens = false;
     EXPECT_FALSE(protocol.OpenCommsLine());
+    EXPECT_EQ(protocol.Failure(), PortFailure::InUse);
 }
 
 TEST_F(Protocol, QuietCountsFromTheLastByte)

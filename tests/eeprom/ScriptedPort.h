@@ -46,6 +46,7 @@ public:
         return true;
     }
     const std::string& Settings() const override { return settings_; }
+    bool HasFixedSettings() const override { return open_ && fixedSettings; }
     void Write(std::string_view bytes) override
     {
         written.emplace_back(bytes);
@@ -70,6 +71,7 @@ public:
     void DiscardInput() override { input_.clear(); }
 
     bool opens = true;
+    bool fixedSettings = false;
     std::string heardAt;  ///< settings at which there is an answer; empty for any
     std::map<std::string, std::deque<Answer>> answers;  ///< by what is written; each but the last once
     std::vector<std::string> written;

@@ -1,6 +1,7 @@
 // Serial devices as a test plugs them in, and a port that opens only where one of them allows it.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -33,6 +34,8 @@ public:
     void SetDevice(std::string device) override { device_ = std::move(device); }
     bool Open() override
     {
+        if (whileOpening)
+            whileOpening();
         const auto found = devices_.condition.find(device_);
         failure_ = found == devices_.condition.end() ? PortFailure::Missing : found->second;
         open_ = failure_ == PortFailure::None;
@@ -58,10 +61,14 @@ public:
         return true;
     }
     const std::string& Settings() const override { return settings_; }
+    bool HasFixedSettings() const override { return open_ && fixedSettings; }
     void Write(std::string_view /*bytes*/) override {}
     std::size_t BytesWaiting() const override { return 0; }
     std::string Read(std::size_t /*limit*/) override { return {}; }
     void DiscardInput() override {}
+
+    bool fixedSettings = false;
+    std::function<void()> whileOpening;  ///< what else happens then; may be empty
 
 private:
     const FakeSerialDevices& devices_;

@@ -286,7 +286,7 @@ TEST_F(EepromForm, SearchThatFindsNothing)
              {"for a reason", "Unable to open serial line\r\n/dev/ttyS0",
               "Unable to open serial line\n/dev/ttyS0", "C", false, false}}) {
         if (row.reason == "for a reason")
-            form->describeFailure = [](const SerialPort& refused) { return refused.Device(); };
+            form->describeFailure = [](const SerialPort& refused, PortFailure) { return refused.Device(); };
         prompt.shown.clear();
         port.opens = row.opens;
         form->EepromWizard(1);

@@ -151,6 +151,10 @@ TEST_F(LineScanForm, APortThatDoesNotOpenSaysWhy)
         {PortFailure::InUse, Message::PortInUse},
         {PortFailure::BadSettings, Message::PortBadSettings},
         {PortFailure::SevenBits, Message::LineNeedsEightBits},
+        {PortFailure::HostNotFound, Message::PortHostNotFound},
+        {PortFailure::Refused, Message::PortRefused},
+        {PortFailure::NoAnswer, Message::PortNoAnswer},
+        {PortFailure::NoSettings, Message::PortNoSettings},
         {PortFailure::Other, Message::PortOtherFailure},
     };
     Trigger(Command::FileMenuNew);

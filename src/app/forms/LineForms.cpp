@@ -54,8 +54,10 @@ void LineForms::ShowWizard(const PosCfg& settings, const std::function<void()>& 
         if (monitor_)
             monitor_->Add(line, traffic, ModuleMeaning(traffic));
     });
-    form.describeFailure = [this](const SerialPort& tried) {
-        return DescribeTrial(program_.catalogue, OutcomeOf(tried));
+    form.describeFailure = [this](const SerialPort& tried, PortFailure failure) {
+        PortTrial trial = OutcomeOf(tried);
+        trial.failure = failure;
+        return DescribeTrial(program_.catalogue, trial);
     };
     form.exec();
 }

@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -22,13 +23,13 @@
 #include "app/forms/MDIForm1.h"
 #include "app/forms/SingleCopy.h"
 #include "comms/PortNames.h"
+#include "network/qt/QtLinePort.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/qt/BenchProcess.h"
 #include "platform/qt/QtEventLoop.h"
 #include "platform/qt/QtFileDialogs.h"
 #include "platform/qt/QtPrompt.h"
 #include "platform/qt/QtSerialDevices.h"
-#include "platform/qt/QtSerialPort.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -189,9 +190,10 @@ int Run(QApplication& application)
     PosixFiles posixFiles;
     QtFileDialogs dialogs;
     QtEventLoop eventLoop;
-    std::array<QtSerialPort, LineCount> ports{QtSerialPort({}), QtSerialPort({}), QtSerialPort({}),
-                                              QtSerialPort({})};
-    const std::array<SerialPort*, LineCount> lines{&ports[0], &ports[1], &ports[2], &ports[3]};
+    std::array<std::unique_ptr<SerialPort>, LineCount> ports;
+    std::array<SerialPort*, LineCount> lines{};
+    for (std::size_t i = 0; i < ports.size(); ++i)
+        lines.at(i) = (ports.at(i) = MakeLinePort(eventLoop)).get();
     const LanguageFolders folders = Folders();
     PortNames names(posixFiles, folders.person + "/ports.ini", arguments.lines);
     names.ApplyTo(lines);

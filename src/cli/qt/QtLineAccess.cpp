@@ -11,13 +11,13 @@
 #include <optional>
 
 #include "cli/LineReport.h"
+#include "comms/LineLink.h"
 #include "comms/PortNames.h"
-#include "comms/SerialLink.h"
+#include "network/qt/QtLinePort.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/posix/StopSignal.h"
 #include "platform/qt/BenchProcess.h"
 #include "platform/qt/QtEventLoop.h"
-#include "platform/qt/QtSerialPort.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -54,8 +54,8 @@ public:
             throw LineAccessError(OneLineText(names.Problem(MessageCatalogue())));
         std::array<LnkControl*, LineCount> channels{};
         for (std::size_t i = 0; i < channels.size(); ++i) {
-            ports_.at(i) = std::make_unique<QtSerialPort>(devices.at(i));
-            links_.at(i) = std::make_unique<SerialLink>(*ports_.at(i), loop_);
+            ports_.at(i) = MakeLinePort(loop_, devices.at(i));
+            links_.at(i) = std::make_unique<LineLink>(*ports_.at(i), loop_);
             channels.at(i) = links_.at(i).get();
         }
         return comms_.emplace(loop_, channels);
@@ -88,8 +88,8 @@ private:
     std::optional<QCoreApplication> application_;
     std::optional<BenchProcess> bench_;
     QtEventLoop loop_;
-    std::array<std::unique_ptr<QtSerialPort>, LineCount> ports_;
-    std::array<std::unique_ptr<SerialLink>, LineCount> links_;
+    std::array<std::unique_ptr<SerialPort>, LineCount> ports_;
+    std::array<std::unique_ptr<LineLink>, LineCount> links_;
     std::optional<Comms> comms_;
 };
 

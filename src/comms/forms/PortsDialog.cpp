@@ -11,6 +11,7 @@
 #include "app/ShowMessage.h"
 #include "comms/PortTrial.h"
 #include "platform/Encoding.h"
+#include "platform/LineAddress.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -50,7 +51,7 @@ PortsDialog::PortsDialog(Program& program, PortNames& names, const SerialDevices
 {
     setObjectName(QStringLiteral("PortsDialog"));
     setWindowTitle(Text(Message::PortsTitle));
-    auto* const hint = new QLabel(Text(Message::PortsHint), this);
+    auto* const hint = new QLabel(Text(Message::PortsHint) + ' ' + Text(Message::PortsNetworkHint), this);
     hint->setWordWrap(true);
     auto* const grid = new QGridLayout;
     grid->setColumnStretch(1, 1);
@@ -158,8 +159,11 @@ std::string PortsDialog::DeviceIn(std::size_t row) const
 
 QString PortsDialog::AdapterText(const std::string& path) const
 {
-    if (!IsDevicePath(path))
+    if (!IsLineDevice(path))
         return Text(Message::PortPathRefused);
+    if (const auto address = ParseLineAddress(path))
+        return Text(address->protocol == LineProtocol::Bridge ? Message::PortOnBridge
+                                                              : Message::PortOnNetwork);
     const SerialDevice* const device = Find(path);
     if (!device)
         return Text(Message::PortNotListed);
@@ -172,7 +176,7 @@ void PortsDialog::ShowAdapters()
 {
     bool allPaths = true;
     for (std::size_t i = 0; i < PortCount; ++i) {
-        const bool isPath = IsDevicePath(DeviceIn(i));
+        const bool isPath = IsLineDevice(DeviceIn(i));
         QString text = AdapterText(DeviceIn(i));
         if (names_.IsFixed(static_cast<int>(i) + 1))
             text += QStringLiteral(" - ") + Text(Message::PortFixed);
@@ -188,14 +192,30 @@ void PortsDialog::ShowAdapters()
 void PortsDialog::Try(int port)
 {
     const auto index = static_cast<std::size_t>(port) - 1;
-    const PortTrial trial = TryDevice(*program_.world.ports.at(index), DeviceIn(index));
+    const std::string device = DeviceIn(index);
+    result_->setText(ParseLineAddress(device) ? Text(Message::PortConnecting) : QString());
+    // A line on the network takes its time, in which the dialog must stay as it is.
+    trying_ = true;
+    setEnabled(false);
+    const PortTrial trial = TryDevice(*program_.world.ports.at(index), device);
+    setEnabled(true);
+    trying_ = false;
+    rows_.at(index).tryIt->setFocus();
     const QString described = ToQString(DescribeTrial(program_.catalogue, trial));
     result_->setText(QStringLiteral("COM%1: ").arg(port) +
                      QString(described).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
 }
 
+void PortsDialog::reject()
+{
+    if (!trying_)
+        QDialog::reject();
+}
+
 void PortsDialog::accept()
 {
+    if (trying_)
+        return;
     PortDevices devices;
     // Simulated devices stay where they are for this run, and the names behind them in the file.
     auto ports = program_.world.ports;

@@ -26,6 +26,7 @@ public:
     PortsDialog(Program& program, PortNames& names, const SerialDevices& devices, QWidget* parent);
 
     void accept() override;
+    void reject() override;
 
 private:
     struct Row {
@@ -51,6 +52,7 @@ private:
     std::array<Row, PortCount> rows_{};
     QLabel* result_;
     QDialogButtonBox* buttons_;
+    bool trying_ = false;
 };
 
 }  // namespace kelvora

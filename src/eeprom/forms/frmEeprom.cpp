@@ -335,7 +335,7 @@ void frmEeprom::UpdateBusy()
 
 std::string frmEeprom::FailureText() const
 {
-    return describeFailure ? describeFailure(port_) : port_.LastError();
+    return describeFailure ? describeFailure(port_, protocol_.Failure()) : port_.LastError();
 }
 
 Answer frmEeprom::Tell(std::string_view text, BoxIcon icon)

@@ -42,7 +42,7 @@ public:
 
     /// Says in the user's language why the port does not open, or why it was lost; the system's own words
     /// while it is empty.
-    std::function<std::string(const SerialPort&)> describeFailure;
+    std::function<std::string(const SerialPort&, PortFailure)> describeFailure;
 
     /// Told of all that passes over the line.
     void Watch(TrafficWatcher watcher) { protocol_.watcher = std::move(watcher); }

@@ -1,0 +1,100 @@
+#include "network/ComPortSession.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/FakeConnection.h"
+
+namespace kelvora {
+namespace {
+
+// What comes, byte by byte or at once, leads to the same.
+ComPortSession::Taken Take(ComPortSession& session, const std::string& bytes)
+{
+    ComPortSession::Taken all;
+    for (const char byte : bytes) {
+        const ComPortSession::Taken taken = session.Take(std::string_view(&byte, 1));
+        all.data += taken.data;
+        all.answer += taken.answer;
+    }
+    return all;
+}
+
+TEST(ComPortSession, TakesTheLinesBytesOutOfWhatComes)
+{
+    const struct {
+        const char* why;
+        const char* heard;
+        const char* data;
+        const char* answer;
+    } cases[]{
+        {"bytes pass as they are", "41 00 0D 42", "41 00 0D 42", ""},
+        {"IAC twice is the byte 255", "41 FF FF 42", "41 FF 42", ""},
+        {"commands of two bytes are nothing", "FF F1 41 FF F9", "41", ""},
+        {"answers to wishes need none", "FF FD 00 FF FB 00 FF FE 2C", "", ""},
+        {"an unknown option is declined", "FF FD 18 FF FB 01", "", "FF FC 18 FF FE 01"},
+        {"that is the last word on it", "FF FE 18 FF FC 01", "", ""},
+        {"a change of mind is followed", "FF FE 2C FF FD 2C FF FD 2C", "", "FF FB 2C"},
+        {"and so is a withdrawal", "FF FD 00 FF FE 00", "", "FF FC 00"},
+        {"the server may set its own port too", "FF FB 2C", "", "FF FD 2C"},
+        {"what an option says is no data", "FF FA 2C 6B 00 FF F0 41", "41", ""},
+        {"IAC twice within it", "FF FA 2C 65 FF FF 00 FF F0 41", "41", ""},
+        {"its end is lost", "FF FA 2C 65 FF FD 18 41", "41", "FF FC 18"},
+        {"an end without a beginning", "FF F0 41", "41", ""},
+    };
+    for (const auto& [why, heard, data, answer] : cases) {
+        ComPortSession session;
+        const ComPortSession::Taken taken = Take(session, FromHex(heard));
+        EXPECT_EQ(taken.data, FromHex(data)) << why;
+        EXPECT_EQ(taken.answer, FromHex(answer)) << why;
+    }
+    ComPortSession session;
+    EXPECT_EQ(Take(session, FromHex("FF FA 2C") + std::string(1'000'000, 'a') + FromHex("FF F0 41")).data,
+              "A")
+        << "an endless text of an option";
+}
+
+TEST(ComPortSession, AgreesBeforeTheLineCanBeUsed)
+{
+    ComPortSession session;
+    Take(session, FromHex("FF FD 00 FF FB 00 FF FD 03 FF FB 03"));
+    EXPECT_TRUE(session.IsTransparent());
+    EXPECT_FALSE(session.IsAgreed() || session.TakesSettings());
+    Take(session, FromHex("FF FD 2C"));
+    EXPECT_TRUE(session.IsAgreed() && session.TakesSettings());
+    Take(session, FromHex("FF FC 00"));
+    EXPECT_FALSE(session.IsTransparent());
+}
+
+TEST(ComPortSession, ChecksTheAnswerToEachSetting)
+{
+    using enum ComPortSession::Settings;
+    EXPECT_EQ(ComPortSession().Ask({19200, 'e', 7, 2}),
+              FromHex("FF FA 2C 01 00 00 4B 00 FF F0 FF FA 2C 02 07 FF F0 FF FA 2C 03 03 FF F0 "
+                      "FF FA 2C 04 02 FF F0"));
+    const std::string rest = "FF FA 2C 66 08 FF F0 FF FA 2C 67 01 FF F0 FF FA 2C 68 01 FF F0";
+    const struct {
+        const char* why;
+        std::string heard;
+        ComPortSession::Settings outcome;
+    } cases[]{
+        {"all are in force", "FF FA 2C 65 00 00 25 80 FF F0 " + rest, InForce},
+        {"the speed is another", "FF FA 2C 65 00 00 4B 00 FF F0 " + rest, Refused},
+        {"the speed is still to come", rest, Asked},
+        {"a speed of another length", "FF FA 2C 65 25 80 FF F0 " + rest, Asked},
+        {"another option's answer", "FF FA 18 65 00 00 25 80 FF F0 " + rest, Asked},
+        {"states of the line are no answer", "FF FA 2C 6B 00 FF F0 FF FA 2C FF F0 FF FA 2C 00 FF F0", Asked},
+    };
+    for (const auto& [why, heard, outcome] : cases) {
+        ComPortSession session;
+        EXPECT_EQ(session.Outcome(), None);
+        session.Ask({9600, 'n', 8, 1});
+        Take(session, FromHex(heard));
+        EXPECT_EQ(session.Outcome(), outcome) << why;
+        if (outcome == Refused) {
+            EXPECT_EQ(session.Kept(), "19200,n,8,1");
+        }
+    }
+}
+
+}  // namespace
+}  // namespace kelvora

@@ -1,0 +1,286 @@
+#include "network/NetworkPort.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/FakeConnection.h"
+#include "fakes/FakeSerialDevices.h"
+#include "network/LinePort.h"
+
+namespace kelvora {
+namespace {
+
+using std::chrono::milliseconds;
+
+const std::string Wishes = FromHex("FF FB 00 FF FD 00 FF FB 03 FF FD 03 FF FB 2C");
+const std::string Agreed = FromHex("FF FD 00 FF FB 00 FF FD 03 FF FB 03 FF FD 2C");
+const std::string WithoutSettings = FromHex("FF FD 00 FF FB 00 FF FD 03 FF FB 03 FF FE 2C");
+const std::string NotBinary = FromHex("FF FE 00 FF FB 00 FF FD 03 FF FB 03 FF FD 2C");
+/// No flow control, DTR, RTS; then throwing away what was received.
+const std::string Lines = FromHex("FF FA 2C 05 01 FF F0 FF FA 2C 05 08 FF F0 FF FA 2C 05 0B FF F0");
+const std::string Discard = FromHex("FF FA 2C 0C 01 FF F0");
+const std::string Tail = FromHex("FF FA 2C 02 08 FF F0 FF FA 2C 03 01 FF F0 FF FA 2C 04 01 FF F0");
+const std::string TailAnswer = FromHex("FF FA 2C 66 08 FF F0 FF FA 2C 67 01 FF F0 FF FA 2C 68 01 FF F0");
+const std::string Ask9600 = FromHex("FF FA 2C 01 00 00 25 80 FF F0") + Tail;
+const std::string Is9600 = FromHex("FF FA 2C 65 00 00 25 80 FF F0") + TailAnswer;
+const std::string Ask2400 = FromHex("FF FA 2C 01 00 00 09 60 FF F0") + Tail;
+const std::string Is2400 = FromHex("FF FA 2C 65 00 00 09 60 FF F0") + TailAnswer;
+
+class NetworkPortTest : public testing::Test {
+protected:
+    // A server that speaks telnet, and sets its port.
+    void ServeRfc2217()
+    {
+        connection.says = {{20, FromHex("FF FB 03 FF FD 2C")}};
+        connection.answers = {{Wishes, Agreed}, {Ask9600 + Lines + Discard, Is9600}};
+    }
+
+    int OpenMs(bool& opened)
+    {
+        const auto start = loop.Now();
+        opened = port.Open();
+        return static_cast<int>((loop.Now() - start) / milliseconds(1));
+    }
+
+    FakeEventLoop loop;
+    std::unique_ptr<FakeConnection> made = std::make_unique<FakeConnection>(loop);
+    FakeConnection& connection = *made;
+    NetworkPort port{std::move(made), loop};
+};
+
+TEST_F(NetworkPortTest, FindsOutHowTheServerSpeaks)
+{
+    const std::string greeting = FromHex("FF FB 03 FF FD 2C");
+    const std::map<std::string, std::string> whole{{Wishes, Agreed}, {Ask9600 + Lines + Discard, Is9600}};
+    const struct {
+        const char* why;
+        const char* device;
+        std::vector<std::pair<int, std::string>> says;
+        std::map<std::string, std::string> answers;
+        int hangsUpMs;
+        PortFailure failure;
+        const char* words;
+        bool fixed;
+        int withinMs;
+    } cases[]{
+        {"RFC 2217", "tcp:a:1", {{300, greeting}}, whole, -1, PortFailure::None, "", false, 330},
+        {"in pieces", "tcp:a:1", {{9, "\xFF"}, {20, "\xFB\3"}}, whole, -1, PortFailure::None, "", false, 50},
+        {"at once", "rfc2217:a:1", {}, whole, -1, PortFailure::None, "", false, 30},
+        {"raw and silent", "tcp:a:1", {}, {}, -1, PortFailure::None, "", true, 520},
+        {"raw, with a lone 255", "tcp:a:1", {{9, "\xFF\xFF"}}, {}, -1, PortFailure::None, "", true, 520},
+        {"told to be raw", "raw:a:1", {{9, greeting}}, {}, -1, PortFailure::None, "", true, 120},
+        {"telnet alone",
+         "tcp:a:1",
+         {{9, greeting}},
+         {{Wishes, WithoutSettings}},
+         -1,
+         PortFailure::None,
+         "",
+         true,
+         50},
+        {"must set",
+         "rfc2217:a:1",
+         {},
+         {{Wishes, WithoutSettings}},
+         -1,
+         PortFailure::NoSettings,
+         "no RFC 2217",
+         false,
+         30},
+        {"raw, and must set", "rfc2217:a:1", {}, {}, -1, PortFailure::NoSettings, "no RFC 2217", false, 2020},
+        {"not all bytes",
+         "tcp:a:1",
+         {{9, greeting}},
+         {{Wishes, NotBinary}},
+         -1,
+         PortFailure::Other,
+         "the server does not pass all bytes as they are",
+         false,
+         50},
+        {"other speed",
+         "tcp:a:1",
+         {{9, greeting}},
+         {{Wishes, Agreed}, {Ask9600 + Lines + Discard, Is2400}},
+         -1,
+         PortFailure::BadSettings,
+         "the server keeps 2400,n,8,1",
+         false,
+         50},
+        {"deaf",
+         "tcp:a:1",
+         {{9, greeting}},
+         {{Wishes, Agreed}},
+         -1,
+         PortFailure::NoAnswer,
+         "the server does not answer to settings",
+         false,
+         2050},
+        {"in use",
+         "tcp:a:1",
+         {{9, greeting}, {12, "Port already in use\r\n"}},
+         {},
+         14,
+         PortFailure::InUse,
+         "Port already in use",
+         false,
+         50},
+        {"raw, in use", "raw:a:1", {{9, "busy\n"}}, {}, 9, PortFailure::InUse, "busy", false, 50},
+        {"in use, without a word",
+         "bridge:a:1",
+         {},
+         {},
+         9,
+         PortFailure::InUse,
+         "the server has hung up at once",
+         false,
+         50},
+    };
+    for (const auto& row : cases) {
+        connection.says = row.says;
+        connection.answers = row.answers;
+        connection.hangsUpMs = row.hangsUpMs;
+        connection.written.clear();
+        port.SetDevice(row.device);
+        bool opened = false;
+        EXPECT_LE(OpenMs(opened), row.withinMs) << row.why;
+        EXPECT_EQ(opened, row.failure == PortFailure::None) << row.why << port.LastError();
+        EXPECT_EQ(port.Failure(), row.failure) << row.why;
+        EXPECT_EQ(port.LastError(), row.words) << row.why;
+        EXPECT_EQ(port.HasFixedSettings(), row.fixed) << row.why;
+        EXPECT_EQ(connection.isOpen, opened) << row.why;
+        // Telnet bytes to a raw server would go out to the devices.
+        if (row.answers.empty() && std::string_view(row.device).substr(0, 3) == "raw") {
+            EXPECT_TRUE(connection.written.empty()) << row.why;
+        }
+    }
+}
+
+TEST_F(NetworkPortTest, SaysWhyThereIsNoConnection)
+{
+    port.SetDevice("tcp:[::1]:4000");
+    connection.refusal = PortFailure::Refused;
+    EXPECT_FALSE(port.Open());
+    EXPECT_EQ(connection.asked, "::1 4000");
+    EXPECT_EQ(port.Failure(), PortFailure::Refused);
+    EXPECT_EQ(port.LastError(), "the system's words");
+    connection.connectMs = 60'000;
+    bool opened = false;
+    EXPECT_EQ(OpenMs(opened), 5000);
+    EXPECT_EQ(port.Failure(), PortFailure::NoAnswer);
+    port.SetDevice("/dev/ttyS0");
+    EXPECT_FALSE(port.Open());
+    EXPECT_EQ(port.Failure(), PortFailure::Missing);
+}
+
+TEST_F(NetworkPortTest, CarriesTheLinesBytesAndSettings)
+{
+    ServeRfc2217();
+    port.SetDevice("tcp:a:1");
+    ASSERT_TRUE(port.Open());
+    int told = 0;
+    port.onBytes = [&] { ++told; };
+    connection.written.clear();
+    port.Write("a\xFFz");
+    EXPECT_EQ(connection.written.back(), "a\xFF\xFFz");
+    connection.onBytes("b\xFF\xFF\xFF\xFA\x2C\x6B\x10\xFF\xF0yz");
+    EXPECT_EQ(port.BytesWaiting(), 4U);
+    EXPECT_EQ(port.Read(2), "b\xFF");
+    connection.onBytes(FromHex("FF FA 2C 6B 10 FF F0"));
+    EXPECT_EQ(told, 1);
+    port.DiscardInput();
+    EXPECT_EQ(port.Read(), "");
+    EXPECT_EQ(connection.written.back(), Discard);
+
+    connection.answers = {{Ask2400, Is2400}};
+    EXPECT_TRUE(port.SetSettings("2400,n,8,1"));
+    // Half of what was asked is in force: the former is put back.
+    const std::string ask1200 = FromHex("FF FA 2C 01 00 00 04 B0 FF F0") + Tail;
+    connection.answers = {{ask1200, Is9600}, {Ask2400, Is2400}};
+    EXPECT_FALSE(port.SetSettings("1200,n,8,1"));
+    EXPECT_EQ(port.Settings(), "2400,n,8,1");
+    EXPECT_EQ(connection.written.back(), Ask2400);
+    EXPECT_TRUE(port.IsOpen());
+    connection.onBytes(std::string(NetworkPort::MaximumInput + 9, 'n'));
+    EXPECT_EQ(port.BytesWaiting(), NetworkPort::MaximumInput);
+}
+
+TEST_F(NetworkPortTest, ALostConnectionIsAPortThatWentAway)
+{
+    const struct {
+        const char* why;
+        std::function<void()> lose;
+        const char* words;
+    } cases[]{
+        {"hung up", [this] { connection.HangUp(); }, "the server has closed the connection"},
+        {"no more settings", [this] { EXPECT_FALSE(port.SetSettings("4800,n,8,1")); },
+         "the server does not answer to settings"},
+        {"keeps neither",
+         [this] {
+             connection.answers = {{Ask2400, Is9600}, {Ask9600, Is2400}};
+             EXPECT_FALSE(port.SetSettings("2400,n,8,1"));
+         },
+         "the server keeps 2400,n,8,1"},
+        {"not binary any more", [this] { connection.onBytes(FromHex("FF FE 00")); },
+         "the server does not pass all bytes any more"},
+    };
+    port.SetDevice("tcp:a:1");
+    for (const auto& [why, lose, words] : cases) {
+        ServeRfc2217();
+        int lost = 0;
+        port.onLost = [&] { ++lost; };
+        ASSERT_TRUE(port.Open()) << why;
+        lose();
+        EXPECT_EQ(lost, 1) << why;
+        EXPECT_FALSE(port.IsOpen() || connection.isOpen) << why;
+        EXPECT_EQ(port.Failure(), PortFailure::Disconnected) << why;
+        EXPECT_EQ(port.LastError(), words) << why;
+    }
+    // What the last one left behind is not heard in the next.
+    ServeRfc2217();
+    ASSERT_TRUE(port.Open());
+    EXPECT_EQ(port.Read(), "");
+}
+
+TEST_F(NetworkPortTest, ARawLineHasTheServersSettings)
+{
+    port.SetDevice("raw:a:1");
+    EXPECT_TRUE(port.SetSettings("4800,n,8,1"));
+    ASSERT_TRUE(port.Open());
+    connection.onBytes("\xFF\xFF\xFF\xFD");
+    EXPECT_EQ(port.Read(), "\xFF\xFF\xFF\xFD");
+    port.Write("\xFF");
+    EXPECT_EQ(connection.written, std::vector<std::string>{"\xFF"});
+    EXPECT_TRUE(port.SetSettings("4800,n,8,1"));
+    EXPECT_FALSE(port.SetSettings("9600,n,8,1"));
+    port.DiscardInput();
+    EXPECT_EQ(connection.written.size(), 1U);
+}
+
+TEST(LinePort, FollowsTheDevicesName)
+{
+    FakeEventLoop loop;
+    FakeSerialDevices devices;
+    devices.condition["/dev/ttyS0"] = PortFailure::None;
+    auto made = std::make_unique<FakeConnection>(loop);
+    FakeConnection& connection = *made;
+    LinePort port(std::make_unique<SilentPort>(devices, "/dev/ttyS0"),
+                  std::make_unique<NetworkPort>(std::move(made), loop));
+    port.SetSettings("1200,n,8,1");
+    EXPECT_TRUE(port.Open());
+    port.SetDevice("raw:a:1");
+    EXPECT_FALSE(port.IsOpen());
+    EXPECT_EQ(port.Settings(), "1200,n,8,1");
+    std::string heard;
+    int lost = 0;
+    port.onBytes = [&] { heard += port.Read(); };
+    port.onLost = [&] { ++lost; };
+    ASSERT_TRUE(port.Open());
+    connection.onBytes("x");
+    connection.HangUp();
+    EXPECT_EQ(heard, "x");
+    EXPECT_EQ(lost, 1);
+    port.SetDevice("/dev/ttyS0");
+    EXPECT_TRUE(port.Open() && !connection.isOpen);
+}
+
+}  // namespace
+}  // namespace kelvora
