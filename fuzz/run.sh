@@ -25,7 +25,7 @@ seeds() {
 
 failed=()
 for target in SetupReaderFuzz TextConfigurationFuzz MessageCatalogueFuzz DumpReaderFuzz FlashImageFuzz \
-    ModuleReplyFuzz LinkReceiverFuzz ReplyFuzz PortsFileFuzz; do
+    ModuleReplyFuzz LinkReceiverFuzz ReplyFuzz PortsFileFuzz NetworkFuzz; do
     corpus=$folder/corpus/$target findings=$folder/findings/$target
     mkdir -p "$corpus" "$findings"
     seeds "$target" | xargs -r -d '\n' cp -t "$corpus" --
