@@ -72,7 +72,7 @@ TEST(Help, EveryWindowHasAPageOfItsOwn)
     for (const char* const window :
          {"frmConfig", "frmKeyb96", "frmKeyb64", "frmKeybICCR", "frmMasterOptions", "frmMcrOptions",
           "frmPortSetup", "PortsDialog", "LineMonitorWindow", "frmAbort", "ChangesDialog", "ComparisonDialog",
-          "BackupsDialog", "frmEeprom"}) {
+          "BackupsDialog", "frmEeprom", "SetupsDialog", "Print", "PrintPreview"}) {
         QWidget form;
         form.setObjectName(QLatin1String(window));
         QWidget control(&form);

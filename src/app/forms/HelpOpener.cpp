@@ -33,6 +33,9 @@ constexpr std::array WindowPages{
     WindowPage{"ComparisonDialog", "flash.html#verify"},
     WindowPage{"BackupsDialog", "flash.html#dumps"},
     WindowPage{"frmEeprom", "identity.html"},
+    WindowPage{"SetupsDialog", "setup.html#compare"},
+    WindowPage{"Print", "setup.html#paper"},
+    WindowPage{"PrintPreview", "setup.html#paper"},
 };
 
 }  // namespace
