@@ -40,7 +40,7 @@ installing() {
 }
 
 using() {
-    local version program examples=/usr/share/doc/kelvora/examples
+    local version program page picture kind examples=/usr/share/doc/kelvora/examples
     version=$(dpkg-query --show --showformat='${Version}' kelvora)
     for program in kelvora kelvora-cli kelvora-bench; do
         [[ $(as_person "$program" --version) == *" ${version%-*}" ]] || fail "$program has another version than its package"
@@ -49,8 +49,16 @@ using() {
     quietly as_person kelvora-cli check "$examples"
     quietly as_person kelvora-cli scan --bench -o "$home/till.dat"
     quietly as_person kelvora-cli check "$home/till.dat"
+    for kind in svg png pdf; do
+        quietly as_person kelvora-cli render "$home/till.dat" -o "$home/till.$kind"
+    done
     stays_open "$home/till.dat"
     stays_open --bench
+    for page in /opt/kelvora/bin/Fenho*/*.html; do
+        while read -r picture; do
+            [[ -s ${page%/*}/$picture ]] || fail "$page shows $picture, which is not there"
+        done < <(sed -n 's/.*src="\([^"]*\)".*/\1/p' "$page")
+    done
     # Without a display only this tells that a window could open on one.
     ! ldd "$(dpkg -L libqt6gui6 | grep '/libqxcb\.so$')" | grep 'not found' || fail "Windows cannot open under X"
     grep -q x-kelvora-setup /usr/share/mime/magic || fail "The type of setup files is not known"

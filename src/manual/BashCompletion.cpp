@@ -15,6 +15,8 @@ std::string ValueSteps(const OptionText& option)
             return "kind=unknown";
         case ValueKind::AnyFile:
             return "kind=path";
+        case ValueKind::Folder:
+            return "kind=path endings=-d";
         case ValueKind::Line:
             return "kind=line";
         case ValueKind::Choice:

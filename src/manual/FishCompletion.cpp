@@ -26,6 +26,8 @@ std::string ValueSwitches(const OptionText& option)
             return " -f";
         case ValueKind::AnyFile:
             return " -F";
+        case ValueKind::Folder:
+            return " -f -a '(__fish_complete_directories (commandline -ct))'";
         case ValueKind::Line:
             return " -f -a '(__kelvora_lines)'";
         case ValueKind::Choice:

@@ -57,6 +57,14 @@ std::string Item(const std::string& head, const std::string& text)
     return ".TP\n" + head + "\n" + text + ".\n";
 }
 
+// Whether the help names them all, or the first and the last of a range.
+bool TellsChoices(const OptionText& option)
+{
+    const auto told = [&](const std::string& text) { return option.help.find(text) != std::string::npos; };
+    return std::ranges::all_of(option.choices, told) ||
+           told(option.choices.front() + " to " + option.choices.back());
+}
+
 std::string OptionItem(const OptionText& option)
 {
     std::string head;
@@ -65,7 +73,7 @@ std::string OptionItem(const OptionText& option)
     if (!option.value.empty())
         head += (head.empty() ? "" : " ") + Italic(option.value);
     std::string text = Roff(option.help);
-    if (option.kind == ValueKind::Choice && option.help.find(" to ") == std::string::npos) {
+    if (option.kind == ValueKind::Choice && !TellsChoices(option)) {
         std::string all;
         for (const std::string& choice : option.choices)
             all += (all.empty() ? "" : ", ") + Roff(choice);
@@ -118,7 +126,7 @@ std::string ManPage(const CommandText& command, const PageTexts& texts)
     page += Lists(command);
     if (marker != std::string::npos)
         page += texts.body.substr(marker + ListsMarker.size());
-    return page + texts.end;
+    return texts.body.find(".SH EXIT STATUS") == std::string::npos ? page + texts.end : page;
 }
 
 std::string PageName(const CommandText& command)

@@ -17,7 +17,7 @@ struct PageTexts {
     std::string version;  ///< of the program
     std::string date;     ///< of that version
     std::string body;     ///< roff; where it has no ListsMarker, the lists stand after it
-    std::string end;      ///< roff that ends all pages of one program
+    std::string end;      ///< roff that ends the pages of one program, where the body tells no exit status
 };
 
 /// The page of `command` in section 1; those of the commands below it are pages of their own.

@@ -37,6 +37,8 @@ std::string Action(const OptionText& option)
             return " ";
         case ValueKind::AnyFile:
             return "_files";
+        case ValueKind::Folder:
+            return "_files -/";
         case ValueKind::Line:
             return "_kelvora_line";
         case ValueKind::Choice:

@@ -45,11 +45,13 @@ TEST(ManPage, PutsTheListsWhereTheTextWantsThem)
 {
     const std::string before = ".SH DESCRIPTION\nLong.\n";
     const std::string after = ".SH EXAMPLES\nOne.\n";
-    const std::string end = ".SH SEE ALSO\n";
+    const std::string end = ".SH EXIT STATUS\nLike all.\n";
+    const std::string own = ".SH EXIT STATUS\nIts own.\n";
     EXPECT_EQ(ManPage(SmallCommand(), {"1.2", "2026-02-03", before + "@LISTS@\n" + after, end}),
               Head + before + Lists + after + end);
     EXPECT_EQ(ManPage(SmallCommand(), {"1.2", "2026-02-03", before, end}), Head + before + Lists + end)
         << "no place is named";
+    EXPECT_EQ(ManPage(SmallCommand(), {"1.2", "2026-02-03", own, end}), Head + own + Lists);
     EXPECT_EQ(ManPage(SmallCommand(), {"1.2", "2026-02-03", "", ""}), std::string(Head) + Lists);
 }
 

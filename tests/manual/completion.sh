@@ -66,6 +66,9 @@ offers 'kelvora-cli check --json -v ' till.dat old.TXT folder
 offers 'kelvora-cli identity restore --bench ' till.dat old.TXT till.mem picture.svg folder
 offers 'kelvora-cli restore --port 2 ' till.mem folder
 offers 'kelvora-cli scan -o ' till.dat old.TXT folder
+offers 'kelvora-cli render --output-folder ' folder
+offers 'kelvora-cli render -o ' picture.svg folder
+offers 'kelvora-cli diff ' till.dat old.TXT folder
 offers 'kelvora ' till.dat old.TXT folder
 if [[ $shell != fish ]]; then
     offers 'kelvora-cli scan --line ' 1= 2= 3= 4=
