@@ -32,6 +32,8 @@ constexpr int BlockGap = 320;
 constexpr int StripTop = Margin + 1150;
 constexpr int LegendTop = SheetHeight - Margin - 620;
 constexpr int LegendCell = 300;
+constexpr int LegendSize = 145;
+constexpr int LegendGap = 60;
 
 // The side of a grid position: the largest is what the real keys have.
 constexpr int LargestCell = 1020;
@@ -171,7 +173,7 @@ private:
             DrawKeyGrid(drawing_, *block.grid, {place.left, y, cell, block.firstKeyNumber, &PaperLook});
     }
 
-    /// What the shapes of the keys mean, in columns of equal width.
+    /// What the shapes of the keys mean, spread over the width of the page.
     void PaintLegend()
     {
         constexpr std::array Types{
@@ -181,19 +183,25 @@ private:
             std::pair{KeyType::Quadruple, Message::KeyStateQuadruple},
             std::pair{KeyType::Unused, Message::KeyStateUnused},
         };
-        // The shares of the words' lengths, in both languages.
-        constexpr std::array Columns{0, 1620, 4280, 7160, 9060};
-        for (std::size_t i = 0; i < Types.size(); ++i) {
-            const auto& [type, name] = Types[i];
-            const int left = Margin + Columns[i];
-            const int width = KeyType::IsWide(type) ? 2 * LegendCell : LegendCell;
-            const int height = KeyType::IsTall(type) ? 2 * LegendCell : LegendCell;
-            drawing_.Group(left, LegendTop + LegendCell - height / 2,
+        const auto widthOf = [&](const auto& row) {
+            return CapWidth(row.first) + LegendGap + TextWidth(Word(row.second), LegendSize);
+        };
+        int left = RoomAcross;
+        for (const auto& row : Types)
+            left -= widthOf(row);
+        const int between = std::max(0, left / static_cast<int>(Types.size() - 1));
+        left = Margin;
+        for (const auto& row : Types) {
+            const auto& [type, name] = row;
+            const int middle = LegendTop + LegendCell;
+            drawing_.Group(left, middle - (KeyType::IsTall(type) ? LegendCell : LegendCell / 2),
                            KeyCapShapes(type, LegendCell, PaperLook));
-            drawing_.Text(left + width + 60, LegendTop + LegendCell,
-                          {150, "#000000", Lettering::Anchor::Start}, Word(name));
+            drawing_.Text(left + CapWidth(type) + LegendGap, middle, Left(LegendSize), Word(name));
+            left += widthOf(row) + between;
         }
     }
+
+    static int CapWidth(char type) { return KeyType::IsWide(type) ? 2 * LegendCell : LegendCell; }
 
     const SetupDocument& document_;
     const MessageCatalogue& catalogue_;

@@ -16,6 +16,9 @@ namespace kelvora {
 
 namespace {
 
+/// Room for all buttons of Qt's preview.
+constexpr int PreviewWidth = 860;
+
 // The sheet brings its own margins.
 void Prepare(QPrinter& printer, const std::string& name)
 {
@@ -73,8 +76,7 @@ void SheetForms::FileMenuPrintPreview_Click()
         PaintPages({&sheet, 1}, *paper);
     });
     const QSize available = dialog.screen()->availableSize();
-    dialog.resize(
-        QSize(available.height() * 8 / 10, available.height() * 9 / 10).boundedTo(available * 9 / 10));
+    dialog.resize(QSize(PreviewWidth, available.height()).boundedTo(available * 9 / 10));
     dialog.exec();
 }
 
