@@ -19,7 +19,8 @@ TEST(LineErrorText, SaysWhatIsWrongWithALineOnTheNetwork)
     // A server that keeps the speed is the first suspect when nobody answers.
     LineResult silent;
     silent.outcome = LineOutcome::Failed;
-    silent.failure = {PortFailure::None, ReplyErrorNumber::GaveUp, "raw:a:1", {}, "$9900: no answer", true};
+    silent.failure = {
+        PortFailure::None, ReplyErrorNumber::GaveUp, "raw:a:1", {}, "$9900: no answer", {}, true};
     const LineErrorText text = DescribeLineFailure({}, target, silent);
     EXPECT_EQ(text.message.id, Message::LineGaveUp.id);
     EXPECT_EQ(

@@ -2,68 +2,22 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
 #include <vector>
 
 #include "comms/FrameMeaning.h"
 #include "comms/LineDrivers.h"
 #include "comms/LineLink.h"
-#include "fakes/FakeEventLoop.h"
-#include "platform/SerialPort.h"
+#include "fakes/FakeConnection.h"
+#include "network/NetworkPort.h"
 
 namespace kelvora {
 namespace {
-
-using std::chrono::milliseconds;
-
-// A connection to a bridge that does as the test says.
-class BridgePort final : public SerialPort {
-public:
-    const std::string& Device() const override { return device; }
-    void SetDevice(std::string changed) override { device = std::move(changed); }
-    bool Open() override { return open_ = failure == PortFailure::None; }
-    void Close() override { open_ = false; }
-    bool IsOpen() const override { return open_; }
-    PortFailure Failure() const override { return failure; }
-    std::string LastError() const override { return "gone"; }
-    bool SetSettings(std::string_view /*settings*/) override { return true; }
-    const std::string& Settings() const override { return device; }
-    void Write(std::string_view bytes) override
-    {
-        written += bytes;
-        if (answer)
-            answer(std::string(bytes));
-    }
-    std::size_t BytesWaiting() const override { return input_.size(); }
-    std::string Read(std::size_t /*limit*/) override { return std::exchange(input_, {}); }
-    void DiscardInput() override { input_.clear(); }
-
-    void Say(std::string_view bytes)
-    {
-        input_ += bytes;
-        onBytes();
-    }
-    void HangUp()
-    {
-        open_ = false;
-        failure = PortFailure::Disconnected;
-        onLost();
-    }
-
-    std::string device = "bridge:a:1";
-    PortFailure failure = PortFailure::None;
-    std::string written;
-    std::function<void(const std::string&)> answer;
-
-private:
-    std::string input_;
-    bool open_ = false;
-};
 
 class BridgeLinkTest : public testing::Test {
 protected:
     BridgeLinkTest()
     {
+        port.SetDevice("bridge:a:1");
         link.onEvent = [this](LinkEvent event, std::string_view text) {
             events.emplace_back(event, std::string(text));
         };
@@ -72,7 +26,9 @@ protected:
     using Events = std::vector<std::pair<LinkEvent, std::string>>;
 
     FakeEventLoop loop;
-    BridgePort port;
+    std::unique_ptr<FakeConnection> made = std::make_unique<FakeConnection>(loop);
+    FakeConnection& connection = *made;
+    NetworkPort port{std::move(made), loop};
     LineLink link{port, loop};
     Events events;
 };
@@ -95,10 +51,10 @@ TEST_F(BridgeLinkTest, EachCommandGetsTheEventOfOneLine)
     for (const auto& [line, event, text] : cases) {
         link.Send("$9900");
         for (const char byte : std::string_view(line))
-            port.Say(std::string_view(&byte, 1));
+            connection.onBytes(std::string_view(&byte, 1));
         EXPECT_EQ(std::exchange(events, {}), (Events{{event, text}})) << line;
     }
-    EXPECT_EQ(port.written, "$9900\n$9900\n$9900\n$9900\n$9900\n");
+    EXPECT_EQ(connection.written, std::vector<std::string>(5, "$9900\n"));
 }
 
 TEST_F(BridgeLinkTest, AnswersToCommandsThatWereGivenUpAreNobodyElses)
@@ -106,16 +62,16 @@ TEST_F(BridgeLinkTest, AnswersToCommandsThatWereGivenUpAreNobodyElses)
     ASSERT_TRUE(link.Open(""));
     link.Send("0FB0");
     link.Send("20");
-    port.Say("\xA7m0FB0!0\n");
+    connection.onBytes("\xA7m0FB0!0\n");
     EXPECT_TRUE(events.empty());
-    port.Say("\xA7m20!0\n");
+    connection.onBytes("\xA7m20!0\n");
     EXPECT_EQ(std::exchange(events, {}), (Events{{LinkEvent::Reply, "20!0"}}));
 
     link.Send("0FB3");
     loop.Pass(BridgeLink::LongestAnswer);
     EXPECT_EQ(std::exchange(events, {}), (Events{{LinkEvent::TimeOut, "no answer from the bridge"}}));
     link.Send("0F02");
-    port.Say("\xA7m0FB3!0\r\n\xA7m0F02!0\r\n");
+    connection.onBytes("\xA7m0FB3!0\r\n\xA7m0F02!0\r\n");
     EXPECT_EQ(events, (Events{{LinkEvent::Reply, "0F02!0"}}));
     EXPECT_TRUE(link.IsOpen());
 }
@@ -138,7 +94,7 @@ TEST_F(BridgeLinkTest, ALineThatBelongsToNoCommandEndsTheConnection)
         ASSERT_TRUE(link.Open("")) << why;
         events.clear();
         link.Send("20");
-        port.Say(said);
+        connection.onBytes(said);
         EXPECT_FALSE(link.IsOpen() || port.IsOpen()) << why;
         EXPECT_EQ(link.LastError(), words) << why;
         ASSERT_EQ(events.size(), 1U) << why;
@@ -150,10 +106,12 @@ TEST_F(BridgeLinkTest, ALineThatBelongsToNoCommandEndsTheConnection)
     ASSERT_TRUE(link.Open(""));
     events.clear();
     link.Send("20");
-    port.HangUp();
-    EXPECT_EQ(events, (Events{{LinkEvent::CommunicationError, "gone"}}));
+    connection.HangUp();
+    EXPECT_EQ(events, (Events{{LinkEvent::CommunicationError, "the server has closed the connection"}}));
     EXPECT_EQ(link.Failure(), PortFailure::Disconnected);
+    connection.refusal = PortFailure::Refused;
     EXPECT_FALSE(link.Open(""));
+    EXPECT_EQ(link.Failure(), PortFailure::Refused);
     events.clear();
     link.Send("20");
     EXPECT_EQ(events, (Events{{LinkEvent::CommunicationError, "the line is closed"}}));
@@ -165,24 +123,17 @@ TEST_F(BridgeLinkTest, DriversWorkOverIt)
     Comms comms(loop, {&link, nullptr, nullptr, nullptr});
     std::vector<std::string> watched;
     link.watcher = [&](const LineTraffic& traffic) { watched.push_back(FrameMeaning(traffic)); };
-    const std::map<std::string, std::string> replies{
-        {"$9904!0\n", "\xA7m$9904!0!0\n"}, {"$9904!1\n", "\xA7rno\n"}, {"$9904!2\n", "\xA7tno\n"}};
-    port.answer = [&](const std::string& line) {
-        loop.After(milliseconds(5), [this, reply = replies.at(line)] { port.Say(reply); });
-    };
+    connection.answers = {{"$9904!0\n", "\xA7m$9904!0!0\n"},
+                          {"$9904!1\n", "\xA7rno\n"},
+                          {"$9904!2\n", "\xA7tno\n"},
+                          {"$9911\n", "\xA7m$9911!0\n"}};
     EXPECT_TRUE(SendLineMode(comms, {1, "9600,n,7,1", 0}, '0').IsDone());
-    port.answer = [&](const std::string& line) {
-        loop.After(milliseconds(5), [this, line, &replies] {
-            const auto reply = replies.find(line);
-            port.Say(reply == replies.end() ? "\xA7m$9911!0\n" : reply->second);
-        });
-    };
     EXPECT_EQ(SendLineMode(comms, {1, "", 0}, '1').failure.number, 0x800400E3U);
     EXPECT_EQ(SendLineMode(comms, {1, "", 0}, '2').failure.number, 0x800400E0U);
     EXPECT_EQ(watched, (std::vector<std::string>{"command $9904!0", "reply $9904, 0", "command $9904!1",
                                                  "command rejected: no", "command $9911", "reply $9911",
                                                  "command $9904!2", "no answer: no"}));
-    port.device = "/dev/ttyS0";
+    port.SetDevice("/dev/ttyS0");
     EXPECT_EQ(SendLineMode(comms, {1, "9600,n,7,1", 0}, '0').failure.port, PortFailure::SevenBits)
         << "another device is spoken to in another way";
 }

@@ -34,6 +34,8 @@ Descriptor Socket(std::uint16_t& number, bool connects)
     return made;
 }
 
+constexpr const char* Ser2netPath = "/usr/sbin/ser2net";
+
 class LineServersTest : public testing::Test {
 protected:
     LineServersTest()
@@ -43,6 +45,11 @@ protected:
         if (line.size() > 3)
             device = line.substr(2, line.size() - 3);
     }
+    void SetUp() override
+    {
+        for (const char* program : {Ser2netPath, "/usr/bin/socat"})
+            ASSERT_EQ(access(program, X_OK), 0) << program << " is missing, see packaging/packages.txt";
+    }
     ~LineServersTest() override { std::filesystem::remove(file); }
 
     std::string Port() const { return std::to_string(number); }
@@ -51,7 +58,7 @@ protected:
     {
         std::ofstream(file) << "connection: &line\n  accepter: " << accepter << ",tcp,127.0.0.1," << Port()
                             << "\n  connector: serialdev," << device << ",9600n81,local\n";
-        return ChildProgram({"/usr/sbin/ser2net", "-n", "-u", "-c", file});
+        return ChildProgram({Ser2netPath, "-n", "-u", "-c", file});
     }
 
     // What the command says on both its outputs, once the server listens and is done with the last one.
