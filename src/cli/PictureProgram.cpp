@@ -18,8 +18,6 @@
 #include "picture/PictureRecords.h"
 #include "platform/posix/Descriptor.h"
 
-extern char** environ;
-
 namespace kelvora {
 
 namespace {
@@ -65,6 +63,7 @@ pid_t Spawn(const std::string& program, const std::vector<std::string>& argument
     posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
     std::vector<std::string> texts(arguments);
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (std::string& text : texts)
         pointers.push_back(text.data());
     pointers.push_back(nullptr);

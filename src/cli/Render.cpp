@@ -1,6 +1,7 @@
 #include "cli/Render.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -10,6 +11,7 @@
 #include "cli/RenderedFile.h"
 #include "cli/SetupNames.h"
 #include "flash/Backups.h"
+#include "platform/AsciiCase.h"
 
 namespace kelvora {
 
@@ -20,10 +22,13 @@ constexpr std::array<std::string_view, 3> Types{"svg", "png", "pdf"};
 // The type that a file's name stands for; empty for another ending.
 std::string_view TypeOf(std::string_view path)
 {
-    for (const std::string_view type : Types)
-        if (path.size() > type.size() && path.ends_with(type) && path[path.size() - type.size() - 1] == '.')
-            return type;
-    return {};
+    const std::size_t dot = path.rfind('.');
+    if (dot == std::string_view::npos)
+        return {};
+    const std::string_view ending = path.substr(dot + 1);
+    const auto* const type = std::ranges::find_if(
+        Types, [&](std::string_view known) { return std::ranges::equal(known, ending, {}, {}, AsciiLower); });
+    return type == Types.end() ? std::string_view() : *type;
 }
 
 int Misused(Console& console, std::string_view text)

@@ -1,6 +1,6 @@
 // What the bytes of the module protocol say, in English, for the line monitor: "enquiry", "read address 2,
-// EEPROM 00AA, 8 bytes", "reply of address 2: AA 55 BF ...". Frames are told in eeprom/ModuleFrame.h,
-// requests in eeprom/ModuleMemory.h.
+// EEPROM 00AA, 8 bytes", "reply, EEPROM AA 55 BF ...". Frames are told in eeprom/ModuleFrame.h, requests in
+// eeprom/ModuleRequest.h.
 #pragma once
 
 #include <string>

@@ -7,7 +7,7 @@ namespace kelvora::manual {
 
 namespace {
 
-// In single quotes. What ends a part of a specification is escaped where it stands inside one.
+// In single quotes. What ends a part of an option's line is escaped where it stands inside one.
 std::string Quoted(std::string_view text)
 {
     std::string quoted("'");

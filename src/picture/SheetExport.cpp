@@ -29,8 +29,8 @@ std::string Filters(const MessageCatalogue& catalogue)
     std::string filters;
     for (const TypeRow& row : Types) {
         const std::string pattern = "*" + std::string(row.ending);
-        filters +=
-            (filters.empty() ? "" : "|") + catalogue.Caption(row.filter) + " (" + pattern + ")|" + pattern;
+        filters.append(filters.empty() ? "" : "|").append(catalogue.Caption(row.filter));
+        filters.append(" (").append(pattern).append(")|").append(pattern);
     }
     return filters;
 }

@@ -112,6 +112,15 @@ TEST(Help, SectionsAreFoundByAllTheirWords)
     }
 }
 
+TEST(Help, WordsAreMarkedWhereTheyStandWithTheirAccents)
+{
+    const auto places = HelpIndex::PlacesOf("puo", QString::fromUtf8("Si pu\xC3\xB2, PUO'"));
+    ASSERT_EQ(places.size(), 2);
+    EXPECT_EQ(places[0].first, 3);
+    EXPECT_EQ(places[0].length, 3);
+    EXPECT_EQ(places[1].first, 8);
+}
+
 class HelpForm : public MainWindowFixture {
 protected:
     HelpForm()

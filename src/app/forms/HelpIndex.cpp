@@ -68,4 +68,20 @@ QStringList HelpIndex::Words(const QString& text)
     return Folded(text).split(' ', Qt::SkipEmptyParts);
 }
 
+QList<HelpIndex::Place> HelpIndex::PlacesOf(const QString& word, const QString& text)
+{
+    // Folding may make more or fewer characters of one: each remembers where it comes from.
+    QString folded;
+    QList<int> origin;
+    for (int i = 0; i < text.size(); ++i)
+        for (const QChar c : Folded(text.mid(i, 1))) {
+            folded += c;
+            origin.append(i);
+        }
+    QList<Place> places;
+    for (auto at = folded.indexOf(word); at >= 0; at = folded.indexOf(word, at + word.size()))
+        places.append({origin[at], origin[at + word.size() - 1] - origin[at] + 1});
+    return places;
+}
+
 }  // namespace kelvora

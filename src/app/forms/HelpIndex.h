@@ -28,8 +28,15 @@ public:
     /// The text as it is compared: without capitals and accents.
     static QString Folded(const QString& text);
 
-    /// The words of a search.
+    /// The words of a search, folded.
     static QStringList Words(const QString& text);
+
+    /// Where a folded word stands in a text as it is shown.
+    struct Place {
+        int first;
+        int length;
+    };
+    static QList<Place> PlacesOf(const QString& word, const QString& text);
 
 private:
     void ReadPage(const QString& path);

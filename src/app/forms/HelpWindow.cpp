@@ -191,11 +191,15 @@ void HelpWindow::MarkWords()
     QTextCharFormat format;
     format.setBackground(palette().highlight());
     format.setForeground(palette().highlightedText());
-    for (const QString& word : search_->text().split(' ', Qt::SkipEmptyParts)) {
-        QTextCursor cursor = browser_->document()->find(word);
-        for (; !cursor.isNull(); cursor = browser_->document()->find(word, cursor))
-            marks.append({cursor, format});
-    }
+    const QStringList words = HelpIndex::Words(search_->text());
+    for (QTextBlock block = browser_->document()->begin(); block.isValid(); block = block.next())
+        for (const QString& word : words)
+            for (const auto& [first, length] : HelpIndex::PlacesOf(word, block.text())) {
+                QTextCursor cursor(block);
+                cursor.setPosition(block.position() + first);
+                cursor.setPosition(block.position() + first + length, QTextCursor::KeepAnchor);
+                marks.append({cursor, format});
+            }
     browser_->setExtraSelections(marks);
 }
 

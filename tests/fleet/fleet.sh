@@ -1,0 +1,89 @@
+#!/usr/bin/env bash
+# fleet.sh PROGRAMS PLAYBOOK: three tills on this machine, of which one has other modules and one no line.
+set -euo pipefail
+programs=$1
+playbook=$2
+command -v ansible-playbook >/dev/null || exit 77
+
+work=$(mktemp -d)
+trap 'kill $(jobs -p) 2>/dev/null || true; wait; rm -rf "$work"' EXIT
+export ANSIBLE_LOCALHOST_WARNING=False ANSIBLE_NOCOWS=1 ANSIBLE_HOME=$work/ansible ASAN_OPTIONS=detect_leaks=0
+export XDG_DATA_HOME=$work/data XDG_CONFIG_HOME=$work/config LC_ALL=C.UTF-8
+export TMPDIR=$work/tmp
+mkdir "$TMPDIR"
+cd "$work"
+
+# bench NAME MODULES: plays a till's devices and prints the name of their line.
+bench() {
+    "$programs/kelvora-bench" --unpaced --modules "$2" >"$1.line" 2>"$1.err" &
+    for _ in {1..100}; do
+        if [[ -s $1.line ]]; then
+            sed -n '1s/^1[^/]*//p' "$1.line"
+            return
+        fi
+        sleep 0.1
+    done
+    cat "$1.err" >&2
+    return 1
+}
+bench good km096,km064 >good.device
+bench other km096 >other.device
+
+# run ACTION: also where tills fail.
+run() {
+    ansible-playbook -i inventory.yml "$playbook" -e "kelvora_action=$1" >"$1.log" 2>&1 || true
+}
+
+# expect TILL QUERY VALUE: of the last run's result.
+expect() {
+    local found
+    found=$(python3 -c 'import json, sys; print(eval("of" + sys.argv[2], {"of": json.load(open(sys.argv[1]))}))' \
+        "results/$1.json" "$2") || found="no result"
+    if [[ $found != "$3" ]]; then
+        printf '%s%s is %s, not %s\n' "$1" "$2" "$found" "$3"
+        cat ./*.log
+        exit 1
+    fi
+}
+
+mkdir setups
+"$programs/kelvora-cli" scan --line "1=$(cat good.device)" -o setups/good.dat
+sed 's/^Fiscal = YES/Fiscal = NO/' setups/good.dat >changed.dat
+if cmp -s changed.dat setups/good.dat; then exit 1; fi
+mv changed.dat setups/good.dat
+cp setups/good.dat setups/other.dat
+cp setups/good.dat setups/absent.dat
+cat >inventory.yml <<INVENTORY
+tills:
+  vars:
+    ansible_connection: local
+    ansible_python_interpreter: "{{ ansible_playbook_python }}"
+    kelvora_command: [$programs/kelvora-cli]
+    kelvora_results: $work/results
+    kelvora_setup: $work/setups/{{ inventory_hostname }}.dat
+    kelvora_tries: 2
+    kelvora_pause: 0
+  hosts:
+    good: {kelvora_line: "1=$(cat good.device)"}
+    other: {kelvora_line: "1=$(cat other.device)"}
+    absent: {kelvora_line: "1=$work/none"}
+INVENTORY
+
+run check
+expect good '["exit"]' 0
+expect absent '["exit"]' 0
+run verify
+expect good '["result"]["outcome"]' different
+run download
+expect good '["result"]["device"]' new
+expect other '["result"]["reason"]' refused
+expect other '["tries"]' 1
+expect absent '["exit"]' 3
+expect absent '["tries"]' 2
+grep -q 'other.*failed=1' download.log
+run verify
+expect good '["exit"]' 0
+run download
+expect good '["result"]["device"]' same
+# Nothing is left on the tills' machines.
+[[ -z $(find "$TMPDIR" -name till.dat) ]]
