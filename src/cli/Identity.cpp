@@ -80,7 +80,9 @@ public:
         const auto missing = AddressesNotRead(memory_, wanted);
         const auto blocks = BlocksForTheLine(memory_, wanted);
         if (blocks.empty())
-            return Fail(English(Message::EepromNotOnLine) + AddressList(missing));
+            return Fail((copy ? English(Message::EepromNotOnLine)
+                              : "nothing was written: these addresses were not read from this line: ") +
+                        AddressList(missing));
         WriteSurroundings surroundings{prompt_,       catalogue_,           line_.files, request_.folder,
                                        request_.port, protocol_.Settings(), LocalTime(), {}};
         surroundings.ask = [this](const WriteQuestion& question) { return Ask(question); };
@@ -88,7 +90,7 @@ public:
             surroundings.remarks = {DescribeCopy(catalogue_, *copy), DescribeLeftOut(catalogue_, missing)};
         const WriteResult result = WriteIdentities(memory_, blocks, surroundings);
         if (result.outcome == WriteOutcome::Declined)
-            return Fail("nothing was written");
+            return Fail(isStopped_ ? "the work was stopped; nothing was written" : "nothing was written");
         if (result.outcome == WriteOutcome::NotSaved)
             return ExitCode::Rejected;
         const int exitCode = TellWritten(result, blocks);
@@ -98,17 +100,26 @@ public:
 private:
     std::string English(const MessageId& message) const { return catalogue_.Word(message); }
 
-    // Where nobody is asked it still says what it writes.
+    // The last moment at which a stop is heard: modules that are written are written all.
     bool Ask(const WriteQuestion& question)
     {
-        if (!line_.ask) {
-            std::string table = Utf8FromText(question.table);
-            std::erase(table, '\r');
-            console_.err << table << "\n";
-            return true;
-        }
-        return prompt_.Show(ProductName, question.table + "\r\n\r\n" + question.text,
-                            {BoxIcon::Exclamation, BoxButtons::YesNo, Answer::No}) == Answer::Yes;
+        const bool isWanted =
+            line_.ask ? prompt_.Show(ProductName, question.table + "\r\n\r\n" + question.text,
+                                     {BoxIcon::Exclamation, BoxButtons::YesNo, Answer::No}) == Answer::Yes
+                      : Tell(question);
+        isStopped_ = line_.stopRequested && line_.stopRequested();
+        return isWanted && !isStopped_;
+    }
+
+    // Where nobody is asked it still says what it writes: all but the question.
+    bool Tell(const WriteQuestion& question)
+    {
+        const std::size_t end = question.text.rfind("\r\n");
+        std::string text = end == std::string::npos ? std::string() : question.text.substr(0, end + 2);
+        text = Utf8FromText(text + question.table);
+        std::erase(text, '\r');
+        console_.err << text << "\n";
+        return true;
     }
 
     int Fail(std::string_view reason)
@@ -166,7 +177,11 @@ private:
         const auto differ = AddressesThatDiffer(memory_, blocks);
         if (!differ.empty())
             Fail(English(Message::EepromDiffers) + AddressList(differ));
-        return differ.empty() && AddressesNotRead(memory_, blocks).empty() ? ExitCode::Done : ExitCode::Line;
+        if (!differ.empty() || !AddressesNotRead(memory_, blocks).empty())
+            return ExitCode::Line;
+        if (!result.failed.empty())
+            console_.err << DiagnosticLine("read again, the modules hold what was to be written");
+        return ExitCode::Done;
     }
 
     const IdentityRequest& request_;
@@ -177,6 +192,7 @@ private:
     ConsolePrompt prompt_;
     ModuleProtocol protocol_;
     ModuleMemory memory_{protocol_};
+    bool isStopped_ = false;
 };
 
 int WriteIdentity(const IdentityRequest& request, const IdentityLine& line, Console& console)

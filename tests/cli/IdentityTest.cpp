@@ -25,6 +25,7 @@ protected:
                                       {port, loop, files, [this] { return stop; },
                                        [&](const std::string& question) {
                                            questions.push_back(question);
+                                           stop = stopsWhileAsked;
                                            return answer;
                                        }},
                                       console);
@@ -35,6 +36,7 @@ protected:
     FakeEventLoop loop;
     ScriptedPort port{loop};
     bool stop = false;
+    bool stopsWhileAsked = false;
     std::vector<std::string> questions;
 };
 
@@ -65,6 +67,16 @@ TEST_F(IdentityCli, PrintsTheModules)
         "kelvora-cli: /dev/ttyS0: Another program holds the port. Close that program, then try again.\n");
     port.SetDevice("bridge:a:1");
     EXPECT_THAT(Run({}).err, HasSubstr("bridge:a:1: A bridge stands behind this line."));
+}
+
+TEST_F(IdentityCli, AStopIsHeardUntilTheFirstByteIsWritten)
+{
+    stopsWhileAsked = true;
+    const CliResult stopped = Run({Action::Write, 1, "km64"}, true);
+    EXPECT_EQ(stopped.exitCode, 3);
+    EXPECT_EQ(stopped.err, "kelvora-cli: the work was stopped; nothing was written\n");
+    EXPECT_EQ(std::ranges::count(port.written, Request), 0);
+    EXPECT_EQ(files.List(folder + "/saved"), std::vector<std::string>());
 }
 
 TEST_F(IdentityCli, WritesAfterAYesAndRestores)
