@@ -101,7 +101,8 @@ TEST_F(LineServersTest, AnRfc2217ServerCarriesAllThatAWireDoes)
 
 TEST_F(LineServersTest, ARawServerCarriesCommandsAlone)
 {
-    const ChildProgram server({"socat", "TCP-LISTEN:" + Port() + ",bind=127.0.0.1,reuseaddr,fork",
+    const ChildProgram server({"socat",
+                               "TCP-LISTEN:" + Port() + ",bind=127.0.0.1,reuseaddr,fork,max-children=1",
                                "FILE:" + device + ",raw,echo=0,b9600"});
     const std::string scanned = Cli(Scan, "tcp");
     EXPECT_THAT(scanned, StartsWith("KM064 "));
