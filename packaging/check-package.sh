@@ -20,7 +20,7 @@ if ! unshare --mount --propagation private mount --bind /dev /mnt 2>/dev/null; t
     exit 0
 fi
 
-bare=$(mktemp -d "${TMPDIR:-/tmp}/kelvora-root.XXXXXX")
+bare=$(mktemp -d)
 chmod 755 "$bare"
 trap 'rm -rf --one-file-system "$bare"' EXIT
 log=$bare.log
@@ -50,7 +50,7 @@ unshare --mount --propagation private bash -euc '
     for folder in proc sys dev dev/pts; do
         mount --bind "/$folder" "$bare/$folder"
     done
-    exec chroot "$bare" env -i HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 \
+    exec chroot "$bare" env -i HOME=/ PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 \
         ${http_proxy:+http_proxy="$http_proxy"} ${https_proxy:+https_proxy="$https_proxy"} \
         bash /tmp/check-installed.sh /tmp/kelvora.deb'
 say "The package installs, works, and leaves nothing behind."

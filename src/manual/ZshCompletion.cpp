@@ -51,33 +51,34 @@ std::string Action(const OptionText& option)
     return "_files -g \"*.(#i)(" + Joined(FileEndings(option.kind), "|") + ")(-.)\"";
 }
 
-std::string ValueSpec(const OptionText& option)
+std::string ValueEntry(const OptionText& option)
 {
     return ":" + Escaped(option.value, ":\\") + ":" + Action(option);
 }
 
-std::string OptionSpec(const OptionText& option)
+std::string OptionEntry(const OptionText& option)
 {
     const bool hasValue = !option.value.empty();
-    const std::string after = "[" + Escaped(option.help, "[]:\\") + "]" + (hasValue ? ValueSpec(option) : "");
+    const std::string after =
+        "[" + Escaped(option.help, "[]:\\") + "]" + (hasValue ? ValueEntry(option) : "");
     // An option that can come once is not offered again under its other name.
     const std::string before = option.isRepeated ? "*" : "(" + Joined(option.names, " ") + ")";
-    std::string specs;
+    std::string entries;
     for (const std::string& name : option.names) {
-        std::string spec = before + name;
+        std::string entry = before + name;
         if (hasValue)
-            spec += name.starts_with("--") ? '=' : '+';
-        specs += " \\\n        " + Quoted(spec += after);
+            entry += name.starts_with("--") ? '=' : '+';
+        entries += " \\\n        " + Quoted(entry += after);
     }
-    return specs;
+    return entries;
 }
 
-std::string ArgumentSpec(const OptionText& argument)
+std::string ArgumentEntry(const OptionText& argument)
 {
     std::string_view before = argument.isRequired ? "" : ":";
     if (argument.isRepeated)
         before = "*";
-    return " \\\n        " + Quoted(std::string(before) + ValueSpec(argument));
+    return " \\\n        " + Quoted(std::string(before) + ValueEntry(argument));
 }
 
 std::string StepsBelow(const CommandText& command, const std::string& function)
@@ -113,9 +114,9 @@ std::string Function(const CommandText& command, const std::string& name)
             "opt_args\n";
     text += std::string("    _arguments ") + (command.commands.empty() ? "" : "-C ") + "-s -S";
     for (const OptionText& option : command.options)
-        text += OptionSpec(option);
+        text += OptionEntry(option);
     for (const OptionText& argument : command.arguments)
-        text += ArgumentSpec(argument);
+        text += ArgumentEntry(argument);
     text += command.commands.empty() ? "\n" : StepsBelow(command, name);
     text += "}\n\n";
     for (const CommandText& below : command.commands)

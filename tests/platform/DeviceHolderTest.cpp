@@ -40,7 +40,7 @@ protected:
     }
 
     fs::path root = [] {
-        std::string name = testing::TempDir() + "kelvora-holder-XXXXXX";
+        std::string name = testing::TempDir() + "kelvora-holder-" + std::string(6, 'X');
         return fs::path(mkdtemp(name.data()));
     }();
 };
