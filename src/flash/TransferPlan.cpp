@@ -136,7 +136,7 @@ std::optional<TransferRefusal> RefusalFor(const WantedContent& wanted)
 
 std::optional<TransferRefusal> RefusalFor(const WantedContent& wanted, std::string_view deviceMap)
 {
-    if (const auto refusal = RefusalFor(wanted))
+    if (auto refusal = RefusalFor(wanted))
         return refusal;
     if (const auto position = UnknownPosition(deviceMap))
         return TransferRefusal{Reason::UnknownModule, *position, std::nullopt, {}, {}};
