@@ -40,15 +40,6 @@ SheetBlock BlockOf(const MessageCatalogue& catalogue, const ModuleRecord& record
     return block;
 }
 
-std::string UnknownCodes(const SetupDocument& document)
-{
-    std::string codes;
-    for (const char code : document.DeviceMap)
-        if (KindOf(static_cast<std::uint8_t>(code)) == ModuleKind::None)
-            codes += code;
-    return codes;
-}
-
 }  // namespace
 
 std::vector<SheetBlock> SheetBlocks(const SetupDocument& document, const MessageCatalogue& catalogue)
@@ -60,7 +51,7 @@ std::vector<SheetBlock> SheetBlocks(const SetupDocument& document, const Message
                 BlockOf(catalogue, record, blocks.size() + 1, FirstKeyNumber(record.Kind, document.Modules)));
         AppendFacts(catalogue, record, blocks.back());
     }
-    if (const std::string codes = UnknownCodes(document); !codes.empty())
+    if (const std::string codes = UnknownDeviceCodes(document); !codes.empty())
         blocks.push_back(
             {Utf8FromText(Describe(catalogue, ModuleOption{SetupDifference::What::UnknownModules, 0, codes})),
              {},

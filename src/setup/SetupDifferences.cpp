@@ -58,15 +58,6 @@ std::string CommonKinds(const std::vector<Placed>& modules, const std::vector<Pl
     return kinds;
 }
 
-std::string UnknownCodes(const SetupDocument& document)
-{
-    std::string codes;
-    for (const char code : document.DeviceMap)
-        if (KindOf(static_cast<std::uint8_t>(code)) == ModuleKind::None)
-            codes += code;
-    return codes;
-}
-
 // An option's place in the option text of a kind.
 struct OptionField {
     What what;
@@ -159,7 +150,7 @@ std::vector<SetupDifference> CompareSetups(const SetupDocument& before, const Se
     AppendUnmatched(What::Removed, old, now, differences);
     AppendUnmatched(What::Added, now, old, differences);
     AppendChanged(What::Order, CommonKinds(old, now), CommonKinds(now, old), differences);
-    AppendChanged(What::UnknownModules, UnknownCodes(before), UnknownCodes(after), differences);
+    AppendChanged(What::UnknownModules, UnknownDeviceCodes(before), UnknownDeviceCodes(after), differences);
     for (const Placed& module : now)
         if (const Placed* const counterpart = Counterpart(module, old)) {
             CompareOptions(*counterpart->record, *module.record, differences);

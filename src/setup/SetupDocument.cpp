@@ -149,6 +149,15 @@ bool HasRepeatedKind(const ModuleList& modules)
     return false;
 }
 
+std::string UnknownDeviceCodes(const SetupDocument& document)
+{
+    std::string codes;
+    for (const char code : document.DeviceMap)
+        if (KindOf(static_cast<std::uint8_t>(code)) == ModuleKind::None)
+            codes += code;
+    return codes;
+}
+
 std::int16_t FirstKeyNumber(ModuleKind kind, const ModuleList& modules)
 {
     int number = 1;

@@ -54,6 +54,9 @@ bool ChangeDeviceCode(std::string& deviceMap, ModuleRecord& record, std::uint8_t
 /// Whether two records are of one kind; a window could only show one of them.
 bool HasRepeatedKind(const ModuleList& modules);
 
+/// The device codes of a scanned line that stand for no kind, in their order.
+std::string UnknownDeviceCodes(const SetupDocument& document);
+
 /// The number of the first key of the first module of that kind: 1 + rows x columns of the keyboards
 /// (KM096, KM064, ICCR) before it; after all of them when there is none of that kind.
 std::int16_t FirstKeyNumber(ModuleKind kind, const ModuleList& modules);
