@@ -5,6 +5,7 @@
 #include "comms/PortTrial.h"
 #include "comms/Reply.h"
 #include "platform/Encoding.h"
+#include "platform/PortName.h"
 
 namespace kelvora {
 
@@ -65,7 +66,7 @@ LineErrorText DescribeLineFailure(const MessageCatalogue& catalogue, const LineT
                                   const LineResult& result)
 {
     const LineFailure& failure = result.failure;
-    LineErrorText text{PortFailureText(failure.port), "COM" + std::to_string(target.line)};
+    LineErrorText text{PortFailureText(failure.port), PortName(target.line)};
     if (!failure.device.empty())
         text.extra += " (" + TextFromPath(failure.device) + ")";
     text.extra += ": " + target.settings;

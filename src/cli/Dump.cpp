@@ -7,8 +7,9 @@
 #include "cli/FlashJson.h"
 #include "cli/LineReport.h"
 #include "cli/LineRun.h"
-#include "flash/Backups.h"
+#include "flash/BackupTitle.h"
 #include "flash/DumpText.h"
+#include "platform/LocalTime.h"
 #include "platform/posix/PosixFiles.h"
 
 namespace kelvora {
@@ -29,7 +30,7 @@ int Dump(const DumpRequest& request, Console& console, LineAccess& access)
         return ExitCode::Line;
     }
     const FlashImage image = ImageFrom(read.image).value();
-    const std::string title = BackupTitle({target.line, Backups::LocalTime()});
+    const std::string title = BackupTitle({target.line, LocalTime()});
     const std::string dump = FormatDeviceMapDump({title, read.deviceMap}) + FormatDump(0, image);
     if (!request.output.empty()) {
         try {

@@ -13,6 +13,7 @@
 #include "eeprom/IdentityWrite.h"
 #include "platform/AsciiCase.h"
 #include "platform/Encoding.h"
+#include "platform/LocalTime.h"
 
 namespace kelvora {
 

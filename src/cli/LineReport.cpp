@@ -6,11 +6,6 @@
 
 namespace kelvora {
 
-std::string PortName(int port)
-{
-    return "COM" + std::to_string(port);
-}
-
 namespace {
 
 std::string Parted(std::string line)

@@ -8,11 +8,9 @@
 #include "cli/Console.h"
 #include "cli/LineAccess.h"
 #include "comms/LineDrivers.h"
+#include "platform/PortName.h"
 
 namespace kelvora {
-
-/// "COM1".
-std::string PortName(int port);
 
 /// A text of the windows as one line of UTF-8. Where a line ended without a mark "; " parts it from the next.
 std::string OneLineText(std::string_view text);

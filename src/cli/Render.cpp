@@ -2,34 +2,19 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <array>
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "cli/PictureProgram.h"
 #include "cli/RenderFolder.h"
 #include "cli/RenderedFile.h"
 #include "cli/SetupNames.h"
-#include "flash/Backups.h"
-#include "platform/AsciiCase.h"
+#include "cli/posix/PictureProgram.h"
+#include "picture/PictureType.h"
+#include "platform/LocalTime.h"
 
 namespace kelvora {
 
 namespace {
-
-constexpr std::array<std::string_view, 3> Types{"svg", "png", "pdf"};
-
-// The type that a file's name stands for; empty for another ending.
-std::string_view TypeOf(std::string_view path)
-{
-    const std::size_t dot = path.rfind('.');
-    if (dot == std::string_view::npos)
-        return {};
-    const std::string_view ending = path.substr(dot + 1);
-    const auto* const type = std::ranges::find_if(
-        Types, [&](std::string_view known) { return std::ranges::equal(known, ending, {}, {}, AsciiLower); });
-    return type == Types.end() ? std::string_view() : *type;
-}
 
 int Misused(Console& console, std::string_view text)
 {
@@ -65,19 +50,18 @@ std::vector<std::string> Pages(const std::vector<RenderedFile>& files, std::chro
     return pages;
 }
 
-std::string PictureOf(const std::vector<std::string>& pages, const std::string& type,
-                      const RenderRequest& request)
+std::string PictureOf(const std::vector<std::string>& pages, PictureType type, const RenderRequest& request)
 {
-    if (type == "svg")
+    if (type == PictureType::Svg)
         return pages.front();
     return MakePictures(request.program, type, {&pages, 1}).front();
 }
 
-int RenderOne(const RenderRequest& request, const std::string& type, Console& console)
+int RenderOne(const RenderRequest& request, PictureType type, Console& console)
 {
     std::vector<RenderedFile> files = ReadAll(request, console);
     const std::vector<std::string> pages = Pages(files, request.now);
-    if (files.size() > 1 && type != "pdf")
+    if (files.size() > 1 && type != PictureType::Pdf)
         return Misused(console, "several setups need a PDF or --output-folder");
     if (!pages.empty()) {
         const std::string picture = PictureOf(pages, type, request);
@@ -96,18 +80,17 @@ int RenderOne(const RenderRequest& request, const std::string& type, Console& co
 
 int Render(const RenderRequest& request, Console& console)
 {
-    const std::string_view ending = TypeOf(request.output);
+    const auto ending = PictureTypeOf(request.output);
+    const auto wanted = PictureTypeNamed(request.type);
     if (!request.output.empty() && !request.outputFolder.empty())
         return Misused(console, "either --output or --output-folder");
-    if (!request.output.empty() && ending.empty())
+    if (!request.output.empty() && !ending)
         return Misused(console, "expected a name that ends in .svg, .png or .pdf: " + request.output);
-    if (!ending.empty() && !request.type.empty() && request.type != ending)
+    if (ending && wanted && wanted != ending)
         return Misused(console, "the name and --type do not agree: " + request.output);
     if (request.json && request.output.empty() && request.outputFolder.empty())
         return Misused(console, "--json needs --output or --output-folder");
-    std::string type = request.type.empty() ? std::string(ending) : request.type;
-    if (type.empty())
-        type = Types.front();
+    const PictureType type = wanted.value_or(ending.value_or(PictureType::Svg));
     return request.outputFolder.empty() ? RenderOne(request, type, console)
                                         : RenderFolder(request, type, console);
 }
@@ -130,7 +113,7 @@ void AddRenderCommand(CLI::App& app, Console& console, int& exitCode)
         ->type_name("FOLDER");
     command->add_option("--type", request->type, "svg, png or pdf; svg unless told")
         ->type_name("TYPE")
-        ->check(CLI::IsMember({"svg", "png", "pdf"}));
+        ->check(CLI::IsMember(std::vector<std::string>(PictureTypeNames.begin(), PictureTypeNames.end())));
     command->add_flag("--json", request->json, "Print an object a line for every file");
     command->footer(
         "A sheet is an A4 page: the modules, their options, and the keys with their numbers. A picture that "
@@ -138,7 +121,7 @@ void AddRenderCommand(CLI::App& app, Console& console, int& exitCode)
         "replaced is kept under its name and \".bak\".");
     command->callback([request, &console, &exitCode] {
         request->program = PictureProgram();
-        request->now = Backups::LocalTime();
+        request->now = LocalTime();
         exitCode = Render(*request, console);
     });
 }

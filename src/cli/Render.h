@@ -19,7 +19,7 @@ struct RenderRequest {
     std::string outputFolder;  ///< a picture a setup, named after its file; not together with `output`
     std::string type;          ///< "svg", "png" or "pdf"; when empty, as `output` ends, else SVG
     bool json = false;
-    std::string program;               ///< what makes PNG and PDF, see cli/PictureProgram.h
+    std::string program;               ///< what makes PNG and PDF, see cli/posix/PictureProgram.h
     std::chrono::local_seconds now{};  ///< the date on the sheets
 };
 

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "cli/OrderedWork.h"
-#include "cli/PictureProgram.h"
 #include "cli/RenderedFile.h"
+#include "cli/posix/PictureProgram.h"
 #include "platform/posix/PosixFiles.h"
 
 namespace kelvora {
@@ -25,7 +25,7 @@ std::string FileName(std::string_view path)
 }
 
 // The name of what is drawn of `path`, which was found under the name `given`, below the output folder.
-std::string PictureName(std::string_view path, std::string_view given, const std::string& type)
+std::string PictureName(std::string_view path, std::string_view given, PictureType type)
 {
     std::string name = FileName(path);
     if (path.size() > given.size() && path.starts_with(given)) {
@@ -35,13 +35,13 @@ std::string PictureName(std::string_view path, std::string_view given, const std
     const std::size_t dot = name.rfind('.');
     if (dot != std::string::npos && dot > name.rfind('/') + 1)
         name.resize(dot);
-    return name + "." + type;
+    return name.append(".").append(PictureTypeName(type));
 }
 
 // Finds the files and gives each the place of its picture.
 class BatchMaker {
 public:
-    BatchMaker(const RenderRequest& request, const std::string& type, std::istream& in,
+    BatchMaker(const RenderRequest& request, PictureType type, std::istream& in,
                OrderedBatches<RenderBatch>& batches)
         : request_(request), type_(type), in_(in), batches_(batches)
     {
@@ -80,7 +80,7 @@ private:
     }
 
     const RenderRequest& request_;
-    const std::string& type_;
+    PictureType type_;
     std::istream& in_;
     OrderedBatches<RenderBatch>& batches_;
     RenderBatch* batch_ = nullptr;
@@ -98,7 +98,7 @@ void Save(RenderedFile& file, const std::string& picture)
     }
 }
 
-void DrawBatch(RenderBatch& batch, const RenderRequest& request, const std::string& type)
+void DrawBatch(RenderBatch& batch, const RenderRequest& request, PictureType type)
 {
     std::vector<RenderedFile*> drawn;
     std::vector<std::vector<std::string>> sheets;
@@ -112,7 +112,7 @@ void DrawBatch(RenderBatch& batch, const RenderRequest& request, const std::stri
     if (drawn.empty())
         return;
     std::vector<std::string> pictures;
-    if (type != "svg")
+    if (type != PictureType::Svg)
         pictures = MakePictures(request.program, type, sheets);
     for (std::size_t i = 0; i < drawn.size(); ++i)
         Save(*drawn[i], pictures.empty() ? sheets[i].front() : pictures[i]);
@@ -120,7 +120,7 @@ void DrawBatch(RenderBatch& batch, const RenderRequest& request, const std::stri
 
 }  // namespace
 
-int RenderFolder(const RenderRequest& request, const std::string& type, Console& console)
+int RenderFolder(const RenderRequest& request, PictureType type, Console& console)
 {
     int exitCode = ExitCode::Done;
     RunOrdered<RenderBatch>(

@@ -7,6 +7,7 @@
 #include "platform/Blanks.h"
 #include "platform/Encoding.h"
 #include "platform/LineAddress.h"
+#include "platform/PortName.h"
 
 namespace kelvora {
 
@@ -16,7 +17,6 @@ namespace {
 constexpr std::size_t MaximumPath = 4096;
 
 constexpr std::string_view Section = "[PORTS]";
-constexpr std::string_view PortWord = "COM";
 constexpr std::string_view CommentMarks = ":';#";
 
 bool IsControl(char c)

@@ -1,7 +1,10 @@
 #include "eeprom/IdentityCopy.h"
 
-#include <array>
+#include <algorithm>
 #include <optional>
+
+#include "platform/LocalTime.h"
+#include "platform/PortName.h"
 
 namespace kelvora {
 
@@ -65,12 +68,6 @@ AddressedBlock TakeBlock(Lines& lines, const std::vector<AddressedBlock>& before
     return {address, *block};
 }
 
-std::string TimeText(const std::tm& time, const char* format)
-{
-    std::array<char, 32> text{};
-    return {text.data(), std::strftime(text.data(), text.size(), format, &time)};
-}
-
 }  // namespace
 
 std::string WriteIdentityCopy(const IdentityCopy& copy)
@@ -107,22 +104,13 @@ std::vector<AddressedBlock> BlocksRead(const ModuleMemory& memory)
     return blocks;
 }
 
-std::string DateText(const std::tm& time)
+std::string NewCopyPath(const Files& files, const std::string& folder, int port,
+                        std::chrono::local_seconds time)
 {
-    return TimeText(time, "%Y-%m-%d %H:%M:%S");
-}
-
-std::tm LocalTime()
-{
-    const std::time_t now = std::time(nullptr);
-    const std::tm* const local = std::localtime(&now);
-    return local ? *local : std::tm{};
-}
-
-std::string NewCopyPath(const Files& files, const std::string& folder, int port, const std::tm& time)
-{
-    const std::string start =
-        folder + "/identities-COM" + std::to_string(port) + TimeText(time, "-%Y%m%d-%H%M%S");
+    std::string date = LocalTimeText(time);
+    std::erase_if(date, [](char c) { return c == '-' || c == ':'; });
+    std::ranges::replace(date, ' ', '-');
+    const std::string start = folder + "/identities-" + PortName(port) + "-" + date;
     std::string path = start + ".txt";
     for (int number = 2; files.Exists(path); ++number)
         path = start + "-" + std::to_string(number) + ".txt";

@@ -5,8 +5,8 @@
 //   0: AA 55 D6 17 00 00 04 00        one line an address from 0 to 5, ascending
 #pragma once
 
+#include <chrono>
 #include <cstddef>
-#include <ctime>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -53,13 +53,8 @@ IdentityCopy ReadIdentityCopy(std::string_view text);
 /// The blocks that have been read from the addresses which can be written.
 std::vector<AddressedBlock> BlocksRead(const ModuleMemory& memory);
 
-/// "2025-01-31 14:25:30".
-std::string DateText(const std::tm& time);
-
-/// The time of day here.
-std::tm LocalTime();
-
 /// A path in `folder` for a copy of COM`port` at that time, of a file that is not there yet.
-std::string NewCopyPath(const Files& files, const std::string& folder, int port, const std::tm& time);
+std::string NewCopyPath(const Files& files, const std::string& folder, int port,
+                        std::chrono::local_seconds time);
 
 }  // namespace kelvora

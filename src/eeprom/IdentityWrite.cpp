@@ -5,6 +5,8 @@
 
 #include "app/ShowMessage.h"
 #include "platform/Encoding.h"
+#include "platform/LocalTime.h"
+#include "platform/PortName.h"
 
 namespace kelvora {
 
@@ -20,11 +22,11 @@ static_assert(ExpectedTexts.size() == static_cast<std::size_t>(CopyExpected::Nex
 
 std::string SaveCopy(const ModuleMemory& memory, const WriteSurroundings& surroundings)
 {
-    const std::string port = "COM" + std::to_string(surroundings.port);
     Files& files = surroundings.files;
     files.MakeFolder(surroundings.folder);
     std::string path = NewCopyPath(files, surroundings.folder, surroundings.port, surroundings.time);
-    files.Write(path, WriteIdentityCopy({DateText(surroundings.time), port + ": " + surroundings.settings,
+    files.Write(path, WriteIdentityCopy({LocalTimeText(surroundings.time),
+                                         PortName(surroundings.port) + ": " + surroundings.settings,
                                          BlocksRead(memory)}));
     return path;
 }

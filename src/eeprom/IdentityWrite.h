@@ -3,8 +3,8 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <cstddef>
-#include <ctime>
 #include <functional>
 #include <optional>
 #include <span>
@@ -52,7 +52,7 @@ struct WriteSurroundings {
     std::string folder;  ///< where the copy is saved; made when there is none
     int port = 1;        ///< COM1 = 1
     std::string settings;
-    std::tm time{};
+    std::chrono::local_seconds time{};
     std::function<bool(const WriteQuestion&)> ask;  ///< the user, true for Yes alone; must be set
     std::vector<std::string> remarks{};             ///< what the question tells besides
     std::function<void()> onWrite{};                ///< called before the first byte is written; may be empty

@@ -1,21 +1,14 @@
 #include "flash/BackupTitle.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
+
+#include "platform/LocalTime.h"
+#include "platform/PortName.h"
 
 namespace kelvora {
 
 namespace {
-
-constexpr std::string_view PortWord = "COM";
-
-// A number of two or more digits, led by zeros.
-std::string Padded(int number, std::size_t digits)
-{
-    const std::string text = std::to_string(number);
-    return std::string(digits - std::min(digits, text.size()), '0') + text;
-}
 
 // The number at the front of `text`, which loses it and the mark behind it; nothing where that does not stand
 // there.
@@ -36,15 +29,7 @@ std::optional<int> TakeNumber(std::string_view& text, std::string_view mark)
 
 std::string BackupTitle(const BackupOrigin& origin)
 {
-    const auto day = std::chrono::floor<std::chrono::days>(origin.time);
-    const std::chrono::year_month_day date(day);
-    const std::chrono::hh_mm_ss time(origin.time - day);
-    const auto number = [](auto part) { return static_cast<int>(static_cast<unsigned>(part)); };
-    const auto count = [](auto part) { return static_cast<int>(part.count()); };
-    return std::string(PortWord) + std::to_string(origin.port) + ", " +
-           Padded(static_cast<int>(date.year()), 4) + '-' + Padded(number(date.month()), 2) + '-' +
-           Padded(number(date.day()), 2) + ' ' + Padded(count(time.hours()), 2) + ':' +
-           Padded(count(time.minutes()), 2) + ':' + Padded(count(time.seconds()), 2);
+    return PortName(origin.port) + ", " + LocalTimeText(origin.time);
 }
 
 std::optional<BackupOrigin> OriginOf(std::string_view title)

@@ -1,7 +1,6 @@
 #include "flash/Backups.h"
 
 #include <algorithm>
-#include <ctime>
 #include <tuple>
 #include <utility>
 
@@ -73,17 +72,6 @@ std::vector<BackupEntry> Backups::List() const
 FlashDump Backups::Read(const std::string& path) const
 {
     return ReadDump(files_.Read(path));
-}
-
-std::chrono::local_seconds Backups::LocalTime()
-{
-    const std::time_t now = std::time(nullptr);
-    const std::tm* const parts = std::localtime(&now);
-    const std::chrono::year_month_day date{std::chrono::year(parts->tm_year + 1900),
-                                           std::chrono::month(static_cast<unsigned>(parts->tm_mon) + 1),
-                                           std::chrono::day(static_cast<unsigned>(parts->tm_mday))};
-    return std::chrono::local_days(date) + std::chrono::hours(parts->tm_hour) +
-           std::chrono::minutes(parts->tm_min) + std::chrono::seconds(parts->tm_sec);
 }
 
 }  // namespace kelvora

@@ -12,6 +12,7 @@
 #include "flash/BackupTitle.h"
 #include "flash/DumpText.h"
 #include "platform/Files.h"
+#include "platform/LocalTime.h"
 
 namespace kelvora {
 
@@ -48,9 +49,6 @@ public:
     FlashDump Read(const std::string& path) const;
 
     const std::string& Folder() const { return folder_; }
-
-    /// The time on this machine's clock, in its time zone.
-    static std::chrono::local_seconds LocalTime();
 
 private:
     Files& files_;

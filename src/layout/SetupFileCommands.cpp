@@ -106,13 +106,6 @@ SetupFile MakeSetupFile(std::string path)
     return {std::move(path), std::move(fileName)};
 }
 
-std::string LowerCase(std::string_view text)
-{
-    std::string lower(text);
-    std::ranges::transform(lower, lower.begin(), AsciiLower);
-    return lower;
-}
-
 std::string DisplayName(std::string_view path)
 {
     const std::string name = LowerCase(path.substr(NameStart(path)));

@@ -25,9 +25,6 @@ struct SetupFile {
 /// `path` as a window's file.
 SetupFile MakeSetupFile(std::string path);
 
-/// ASCII capitals as small letters.
-std::string LowerCase(std::string_view text);
-
 /// The display name of a file: without folder, lower-cased, cut before its first ".".
 std::string DisplayName(std::string_view path);
 

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "picture/PictureType.h"
+
 namespace kelvora::manual {
 
 namespace {
@@ -52,7 +54,7 @@ std::vector<std::string> FileEndings(ValueKind kind)
         case ValueKind::DumpFile:
             return {"mem"};
         case ValueKind::PictureFile:
-            return {"svg", "png", "pdf"};
+            return {PictureTypeNames.begin(), PictureTypeNames.end()};
         default:
             return {};
     }

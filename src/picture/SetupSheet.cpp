@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -14,6 +14,7 @@
 #include "picture/StripPicture.h"
 #include "picture/SvgDrawing.h"
 #include "platform/Encoding.h"
+#include "platform/LocalTime.h"
 
 namespace kelvora {
 
@@ -212,14 +213,8 @@ private:
 
 std::string SheetDate(std::chrono::local_seconds time)
 {
-    const auto day = std::chrono::floor<std::chrono::days>(time);
-    const std::chrono::year_month_day date(day);
-    const std::chrono::hh_mm_ss clock(time - day);
-    std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%04d-%02u-%02u %02d:%02d", static_cast<int>(date.year()),
-                  static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()),
-                  static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()));
-    return text.data();
+    constexpr std::size_t ToTheMinute = std::string_view("2026-03-09 07:05").size();
+    return LocalTimeText(time).substr(0, ToTheMinute);
 }
 
 std::string SetupSheet(const SetupDocument& document, const SheetHeading& heading,

@@ -2,10 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <optional>
 
 #include "app/ShowMessage.h"
-#include "layout/SetupFileCommands.h"
 #include "platform/Encoding.h"
 
 namespace kelvora {
@@ -14,21 +12,25 @@ namespace {
 
 struct TypeRow {
     PictureType type;
-    std::string_view ending;
     MessageId filter;
 };
 
 // In the order of the dialog's filters.
-constexpr std::array Types{TypeRow{PictureType::Pdf, ".pdf", Message::FilterPdf},
-                           TypeRow{PictureType::Png, ".png", Message::FilterPng},
-                           TypeRow{PictureType::Svg, ".svg", Message::FilterSvg}};
-static_assert(Types.size() == static_cast<std::size_t>(PictureType::Last) + 1);
+constexpr std::array Types{TypeRow{PictureType::Pdf, Message::FilterPdf},
+                           TypeRow{PictureType::Png, Message::FilterPng},
+                           TypeRow{PictureType::Svg, Message::FilterSvg}};
+static_assert(Types.size() == PictureTypeNames.size());
+
+std::string Ending(PictureType type)
+{
+    return "." + std::string(PictureTypeName(type));
+}
 
 std::string Filters(const MessageCatalogue& catalogue)
 {
     std::string filters;
     for (const TypeRow& row : Types) {
-        const std::string pattern = "*" + std::string(row.ending);
+        const std::string pattern = "*" + Ending(row.type);
         filters.append(filters.empty() ? "" : "|").append(catalogue.Caption(row.filter));
         filters.append(" (").append(pattern).append(")|").append(pattern);
     }
@@ -36,14 +38,14 @@ std::string Filters(const MessageCatalogue& catalogue)
 }
 
 // What the file's name says goes before what was chosen beside it.
-const TypeRow& TakeType(std::string& path, int filterIndex)
+PictureType TakeType(std::string& path, int filterIndex)
 {
-    for (const TypeRow& row : Types)
-        if (LowerCase(path).ends_with(row.ending))
-            return row;
+    if (const auto type = PictureTypeOf(path))
+        return *type;
     const auto chosen = static_cast<std::size_t>(std::clamp(filterIndex, 1, static_cast<int>(Types.size())));
-    path += Types.at(chosen - 1).ending;
-    return Types.at(chosen - 1);
+    const PictureType type = Types.at(chosen - 1).type;
+    path += Ending(type);
+    return type;
 }
 
 bool MayWrite(const Program& program, const std::string& path)
@@ -64,10 +66,10 @@ void ExportSheet(Program& program, const SheetExport& sheet,
     if (!choice)
         return;
     std::string path = choice->path;
-    const TypeRow& row = TakeType(path, choice->filterIndex);
+    const PictureType type = TakeType(path, choice->filterIndex);
     if (!MayWrite(program, path))
         return;
-    const std::string picture = convert(row.type, sheet.svg);
+    const std::string picture = convert(type, sheet.svg);
     if (picture.empty()) {
         program.Show(Message::PictureNotMade, {BoxIcon::Exclamation});
         return;

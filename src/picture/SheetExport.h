@@ -6,10 +6,9 @@
 #include <string>
 
 #include "app/Program.h"
+#include "picture/PictureType.h"
 
 namespace kelvora {
-
-enum class PictureType { Svg, Png, Pdf, Last = Pdf };
 
 /// The sheet of a window, and where it goes.
 struct SheetExport {

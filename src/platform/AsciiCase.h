@@ -1,6 +1,10 @@
 // Upper- and lower-casing of ASCII letters. Texts are bytes: every other code stays, whatever the locale.
 #pragma once
 
+#include <algorithm>
+#include <string>
+#include <string_view>
+
 namespace kelvora {
 
 constexpr char AsciiUpper(char c)
@@ -11,6 +15,13 @@ constexpr char AsciiUpper(char c)
 constexpr char AsciiLower(char c)
 {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+inline std::string LowerCase(std::string_view text)
+{
+    std::string lower(text);
+    std::ranges::transform(lower, lower.begin(), AsciiLower);
+    return lower;
 }
 
 }  // namespace kelvora

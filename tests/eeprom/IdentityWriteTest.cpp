@@ -9,17 +9,8 @@
 namespace kelvora {
 namespace {
 
-std::tm Afternoon()
-{
-    std::tm time{};
-    time.tm_year = 125;
-    time.tm_mon = 0;
-    time.tm_mday = 31;
-    time.tm_hour = 14;
-    time.tm_min = 25;
-    time.tm_sec = 30;
-    return time;
-}
+constexpr auto Afternoon = std::chrono::local_days{std::chrono::year{2025} / 1 / 31} +
+                           std::chrono::hours(14) + std::chrono::minutes(25) + std::chrono::seconds(30);
 
 const std::string CopyText =
     "Kelvora module identities\r\nDate 2025-01-31 14:25:30\r\nLine COM2: 9600,n,8,1\r\n"
@@ -99,7 +90,7 @@ protected:
                                 "/data",
                                 2,
                                 port.Settings(),
-                                Afternoon(),
+                                Afternoon,
                                 [this](const WriteQuestion& question) {
                                     asked.push_back(question);
                                     return yes;

@@ -3,6 +3,7 @@
 
 #include "forms/MainWindowFixture.h"
 #include "keymap/forms/frmKeyb.h"
+#include "platform/AsciiCase.h"
 
 namespace kelvora {
 namespace {

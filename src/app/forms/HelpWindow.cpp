@@ -15,6 +15,7 @@
 
 #include "app/forms/Icons.h"
 #include "platform/qt/Text.h"
+#include "platform/qt/WindowKeys.h"
 
 namespace kelvora {
 
@@ -117,18 +118,12 @@ void HelpWindow::MakeBar(const MessageCatalogue& catalogue)
 
 void HelpWindow::MakeKeys()
 {
-    const auto addKey = [this](const QList<QKeySequence>& keys, auto action) {
-        auto* const entry = new QAction(this);
-        entry->setShortcuts(keys);
-        connect(entry, &QAction::triggered, this, action);
-        addAction(entry);
-    };
-    addKey({QKeySequence::Find}, [this] {
+    AddKeys(*this, {QKeySequence::Find}, [this] {
         search_->setFocus();
         search_->selectAll();
     });
-    addKey({QKeySequence::Close}, [this] { close(); });
-    addKey({QKeySequence(Qt::Key_Escape)}, [this] { Escape(); });
+    AddKeys(*this, {QKeySequence::Close}, [this] { close(); });
+    AddKeys(*this, {QKeySequence(Qt::Key_Escape)}, [this] { Escape(); });
 }
 
 // The search goes first, then the window.

@@ -1,6 +1,5 @@
 #include "comms/forms/LineMonitorWindow.h"
 
-#include <QAction>
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -17,6 +16,7 @@
 
 #include "app/SaveTextAs.h"
 #include "platform/qt/Text.h"
+#include "platform/qt/WindowKeys.h"
 
 namespace kelvora {
 
@@ -68,10 +68,7 @@ LineMonitorWindow::LineMonitorWindow(Program& program, LineMonitor& monitor)
     connect(pause_, &QPushButton::toggled, this, [this] { Update(); });
     connect(clear_, &QPushButton::clicked, this, [this] { Clear(); });
     connect(save_, &QPushButton::clicked, this, [this] { SaveAs(); });
-    auto* const close = new QAction(this);
-    close->setShortcuts({QKeySequence(Qt::Key_Escape), QKeySequence::Close});
-    connect(close, &QAction::triggered, this, &QWidget::close);
-    addAction(close);
+    AddKeys(*this, {Qt::Key_Escape, QKeySequence::Close}, [this] { close(); });
     Retranslate();
     Update();
     monitor_.onChange = [this] { LineMonitor_Change(); };

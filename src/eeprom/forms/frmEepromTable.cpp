@@ -8,6 +8,7 @@
 #include "eeprom/forms/WriteQuestionDialog.h"
 #include "eeprom/forms/frmEeprom.h"
 #include "platform/Encoding.h"
+#include "platform/LocalTime.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {

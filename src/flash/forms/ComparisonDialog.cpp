@@ -1,6 +1,5 @@
 #include "flash/forms/ComparisonDialog.h"
 
-#include <QAction>
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -15,6 +14,7 @@
 #include "app/TransferTexts.h"
 #include "flash/forms/ImageTable.h"
 #include "platform/qt/Text.h"
+#include "platform/qt/WindowKeys.h"
 
 namespace kelvora {
 
@@ -78,19 +78,13 @@ QPushButton* ComparisonDialog::AddButton(const char* name)
 
 void ComparisonDialog::MakeKeys()
 {
-    const auto addKey = [this](const QKeySequence& key, auto action) {
-        auto* const entry = new QAction(this);
-        entry->setShortcut(key);
-        connect(entry, &QAction::triggered, this, action);
-        addAction(entry);
-    };
-    addKey(Qt::Key_F3, [this] { Step(1); });
-    addKey(Qt::SHIFT | Qt::Key_F3, [this] { Step(-1); });
-    addKey(QKeySequence::Find, [this] {
+    AddKeys(*this, {Qt::Key_F3}, [this] { Step(1); });
+    AddKeys(*this, {Qt::SHIFT | Qt::Key_F3}, [this] { Step(-1); });
+    AddKeys(*this, {QKeySequence::Find}, [this] {
         find_->setFocus();
         find_->selectAll();
     });
-    addKey(QKeySequence::Close, [this] { close(); });
+    AddKeys(*this, {QKeySequence::Close}, [this] { close(); });
 }
 
 void ComparisonDialog::Arrange()

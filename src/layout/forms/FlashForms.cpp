@@ -13,6 +13,7 @@
 #include "flash/forms/ComparisonDialog.h"
 #include "layout/LineScan.h"
 #include "platform/Encoding.h"
+#include "platform/PortName.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -66,7 +67,7 @@ FlashForms::~FlashForms()
 
 std::string FlashForms::PortName() const
 {
-    return "COM" + std::to_string(session_.settings.CommsPort);
+    return kelvora::PortName(session_.settings.CommsPort);
 }
 
 std::string FlashForms::Status(const MessageId& text) const

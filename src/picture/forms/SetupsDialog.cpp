@@ -1,6 +1,5 @@
 #include "picture/forms/SetupsDialog.h"
 
-#include <QAction>
 #include <QGridLayout>
 #include <QLabel>
 #include <QListWidget>
@@ -14,6 +13,7 @@
 #include "app/FlashTexts.h"
 #include "picture/forms/PictureView.h"
 #include "platform/qt/Text.h"
+#include "platform/qt/WindowKeys.h"
 
 namespace kelvora {
 
@@ -88,15 +88,9 @@ QPushButton* SetupsDialog::AddButton(const char* name)
 
 void SetupsDialog::MakeKeys()
 {
-    const auto addKey = [this](const QKeySequence& key, auto action) {
-        auto* const entry = new QAction(this);
-        entry->setShortcut(key);
-        connect(entry, &QAction::triggered, this, action);
-        addAction(entry);
-    };
-    addKey(Qt::Key_F3, [this] { Step(1); });
-    addKey(Qt::SHIFT | Qt::Key_F3, [this] { Step(-1); });
-    addKey(QKeySequence::Close, [this] { close(); });
+    AddKeys(*this, {Qt::Key_F3}, [this] { Step(1); });
+    AddKeys(*this, {Qt::SHIFT | Qt::Key_F3}, [this] { Step(-1); });
+    AddKeys(*this, {QKeySequence::Close}, [this] { close(); });
 }
 
 void SetupsDialog::Arrange()

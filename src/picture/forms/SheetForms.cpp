@@ -5,11 +5,12 @@
 #include <QPrinter>
 #include <QScreen>
 
-#include "flash/Backups.h"
 #include "picture/SetupSheet.h"
 #include "picture/SheetExport.h"
 #include "picture/qt/PictureFiles.h"
+#include "platform/AsciiCase.h"
 #include "platform/Encoding.h"
+#include "platform/LocalTime.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -47,7 +48,7 @@ std::string SheetForms::Sheet() const
 {
     return SetupSheet(session_.document,
                       {Utf8FromPath(session_.settings.Name), Utf8FromPath(session_.File().path),
-                       SheetDate(Backups::LocalTime()), isChanged()},
+                       SheetDate(LocalTime()), isChanged()},
                       session_.Shared().catalogue);
 }
 

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "picture/PictureRecords.h"
+#include "picture/PictureType.h"
 #include "picture/qt/PictureFiles.h"
 
 int main(int argc, char** argv)
@@ -16,15 +17,16 @@ int main(int argc, char** argv)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     const QGuiApplication application(argc, argv);
-    const std::string format = argc > 1 ? argv[1] : "";
+    const auto type = kelvora::PictureTypeNamed(argc > 1 ? argv[1] : "");
     std::ios::sync_with_stdio(false);
     const std::string input{std::istreambuf_iterator<char>(std::cin), {}};
     std::string_view rest = input;
     while (!rest.empty()) {
         const auto pages = kelvora::TakePictureRecord(rest);
-        if (!pages || (format != "png" && format != "pdf"))
+        if (!pages || !type || type == kelvora::PictureType::Svg)
             return 2;
-        const std::string picture = format == "png" ? kelvora::PngOf(pages->front()) : kelvora::PdfOf(*pages);
+        const std::string picture =
+            type == kelvora::PictureType::Png ? kelvora::PngOf(pages->front()) : kelvora::PdfOf(*pages);
         std::cout << kelvora::PictureRecord({&picture, 1});
     }
     return std::cout.flush() ? 0 : 1;

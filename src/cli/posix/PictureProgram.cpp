@@ -1,4 +1,4 @@
-#include "cli/PictureProgram.h"
+#include "cli/posix/PictureProgram.h"
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -106,13 +106,13 @@ std::string PictureProgram()
     return std::filesystem::read_symlink("/proc/self/exe", none).parent_path() / ProgramName;
 }
 
-std::vector<std::string> MakePictures(const std::string& program, const std::string& type,
+std::vector<std::string> MakePictures(const std::string& program, PictureType type,
                                       std::span<const std::vector<std::string>> items)
 {
     std::string input;
     for (const std::vector<std::string>& pages : items)
         input += PictureRecord(pages);
-    const std::string output = Run(program, {ProgramName, type}, input);
+    const std::string output = Run(program, {ProgramName, std::string(PictureTypeName(type))}, input);
     std::string_view rest = output;
     std::vector<std::string> pictures;
     for (std::size_t i = 0; i < items.size(); ++i) {

@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "picture/PictureType.h"
+
 namespace kelvora {
 
 /// No picture came; `what()` says why, in English.
@@ -18,9 +20,9 @@ public:
 /// The path of the program that makes pictures, beside the running one.
 std::string PictureProgram();
 
-/// Has `program` made pictures of that type ("png", "pdf"): of each item's SVG pages one, of a PNG of the
+/// Has `program` made pictures of that type, PNG or PDF: of each item's SVG pages one, of a PNG of the
 /// first page. A picture that could not be made is empty. Throws PictureError.
-std::vector<std::string> MakePictures(const std::string& program, const std::string& type,
+std::vector<std::string> MakePictures(const std::string& program, PictureType type,
                                       std::span<const std::vector<std::string>> items);
 
 }  // namespace kelvora

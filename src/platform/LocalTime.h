@@ -1,0 +1,15 @@
+// The time on this machine's clock, in its time zone, and how the program's files write it.
+#pragma once
+
+#include <chrono>
+#include <string>
+
+namespace kelvora {
+
+/// Now; the epoch's start where the system knows no local time.
+std::chrono::local_seconds LocalTime();
+
+/// "2026-03-09 07:05:00".
+std::string LocalTimeText(std::chrono::local_seconds time);
+
+}  // namespace kelvora
