@@ -98,7 +98,10 @@ std::string CommonFunctions()
            "    end\n"
            "end\n\n"
            "function __kelvora_files\n"
-           "    set -l all (__fish_complete_path (commandline -ct) | string replace -r '\\t.*' '')\n"
+           "    set -l token (commandline -ct | string replace -r '^(--[^=]+=|-[a-z])' '')\n"
+           // A command without completions of its own: fish then offers files, and knows "~", blanks and
+           // quotes.
+           "    set -l all (complete -C \"__kelvora_none $token\" | string replace -r '\\t.*' '')\n"
            "    string match -ri -- '^.*(?:/|\\.(?:'$argv'))$' $all\n"
            "    or printf '%s\\n' $all\n"
            "end\n\n";

@@ -72,5 +72,12 @@ offers 'kelvora-cli diff ' till.dat old.TXT folder
 offers 'kelvora ' till.dat old.TXT folder
 if [[ $shell != fish ]]; then
     offers 'kelvora-cli scan --line ' 1= 2= 3= 4=
+else
+    mkdir "$place/files of a till"
+    touch "$place/files of a till/till.dat" "$place/files of a till/till.mem"
+    # shellcheck disable=SC2088
+    offers 'kelvora-cli check ~/files\ of\ a\ till/' '~/files of a till/till.dat'
+    offers 'kelvora-cli scan --output=o' --output=old.TXT
+    offers 'kelvora-cli scan -oti' -otill.dat
 fi
 exit "$failures"
