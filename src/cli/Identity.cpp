@@ -90,8 +90,11 @@ public:
         if (copy)
             surroundings.remarks = {DescribeCopy(catalogue_, *copy), DescribeLeftOut(catalogue_, missing)};
         const WriteResult result = WriteIdentities(memory_, blocks, surroundings);
-        if (result.outcome == WriteOutcome::Declined)
-            return Fail(isStopped_ ? "the work was stopped; nothing was written" : "nothing was written");
+        if (result.outcome == WriteOutcome::Declined) {
+            const int exitCode =
+                Fail(isStopped_ ? "the work was stopped; nothing was written" : "nothing was written");
+            return isStopped_ ? exitCode : ExitCode::Rejected;
+        }
         if (result.outcome == WriteOutcome::NotSaved)
             return ExitCode::Rejected;
         const int exitCode = TellWritten(result, blocks);
