@@ -70,9 +70,11 @@ TEST(Help, EveryPictureOfAPageIsMadeAndEveryOneMadeIsShown)
 TEST(Help, EveryWindowHasAPageOfItsOwn)
 {
     for (const char* const window :
-         {"frmConfig", "frmKeyb96", "frmKeyb64", "frmKeybICCR", "frmMasterOptions", "frmMcrOptions",
-          "frmPortSetup", "PortsDialog", "LineMonitorWindow", "frmAbort", "ChangesDialog", "ComparisonDialog",
-          "BackupsDialog", "frmEeprom", "SetupsDialog", "Print", "PrintPreview"}) {
+         {"frmConfig",     "frmKeyb96",         "frmKeyb64",          "frmKeybICCR",       "frmMasterOptions",
+          "frmMcrOptions", "frmPortSetup",      "PortsDialog",        "LineMonitorWindow", "frmAbort",
+          "ChangesDialog", "ComparisonDialog",  "BackupsDialog",      "frmEeprom",         "SetupsDialog",
+          "Print",         "PrintPreview",      "cdgExport",          "cdgFlashDump",      "cdgLineMonitor",
+          "cdgComparison", "cdgOpenIdentities", "WriteQuestionDialog"}) {
         QWidget form;
         form.setObjectName(QLatin1String(window));
         QWidget control(&form);
@@ -101,6 +103,7 @@ TEST(Help, SectionsAreFoundByAllTheirWords)
         {"perche", {"Keys"}},
         {"above", {"Tills"}},
         {"above keys", {}},
+        {"types, perch\xC3\xA9?", {"Keys"}},
         {"  ", {}},
         {"types", {"Types", "Keys"}},
     };

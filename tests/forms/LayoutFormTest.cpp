@@ -55,6 +55,7 @@ TEST_F(LayoutForm, FirstTwoModulesStandAtOnceTheThirdIsPlacedByKeyboard)
     EXPECT_TRUE(window->ActiveSetup()->IsPlacing());
     EXPECT_FALSE(IsEnabled(Command::FileMenuSave)) << "it is dropped or cancelled first";
     Key(Qt::Key_Left);
+    Trigger(Command::HelpMenuGuide);
     Key(Qt::Key_Left);
     Key(Qt::Key_Return);
     EXPECT_EQ(Shown(), (Chain{Master, Mcr, Slave}));

@@ -65,7 +65,13 @@ QString HelpIndex::Folded(const QString& text)
 
 QStringList HelpIndex::Words(const QString& text)
 {
-    return Folded(text).split(' ', Qt::SkipEmptyParts);
+    QStringList words;
+    for (QString word : Folded(text).split(' ', Qt::SkipEmptyParts)) {
+        while (word.size() > 1 && word.back().isPunct())
+            word.chop(1);
+        words.append(word);
+    }
+    return words;
 }
 
 QList<HelpIndex::Place> HelpIndex::PlacesOf(const QString& word, const QString& text)

@@ -28,14 +28,20 @@ constexpr std::array WindowPages{
     WindowPage{"frmPortSetup", "line.html#ports"},
     WindowPage{"PortsDialog", "line.html#ports"},
     WindowPage{"LineMonitorWindow", "line.html#monitor"},
-    WindowPage{"frmAbort", "line.html#scan"},
+    WindowPage{"frmAbort", "line.html#stop"},
     WindowPage{"ChangesDialog", "flash.html#download"},
     WindowPage{"ComparisonDialog", "flash.html#verify"},
-    WindowPage{"BackupsDialog", "flash.html#dumps"},
+    WindowPage{"BackupsDialog", "flash.html#backups"},
     WindowPage{"frmEeprom", "identity.html"},
     WindowPage{"SetupsDialog", "setup.html#compare"},
     WindowPage{"Print", "setup.html#paper"},
     WindowPage{"PrintPreview", "setup.html#paper"},
+    WindowPage{"cdgExport", "setup.html#paper"},
+    WindowPage{"cdgFlashDump", "flash.html#dumps"},
+    WindowPage{"cdgLineMonitor", "line.html#monitor"},
+    WindowPage{"cdgComparison", "flash.html#verify"},
+    WindowPage{"cdgOpenIdentities", "identity.html#write"},
+    WindowPage{"WriteQuestionDialog", "identity.html#write"},
 };
 
 }  // namespace
@@ -65,6 +71,9 @@ HelpOpener::~HelpOpener()
 
 void HelpOpener::Show()
 {
+    // A module that is being placed would be lost if the focus went to another window.
+    if (QWidget::mouseGrabber())
+        return;
     QWidget* const modal = QApplication::activeModalWidget();
     QString page = HelpPageOf(modal ? modal : QApplication::focusWidget());
     if (page.isEmpty())
