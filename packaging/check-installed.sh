@@ -33,10 +33,31 @@ stays_open() {
     [[ $code == 124 && -z $said ]] || fail "kelvora $* ended with $code and said:" "$said"
 }
 
+# install PACKAGE [OPTION]
+install() {
+    quietly apt-get --quiet --yes install --no-install-recommends "${@:2}" "$1"
+}
+
+# As an older version, with a file that the newer one no longer has.
+install_older() {
+    local folder=$home/older
+    dpkg-deb --raw-extract "$package" "$folder"
+    sed -i 's/^Version: .*/Version: 0.0.1-1/' "$folder/DEBIAN/control"
+    touch "$folder/opt/kelvora/no-longer"
+    quietly dpkg-deb --build -Znone "$folder" "$home/older.deb"
+    chmod 755 "$home"
+    install "$home/older.deb"
+    rm -r "$folder" "$home/older.deb"
+    [[ -f /opt/kelvora/no-longer ]] || fail "The older version was not installed"
+}
+
 installing() {
     export DEBIAN_FRONTEND=noninteractive
     quietly apt-get --quiet update
-    quietly apt-get --quiet --yes install --no-install-recommends "$package"
+    install_older
+    install "$package"
+    [[ ! -e /opt/kelvora/no-longer ]] || fail "An upgrade leaves files of the older version behind"
+    install "$package" --reinstall
 }
 
 using() {
