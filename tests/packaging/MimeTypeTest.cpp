@@ -29,6 +29,7 @@ TEST(MimeTypes, TellSetupsByTheirBeginningAndDumpsByTheirName)
     const QString setupType = QStringLiteral("application/x-kelvora-setup");
     EXPECT_EQ(TypeOf("till.dat", setup), setupType);
     EXPECT_EQ(TypeOf("till", setup), setupType);
+    EXPECT_EQ(TypeOf("till", setup.toLower()), setupType);
     EXPECT_NE(TypeOf("other.dat", "\n" + setup), setupType);
     EXPECT_NE(TypeOf("other.dat", "[Other]\r\n"), setupType);
     EXPECT_EQ(TypeOf("till.mem", "0000:00 00"), "application/x-kelvora-dump");
