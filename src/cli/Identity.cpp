@@ -24,14 +24,6 @@ bool IsSameName(std::string_view left, std::string_view right)
     return std::ranges::equal(left, right, {}, AsciiLower, AsciiLower);
 }
 
-std::string NamesThatCanBeWritten()
-{
-    std::string names;
-    for (const DeviceIdentity& identity : OfferedIdentities)
-        names.append(names.empty() ? "\"" : ", \"").append(identity.name).append("\"");
-    return names;
-}
-
 std::string ModuleLine(std::size_t address, const ModuleRow& row, bool json)
 {
     const std::string bytes = row.block ? BlockText(*row.block) : std::string();
@@ -225,6 +217,14 @@ int RestoreIdentities(const IdentityRequest& request, const IdentityLine& line, 
 }
 
 }  // namespace
+
+std::string NamesThatCanBeWritten()
+{
+    std::string names;
+    for (const DeviceIdentity& identity : OfferedIdentities)
+        names.append(names.empty() ? "\"" : ", \"").append(identity.name).append("\"");
+    return names;
+}
 
 int Identity(const IdentityRequest& request, const IdentityLine& line, Console& console)
 {

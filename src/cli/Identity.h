@@ -34,8 +34,11 @@ struct IdentityLine {
     std::function<bool(const std::string&)> ask{};  ///< before a write, true to go on; empty writes unasked
 };
 
+/// The identities that can be written, each in quotes: "\"KM96CM\", \"LCD\", ...".
+std::string NamesThatCanBeWritten();
+
 /// Prints a line for each module, as read after a write. Returns the exit code: a write is done when the
-/// modules hold what was to be written; a question answered with no has stopped the work. Throws OutputError.
+/// modules hold what was to be written; a question answered with no is a rejection. Throws OutputError.
 int Identity(const IdentityRequest& request, const IdentityLine& line, Console& console);
 
 }  // namespace kelvora

@@ -46,7 +46,7 @@ void AddAction(CLI::App& command, const char* name, const char* help, IdentityRe
         added->add_option("ADDRESS", arguments->request.address, "Address of the module, 0 to 5")
             ->type_name("")
             ->required();
-        added->add_option("NAME", arguments->request.name, "Identity, such as KM64 or \"MCR 1+2+3\"")
+        added->add_option("NAME", arguments->request.name, "Identity, one of " + NamesThatCanBeWritten())
             ->type_name("")
             ->required();
     } else if (action == IdentityRequest::Action::Restore) {
