@@ -14,6 +14,7 @@
 #include "layout/LineScan.h"
 #include "platform/Encoding.h"
 #include "platform/PortName.h"
+#include "platform/qt/HelpTopic.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -116,6 +117,7 @@ void FlashForms::ToolsMenuFlashBackups_Click()
 void FlashForms::Transfer(const WantedContent& wanted, const std::string& dumpName)
 {
     Program& program = session_.Shared();
+    const HelpTopic topic(window_, dumpName.empty() ? "flash.html#download" : "flash.html#dumps");
     Backups backups(program.world.files, BackupFolder(program));
     const TransferSteps steps{
         [&](const TransferPlan& plan) {
@@ -164,6 +166,7 @@ void FlashForms::ToolsMenuFlashVerify_Click()
 void FlashForms::Verify()
 {
     Program& program = session_.Shared();
+    const HelpTopic topic(window_, "flash.html#verify");
     VerifyResult result;
     {
         const LineOperation running(program, Status(Message::VerifyStatus),
@@ -194,6 +197,7 @@ void FlashForms::ShowVerified(const VerifyResult& result)
 
 void FlashForms::ToolsMenuFlashDumpSetup_Click()
 {
+    const HelpTopic topic(window_, "flash.html#dumps");
     DumpSetupImage(session_);
     if (onFile)
         onFile();
@@ -201,6 +205,7 @@ void FlashForms::ToolsMenuFlashDumpSetup_Click()
 
 void FlashForms::ToolsMenuFlashDumpUpload_Click()
 {
+    const HelpTopic topic(window_, "flash.html#dumps");
     DumpDeviceImage(session_);
     if (onFile)
         onFile();

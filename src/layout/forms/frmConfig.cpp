@@ -17,6 +17,7 @@
 #include "layout/forms/PlacingMode.h"
 #include "layout/forms/StripView.h"
 #include "layout/forms/frmOptions.h"
+#include "platform/qt/HelpTopic.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -261,6 +262,7 @@ void frmConfig::Scan()
     const std::string status =
         program.catalogue.Caption(Message::ScanStatus) + std::to_string(session_.settings.CommsPort) + " ...";
     strip_->ShowWaiting(ToQString(status));
+    const HelpTopic topic(*this, "line.html#scan");
     ScanOutcome outcome;
     {
         const LineOperation operation(program, status,
@@ -268,6 +270,7 @@ void frmConfig::Scan()
         outcome = session_.Scan(operation.Hooks());
     }
     TakeScan(before, std::move(outcome.document));
+    const HelpTopic trouble(*this, "line.html#trouble");
     for (const LaterMessage& message : outcome.messages)
         program.Show(message.message, {message.icon}, message.extra);
 }
