@@ -13,11 +13,19 @@ namespace kelvora {
 
 namespace {
 
+constexpr QColor Edge(0x80, 0x86, 0x8C);
+
+void DrawEdge(QImage& picture)
+{
+    QPainter painter(&picture);
+    painter.setPen(Edge);
+    painter.drawRect(picture.rect().adjusted(0, 0, -1, -1));
+}
+
 // The window in a frame with its title, as a desktop shows it.
 QImage Framed(QWidget& window)
 {
     constexpr int Title = 26;
-    constexpr QColor Edge(0x80, 0x86, 0x8C);
     constexpr QColor Ground(0xDD, 0xE1, 0xE6);
     const QPixmap content = window.grab();
     QImage picture(content.width() + 2, content.height() + Title + 2, QImage::Format_RGB32);
@@ -27,8 +35,8 @@ QImage Framed(QWidget& window)
     painter.setPen(Qt::black);
     painter.drawText(QRect(0, 0, picture.width(), Title), Qt::AlignCenter,
                      window.windowTitle().remove(QLatin1String("[*]")));
-    painter.setPen(Edge);
-    painter.drawRect(picture.rect().adjusted(0, 0, -1, -1));
+    painter.end();
+    DrawEdge(picture);
     return picture;
 }
 
@@ -43,8 +51,19 @@ Photographer::Photographer(const QString& folder) : folder_(folder)
 void Photographer::Take(QWidget& window, const QString& name) const
 {
     QCoreApplication::processEvents();
+    Save(Framed(window), name);
+}
+
+void Photographer::Keep(QImage picture, const QString& name) const
+{
+    DrawEdge(picture);
+    Save(picture, name);
+}
+
+void Photographer::Save(const QImage& picture, const QString& name) const
+{
     const QString path = folder_ + '/' + name + ".png";
-    if (!Framed(window).save(path))
+    if (!picture.save(path))
         throw std::runtime_error(path.toStdString() + ": cannot be written");
 }
 

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QTemporaryDir>
@@ -29,8 +30,10 @@
 #include "keymap/forms/frmKeyb.h"
 #include "layout/forms/StripView.h"
 #include "layout/forms/frmConfig.h"
+#include "picture/forms/SetupsDialog.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/qt/Text.h"
+#include "setup/Options.h"
 
 namespace kelvora {
 
@@ -38,8 +41,11 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// As wide as a page of the help shows it.
-constexpr QSize WindowSize(760, 470);
+/// Wide enough for the toolbar in every language; a page of the help shows it a little smaller.
+constexpr QSize WindowSize(900, 520);
+
+/// The sheet is taller than a window; its numbers can still be read.
+constexpr int SheetWidth = 620;
 
 // Virtual time, in which Qt's own events happen too.
 class PictureLoop final : public FakeEventLoop {
@@ -98,12 +104,15 @@ public:
     }
 
     void TakeSetup();
+    void TakePlacing();
     void TakeKeys();
+    void TakePaper();
     void TakeLine();
     void TakeFlash();
     void TakeWizard();
 
 private:
+    void TakeWizardPages(QWidget& wizard);
     void Run(Command command)
     {
         QApplication::setActiveWindow(window_.get());
@@ -144,6 +153,40 @@ void Studio::TakeSetup()
     photographer_.Take(*window_, "main");
     Strip().Button(StripButton::MCR).setFocus();
     TakeDialogOf(Command::LayoutMenuOptions, "options");
+}
+
+// The third module on has a choice of places.
+void Studio::TakePlacing()
+{
+    for (const Command add : {Command::FileMenuNew, Command::LayoutMenuAddKBMASTER,
+                              Command::LayoutMenuAddKB64, Command::LayoutMenuAddMCR})
+        Run(add);
+    photographer_.Take(*window_, "placing");
+    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QCoreApplication::sendEvent(&Strip(), &escape);
+    prompt_.answers = {Answer::No};
+    Run(Command::FileMenuClose);
+}
+
+// The same setup twice, some keys and an option apart.
+void Studio::TakePaper()
+{
+    NamedSetup before{"till.dat", Session().document};
+    NamedSetup after{"till-2.dat", Session().document};
+    for (ModuleRecord& record : after.document.Modules) {
+        if (record.Kind == ModuleKind::KM064)
+            record.KeyMap.replace(0, 3, "010");
+        if (record.Kind == ModuleKind::MCR)
+            record.Options.replace(Options::AutoreadAt, Options::Off.size(), Options::Off);
+    }
+    SetupsDialog comparison(program_.catalogue, std::move(before), std::move(after), window_.get());
+    comparison.show();
+    photographer_.Take(comparison, "setups");
+    const std::string sheet = "/home/shop/till.png";
+    dialogs_.choices = {{sheet, "/home/shop", 2}};
+    Run(Command::FileMenuExport);
+    const QImage picture = QImage::fromData(QByteArray::fromStdString(files_.content.at(sheet)), "PNG");
+    photographer_.Keep(picture.scaledToWidth(SheetWidth, Qt::SmoothTransformation), "sheet");
 }
 
 void Studio::TakeKeys()
@@ -200,7 +243,7 @@ void Studio::TakeFlash()
                                  photographer_.TakeDialog(
                                      [&] { Find<QAbstractButton>(question, "Compare").click(); },
                                      [&](QWidget& comparison) {
-                                         comparison.resize(1000, WindowSize.height());
+                                         comparison.resize(WindowSize);
                                          photographer_.Take(comparison, "compare");
                                      });
                              });
@@ -209,15 +252,24 @@ void Studio::TakeFlash()
 
 void Studio::TakeWizard()
 {
-    constexpr std::array Pages{"identity-start", "identity-cables", "identity-line", "identity-table"};
     photographer_.TakeDialog([&] { Run(Command::EpromWizard); },
-                             [&](QWidget& wizard) {
-                                 for (const char* const page : Pages) {
-                                     photographer_.Take(wizard, QLatin1String(page));
-                                     if (page != Pages.back())
-                                         Find<QAbstractButton>(wizard, "NextCommand").click();
-                                 }
-                             });
+                             [&](QWidget& wizard) { TakeWizardPages(wizard); });
+}
+
+void Studio::TakeWizardPages(QWidget& wizard)
+{
+    constexpr std::array Pages{"identity-start", "identity-cables", "identity-line", "identity-table"};
+    for (const char* const page : Pages) {
+        photographer_.Take(wizard, QLatin1String(page));
+        if (page != Pages.back())
+            Find<QAbstractButton>(wizard, "NextCommand").click();
+    }
+    constexpr int Identity = 2;
+    auto& list = Find<QComboBox>(wizard, "NewDev3");
+    list.setCurrentIndex(Identity);
+    emit list.activated(Identity);
+    photographer_.TakeDialog([&] { Find<QAbstractButton>(wizard, "UpdateCommand").click(); },
+                             [&](QWidget& question) { photographer_.Take(question, "identity-write"); });
 }
 
 }  // namespace
@@ -226,6 +278,8 @@ void TakeAll(const std::string& language, const SceneFolders& folders, const Pho
 {
     Studio studio(language, folders, photographer);
     studio.TakeSetup();
+    studio.TakePlacing();
+    studio.TakePaper();
     studio.TakeKeys();
     studio.TakeLine();
     studio.TakeFlash();

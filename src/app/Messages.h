@@ -636,7 +636,7 @@ inline constexpr MessageId BackupState{988, "State"};
 inline constexpr MessageId BackupWhole{989, "whole"};
 inline constexpr MessageId BackupNoModules{717, "names no modules; it cannot be restored"};
 inline constexpr MessageId BackupsNone{
-    990, "There are no backups yet. Each download first keeps what the keyboard holds."};
+    990, "There are no backups yet. Each download or restore first keeps what the keyboard holds."};
 inline constexpr MessageId BackupFolder{991, "Folder: "};
 inline constexpr MessageId BackupRestore{992, "&Restore..."};
 inline constexpr MessageId NoImageRead{

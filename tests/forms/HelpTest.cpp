@@ -10,6 +10,7 @@
 #include "app/forms/HelpWindow.h"
 #include "forms/MainWindowFixture.h"
 #include "keymap/forms/frmKeyb.h"
+#include "platform/qt/HelpTopic.h"
 
 namespace kelvora {
 namespace {
@@ -84,6 +85,22 @@ TEST(Help, EveryWindowHasAPageOfItsOwn)
     }
 }
 
+TEST(Help, WhatGoesOnInAWindowHasItsPageForAsLongAsItLasts)
+{
+    QWidget form;
+    form.setObjectName("frmConfig");
+    QWidget control(&form);
+    {
+        const HelpTopic scan(form, "line.html#scan");
+        {
+            const HelpTopic trouble(form, "line.html#trouble");
+            EXPECT_EQ(HelpPageOf(&control), "line.html#trouble");
+        }
+        EXPECT_EQ(HelpPageOf(&control), "line.html#scan");
+    }
+    EXPECT_EQ(HelpPageOf(&control), "setup.html");
+}
+
 TEST(Help, SectionsAreFoundByAllTheirWords)
 {
     const QTemporaryDir folder;
@@ -102,7 +119,8 @@ TEST(Help, SectionsAreFoundByAllTheirWords)
         {"KEYS", {"Keys"}},
         {"perche", {"Keys"}},
         {"above", {"Tills"}},
-        {"above keys", {}},
+        {"above perch\xC3\xA9 keys", {"Keys"}},
+        {"above never", {}},
         {"types, perch\xC3\xA9?", {"Keys"}},
         {"  ", {}},
         {"types", {"Types", "Keys"}},
@@ -167,12 +185,16 @@ TEST_F(HelpForm, SearchesAllPagesAndShowsThePlace)
     auto* const results = Open()->findChild<QListWidget*>("Results");
     QTest::keyClicks(search, "undo");
     ASSERT_GT(results->count(), 0);
+    EXPECT_EQ(Page(), "index.html") << "typing alone goes nowhere";
+    QApplication::setActiveWindow(Open());
+    search->setFocus();
+    QTest::keyClick(search, Qt::Key_Down);
+    EXPECT_TRUE(results->hasFocus());
     EXPECT_EQ(Page(), "keys.html");
     EXPECT_FALSE(Open()->findChild<QTextBrowser*>()->extraSelections().isEmpty());
     QTest::keyClicks(search, " qqq");
     EXPECT_FALSE(results->isVisible());
     EXPECT_TRUE(Open()->findChild<QWidget*>("Count")->isVisible());
-    QApplication::setActiveWindow(Open());
     QTest::keyClick(Open(), Qt::Key_Escape);
     EXPECT_TRUE(search->text().isEmpty());
     EXPECT_TRUE(Open()->isVisible());

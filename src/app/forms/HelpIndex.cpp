@@ -51,6 +51,28 @@ QList<const HelpSection*> HelpIndex::Find(const QString& words) const
             found.append(&section);
     std::ranges::stable_partition(
         found, [&](const HelpSection* section) { return hasAll(Folded(section->heading)); });
+    return found.isEmpty() && !wanted.isEmpty() ? BestOfPages(wanted) : found;
+}
+
+QList<const HelpSection*> HelpIndex::BestOfPages(const QStringList& words) const
+{
+    QList<const HelpSection*> found;
+    for (auto first = sections_.cbegin(); first != sections_.cend();) {
+        const auto last = std::find_if(
+            first, sections_.cend(), [&](const HelpSection& section) { return section.page != first->page; });
+        const auto has = [](const QString& word) {
+            return [&word](const HelpSection& section) { return section.text.contains(word); };
+        };
+        const auto count = [&](const HelpSection& section) {
+            return std::ranges::count_if(words, [&](const QString& word) { return has(word)(section); });
+        };
+        if (std::ranges::all_of(words,
+                                [&](const QString& word) { return std::any_of(first, last, has(word)); }))
+            found.append(&*std::max_element(first, last, [&](const HelpSection& a, const HelpSection& b) {
+                return count(a) < count(b);
+            }));
+        first = last;
+    }
     return found;
 }
 

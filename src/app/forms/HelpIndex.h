@@ -22,7 +22,8 @@ public:
     explicit HelpIndex(const QString& folder);
 
     /// The sections that have all of the words, in any order, also as parts of words; those that have them in
-    /// their headings first. None for a text of blanks.
+    /// their headings first. Where no section has all, of each page that has them the section with the most.
+    /// None for a text of blanks.
     QList<const HelpSection*> Find(const QString& words) const;
 
     /// The text as it is compared: without capitals and accents.
@@ -40,6 +41,7 @@ public:
 
 private:
     void ReadPage(const QString& path);
+    QList<const HelpSection*> BestOfPages(const QStringList& words) const;
 
     QList<HelpSection> sections_;
 };

@@ -7,6 +7,7 @@
 
 #include "app/Language.h"
 #include "app/forms/HelpWindow.h"
+#include "platform/qt/HelpTopic.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -49,6 +50,8 @@ constexpr std::array WindowPages{
 QString HelpPageOf(const QWidget* widget)
 {
     for (; widget; widget = widget->parentWidget()) {
+        if (QString topic = HelpTopic::Of(*widget); !topic.isEmpty())
+            return topic;
         const QString name = widget->objectName();
         const auto* const found = std::ranges::find_if(
             WindowPages, [&](const WindowPage& entry) { return name == QLatin1String(entry.window); });

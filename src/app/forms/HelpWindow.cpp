@@ -6,12 +6,14 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QShortcut>
 #include <QSplitter>
 #include <QStyle>
 #include <QTextBlock>
 #include <QToolBar>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "app/forms/Icons.h"
 #include "platform/qt/Text.h"
@@ -31,7 +33,7 @@ HelpWindow::HelpWindow(const MessageCatalogue& catalogue, const QString& folder,
     : QMainWindow(parent, Qt::Window),
       folder_(folder),
       missing_(ToQString(catalogue.Caption(Message::HelpMissing))),
-      browser_(new QTextBrowser(this)),
+      browser_(new HelpBrowser(this)),
       search_(new QLineEdit(this)),
       found_(new QWidget(this)),
       count_(new QLabel(found_)),
@@ -53,6 +55,8 @@ HelpWindow::HelpWindow(const MessageCatalogue& catalogue, const QString& folder,
     MakeSearch(catalogue);
     MakeBar(catalogue);
     MakeKeys();
+    setTabOrder(search_, results_);
+    setTabOrder(results_, browser_);
     browser_->setFocus();
 }
 
@@ -77,10 +81,11 @@ void HelpWindow::MakeSearch(const MessageCatalogue& catalogue)
     found_->hide();
     connect(search_, &QLineEdit::textChanged, this, [this] { Search(); });
     connect(search_, &QLineEdit::returnPressed, this, [this] {
-        ShowResult(results_->currentRow());
+        results_->setCurrentRow(std::max(results_->currentRow(), 0));
         browser_->setFocus();
     });
     connect(results_, &QListWidget::currentRowChanged, this, [this](int row) { ShowResult(row); });
+    connect(results_, &QListWidget::itemActivated, browser_, [this] { browser_->setFocus(); });
     connect(browser_, &QTextBrowser::sourceChanged, this, [this] { MarkWords(); });
 }
 
@@ -122,8 +127,19 @@ void HelpWindow::MakeKeys()
         search_->setFocus();
         search_->selectAll();
     });
+    auto* const down = new QShortcut(Qt::Key_Down, search_);
+    down->setContext(Qt::WidgetShortcut);
+    connect(down, &QShortcut::activated, this, [this] { GoToResults(); });
     AddKeys(*this, {QKeySequence::Close}, [this] { close(); });
     AddKeys(*this, {QKeySequence(Qt::Key_Escape)}, [this] { Escape(); });
+}
+
+void HelpWindow::GoToResults()
+{
+    if (!results_->isVisible())
+        return;
+    results_->setFocus();
+    results_->setCurrentRow(std::max(results_->currentRow(), 0));
 }
 
 // The search goes first, then the window.
@@ -155,17 +171,16 @@ void HelpWindow::Search()
         const QSignalBlocker quiet(results_);
         results_->clear();
         for (const HelpSection* const section : sections_)
-            results_->addItem(section->heading == section->title ? section->title
-                                                                 : section->heading + '\n' + section->title);
+            results_->addItem(section->heading == section->title
+                                  ? section->title
+                                  : section->heading + QStringLiteral("\n    \u203A ") + section->title);
     }
     const bool isAsked = !HelpIndex::Words(search_->text()).isEmpty();
     found_->setVisible(isAsked);
     count_->setVisible(sections_.isEmpty());
     results_->setVisible(!sections_.isEmpty());
-    if (sections_.isEmpty())
-        MarkWords();
-    else
-        results_->setCurrentRow(0);
+    // The page stays while words are typed: a result is gone to with Enter, Down or a click.
+    MarkWords();
 }
 
 void HelpWindow::ShowResult(int row)

@@ -3,10 +3,10 @@
 
 #include <QListWidget>
 #include <QMainWindow>
-#include <QTextBrowser>
 #include <optional>
 
 #include "app/MessageCatalogue.h"
+#include "app/forms/HelpBrowser.h"
 #include "app/forms/HelpIndex.h"
 
 class QLabel;
@@ -29,13 +29,14 @@ private:
     void MakeSearch(const MessageCatalogue& catalogue);
     void MakeKeys();
     void Search();
+    void GoToResults();
     void ShowResult(int row);
     void MarkWords();
     void Escape();
 
     QString folder_;
     QString missing_;
-    QTextBrowser* browser_;
+    HelpBrowser* browser_;
     QLineEdit* search_;
     QWidget* found_;
     QLabel* count_;
