@@ -246,9 +246,11 @@ std::string Describe(const MessageCatalogue& catalogue, const UnheldSetting& unh
     const bool isKey = unheld.what == UnheldSetting::What::Key;
     const std::string heading = Heading(catalogue, unheld.kind, ", ") +
                                 catalogue.Word(isKey ? Message::KeyWord : Message::ChangeSeparator) +
-                                std::to_string(unheld.number) + ": " +
-                                catalogue.Word(RowOf(UnheldTexts, unheld.what));
-    return heading + (isKey ? KeyTypeText(catalogue, unheld.value) : VisibleSeparator(unheld.value));
+                                std::to_string(unheld.number) + ": ";
+    if (isKey && !KeyType::HasKey(unheld.value))
+        return heading + catalogue.Caption(Message::UnheldNoKey);
+    return heading + catalogue.Word(RowOf(UnheldTexts, unheld.what)) +
+           (isKey ? KeyTypeText(catalogue, unheld.value) : VisibleSeparator(unheld.value));
 }
 
 std::string Describe(const MessageCatalogue& catalogue, const DumpError& error)

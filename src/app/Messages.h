@@ -383,6 +383,7 @@ inline constexpr MessageId TakenSeparatorNotCarried{
 
 // What a device cannot hold; in the order of UnheldSetting::What.
 inline constexpr MessageId UnheldKey{848, "the keyboard cannot hold this key type: "};
+inline constexpr MessageId UnheldNoKey{837, "the keyboard has a key here, which becomes unused"};
 inline constexpr MessageId UnheldSeparator{849, "the reader cannot hold this separator, it would be none: "};
 
 // What is wrong with a flash dump; in the order of DumpFault.
@@ -461,6 +462,7 @@ inline constexpr MessageId EepromReadFailed{809, "Communications error encounter
 inline constexpr MessageId EepromWriteFailed{810, "Communications error encountered during EEPROM write"};
 inline constexpr MessageId EepromWritten{811, "Module EEPROM data has been updated"};
 inline constexpr MessageId EepromShowNew{812, "Press \"OK\" to display new EEPROM data"};
+inline constexpr MessageId EepromNoChoice{828, "(leave as it is)"};
 inline constexpr MessageId EepromCheck{813, "Press \"OK\" to check EEPROM data:"};
 inline constexpr MessageId EepromRepeats{
     814, "Modules answer below 9600 baud: the search repeats until you press \"Terminate\"."};

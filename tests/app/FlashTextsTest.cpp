@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "keymap/Models.h"
+
 namespace kelvora {
 namespace {
 
@@ -27,6 +29,8 @@ TEST(FlashTexts, NameWhatTheyMean)
                "MCR: this separator was read as none, because a setup file cannot carry it: track 2");
     ExpectText(UnheldSetting{UnheldSetting::What::Key, KM096, 4, '2'},
                "Composite Keyboard, Key 4: the keyboard cannot hold this key type: double vertical key");
+    ExpectText(UnheldSetting{UnheldSetting::What::Key, ModuleKind::KM064, 1, KeyType::NoKey},
+               "Slave Keyboard, Key 1: the keyboard has a key here, which becomes unused");
     ExpectText(UnheldSetting{UnheldSetting::What::Separator, MCR, 1, '\xFF'},
                "MCR, separator after track 1: the reader cannot hold this separator, it would be none: \xFF");
     ExpectText(
