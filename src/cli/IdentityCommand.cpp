@@ -55,6 +55,10 @@ void AddAction(CLI::App& command, const char* name, const char* help, IdentityRe
             ->required();
     }
     AddLineOptions(*added, arguments->line);
+    added->get_option("--settings")->description("Changes nothing here: the modules' speed is searched for");
+    added->get_option("--timeout")
+        ->description("Changes nothing here: a module's answer has a time of its own");
+    added->get_option("--json")->description("Print each module as an object on a line of its own");
     if (action != IdentityRequest::Action::Read)
         added->add_flag("-y,--yes", arguments->yes, "Write without asking");
     added->callback(

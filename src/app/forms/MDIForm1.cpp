@@ -202,6 +202,9 @@ void MDIForm1::Refresh()
     status_->ShowMode(ToQString(ModeText(settings.ConnectionMode)));
     status_->ShowPort(ToQString(PortText(settings)));
     status_->ShowSimulated(program_.simulated.at(static_cast<std::size_t>(settings.CommsPort) - 1));
+    // The wizard is busy and says so with its status alone.
+    if (program_.running.operation.empty())
+        status_->ShowOperation(program_.busy ? QString() : ToQString(program_.IdleText()));
     if (!setup) {
         status_->ShowStatus(QString());
         area_->viewport()->update();

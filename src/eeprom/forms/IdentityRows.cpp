@@ -5,6 +5,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QWheelEvent>
+#include <utility>
 
 #include "platform/qt/Text.h"
 
@@ -37,7 +38,8 @@ QLabel* AddLabel(QGridLayout& grid, int row, int column, const QString& name)
 
 }  // namespace
 
-IdentityRows::IdentityRows(const MessageCatalogue& catalogue, QWidget* parent) : QWidget(parent)
+IdentityRows::IdentityRows(const MessageCatalogue& catalogue, QWidget* parent)
+    : QWidget(parent), noChoice_(ToQString(catalogue.Caption(Message::EepromNoChoice)))
 {
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
@@ -74,7 +76,10 @@ IdentityRows::Row IdentityRows::MakeRow(QGridLayout& grid, std::size_t address,
                                 QString::number(number));
     for (const DeviceIdentity& identity : OfferedIdentities)
         row.list->addItem(ToQString(identity.name));
-    connect(row.list, &QComboBox::activated, this, [this] {
+    connect(row.list, &QComboBox::activated, this, [this, list = row.list](int index) {
+        // The entry behind the identities takes a choice back.
+        if (std::cmp_equal(index, OfferedIdentities.size()))
+            list->setCurrentIndex(-1);
         if (onChoice)
             onChoice();
     });
@@ -93,8 +98,19 @@ void IdentityRows::Show(const ModuleMemory& memory)
         row.bytes->setText(read ? ToQString(BlockText(*module.block)) : QString());
         row.device->setText(address < memory.Count() ? ToQString(module.identity.name) : QString());
         const auto& offered = module.identity.offered;
+        OfferNone(*row.list, !offered);
         row.list->setCurrentIndex(offered ? static_cast<int>(*offered) : -1);
     }
+}
+
+// A module that has none of the identities can be left without one, also after a slip.
+void IdentityRows::OfferNone(QComboBox& list, bool isOffered) const
+{
+    constexpr auto Entry = static_cast<int>(OfferedIdentities.size());
+    if (isOffered && list.count() == Entry)
+        list.addItem(noChoice_);
+    else if (!isOffered && list.count() > Entry)
+        list.removeItem(Entry);
 }
 
 IdentityChoices IdentityRows::Choices() const

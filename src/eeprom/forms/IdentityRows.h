@@ -2,6 +2,7 @@
 // list of identities to change to.
 #pragma once
 
+#include <QString>
 #include <QWidget>
 #include <array>
 #include <functional>
@@ -20,7 +21,7 @@ public:
     explicit IdentityRows(const MessageCatalogue& catalogue, QWidget* parent = nullptr);
 
     /// Shows what was found and read; each list shows its row's identity, and none where that cannot be
-    /// written.
+    /// written. There the list has one more entry, which chooses none again.
     void Show(const ModuleMemory& memory);
 
     IdentityChoices Choices() const;
@@ -44,6 +45,9 @@ private:
 
     Row MakeRow(QGridLayout& grid, std::size_t address, const MessageCatalogue& catalogue);
 
+    void OfferNone(QComboBox& list, bool isOffered) const;
+
+    QString noChoice_;
     std::array<Row, WritableAddresses> rows_{};
 };
 

@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QScreen>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 #include <utility>
@@ -66,7 +67,7 @@ frmEeprom::frmEeprom(Program& program, PosCfg settings, SerialPort& port, std::s
     WatchMemory();
     SetWizardButtons();
     ShowPort();
-    resize(InitialSize);
+    resize(InitialSize.expandedTo(minimumSizeHint()).boundedTo(screen()->availableSize() * 9 / 10));
 }
 
 frmEeprom::~frmEeprom()

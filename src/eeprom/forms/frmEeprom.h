@@ -108,6 +108,7 @@ private:
                std::span<const std::size_t> leftOut = {});
     bool Ask(const WriteQuestion& question);
     void TellWritten(const WriteResult& result, std::span<const std::size_t> leftOut);
+    std::string FailedText(const WriteResult& result) const;
     void ReadAgain(std::span<const AddressedBlock> blocks);
 
     void ShowInterruption();

@@ -84,10 +84,18 @@ void frmEeprom::Write(std::span<const AddressedBlock> blocks, const IdentityCopy
         const WriteResult result = WriteIdentities(memory_, blocks, surroundings);
         declined = result.outcome == WriteOutcome::Declined;
         if (result.outcome == WriteOutcome::Written || result.outcome == WriteOutcome::Failed) {
-            TellWritten(result, leftOut);
-            ReadAgain(Acknowledged(blocks, result));
+            saved_->Show(PathToQString(result.copyPath));
+            status_->EndProgress();
+            // Without the line there is nothing to read again: one message tells all of it.
+            std::string lost;
+            if (memory_.HasLine()) {
+                TellWritten(result, leftOut);
+                ReadAgain(Acknowledged(blocks, result));
+            } else if (!result.failed.empty()) {
+                lost = FailedText(result) + std::string(LineEnd);
+            }
             if (!memory_.HasLine())
-                ways = LoseLine(Text(Message::EepromSaved) + std::string(LineEnd) +
+                ways = LoseLine(lost + Text(Message::EepromSaved) + std::string(LineEnd) +
                                 TextFromPath(result.copyPath));
         }
     }
@@ -104,18 +112,19 @@ bool frmEeprom::Ask(const WriteQuestion& question)
 
 void frmEeprom::TellWritten(const WriteResult& result, std::span<const std::size_t> leftOut)
 {
-    saved_->Show(PathToQString(result.copyPath));
-    status_->EndProgress();
     const bool isWritten = result.outcome == WriteOutcome::Written;
     std::string text = Text(isWritten ? Message::EepromWritten : Message::EepromWriteFailed);
     text.append(Paragraph).append(Text(isWritten ? Message::EepromShowNew : Message::EepromCheck));
-    if (!isWritten) {
-        text.append(LineEnd).append(program_.catalogue.Word(Message::EepromFailedAddresses));
-        text += AddressList(result.failed);
-    }
+    if (!isWritten)
+        text.append(LineEnd).append(FailedText(result));
     if (!leftOut.empty())
         text.append(LineEnd).append(DescribeLeftOut(program_.catalogue, leftOut));
     Tell(text, isWritten ? BoxIcon::Information : BoxIcon::Exclamation);
+}
+
+std::string frmEeprom::FailedText(const WriteResult& result) const
+{
+    return program_.catalogue.Word(Message::EepromFailedAddresses) + AddressList(result.failed);
 }
 
 // Shows what the modules hold now, whatever they have acknowledged.
