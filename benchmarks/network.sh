@@ -2,7 +2,7 @@
 # How much longer does a scan with its upload take over a network line than over the wire itself?
 #   benchmarks/network.sh [FOLDER [ROUNDS]]   the folder of the programs' build (build-bench), the scans of each (3)
 # The line is one of kelvora-bench at 9600 baud; before it stand, in turn, nothing, ser2net with RFC 2217, socat as a raw
-# server, and the example bridge, all on this machine. Needs ser2net, socat and python3. Fails when a server's scan takes
+# server, and the example bridge, all on this machine. Needs ser2net, socat and python3-serial. Fails when a server's scan takes
 # more than 1.1 times that of the wire.
 set -euo pipefail
 root=$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")
@@ -36,7 +36,7 @@ start() {
             server=$!
             ;;
         bridge)
-            python3 "$root/docs/bridge.py" "$device" "$number" &
+            /usr/bin/python3 "$root/docs/bridge.py" "$device" "$number" &
             server=$!
             ;;
     esac

@@ -2,17 +2,15 @@
 """A bridge between Kelvora and a terminal on a serial device: bridge.py DEVICE PORT
 
 Kelvora then reaches the terminal with --line 1=bridge:localhost:PORT. An example to start from: lines.md beside
-it says what a bridge has to do.
+it says what a bridge has to do. It needs the package python3-serial.
 """
 import binascii
-import os
 import random
-import select
-import socket
+import socketserver
 import sys
-import termios
 import threading
-import tty
+
+import serial
 
 TAGS = {b"M": b"\xa7m", b"E": b"\xa7e", b"R": b"\xa7r"}
 
@@ -22,49 +20,33 @@ def frame(exchange, body):
     return b"\x01" + text + b"\x03%04X" % binascii.crc_hqx(text, 0xFFFF)
 
 
-def ask(line, exchange, command):
+def ask(exchange, command):
     """The body of the terminal's answer; nothing when none comes."""
     for _ in range(3):
-        os.write(line, frame(exchange, command))
-        heard = b""
-        while select.select([line], [], [], 2)[0]:
-            heard += os.read(line, 1024)
-            start, end = heard.rfind(b"\x01"), heard.rfind(b"\x03")
-            body = heard[start + 5:end]
-            if 0 <= start < end and heard[start:] == frame(exchange, body):
-                return body
+        line.reset_input_buffer()
+        line.write(frame(exchange, command))
+        heard = line.read_until(b"\x03") + line.read(4)
+        body = heard[heard.rfind(b"\x01") + 5:-5]
+        if heard.endswith(frame(exchange, body)):
+            return body
     return b""
 
 
-def serve(client, line, in_use):
-    with client:
-        if not in_use.acquire(blocking=False):
-            return  # hanging up at once says "in use"
-        with client.makefile("rb") as commands:
-            exchange = random.randrange(0x10000)
+class Client(socketserver.StreamRequestHandler):
+    def handle(self):
+        if in_use.acquire(blocking=False):  # who comes second is hung up on
             try:
-                for command in commands:
-                    exchange = (exchange + 1) % 0x10000
-                    body = ask(line, exchange, command.rstrip(b"\r\n"))
-                    client.sendall(TAGS.get(body[:1], b"\xa7t") + body[1:] + b"\n")
-            except OSError as error:
-                print(error, file=sys.stderr)
-        in_use.release()
+                for exchange, command in enumerate(self.rfile, random.randrange(0x8000)):
+                    body = ask(exchange, command.rstrip(b"\r\n"))
+                    self.wfile.write(TAGS.get(body[:1], b"\xa7t") + body[1:] + b"\n")
+            finally:
+                in_use.release()
 
 
-def main(device, port):
-    line = os.open(device, os.O_RDWR | os.O_NOCTTY)
-    tty.setraw(line)
-    settings = termios.tcgetattr(line)
-    settings[4] = settings[5] = termios.B9600
-    termios.tcsetattr(line, termios.TCSANOW, settings)
-    in_use = threading.Lock()
-    with socket.create_server(("localhost", int(port))) as server:
-        while True:
-            threading.Thread(target=serve, args=(server.accept()[0], line, in_use), daemon=True).start()
-
-
-if __name__ == "__main__":
-    if len(sys.argv) != 3:
-        sys.exit(__doc__.splitlines()[0])
-    main(*sys.argv[1:])
+if len(sys.argv) != 3:
+    sys.exit(__doc__.splitlines()[0])
+socketserver.ThreadingTCPServer.daemon_threads = socketserver.ThreadingTCPServer.allow_reuse_address = True
+in_use = threading.Lock()
+with serial.Serial(sys.argv[1], 9600, timeout=3) as line:
+    with socketserver.ThreadingTCPServer(("localhost", int(sys.argv[2])), Client) as server:
+        server.serve_forever()

@@ -120,7 +120,7 @@ TEST_F(LineServersTest, TelnetAloneKeepsItsSettings)
 
 TEST_F(LineServersTest, TheExampleBridgeCarriesCommands)
 {
-    const ChildProgram bridge({"python3", KELVORA_BRIDGE, device, Port()});
+    const ChildProgram bridge({"/usr/bin/python3", KELVORA_BRIDGE, device, Port()});
     EXPECT_THAT(Cli(Scan, "bridge"), StartsWith("KM064 "));
     EXPECT_THAT(Cli(Identity, "bridge"), HasSubstr("carries commands alone"));
     const Descriptor other = Socket(number, true);
