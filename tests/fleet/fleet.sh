@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# fleet.sh PROGRAMS PLAYBOOK: three tills on this machine, of which one has other modules and one no line.
+# fleet.sh PROGRAMS PLAYBOOK: five tills on this machine: one in order, one with other modules, and those
+# without a line, a setup and a program.
 set -euo pipefail
 programs=$1
 playbook=$2
@@ -31,7 +32,7 @@ bench other km096 >other.device
 
 # run ACTION: also where tills fail.
 run() {
-    ansible-playbook -i inventory.yml "$playbook" -e "kelvora_action=$1" >"$1.log" 2>&1 || true
+    ansible-playbook -i inventory.yml "$playbook" -e "kelvora_action=$1" "${@:2}" >"$1.log" 2>&1 || true
 }
 
 # expect TILL QUERY VALUE: of the last run's result.
@@ -53,28 +54,37 @@ if cmp -s changed.dat setups/good.dat; then exit 1; fi
 mv changed.dat setups/good.dat
 cp setups/good.dat setups/other.dat
 cp setups/good.dat setups/absent.dat
+cp setups/good.dat setups/empty.dat
 cat >inventory.yml <<INVENTORY
 tills:
   vars:
     ansible_connection: local
     ansible_python_interpreter: "{{ ansible_playbook_python }}"
     kelvora_command: [$programs/kelvora-cli]
-    kelvora_results: $work/results
-    kelvora_setup: $work/setups/{{ inventory_hostname }}.dat
     kelvora_tries: 2
     kelvora_pause: 0
   hosts:
     good: {kelvora_line: "1=$(cat good.device)"}
     other: {kelvora_line: "1=$(cat other.device)"}
     absent: {kelvora_line: "1=$work/none"}
+    bare: {kelvora_setup: setups/none.dat}
+    empty: {kelvora_command: [$work/none]}
 INVENTORY
 
 run check
 expect good '["exit"]' 0
 expect absent '["exit"]' 0
-run verify
+mkdir -p results
+echo '{"exit": 0}' >results/bare.json
+run download --check
 expect good '["result"]["outcome"]' different
+grep -q 'good: exit code 1: The device does not hold' download.log
 run download
+expect bare '["exit"]' None
+expect bare '["result"]' None
+expect empty '["exit"]' None
+grep -q 'bare: not tried: .*none.dat' download.log
+grep -q 'empty: not tried: .*No such file' download.log
 expect good '["result"]["device"]' new
 expect other '["result"]["reason"]' refused
 expect other '["tries"]' 1
