@@ -1,5 +1,6 @@
 #include "app/LineErrorText.h"
 
+#include <algorithm>
 #include <array>
 
 #include "comms/PortTrial.h"
@@ -26,41 +27,21 @@ MessageId ReplyErrorText(std::uint32_t number)
     return Message::LineUndefined;
 }
 
-}  // namespace
-
-MessageId PortFailureText(PortFailure failure)
+// Of a line that is lost: others are told as a port that went away.
+bool IsToldAsItIs(PortFailure failure)
 {
-    switch (failure) {
-        case PortFailure::Missing:
-            return Message::PortMissing;
-        case PortFailure::NotAllowed:
-            return Message::PortNotAllowed;
-        case PortFailure::InUse:
-            return Message::PortInUse;
-        case PortFailure::BadSettings:
-            return Message::PortBadSettings;
-        case PortFailure::SevenBits:
-            return Message::LineNeedsEightBits;
-        case PortFailure::HostNotFound:
-            return Message::PortHostNotFound;
-        case PortFailure::Refused:
-            return Message::PortRefused;
-        case PortFailure::NoAnswer:
-            return Message::PortNoAnswer;
-        case PortFailure::NoSettings:
-            return Message::PortNoSettings;
-        case PortFailure::Disconnected:
-            return Message::PortDisconnected;
-        case PortFailure::FixedSettings:
-            return Message::PortFixedSettings;
-        case PortFailure::CommandsOnly:
-            return Message::PortCommandsOnly;
-        case PortFailure::Other:
-        case PortFailure::None:
-            break;
-    }
-    return Message::PortOtherFailure;
+    return failure == PortFailure::Disconnected || failure == PortFailure::NoBridge;
 }
+
+// What another machine says may hold what moves a terminal's cursor or colours its text.
+std::string WithoutControls(std::string text)
+{
+    std::ranges::replace_if(
+        text, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }, '.');
+    return text;
+}
+
+}  // namespace
 
 LineErrorText DescribeLineFailure(const MessageCatalogue& catalogue, const LineTarget& target,
                                   const LineResult& result)
@@ -72,10 +53,10 @@ LineErrorText DescribeLineFailure(const MessageCatalogue& catalogue, const LineT
     text.extra += ": " + target.settings;
     if (result.outcome == LineOutcome::Failed && failure.port == PortFailure::None)
         text.message = ReplyErrorText(failure.number);
-    else if (result.outcome == LineOutcome::Failed && failure.port != PortFailure::Disconnected)
+    else if (result.outcome == LineOutcome::Failed && !IsToldAsItIs(failure.port))
         text.message = Message::PortLost;
     if (!failure.detail.empty())
-        text.extra += "\r\n" + failure.detail;
+        text.extra += "\r\n" + WithoutControls(failure.detail);
     if (!failure.holder.empty())
         text.extra += "\r\n" + DescribeHolder(catalogue, failure.holder);
     if (failure.fixedSettings)

@@ -18,7 +18,4 @@ struct LineErrorText {
 LineErrorText DescribeLineFailure(const MessageCatalogue& catalogue, const LineTarget& target,
                                   const LineResult& result);
 
-/// The message of a port that does not open.
-MessageId PortFailureText(PortFailure failure);
-
 }  // namespace kelvora

@@ -601,7 +601,12 @@ inline constexpr MessageId PortDisconnected{952,
                                             "The connection to the server ended in the middle of the work."};
 inline constexpr MessageId PortAnswersFixed{
     953, "The server answers. Speed and parity of the line are what is set in the server."};
-inline constexpr MessageId PortBridgeAnswers{954, "The bridge answers."};
+inline constexpr MessageId PortHungUp{
+    838, "The server hung up at once. Its line may be in use, or the server cannot open it."};
+inline constexpr MessageId PortNoBridge{
+    839, "What answers there is no bridge, or has got out of step. Check the address and the bridge."};
+inline constexpr MessageId PortBridgeAnswers{
+    954, "The connection is made. A scan shows whether a bridge answers."};
 inline constexpr MessageId LineSettingsFixed{
     955, "The server has fixed the line's settings. Check there that they are the terminal's: "};
 inline constexpr MessageId PortFixedSettings{
@@ -613,7 +618,8 @@ inline constexpr MessageId PortCommandsOnly{
 inline constexpr MessageId PortOnNetwork{958, "A line on the network"};
 inline constexpr MessageId PortOnBridge{959, "A bridge: another program talks to the terminal"};
 inline constexpr MessageId PortConnecting{960, "Connecting ..."};
-inline constexpr MessageId PortsNetworkHint{961, "A line on the network is written tcp:HOST:PORT."};
+inline constexpr MessageId PortsNetworkHint{
+    961, "A line on the network is written tcp:HOST:PORT, a bridge bridge:HOST:PORT."};
 
 // The windows of the flash tools.
 inline constexpr MessageId RestoreMenu{970, "Re&store from Dump..."};

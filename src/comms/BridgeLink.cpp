@@ -49,7 +49,8 @@ bool BridgeLink::Open(std::string_view /*settings*/)
     line_.clear();
     unanswered_ = 0;
     open_ = true;
-    if (!port_.Open()) {
+    // What comes at once may have ended it already.
+    if (!port_.Open() && open_) {
         open_ = false;
         failure_ = port_.Failure();
         lastError_ = port_.LastError();
@@ -71,7 +72,7 @@ void BridgeLink::Send(std::string_view command)
 {
     waits_ = true;
     if (!open_) {
-        Finish(LinkEvent::CommunicationError, "the line is closed");
+        Finish(LinkEvent::CommunicationError, lastError_.empty() ? "the line is closed" : lastError_);
         return;
     }
     ++unanswered_;
@@ -117,7 +118,7 @@ void BridgeLink::TakeLine(std::string_view line)
 void BridgeLink::Break(const std::string& why)
 {
     port_.Close();
-    Lose(PortFailure::Other, why);
+    Lose(PortFailure::NoBridge, why);
 }
 
 void BridgeLink::Lose(PortFailure failure, const std::string& why)

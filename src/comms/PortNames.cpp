@@ -137,7 +137,8 @@ LineArgument ParseLineArgument(std::string_view argument)
     if (!IsLineDevice(device))
         throw std::invalid_argument(quoted +
                                     " names no port: write the path of a device, as in 1=/dev/ttyUSB0, or a "
-                                    "line on the network, as in 1=tcp:host:4000");
+                                    "line on the network, as in 1=tcp:host:4000 or 1=tcp:[::1]:4000, with a "
+                                    "number from 1 to 65535");
     return {*port, std::string(device)};
 }
 

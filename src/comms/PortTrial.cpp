@@ -15,6 +15,44 @@ std::string DescribeOpened(const MessageCatalogue& catalogue, const PortTrial& t
 
 }  // namespace
 
+MessageId PortFailureText(PortFailure failure)
+{
+    switch (failure) {
+        case PortFailure::Missing:
+            return Message::PortMissing;
+        case PortFailure::NotAllowed:
+            return Message::PortNotAllowed;
+        case PortFailure::InUse:
+            return Message::PortInUse;
+        case PortFailure::BadSettings:
+            return Message::PortBadSettings;
+        case PortFailure::SevenBits:
+            return Message::LineNeedsEightBits;
+        case PortFailure::HostNotFound:
+            return Message::PortHostNotFound;
+        case PortFailure::Refused:
+            return Message::PortRefused;
+        case PortFailure::NoAnswer:
+            return Message::PortNoAnswer;
+        case PortFailure::NoSettings:
+            return Message::PortNoSettings;
+        case PortFailure::HungUp:
+            return Message::PortHungUp;
+        case PortFailure::Disconnected:
+            return Message::PortDisconnected;
+        case PortFailure::NoBridge:
+            return Message::PortNoBridge;
+        case PortFailure::FixedSettings:
+            return Message::PortFixedSettings;
+        case PortFailure::CommandsOnly:
+            return Message::PortCommandsOnly;
+        case PortFailure::Other:
+        case PortFailure::None:
+            break;
+    }
+    return Message::PortOtherFailure;
+}
+
 std::string DescribeGroup(const MessageCatalogue& catalogue, const std::string& group)
 {
     if (group.empty())
@@ -57,38 +95,25 @@ PortTrial TryDevice(SerialPort& port, const std::string& device)
 
 std::string DescribeTrial(const MessageCatalogue& catalogue, const PortTrial& trial)
 {
+    if (trial.failure == PortFailure::None)
+        return DescribeOpened(catalogue, trial);
+    const MessageId text = PortFailureText(trial.failure);
     switch (trial.failure) {
-        case PortFailure::None:
-            return DescribeOpened(catalogue, trial);
-        case PortFailure::Missing:
-            return catalogue.Caption(Message::PortMissing);
         case PortFailure::NotAllowed:
-            return catalogue.Caption(Message::PortNotAllowed) + "\r\n" +
-                   DescribeGroup(catalogue, trial.group);
+            return catalogue.Caption(text) + "\r\n" + DescribeGroup(catalogue, trial.group);
         case PortFailure::InUse:
-            return catalogue.Caption(Message::PortInUse) +
+            return catalogue.Caption(text) +
                    (trial.holder.empty() ? "" : "\r\n" + DescribeHolder(catalogue, trial.holder));
         case PortFailure::BadSettings:
-            return catalogue.Word(Message::PortBadSettings) + trial.settings;
-        case PortFailure::HostNotFound:
-            return catalogue.Caption(Message::PortHostNotFound);
-        case PortFailure::Refused:
-            return catalogue.Caption(Message::PortRefused);
-        case PortFailure::NoAnswer:
-            return catalogue.Caption(Message::PortNoAnswer);
-        case PortFailure::NoSettings:
-            return catalogue.Caption(Message::PortNoSettings);
-        case PortFailure::FixedSettings:
-            return catalogue.Caption(Message::PortFixedSettings);
-        case PortFailure::CommandsOnly:
-            return catalogue.Caption(Message::PortCommandsOnly);
+            return catalogue.Word(text) + trial.settings +
+                   (ParseLineAddress(trial.device) ? "\r\n" + trial.error : std::string());
         case PortFailure::Disconnected:
-            return catalogue.Caption(Message::PortDisconnected) + "\r\n" + trial.error;
-        case PortFailure::SevenBits:
+            return catalogue.Caption(text) + "\r\n" + trial.error;
         case PortFailure::Other:
-            break;
+            return catalogue.Word(text) + trial.error;
+        default:
+            return catalogue.Caption(text);
     }
-    return catalogue.Word(Message::PortOtherFailure) + trial.error;
 }
 
 }  // namespace kelvora

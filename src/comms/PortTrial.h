@@ -19,6 +19,9 @@ struct PortTrial {
     bool fixedSettings = false;  ///< as in SerialPort, where it opened
 };
 
+/// The message of a port that does not open.
+MessageId PortFailureText(PortFailure failure);
+
 /// The outcome of the port's last Open; a port that is open is in use.
 PortTrial OutcomeOf(const SerialPort& port);
 

@@ -11,13 +11,14 @@ namespace {
 constexpr std::size_t ShownWords = 80;
 
 // A server that refuses mostly says why, as a line of text.
+// Empty for what is no text.
 std::string WordsOf(std::string_view heard)
 {
     std::string words(heard.substr(0, ShownWords));
     while (!words.empty() && (words.back() == '\r' || words.back() == '\n'))
         words.pop_back();
     const bool isText = std::ranges::all_of(words, [](char c) { return c >= ' ' && c <= '~'; });
-    return isText && !words.empty() ? words : std::string("the server has hung up at once");
+    return isText ? words : std::string();
 }
 
 }  // namespace
@@ -159,8 +160,10 @@ void NetworkPort::EnterOpen()
 {
     EndStage();
     stage_ = Stage::Open;
-    // What a raw line has said so far is no answer to anything.
-    heard_.clear();
+    // What a raw line has said so far is no answer to anything; whoever listens for a bridge has to judge it.
+    const std::string early = std::exchange(heard_, {});
+    if (address_.protocol == LineProtocol::Bridge)
+        Deliver(early);
 }
 
 void NetworkPort::Deliver(std::string_view bytes)
@@ -178,8 +181,10 @@ void NetworkPort::Disconnected(PortFailure failure, const std::string& words)
         Lose(words);
     else if (stage_ == Stage::Connecting)
         Fail(failure, words);
+    else if (const std::string said = WordsOf(heard_); !said.empty())
+        Fail(PortFailure::InUse, said);
     else
-        Fail(PortFailure::InUse, WordsOf(heard_));
+        Fail(PortFailure::HungUp, "the server has hung up at once");
 }
 
 void NetworkPort::Fail(PortFailure failure, const std::string& words)

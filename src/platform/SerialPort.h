@@ -21,7 +21,9 @@ enum class PortFailure {
     Refused,        ///< the machine has no server there
     NoAnswer,       ///< the machine or its server does not answer
     NoSettings,     ///< the server does not take settings, and must
+    HungUp,         ///< the server ends the connection at once
     Disconnected,   ///< the connection has ended
+    NoBridge,       ///< what answers does not speak as a bridge does
     FixedSettings,  ///< the server has fixed the speed, which the modules' protocol has to change
     CommandsOnly,   ///< a bridge carries no bytes of a line
     Other,

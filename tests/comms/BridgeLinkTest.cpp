@@ -103,6 +103,11 @@ TEST_F(BridgeLinkTest, ALineThatBelongsToNoCommandEndsTheConnection)
         loop.Pass(BridgeLink::LongestAnswer);
         EXPECT_EQ(events.size(), 1U) << why;
     }
+    EXPECT_EQ(link.Failure(), PortFailure::NoBridge);
+    connection.says = {{20, "Welcome\n"}};
+    EXPECT_FALSE(link.Open("") || port.IsOpen()) << "also before the first command";
+    EXPECT_EQ(link.LastError(), "a line of the bridge has no tag");
+    connection.says.clear();
     ASSERT_TRUE(link.Open(""));
     events.clear();
     link.Send("20");
@@ -114,7 +119,7 @@ TEST_F(BridgeLinkTest, ALineThatBelongsToNoCommandEndsTheConnection)
     EXPECT_EQ(link.Failure(), PortFailure::Refused);
     events.clear();
     link.Send("20");
-    EXPECT_EQ(events, (Events{{LinkEvent::CommunicationError, "the line is closed"}}));
+    EXPECT_EQ(events, (Events{{LinkEvent::CommunicationError, link.LastError()}}));
 }
 
 // The scan over a bridge is that over a wire, also for those who watch it.

@@ -151,7 +151,7 @@ TEST(PortTrial, SaysWhyAPortDoesNotOpenAndLeavesItAsItWas)
                          {"/dev/slow", PortFailure::BadSettings},  {"/dev/odd", PortFailure::Other},
                          {"tcp:a:1", PortFailure::HostNotFound},   {"tcp:a:2", PortFailure::Refused},
                          {"tcp:a:3", PortFailure::NoAnswer},       {"rfc2217:a:4", PortFailure::NoSettings},
-                         {"bridge:a:5", PortFailure::None}};
+                         {"bridge:a:5", PortFailure::None},        {"tcp:a:6", PortFailure::HungUp}};
     devices.groups["/dev/closed"] = "dialout";
     devices.condition["/dev/known"] = PortFailure::InUse;
     devices.holders["/dev/known"] = "minicom (PID 1234)";
@@ -183,7 +183,8 @@ TEST(PortTrial, SaysWhyAPortDoesNotOpenAndLeavesItAsItWas)
           Row{"rfc2217:a:4",
               "The server takes no settings by RFC 2217. Write tcp: or raw:, and set the speed in the "
               "server."},
-          Row{"bridge:a:5", "The bridge answers."}}) {
+          Row{"tcp:a:6", "The server hung up at once. Its line may be in use, or the server cannot open it."},
+          Row{"bridge:a:5", "The connection is made. A scan shows whether a bridge answers."}}) {
         EXPECT_EQ(DescribeTrial({}, TryDevice(port, row.device)), row.text) << row.device;
         EXPECT_EQ(port.Device(), "/dev/own");
         EXPECT_FALSE(port.IsOpen());

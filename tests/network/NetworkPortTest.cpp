@@ -86,7 +86,7 @@ TEST_F(NetworkPortTest, FindsOutHowTheServerSpeaks)
         {"deaf", "tcp:a:1", greets, deaf, -1, NoAnswer, "does not answer to settings", false, 2050},
         {"in use", "tcp:a:1", refuses, {}, 14, InUse, "Port already in use", false, 50},
         {"raw, in use", "raw:a:1", {{9, "busy\n"}}, {}, 9, InUse, "busy", false, 50},
-        {"in use, without a word", "bridge:a:1", {}, {}, 9, InUse, "hung up at once", false, 50},
+        {"in use, without a word", "bridge:a:1", {}, {}, 9, HungUp, "hung up at once", false, 50},
     };
     for (const auto& row : cases) {
         connection.says = row.says;

@@ -109,7 +109,11 @@ void PortsDialog::AddRow(QGridLayout& grid, int port)
     connect(row.device, &QComboBox::activated, this, [this, index](int chosen) {
         rows_.at(index).device->setEditText(PathToQString(found_.at(static_cast<std::size_t>(chosen)).path));
     });
-    connect(row.device, &QComboBox::editTextChanged, this, [this] { ShowAdapters(); });
+    connect(row.device, &QComboBox::editTextChanged, this, [this] {
+        // What was tried is no longer what stands there.
+        result_->clear();
+        ShowAdapters();
+    });
 
     row.tryIt = new QPushButton(Text(Message::PortTry), this);
     row.tryIt->setObjectName(QStringLiteral("Try%1").arg(port));
@@ -120,6 +124,7 @@ void PortsDialog::AddRow(QGridLayout& grid, int port)
     row.adapter = new QLabel(this);
     row.adapter->setObjectName(QStringLiteral("Adapter%1").arg(port));
     row.adapter->setTextFormat(Qt::PlainText);
+    row.adapter->setWordWrap(true);
     row.adapter->setContentsMargins(0, 0, 0, PortSpacing);
     const int line = 2 * static_cast<int>(index);
     grid.addWidget(label, line, 0);
