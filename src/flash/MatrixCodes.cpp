@@ -29,6 +29,7 @@ int AppendDigit(int number, std::size_t digit)
 struct Entry {
     int line = 0;
     int column = 0;
+    bool hasDigit = false;  ///< also where the column is 0 still
 
     bool IsEmpty() const { return line == 0 && column == 0; }
     int Offset() const { return (line - 1) * LineSize + (column - 1) * ColumnSize; }
@@ -39,7 +40,7 @@ struct Entry {
 bool Take(Entry& entry, std::size_t place)
 {
     if (place >= FirstLetter) {
-        if (entry.column != 0)
+        if (entry.hasDigit)
             return false;
         entry.line = AppendDigit(entry.line, place - FirstLetter + 1);
         return true;
@@ -47,6 +48,7 @@ bool Take(Entry& entry, std::size_t place)
     if (entry.line == 0)
         return false;
     entry.column = AppendDigit(entry.column, place - FirstDigit);
+    entry.hasDigit = true;
     return true;
 }
 

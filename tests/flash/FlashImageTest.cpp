@@ -65,6 +65,7 @@ TEST(MatrixCodes, GiveOffsets)
         {"column 0 is no column", "b1,a0,b1", "\x02"},
         {"255 would be no contact", "b1,a17,a16", "\x02"},
         {"numbers of any length", "b1,a99999999999999999999", "\x02"},
+        {"a letter after the digit 0", "b1,a0b1", "\x02"},
     };
     for (const Case& c : cases)
         EXPECT_EQ(ParseMatrixCodes(c.list), c.positions) << c.reason;
