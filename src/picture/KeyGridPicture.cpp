@@ -131,11 +131,10 @@ private:
         const int width = std::max(1, place_.cell / 22);
         const KeyRect inner{cap.left + width, cap.top + width, cap.width - 2 * width, cap.height - 2 * width};
         drawing_.Rect(inner, 2 * gap_, {"none", look_.unused, width});
-        // A number would not be readable through a dark stroke.
-        if (!place_.firstKeyNumber)
+        if (!look_.strokeBehindNumber.empty())
+            PaintStroke(inner, {"none", look_.strokeBehindNumber, width});
+        else if (!place_.firstKeyNumber)
             PaintStroke(inner, {"none", look_.unused, width});
-        else if (look_.bracketsUnused)
-            PaintStroke(inner, {"none", "#c4c4c4", width});
     }
 
     void PaintStroke(const KeyRect& inner, const Paint& paint)
@@ -149,7 +148,7 @@ private:
         if (!place_.firstKeyNumber)
             return;
         std::string number = std::to_string(*place_.firstKeyNumber + position - 1);
-        const bool inBrackets = unused && look_.bracketsUnused;
+        const bool inBrackets = unused && !look_.strokeBehindNumber.empty();
         if (inBrackets)
             number = "(" + number + ")";
         // Five characters have to fit on a cap.
@@ -195,7 +194,9 @@ std::string KeyCapShapes(char type, int cell, const KeyGridLook& look)
     record.KeyMap.front() = type;
     SvgDrawing drawing;
     const KeyGridPlace place{0, 0, cell, {}, &look};
-    GridPainter(drawing, record, place).PaintKeys();
+    GridPainter painter(drawing, record, place);
+    painter.PaintGround();
+    painter.PaintKeys();
     return drawing.Shapes();
 }
 

@@ -20,15 +20,17 @@ struct KeyGridLook {
     std::string_view edge;  ///< around a cap
     std::string_view number;
     std::string_view unused;  ///< the outline of an unused key, and its number
-    bool bracketsUnused;      ///< an unused key's number stands in brackets, over the stroke through its key
+    /// Through an unused key whose number stands over it, then in brackets. Empty for none: a number would
+    /// not be readable through a stroke as dark as the outline.
+    std::string_view strokeBehindNumber;
 };
 
 /// Light caps on dark ground.
-inline constexpr KeyGridLook ScreenLook{"#434a54", "#bcc3cc", "#f6f7f9", "none", "#22272e", "#98a0ab", false};
+inline constexpr KeyGridLook ScreenLook{"#434a54", "#bcc3cc", "#f6f7f9", "none", "#22272e", "#98a0ab", ""};
 
 /// Black on white, to be told apart in grey too.
 inline constexpr KeyGridLook PaperLook{"#dcdcdc", "#ffffff", "#ffffff", "#000000",
-                                       "#000000", "#333333", true};
+                                       "#000000", "#333333", "#909090"};
 
 /// Positions, from 1, that are pointed out; see picture/PictureMarks.h.
 struct KeyGridMarks {
@@ -53,7 +55,7 @@ int DrawnKeyRows(const ModuleRecord& record);
 /// A record without columns draws nothing.
 void DrawKeyGrid(SvgDrawing& drawing, const ModuleRecord& record, const KeyGridPlace& place);
 
-/// One cap of that type, its grid position at 0, 0: what a legend shows.
+/// One cap of that type on its ground, its grid position at 0, 0: what a legend shows.
 std::string KeyCapShapes(char type, int cell, const KeyGridLook& look);
 
 /// The key grid alone as an SVG document, with the keys' numbers on the line.

@@ -27,6 +27,16 @@ int WidthOf(const SetupDocument& document)
     return DrawStrip(none, document.Modules, 0, 0).width;
 }
 
+// Those of an order that stand elsewhere in the other one.
+std::vector<ModuleKind> MovedModules(const SetupDifference& order)
+{
+    std::vector<ModuleKind> moved;
+    for (std::size_t i = 0; i < order.before.size() && i < order.after.size(); ++i)
+        if (order.before[i] != order.after[i])
+            moved.push_back(static_cast<ModuleKind>(order.before[i]));
+    return moved;
+}
+
 }  // namespace
 
 SetupComparison::SetupComparison(SetupDocument before, SetupDocument after)
@@ -70,7 +80,10 @@ std::string SetupComparison::ModulesPicture(Side side, const SetupDifference* ch
     for (const SetupDifference& difference : differences_)
         if (difference.kind != ModuleKind::None)
             marks.marked.push_back(difference.kind);
-    marks.framed = chosen ? chosen->kind : ModuleKind::None;
+    if (chosen && chosen->what == What::Order)
+        marks.framed = MovedModules(*chosen);
+    else if (chosen)
+        marks.framed.push_back(chosen->kind);
     return StripPicture(Document(side).Modules, std::max(WidthOf(before_), WidthOf(after_)), marks);
 }
 

@@ -25,9 +25,9 @@ ModuleKind MainKind(ModuleKind kind)
     return IsPart(kind) ? ModuleKind::KM096 : kind;
 }
 
-bool IsMarked(const StripMarks& marks, ModuleKind kind)
+bool Names(const std::vector<ModuleKind>& kinds, ModuleKind kind)
 {
-    return std::ranges::any_of(marks.marked, [&](ModuleKind marked) { return MainKind(marked) == kind; });
+    return std::ranges::any_of(kinds, [&](ModuleKind marked) { return MainKind(marked) == kind; });
 }
 
 KeyRect PlaceOf(const PlacedButton& placed, int left, int top)
@@ -42,9 +42,9 @@ void DrawMarks(SvgDrawing& drawing, const PlacedButton& placed, const KeyRect& p
     const ModuleKind kind = KindOfButton(placed.button);
     if (!IsMainButton(placed.button))
         return;
-    if (IsMarked(marks, kind))
+    if (Names(marks.marked, kind))
         DrawMark(drawing, place, {Corner, MarkWidth, 5 * MarkWidth});
-    if (marks.framed != ModuleKind::None && MainKind(marks.framed) == kind)
+    if (Names(marks.framed, kind))
         DrawRing(drawing, place, {Corner, MarkWidth, 0});
 }
 

@@ -13,7 +13,7 @@ namespace kelvora {
 /// module that they ride on.
 struct StripMarks {
     std::vector<ModuleKind> marked{};
-    ModuleKind framed = ModuleKind::None;
+    std::vector<ModuleKind> framed{};
 };
 
 /// How far a strip reaches, in twips.

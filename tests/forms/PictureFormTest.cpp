@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <QFile>
 #include <QImage>
 #include <QLabel>
@@ -105,6 +106,14 @@ TEST_F(PictureForm, PreviewAndPrintShowTheSheet)
                            });
     EXPECT_GT(QFile(paper).size(), 10000);
     EXPECT_TRUE(prompt.shown.empty());
+    InDialog<QPrintDialog>([&] { Trigger(Command::FileMenuPrint); },
+                           [](QPrintDialog& dialog) {
+                               dialog.printer()->setOutputFormat(QPrinter::PdfFormat);
+                               dialog.printer()->setOutputFileName("/dev/full");
+                               dialog.done(QDialog::Accepted);
+                           });
+    ASSERT_EQ(prompt.shown.size(), 1U);
+    EXPECT_THAT(prompt.shown[0].body, testing::HasSubstr("/dev/full"));
 }
 
 TEST_F(PictureForm, ExportsEachTypeAndKeepsWhatItCannotReplace)

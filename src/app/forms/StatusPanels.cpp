@@ -3,7 +3,6 @@
 #include <QCursor>
 #include <QGuiApplication>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QSizeGrip>
 #include <algorithm>
 
@@ -38,30 +37,16 @@ protected:
 
 }  // namespace
 
-StatusPanel::StatusPanel(const char* name, QWidget* parent) : QLabel(parent)
+StatusPanel::StatusPanel(const char* name, QWidget* parent) : ElidedLabel(parent)
 {
     setObjectName(QString::fromLatin1(name));
     setMargin(2);
-    setTextFormat(Qt::PlainText);
-}
-
-QSize StatusPanel::sizeHint() const
-{
-    return QLabel::sizeHint() + QSize(2 * PanelMargin, 0);
+    setContentsMargins(PanelMargin, 0, PanelMargin, 0);
 }
 
 QSize StatusPanel::minimumSizeHint() const
 {
     return {std::min(sizeHint().width(), PanelMinimumWidth), sizeHint().height()};
-}
-
-void StatusPanel::paintEvent(QPaintEvent* /*event*/)
-{
-    QPainter painter(this);
-    const QRect room = contentsRect().adjusted(PanelMargin, 0, -PanelMargin, 0);
-    const QString line = text().simplified();
-    painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter,
-                     fontMetrics().elidedText(line, Qt::ElideMiddle, room.width()));
 }
 
 StatusPanels::StatusPanels(QWidget* parent)

@@ -6,19 +6,16 @@
 #include <QStatusBar>
 
 #include "app/MessageCatalogue.h"
+#include "platform/qt/ElidedLabel.h"
 
 namespace kelvora {
 
-/// One panel: a text of any length, cut in its middle to the room that there is.
-class StatusPanel final : public QLabel {
+/// One panel: a text of any length.
+class StatusPanel final : public ElidedLabel {
 public:
     StatusPanel(const char* name, QWidget* parent);
 
-    QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
-
-protected:
-    void paintEvent(QPaintEvent* event) override;
 };
 
 class StatusPanels final : public QStatusBar {

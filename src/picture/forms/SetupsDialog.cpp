@@ -12,6 +12,7 @@
 
 #include "app/FlashTexts.h"
 #include "picture/forms/PictureView.h"
+#include "platform/qt/ElidedLabel.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WindowKeys.h"
 
@@ -39,7 +40,8 @@ SetupsDialog::SetupsDialog(const MessageCatalogue& catalogue, NamedSetup before,
       after_(std::move(after)),
       comparison_(before_.document, after_.document),
       views_(new QTabBar(this)),
-      halves_{Half{new QLabel(this), new PictureView(this)}, Half{new QLabel(this), new PictureView(this)}},
+      halves_{Half{new ElidedLabel(this), new PictureView(this)},
+              Half{new ElidedLabel(this), new PictureView(this)}},
       hint_(new QLabel(this)),
       count_(new QLabel(this)),
       list_(new QListWidget(this)),
@@ -53,7 +55,7 @@ SetupsDialog::SetupsDialog(const MessageCatalogue& catalogue, NamedSetup before,
     hint_->setWordWrap(true);
     count_->setObjectName(QStringLiteral("Count"));
     list_->setObjectName(QStringLiteral("Differences"));
-    list_->setUniformItemSizes(true);
+    list_->setWordWrap(true);
     connect(views_, &QTabBar::currentChanged, this, [this] { ShowPictures(); });
     connect(list_, &QListWidget::currentRowChanged, this, [this] { ShowDifference(); });
     connect(list_, &QListWidget::itemClicked, this, [this] { ShowDifference(); });
@@ -61,7 +63,6 @@ SetupsDialog::SetupsDialog(const MessageCatalogue& catalogue, NamedSetup before,
     connect(next_, &QPushButton::clicked, this, [this] { Step(1); });
     for (const Side side : Sides) {
         const Half& half = halves_.at(IndexOf(side));
-        half.name->setTextFormat(Qt::PlainText);
         // A long path must not widen the window: it is cut off, and whole in the tool tip.
         half.name->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
         half.picture->setObjectName(side == Side::Before ? QStringLiteral("Before")

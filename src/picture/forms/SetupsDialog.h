@@ -16,6 +16,7 @@ class QTabBar;
 
 namespace kelvora {
 
+class ElidedLabel;
 class PictureView;
 
 /// A setup, and what the window calls it.
@@ -41,7 +42,7 @@ public:
 private:
     /// One half of the window.
     struct Half {
-        QLabel* name;
+        ElidedLabel* name;
         PictureView* picture;
     };
 

@@ -1,5 +1,6 @@
 #include "picture/forms/SheetForms.h"
 
+#include <QPaintEngine>
 #include <QPrintDialog>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
@@ -44,6 +45,25 @@ std::string Convert(PictureType type, const std::string& svg)
 
 }  // namespace
 
+// Prints, or writes the file that was chosen in place of a printer: like every file of the program, whole or
+// not at all.
+bool SheetForms::Print(const std::string& sheet, QPrinter& printer) const
+{
+    const QPaintEngine* const engine = printer.paintEngine();
+    if (printer.outputFileName().isEmpty() || !engine || engine->type() != QPaintEngine::Pdf)
+        return PaintPages({&sheet, 1}, printer);
+    try {
+        const std::string document = PdfOf({&sheet, 1});
+        if (!document.empty())
+            session_.Shared().world.files.Write(PathFromQString(printer.outputFileName()), document);
+        return !document.empty();
+    } catch (const FileError& error) {
+        session_.Shared().Show(Message::FileNotWritten, {BoxIcon::Exclamation},
+                               TextFromPath(error.Path()) + "\r\n" + error.what());
+        return true;
+    }
+}
+
 std::string SheetForms::Sheet() const
 {
     return SetupSheet(session_.document,
@@ -61,7 +81,7 @@ void SheetForms::FileMenuPrint_Click()
     if (dialog.exec() != QDialog::Accepted)
         return;
     const std::string sheet = Sheet();
-    if (!PaintPages({&sheet, 1}, printer))
+    if (!Print(sheet, printer))
         session_.Shared().Show(Message::NotPrinted, {BoxIcon::Exclamation});
 }
 
@@ -73,12 +93,14 @@ void SheetForms::FileMenuPrintPreview_Click()
     dialog.setObjectName(QStringLiteral("PrintPreview"));
     dialog.setWindowFlag(Qt::WindowMaximizeButtonHint);
     const std::string sheet = Sheet();
-    QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog, [&sheet](QPrinter* paper) {
-        PaintPages({&sheet, 1}, *paper);
-    });
+    bool isPrinted = true;
+    QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog,
+                     [&](QPrinter* paper) { isPrinted = Print(sheet, *paper); });
     const QSize available = dialog.screen()->availableSize();
     dialog.resize(QSize(PreviewWidth, available.height()).boundedTo(available * 9 / 10));
     dialog.exec();
+    if (!isPrinted)
+        session_.Shared().Show(Message::NotPrinted, {BoxIcon::Exclamation});
 }
 
 void SheetForms::FileMenuExport_Click()

@@ -7,6 +7,7 @@
 
 #include "layout/SetupSession.h"
 
+class QPrinter;
 class QWidget;
 
 namespace kelvora {
@@ -25,6 +26,7 @@ public:
 
 private:
     std::string Sheet() const;
+    bool Print(const std::string& sheet, QPrinter& printer) const;
 
     SetupSession& session_;
     QWidget& window_;

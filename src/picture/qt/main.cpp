@@ -18,12 +18,16 @@ int main(int argc, char** argv)
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     const QGuiApplication application(argc, argv);
     const auto type = kelvora::PictureTypeNamed(argc > 1 ? argv[1] : "");
+    if (!type || type == kelvora::PictureType::Svg) {
+        std::cerr << "usage: kelvora-picture png|pdf (kelvora-cli render starts it)\n";
+        return 2;
+    }
     std::ios::sync_with_stdio(false);
     const std::string input{std::istreambuf_iterator<char>(std::cin), {}};
     std::string_view rest = input;
     while (!rest.empty()) {
         const auto pages = kelvora::TakePictureRecord(rest);
-        if (!pages || !type || type == kelvora::PictureType::Svg)
+        if (!pages)
             return 2;
         const std::string picture =
             type == kelvora::PictureType::Png ? kelvora::PngOf(pages->front()) : kelvora::PdfOf(*pages);
