@@ -66,6 +66,12 @@ int ParseAndRun(std::span<const std::string> arguments, Console& console, LineAc
         app.parse(ParserArguments(arguments));
         return exitCode;
     } catch (const CLI::ParseError& error) {
+        const std::string first = arguments.empty() ? std::string() : arguments.front();
+        if (!first.empty() && first.front() != '-' &&
+            app.get_subcommands([&](const CLI::App* each) { return each->get_name() == first; }).empty()) {
+            console.err << DiagnosticLine('"' + first + "\" is no command; --help lists them");
+            return ExitCode::Usage;
+        }
         std::ostringstream shown;
         const bool done = app.exit(error, shown, console.err) == 0;
         Emit(console, shown.str());

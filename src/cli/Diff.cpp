@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "app/FlashTexts.h"
+#include "cli/SetupJson.h"
 #include "cli/Verdict.h"
 #include "platform/Encoding.h"
 #include "setup/SetupDifferences.h"
@@ -92,12 +93,22 @@ std::string DifferencesJson(const std::string& before, const std::string& after,
 
 int Diff(const DiffRequest& request, Console& console)
 {
-    const auto before = AcceptedSetup(request.before, console.err);
+    const auto read = [&](const std::string& path) {
+        std::string text;
+        SetupDocument document;
+        const Verdict verdict = CheckSetupFile(path, text, &document);
+        const bool isAccepted = verdict.outcome == Verdict::Outcome::Accepted;
+        console.err << VerdictLine(path, verdict);
+        if (!isAccepted && request.json)
+            Emit(console, VerdictJson(path, verdict));
+        return isAccepted ? std::optional(std::move(document)) : std::nullopt;
+    };
+    const auto before = read(request.before);
     if (!before)
         return Trouble;
     int exitCode = Same;
     for (const std::string& path : request.after) {
-        const auto after = AcceptedSetup(path, console.err);
+        const auto after = read(path);
         if (!after) {
             exitCode = Trouble;
             continue;
@@ -123,7 +134,8 @@ void AddDiffCommand(CLI::App& app, Console& console, int& exitCode)
     command->add_flag("--json", request->json, "Print an object a line for every B");
     command->add_flag("-q,--quiet", request->quiet, "Print nothing, the exit code tells");
     command->footer(
-        "A line a difference, from A to B; a key whose number has changed is told with both numbers.\n"
+        "A line a difference, from A to B; a key that differs is told with both numbers where its module has "
+        "moved.\n"
         "Exit code: 0 all are the same; 1 some differ; 2 a file was rejected or could not be read.");
     command->callback([request, &console, &exitCode] { exitCode = Diff(*request, console); });
 }

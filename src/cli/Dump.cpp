@@ -37,8 +37,7 @@ int Dump(const DumpRequest& request, Console& console, LineAccess& access)
             PosixFiles files;
             SaveTextFile(files, request.output, dump);
         } catch (const FileError& error) {
-            console.err << FailureLine(error.Path(), error.what());
-            return ExitCode::Rejected;
+            return RefuseFile(request.line, error.Path(), FailureLine(error.Path(), error.what()), console);
         }
     }
     if (request.line.json)

@@ -94,12 +94,12 @@ std::string DumpJson(const LineTarget& target, const LineResult& read, const std
     return object.dump() + "\n";
 }
 
-std::string UnreadJson(int port, const std::string& file, const std::string& error)
+std::string UnreadJson(int port, const std::string& file, const std::string& message)
 {
     Json object;
     object["port"] = PortName(port);
     object["file"] = FileOrNull(file);
-    object["error"] = error;
+    object["message"] = message;
     return object.dump() + "\n";
 }
 

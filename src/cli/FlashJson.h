@@ -19,8 +19,8 @@ std::string TransferJson(const LineTarget& target, const std::string& file, cons
 /// port, file (null without one), deviceMap, crc32 (null when no image came), lineFailure.
 std::string DumpJson(const LineTarget& target, const LineResult& read, const std::string& file);
 
-/// port, file (null without one), error: of a command that came to nothing, before its line or on it.
-std::string UnreadJson(int port, const std::string& file, const std::string& error);
+/// port, file (null without one), message: of a command that came to nothing, before its line or on it.
+std::string UnreadJson(int port, const std::string& file, const std::string& message);
 
 /// file, output and dump (one of which is null: the dump where it was not written to a file), unheld (what
 /// the device cannot hold, in words).

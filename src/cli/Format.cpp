@@ -42,8 +42,7 @@ int Format(const FormatRequest& request, Console& console)
             if (!request.output.empty())
                 SaveTextFile(files, request.output, text);
         } catch (const FileError& error) {
-            console.err << FailureLine(error.Path(), error.what());
-            return ExitCode::Rejected;
+            return Refuse(request.json, error.Path(), error.what(), console);
         }
         // As a save does: the text ends with a line of its own.
         text += "\r\n";

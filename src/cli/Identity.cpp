@@ -8,7 +8,9 @@
 
 #include "app/ShowMessage.h"
 #include "cli/ConsolePrompt.h"
+#include "cli/FlashJson.h"
 #include "cli/LineReport.h"
+#include "cli/SetupJson.h"
 #include "comms/PortTrial.h"
 #include "eeprom/IdentityWrite.h"
 #include "platform/AsciiCase.h"
@@ -55,7 +57,24 @@ public:
     IdentityRun& operator=(const IdentityRun&) = delete;
     ~IdentityRun() { protocol_.Close(); }
 
-    int Read()
+    int Read() { return Finish(ReadLine()); }
+
+    /// `copy` is the one that the blocks come from, if any: what the line does not hold of it is left out.
+    int Write(const std::vector<AddressedBlock>& wanted, const IdentityCopy* copy = nullptr)
+    {
+        return Finish(WriteLine(wanted, copy));
+    }
+
+private:
+    // Who reads results is told of a failure there too.
+    int Finish(int exitCode)
+    {
+        if (request_.json && !isPrinted_)
+            Emit(console_, UnreadJson(request_.port, request_.file, why_));
+        return exitCode;
+    }
+
+    int ReadLine()
     {
         if (!Find())
             return ExitCode::Line;
@@ -64,8 +83,7 @@ public:
         return complete ? ExitCode::Done : ExitCode::Line;
     }
 
-    /// `copy` is the one that the blocks come from, if any: what the line does not hold of it is left out.
-    int Write(const std::vector<AddressedBlock>& wanted, const IdentityCopy* copy = nullptr)
+    int WriteLine(const std::vector<AddressedBlock>& wanted, const IdentityCopy* copy)
     {
         if (!Find())
             return ExitCode::Line;
@@ -87,13 +105,14 @@ public:
                 Fail(isStopped_ ? "the work was stopped; nothing was written" : "nothing was written");
             return isStopped_ ? exitCode : ExitCode::Rejected;
         }
-        if (result.outcome == WriteOutcome::NotSaved)
+        if (result.outcome == WriteOutcome::NotSaved) {
+            Remember("the copy of the blocks could not be saved; nothing was written");
             return ExitCode::Rejected;
+        }
         const int exitCode = TellWritten(result, blocks);
         return missing.empty() ? exitCode : Fail(DescribeLeftOut(catalogue_, missing));
     }
 
-private:
     std::string English(const MessageId& message) const { return catalogue_.Word(message); }
 
     // The last moment at which a stop is heard: modules that are written are written all.
@@ -121,15 +140,18 @@ private:
     int Fail(std::string_view reason)
     {
         console_.err << DiagnosticLine(reason);
+        Remember(reason);
         return ExitCode::Line;
     }
+
+    void Remember(std::string_view reason) { why_ += (why_.empty() ? "" : "; ") + std::string(reason); }
 
     bool Find()
     {
         if (!protocol_.OpenCommsLine()) {
             PortTrial trial = OutcomeOf(line_.port);
             trial.failure = protocol_.Failure();
-            console_.err << FailureLine(trial.device, OneLineText(DescribeTrial(catalogue_, trial)));
+            Fail(trial.device + ": " + OneLineText(DescribeTrial(catalogue_, trial)));
             return false;
         }
         const SearchOutcome outcome = memory_.FindModules(SearchRepeats::Never);
@@ -142,7 +164,7 @@ private:
         return outcome == SearchOutcome::Found;
     }
 
-    void TellLost() { console_.err << FailureLine(line_.port.Device(), line_.port.LastError()); }
+    void TellLost() { Fail(line_.port.Device() + ": " + line_.port.LastError()); }
 
     bool ReadModules()
     {
@@ -156,6 +178,7 @@ private:
 
     void PrintModules()
     {
+        isPrinted_ = true;
         std::string text;
         for (std::size_t address = 0; address < memory_.Count(); ++address)
             text += ModuleLine(address, memory_.Rows().at(address), request_.json);
@@ -189,6 +212,8 @@ private:
     ModuleProtocol protocol_;
     ModuleMemory memory_{protocol_};
     bool isStopped_ = false;
+    bool isPrinted_ = false;
+    std::string why_;  ///< what has failed so far
 };
 
 int WriteIdentity(const IdentityRequest& request, const IdentityLine& line, Console& console)
@@ -205,15 +230,16 @@ int WriteIdentity(const IdentityRequest& request, const IdentityLine& line, Cons
 
 int RestoreIdentities(const IdentityRequest& request, const IdentityLine& line, Console& console)
 {
+    std::string why;
     try {
         const IdentityCopy copy = ReadIdentityCopy(line.files.Read(request.file));
         return IdentityRun(request, line, console).Write(copy.blocks, &copy);
     } catch (const FileError& error) {
-        console.err << FailureLine(request.file, error.what());
+        why = error.what();
     } catch (const IdentityCopyError& error) {
-        console.err << FailureLine(request.file, OneLineText(DescribeCopyError({}, error)));
+        why = OneLineText(DescribeCopyError({}, error));
     }
-    return ExitCode::Rejected;
+    return Refuse(request.json, request.file, why, console);
 }
 
 }  // namespace

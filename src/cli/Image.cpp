@@ -10,6 +10,7 @@
 #include "app/TextFiles.h"
 #include "cli/FlashJson.h"
 #include "cli/LineReport.h"
+#include "cli/SetupJson.h"
 #include "cli/Verdict.h"
 #include "flash/DumpText.h"
 #include "flash/SetupImage.h"
@@ -26,7 +27,7 @@ std::optional<std::string> DumpOf(const ImageRequest& request, const SetupDocume
     const MessageCatalogue english;
     const auto built = BuildSetupImage(document, nullptr);
     if (const auto* const refusal = std::get_if<BuildRefusal>(&built)) {
-        console.err << FailureLine(request.file, OneLineText(Describe(english, *refusal)));
+        Refuse(request.json, request.file, OneLineText(Describe(english, *refusal)), console);
         return std::nullopt;
     }
     for (const UnheldSetting& setting : WhatTheDeviceCannotHold(document)) {
@@ -40,11 +41,17 @@ std::optional<std::string> DumpOf(const ImageRequest& request, const SetupDocume
 
 int Image(const ImageRequest& request, Console& console)
 {
-    const auto document = AcceptedSetup(request.file, console.err);
-    if (!document)
+    std::string text;
+    SetupDocument document;
+    const Verdict verdict = CheckSetupFile(request.file, text, &document);
+    if (verdict.outcome != Verdict::Outcome::Accepted) {
+        console.err << VerdictLine(request.file, verdict);
+        if (request.json)
+            Emit(console, VerdictJson(request.file, verdict));
         return ExitCode::Rejected;
+    }
     std::vector<std::string> unheld;
-    const auto dump = DumpOf(request, *document, unheld, console);
+    const auto dump = DumpOf(request, document, unheld, console);
     if (!dump)
         return ExitCode::Rejected;
     try {
@@ -52,8 +59,7 @@ int Image(const ImageRequest& request, Console& console)
         if (!request.output.empty())
             SaveTextFile(files, request.output, *dump);
     } catch (const FileError& error) {
-        console.err << FailureLine(error.Path(), error.what());
-        return ExitCode::Rejected;
+        return Refuse(request.json, error.Path(), error.what(), console);
     }
     if (request.json)
         Emit(console, ImageJson(request.file, request.output, *dump, unheld));

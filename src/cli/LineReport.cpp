@@ -16,6 +16,14 @@ std::string Parted(std::string line)
     return line + (isMarked ? " " : "; ");
 }
 
+// A diagnostic line without its end and the program's name.
+std::string PlainText(std::string_view line)
+{
+    const std::string prefix = DiagnosticLine("");
+    const std::size_t start = line.starts_with(prefix.substr(0, prefix.size() - 1)) ? prefix.size() - 1 : 0;
+    return std::string(line.substr(start, line.find_last_not_of('\n') + 1 - start));
+}
+
 }  // namespace
 
 std::string OneLineText(std::string_view text)
@@ -37,7 +45,7 @@ int RefuseFile(const LineOptions& options, const std::string& file, const std::s
 {
     console.err << why;
     if (options.json)
-        Emit(console, UnreadJson(options.port, file, why.substr(0, why.find_last_not_of('\n') + 1)));
+        Emit(console, UnreadJson(options.port, file, PlainText(why)));
     return ExitCode::Rejected;
 }
 

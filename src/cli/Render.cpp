@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
 
 #include "cli/RenderFolder.h"
 #include "cli/RenderedFile.h"
@@ -20,6 +21,12 @@ int Misused(Console& console, std::string_view text)
 {
     console.err << DiagnosticLine(text);
     return ExitCode::Usage;
+}
+
+int NothingFound(Console& console)
+{
+    console.err << DiagnosticLine("no setup files were found");
+    return ExitCode::Rejected;
 }
 
 std::vector<RenderedFile> ReadAll(const RenderRequest& request, Console& console)
@@ -57,9 +64,11 @@ std::string PictureOf(const std::vector<std::string>& pages, PictureType type, c
     return MakePictures(request.program, type, {&pages, 1}).front();
 }
 
-int RenderOne(const RenderRequest& request, PictureType type, Console& console)
+std::optional<int> RenderOne(const RenderRequest& request, PictureType type, Console& console)
 {
     std::vector<RenderedFile> files = ReadAll(request, console);
+    if (files.empty())
+        return std::nullopt;
     const std::vector<std::string> pages = Pages(files, request.now);
     if (files.size() > 1 && type != PictureType::Pdf)
         return Misused(console, "several setups need a PDF or --output-folder");
@@ -91,8 +100,9 @@ int Render(const RenderRequest& request, Console& console)
     if (request.json && request.output.empty() && request.outputFolder.empty())
         return Misused(console, "--json needs --output or --output-folder");
     const PictureType type = wanted.value_or(ending.value_or(PictureType::Svg));
-    return request.outputFolder.empty() ? RenderOne(request, type, console)
-                                        : RenderFolder(request, type, console);
+    const auto exitCode = request.outputFolder.empty() ? RenderOne(request, type, console)
+                                                       : RenderFolder(request, type, console);
+    return exitCode ? *exitCode : NothingFound(console);
 }
 
 void AddRenderCommand(CLI::App& app, Console& console, int& exitCode)
@@ -114,11 +124,14 @@ void AddRenderCommand(CLI::App& app, Console& console, int& exitCode)
     command->add_option("--type", request->type, "svg, png or pdf; svg unless told")
         ->type_name("TYPE")
         ->check(CLI::IsMember(std::vector<std::string>(PictureTypeNames.begin(), PictureTypeNames.end())));
-    command->add_flag("--json", request->json, "Print an object a line for every file");
+    command->add_flag("--json", request->json,
+                      "Print an object a line for every file; needs --output or --output-folder");
     command->footer(
         "A sheet is an A4 page: the modules, their options, and the keys with their numbers. A picture that "
         "is\n"
-        "replaced is kept under its name and \".bak\".");
+        "replaced is kept under its name and \".bak\". \"-\" among the files reads names from standard "
+        "input, one a "
+        "line.");
     command->callback([request, &console, &exitCode] {
         request->program = PictureProgram();
         request->now = LocalTime();

@@ -120,14 +120,14 @@ void DrawBatch(RenderBatch& batch, const RenderRequest& request, PictureType typ
 
 }  // namespace
 
-int RenderFolder(const RenderRequest& request, PictureType type, Console& console)
+std::optional<int> RenderFolder(const RenderRequest& request, PictureType type, Console& console)
 {
-    int exitCode = ExitCode::Done;
+    std::optional<int> exitCode;
     RunOrdered<RenderBatch>(
         [&](OrderedBatches<RenderBatch>& batches) { BatchMaker(request, type, console.in, batches).Run(); },
         [&](RenderBatch& batch) { DrawBatch(batch, request, type); },
         [&](const RenderBatch& batch) {
-            exitCode = std::max(exitCode, Report(batch, request.json, console));
+            exitCode = std::max(exitCode.value_or(ExitCode::Done), Report(batch, request.json, console));
         });
     return exitCode;
 }

@@ -50,8 +50,7 @@ int Scan(const ScanRequest& request, Console& console, LineAccess& access)
             PosixFiles files;
             SaveTextFile(files, request.output, WriteSetup(scan.document.Modules));
         } catch (const FileError& error) {
-            console.err << FailureLine(error.Path(), error.what());
-            return ExitCode::Rejected;
+            return RefuseFile(request.line, error.Path(), FailureLine(error.Path(), error.what()), console);
         }
     }
     if (request.line.json)

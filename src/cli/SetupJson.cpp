@@ -45,6 +45,14 @@ std::string VerdictJson(const std::string& path, const Verdict& verdict)
     return VerdictObject(path, verdict).dump() + "\n";
 }
 
+int Refuse(bool json, const std::string& path, const std::string& why, Console& console)
+{
+    console.err << FailureLine(path, why);
+    if (json)
+        Emit(console, Json{{"file", Utf8FromPath(path)}, {"message", why}}.dump() + "\n");
+    return ExitCode::Rejected;
+}
+
 std::string SetupJson(const std::string& path, const SetupDocument& document)
 {
     Json object;

@@ -4,6 +4,7 @@
 #include <nlohmann/json_fwd.hpp>
 #include <string>
 
+#include "cli/Console.h"
 #include "cli/Verdict.h"
 #include "setup/SetupDocument.h"
 
@@ -15,6 +16,10 @@ nlohmann::ordered_json VerdictObject(const std::string& path, const Verdict& ver
 
 /// The same as a line.
 std::string VerdictJson(const std::string& path, const Verdict& verdict);
+
+/// Tells on `console` why nothing comes of a file, and as {"file", "message"} where `json` is set. Gives
+/// ExitCode::Rejected.
+int Refuse(bool json, const std::string& path, const std::string& why, Console& console);
 
 /// {"file", "deviceMap": [214, 23, 4], "modules": [{"position", "kind", "deviceCode", "firstKeyNumber",
 /// "keyMap", "options"}]}; "firstKeyNumber" is null for a module without keys, "position" counts from 0.

@@ -131,6 +131,8 @@ int Show(const ShowRequest& request, Console& console)
         const Verdict verdict = CheckSetupFile(path, text, &document);
         if (verdict.outcome != Verdict::Outcome::Accepted) {
             console.err << VerdictLine(path, verdict);
+            if (request.json)
+                Emit(console, VerdictJson(path, verdict));
             exitCode = ExitCode::Rejected;
         } else if (request.json) {
             Emit(console, SetupJson(path, document));

@@ -144,6 +144,7 @@ TEST_F(Check, UsageErrorsAndHelp)
         EXPECT_EQ(result.out, "");
         EXPECT_THAT(result.err, testing::Not(IsEmpty()));
     }
+    EXPECT_THAT(Run({"chek", "a.dat"}).err, HasSubstr("\"chek\" is no command"));
     EXPECT_THAT(Run({"--help"}).out, HasSubstr("kelvora-cli check exports/"));
     EXPECT_THAT(Run({"--version"}).out, testing::StartsWith("kelvora-cli "));
     EXPECT_EQ(Run({"check", "--help"}).exitCode, 0);

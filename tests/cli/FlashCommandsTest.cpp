@@ -170,14 +170,28 @@ TEST_F(FlashCommandsTest, EveryFailureHasItsExitCodeAndLeavesTheDevice)
         EXPECT_THAT(result.err, HasSubstr(row.says));
         EXPECT_EQ(result.out, "") << row.says;
     }
-    // A script always gets an object.
-    for (const std::vector<std::string>& command :
-         {std::vector<std::string>{"download", "--yes", "--json", broken},
-          {"verify", "--json", broken},
-          {"restore", "--yes", "--json", broken},
-          {"dump", "--json", "--port", "2"},
-          {"scan", "--json", "--port", "2"}})
-        EXPECT_TRUE(Json::accept(Run(command).out)) << command[0];
+    // A script always gets an object that says why.
+    for (std::vector<std::string> command : {std::vector<std::string>{"download", "--yes", broken},
+                                             {"verify", broken},
+                                             {"restore", "--yes", broken},
+                                             {"dump", "--port", "2"},
+                                             {"dump", "-o", folder},
+                                             {"scan", "--port", "2"},
+                                             {"scan", "-o", folder},
+                                             {"show", broken},
+                                             {"diff", At("none.dat"), broken},
+                                             {"format", At("till.dat"), "-o", folder},
+                                             {"image", broken},
+                                             {"image", At("till.dat"), "-o", folder},
+                                             {"identity", "restore", "--yes", broken}}) {
+        command.emplace_back("--json");
+        const CliResult result = Run(command);
+        EXPECT_NE(result.exitCode, ExitCode::Done) << command[0];
+        ASSERT_TRUE(Json::accept(result.out)) << command[0] << result.out;
+        const Json object = Json::parse(result.out);
+        EXPECT_NE(object.value("message", object.value("lineFailure", "")), "") << result.out;
+        EXPECT_EQ(result.out.find("kelvora-cli: "), std::string::npos) << result.out;
+    }
     // Where no backup can be kept nothing is written.
     access.data = At("till.dat");
     EXPECT_EQ(Run({"download", "--yes", At("other.dat")}).exitCode, ExitCode::Rejected);

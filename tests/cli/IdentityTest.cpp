@@ -61,6 +61,7 @@ TEST_F(IdentityCli, PrintsTheModules)
     stop = false;
     port.answers.clear();
     EXPECT_EQ(Run({}).err, "kelvora-cli: No MID modules found\n");
+    EXPECT_EQ(Run(json).out, "{\"port\":\"COM1\",\"file\":null,\"message\":\"No MID modules found\"}\n");
     port.opens = false;
     EXPECT_EQ(
         Run({}).err,

@@ -68,6 +68,10 @@ TEST_F(RenderTest, RefusesWhatMakesNoSense)
                                                       {"render", till, till, "-o", svg},
                                                       {"render", till, "--json"}})
         EXPECT_EQ(Run(arguments).exitCode, 2) << testing::PrintToString(arguments);
+    files.MakeFolder(folder + "/empty");
+    for (const char* const option : {"-o", "--output-folder"})
+        EXPECT_EQ(Run({"render", folder + "/empty", option, svg}).err,
+                  "kelvora-cli: no setup files were found\n");
     EXPECT_FALSE(files.Exists(svg));
     EXPECT_THAT(files.Read(till), testing::StartsWith("[Kelvora]"));
 }
