@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string_view>
 
+#include "app/SetupTexts.h"
 #include "keymap/Models.h"
 #include "platform/HexText.h"
 #include "setup/DeviceCode.h"
@@ -22,11 +23,6 @@ constexpr std::array UnheldTexts{Message::UnheldKey, Message::UnheldSeparator};
 constexpr std::array DumpTexts{Message::DumpForm,         Message::DumpDigits,     Message::DumpAddress,
                                Message::DumpCharacters,   Message::DumpMissingEnd, Message::DumpAfterEnd,
                                Message::DumpDeviceMapSize};
-constexpr std::array SetupChangeTexts{Message::ChangeAdded,     Message::ChangeRemoved,
-                                      Message::ChangeOrder,     Message::ChangeUnknownModules,
-                                      Message::ChangeTracks,    Message::ChangeSeparator,
-                                      Message::ChangeAutoread,  Message::ChangeFiscal,
-                                      Message::ChangeBacklight, Message::KeyWord};
 constexpr std::array ImageChangeTexts{Message::ChangeBytes,  Message::ChangeFiscal,
                                       Message::ChangeModule, Message::ChangeAutoread,
                                       Message::KeyWord,      Message::ChangeSeparator};
@@ -34,106 +30,7 @@ static_assert(RefusalTexts.size() == static_cast<std::size_t>(BuildRefusal::Reas
 static_assert(NoticeTexts.size() == static_cast<std::size_t>(TakeNotice::What::Last) + 1);
 static_assert(UnheldTexts.size() == static_cast<std::size_t>(UnheldSetting::What::Last) + 1);
 static_assert(DumpTexts.size() == static_cast<std::size_t>(DumpFault::Last) + 1);
-static_assert(SetupChangeTexts.size() == static_cast<std::size_t>(SetupDifference::What::Last) + 1);
 static_assert(ImageChangeTexts.size() == static_cast<std::size_t>(ImageDifference::What::Last) + 1);
-
-// The captions of the modules, by kind.
-constexpr std::array ModuleTexts{MessageId{},           Message::MasterCaption, Message::BacklightCaption,
-                                 Message::Code4Caption, Message::SlaveCaption,  Message::McrCaption,
-                                 Message::IccrCaption};
-
-constexpr std::string_view BecomesMark = " -> ";
-
-template <std::size_t Count, class Row>
-const MessageId& RowOf(const std::array<MessageId, Count>& texts, Row row)
-{
-    return texts.at(static_cast<std::size_t>(row));
-}
-
-// "Slave Keyboard: ", or nothing.
-std::string Heading(const MessageCatalogue& catalogue, ModuleKind kind, std::string_view mark)
-{
-    const std::string name = ModuleCaption(catalogue, kind);
-    return name.empty() ? name : name + std::string(mark);
-}
-
-std::string KeyTypeText(const MessageCatalogue& catalogue, char type)
-{
-    switch (type) {
-        case KeyType::Single:
-            return catalogue.Caption(Message::KeyStateSingle);
-        case KeyType::DoubleVertical:
-            return catalogue.Caption(Message::KeyStateVertical);
-        case KeyType::DoubleHorizontal:
-            return catalogue.Caption(Message::KeyStateHorizontal);
-        case KeyType::Quadruple:
-            return catalogue.Caption(Message::KeyStateQuadruple);
-        case KeyType::Unused:
-            return catalogue.Caption(Message::KeyStateUnused);
-        default:
-            return catalogue.Caption(Message::KeyStateNoKey);
-    }
-}
-
-// A character that cannot be shown stands as its hexadecimal code.
-std::string VisibleSeparator(char separator)
-{
-    return Options::IsSeparatorCarried(separator) ? std::string(1, separator)
-                                                  : HexText(static_cast<std::uint8_t>(separator), 2);
-}
-
-std::string SeparatorText(const MessageCatalogue& catalogue, char separator)
-{
-    const auto byte = static_cast<std::uint8_t>(separator);
-    const bool isNone = separator == Options::NoSeparator || byte == 0 || byte == ErasedByte;
-    return isNone ? catalogue.Caption(Message::OptionNone) : VisibleSeparator(separator);
-}
-
-std::string YesOrNo(const MessageCatalogue& catalogue, bool yes)
-{
-    return catalogue.Caption(yes ? Message::ChangeYes : Message::ChangeNo);
-}
-
-// The names of kinds, one character of its code each.
-std::string KindNames(const MessageCatalogue& catalogue, std::string_view kinds)
-{
-    std::string names;
-    for (const char kind : kinds) {
-        if (!names.empty())
-            names += ", ";
-        names += ModuleCaption(catalogue, static_cast<ModuleKind>(kind));
-    }
-    return names;
-}
-
-std::string CodeTexts(const MessageCatalogue& catalogue, std::string_view codes)
-{
-    std::string text;
-    for (const char code : codes) {
-        if (!text.empty())
-            text += ", ";
-        text += std::to_string(static_cast<std::uint8_t>(code));
-    }
-    return text.empty() ? catalogue.Caption(Message::OptionNone) : text;
-}
-
-std::string ValueText(const MessageCatalogue& catalogue, SetupDifference::What what, const std::string& value)
-{
-    switch (what) {
-        case SetupDifference::What::Order:
-            return KindNames(catalogue, value);
-        case SetupDifference::What::UnknownModules:
-            return CodeTexts(catalogue, value);
-        case SetupDifference::What::Separator:
-            return SeparatorText(catalogue, value.empty() ? Options::NoSeparator : value.front());
-        case SetupDifference::What::Key:
-            return KeyTypeText(catalogue, value.empty() ? KeyType::NoKey : value.front());
-        case SetupDifference::What::Tracks:
-            return std::string(Options::Tracks(value));
-        default:
-            return YesOrNo(catalogue, value == Options::Yes || value == Options::On);
-    }
-}
 
 // What a code says beside the kind of module.
 std::string CodeMeaning(const MessageCatalogue& catalogue, std::uint8_t code)
@@ -153,36 +50,11 @@ std::string CodeMeaning(const MessageCatalogue& catalogue, std::uint8_t code)
     }
 }
 
-// "fiscal keyboard", "separator after track 2".
-std::string SettingName(const MessageCatalogue& catalogue, SetupDifference::What what, int position)
-{
-    const MessageId& text = RowOf(SetupChangeTexts, what);
-    return what == SetupDifference::What::Separator ? catalogue.Word(text) + std::to_string(position)
-                                                    : catalogue.Caption(text);
-}
-
-// "Key 12", or "Key 12 -> 76" where its keyboard has moved.
-std::string NumberedKey(const MessageCatalogue& catalogue, const SetupDifference& key)
-{
-    const std::string moved = key.numberBefore == key.numberAfter
-                                  ? std::string()
-                                  : std::to_string(key.numberBefore) + std::string(BecomesMark);
-    return catalogue.Word(Message::KeyWord) + moved + std::to_string(key.numberAfter);
-}
-
-// One side of a difference; a covered key is part of its larger key, not unused.
-std::string SideText(const MessageCatalogue& catalogue, SetupDifference::What what, const std::string& value,
-                     int owner)
-{
-    return owner == 0 ? ValueText(catalogue, what, value)
-                      : catalogue.Word(Message::ChangePartOfKey) + std::to_string(owner);
-}
-
 std::string ModuleOfCode(const MessageCatalogue& catalogue, std::uint8_t code)
 {
     return code == DeviceCode::NotInUse
                ? catalogue.Caption(Message::OptionNone)
-               : Heading(catalogue, KindOf(code), " ") + CodeMeaning(catalogue, code);
+               : ModuleHeading(catalogue, KindOf(code), " ") + CodeMeaning(catalogue, code);
 }
 
 std::string ValueText(const MessageCatalogue& catalogue, ImageDifference::What what, char value)
@@ -194,7 +66,9 @@ std::string ValueText(const MessageCatalogue& catalogue, ImageDifference::What w
         case ImageDifference::What::Module:
             return ModuleOfCode(catalogue, static_cast<std::uint8_t>(value));
         case ImageDifference::What::Separator:
-            return SeparatorText(catalogue, value);
+            return SeparatorText(catalogue, value == 0 || static_cast<std::uint8_t>(value) == ErasedByte
+                                                ? Options::NoSeparator
+                                                : value);
         default:
             return YesOrNo(catalogue, value == '1');
     }
@@ -219,11 +93,6 @@ std::string ChangeText(const MessageCatalogue& catalogue, const ImageDifference&
 
 }  // namespace
 
-std::string ModuleCaption(const MessageCatalogue& catalogue, ModuleKind kind)
-{
-    return kind == ModuleKind::None ? std::string() : catalogue.Caption(RowOf(ModuleTexts, kind));
-}
-
 std::string Describe(const MessageCatalogue& catalogue, const BuildRefusal& refusal)
 {
     const std::string text = catalogue.Word(RowOf(RefusalTexts, refusal.reason));
@@ -235,7 +104,7 @@ std::string Describe(const MessageCatalogue& catalogue, const BuildRefusal& refu
 std::string Describe(const MessageCatalogue& catalogue, const TakeNotice& notice)
 {
     const MessageId& text = RowOf(NoticeTexts, notice.what);
-    const std::string heading = Heading(catalogue, notice.kind, ": ");
+    const std::string heading = ModuleHeading(catalogue, notice.kind, ": ");
     if (notice.what == TakeNotice::What::SeparatorNotCarried)
         return heading + catalogue.Word(text) + std::to_string(notice.track);
     return heading + catalogue.Caption(text);
@@ -244,7 +113,7 @@ std::string Describe(const MessageCatalogue& catalogue, const TakeNotice& notice
 std::string Describe(const MessageCatalogue& catalogue, const UnheldSetting& unheld)
 {
     const bool isKey = unheld.what == UnheldSetting::What::Key;
-    const std::string heading = Heading(catalogue, unheld.kind, ", ") +
+    const std::string heading = ModuleHeading(catalogue, unheld.kind, ", ") +
                                 catalogue.Word(isKey ? Message::KeyWord : Message::ChangeSeparator) +
                                 std::to_string(unheld.number) + ": ";
     if (isKey && !KeyType::HasKey(unheld.value))
@@ -261,25 +130,6 @@ std::string Describe(const MessageCatalogue& catalogue, const DumpError& error)
            (namesAddress ? DumpAddress(error.Address()) : std::string());
 }
 
-std::string Describe(const MessageCatalogue& catalogue, const SetupDifference& difference)
-{
-    using What = SetupDifference::What;
-    const What what = difference.what;
-    if (what == What::Added || what == What::Removed)
-        return Heading(catalogue, difference.kind, ": ") + catalogue.Caption(RowOf(SetupChangeTexts, what));
-    const std::string name = what == What::Key ? NumberedKey(catalogue, difference)
-                                               : SettingName(catalogue, what, difference.position);
-    return Heading(catalogue, difference.kind, ", ") + name + ": " +
-           SideText(catalogue, what, difference.before, difference.ownerBefore) + std::string(BecomesMark) +
-           SideText(catalogue, what, difference.after, difference.ownerAfter);
-}
-
-std::string Describe(const MessageCatalogue& catalogue, const ModuleOption& option)
-{
-    return SettingName(catalogue, option.what, option.position) + ": " +
-           ValueText(catalogue, option.what, option.value);
-}
-
 std::string Describe(const MessageCatalogue& catalogue, const ImageDifference& difference)
 {
     using What = ImageDifference::What;
@@ -288,7 +138,7 @@ std::string Describe(const MessageCatalogue& catalogue, const ImageDifference& d
     if (difference.what == What::Bytes)
         return catalogue.Word(text) + range;
     const bool isNumbered = difference.what != What::Fiscal && difference.what != What::Autoread;
-    return range + ": " + Heading(catalogue, difference.kind, ", ") +
+    return range + ": " + ModuleHeading(catalogue, difference.kind, ", ") +
            (isNumbered ? catalogue.Word(text) + std::to_string(difference.number) : catalogue.Caption(text)) +
            ": " + ChangeText(catalogue, difference);
 }

@@ -8,12 +8,8 @@
 #include "flash/ImageDifferences.h"
 #include "flash/SetupImage.h"
 #include "flash/TakeFromImage.h"
-#include "setup/SetupDifferences.h"
 
 namespace kelvora {
-
-/// The name of a module as its button bears it; empty for None.
-std::string ModuleCaption(const MessageCatalogue& catalogue, ModuleKind kind);
 
 std::string Describe(const MessageCatalogue& catalogue, const BuildRefusal& refusal);
 std::string Describe(const MessageCatalogue& catalogue, const TakeNotice& notice);
@@ -22,10 +18,6 @@ std::string Describe(const MessageCatalogue& catalogue, const UnheldSetting& unh
 /// On two lines: that the file is no dump, and which line is wrong.
 std::string Describe(const MessageCatalogue& catalogue, const DumpError& error);
 
-std::string Describe(const MessageCatalogue& catalogue, const SetupDifference& difference);
-
-/// "fiscal keyboard: yes".
-std::string Describe(const MessageCatalogue& catalogue, const ModuleOption& option);
 std::string Describe(const MessageCatalogue& catalogue, const ImageDifference& difference);
 
 }  // namespace kelvora

@@ -4,6 +4,7 @@
 
 #include "app/FlashTexts.h"
 #include "app/LineErrorText.h"
+#include "app/SetupTexts.h"
 #include "platform/Encoding.h"
 #include "platform/HexText.h"
 

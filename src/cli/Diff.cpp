@@ -6,7 +6,7 @@
 #include <memory>
 #include <nlohmann/json.hpp>
 
-#include "app/FlashTexts.h"
+#include "app/SetupTexts.h"
 #include "cli/SetupJson.h"
 #include "cli/Verdict.h"
 #include "platform/Encoding.h"

@@ -12,6 +12,8 @@
 #include "cli/LineReport.h"
 #include "cli/SetupJson.h"
 #include "comms/PortTrial.h"
+#include "eeprom/IdentityChoices.h"
+#include "eeprom/IdentityTexts.h"
 #include "eeprom/IdentityWrite.h"
 #include "platform/AsciiCase.h"
 #include "platform/Encoding.h"

@@ -95,15 +95,6 @@ IdentityCopy ReadIdentityCopy(std::string_view text)
     return copy;
 }
 
-std::vector<AddressedBlock> BlocksRead(const ModuleMemory& memory)
-{
-    std::vector<AddressedBlock> blocks;
-    for (std::size_t address = 0; address < WritableAddresses; ++address)
-        if (const auto& block = memory.Rows().at(address).block)
-            blocks.push_back({address, *block});
-    return blocks;
-}
-
 std::string NewCopyPath(const Files& files, const std::string& folder, int port,
                         std::chrono::local_seconds time)
 {

@@ -50,9 +50,6 @@ std::string WriteIdentityCopy(const IdentityCopy& copy);
 /// lines at the end are skipped. Throws IdentityCopyError.
 IdentityCopy ReadIdentityCopy(std::string_view text);
 
-/// The blocks that have been read from the addresses which can be written.
-std::vector<AddressedBlock> BlocksRead(const ModuleMemory& memory);
-
 /// A path in `folder` for a copy of COM`port` at that time, of a file that is not there yet.
 std::string NewCopyPath(const Files& files, const std::string& folder, int port,
                         std::chrono::local_seconds time);

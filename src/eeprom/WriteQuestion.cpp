@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "eeprom/IdentityChoices.h"
 #include "eeprom/IdentityCopy.h"
 
 namespace kelvora {

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/FlashTexts.h"
+#include "app/SetupTexts.h"
 #include "keymap/Models.h"
 #include "picture/KeyGridPicture.h"
 #include "picture/SheetBlocks.h"

@@ -1,6 +1,6 @@
 #include "picture/SheetBlocks.h"
 
-#include "app/FlashTexts.h"
+#include "app/SetupTexts.h"
 #include "keymap/Models.h"
 #include "platform/Encoding.h"
 #include "setup/SetupDifferences.h"

@@ -1,4 +1,5 @@
 #include "app/FlashTexts.h"
+#include "app/SetupTexts.h"
 
 #include <gtest/gtest.h>
 

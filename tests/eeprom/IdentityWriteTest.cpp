@@ -1,3 +1,5 @@
+#include "eeprom/IdentityChoices.h"
+#include "eeprom/IdentityTexts.h"
 #include "eeprom/IdentityWrite.h"
 
 #include <gtest/gtest.h>

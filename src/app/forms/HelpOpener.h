@@ -26,7 +26,7 @@ public:
 
     /// Opens the help for where the keys go now.
     void Show();
-    /// The language is another one.
+    /// Closes the help, if it is open: its pages are those of one language.
     void Close();
 
 protected:

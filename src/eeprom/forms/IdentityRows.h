@@ -8,7 +8,7 @@
 #include <functional>
 
 #include "app/MessageCatalogue.h"
-#include "eeprom/IdentityWrite.h"
+#include "eeprom/IdentityChoices.h"
 
 class QComboBox;
 class QGridLayout;

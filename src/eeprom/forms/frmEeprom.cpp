@@ -11,6 +11,7 @@
 
 #include "app/ShowMessage.h"
 #include "comms/forms/frmAbort.h"
+#include "eeprom/IdentityChoices.h"
 #include "eeprom/forms/IdentityRows.h"
 #include "eeprom/forms/SavedCopy.h"
 #include "eeprom/forms/WizardPages.h"

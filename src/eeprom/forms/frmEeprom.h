@@ -9,6 +9,7 @@
 #include <string>
 
 #include "app/Program.h"
+#include "eeprom/IdentityCopy.h"
 #include "eeprom/IdentityWrite.h"
 #include "eeprom/ModuleMemory.h"
 #include "eeprom/ModuleProtocol.h"

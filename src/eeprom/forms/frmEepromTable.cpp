@@ -2,6 +2,8 @@
 #include <QPushButton>
 
 #include "app/TextFiles.h"
+#include "eeprom/IdentityChoices.h"
+#include "eeprom/IdentityTexts.h"
 #include "eeprom/forms/IdentityRows.h"
 #include "eeprom/forms/SavedCopy.h"
 #include "eeprom/forms/WizardStatus.h"

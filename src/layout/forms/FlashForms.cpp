@@ -66,9 +66,9 @@ FlashForms::~FlashForms()
     delete comparison_;
 }
 
-std::string FlashForms::PortName() const
+std::string FlashForms::LineName() const
 {
-    return kelvora::PortName(session_.settings.CommsPort);
+    return PortName(session_.settings.CommsPort);
 }
 
 std::string FlashForms::Status(const MessageId& text) const
@@ -108,7 +108,7 @@ void FlashForms::ToolsMenuFlashBackups_Click()
     const Backups backups(program.world.files, BackupFolder(program));
     BackupsDialog dialog(
         program, backups,
-        {PortName(), session_.deviceImage ? &*session_.deviceImage : nullptr, program.HasLink()},
+        {LineName(), session_.deviceImage ? &*session_.deviceImage : nullptr, program.HasLink()},
         window_.window());
     if (dialog.exec() == QDialog::Accepted)
         Later([this, dump = *dialog.Chosen(), name = dialog.ChosenName()] { Transfer(dump, name); });
@@ -146,11 +146,11 @@ bool FlashForms::Ask(const TransferPlan& plan, const std::string& dumpName)
     const OperationQuestion asking(program);
     const std::string question = dumpName.empty() ? catalogue.Caption(Message::AskDownload)
                                                   : catalogue.Caption(Message::AskRestore) + "\n" + dumpName;
-    ChangesDialog dialog(catalogue, ToQString(catalogue.Caption(TitleOf(dumpName)) + ": " + PortName()),
+    ChangesDialog dialog(catalogue, ToQString(catalogue.Caption(TitleOf(dumpName)) + ": " + LineName()),
                          ToQString(question), QuestionLines(catalogue, plan), window_.window());
     dialog.onCompare = [&] {
         ComparisonDialog(program,
-                         {PortName(), dumpName.empty() ? session_.settings.Name : dumpName, plan.held,
+                         {LineName(), dumpName.empty() ? session_.settings.Name : dumpName, plan.held,
                           plan.wanted, plan.imageChanges},
                          &dialog)
             .exec();
@@ -191,7 +191,7 @@ void FlashForms::ShowVerified(const VerifyResult& result)
     if (program.world.prompt.Show(title, Body(outcome) + offer,
                                   {outcome.icon, BoxButtons::YesNo, Answer::No}) == Answer::Yes)
         ShowComparison(
-            {session_.settings.Name, PortName(), *result.setupImage, *result.deviceImage,
+            {session_.settings.Name, LineName(), *result.setupImage, *result.deviceImage,
              DescribeDifferences(*result.setupImage, *result.deviceImage, session_.document.Modules)});
 }
 

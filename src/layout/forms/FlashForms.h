@@ -47,7 +47,7 @@ private:
     void Verify();
     void ShowVerified(const VerifyResult& result);
     void ShowComparison(ImageComparison images);
-    std::string PortName() const;
+    std::string LineName() const;
     std::string Status(const MessageId& text) const;
 
     SetupSession& session_;

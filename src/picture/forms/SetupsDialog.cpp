@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/FlashTexts.h"
+#include "app/SetupTexts.h"
 #include "picture/forms/PictureView.h"
 #include "platform/qt/ElidedLabel.h"
 #include "platform/qt/Text.h"
