@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "app/SetupTexts.h"
+#include "cli/OrderedWork.h"
 #include "cli/SetupJson.h"
 #include "cli/Verdict.h"
 #include "platform/Encoding.h"
@@ -89,36 +90,54 @@ std::string DifferencesJson(const std::string& before, const std::string& after,
     return object.dump() + "\n";
 }
 
+// What one file comes to.
+struct Told {
+    std::string out, err;
+    int exitCode = Same;
+};
+
+// The setup of a file; nothing, and why in `told`, when it is not accepted.
+std::optional<SetupDocument> ReadAccepted(const std::string& path, bool json, Told& told)
+{
+    std::string text;
+    SetupDocument document;
+    const Verdict verdict = CheckSetupFile(path, text, &document);
+    if (verdict.outcome == Verdict::Outcome::Accepted)
+        return document;
+    told = {json ? VerdictJson(path, verdict) : std::string(), VerdictLine(path, verdict), Trouble};
+    return std::nullopt;
+}
+
+Told Compare(const DiffRequest& request, const SetupDocument& before, const std::string& path)
+{
+    Told told;
+    const auto after = ReadAccepted(path, request.json, told);
+    if (!after)
+        return told;
+    const auto differences = CompareSetups(before, *after);
+    told.exitCode = differences.empty() ? Same : Different;
+    if (!request.quiet)
+        told.out = request.json ? DifferencesJson(request.before, path, differences)
+                                : DifferencesText(request.before, path, differences);
+    return told;
+}
+
 }  // namespace
 
 int Diff(const DiffRequest& request, Console& console)
 {
-    const auto read = [&](const std::string& path) {
-        std::string text;
-        SetupDocument document;
-        const Verdict verdict = CheckSetupFile(path, text, &document);
-        const bool isAccepted = verdict.outcome == Verdict::Outcome::Accepted;
-        console.err << VerdictLine(path, verdict);
-        if (!isAccepted && request.json)
-            Emit(console, VerdictJson(path, verdict));
-        return isAccepted ? std::optional(std::move(document)) : std::nullopt;
-    };
-    const auto before = read(request.before);
-    if (!before)
-        return Trouble;
     int exitCode = Same;
-    for (const std::string& path : request.after) {
-        const auto after = read(path);
-        if (!after) {
-            exitCode = Trouble;
-            continue;
-        }
-        const auto differences = CompareSetups(*before, *after);
-        exitCode = std::max(exitCode, differences.empty() ? Same : Different);
-        if (!request.quiet)
-            Emit(console, request.json ? DifferencesJson(request.before, path, differences)
-                                       : DifferencesText(request.before, path, differences));
-    }
+    const auto take = [&](const Told& told) {
+        console.err << told.err;
+        Emit(console, told.out);
+        exitCode = std::max(exitCode, told.exitCode);
+    };
+    Told refused;
+    if (const auto before = ReadAccepted(request.before, request.json, refused))
+        RunOrderedOn<Told>(
+            request.after, [&](const std::string& path) { return Compare(request, *before, path); }, take);
+    else
+        take(refused);
     return exitCode;
 }
 

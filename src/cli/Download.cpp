@@ -107,10 +107,8 @@ int ExitCodeOf(const TransferResult& result, bool wantsStop)
 
 int RunDownload(const DownloadRequest& request, Console& console, LineAccess& access)
 {
-    if (!request.yes && !access.CanAsk()) {
-        console.err << DiagnosticLine("there is no terminal to ask on; --yes writes without asking");
-        return ExitCode::Usage;
-    }
+    if (!request.yes && !access.CanAsk())
+        return RefuseUnasked(console);
     std::ostringstream why;
     const auto wanted = ReadWanted(request, why);
     if (!wanted)

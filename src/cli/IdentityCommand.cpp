@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "cli/Identity.h"
+#include "cli/LineReport.h"
 #include "platform/posix/PosixFiles.h"
 
 namespace kelvora {
@@ -19,10 +20,8 @@ struct IdentityArguments {
 int Run(IdentityArguments& arguments, Console& console, LineAccess& access)
 {
     IdentityRequest& request = arguments.request;
-    if (request.action != IdentityRequest::Action::Read && !arguments.yes && !access.CanAsk()) {
-        console.err << DiagnosticLine("there is no terminal to ask on; --yes writes without asking");
-        return ExitCode::Usage;
-    }
+    if (request.action != IdentityRequest::Action::Read && !arguments.yes && !access.CanAsk())
+        return RefuseUnasked(console);
     Comms& comms = access.Prepare(arguments.line);
     PosixFiles files;
     request.port = arguments.line.port;

@@ -49,6 +49,12 @@ int RefuseFile(const LineOptions& options, const std::string& file, const std::s
     return ExitCode::Rejected;
 }
 
+int RefuseUnasked(Console& console)
+{
+    console.err << DiagnosticLine("there is no terminal to ask on; --yes writes without asking");
+    return ExitCode::Usage;
+}
+
 std::string LineMessageText(const MessageId& message, std::string_view extra)
 {
     return OneLineText(std::string(message.fallback).append("\n").append(extra));

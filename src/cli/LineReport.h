@@ -21,6 +21,9 @@ std::string LineMessageText(const MessageId& message, std::string_view extra);
 /// Tells that a command's file is not of its kind, `why` being the line that says so.
 int RefuseFile(const LineOptions& options, const std::string& file, const std::string& why, Console& console);
 
+/// Tells that a write needs --yes where there is no terminal to ask on. Gives ExitCode::Usage.
+int RefuseUnasked(Console& console);
+
 /// What the exit codes of the commands that compare or write mean.
 inline constexpr std::string_view LineExitCodes =
     "Exit code: 0 done; 1 the file was rejected, or is not what the device holds or is for; 2 wrong usage;\n"

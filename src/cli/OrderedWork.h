@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <exception>
 #include <mutex>
+#include <span>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -152,6 +153,37 @@ void RunOrdered(Make make, Work work, Take take)
         });
     }
     batches.ThrowFailure();
+}
+
+/// Makes a `Result` of each of `items` by `work` on all cores, and hands each to `take` in this thread, in
+/// order. Throws as RunOrdered.
+template <class Result, class Item, class Work, class Take>
+void RunOrderedOn(const std::vector<Item>& items, Work work, Take take)
+{
+    constexpr std::size_t ItemsPerBatch = 32;
+    struct Batch {
+        std::span<const Item> items;
+        std::vector<Result> results;
+    };
+    RunOrdered<Batch>(
+        [&](OrderedBatches<Batch>& batches) {
+            for (std::size_t first = 0; first < items.size(); first += ItemsPerBatch) {
+                Batch* const batch = batches.Fill();
+                if (!batch)
+                    return;
+                batch->items = std::span(items).subspan(first, std::min(ItemsPerBatch, items.size() - first));
+                batches.Pass();
+            }
+        },
+        [&](Batch& batch) {
+            batch.results.clear();
+            for (const Item& item : batch.items)
+                batch.results.push_back(work(item));
+        },
+        [&](const Batch& batch) {
+            for (const Result& result : batch.results)
+                take(result);
+        });
 }
 
 }  // namespace kelvora

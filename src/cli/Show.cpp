@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "cli/KeyGridText.h"
+#include "cli/OrderedWork.h"
 #include "cli/SetupJson.h"
 #include "cli/Verdict.h"
 #include "keymap/Models.h"
@@ -121,26 +122,44 @@ std::string SetupText(const SetupDocument& document)
     return text.empty() ? "no modules\n" : text;
 }
 
+namespace {
+
+struct Shown {
+    std::string out, err;
+    bool isAccepted = false;
+};
+
+Shown ShowFile(const std::string& path, bool json)
+{
+    std::string text;
+    SetupDocument document;
+    const Verdict verdict = CheckSetupFile(path, text, &document);
+    const bool isAccepted = verdict.outcome == Verdict::Outcome::Accepted;
+    Shown shown{{}, VerdictLine(path, verdict), isAccepted};
+    if (json)
+        shown.out = isAccepted ? SetupJson(path, document) : VerdictJson(path, verdict);
+    else if (isAccepted)
+        shown.out = path + "\n" + SetupText(document);
+    return shown;
+}
+
+}  // namespace
+
 int Show(const ShowRequest& request, Console& console)
 {
     int exitCode = ExitCode::Done;
-    std::string text;
-    bool first = true;
-    for (const std::string& path : request.files) {
-        SetupDocument document;
-        const Verdict verdict = CheckSetupFile(path, text, &document);
-        if (verdict.outcome != Verdict::Outcome::Accepted) {
-            console.err << VerdictLine(path, verdict);
-            if (request.json)
-                Emit(console, VerdictJson(path, verdict));
-            exitCode = ExitCode::Rejected;
-        } else if (request.json) {
-            Emit(console, SetupJson(path, document));
-        } else {
-            Emit(console, (first ? "" : "\n") + path + "\n" + SetupText(document));
-            first = false;
-        }
-    }
+    bool isFirst = true;
+    RunOrderedOn<Shown>(
+        request.files, [&](const std::string& path) { return ShowFile(path, request.json); },
+        [&](const Shown& shown) {
+            console.err << shown.err;
+            if (!shown.isAccepted)
+                exitCode = ExitCode::Rejected;
+            if (shown.out.empty())
+                return;
+            Emit(console, (isFirst || request.json ? "" : "\n") + shown.out);
+            isFirst = false;
+        });
     return exitCode;
 }
 

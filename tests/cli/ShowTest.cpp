@@ -64,6 +64,30 @@ TEST_F(Show, GoesOnAfterARejectedFile)
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.err, rejected + RejectedSays);
     EXPECT_EQ(result.out, empty + "\nno modules\n");
+
+    // All cores work, and the order stays.
+    std::vector<std::string> show{"show"};
+    std::vector<std::string> diff{"diff", empty};
+    std::string shown;
+    std::string differences;
+    for (int i = 0; i < 100; ++i) {
+        const std::string path = Write(std::to_string(i) + ".dat", i % 2 == 0 ? "" : "[MCR]\n");
+        show.push_back(path);
+        diff.push_back(path);
+        shown += path + "\n";
+        if (i % 2 != 0)
+            differences += "+++ " + path + "\n";
+    }
+    const auto heads = [](const std::string& text, std::string_view begin) {
+        std::string found;
+        std::istringstream lines(text);
+        for (std::string line; std::getline(lines, line);)
+            if (line.starts_with(begin))
+                found += line + "\n";
+        return found;
+    };
+    EXPECT_EQ(heads(Run(show).out, "/"), shown);
+    EXPECT_EQ(heads(Run(diff).out, "+++ "), differences);
 }
 
 }  // namespace kelvora
