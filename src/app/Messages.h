@@ -326,8 +326,8 @@ inline constexpr MessageId PortJoinGroup{735,
 inline constexpr MessageId PortNoGroup{736, "No group may use it: ask who administers this machine."};
 inline constexpr MessageId PortBadSettings{737, "The port does not take these settings: "};
 inline constexpr MessageId PortOtherFailure{738, "The port does not open: "};
-inline constexpr MessageId PortPathRefused{
-    739, "This is neither the path of a device, such as /dev/ttyUSB0, nor a line such as tcp:host:4000."};
+inline constexpr MessageId PortPathRefused{739,
+                                           "Neither the path of a device nor a line such as tcp:host:4000."};
 inline constexpr MessageId PortFixed{740, "Set by --line for this run"};
 inline constexpr MessageId PortsFileBroken{741,
                                            "The port names could not be read. The built-in ports are used."};

@@ -12,6 +12,7 @@
 #include "comms/PortTrial.h"
 #include "platform/Encoding.h"
 #include "platform/LineAddress.h"
+#include "platform/qt/ElidedLabel.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -121,10 +122,10 @@ void PortsDialog::AddRow(QGridLayout& grid, int port)
     row.tryIt->setAutoDefault(false);
     connect(row.tryIt, &QPushButton::clicked, this, [this, port] { Try(port); });
 
-    row.adapter = new QLabel(this);
+    row.adapter = new ElidedLabel(this);
+    // What stands behind a path must not widen the dialog under the mouse.
+    row.adapter->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     row.adapter->setObjectName(QStringLiteral("Adapter%1").arg(port));
-    row.adapter->setTextFormat(Qt::PlainText);
-    row.adapter->setWordWrap(true);
     row.adapter->setContentsMargins(0, 0, 0, PortSpacing);
     const int line = 2 * static_cast<int>(index);
     grid.addWidget(label, line, 0);
@@ -188,6 +189,7 @@ void PortsDialog::ShowAdapters()
         if (program_.simulated.at(i))
             text = Text(Message::SimulatedLine);
         rows_.at(i).adapter->setText(text);
+        rows_.at(i).adapter->setToolTip(text);
         rows_.at(i).tryIt->setEnabled(isPath && program_.world.ports.at(i) != nullptr);
         allPaths = allPaths && isPath;
     }

@@ -19,6 +19,8 @@ class QPushButton;
 
 namespace kelvora {
 
+class ElidedLabel;
+
 class PortsDialog final : public QDialog {
 public:
     /// All outlive the dialog. Tries devices through the program's ports, which get the devices in force on
@@ -31,7 +33,7 @@ public:
 private:
     struct Row {
         QComboBox* device;
-        QLabel* adapter;
+        ElidedLabel* adapter;
         QPushButton* tryIt;
     };
 
