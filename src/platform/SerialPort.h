@@ -46,7 +46,8 @@ public:
 
     /// Why the last Open failed, or why the port was lost.
     virtual PortFailure Failure() const = 0;
-    /// The same in the words of the system, the server or the bridge: for those who help, in English as a rule.
+    /// The same in the words of the system, the server or the bridge: for those who help, in English as a
+    /// rule.
     virtual std::string LastError() const = 0;
     /// The group whose members may use the device; empty where there is none to join.
     virtual std::string AllowedGroup() const { return {}; }
