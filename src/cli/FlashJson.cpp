@@ -90,6 +90,7 @@ std::string DumpJson(const LineTarget& target, const LineResult& read, const std
     for (const char code : read.deviceMap)
         object["deviceMap"].push_back(static_cast<unsigned char>(code));
     object["crc32"] = read.image.empty() ? Json() : Json(HexText(Crc32(read.image), 8));
+    object["message"] = FailureOf(target, read);
     object["lineFailure"] = FailureOf(target, read);
     return object.dump() + "\n";
 }

@@ -16,7 +16,8 @@ std::string VerifyJson(const LineTarget& target, const std::string& file, const 
 /// "refused", "backup", "declined", "changed"), message, changes, unheld, backup (path or null), lineFailure.
 std::string TransferJson(const LineTarget& target, const std::string& file, const TransferResult& result);
 
-/// port, file (null without one), deviceMap, crc32 (null when no image came), lineFailure.
+/// port, file (null without one), deviceMap, crc32 (null when no image came), message and
+/// lineFailure (both null for a line that did not fail).
 std::string DumpJson(const LineTarget& target, const LineResult& read, const std::string& file);
 
 /// port, file (null without one), message: of a command that came to nothing, before its line or on it.

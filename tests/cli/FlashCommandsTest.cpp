@@ -189,7 +189,7 @@ TEST_F(FlashCommandsTest, EveryFailureHasItsExitCodeAndLeavesTheDevice)
         EXPECT_NE(result.exitCode, ExitCode::Done) << command[0];
         ASSERT_TRUE(Json::accept(result.out)) << command[0] << result.out;
         const Json object = Json::parse(result.out);
-        EXPECT_NE(object.value("message", object.value("lineFailure", "")), "") << result.out;
+        EXPECT_NE(object.value("message", ""), "") << result.out;
         EXPECT_EQ(result.out.find("kelvora-cli: "), std::string::npos) << result.out;
     }
     // Where no backup can be kept nothing is written.
