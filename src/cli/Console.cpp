@@ -21,7 +21,13 @@ std::string DiagnosticLine(std::string_view text)
 
 std::string FailureLine(std::string_view path, std::string_view description)
 {
-    return DiagnosticLine(std::string(path).append(": ").append(description));
+    return FailureOf(path, description).line;
+}
+
+Refusal FailureOf(std::string_view path, std::string_view description)
+{
+    std::string message = std::string(path).append(": ").append(description);
+    return {DiagnosticLine(message), message};
 }
 
 }  // namespace kelvora

@@ -40,4 +40,13 @@ std::string DiagnosticLine(std::string_view text);
 /// The diagnostic of a file that could not be used, with the system's description.
 std::string FailureLine(std::string_view path, std::string_view description);
 
+/// Why a file is not used.
+struct Refusal {
+    std::string line;     ///< the diagnostic
+    std::string message;  ///< what it says, for a result
+};
+
+/// Of a file that could not be used, as FailureLine.
+Refusal FailureOf(std::string_view path, std::string_view description);
+
 }  // namespace kelvora

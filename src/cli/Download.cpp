@@ -3,7 +3,6 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <optional>
-#include <sstream>
 #include <vector>
 
 #include "app/FlashTexts.h"
@@ -22,19 +21,19 @@ namespace {
 
 using Reason = TransferResult::Reason;
 
-// Nothing, after a line that says why, when the file is not one of its kind.
-std::optional<WantedContent> ReadWanted(const DownloadRequest& request, std::ostream& err)
+// Nothing, and why, when the file is not one of its kind.
+std::optional<WantedContent> ReadWanted(const DownloadRequest& request, Refusal& why)
 {
     if (!request.isDump) {
-        auto document = AcceptedSetup(request.file, err);
+        auto document = AcceptedSetup(request.file, why);
         return document ? std::optional<WantedContent>(*std::move(document)) : std::nullopt;
     }
     try {
         return ReadDump(PosixFiles().Read(request.file));
     } catch (const FileError& error) {
-        err << FailureLine(request.file, error.what());
+        why = FailureOf(request.file, error.what());
     } catch (const DumpError& error) {
-        err << FailureLine(request.file, OneLineText(Describe(MessageCatalogue(), error)));
+        why = FailureOf(request.file, OneLineText(Describe(MessageCatalogue(), error)));
     }
     return std::nullopt;
 }
@@ -109,10 +108,10 @@ int RunDownload(const DownloadRequest& request, Console& console, LineAccess& ac
 {
     if (!request.yes && !access.CanAsk())
         return RefuseUnasked(console);
-    std::ostringstream why;
+    Refusal why;
     const auto wanted = ReadWanted(request, why);
     if (!wanted)
-        return RefuseFile(request.line, request.file, why.str(), console);
+        return RefuseFile(request.line, request.file, why, console);
     const TransferResult result = RunTransfer(request, *wanted, console, access);
     const OutcomeText outcome = DescribeTransfer(MessageCatalogue(), request.line.Target(), result);
     const std::string text = OneLineText(outcome.text + "\n" + outcome.extra);

@@ -37,7 +37,7 @@ int Dump(const DumpRequest& request, Console& console, LineAccess& access)
             PosixFiles files;
             SaveTextFile(files, request.output, dump);
         } catch (const FileError& error) {
-            return RefuseFile(request.line, error.Path(), FailureLine(error.Path(), error.what()), console);
+            return RefuseFile(request.line, error.Path(), FailureOf(error.Path(), error.what()), console);
         }
     }
     if (request.line.json)

@@ -16,14 +16,6 @@ std::string Parted(std::string line)
     return line + (isMarked ? " " : "; ");
 }
 
-// A diagnostic line without its end and the program's name.
-std::string PlainText(std::string_view line)
-{
-    const std::string prefix = DiagnosticLine("");
-    const std::size_t start = line.starts_with(prefix.substr(0, prefix.size() - 1)) ? prefix.size() - 1 : 0;
-    return std::string(line.substr(start, line.find_last_not_of('\n') + 1 - start));
-}
-
 }  // namespace
 
 std::string OneLineText(std::string_view text)
@@ -41,11 +33,11 @@ std::string OneLineText(std::string_view text)
     return Utf8FromText(line);
 }
 
-int RefuseFile(const LineOptions& options, const std::string& file, const std::string& why, Console& console)
+int RefuseFile(const LineOptions& options, const std::string& file, const Refusal& why, Console& console)
 {
-    console.err << why;
+    console.err << why.line;
     if (options.json)
-        Emit(console, UnreadJson(options.port, file, PlainText(why)));
+        Emit(console, UnreadJson(options.port, file, why.message));
     return ExitCode::Rejected;
 }
 

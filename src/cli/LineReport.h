@@ -18,8 +18,8 @@ std::string OneLineText(std::string_view text);
 /// A message of the windows, with the lines below it, as one line of UTF-8.
 std::string LineMessageText(const MessageId& message, std::string_view extra);
 
-/// Tells that a command's file is not of its kind, `why` being the line that says so.
-int RefuseFile(const LineOptions& options, const std::string& file, const std::string& why, Console& console);
+/// Tells why a command's file is not used. Gives ExitCode::Rejected.
+int RefuseFile(const LineOptions& options, const std::string& file, const Refusal& why, Console& console);
 
 /// Tells that a write needs --yes where there is no terminal to ask on. Gives ExitCode::Usage.
 int RefuseUnasked(Console& console);

@@ -50,7 +50,7 @@ int Scan(const ScanRequest& request, Console& console, LineAccess& access)
             PosixFiles files;
             SaveTextFile(files, request.output, WriteSetup(scan.document.Modules));
         } catch (const FileError& error) {
-            return RefuseFile(request.line, error.Path(), FailureLine(error.Path(), error.what()), console);
+            return RefuseFile(request.line, error.Path(), FailureOf(error.Path(), error.what()), console);
         }
     }
     if (request.line.json)

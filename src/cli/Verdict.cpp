@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "app/SetupErrorText.h"
-#include "cli/Console.h"
 #include "platform/posix/PosixFiles.h"
 #include "setup/SetupError.h"
 #include "setup/SetupReader.h"
@@ -30,6 +29,15 @@ std::string ExpectationText(const SetupError& error)
 Verdict Unreadable(std::string description)
 {
     return {Verdict::Outcome::Unreadable, 0, 0, std::move(description)};
+}
+
+Refusal RefusalOf(const std::string& path, const Verdict& verdict)
+{
+    if (verdict.outcome == Verdict::Outcome::Unreadable)
+        return FailureOf(path, verdict.message);
+    const std::string message = path + ":" + std::to_string(verdict.line) + ": " +
+                                ErrorNumberText(verdict.number) + " " + verdict.message;
+    return {message + "\n", message};
 }
 
 }  // namespace
@@ -54,14 +62,14 @@ Verdict CheckSetupFile(const std::string& path, std::string& text, SetupDocument
     return verdict;
 }
 
-std::optional<SetupDocument> AcceptedSetup(const std::string& path, std::ostream& err)
+std::optional<SetupDocument> AcceptedSetup(const std::string& path, Refusal& why)
 {
     std::string text;
     SetupDocument document;
     const Verdict verdict = CheckSetupFile(path, text, &document);
     if (verdict.outcome == Verdict::Outcome::Accepted)
         return document;
-    err << VerdictLine(path, verdict);
+    why = RefusalOf(path, verdict);
     return std::nullopt;
 }
 
@@ -74,16 +82,7 @@ std::string ErrorNumberText(std::uint32_t number)
 
 std::string VerdictLine(const std::string& path, const Verdict& verdict)
 {
-    switch (verdict.outcome) {
-        case Verdict::Outcome::Accepted:
-            return {};
-        case Verdict::Outcome::Unreadable:
-            return FailureLine(path, verdict.message);
-        case Verdict::Outcome::Rejected:
-            break;
-    }
-    return path + ":" + std::to_string(verdict.line) + ": " + ErrorNumberText(verdict.number) + " " +
-           verdict.message + "\n";
+    return verdict.outcome == Verdict::Outcome::Accepted ? std::string() : RefusalOf(path, verdict).line;
 }
 
 }  // namespace kelvora

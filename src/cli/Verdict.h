@@ -5,9 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <ostream>
 #include <string>
 
+#include "cli/Console.h"
 #include "setup/SetupDocument.h"
 
 namespace kelvora {
@@ -25,9 +25,8 @@ struct Verdict {
 /// setup to `document` where that is not null and the file is accepted. Throws nothing that a file can cause.
 Verdict CheckSetupFile(const std::string& path, std::string& text, SetupDocument* document = nullptr);
 
-/// The setup of a file that a command needs; nothing, after the verdict's line on `err`, when it is not
-/// accepted.
-std::optional<SetupDocument> AcceptedSetup(const std::string& path, std::ostream& err);
+/// The setup of a file that a command needs; nothing, and why, when it is not accepted.
+std::optional<SetupDocument> AcceptedSetup(const std::string& path, Refusal& why);
 
 /// The number as it is shown: "0x80040107".
 std::string ErrorNumberText(std::uint32_t number);

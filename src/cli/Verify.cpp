@@ -2,7 +2,6 @@
 
 #include <CLI/CLI.hpp>
 #include <memory>
-#include <sstream>
 
 #include "app/TransferTexts.h"
 #include "cli/FlashJson.h"
@@ -53,10 +52,10 @@ void Report(const VerifyRequest& request, const VerifyResult& result, Console& c
 
 int VerifyFile(const VerifyRequest& request, Console& console, LineAccess& access)
 {
-    std::ostringstream why;
+    Refusal why;
     const auto document = AcceptedSetup(request.file, why);
     if (!document)
-        return RefuseFile(request.line, request.file, why.str(), console);
+        return RefuseFile(request.line, request.file, why, console);
     const VerifyResult result = [&] {
         LineRun run(request.line, console, access);
         return Verify(run.comms, request.line.Target(), run.hooks, *document, nullptr);
