@@ -10,8 +10,11 @@ namespace kelvora {
 QVariant HelpBrowser::loadResource(int type, const QUrl& name)
 {
     const QVariant content = QTextBrowser::loadResource(type, name);
-    if (type != QTextDocument::ImageResource)
+    if (type != QTextDocument::ImageResource) {
+        // Another page: only its own pictures follow the window's size.
+        pictures_.clear();
         return content;
+    }
     const QImage picture = QImage::fromData(content.toByteArray());
     if (picture.isNull())
         return content;

@@ -19,7 +19,7 @@ protected:
 private:
     QImage Fitted(const QImage& picture) const;
 
-    QHash<QUrl, QImage> pictures_;  ///< in their own size, by the name that the page has for them
+    QHash<QUrl, QImage> pictures_;  ///< of the page, in their own size, by the name that it has for them
 };
 
 }  // namespace kelvora

@@ -46,7 +46,7 @@ std::string Convert(PictureType type, const std::string& svg)
 }  // namespace
 
 // Prints, or writes the file that was chosen in place of a printer: like every file of the program, whole or
-// not at all.
+// not at all, and told here when it cannot be written. False where nothing was drawn.
 bool SheetForms::Print(const std::string& sheet, QPrinter& printer) const
 {
     const QPaintEngine* const engine = printer.paintEngine();
