@@ -12,8 +12,11 @@ struct MessageId {
     std::string_view fallback;
 };
 
-/// The numbers below are the system's own, those from here on the program's additions.
-inline constexpr int FirstOwnMessage = 600;
+/// Whether a number is one of the program's additions; all others are the system's own.
+constexpr bool IsOwnMessage(int id)
+{
+    return id >= 600 || (id >= 430 && id < 520) || (id >= 120 && id < 200);
+}
 
 namespace Message {
 

@@ -101,7 +101,7 @@ Answer Program::Show(const MessageId& message, BoxStyle style, std::string_view 
     const auto id = static_cast<std::int16_t>(message.id);
     // An older catalogue may lack the program's own additions: a question that cannot be read must not be
     // asked.
-    if (message.id >= FirstOwnMessage && !catalogue.Has(id)) {
+    if (IsOwnMessage(message.id) && !catalogue.Has(id)) {
         std::string body(message.fallback);
         if (!extra.empty())
             body.append("\r\n").append(extra);
