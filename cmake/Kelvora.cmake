@@ -16,6 +16,25 @@ if(KELVORA_FUZZ)
   target_link_options(kelvora_options INTERFACE ${instrumented})
 endif()
 
+# kelvora_precompiled(NAME LINK HEADERS...): what nearly all sources of a kind include, compiled once for all of them.
+# Their own includes stay complete: the builds for release and for fuzzing do without.
+function(kelvora_precompiled name link)
+  if(NOT KELVORA_PRECOMPILE)
+    return()
+  endif()
+  file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/precompiled/${name}.cpp CONTENT "")
+  add_library(${name} OBJECT ${CMAKE_BINARY_DIR}/precompiled/${name}.cpp)
+  target_link_libraries(${name} PRIVATE kelvora_options ${link})
+  target_precompile_headers(${name} PRIVATE ${ARGN})
+endfunction()
+
+# kelvora_use_precompiled(TARGET NAME)
+function(kelvora_use_precompiled target name)
+  if(KELVORA_PRECOMPILE)
+    target_precompile_headers(${target} REUSE_FROM ${name})
+  endif()
+endfunction()
+
 # kelvora_library(NAME FOLDER [SOURCES ...] [HEADERS ...] [LINK ...])
 # A library of the sources under src/FOLDER, seen by those who link it, and by nobody else, as
 # "FOLDER/Header.h". The include root of each library holds links to its own headers alone: a layer cannot
@@ -46,6 +65,11 @@ function(kelvora_library name folder)
     add_library(${name} STATIC ${ARG_SOURCES})
     target_include_directories(${name} PUBLIC ${root})
     target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE kelvora_options)
+    if(folder MATCHES "forms$" OR "Qt6::Widgets" IN_LIST ARG_LINK)
+      kelvora_use_precompiled(${name} kelvora_precompiled_forms)
+    elseif(NOT folder MATCHES "qt$")
+      kelvora_use_precompiled(${name} kelvora_precompiled_core)
+    endif()
   else()
     add_library(${name} INTERFACE)
     target_include_directories(${name} INTERFACE ${root})
