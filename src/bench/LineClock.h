@@ -43,6 +43,15 @@ public:
                 std::exchange(state->action, nullptr)();
         });
     }
+    /// The same after `delay`; without one, at once.
+    void SetAfter(LineClock::Time::duration delay, std::function<void()> action)
+    {
+        Cancel();
+        if (delay > LineClock::Time::duration::zero())
+            Set(clock_.Now() + delay, std::move(action));
+        else
+            action();
+    }
     void Cancel() { state_->action = nullptr; }
     bool IsSet() const { return static_cast<bool>(state_->action); }
 

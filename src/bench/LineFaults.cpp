@@ -8,6 +8,8 @@ namespace {
 
 /// Tells the noise of the one direction from that of the other.
 constexpr std::uint64_t OtherDirection = 0x9E3779B97F4A7C15U;
+/// Tells stray bytes from both.
+constexpr std::uint64_t OfNobody = 0xD1B54A32D192ED03U;
 
 /// A number from 0 up to 1, made here because the library's distributions differ from machine to machine.
 double Chance(std::mt19937_64& noise)
@@ -27,6 +29,8 @@ bool TakeOne(unsigned& count)
 
 LineFaults::LineFaults(const FaultPlan& plan)
     : plan_(plan),
+      commands_(plan.commands),
+      stray_(plan.seed ^ OfNobody),
       ways_{
           Way{std::mt19937_64(plan.seed), 0, plan.silentAfter.toDevice, plan.awayAfter.toDevice},
           Way{std::mt19937_64(plan.seed ^ OtherDirection), 0, plan.silentAfter.toHost, plan.awayAfter.toHost}}
@@ -72,6 +76,23 @@ std::size_t LineFaults::Pass(Direction direction, std::size_t bytes)
 bool LineFaults::TakeNak()
 {
     return TakeOne(plan_.naks);
+}
+
+std::chrono::milliseconds LineFaults::TakeDelay(std::string_view command)
+{
+    const CommandFault* const fault = commands_.Take(CommandFault::Kind::Late, command);
+    return plan_.delay + (fault == nullptr ? std::chrono::milliseconds(0) : fault->late);
+}
+
+bool LineFaults::TakeWrongReply(std::string_view command)
+{
+    return commands_.Take(CommandFault::Kind::WrongReply, command) != nullptr;
+}
+
+std::string LineFaults::TakeStatus(std::string_view command)
+{
+    const CommandFault* const fault = commands_.Take(CommandFault::Kind::Status, command);
+    return fault == nullptr ? std::string() : fault->status;
 }
 
 std::string LineFaults::Spoil(std::string frame)

@@ -9,6 +9,9 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "bench/CommandFaults.h"
 
 namespace kelvora::bench {
 
@@ -27,11 +30,13 @@ struct FaultPlan {
     double flip = 0;  ///< one bit of the byte
     double duplicate = 0;
     std::chrono::milliseconds delay{0};  ///< how late every answer of a device begins
-    unsigned naks = 0;                   ///< how many frames are refused, whatever they hold
-    unsigned wrongLrcs = 0;              ///< how many replies of modules bear a wrong LRC
-    unsigned wrongLengths = 0;           ///< how many, after those, a wrong length
-    LineCut silentAfter{};               ///< from then on nothing passes in either direction
-    LineCut awayAfter{};                 ///< from then on the port is gone
+    std::chrono::milliseconds stray{0};  ///< how often a stray byte reaches the host; 0 for never
+    std::vector<CommandFault> commands{};
+    unsigned naks = 0;          ///< how many frames are refused, whatever they hold
+    unsigned wrongLrcs = 0;     ///< how many replies of modules bear a wrong LRC
+    unsigned wrongLengths = 0;  ///< how many, after those, a wrong length
+    LineCut silentAfter{};      ///< from then on nothing passes in either direction
+    LineCut awayAfter{};        ///< from then on the port is gone
 };
 
 class LineFaults {
@@ -54,6 +59,16 @@ public:
     /// A module's reply, spoilt when it is one of those to spoil; counts it.
     std::string Spoil(std::string frame);
     std::chrono::milliseconds Delay() const { return plan_.delay; }
+    /// How late the answer to a command of the terminal begins; counts it.
+    std::chrono::milliseconds TakeDelay(std::string_view command);
+    /// Whether the answer to a command is that to another one; counts it.
+    bool TakeWrongReply(std::string_view command);
+    /// The status that a command is refused with, empty where it is run; counts it.
+    std::string TakeStatus(std::string_view command);
+
+    std::chrono::milliseconds StrayInterval() const { return plan_.stray; }
+    /// The next stray byte.
+    char Stray() { return static_cast<char>(stray_() & 0xFFU); }
 
 private:
     struct Way {
@@ -67,6 +82,8 @@ private:
     const Way& WayOf(Direction direction) const { return ways_[direction == Direction::ToHost ? 1 : 0]; }
 
     FaultPlan plan_;
+    CommandFaults commands_;
+    std::mt19937_64 stray_;
     std::array<Way, 2> ways_;
     bool isSilent_ = false;
     bool isAway_ = false;

@@ -19,7 +19,8 @@ SimulatedLine::SimulatedLine(LineClock& clock, LineState memory, const LineOptio
       toDevices_(clock, options.isPaced),
       toHost_(clock, options.isPaced),
       terminal_(clock, memory_, faults_),
-      modules_(clock, memory_, faults_, options.modules)
+      modules_(clock, memory_, faults_, options.modules),
+      stray_(clock)
 {
     toDevices_.onRun = [this](const ByteRun& run) { ArriveAtDevices(run); };
     toHost_.onRun = [this](const ByteRun& run) { ArriveAtHost(run); };
@@ -36,11 +37,39 @@ SimulatedLine::SimulatedLine(LineClock& clock, LineState memory, const LineOptio
     };
     terminal_.onStored = stored;
     modules_.onStored = stored;
+    terminal_.onHeld = [this] {
+        if (onHeld)
+            onHeld();
+    };
 }
 
 void SimulatedLine::Send(std::string_view bytes)
 {
     toDevices_.Send(faults_.Distort(Direction::ToDevice, bytes), host_, true);
+    if (!stray_.IsSet())
+        ExpectStray();
+}
+
+// A host that has yet to speak, or has closed its port, hears none: they would wait for it in its buffer.
+void SimulatedLine::HostClosed()
+{
+    toHost_.Clear();
+    stray_.Cancel();
+}
+
+void SimulatedLine::SetFaults(const FaultPlan& plan)
+{
+    faults_ = LineFaults(plan);
+    stray_.Cancel();
+}
+
+void SimulatedLine::ExpectStray()
+{
+    if (const auto interval = faults_.StrayInterval(); interval.count() > 0)
+        stray_.SetAfter(interval, [this] {
+            ExpectStray();
+            ArriveAtHost({.bytes = {faults_.Stray()}, .settings = host_});
+        });
 }
 
 void SimulatedLine::ArriveAtDevices(const ByteRun& run)

@@ -37,10 +37,10 @@ public:
     /// Bytes that the host sends, at its settings of now.
     void Send(std::string_view bytes);
     /// The host has closed its port: what is on its way to it is lost.
-    void HostClosed() { toHost_.Clear(); }
+    void HostClosed();
 
     /// A new plan; bytes are counted anew, and a line that was cut works again.
-    void SetFaults(const FaultPlan& plan) { faults_ = LineFaults(plan); }
+    void SetFaults(const FaultPlan& plan);
     const LineFaults& Faults() const { return faults_; }
 
     /// The devices lose their power and get it back: only the memory stays.
@@ -48,6 +48,8 @@ public:
 
     const LineState& Memory() const { return memory_; }
     SimulatedTerminal& Terminal() { return terminal_; }
+    /// Whether a host has taken the terminal's devices for itself and not given them back.
+    bool IsHeld() const { return terminal_.IsHeld(); }
 
     /// Called with bytes as they arrive at the host.
     std::function<void(std::string_view)> onBytes;
@@ -55,10 +57,13 @@ public:
     std::function<void()> onAway;
     /// Called when the memory has changed.
     std::function<void()> onStored;
+    /// Called when the terminal is held or released.
+    std::function<void()> onHeld;
 
 private:
     void ArriveAtDevices(const ByteRun& run);
     void ArriveAtHost(const ByteRun& run);
+    void ExpectStray();
     void Hear(char byte, const SerialSettings& settings, std::chrono::microseconds quiet);
 
     LineState memory_;
@@ -69,6 +74,7 @@ private:
     ByteChannel toHost_;
     SimulatedTerminal terminal_;
     SimulatedModules modules_;
+    Appointment stray_;
 };
 
 }  // namespace kelvora::bench

@@ -109,9 +109,9 @@ void SimulatedModules::Hear(char byte, const SerialSettings& settings)
             break;
         case Part::Lrc:
             lrc_ = byte;
-            part_ = Part::Etx;
+            part_ = Part::Ending;
             break;
-        case Part::Etx:
+        case Part::Ending:
             part_ = Part::Between;
             HearFrame(settings, byte == Etx);
             break;

@@ -60,7 +60,7 @@ public:
     std::function<void()> onStored;
 
 private:
-    enum class Part { Between, Announced, Length, Data, Lrc, Etx };
+    enum class Part { Between, Announced, Length, Data, Lrc, Ending };
 
     bool Hears(const SerialSettings& settings) const;
     const ModuleLink& LinkOf(std::size_t address) const;

@@ -6,11 +6,15 @@
 namespace kelvora::bench {
 
 SimulatedTerminal::SimulatedTerminal(LineClock& clock, LineState& memory, LineFaults& faults)
-    : faults_(faults), clock_(clock), commands_(memory), running_(clock)
+    : faults_(faults), commands_(memory), answering_(clock), refusing_(clock)
 {
     commands_.onStored = [this] {
         if (onStored)
             onStored();
+    };
+    commands_.onHeld = [this] {
+        if (onHeld)
+            onHeld();
     };
 }
 
@@ -20,33 +24,35 @@ void SimulatedTerminal::Hear(char byte)
     if (heard == FrameReceiver::Heard::Nothing)
         return;
     if (heard == FrameReceiver::Heard::Damage || faults_.TakeNak())
-        onSend({Nak});
+        Refuse();
     else
         HearCommand();
 }
 
-void SimulatedTerminal::HearCommand()
+void SimulatedTerminal::Refuse()
 {
-    if (receiver_.Exchange() == exchange_) {
-        if (!running_.IsSet())
-            onSend(lastAnswer_);
-        return;
-    }
-    exchange_ = receiver_.Exchange();
-    lastAnswer_.clear();
-    if (faults_.Delay().count() == 0) {
-        running_.Cancel();
-        Answer(receiver_.Body());
-        return;
-    }
-    running_.Set(clock_.Now() + faults_.Delay(),
-                 [this, command = std::string(receiver_.Body())] { Answer(command); });
+    refusing_.SetAfter(faults_.Delay(), [this] { onSend({Nak}); });
 }
 
-void SimulatedTerminal::Answer(std::string_view command)
+void SimulatedTerminal::HearCommand()
 {
-    lastAnswer_ = MakeFrame(exchange_, BodyFor(command));
-    onSend(lastAnswer_);
+    const bool isRepeated = receiver_.Exchange() == exchange_;
+    if (isRepeated && answering_.IsSet())
+        return;
+    if (!isRepeated) {
+        exchange_ = receiver_.Exchange();
+        command_ = receiver_.Body();
+        lastAnswer_.clear();
+    }
+    answering_.SetAfter(faults_.TakeDelay(command_), [this] { SendAnswer(); });
+}
+
+void SimulatedTerminal::SendAnswer()
+{
+    if (lastAnswer_.empty())
+        lastAnswer_ = MakeFrame(exchange_, BodyFor(command_));
+    refusing_.Cancel();
+    onSend(faults_.TakeWrongReply(command_) ? WrongReply() : lastAnswer_);
 }
 
 std::string SimulatedTerminal::BodyFor(std::string_view command)
@@ -55,7 +61,16 @@ std::string SimulatedTerminal::BodyFor(std::string_view command)
         std::ranges::find_if(scripted_, [&](const auto& entry) { return command.starts_with(entry.first); });
     if (scripted != scripted_.end())
         return scripted_.extract(scripted).mapped();
-    return "M" + commands_.Run(command);
+    const std::string status = faults_.TakeStatus(command);
+    return "M" + (status.empty() ? commands_.Run(command) : TerminalCommands::Refuse(command, status));
+}
+
+// That of a command that changes nothing.
+std::string SimulatedTerminal::WrongReply()
+{
+    constexpr std::string_view Attention = "$9900";
+    const bool isAttention = command_.starts_with(Attention);
+    return MakeFrame(exchange_, "M" + commands_.Run(isAttention ? "$9902" : Attention));
 }
 
 void SimulatedTerminal::AnswerNext(std::string name, std::string body)
@@ -65,7 +80,8 @@ void SimulatedTerminal::AnswerNext(std::string name, std::string body)
 
 void SimulatedTerminal::Restart()
 {
-    running_.Cancel();
+    answering_.Cancel();
+    refusing_.Cancel();
     receiver_.Forget();
     commands_.Restart();
     exchange_.clear();

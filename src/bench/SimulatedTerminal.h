@@ -1,6 +1,6 @@
 // The terminal on its line: stop and wait over frames. It answers damage with NAK, repeats its last answer
 // for its last exchange number without running the command again, ignores a repeat while the command still
-// runs, and calls off a command in flight when a new one comes.
+// runs or its answer is late, and calls off a command in flight when a new one comes.
 #pragma once
 
 #include <functional>
@@ -24,6 +24,7 @@ public:
     void Hear(char byte);
 
     bool InFrame() const { return receiver_.InFrame(); }
+    bool IsHeld() const { return commands_.IsHeld(); }
     /// The line was quiet for so long that a frame begun is not going on.
     void Forget() { receiver_.Forget(); }
 
@@ -38,19 +39,24 @@ public:
     std::function<void(const std::string&)> onSend;
     /// Called when the memory has changed.
     std::function<void()> onStored;
+    /// Called when the line is held or released.
+    std::function<void()> onHeld;
 
 private:
     void HearCommand();
-    void Answer(std::string_view command);
+    void Refuse();
+    void SendAnswer();
     std::string BodyFor(std::string_view command);
+    std::string WrongReply();
 
     LineFaults& faults_;
-    LineClock& clock_;
     FrameReceiver receiver_;
     TerminalCommands commands_;
     std::string exchange_;    ///< of the last command; empty before the first
+    std::string command_;     ///< that came with it
     std::string lastAnswer_;  ///< empty while the command runs
-    Appointment running_;
+    Appointment answering_;
+    Appointment refusing_;
     std::map<std::string, std::string> scripted_;
 };
 

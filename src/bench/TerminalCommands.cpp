@@ -26,6 +26,11 @@ std::string_view Bytes(const FlashBytes& image)
     return {reinterpret_cast<const char*>(image.data()), image.size()};
 }
 
+std::string Counted(std::string_view field)
+{
+    return std::string(1, static_cast<char>(32 + field.size())).append(field);
+}
+
 std::string CrcText(const FlashBytes& image)
 {
     return Hex(Crc32(Bytes(image)), 8);
@@ -33,31 +38,50 @@ std::string CrcText(const FlashBytes& image)
 
 }  // namespace
 
-std::string TerminalCommands::Run(std::string_view command)
+const std::array<TerminalCommands::Command, 11> TerminalCommands::Commands{
+    Command{"$9900", &TerminalCommands::Attention}, Command{"$9918", &TerminalCommands::Hold},
+    Command{"$9902", &TerminalCommands::DeviceMap}, Command{"$9911", &TerminalCommands::Release},
+    Command{"$9904", &TerminalCommands::Mode},      Command{"000", &TerminalCommands::FirstBlock},
+    Command{"0FB0", &TerminalCommands::OpenFlash},  Command{"20", &TerminalCommands::NextBlock},
+    Command{"0F02", &TerminalCommands::FlashState}, Command{"0FB1", &TerminalCommands::StageBlock},
+    Command{"0FB3", &TerminalCommands::CloseFlash},
+};
+
+const TerminalCommands::Command* TerminalCommands::Find(std::string_view command)
 {
-    static constexpr std::array Commands{
-        Command{"$9900", &TerminalCommands::Attention}, Command{"$9918", &TerminalCommands::HoldOrRelease},
-        Command{"$9902", &TerminalCommands::DeviceMap}, Command{"$9911", &TerminalCommands::HoldOrRelease},
-        Command{"$9904", &TerminalCommands::Mode},      Command{"000", &TerminalCommands::FirstBlock},
-        Command{"0FB0", &TerminalCommands::OpenFlash},  Command{"20", &TerminalCommands::NextBlock},
-        Command{"0F02", &TerminalCommands::FlashState}, Command{"0FB1", &TerminalCommands::StageBlock},
-        Command{"0FB3", &TerminalCommands::CloseFlash},
-    };
     const auto* const found =
         std::ranges::find_if(Commands, [&](const Command& known) { return command.starts_with(known.name); });
-    if (found == Commands.end())
+    return found == Commands.end() ? nullptr : found;
+}
+
+bool TerminalCommands::Knows(std::string_view command)
+{
+    return Find(command) != nullptr;
+}
+
+std::string TerminalCommands::Run(std::string_view command)
+{
+    const Command* const found = Find(command);
+    if (found == nullptr)
         return std::string(command).append(OutOfOrder);
     std::string reply(found->name);
     const Fields fields = (this->*found->run)(command.substr(found->name.size()));
     if (!fields)
         return reply.append(OutOfOrder);
     for (const std::string& field : *fields)
-        reply.append(1, static_cast<char>(32 + field.size())).append(field);
+        reply.append(Counted(field));
     return reply;
+}
+
+std::string TerminalCommands::Refuse(std::string_view command, std::string_view status)
+{
+    const Command* const found = Find(command);
+    return std::string(found == nullptr ? command : found->name).append(Counted(status));
 }
 
 void TerminalCommands::Restart()
 {
+    SetHeld(false);
     isOpen_ = false;
     takesBlocks_ = false;
     address_ = 0;
@@ -70,9 +94,26 @@ TerminalCommands::Fields TerminalCommands::Attention(std::string_view argument)
 }
 
 // The simulated terminal has no cashier who would use its devices meanwhile.
-TerminalCommands::Fields TerminalCommands::HoldOrRelease(std::string_view argument)
+TerminalCommands::Fields TerminalCommands::Hold(std::string_view argument)
 {
-    return argument.empty() ? Fields({Done}) : std::nullopt;
+    if (!argument.empty())
+        return std::nullopt;
+    SetHeld(true);
+    return Fields({Done});
+}
+
+TerminalCommands::Fields TerminalCommands::Release(std::string_view argument)
+{
+    if (!argument.empty())
+        return std::nullopt;
+    SetHeld(false);
+    return Fields({Done});
+}
+
+void TerminalCommands::SetHeld(bool isHeld)
+{
+    if (std::exchange(isHeld_, isHeld) != isHeld && onHeld)
+        onHeld();
 }
 
 TerminalCommands::Fields TerminalCommands::DeviceMap(std::string_view argument)

@@ -11,6 +11,7 @@
 // of order is answered with the name and "!2".
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <functional>
 #include <map>
@@ -30,12 +31,22 @@ public:
 
     /// Runs a command text and gives the reply text.
     std::string Run(std::string_view command);
+    /// The reply text to a command that is not run, with a status alone.
+    static std::string Refuse(std::string_view command, std::string_view status);
+    /// Whether there is such a command, whatever follows its name.
+    static bool Knows(std::string_view command);
 
-    /// What a cut of the power forgets: an open flash, what is staged, the block address.
+    /// Whether a host holds the line: `$9918` has come and `$9911` not since.
+    bool IsHeld() const { return isHeld_; }
+
+    /// What a cut of the power forgets: that the line is held, an open flash, what is staged, the block
+    /// address.
     void Restart();
 
     /// Called when the memory has changed.
     std::function<void()> onStored;
+    /// Called when the line is held or released.
+    std::function<void()> onHeld;
 
 private:
     using Fields = std::optional<std::vector<std::string>>;  ///< nothing when out of order
@@ -45,7 +56,8 @@ private:
     };
 
     Fields Attention(std::string_view argument);
-    Fields HoldOrRelease(std::string_view argument);
+    Fields Hold(std::string_view argument);
+    Fields Release(std::string_view argument);
     Fields DeviceMap(std::string_view argument);
     Fields Mode(std::string_view argument);
     Fields FirstBlock(std::string_view argument);
@@ -55,10 +67,15 @@ private:
     Fields StageBlock(std::string_view argument);
     Fields CloseFlash(std::string_view argument);
 
+    static const std::array<Command, 11> Commands;
+    static const Command* Find(std::string_view command);
+
+    void SetHeld(bool isHeld);
     std::string BlockField();
     void Commit(const FlashBytes& image);
 
     LineState& memory_;
+    bool isHeld_ = false;
     bool isOpen_ = false;
     bool takesBlocks_ = false;
     std::size_t address_ = 0;

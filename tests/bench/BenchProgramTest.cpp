@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "bench/TerminalFrame.h"
 #include "bench/posix/BenchOptions.h"
 #include "fakes/ChildProgram.h"
 
@@ -130,6 +131,17 @@ TEST(BenchProgram, KeepsItsStateAndLeavesABrokenOneAlone)
     fs::remove_all(folder);
 }
 
+TEST(BenchProgram, TellsWhetherTheTerminalIsHeld)
+{
+    RunningBench bench({"--modules", "none", "--log", "--unpaced"});
+    const std::string line = bench.Output("\n");
+    const Descriptor port = OpenPort(line.substr(2, line.size() - 3), B9600);
+    Ask(port, MakeFrame("0001", "$9918"), "$9918!0");
+    EXPECT_EQ(bench.Output("\n"), "1 held\n");
+    Ask(port, MakeFrame("0002", "$9911"), "$9911!0");
+    EXPECT_EQ(bench.Output("\n"), "1 released\n");
+}
+
 TEST(BenchProgram, TakesTheDeviceAway)
 {
     RunningBench bench({"--modules", "iccr", "--away-after", "5", "--unpaced"});
@@ -156,6 +168,14 @@ TEST(BenchProgram, RefusesWrongUsage)
         {{"--drop", "1.5"}, "--drop"},
         {{"--nak", "-1"}, "--nak"},
         {{"--line", "1"}, "--line"},
+        {{"--drop", "0.5", "--flip", "0.4", "--duplicate", "0.2"}, "over 1 together"},
+        {{"--stray", "0"}, "--stray"},
+        {{"--late", "$9902"}, "is not COMMAND=VALUE"},
+        {{"--late", "$9902=soon"}, "is not a time"},
+        {{"--late", "$9902#0=5"}, "belongs behind #"},
+        {{"--late", "02=5"}, "no command of the terminal is named \"02\""},
+        {{"--status", "$9904=0"}, "other than 0"},
+        {{"--wrong-reply", "$9902=1"}, "is not COMMAND"},
     };
     for (const auto& [arguments, complaint] : cases) {
         std::ostringstream out;
@@ -169,7 +189,13 @@ TEST(BenchProgram, RefusesWrongUsage)
     std::ostringstream ignored;
     int exitCode = Done;
     const auto options =
-        ParseBenchOptions({"--modules", "mcr12", "--modules", "none"}, ignored, ignored, exitCode);
+        ParseBenchOptions({"--modules", "mcr12", "--modules", "none", "--drop", "0.1", "--flip", "0.2",
+                           "--duplicate", "0.7", "--late", "$9902#2=1100", "--status", "0FB3+=9"},
+                          ignored, ignored, exitCode);
     ASSERT_TRUE(options);
+    ASSERT_EQ(options->line.faults.commands.size(), 2U);
+    EXPECT_EQ(options->line.faults.commands[0].late, std::chrono::milliseconds(1100));
+    EXPECT_EQ(options->line.faults.commands[0].number, 2U);
+    EXPECT_EQ(options->line.faults.commands[1].command, "0FB3+");
     EXPECT_EQ(options->lines, (std::vector<std::vector<Module>>{{Module::MCR12}, {}}));
 }

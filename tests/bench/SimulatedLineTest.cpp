@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "bench/BenchLine.h"
+#include "bench/TerminalFrame.h"
 
 using namespace kelvora;
 using namespace kelvora::bench;
@@ -274,4 +275,86 @@ TEST(SimulatedLine, RefusesFramesAndPorts)
     EXPECT_FALSE(bench.port.Open());
     EXPECT_EQ(bench.port.Failure(), PortFailure::InUse);
     EXPECT_EQ(bench.Ask(AskName), "") << "nothing leaves a closed port";
+}
+
+TEST(SimulatedLine, RefusesCommandsPickedByName)
+{
+    using enum CommandFault::Kind;
+    BenchLine bench;
+    bench.line.SetFaults({.commands = {{Status, "$9904", 0, {}, "5"},
+                                       {Status, "$9904!3", 0, {}, "2"},
+                                       {Status, "0FB3+", 0, {}, "999"},
+                                       {Status, "0F02.", 2, {}, "3"}}});
+    const std::vector<std::pair<std::string, std::string>> replies{
+        {"$9904!3", "$9904!2"},       {"$9904!0", "$9904!5"}, {"$9904", "$9904!5"}, {"0FB0", "0FB0!0$8192"},
+        {"0FB300000000", "0FB3#999"}, {"0FB3", "0FB3!0"},     {"0F021", "0F02!2"},  {"0F02", "0F02!0("},
+        {"0F02", "0F02!3"},           {"0F02", "0F02!0("},
+    };
+    std::uint32_t exchange = 0;
+    for (const auto& [command, reply] : replies) {
+        const std::string head = Hex(++exchange, 4);
+        const std::string heard = bench.Ask(MakeFrame(head, command));
+        EXPECT_EQ(heard.substr(0, 6 + reply.size()), Soh + head + "M" + reply) << command;
+    }
+    EXPECT_EQ(bench.line.Memory().mode, '0') << "what is refused is not done";
+}
+
+TEST(SimulatedLine, AnswersLateOrForAnotherCommand)
+{
+    using enum CommandFault::Kind;
+    BenchLine bench;
+    bench.line.SetFaults({.commands = {{Late, "$9900", 2, 1100ms}}});
+    EXPECT_EQ(bench.Ask(AskName), Name);
+    bench.port.Write(AskName);
+    bench.loop.Pass(1s);
+    EXPECT_EQ(bench.Ask(AskName), Name) << "the answer again, late and once";
+    EXPECT_EQ(bench.Ask(AskName), Name);
+
+    const std::string askMap = MakeFrame("0002", "$9902");
+    const std::string map = MakeFrame("0002", "M$9902!0!4*214,23,4,3");
+    bench.line.SetFaults({.commands = {{WrongReply, "$9902", 1}, {WrongReply, "$9900"}}});
+    Check(bench, {{askMap, MakeFrame("0002", "M$9900!0.BENCH TERMINAL"), "once"},
+                  {askMap, map, "the repeated answer"},
+                  {MakeFrame("0003", "$9900"), MakeFrame("0003", "M$9902!0!4*214,23,4,3"), "each time"}});
+
+    bench.line.SetFaults({.delay = 300ms});
+    bench.port.Write(AskName.substr(0, AskName.size() - 1) + "0");
+    bench.loop.Pass(300ms);
+    EXPECT_EQ(bench.port.Read(0), "");
+    EXPECT_EQ(bench.Ask(""), "\x15");
+    bench.Ask(MakeFrame("0004", "$9902"));
+    bench.port.Write(MakeFrame("0004", "$9902"));
+    bench.loop.Pass(300ms);
+    EXPECT_EQ(bench.port.Read(0), "") << "an answer that is repeated is as late";
+}
+
+TEST(SimulatedLine, IsNeverQuietWithStrayBytes)
+{
+    BenchLine bench;
+    bench.line.SetFaults({.stray = 100ms});
+    bench.loop.Pass(1s);
+    EXPECT_EQ(bench.port.Read(0), "") << "nobody has spoken yet";
+    bench.Ask(AskName);
+    bench.loop.Pass(700ms);
+    EXPECT_EQ(bench.port.Read(0).size(), 7U);
+    bench.port.Write(Enq);
+    bench.loop.Pass(50ms);
+    bench.port.Close();
+    bench.port.Open();
+    bench.loop.Pass(1s);
+    EXPECT_EQ(bench.port.Read(0), "");
+}
+
+TEST(SimulatedLine, TellsWhoHoldsTheTerminal)
+{
+    BenchLine bench;
+    std::vector<bool> told;
+    bench.line.onHeld = [&] { told.push_back(bench.line.IsHeld()); };
+    bench.line.SetFaults({.commands = {{CommandFault::Kind::Status, "$9911", 1, {}, "2"}}});
+    std::uint32_t exchange = 0;
+    for (const char* const command : {"$9911", "$9918", "$9918", "$99111", "$9911", "$9918"})
+        bench.Ask(MakeFrame(Hex(++exchange, 4), command));
+    EXPECT_EQ(told, (std::vector<bool>{true, false, true}));
+    bench.line.Restart();
+    EXPECT_FALSE(bench.line.IsHeld());
 }

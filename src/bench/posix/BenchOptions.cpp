@@ -1,8 +1,9 @@
 #include "bench/posix/BenchOptions.h"
 
 #include <CLI/CLI.hpp>
-#include <chrono>
 #include <set>
+
+#include "bench/posix/FaultOptions.h"
 
 namespace kelvora::bench {
 
@@ -17,6 +18,13 @@ constexpr const char* Examples =
     "  kelvora-bench\n"
     "  kelvora-bench --modules km096,km064,iccr --state till07.txt\n"
     "  kelvora-bench --modules mcr12 --speed 2400 --seed 7 --drop 0.001\n"
+    "  kelvora-bench --late '$9902#1=1100' --status '0FB3+=9' --log\n"
+    "\n"
+    "A COMMAND is what a command of the terminal begins with, such as '$9904' or '$9904!3'; with a dot "
+    "behind\n"
+    "it that command alone ('0FB3.'), with a plus sign that with something behind it ('0FB3+'), with a "
+    "number\n"
+    "the second of them ('$9902#2'). Where several fit, the longest decides. Put quotes around it.\n"
     "\n"
     "Exit code: 0 ended; 1 a line cannot be played; 2 wrong usage.";
 
@@ -72,35 +80,10 @@ void AddLineOptions(CLI::App& app, BenchOptions& options)
         ->type_name("FILE");
     app.add_flag_callback(
         "--unpaced", [&options] { options.line.isPaced = false; }, "Bytes take no time");
+    app.add_flag(
+        "--log", options.tells,
+        "Print the number of a line and what happens there: held, released (the terminal, by a host)");
     app.add_flag("--until-eof", options.untilEof, "End when standard input ends");
-}
-
-void AddFaultOptions(CLI::App& app, FaultPlan& faults)
-{
-    const CLI::Range chance(0.0, 1.0);
-    app.add_option("--seed", faults.seed, "What noise and fresh flash images are made from")->type_name("N");
-    app.add_option("--drop", faults.drop, "Chance that a byte is lost")->check(chance)->type_name("P");
-    app.add_option("--flip", faults.flip, "Chance that one bit of a byte is wrong")
-        ->check(chance)
-        ->type_name("P");
-    app.add_option("--duplicate", faults.duplicate, "Chance that a byte comes twice")
-        ->check(chance)
-        ->type_name("P");
-    app.add_option_function<int>(
-           "--delay", [&faults](int time) { faults.delay = std::chrono::milliseconds(time); },
-           "How late every answer begins")
-        ->check(CLI::Range(0, 60'000))
-        ->type_name("MS");
-    app.add_option("--nak", faults.naks, "How many frames are refused at first")->type_name("N");
-    app.add_option("--wrong-lrc", faults.wrongLrcs, "How many replies of modules bear a wrong LRC at first")
-        ->type_name("N");
-    app.add_option("--wrong-length", faults.wrongLengths, "How many, after those, bear a wrong length")
-        ->type_name("N");
-    app.add_option("--silent-after", faults.silentAfter.toHost, "Go silent when N bytes have been answered")
-        ->type_name("N");
-    app.add_option("--away-after", faults.awayAfter.toHost,
-                   "Take the device away when N bytes have been answered")
-        ->type_name("N");
 }
 
 }  // namespace
@@ -113,6 +96,7 @@ void AddBench(CLI::App& app, BenchOptions& options)
     app.footer(Examples);
     AddLineOptions(app, options);
     AddFaultOptions(app, options.line.faults);
+    app.callback([&options] { CheckFaults(options.line.faults); });
 }
 
 std::optional<BenchOptions> ParseBenchOptions(const std::vector<std::string>& arguments, std::ostream& out,

@@ -20,6 +20,7 @@ struct BenchOptions {
     std::string statePath;                   ///< of the first line; empty for none
     LineOptions line;
     bool untilEof = false;
+    bool tells = false;  ///< what happens at the lines, as it happens
 };
 
 /// Exit codes of the program.

@@ -43,6 +43,14 @@ public:
 
     const std::string& Path() const { return pty_.Path(); }
 
+    /// Says on `out` what happens at the line of that number.
+    void TellOn(std::ostream& out, std::size_t number)
+    {
+        line_.onHeld = [this, &out, number] {
+            out << number << (line_.IsHeld() ? " held\n" : " released\n") << std::flush;
+        };
+    }
+
     void KeepIn(StateFile file, std::ostream& err)
     {
         save_ = [this, file = std::move(file), &err]() mutable {
@@ -128,6 +136,9 @@ void RunBench(const BenchOptions& options, std::ostream& out, std::ostream& err)
     for (std::size_t index = 0; index < lines.size(); ++index)
         out << index + 1 << ' ' << lines[index]->Path() << '\n';
     out << std::flush;
+    if (options.tells)
+        for (std::size_t index = 0; index < lines.size(); ++index)
+            lines[index]->TellOn(out, index + 1);
     if (options.untilEof)
         WatchInput(loop);
     loop.Run();
