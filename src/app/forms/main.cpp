@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QSocketNotifier>
 #include <QStandardPaths>
 #include <QTimer>
 #include <QTranslator>
@@ -25,6 +26,7 @@
 #include "comms/PortNames.h"
 #include "network/qt/QtLinePort.h"
 #include "platform/posix/PosixFiles.h"
+#include "platform/posix/StopSignal.h"
 #include "platform/qt/BenchProcess.h"
 #include "platform/qt/QtEventLoop.h"
 #include "platform/qt/QtFileDialogs.h"
@@ -175,7 +177,26 @@ void StartBench(BenchProcess& bench, const std::string& stateFile, Program& prog
     window.Refresh();
 }
 
-int Run(QApplication& application)
+// The wish of the system, or of the terminal that the program was started from, to end it: what works on a
+// line stops and gives it back, then the program ends, whatever is open.
+class EndOnSignal {
+public:
+    EndOnSignal(StopSignal& signal, Program& program) : notifier_(signal.Descriptor(), QSocketNotifier::Read)
+    {
+        QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [&signal, &program] {
+            if (!signal.Requested())
+                return;
+            program.interruptionRequested = true;
+            // Not quit(), which a window could refuse.
+            QCoreApplication::exit();
+        });
+    }
+
+private:
+    QSocketNotifier notifier_;
+};
+
+int Run(QApplication& application, StopSignal& stopSignal)
 {
     const Arguments arguments = ReadArguments(application);
     QtPrompt prompt;
@@ -207,6 +228,10 @@ int Run(QApplication& application)
     TranslateQt(translator, program.catalogue);
     QDir().mkpath(PathToQString(program.folders.person));
 
+    const EndOnSignal endOnSignal(stopSignal, program);
+    // The session ends: others of it may wait for the line.
+    QObject::connect(&application, &QGuiApplication::commitDataRequest,
+                     [&program] { program.interruptionRequested = true; });
     MDIForm1 window(program, PathToQString(program.folders.person), &machine);
     BenchProcess bench;
     window.onLanguage = [&] { TranslateQt(translator, program.catalogue); };
@@ -248,8 +273,10 @@ int main(int argc, char* argv[])
         kelvora::ReadArguments(application);
         return 0;
     }
+    // Before the threads that the window system begins.
+    kelvora::StopSignal stopSignal;
     kelvora::SafeApplication application(argc, argv);
     QApplication::setWindowIcon(kelvora::ProgramIcon());
     QApplication::setQuitOnLastWindowClosed(false);
-    return kelvora::Run(application);
+    return kelvora::Run(application, stopSignal);
 }

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <utility>
 
 namespace kelvora {
 
@@ -17,6 +18,12 @@ sigset_t StopSignals()
     sigaddset(&signals, SIGTERM);
     sigaddset(&signals, SIGHUP);
     return signals;
+}
+
+void Unblock()
+{
+    const sigset_t signals = StopSignals();
+    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
 }
 
 }  // namespace
@@ -35,15 +42,17 @@ StopSignal::~StopSignal()
     // One that has come late must not end the program before it has told what it did.
     Requested();
     close(descriptor_);
-    const sigset_t signals = StopSignals();
-    pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
+    Unblock();
 }
 
 bool StopSignal::Requested()
 {
     signalfd_siginfo signal{};
+    bool isFirst = false;
     while (descriptor_ >= 0 && read(descriptor_, &signal, sizeof signal) == sizeof signal)
-        requested_ = true;
+        isFirst = !std::exchange(requested_, true) || isFirst;
+    if (isFirst)
+        Unblock();
     return requested_;
 }
 

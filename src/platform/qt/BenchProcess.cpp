@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <csignal>
 
 #include "platform/qt/Text.h"
 
@@ -26,8 +27,14 @@ bool BenchProcess::Start(const std::string& stateFile)
         arguments << QStringLiteral("--state") << PathToQString(stateFile);
     process_.setProgram(QCoreApplication::applicationDirPath() + QStringLiteral("/kelvora-bench"));
     process_.setArguments(arguments);
-    // Ctrl+C is meant for this program alone; the bench ends after it.
-    process_.setChildProcessModifier([] { ::setpgid(0, 0); });
+    // Ctrl+C is meant for this program alone; the bench ends after it. What this program does not hear for a
+    // while is still for the bench to hear.
+    process_.setChildProcessModifier([] {
+        ::setpgid(0, 0);
+        sigset_t none;
+        sigemptyset(&none);
+        pthread_sigmask(SIG_SETMASK, &none, nullptr);
+    });
     process_.start();
     if (!ReadDevices()) {
         const QByteArray words = process_.readAllStandardError().trimmed();
