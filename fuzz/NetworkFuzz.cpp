@@ -89,7 +89,7 @@ void CheckBridge(std::string_view bytes)
     int sends = 0;
     for (std::size_t at = 0; at < bytes.size() && link.IsOpen(); at += PieceSize) {
         if (bytes[at] % 2 == 0) {
-            link.Send("20");
+            link.Send("20", LnkControl::UsualSends);
             ++sends;
         }
         line.connection.onBytes(bytes.substr(at, PieceSize));

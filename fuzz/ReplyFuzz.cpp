@@ -88,8 +88,12 @@ public:
     std::string LastError() const override { return {}; }
     std::string Device() const override { return {}; }
     std::chrono::milliseconds LongestExchange() const override { return std::chrono::seconds(30); }
-    void Send(std::string_view command) override
+    std::chrono::milliseconds LongestFrameTime() const override { return std::chrono::milliseconds(500); }
+    bool IsWaiting() const override { return false; }
+    std::size_t Answers() const override { return answers_; }
+    void Send(std::string_view command, int /*mostSends*/) override
     {
+        ++answers_;
         if (answer)
             answer(command);
     }
@@ -98,6 +102,7 @@ public:
 
 private:
     bool open_ = false;
+    std::size_t answers_ = 0;
 };
 
 // Whatever stands in the mailbox, the wait takes a line that it looks for, or lasts as long as it should.
@@ -201,7 +206,8 @@ void CheckDriver(FuzzedDataProvider input)
                 "the progress grows to the whole");
         done = progress.done;
     };
-    const LineResult result = (scan ? ScanWithUpload : Upload)(comms, {1, "9600,n,8,1", 0}, hooks);
+    const LineTarget target{1, "9600,n,8,1", 0};
+    const LineResult result = scan ? ScanWithUpload(comms, target, hooks) : Upload(comms, target, hooks);
     Require(!control.IsOpen(), "the line is closed");
     Require(result.IsDone() || IsNumber(result.failure.number), "a number of the list");
     Require(result.deviceMap.size() <= MostPositions, "a map that a line has");

@@ -41,6 +41,11 @@ std::string WithoutControls(std::string text)
     return text;
 }
 
+// In the order of LineWarning::Step.
+constexpr std::array WarningTexts{Message::WarnFlashNotClosed, Message::WarnNotReleased,
+                                  Message::WarnTransferNotEnded, Message::ModeNotSet};
+static_assert(WarningTexts.size() == static_cast<std::size_t>(LineWarning::Step::Last) + 1);
+
 }  // namespace
 
 LineErrorText DescribeLineFailure(const MessageCatalogue& catalogue, const LineTarget& target,
@@ -64,6 +69,17 @@ LineErrorText DescribeLineFailure(const MessageCatalogue& catalogue, const LineT
     if (result.outcome == LineOutcome::NoPort && failure.port == PortFailure::NotAllowed)
         text.extra += "\r\n" + DescribeGroup(catalogue, failure.group);
     return text;
+}
+
+std::vector<std::string> WarningLines(const MessageCatalogue& catalogue, const LineWarnings& warnings)
+{
+    std::vector<std::string> lines;
+    for (const LineWarning& warning : warnings) {
+        lines.push_back(catalogue.Caption(WarningTexts.at(static_cast<std::size_t>(warning.step))));
+        if (!warning.detail.empty())
+            lines.back() += " (" + WithoutControls(warning.detail) + ")";
+    }
+    return lines;
 }
 
 }  // namespace kelvora

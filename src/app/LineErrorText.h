@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "app/MessageCatalogue.h"
 #include "app/Messages.h"
@@ -17,5 +18,8 @@ struct LineErrorText {
 /// For a result that is not done and was not stopped by the user.
 LineErrorText DescribeLineFailure(const MessageCatalogue& catalogue, const LineTarget& target,
                                   const LineResult& result);
+
+/// What did not end as it should, a line each: what the user should know, and below it what was seen.
+std::vector<std::string> WarningLines(const MessageCatalogue& catalogue, const LineWarnings& warnings);
 
 }  // namespace kelvora

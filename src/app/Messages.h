@@ -41,8 +41,7 @@ inline constexpr MessageId ConfirmDefaults{250, "Set every key of this keyboard 
 inline constexpr MessageId ReloadKeyMap{251, "The key map is empty. Read it again from the setup?"};
 inline constexpr MessageId RejectedSection{260, "A module cannot stand here."};
 inline constexpr MessageId RejectedLine{263, "A line of the file is not valid."};
-inline constexpr MessageId Interruption{
-    270, "Terminate stops the operation that runs on the line. Nothing is stopped while none runs."};
+inline constexpr MessageId Interruption{270, "Esc stops an operation on the line. None runs now."};
 
 // Errors of the line, under the offsets of their numbers.
 inline constexpr MessageId LineFailed{220, "The terminal or its line reported an error. Try again."};
@@ -274,7 +273,28 @@ inline constexpr MessageId ScanParts{
     891, "The main keyboard did not report all its parts. A setup file brings back the missing ones."};
 inline constexpr MessageId ScanRemarks{896, "The line was scanned. Before you save the setup, mind this:"};
 inline constexpr MessageId ScanNoImage{
-    880, "The keys and options were not read: what the setup shows are the defaults."};
+    880, "The keys and options were not read: those of the setup are the defaults."};
+inline constexpr MessageId WarnNotReleased{
+    608, "The terminal did not confirm that it uses its devices again. If they stay dead, restart it."};
+inline constexpr MessageId WarnFlashNotClosed{
+    609, "The terminal did not close the device's flash memory. Its content is what it was."};
+inline constexpr MessageId WarnTransferNotEnded{657, "The terminal did not confirm the end of the transfer."};
+inline constexpr MessageId ScanStopped{660, "The scan was stopped."};
+inline constexpr MessageId ScanNothing{675, "Nothing was read: the setup is empty."};
+inline constexpr MessageId ScanAllRead{681, "The modules, their options and all keys had been read before."};
+inline constexpr MessageId ScanUndoHint{682, "Undo brings back what the window showed before."};
+inline constexpr MessageId MapPosition{683, "Position "};
+inline constexpr MessageId MapCode{684, ": code "};
+inline constexpr MessageId MapSecondKM096{685, "a second main keyboard"};
+inline constexpr MessageId MapSecondBacklight{686, "a second backlight part"};
+inline constexpr MessageId MapSecondCode4{687, "a second further part of the main keyboard"};
+inline constexpr MessageId MapSecondKM064{688, "a second extension keyboard"};
+inline constexpr MessageId MapSecondMCR{689, "a second badge reader"};
+inline constexpr MessageId MapSecondICCR{690, "a second chip card unit"};
+inline constexpr MessageId MapMasterLate{691, "a main keyboard behind other modules"};
+inline constexpr MessageId MapPartAlone{692, "a backlight part without a main keyboard before it"};
+inline constexpr MessageId AbortInfo{
+    693, "Terminate stops this operation and gives the line back. Continue lets it go on."};
 inline constexpr MessageId Stopping{881, "Stopping ..."};
 inline constexpr MessageId SimulatedLine{892, "Simulated line"};
 inline constexpr MessageId SimulatedLineTip{893, "The line is answered by a simulation on this machine."};
@@ -461,6 +481,8 @@ inline constexpr MessageId EepromNoModules{805, "No MID modules found"};
 inline constexpr MessageId EepromSearching{806, "EEPROM programming"};
 inline constexpr MessageId EepromReading{807, "Reading Eeprom data"};
 inline constexpr MessageId EepromWriting{808, "Writing Eeprom data"};
+inline constexpr MessageId EepromNotReadAgain{
+    694, "These were to be written and could not be read again; what they hold is not known. Addresses: "};
 inline constexpr MessageId EepromReadFailed{809, "Communications error encountered during EEPROM read"};
 inline constexpr MessageId EepromWriteFailed{810, "Communications error encountered during EEPROM write"};
 inline constexpr MessageId EepromWritten{811, "Module EEPROM data has been updated"};

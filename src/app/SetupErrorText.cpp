@@ -18,7 +18,32 @@ constexpr std::array ExpectedTexts{
 };
 static_assert(ExpectedTexts.size() == static_cast<std::size_t>(Expected::Last) + 1);
 
+// "a second badge reader", in the order of ModuleKind.
+constexpr std::array SecondTexts{
+    Message::MapSecondKM096, Message::MapSecondBacklight, Message::MapSecondCode4,
+    Message::MapSecondKM064, Message::MapSecondMCR,       Message::MapSecondICCR,
+};
+
+std::string MapReason(const MessageCatalogue& catalogue, const DeviceMapError& error)
+{
+    const ModuleKind kind = KindOf(error.Code());
+    if (error.ExpectedHere() == Expected::OneOfAKind)
+        return catalogue.Caption(SecondTexts.at(static_cast<std::size_t>(kind) - 1));
+    if (error.ExpectedHere() == Expected::MasterFirst)
+        return catalogue.Caption(Message::MapMasterLate);
+    return kind == ModuleKind::Backlight
+               ? catalogue.Caption(Message::MapPartAlone)
+               : catalogue.Word(Message::ExpectedWord) + ExpectedText(catalogue, error);
+}
+
 }  // namespace
+
+std::string DescribeMapError(const MessageCatalogue& catalogue, const DeviceMapError& error)
+{
+    return catalogue.Word(Message::MapPosition) + std::to_string(error.Position()) +
+           catalogue.Word(Message::MapCode) + std::to_string(error.Code()) + ", " +
+           MapReason(catalogue, error);
+}
 
 std::string ExpectedText(const MessageCatalogue& catalogue, const SetupError& error)
 {

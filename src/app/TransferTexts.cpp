@@ -44,15 +44,19 @@ void AddLine(std::string& text, const std::string& line)
     text += line;
 }
 
-// Why the work on the line ended; empty when it is done.
+// Why the work on the line ended, and what did not end as it should; empty when all went well.
 std::string LineText(const MessageCatalogue& catalogue, const LineTarget& target, const LineResult& result)
 {
-    if (result.IsDone())
-        return {};
-    if (result.outcome == LineOutcome::Stopped)
-        return catalogue.Caption(Message::TransferStopped);
-    const LineErrorText error = DescribeLineFailure(catalogue, target, result);
-    return catalogue.Caption(error.message) + std::string(LineEnd) + error.extra;
+    std::string text;
+    if (result.outcome == LineOutcome::Stopped) {
+        text = catalogue.Caption(Message::TransferStopped);
+    } else if (!result.IsDone()) {
+        const LineErrorText error = DescribeLineFailure(catalogue, target, result);
+        text = catalogue.Caption(error.message) + std::string(LineEnd) + error.extra;
+    }
+    for (const std::string& warning : WarningLines(catalogue, result.warnings))
+        AddLine(text, warning);
+    return text;
 }
 
 std::string ReasonText(const MessageCatalogue& catalogue, const LineTarget& target,
@@ -72,7 +76,7 @@ std::string ReasonText(const MessageCatalogue& catalogue, const LineTarget& targ
             break;
     }
     std::string text = LineText(catalogue, target, result.line);
-    if (result.state == State::New && !text.empty())
+    if (result.state == State::New && !result.line.IsDone())
         text = catalogue.Caption(Message::TransferFailedAfter) + std::string(LineEnd) + text;
     return text;
 }
@@ -100,7 +104,7 @@ OutcomeText DescribeTransfer(const MessageCatalogue& catalogue, const LineTarget
                         ReasonText(catalogue, target, result), state.icon};
     if (result.state == State::Old && IsUsersOwnEnd(result))
         outcome.icon = BoxIcon::Information;
-    if (result.state == State::New && !result.line.IsDone())
+    if (result.state == State::New && !(result.line.IsDone() && result.line.warnings.empty()))
         outcome.icon = BoxIcon::Exclamation;
     const bool isHeld = result.state == State::New || result.state == State::Same;
     if (isHeld && result.plan && !result.plan->unheld.empty())

@@ -23,6 +23,7 @@ int Dump(const DumpRequest& request, Console& console, LineAccess& access)
     }();
     if (!read.IsDone())
         console.err << DiagnosticLine(LineFailureText(target, read));
+    TellWarnings(target, read, console);
     // An image that came is whole, whatever happened after it.
     if (read.image.empty()) {
         if (request.line.json)

@@ -3,8 +3,10 @@
 #include <array>
 #include <nlohmann/json.hpp>
 
+#include "app/LineErrorText.h"
 #include "app/TransferTexts.h"
 #include "cli/LineReport.h"
+#include "cli/SetupJson.h"
 #include "comms/Crc.h"
 #include "platform/Encoding.h"
 #include "platform/HexText.h"
@@ -46,6 +48,11 @@ Json FailureOf(const LineTarget& target, const LineResult& line)
     return line.IsDone() ? Json() : Json(LineFailureText(target, line));
 }
 
+Json WarningsOf(const LineResult& line)
+{
+    return ArrayOf(WarningLines(MessageCatalogue(), line.warnings));
+}
+
 }  // namespace
 
 std::string VerifyJson(const LineTarget& target, const std::string& file, const VerifyResult& result)
@@ -61,6 +68,7 @@ std::string VerifyJson(const LineTarget& target, const std::string& file, const 
     object["firstDifference"] = isDifferent ? Json(HexText(result.firstDifference, 4)) : Json();
     object["differences"] = ArrayOf(DifferenceLines(english, result.differences));
     object["lineFailure"] = FailureOf(target, result.line);
+    object["warnings"] = WarningsOf(result.line);
     return object.dump() + "\n";
 }
 
@@ -78,6 +86,7 @@ std::string TransferJson(const LineTarget& target, const std::string& file, cons
     object["unheld"] = ArrayOf(result.plan ? UnheldLines(english, *result.plan) : std::vector<std::string>());
     object["backup"] = result.fileError.empty() ? FileOrNull(result.backup) : Json();
     object["lineFailure"] = FailureOf(target, result.line);
+    object["warnings"] = WarningsOf(result.line);
     return object.dump() + "\n";
 }
 
@@ -86,12 +95,22 @@ std::string DumpJson(const LineTarget& target, const LineResult& read, const std
     Json object;
     object["port"] = PortName(target.line);
     object["file"] = FileOrNull(file);
-    object["deviceMap"] = Json::array();
-    for (const char code : read.deviceMap)
-        object["deviceMap"].push_back(static_cast<unsigned char>(code));
+    object["deviceMap"] = DeviceMapJson(read.deviceMap);
     object["crc32"] = read.image.empty() ? Json() : Json(HexText(Crc32(read.image), 8));
     object["message"] = FailureOf(target, read);
     object["lineFailure"] = FailureOf(target, read);
+    object["warnings"] = WarningsOf(read);
+    return object.dump() + "\n";
+}
+
+std::string UnscannedJson(int port, const std::string& message, const LineResult& read)
+{
+    Json object;
+    object["port"] = PortName(port);
+    object["file"] = nullptr;
+    object["message"] = message;
+    object["deviceMap"] = DeviceMapJson(read.deviceMap);
+    object["warnings"] = WarningsOf(read);
     return object.dump() + "\n";
 }
 

@@ -52,6 +52,12 @@ std::string LineMessageText(const MessageId& message, std::string_view extra)
     return OneLineText(std::string(message.fallback).append("\n").append(extra));
 }
 
+void TellWarnings(const LineTarget& target, const LineResult& result, Console& console)
+{
+    for (const std::string& warning : WarningLines(MessageCatalogue(), result.warnings))
+        console.err << DiagnosticLine(PortName(target.line) + ": " + OneLineText(warning));
+}
+
 std::string LineFailureText(const LineTarget& target, const LineResult& result)
 {
     if (result.outcome == LineOutcome::Stopped)

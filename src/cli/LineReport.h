@@ -29,6 +29,9 @@ inline constexpr std::string_view LineExitCodes =
     "Exit code: 0 done; 1 the file was rejected, or is not what the device holds or is for; 2 wrong usage;\n"
     "3 the devices or their line failed, or the work was stopped.";
 
+/// Tells what did not end as it should, a line each.
+void TellWarnings(const LineTarget& target, const LineResult& result, Console& console);
+
 /// Why the work on a line is not done, as one line of UTF-8.
 std::string LineFailureText(const LineTarget& target, const LineResult& result);
 

@@ -2,6 +2,8 @@
 
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <nlohmann/json.hpp>
+#include <vector>
 
 #include "app/TextFiles.h"
 #include "cli/FlashJson.h"
@@ -9,7 +11,7 @@
 #include "cli/LineRun.h"
 #include "cli/SetupJson.h"
 #include "cli/Show.h"
-#include "layout/LineScan.h"
+#include "layout/ScanTexts.h"
 #include "platform/posix/PosixFiles.h"
 #include "setup/SetupWriter.h"
 
@@ -20,19 +22,33 @@ namespace {
 ScanOutcome RunScan(const ScanRequest& request, Console& console, LineAccess& access)
 {
     LineRun run(request.line, console, access);
-    return ScanLine(run.comms, request.line.Target(), ConnectionMode::Pos, run.hooks, MessageCatalogue());
+    return ScanLine(run.comms, request.line.Target(), ConnectionMode::Pos, run.hooks);
 }
 
-// What a map without its keys would need is for a window, which shows it all the same.
+// A map without its keys is for a window, which shows it all the same.
 int ReportFailure(const ScanRequest& request, const ScanOutcome& scan, Console& console)
 {
-    std::string why = "stopped";
-    if (scan.outcome != LineOutcome::Stopped && !scan.messages.empty())
-        why = LineMessageText(scan.messages.front().message, scan.messages.front().extra);
-    console.err << DiagnosticLine(why);
+    std::string why;
+    for (const LaterMessage& message : DescribeScan(MessageCatalogue(), request.line.Target(), scan)) {
+        const std::string text = LineMessageText(message.message, message.extra);
+        console.err << DiagnosticLine(text);
+        why += (why.empty() ? "" : " ") + text;
+    }
     if (request.line.json)
-        Emit(console, UnreadJson(request.line.port, {}, why));
+        Emit(console, UnscannedJson(request.line.port, why, scan.line));
     return ExitCode::Line;
+}
+
+void PrintSetup(const ScanRequest& request, const ScanOutcome& scan, const std::vector<std::string>& remarks,
+                Console& console)
+{
+    if (request.line.json) {
+        auto object = SetupObject(PortName(request.line.port), scan.document);
+        object["warnings"] = remarks;
+        Emit(console, object.dump() + "\n");
+    } else if (request.output.empty()) {
+        Emit(console, SetupText(scan.document));
+    }
 }
 
 }  // namespace
@@ -40,11 +56,13 @@ int ReportFailure(const ScanRequest& request, const ScanOutcome& scan, Console& 
 int Scan(const ScanRequest& request, Console& console, LineAccess& access)
 {
     const ScanOutcome scan = RunScan(request, console, access);
-    if (scan.outcome != LineOutcome::Done || scan.document.DeviceMap.empty())
+    if (!scan.IsWhole())
         return ReportFailure(request, scan, console);
-    for (const LaterMessage& message : scan.messages)
-        console.err << DiagnosticLine(LineMessageText(message.message, message.extra));
-    const std::string port = PortName(request.line.port);
+    std::vector<std::string> remarks;
+    for (const std::string& remark : ScanRemarks(MessageCatalogue(), scan))
+        remarks.push_back(OneLineText(remark));
+    for (const std::string& remark : remarks)
+        console.err << DiagnosticLine(PortName(request.line.port) + ": " + remark);
     if (!request.output.empty()) {
         try {
             PosixFiles files;
@@ -53,10 +71,7 @@ int Scan(const ScanRequest& request, Console& console, LineAccess& access)
             return RefuseFile(request.line, error.Path(), FailureOf(error.Path(), error.what()), console);
         }
     }
-    if (request.line.json)
-        Emit(console, SetupJson(port, scan.document));
-    else if (request.output.empty())
-        Emit(console, SetupText(scan.document));
+    PrintSetup(request, scan, remarks, console);
     return ExitCode::Done;
 }
 

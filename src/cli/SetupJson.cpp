@@ -53,17 +53,28 @@ int Refuse(bool json, const std::string& path, const std::string& why, Console& 
     return ExitCode::Rejected;
 }
 
-std::string SetupJson(const std::string& path, const SetupDocument& document)
+nlohmann::ordered_json DeviceMapJson(std::string_view deviceMap)
+{
+    Json codes = Json::array();
+    for (const char code : deviceMap)
+        codes.push_back(static_cast<unsigned char>(code));
+    return codes;
+}
+
+nlohmann::ordered_json SetupObject(const std::string& path, const SetupDocument& document)
 {
     Json object;
     object["file"] = Utf8FromPath(path);
-    object["deviceMap"] = Json::array();
-    for (const char code : document.DeviceMap)
-        object["deviceMap"].push_back(static_cast<unsigned char>(code));
+    object["deviceMap"] = DeviceMapJson(document.DeviceMap);
     object["modules"] = Json::array();
     for (const ModuleRecord& record : document.Modules)
         object["modules"].push_back(ModuleObject(record, document));
-    return object.dump() + "\n";
+    return object;
+}
+
+std::string SetupJson(const std::string& path, const SetupDocument& document)
+{
+    return SetupObject(path, document).dump() + "\n";
 }
 
 }  // namespace kelvora

@@ -3,6 +3,7 @@
 
 #include <nlohmann/json_fwd.hpp>
 #include <string>
+#include <string_view>
 
 #include "cli/Console.h"
 #include "cli/Verdict.h"
@@ -21,8 +22,14 @@ std::string VerdictJson(const std::string& path, const Verdict& verdict);
 /// ExitCode::Rejected.
 int Refuse(bool json, const std::string& path, const std::string& why, Console& console);
 
+/// Device codes as numbers, one for each position.
+nlohmann::ordered_json DeviceMapJson(std::string_view deviceMap);
+
 /// {"file", "deviceMap": [214, 23, 4], "modules": [{"position", "kind", "deviceCode", "firstKeyNumber",
 /// "keyMap", "options"}]}; "firstKeyNumber" is null for a module without keys, "position" counts from 0.
 std::string SetupJson(const std::string& path, const SetupDocument& document);
+
+/// The same without a line end, to be gone on with.
+nlohmann::ordered_json SetupObject(const std::string& path, const SetupDocument& document);
 
 }  // namespace kelvora

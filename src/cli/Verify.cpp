@@ -36,8 +36,10 @@ void Report(const VerifyRequest& request, const VerifyResult& result, Console& c
     const bool isCompared = result.outcome == Outcome::Same || result.outcome == Outcome::Different;
     if (!isCompared)
         console.err << DiagnosticLine(OneLineText(text.text + "\n" + text.extra));
-    else if (!result.line.IsDone())
+    if (isCompared && !result.line.IsDone())
         console.err << DiagnosticLine(LineFailureText(request.line.Target(), result.line));
+    if (isCompared)
+        TellWarnings(request.line.Target(), result.line, console);
     if (request.line.json)
         return Emit(console, VerifyJson(request.line.Target(), request.file, result));
     if (!isCompared)

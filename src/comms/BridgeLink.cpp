@@ -48,6 +48,7 @@ bool BridgeLink::Open(std::string_view /*settings*/)
     }
     line_.clear();
     unanswered_ = 0;
+    answers_ = 0;
     open_ = true;
     // What comes at once may have ended it already.
     if (!port_.Open() && open_) {
@@ -68,7 +69,7 @@ void BridgeLink::Close()
     port_.Close();
 }
 
-void BridgeLink::Send(std::string_view command)
+void BridgeLink::Send(std::string_view command, int /*mostSends*/)
 {
     waits_ = true;
     if (!open_) {
@@ -110,6 +111,8 @@ void BridgeLink::TakeLine(std::string_view line)
         return Break("a line of the bridge has no tag");
     if (unanswered_ == 0)
         return Break("the bridge has answered what was not asked");
+    if (event != LinkEvent::TimeOut)
+        ++answers_;
     // Answers to commands that were given up come first.
     if (--unanswered_ == 0 && waits_)
         Finish(*event, line.substr(ReplyTag::Reply.size()));

@@ -41,8 +41,11 @@ public:
     PortFailure Failure() const override { return failure_; }
     std::string LastError() const override { return lastError_; }
     std::string Device() const override { return port_.Device(); }
-    void Send(std::string_view command) override;
+    void Send(std::string_view command, int mostSends) override;
+    bool IsWaiting() const override { return waits_; }
+    std::size_t Answers() const override { return answers_; }
     std::chrono::milliseconds LongestExchange() const override { return LongestAnswer; }
+    std::chrono::milliseconds LongestFrameTime() const override { return std::chrono::milliseconds(0); }
 
 private:
     void TakeBytes();
@@ -57,6 +60,7 @@ private:
     std::string line_;            ///< as far as it has come
     bool waits_ = false;          ///< the last command has no event yet
     std::size_t unanswered_ = 0;  ///< commands, those given up included
+    std::size_t answers_ = 0;
     bool open_ = false;
     PortFailure failure_ = PortFailure::None;
     std::string lastError_;

@@ -121,15 +121,16 @@ LnkControl* Comms::Channel(int line) const
     return line >= 1 && line <= LineCount ? channels_.at(static_cast<std::size_t>(line) - 1) : nullptr;
 }
 
-void Comms::Send(int line, std::string_view command)
+void Comms::Send(int line, std::string_view command, int mostSends)
 {
     LnkControl* channel = Channel(line);
     channel->Text.clear();
     lastCommand_ = command;
-    channel->Send(command);
+    channel->Send(command, mostSends);
 }
 
-std::string Comms::WaitReply(int line, std::string_view prefix, int timeout)
+std::string Comms::WaitReply(int line, std::string_view prefix, int timeout,
+                             const std::function<bool()>& isOver)
 {
     CountdownTimer& clock = Clock(line);
     const int time = timeout == 0 ? DefaultTimeout : timeout;
@@ -141,6 +142,10 @@ std::string Comms::WaitReply(int line, std::string_view prefix, int timeout)
     std::string& mailbox = Channel(line)->Text;
     while (true) {
         if (mailbox.empty()) {
+            if (isOver && isOver()) {
+                clock.Disable();
+                return {};
+            }
             loop_.Yield();
             if (limited && !clock.Enabled())
                 return std::string(timeout == 0 ? ReplyTag::DefaultTime : ReplyTag::GivenTime);

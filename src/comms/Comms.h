@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -34,13 +35,16 @@ public:
     /// Timer 0 belongs to the main window, timers 1 to 4 are the time-out clocks of the lines.
     CountdownTimer& Clock(int index) { return clocks_.at(static_cast<std::size_t>(index)); }
 
-    /// Clears the line's mailbox and hands the command to its control. The line must have one.
-    void Send(int line, std::string_view command);
+    /// Clears the line's mailbox and hands the command to its control, which must be there; `mostSends` as in
+    /// LnkControl.
+    void Send(int line, std::string_view command, int mostSends = LnkControl::UsualSends);
 
     /// Waits for the reply that begins with `prefix`, or for any line when it is empty, and takes what came
     /// before it out of the mailbox. `timeout` is in milliseconds: 0 for the default, below 0 for no limit.
-    /// The result is told in comms/Reply.h.
-    std::string WaitReply(int line, std::string_view prefix, int timeout);
+    /// The result is told in comms/Reply.h; it is empty when `isOver`, which is asked at least ten times a
+    /// second as long as there is a limit, has ended the wait.
+    std::string WaitReply(int line, std::string_view prefix, int timeout,
+                          const std::function<bool()>& isOver = nullptr);
 
     /// Of all lines; empty before the first.
     const std::string& LastCommand() const { return lastCommand_; }

@@ -44,6 +44,7 @@ std::string Attention(LineWork& work)
 
 void HoldLine(LineWork& work)
 {
+    work.Debts().release = true;
     work.Ask("$9918", 1);
 }
 

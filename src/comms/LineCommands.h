@@ -12,8 +12,9 @@ namespace kelvora {
 /// Whether the terminal is there ("$9900"): its name.
 std::string Attention(LineWork& work);
 
-/// Makes the terminal stop using its devices ("$9918"), and lets it use them again ("$9911").
+/// Makes the terminal stop using its devices ("$9918"); from its sending on a release is owed.
 void HoldLine(LineWork& work);
+/// Lets the terminal use its devices again ("$9911"): a step of the end of the work.
 void ReleaseLine(LineWork& work);
 
 /// The device map of the line ("$9902"): one character a position, whose code is the device code, 255 for a

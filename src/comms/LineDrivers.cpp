@@ -27,24 +27,6 @@ private:
     bool isOpen_;
 };
 
-// A terminal that has given no sign of life is not asked again.
-bool StillAnswers(std::uint32_t number)
-{
-    return number != ReplyErrorNumber::GaveUp && number != ReplyErrorNumber::GivenTime;
-}
-
-// After a failure or a stop; what becomes of it changes nothing any more.
-void TryRelease(LineWork& work)
-{
-    try {
-        work.DisallowStop();
-        ReleaseLine(work);
-    } catch (const ReplyError&) {
-        // The first failure is the one to tell of.
-        return;
-    }
-}
-
 }  // namespace
 
 LineResult WorkOnLine(Comms& comms, const LineTarget& target, const LineHooks& hooks,
@@ -71,7 +53,6 @@ LineResult WorkOnLine(Comms& comms, const LineTarget& target, const LineHooks& h
         work(steps, result);
     } catch (const LineStopped&) {
         result.outcome = LineOutcome::Stopped;
-        TryRelease(steps);
     } catch (const ReplyError& error) {
         // Who has asked for a stop in the meantime is not told of a failure.
         const bool stopped = hooks.stopRequested && hooks.stopRequested();
@@ -83,9 +64,11 @@ LineResult WorkOnLine(Comms& comms, const LineTarget& target, const LineHooks& h
                           error.what(),
                           {},
                           channel->HasFixedSettings()};
-        if (channel->IsOpen() && StillAnswers(error.Number()))
-            TryRelease(steps);
     }
+    if (channel->IsOpen())
+        EndWork(steps, result.IsDone(), result.warnings);
+    else if (steps.Debts().release)
+        result.warnings.push_back({LineWarning::Step::NotReleased, {}});
     return result;
 }
 
@@ -97,19 +80,19 @@ std::string ReadWholeFlash(LineWork& work)
     return image;
 }
 
-LineResult ScanWithUpload(Comms& comms, const LineTarget& target, const LineHooks& hooks)
+LineResult ScanWithUpload(Comms& comms, const LineTarget& target, const LineHooks& hooks,
+                          std::optional<char> mode)
 {
-    return WorkOnLine(comms, target, hooks, [](LineWork& work, LineResult& result) {
+    return WorkOnLine(comms, target, hooks, [mode](LineWork& work, LineResult& result) {
         Attention(work);
         HoldLine(work);
         result.deviceMap = AskDeviceMap(work);
+        work.Debts().mode = mode;
         ResetBlockAddress(work);
         OpenFlash(work);
         result.image = ReadWholeFlash(work);
-        EndStaging(work);
-        CloseFlash(work);
-        ReleaseLine(work);
-        SetLineMode(work, LineMode::AfterTransfer);
+        CloseReadFlash(work, result.warnings);
+        work.Debts().endOfTransfer = true;
     });
 }
 
@@ -119,13 +102,8 @@ LineResult Upload(Comms& comms, const LineTarget& target, const LineHooks& hooks
         OpenFlash(work);
         ResetBlockAddress(work);
         result.image = ReadFlash(work);
-        SetLineMode(work, LineMode::AfterTransfer);
+        work.Debts().endOfTransfer = true;
     });
-}
-
-LineResult SendLineMode(Comms& comms, const LineTarget& target, char mode)
-{
-    return WorkOnLine(comms, target, {}, [mode](LineWork& work, LineResult&) { SetLineMode(work, mode); });
 }
 
 }  // namespace kelvora

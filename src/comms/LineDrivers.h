@@ -4,8 +4,10 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 
+#include "comms/LineEnd.h"
 #include "comms/LineWork.h"
 
 namespace kelvora {
@@ -37,25 +39,25 @@ struct LineFailure {
 struct LineResult {
     LineOutcome outcome = LineOutcome::Done;
     LineFailure failure;
-    std::string deviceMap;  ///< as AskDeviceMap; empty when none came
-    std::string image;      ///< the whole flash; empty when none came
+    std::string deviceMap;    ///< as AskDeviceMap; empty when none came
+    std::string image;        ///< the whole flash; empty when none came
+    LineWarnings warnings{};  ///< of the end of the work, however it went
 
     bool IsDone() const { return outcome == LineOutcome::Done; }
 };
 
-/// Opens the line, does `work` on it, and closes the line again. A ReplyError or a LineStopped of the work
-/// becomes the result's outcome; while the terminal still answers, the line is then released once.
+/// Opens the line, does `work` on it, ends it as comms/LineEnd.h tells, and closes the line again. A
+/// ReplyError or a LineStopped of the work becomes the result's outcome.
 LineResult WorkOnLine(Comms& comms, const LineTarget& target, const LineHooks& hooks,
                       const std::function<void(LineWork&, LineResult&)>& work);
 
-/// The devices of the line and the content of their flash: hold the line, read, release it.
-LineResult ScanWithUpload(Comms& comms, const LineTarget& target, const LineHooks& hooks);
+/// The devices of the line and the content of their flash: hold the line, read, release it. Once the map has
+/// come, the line is left in `mode`, where one is given.
+LineResult ScanWithUpload(Comms& comms, const LineTarget& target, const LineHooks& hooks,
+                          std::optional<char> mode = std::nullopt);
 
 /// The content of the flash alone.
 LineResult Upload(Comms& comms, const LineTarget& target, const LineHooks& hooks);
-
-/// Sets the connection mode.
-LineResult SendLineMode(Comms& comms, const LineTarget& target, char mode);
 
 /// Reads the flash and judges it by its own CRC: a step of the scan, and of every transfer that must know
 /// what the device holds.

@@ -27,8 +27,11 @@ public:
     std::string AllowedGroup() const override { return port_.AllowedGroup(); }
     std::string Holder() const override { return link_->Holder(); }
     bool HasFixedSettings() const override { return link_->HasFixedSettings(); }
-    void Send(std::string_view command) override { link_->Send(command); }
+    void Send(std::string_view command, int mostSends) override { link_->Send(command, mostSends); }
+    bool IsWaiting() const override { return link_->IsWaiting(); }
+    std::size_t Answers() const override { return link_->Answers(); }
     std::chrono::milliseconds LongestExchange() const override { return link_->LongestExchange(); }
+    std::chrono::milliseconds LongestFrameTime() const override { return link_->LongestFrameTime(); }
 
 private:
     void Choose();

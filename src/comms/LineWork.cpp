@@ -1,5 +1,6 @@
 #include "comms/LineWork.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "comms/Reply.h"
@@ -12,6 +13,12 @@ constexpr std::string_view StatusDone = "0";
 
 /// A wait ends after the control has given up by itself, not before.
 constexpr std::chrono::milliseconds ControlMargin{1000};
+
+/// How long one send of a command in a hurry takes at the most.
+constexpr std::chrono::milliseconds HurriedSend{1000};
+
+/// A command that comes when the time is used up has so long to leave the machine.
+constexpr std::chrono::milliseconds ShortestWait{200};
 
 // A refusal that names the command: the number alone does not tell where the work stopped.
 [[noreturn]] void RaiseAt(std::string_view name, const ReplyError& error)
@@ -30,24 +37,82 @@ constexpr std::chrono::milliseconds ControlMargin{1000};
 }  // namespace
 
 LineWork::LineWork(Comms& comms, int line, LineHooks hooks, int timeout)
-    : comms_(comms), line_(line), hooks_(std::move(hooks)), timeout_(timeout)
+    : comms_(comms), line_(line), channel_(*comms.Channel(line)), hooks_(std::move(hooks)), timeout_(timeout)
 {
     if (timeout_ == 0)
-        timeout_ = static_cast<int>((comms_.Channel(line)->LongestExchange() + ControlMargin).count());
+        timeout_ = static_cast<int>((channel_.LongestExchange() + ControlMargin).count());
+}
+
+// Also who does not hear a stop asks for it: a second wish can then be known as such.
+bool LineWork::WantsStop() const
+{
+    const bool isWanted = hooks_.stopRequested && hooks_.stopRequested();
+    return isWanted && hearsStop_;
 }
 
 void LineWork::CheckStop() const
 {
-    if (hooks_.stopRequested && hooks_.stopRequested())
+    if (WantsStop())
         throw LineStopped();
+}
+
+void LineWork::Unstoppably(const std::function<void()>& work)
+{
+    class Deafness {
+    public:
+        explicit Deafness(bool& hears) : hears_(hears), heard_(std::exchange(hears, false)) {}
+        ~Deafness() { hears_ = heard_; }
+        Deafness(const Deafness&) = delete;
+        Deafness& operator=(const Deafness&) = delete;
+
+    private:
+        bool& hears_;
+        bool heard_;
+    };
+    const Deafness deafness(hearsStop_);
+    work();
+}
+
+void LineWork::Hurry()
+{
+    hearsStop_ = false;
+    mostSends_ = channel_.Answers() > 0 ? 2 : 1;
+    if (!endsBy_)
+        endsBy_ = Now() + mostSends_ * HurriedSend + channel_.LongestFrameTime();
+}
+
+int LineWork::WaitTime() const
+{
+    if (!endsBy_)
+        return timeout_;
+    const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(*endsBy_ - Now());
+    return static_cast<int>(std::max(left, ShortestWait).count());
+}
+
+std::string LineWork::WaitFor(std::string_view name)
+{
+    bool isStopped = false;
+    std::string reply = comms_.WaitReply(line_, name, WaitTime(), [&] {
+        isStopped = WantsStop();
+        return isStopped || !channel_.IsWaiting();
+    });
+    if (isStopped)
+        throw LineStopped();
+    if (reply.empty())
+        throw ReplyError(ReplyErrorNumber::Malformed,
+                         std::string(name) + ": the answer is the one to another command");
+    return reply;
 }
 
 std::vector<std::string> LineWork::Exchange(std::string_view command)
 {
     CheckStop();
     const std::string_view name = CommandName(command);
-    comms_.Send(line_, command);
-    const std::string reply = comms_.WaitReply(line_, name, timeout_);
+    const std::size_t answers = channel_.Answers();
+    isUnanswered_ = true;
+    comms_.Send(line_, command, mostSends_);
+    const std::string reply = WaitFor(name);
+    isUnanswered_ = channel_.Answers() == answers;
     try {
         RaiseForReply(reply, name.size());
     } catch (const ReplyError& error) {

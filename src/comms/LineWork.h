@@ -1,5 +1,6 @@
 // One piece of work on a line: commands one after the other, each with its checked reply, until they are
-// done, one of them fails, or the user wants a stop, which is asked for before each command.
+// done, one of them fails, or the user wants a stop, which cuts the present wait short. What follows then is
+// told in comms/LineEnd.h.
 #pragma once
 
 #include <chrono>
@@ -23,6 +24,7 @@ struct LineProgress {
 
 /// How the work reaches its user. Either may be empty.
 struct LineHooks {
+    /// Asked ten times a second while a reply is waited for.
     std::function<bool()> stopRequested;
     std::function<void(const LineProgress&)> progress;
 };
@@ -31,6 +33,13 @@ struct LineHooks {
 class LineStopped : public std::runtime_error {
 public:
     LineStopped() : std::runtime_error("stopped by the user") {}
+};
+
+/// What the terminal has still to be told before the line is closed, in this order.
+struct LineDebts {
+    bool release = false;        ///< it was told to hold the line, and has not answered a release
+    bool endOfTransfer = false;  ///< that the transfer of the flash is over; only when all has gone well
+    std::optional<char> mode{};  ///< the connection mode in which it is to be left, however the work ends
 };
 
 class LineWork {
@@ -52,17 +61,37 @@ public:
     /// Throws LineStopped when the user wants a stop.
     void CheckStop() const;
 
-    /// From now on no stop is asked for.
-    void DisallowStop() { hooks_.stopRequested = nullptr; }
+    /// Does `work` without hearing a stop; one that comes meanwhile is heard after it.
+    void Unstoppably(const std::function<void()>& work);
+
+    /// From now on no stop is heard, commands are sent twice at the most, or once to a terminal that has not
+    /// answered since the line was opened, and all of them together take a second for each send and the time
+    /// of the longest frame.
+    void Hurry();
+
+    /// Whether no whole answer has come to the last command.
+    bool IsUnanswered() const { return isUnanswered_; }
+
+    LineDebts& Debts() { return debts_; }
 
     void Tell(const LineProgress& progress) const;
     EventLoop::Time Now() const { return comms_.Loop().Now(); }
 
 private:
+    bool WantsStop() const;
+    std::string WaitFor(std::string_view name);
+    int WaitTime() const;
+
     Comms& comms_;
     int line_;
+    LnkControl& channel_;
     LineHooks hooks_;
     int timeout_;
+    int mostSends_ = LnkControl::UsualSends;
+    std::optional<EventLoop::Time> endsBy_;  ///< of what is in a hurry
+    bool hearsStop_ = true;
+    bool isUnanswered_ = false;
+    LineDebts debts_;
 };
 
 }  // namespace kelvora

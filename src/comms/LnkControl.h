@@ -3,6 +3,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -40,11 +41,24 @@ public:
     /// As in SerialPort.
     virtual bool HasFixedSettings() const { return false; }
 
-    /// Sends a command. One that is in flight is given up; no event comes of it any more.
-    virtual void Send(std::string_view command) = 0;
+    /// How often a command is sent at the most, unless its sender says less.
+    static constexpr int UsualSends = 12;
+
+    /// Sends a command, again when it or its answer is lost or damaged, `mostSends` times in all. One that is
+    /// in flight is given up; no event comes of it any more.
+    virtual void Send(std::string_view command, int mostSends) = 0;
+
+    /// Whether a command is in flight: an event for it is still to come.
+    virtual bool IsWaiting() const = 0;
+
+    /// How many whole answers the terminal has given, to whatever command, since the line was opened.
+    virtual std::size_t Answers() const = 0;
 
     /// The longest that the control itself may take, at the line's speed, to an event for a command.
     virtual std::chrono::milliseconds LongestExchange() const = 0;
+
+    /// How long the longest frame is on its way, at the line's speed.
+    virtual std::chrono::milliseconds LongestFrameTime() const = 0;
 
     /// Called on the event loop, or by Send itself.
     std::function<void(LinkEvent event, std::string_view text)> onEvent;

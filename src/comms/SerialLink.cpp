@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <random>
 
+#include "comms/Reply.h"
+
 namespace kelvora {
 
 namespace {
@@ -14,7 +16,9 @@ constexpr std::chrono::milliseconds SilenceTime{1000};
 constexpr std::size_t LongestFrame = MaximumBody + FrameOverhead;
 
 constexpr int MaximumSilences = 3;
-constexpr int MaximumSends = 12;
+
+constexpr const char* DamagedAnswers = "every answer came damaged";
+constexpr const char* OtherAnswers = "every answer was the one to another command";
 
 constexpr char ReplyLetter = 'M';
 constexpr char ErrorLetter = 'E';
@@ -60,6 +64,8 @@ bool SerialLink::Open(std::string_view settings)
     }
     settings_ = *parsed;
     receiver_ = {};
+    answers_ = 0;
+    written_ = loop_.Now();
     // The terminal must not take the first command for the last one of an earlier run.
     const std::uint16_t last = exchange_;
     exchange_ = static_cast<std::uint16_t>(std::random_device()());
@@ -83,10 +89,15 @@ void SerialLink::Close()
 
 std::chrono::milliseconds SerialLink::LongestExchange() const
 {
-    return MaximumSends * RoundedUp(settings_.TimeOf(2 * LongestFrame) + SilenceTime);
+    return UsualSends * RoundedUp(settings_.TimeOf(2 * LongestFrame) + SilenceTime);
 }
 
-void SerialLink::Send(std::string_view command)
+std::chrono::milliseconds SerialLink::LongestFrameTime() const
+{
+    return RoundedUp(settings_.TimeOf(LongestFrame));
+}
+
+void SerialLink::Send(std::string_view command, int mostSends)
 {
     inFlight_ = std::make_unique<InFlight>();
     if (!open_) {
@@ -94,6 +105,8 @@ void SerialLink::Send(std::string_view command)
         return;
     }
     inFlight_->frame = BuildFrame({++exchange_, std::string(command)});
+    inFlight_->name = CommandName(command);
+    inFlight_->mostSends = mostSends;
     Transmit();
 }
 
@@ -101,7 +114,9 @@ void SerialLink::Transmit()
 {
     ++inFlight_->sends;
     inFlight_->heard = false;
-    inFlight_->sent = loop_.Now() + settings_.TimeOf(inFlight_->frame.size());
+    // A command that was given up may still be leaving.
+    written_ = std::max(written_, loop_.Now()) + settings_.TimeOf(inFlight_->frame.size());
+    inFlight_->sent = written_;
     inFlight_->silentUntil = inFlight_->sent + SilenceTime;
     inFlight_->answerUntil = inFlight_->silentUntil + settings_.TimeOf(LongestFrame);
     port_.Write(inFlight_->frame);
@@ -149,32 +164,42 @@ void SerialLink::TakeEvent(FrameReceiver::Event event)
     if (event == Frame)
         TakeFrame(receiver_.Frame());
     else
-        TakeDamage();
+        TakeDamage(DamagedAnswers);
 }
 
 void SerialLink::TakeFrame(const LinkFrame& frame)
 {
+    ++answers_;
     // An answer to an earlier command, repeated needlessly.
     if (!inFlight_ || frame.exchange != exchange_)
         return;
     const std::string_view body = frame.body;
     switch (body.empty() ? '\0' : body.front()) {
         case ReplyLetter:
-            return Finish(LinkEvent::Reply, body.substr(1));
+            return TakeReply(body.substr(1));
         case ErrorLetter:
             return Finish(LinkEvent::CommandError, body.substr(1));
         case RejectedLetter:
             return Finish(LinkEvent::CommandRejected, body.substr(1));
         default:
-            return TakeDamage();
+            return TakeDamage(DamagedAnswers);
     }
 }
 
-void SerialLink::TakeDamage()
+// The reply of another command cannot be what the terminal meant to say.
+void SerialLink::TakeReply(std::string_view reply)
+{
+    if (reply.starts_with(inFlight_->name))
+        Finish(LinkEvent::Reply, reply);
+    else
+        TakeDamage(OtherAnswers);
+}
+
+void SerialLink::TakeDamage(const char* what)
 {
     // What was on its way before the command had left answers an earlier send.
     if (inFlight_ && loop_.Now() >= inFlight_->sent)
-        Repeat();
+        Repeat(what);
 }
 
 void SerialLink::Silence()
@@ -183,16 +208,17 @@ void SerialLink::Silence()
     WatchRest();
     receiver_.Forget();
     inFlight_->silences = inFlight_->heard ? 0 : inFlight_->silences + 1;
-    if (inFlight_->silences == MaximumSilences)
+    const bool isLast = inFlight_->sends == inFlight_->mostSends;
+    if (inFlight_->silences == MaximumSilences || (isLast && !inFlight_->heard))
         Finish(LinkEvent::TimeOut, "no answer");
     else
-        Repeat();
+        Repeat(DamagedAnswers);
 }
 
-void SerialLink::Repeat()
+void SerialLink::Repeat(const char* why)
 {
-    if (inFlight_->sends == MaximumSends)
-        Finish(LinkEvent::CommunicationError, "every answer came damaged");
+    if (inFlight_->sends == inFlight_->mostSends)
+        Finish(LinkEvent::CommunicationError, why);
     else
         Transmit();
 }

@@ -30,13 +30,18 @@ public:
     std::string Device() const override { return port_.Device(); }
     std::string AllowedGroup() const override { return port_.AllowedGroup(); }
     std::string Holder() const override { return port_.Holder(); }
-    void Send(std::string_view command) override;
+    void Send(std::string_view command, int mostSends) override;
+    bool IsWaiting() const override { return inFlight_ != nullptr; }
+    std::size_t Answers() const override { return answers_; }
     bool HasFixedSettings() const override { return port_.HasFixedSettings(); }
     std::chrono::milliseconds LongestExchange() const override;
+    std::chrono::milliseconds LongestFrameTime() const override;
 
 private:
     struct InFlight {
         std::string frame;
+        std::string name;  ///< of the command, with which its reply begins
+        int mostSends = 0;
         int sends = 0;
         int silences = 0;             ///< in a row, without a byte
         bool heard = false;           ///< bytes have come since the last send
@@ -50,9 +55,10 @@ private:
     void TakeBytes();
     void TakeEvent(FrameReceiver::Event event);
     void TakeFrame(const LinkFrame& frame);
-    void TakeDamage();
+    void TakeReply(std::string_view reply);
+    void TakeDamage(const char* what);
     void Silence();
-    void Repeat();
+    void Repeat(const char* why);
     void Lose();
     void Finish(LinkEvent event, std::string_view text);
     void Watch(LineTraffic::Direction direction, LineTraffic::Damage damage, std::string_view bytes) const;
@@ -65,6 +71,8 @@ private:
     FrameReceiver receiver_;
     std::uint16_t exchange_ = 0;
     bool open_ = false;
+    std::size_t answers_ = 0;
+    EventLoop::Time written_;  ///< when all that was written has left
     PortFailure failure_ = PortFailure::None;
     std::unique_ptr<InFlight> inFlight_;
 };

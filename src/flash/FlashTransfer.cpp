@@ -28,14 +28,6 @@ void Pause(EventLoop& loop, std::chrono::milliseconds pause)
         loop.Yield();
 }
 
-// An error of a terminal that has answered since: it can be asked to release the line.
-ReplyError AnsweredSince(const ReplyError& error)
-{
-    const bool wasSilent =
-        error.Number() == ReplyErrorNumber::GaveUp || error.Number() == ReplyErrorNumber::GivenTime;
-    return {wasSilent ? ReplyErrorNumber::Failed : error.Number(), error.what()};
-}
-
 class Transfer {
 public:
     Transfer(Comms& comms, const LineTarget& target, const LineHooks& hooks, const WantedContent& wanted,
@@ -74,13 +66,6 @@ private:
     TransferResult result_;
 };
 
-// Gives the line back to the terminal.
-void EndWork(LineWork& work)
-{
-    ReleaseLine(work);
-    SetLineMode(work, LineMode::AfterTransfer);
-}
-
 bool Transfer::IsForALine()
 {
     result_.refusal = RefusalFor(wanted_);
@@ -94,14 +79,13 @@ bool Transfer::Read()
         HoldLine(work);
         line.deviceMap = AskDeviceMap(work);
         result_.refusal = RefusalFor(wanted_, line.deviceMap);
+        work.Debts().endOfTransfer = true;
         if (result_.refusal)
-            return EndWork(work);
+            return;
         ResetBlockAddress(work);
         OpenFlash(work);
         line.image = ReadWholeFlash(work);
-        EndStaging(work);
-        CloseFlash(work);
-        EndWork(work);
+        CloseReadFlash(work, line.warnings);
     });
     result_.image = ImageFrom(result_.line.image);
     if (result_.refusal)
@@ -146,14 +130,14 @@ void Transfer::Write()
         line.deviceMap = std::move(read.deviceMap);
         line.image = std::move(read.image);
         HoldLine(work);
+        work.Debts().endOfTransfer = true;
         if (!IsStillHeld(work))
-            return EndWork(work);
+            return;
         OpenFlash(work);
         StageDifferences(work, TextOf(result_.plan->held), TextOf(result_.plan->wanted));
         EndStaging(work);
         work.CheckStop();
-        Commit(work);
-        EndWork(work);
+        work.Unstoppably([&] { Commit(work); });
     });
     if (LostPortInCommit())
         AskOnReopenedPort();
@@ -163,19 +147,16 @@ void Transfer::Write()
 
 void Transfer::Commit(LineWork& work)
 {
-    work.DisallowStop();
     result_.state = State::Unknown;
     result_.image.reset();
     try {
         CommitFlash(work, Crc32(TextOf(result_.plan->wanted)));
         result_.state = State::New;
         result_.image = result_.plan->wanted;
-    } catch (const ReplyError& error) {
+    } catch (const ReplyError&) {
         AskState(work);
-        if (result_.state == State::Unknown)
+        if (result_.state != State::New)
             throw;
-        if (result_.state == State::Old)
-            throw AnsweredSince(error);
     }
 }
 
@@ -209,15 +190,16 @@ void Transfer::AskOnReopenedPort()
     for (int tries = 0; tries < ReopenTries && asked.outcome == LineOutcome::NoPort; ++tries) {
         Pause(comms_.Loop(), ReopenPause);
         asked = WorkOnLine(comms_, target_, hooks_, [this](LineWork& work, LineResult& line) {
-            work.DisallowStop();
             line.deviceMap = result_.line.deviceMap;
             line.image = result_.line.image;
-            AskState(work);
-            EndWork(work);
+            work.Debts() = {.release = true, .endOfTransfer = true};
+            work.Unstoppably([&] { AskState(work); });
         });
     }
     if (result_.state == State::New)
         result_.line = std::move(asked);
+    else if (asked.outcome != LineOutcome::NoPort)
+        result_.line.warnings = std::move(asked.warnings);
 }
 
 TransferResult Transfer::Run()

@@ -1,40 +1,34 @@
-// Filling a setup window from its line: the scan, and what the setup becomes from its answer.
+// Filling a setup window from its line: the scan, and what the setup becomes from its answer. What it says to
+// the user is told in layout/ScanTexts.h.
 #pragma once
 
 #include <optional>
-#include <string>
 #include <vector>
 
-#include "app/MessageCatalogue.h"
-#include "app/Messages.h"
 #include "comms/LineDrivers.h"
 #include "flash/FlashImage.h"
-#include "platform/Prompt.h"
+#include "flash/TakeFromImage.h"
 #include "setup/PosCfg.h"
 #include "setup/SetupDocument.h"
+#include "setup/SetupReader.h"
 
 namespace kelvora {
 
-/// A message box that waits for the end of an operation.
-struct LaterMessage {
-    MessageId message;
-    BoxIcon icon = BoxIcon::Information;
-    std::string extra;
-};
-
 struct ScanOutcome {
-    LineOutcome outcome = LineOutcome::Done;  ///< of the transfer
-    SetupDocument document;                   ///< empty when no map came, or none that a window could show
-    std::optional<FlashImage> image;          ///< the device's flash, when the whole of it came
-    std::vector<LaterMessage> messages;
+    LineResult line;
+    SetupDocument document;                 ///< empty when no map came, or none that a window could show
+    std::optional<FlashImage> image;        ///< the device's flash, when the whole of it came
+    std::vector<TakeNotice> notices;        ///< of the image
+    std::optional<DeviceMapError> refusal;  ///< why the line's map makes no setup
+
+    /// Whether all of the setup came from the line, however the work on it ended.
+    bool IsWhole() const { return image && !document.DeviceMap.empty(); }
 };
 
 /// The line that a window's settings mean.
 LineTarget TargetOf(const PosCfg& settings);
 
-/// Scans a line and sets its connection mode. Nothing is shown meanwhile; `catalogue` gives the messages'
-/// texts.
-ScanOutcome ScanLine(Comms& comms, const LineTarget& target, ConnectionMode mode, const LineHooks& hooks,
-                     const MessageCatalogue& catalogue);
+/// Scans a line; once its map has come the line is left in its connection mode. Nothing is shown meanwhile.
+ScanOutcome ScanLine(Comms& comms, const LineTarget& target, ConnectionMode mode, const LineHooks& hooks);
 
 }  // namespace kelvora

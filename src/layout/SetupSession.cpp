@@ -52,8 +52,7 @@ void SetupSession::StartScanning()
 
 ScanOutcome SetupSession::Scan(const LineHooks& hooks)
 {
-    ScanOutcome outcome =
-        ScanLine(program_.comms, TargetOf(settings), settings.ConnectionMode, hooks, program_.catalogue);
+    ScanOutcome outcome = ScanLine(program_.comms, TargetOf(settings), settings.ConnectionMode, hooks);
     HoldAs({{},
             "PosConfiguration " + std::to_string(settings.PanelIndex),
             outcome.image,

@@ -174,26 +174,33 @@ SetupDocument ReadSetup(std::string_view text, RepeatedKinds repeated)
 
 SetupDocument ReadDeviceMap(std::string_view deviceMap)
 {
+    const auto codeAt = [&](std::size_t position) { return static_cast<std::uint8_t>(deviceMap[position]); };
+    const auto refuse = [&](std::size_t position, std::uint32_t number, Expected expected) {
+        throw DeviceMapError(number, expected, position + 1, codeAt(position));
+    };
     if (deviceMap.size() > MaximumModules)
-        RefuseModule(0, Expected::Room);
+        refuse(MaximumModules, SetupErrorNumber::ModuleRefused, Expected::Room);
     // Its modules are read like a file's sections for the rules alone: the line's own answer says which parts
     // a keyboard has.
     Reader rules(RepeatedKinds::Refuse);
     SetupDocument document;
     document.DeviceMap = deviceMap;
     for (std::size_t position = 0; position < deviceMap.size(); ++position) {
-        const auto code = static_cast<std::uint8_t>(deviceMap[position]);
-        const ModuleKind kind = KindOf(code);
+        const ModuleKind kind = KindOf(codeAt(position));
         if (kind == ModuleKind::None)
             continue;
-        if (kind == ModuleKind::Backlight)
-            rules.TakeKeyword({SetupLine::Type::Keyword, 0, "BACKLIGHT", "YES"});
-        else if (!IsPart(kind))
-            rules.TakeHead({SetupLine::Type::Head, 0, KindName(kind), {}});
-        document.Modules.push_back(CreateRecord(code, static_cast<std::uint8_t>(position)));
+        if (FindModule(document.Modules, kind))
+            refuse(position, SetupErrorNumber::ModuleRefused, Expected::OneOfAKind);
+        try {
+            if (kind == ModuleKind::Backlight)
+                rules.TakeKeyword({SetupLine::Type::Keyword, 0, "BACKLIGHT", "YES"});
+            else if (!IsPart(kind))
+                rules.TakeHead({SetupLine::Type::Head, 0, KindName(kind), {}});
+        } catch (const SetupError& error) {
+            refuse(position, error.Number(), error.ExpectedHere());
+        }
+        document.Modules.push_back(CreateRecord(codeAt(position), static_cast<std::uint8_t>(position)));
     }
-    if (HasRepeatedKind(document.Modules))
-        RefuseModule(0, Expected::OneOfAKind);
     return document;
 }
 

@@ -68,6 +68,37 @@ TEST_F(ScanTest, AFailureWritesNothingAndExitsWithThree)
     EXPECT_FALSE(access.bench.port.IsOpen());
 }
 
+TEST_F(ScanTest, WhatWasReadWholeIsWrittenWhateverFailsAfterIt)
+{
+    for (const auto& [command, says] : std::vector<std::pair<std::string, std::string>>{
+             {"$9904!3", "($9904: status 2)"},
+             {"$9904!0", "The terminal did not accept the connection mode. ($9904: status 2)"},
+             {"$9911", "($9911: status 2)"},
+             {"0FB3", "(0FB3: status 2)"}}) {
+        const std::string path = folder + "/" + command.substr(1) + ".dat";
+        access.bench.line.Terminal().AnswerNext(
+            command, "M" + (command.starts_with("$") ? command.substr(0, 5) : command) + "!2");
+        const CliResult result = Run({"scan", "--json", "-o", path});
+        EXPECT_EQ(result.exitCode, ExitCode::Done) << command;
+        EXPECT_EQ(Run({"check", path}).exitCode, ExitCode::Done) << command;
+        const auto warnings = nlohmann::json::parse(result.out)["warnings"];
+        ASSERT_EQ(warnings.size(), 1U) << command;
+        EXPECT_THAT(warnings[0].get<std::string>(), HasSubstr(says));
+        EXPECT_THAT(result.err, HasSubstr("COM1: " + warnings[0].get<std::string>()));
+    }
+}
+
+TEST_F(ScanTest, AMapThatMakesNoSetupIsToldByItsPosition)
+{
+    access.bench.line.Terminal().AnswerNext("$9902", "M$9902!0!4+214,3,8,214");
+    const CliResult result = Run({"scan", "--json"});
+    EXPECT_EQ(result.exitCode, ExitCode::Line);
+    const auto json = nlohmann::json::parse(result.out);
+    EXPECT_EQ(json["deviceMap"], nlohmann::json({214, 3, 8, 214}));
+    EXPECT_THAT(json["message"].get<std::string>(),
+                HasSubstr("Position 4: code 214, a second main keyboard"));
+}
+
 TEST_F(ScanTest, RefusesOptionsThatMakeNoSense)
 {
     for (const std::vector<std::string>& arguments :

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "comms/FrameMeaning.h"
+#include "comms/LineCommands.h"
 #include "comms/LineDrivers.h"
 #include "comms/LineLink.h"
 #include "fakes/FakeConnection.h"
@@ -49,7 +50,7 @@ TEST_F(BridgeLinkTest, EachCommandGetsTheEventOfOneLine)
         {"\xA7t\n", TimeOut, ""},
     };
     for (const auto& [line, event, text] : cases) {
-        link.Send("$9900");
+        link.Send("$9900", LnkControl::UsualSends);
         for (const char byte : std::string_view(line))
             connection.onBytes(std::string_view(&byte, 1));
         EXPECT_EQ(std::exchange(events, {}), (Events{{event, text}})) << line;
@@ -60,17 +61,17 @@ TEST_F(BridgeLinkTest, EachCommandGetsTheEventOfOneLine)
 TEST_F(BridgeLinkTest, AnswersToCommandsThatWereGivenUpAreNobodyElses)
 {
     ASSERT_TRUE(link.Open(""));
-    link.Send("0FB0");
-    link.Send("20");
+    link.Send("0FB0", LnkControl::UsualSends);
+    link.Send("20", LnkControl::UsualSends);
     connection.onBytes("\xA7m0FB0!0\n");
     EXPECT_TRUE(events.empty());
     connection.onBytes("\xA7m20!0\n");
     EXPECT_EQ(std::exchange(events, {}), (Events{{LinkEvent::Reply, "20!0"}}));
 
-    link.Send("0FB3");
+    link.Send("0FB3", LnkControl::UsualSends);
     loop.Pass(BridgeLink::LongestAnswer);
     EXPECT_EQ(std::exchange(events, {}), (Events{{LinkEvent::TimeOut, "no answer from the bridge"}}));
-    link.Send("0F02");
+    link.Send("0F02", LnkControl::UsualSends);
     connection.onBytes("\xA7m0FB3!0\r\n\xA7m0F02!0\r\n");
     EXPECT_EQ(events, (Events{{LinkEvent::Reply, "0F02!0"}}));
     EXPECT_TRUE(link.IsOpen());
@@ -93,7 +94,7 @@ TEST_F(BridgeLinkTest, ALineThatBelongsToNoCommandEndsTheConnection)
     for (const auto& [why, said, words] : cases) {
         ASSERT_TRUE(link.Open("")) << why;
         events.clear();
-        link.Send("20");
+        link.Send("20", LnkControl::UsualSends);
         connection.onBytes(said);
         EXPECT_FALSE(link.IsOpen() || port.IsOpen()) << why;
         EXPECT_EQ(link.LastError(), words) << why;
@@ -110,7 +111,7 @@ TEST_F(BridgeLinkTest, ALineThatBelongsToNoCommandEndsTheConnection)
     connection.says.clear();
     ASSERT_TRUE(link.Open(""));
     events.clear();
-    link.Send("20");
+    link.Send("20", LnkControl::UsualSends);
     connection.HangUp();
     EXPECT_EQ(events, (Events{{LinkEvent::CommunicationError, "the server has closed the connection"}}));
     EXPECT_EQ(link.Failure(), PortFailure::Disconnected);
@@ -118,7 +119,7 @@ TEST_F(BridgeLinkTest, ALineThatBelongsToNoCommandEndsTheConnection)
     EXPECT_FALSE(link.Open(""));
     EXPECT_EQ(link.Failure(), PortFailure::Refused);
     events.clear();
-    link.Send("20");
+    link.Send("20", LnkControl::UsualSends);
     EXPECT_EQ(events, (Events{{LinkEvent::CommunicationError, "the system's words"}}));
 }
 
@@ -132,14 +133,18 @@ TEST_F(BridgeLinkTest, DriversWorkOverIt)
                           {"$9904!1\n", "\xA7rno\n"},
                           {"$9904!2\n", "\xA7tno\n"},
                           {"$9911\n", "\xA7m$9911!0\n"}};
-    EXPECT_TRUE(SendLineMode(comms, {1, "9600,n,7,1", 0}, '0').IsDone());
-    EXPECT_EQ(SendLineMode(comms, {1, "", 0}, '1').failure.number, 0x800400E3U);
-    EXPECT_EQ(SendLineMode(comms, {1, "", 0}, '2').failure.number, 0x800400E0U);
-    EXPECT_EQ(watched, (std::vector<std::string>{"command $9904!0", "reply $9904, 0", "command $9904!1",
-                                                 "command rejected: no", "command $9911", "reply $9911",
-                                                 "command $9904!2", "no answer: no"}));
+    const auto setMode = [&](const std::string& settings, char mode) {
+        return WorkOnLine(comms, {1, settings, 0}, {},
+                          [mode](LineWork& work, LineResult&) { SetLineMode(work, mode); });
+    };
+    EXPECT_TRUE(setMode("9600,n,7,1", '0').IsDone());
+    EXPECT_EQ(setMode("", '1').failure.number, 0x800400E3U);
+    EXPECT_EQ(setMode("", '2').failure.number, 0x800400E0U);
+    EXPECT_EQ(watched,
+              (std::vector<std::string>{"command $9904!0", "reply $9904, 0", "command $9904!1",
+                                        "command rejected: no", "command $9904!2", "no answer: no"}));
     port.SetDevice("/dev/ttyS0");
-    EXPECT_EQ(SendLineMode(comms, {1, "9600,n,7,1", 0}, '0').failure.port, PortFailure::SevenBits)
+    EXPECT_EQ(setMode("9600,n,7,1", '0').failure.port, PortFailure::SevenBits)
         << "another device is spoken to in another way";
 }
 

@@ -29,18 +29,33 @@ public:
     PortFailure Failure() const override { return failure; }
     std::string LastError() const override { return "gone"; }
     std::string Device() const override { return "scripted"; }
-    void Send(std::string_view command) override
+    void Send(std::string_view command, int mostSends) override
     {
+        isWaiting = true;
+        sends = mostSends;
         sent.emplace_back(command);
         if (answer)
             answer(sent.back());
     }
+    bool IsWaiting() const override { return isWaiting; }
+    std::size_t Answers() const override { return answers; }
     milliseconds LongestExchange() const override { return milliseconds(20000); }
+    milliseconds LongestFrameTime() const override { return milliseconds(500); }
+
+    void Raise(LinkEvent event, std::string_view text)
+    {
+        isWaiting = false;
+        answers += event == LinkEvent::Reply ? 1 : 0;
+        onEvent(event, text);
+    }
 
     std::function<void(const std::string& command)> answer;
     std::vector<std::string> sent;
     std::vector<std::string> opened;
     bool isOpen = false;
+    bool isWaiting = false;
+    std::size_t answers = 0;
+    int sends = 0;
     PortFailure failure = PortFailure::None;
 };
 
@@ -57,10 +72,10 @@ protected:
         control.answer = [this, replies = std::move(replies)](const std::string& command) {
             const auto reply = replies.find(command);
             if (reply == replies.end())
-                loop.After(milliseconds(3000), [this] { control.onEvent(LinkEvent::TimeOut, "no answer"); });
+                loop.After(milliseconds(3000), [this] { control.Raise(LinkEvent::TimeOut, "no answer"); });
             else
                 loop.After(milliseconds(5),
-                           [this, text = reply->second] { control.onEvent(LinkEvent::Reply, text); });
+                           [this, text = reply->second] { control.Raise(LinkEvent::Reply, text); });
         };
     }
 
@@ -222,8 +237,8 @@ TEST_F(CommsTest, ADriverTellsWhereTheLineFailed)
         const char* lastSent;
         const char* map;
     } cases[]{
-        {"nobody there: no release is tried", {}, 0x800400E0, "$9900: no answer", "$9900", ""},
-        {"refused",
+        {"nobody there: no release is owed", {}, 0x800400E0, "$9900: no answer", "$9900", ""},
+        {"refused, but asked to hold the line",
          {{"$9900", "$9900!0!T"}, {"$9918", "$9918!2"}},
          0x800400E3,
          "$9918: status 2",
@@ -255,6 +270,12 @@ TEST_F(CommsTest, ADriverTellsWhereTheLineFailed)
          {{"$9900", "$9900!0!T!U"}},
          0x800400DF,
          "$9900: another number of fields",
+         "$9900",
+         ""},
+        {"another command's answer",
+         {{"$9900", "$9900!0!T"}, {"$9918", "$9918!0"}, {"$9902", "20!0"}},
+         0x800400DF,
+         "$9902: the answer is the one to another command",
          "$9911",
          ""},
     };

@@ -152,7 +152,7 @@ TEST(LineSoak, OnlySilencesInARowAreATimeOut)
         ended = loop.Now();
     };
     ASSERT_TRUE(bench.link.Open("9600,n,8,1"));
-    bench.link.Send("$9900");
+    bench.link.Send("$9900", LnkControl::UsualSends);
     loop.After(milliseconds(2500), [&] { bench.line.onBytes("\x15"); });
     loop.Pass(seconds(10));
     EXPECT_GE(ended - EventLoop::Time(), milliseconds(5500));

@@ -83,7 +83,10 @@ TEST_F(LineScanForm, ARescanIsOneStepBackAlsoWhenTheLineIsDead)
     Scan(Command::ToolsMenuRescanLine);
     ASSERT_EQ(prompt.shown.size(), 1U);
     EXPECT_NE(prompt.shown[0].body.find("224"), std::string::npos) << prompt.shown[0].body;
-    EXPECT_TRUE(prompt.shown[0].body.ends_with("\r\nCOM1 (bench): 9600,n,8,1\r\n$9900: no answer"));
+    EXPECT_TRUE(prompt.shown[0].body.ends_with(
+        "\r\nPosConfiguration 1, COM1 (bench): 9600,n,8,1\r\n$9900: no answer\r\n" +
+        std::string(Message::ScanNothing.fallback) + "\r\n" + std::string(Message::ScanUndoHint.fallback)))
+        << prompt.shown[0].body;
     EXPECT_TRUE(Modules().empty());
     EXPECT_EQ(Session().settings.FileName, "");
     EXPECT_EQ(Session().settings.Name, "PosConfiguration 1");
@@ -121,7 +124,7 @@ TEST_F(LineScanForm, OnlyTerminateStopsIt)
             ASSERT_TRUE(Abort() && Abort()->isVisible()) << row.why;
             EXPECT_FALSE(program.interruptionRequested);
             EXPECT_EQ(Abort()->findChild<QLabel*>("InfoLabel")->text().toStdString(),
-                      Message::Interruption.fallback);
+                      "Line Scan + Flash Upload\n" + std::string(Message::AbortInfo.fallback));
             row.answer();
         });
         EXPECT_EQ(program.interruptionRequested, row.stops) << row.why;
@@ -129,8 +132,13 @@ TEST_F(LineScanForm, OnlyTerminateStopsIt)
         // What had been read stays: the map has come, the image has not.
         EXPECT_EQ(MainChain(Modules()), allFour) << row.why;
         EXPECT_EQ(Session().deviceImage.has_value(), !row.stops) << row.why;
-        // That the keys are the defaults is worth a word.
-        EXPECT_EQ(prompt.shown.size(), row.stops ? 1U : 0U) << row.why;
+        // Which window it was, that it was stopped, and that the keys are the defaults.
+        ASSERT_EQ(prompt.shown.size(), row.stops ? 1U : 0U) << row.why;
+        if (row.stops) {
+            EXPECT_EQ(prompt.shown[0].body, std::string(Message::ScanStopped.fallback) + "\r\n" +
+                                                Session().settings.Name + ", COM1\r\n" +
+                                                std::string(Message::ScanNoImage.fallback));
+        }
         prompt.shown.clear();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }

@@ -101,7 +101,8 @@ void OperationView::Interrupt()
             status_.ShowOperation(ToQString(program_.running.operation));
         };
     }
-    abort_->ShowInfo(ToQString(program_.catalogue.Caption(Message::Interruption)));
+    abort_->ShowInfo(ToQString(program_.running.operation).trimmed() + QLatin1Char('\n') +
+                     ToQString(program_.catalogue.Caption(Message::AbortInfo)));
     abort_->show();
     abort_->activateWindow();
 }

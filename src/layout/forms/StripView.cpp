@@ -130,6 +130,11 @@ void StripView::ShowModules(const ModuleList& modules)
     Arrange();
 }
 
+void StripView::SayWaiting(const QString& text)
+{
+    emptyText_->setText(text);
+}
+
 void StripView::ShowWaiting(const QString& text)
 {
     // The buttons go one after the other: each would pass the focus on to the next.

@@ -39,6 +39,8 @@ public:
 
     /// Shows no modules, and what they are waited for, until the next ShowModules.
     void ShowWaiting(const QString& text);
+    /// Changes that text.
+    void SayWaiting(const QString& text);
 
     /// Sets all texts anew from the catalogue.
     void Retranslate();

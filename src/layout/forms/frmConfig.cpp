@@ -14,9 +14,11 @@
 #include "layout/Connection.h"
 #include "layout/LayoutCommands.h"
 #include "layout/ModuleOptions.h"
+#include "layout/ScanTexts.h"
 #include "layout/forms/PlacingMode.h"
 #include "layout/forms/StripView.h"
 #include "layout/forms/frmOptions.h"
+#include "platform/Encoding.h"
 #include "platform/qt/HelpTopic.h"
 #include "platform/qt/Text.h"
 
@@ -267,11 +269,28 @@ void frmConfig::Scan()
     {
         const LineOperation operation(program, status,
                                       " " + program.catalogue.Caption(Message::ScanOperation));
-        outcome = session_.Scan(operation.Hooks());
+        LineHooks hooks = operation.Hooks();
+        hooks.stopRequested = [this, isAsked = hooks.stopRequested] {
+            const bool isStopped = isAsked();
+            if (isStopped)
+                strip_->SayWaiting(ToQString(session_.Shared().catalogue.Caption(Message::Stopping)));
+            return isStopped;
+        };
+        outcome = session_.Scan(hooks);
     }
-    TakeScan(before, std::move(outcome.document));
+    TakeScan(before, outcome.document);
+    TellOfScan(outcome, before.has_value());
+}
+
+void frmConfig::TellOfScan(const ScanOutcome& outcome, bool canUndo)
+{
+    const Program& program = session_.Shared();
     const HelpTopic trouble(*this, "line.html#trouble");
-    for (const LaterMessage& message : outcome.messages)
+    auto messages = DescribeScan(program.catalogue, TargetOf(session_.settings), outcome,
+                                 TextFromPath(session_.settings.Name));
+    if (canUndo && outcome.document.Modules.empty() && !messages.empty())
+        messages.front().extra += "\r\n" + program.catalogue.Caption(Message::ScanUndoHint);
+    for (const LaterMessage& message : messages)
         program.Show(message.message, {message.icon}, message.extra);
 }
 

@@ -105,6 +105,7 @@ private:
     void Notify();
     void EditKeyMap(ModuleKind kind);
     void Scan();
+    void TellOfScan(const ScanOutcome& outcome, bool canUndo);
     void TakeScan(const std::optional<WindowFile>& before, SetupDocument scanned);
     void Push(const MessageId& name, SetupDocument after);
     std::optional<MessageId> NameOf(int step) const;
