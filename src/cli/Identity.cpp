@@ -80,7 +80,7 @@ private:
     {
         if (!Find())
             return ExitCode::Line;
-        const bool complete = ReadModules();
+        const bool complete = ReadModules(ReadStops::WhenAsked);
         PrintModules();
         return complete ? ExitCode::Done : ExitCode::Line;
     }
@@ -89,7 +89,9 @@ private:
     {
         if (!Find())
             return ExitCode::Line;
-        ReadModules();
+        ReadModules(ReadStops::WhenAsked);
+        if (IsStopped())
+            return Fail("the work was stopped; nothing was written");
         const auto missing = AddressesNotRead(memory_, wanted);
         const auto blocks = BlocksForTheLine(memory_, wanted);
         if (blocks.empty())
@@ -124,7 +126,7 @@ private:
             line_.ask ? prompt_.Show(ProductName, question.table + "\r\n\r\n" + question.text,
                                      {BoxIcon::Exclamation, BoxButtons::YesNo, Answer::No}) == Answer::Yes
                       : Tell(question);
-        isStopped_ = line_.stopRequested && line_.stopRequested();
+        isStopped_ = IsStopped();
         return isWanted && !isStopped_;
     }
 
@@ -168,11 +170,15 @@ private:
 
     void TellLost() { Fail(line_.port.Device() + ": " + line_.port.LastError()); }
 
-    bool ReadModules()
+    bool IsStopped() const { return line_.stopRequested && line_.stopRequested(); }
+
+    bool ReadModules(ReadStops stops)
     {
-        const bool complete = memory_.ReadEeprom();
+        const bool complete = memory_.ReadEeprom(stops);
         if (!memory_.HasLine())
             TellLost();
+        else if (!complete && stops == ReadStops::WhenAsked && IsStopped())
+            Fail("the reading was stopped");
         else if (!complete)
             Fail(English(Message::EepromReadFailed));
         return complete;
@@ -193,12 +199,15 @@ private:
         if (!result.failed.empty())
             Fail(English(Message::EepromWriteFailed) + ". " + English(Message::EepromFailedAddresses) +
                  AddressList(result.failed));
-        ReadModules();
+        ReadModules(ReadStops::Never);
         PrintModules();
+        const auto unread = AddressesNotRead(memory_, blocks);
+        if (!unread.empty())
+            Fail(English(Message::EepromNotReadAgain) + AddressList(unread));
         const auto differ = AddressesThatDiffer(memory_, blocks);
         if (!differ.empty())
             Fail(English(Message::EepromDiffers) + AddressList(differ));
-        if (!differ.empty() || !AddressesNotRead(memory_, blocks).empty())
+        if (!differ.empty() || !unread.empty())
             return ExitCode::Line;
         if (!result.failed.empty())
             console_.err << DiagnosticLine("read again, the modules hold what was to be written");

@@ -107,13 +107,14 @@ std::size_t ModuleMemory::Count() const
     return static_cast<std::size_t>(rows_.rend() - last);
 }
 
-bool ModuleMemory::ReadEeprom()
+bool ModuleMemory::ReadEeprom(ReadStops stops)
 {
     protocol_.SetReportCommsErrors(true);
     std::array<std::optional<IdentityBlock>, ModuleAddresses> blocks;
     bool complete = true;
     for (std::size_t address = 0; address < Count(); ++address) {
-        if (!protocol_.SendMsg(RequestToRead(address))) {
+        const bool isStopped = stops == ReadStops::WhenAsked && isInterrupted && isInterrupted();
+        if (isStopped || !protocol_.SendMsg(RequestToRead(address))) {
             complete = false;
             break;
         }

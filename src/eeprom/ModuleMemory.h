@@ -43,6 +43,9 @@ enum class SearchOutcome { Found, NotFound, Interrupted, LineLost };
 /// Modules that answer below 9600 baud are searched again and again until the user interrupts, or only once.
 enum class SearchRepeats { UntilInterrupted, Never };
 
+/// Whether `isInterrupted` ends a reading too.
+enum class ReadStops { Never, WhenAsked };
+
 class ModuleMemory {
 public:
     explicit ModuleMemory(ModuleProtocol& protocol) : protocol_(protocol) {}
@@ -53,7 +56,7 @@ public:
 
     /// Reads the blocks of all addresses up to the highest found, showing each error. Returns whether all
     /// could be read; an address that takes no request, or a line that is lost, ends the reading.
-    bool ReadEeprom();
+    bool ReadEeprom(ReadStops stops = ReadStops::Never);
 
     /// Writes blocks, showing each error; after a module that failed the others have their turn once the line
     /// is quiet. Returns the addresses that failed, in the order of `blocks`. Addresses above 5 always do.

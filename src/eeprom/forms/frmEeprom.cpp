@@ -289,11 +289,15 @@ frmEeprom::Ways frmEeprom::ShowSearch(SearchOutcome outcome)
     return {.next = !stopped, .onward = false};
 }
 
-void frmEeprom::ReadModules()
+void frmEeprom::ReadModules(std::span<const AddressedBlock> written)
 {
     ShowCaption(Message::EepromReading);
-    if (!memory_.ReadEeprom() && memory_.HasLine())
-        Tell(Text(Message::EepromReadFailed), BoxIcon::Exclamation);
+    if (memory_.ReadEeprom() || !memory_.HasLine())
+        return;
+    std::string text = Text(Message::EepromReadFailed);
+    if (const std::string unknown = UnknownText(written); !unknown.empty())
+        text.append(Paragraph).append(unknown);
+    Tell(text, BoxIcon::Exclamation);
 }
 
 void frmEeprom::StopCommand_Click()
@@ -309,7 +313,7 @@ void frmEeprom::ShowInterruption()
         abort_->setAttribute(Qt::WA_DeleteOnClose);
         abort_->onTerminate = [this] { StopCommand_Click(); };
     }
-    abort_->ShowInfo(ToQString(Text(Message::Interruption)));
+    abort_->ShowInfo(ToQString(Text(Message::EepromSearching) + "\n" + Text(Message::AbortInfo)));
     abort_->show();
     abort_->activateWindow();
 }

@@ -101,7 +101,7 @@ private:
     Ways ShowSearch(SearchOutcome outcome);
     Ways RefuseLine();
     Ways LoseLine(const std::string& more = {});
-    void ReadModules();
+    void ReadModules(std::span<const AddressedBlock> written = {});
 
     // What the table's page does; in frmEepromTable.cpp.
     void WriteBack(const IdentityCopy& copy);
@@ -110,7 +110,8 @@ private:
     bool Ask(const WriteQuestion& question);
     void TellWritten(const WriteResult& result, std::span<const std::size_t> leftOut);
     std::string FailedText(const WriteResult& result) const;
-    void ReadAgain(std::span<const AddressedBlock> blocks);
+    std::string UnknownText(std::span<const AddressedBlock> blocks) const;
+    void ReadAgain(std::span<const AddressedBlock> blocks, std::span<const AddressedBlock> acknowledged);
 
     void ShowInterruption();
     void ShowCaption(const MessageId& message);

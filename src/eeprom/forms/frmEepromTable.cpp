@@ -92,13 +92,17 @@ void frmEeprom::Write(std::span<const AddressedBlock> blocks, const IdentityCopy
             std::string lost;
             if (memory_.HasLine()) {
                 TellWritten(result, leftOut);
-                ReadAgain(Acknowledged(blocks, result));
-            } else if (!result.failed.empty()) {
-                lost = FailedText(result) + std::string(LineEnd);
+                ReadAgain(blocks, Acknowledged(blocks, result));
+            } else {
+                if (!result.failed.empty())
+                    lost = FailedText(result) + std::string(LineEnd);
+                // What was read before the write holds no more.
+                memory_.ReadEeprom();
             }
             if (!memory_.HasLine())
-                ways = LoseLine(lost + Text(Message::EepromSaved) + std::string(LineEnd) +
-                                TextFromPath(result.copyPath));
+                ways =
+                    LoseLine(lost + UnknownText(blocks) + std::string(LineEnd) + Text(Message::EepromSaved) +
+                             std::string(LineEnd) + TextFromPath(result.copyPath));
         }
     }
     Open(ways);
@@ -129,12 +133,21 @@ std::string frmEeprom::FailedText(const WriteResult& result) const
     return program_.catalogue.Word(Message::EepromFailedAddresses) + AddressList(result.failed);
 }
 
-// Shows what the modules hold now, whatever they have acknowledged.
-void frmEeprom::ReadAgain(std::span<const AddressedBlock> blocks)
+// Of blocks that were to be written: the modules of which nobody knows what they hold now.
+std::string frmEeprom::UnknownText(std::span<const AddressedBlock> blocks) const
 {
-    ReadModules();
+    const auto unread = AddressesNotRead(memory_, blocks);
+    return unread.empty() ? std::string()
+                          : program_.catalogue.Word(Message::EepromNotReadAgain) + AddressList(unread);
+}
+
+// Shows what the modules hold now, whatever they have acknowledged.
+void frmEeprom::ReadAgain(std::span<const AddressedBlock> blocks,
+                          std::span<const AddressedBlock> acknowledged)
+{
+    ReadModules(blocks);
     rows_->Show(memory_);
-    if (const auto differ = AddressesThatDiffer(memory_, blocks); !differ.empty())
+    if (const auto differ = AddressesThatDiffer(memory_, acknowledged); !differ.empty())
         Tell(program_.catalogue.Word(Message::EepromDiffers) + AddressList(differ), BoxIcon::Exclamation);
 }
 
