@@ -1,11 +1,13 @@
 #include "platform/posix/PosixFiles.h"
 
 #include <gtest/gtest.h>
+#include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <csignal>
@@ -14,6 +16,7 @@
 #include <functional>
 #include <numeric>
 #include <random>
+#include <utility>
 
 using namespace kelvora;
 namespace fs = std::filesystem;
@@ -144,56 +147,145 @@ TEST_F(PosixFilesTest, AFailedWriteLeavesTheOldText)
     }
 }
 
-TEST_F(PosixFilesTest, PassesOverWhatAKilledSaveLeft)
-{
-    const std::string left = At(".kelvora-" + std::to_string(getpid()) + "-0.tmp");
-    files.Write(left, "left");
-    files.Write(At("a"), "new");
-    EXPECT_EQ(files.Read(left), "left");
-    EXPECT_EQ(files.Read(At("a")), "new");
-    EXPECT_EQ(Count(), 2);
-}
+// A process that saves over and over, held up or killed at any moment of a save.
+class Saver {
+public:
+    explicit Saver(const std::function<void()>& save)
+    {
+        EXPECT_EQ(pipe(started_.data()), 0);
+        child_ = fork();
+        if (child_ != 0)
+            return;
+        try {
+            while (write(started_[1], "", 1) == 1)
+                save();
+        } catch (const FileError&) {
+        }
+        _exit(1);
+    }
+    Saver(const Saver&) = delete;
+    Saver& operator=(const Saver&) = delete;
+    ~Saver()
+    {
+        Kill();
+        close(started_[0]);
+        close(started_[1]);
+    }
 
-TEST_F(PosixFilesTest, AKillLeavesAWholeFile)
+    // Waits until another save begins; false when one has failed.
+    bool Begins()
+    {
+        close(std::exchange(started_[1], -1));
+        int begun = 0;
+        ioctl(started_[0], FIONREAD, &begun);
+        char byte = 0;
+        for (; begun >= 0; --begun)
+            if (read(started_[0], &byte, 1) != 1)
+                return false;
+        return true;
+    }
+
+    void Stop()
+    {
+        kill(child_, SIGSTOP);
+        waitpid(child_, nullptr, WUNTRACED);
+    }
+    void Continue() { kill(child_, SIGCONT); }
+    void Kill()
+    {
+        if (child_ <= 0)
+            return;
+        kill(child_, SIGKILL);
+        waitpid(std::exchange(child_, -1), nullptr, 0);
+    }
+
+private:
+    std::array<int, 2> started_{};
+    pid_t child_ = -1;
+};
+
+TEST_F(PosixFilesTest, AKillLeavesAWholeFileAndNothingThatTheNextSaveDoesNotTakeAway)
 {
     const std::array<std::string, 2> texts{std::string(300, 'a'), std::string(200000, 'b')};
-    const auto save = [&](std::size_t round) {
+    auto save = [&, round = 0U]() mutable {
         files.Copy(At("setup.dat"), At("setup.bak"));
-        files.Write(At("setup.dat"), texts.at(round % texts.size()));
+        files.Write(At("setup.dat"), texts.at(++round % texts.size()));
     };
     using Clock = std::chrono::steady_clock;
     files.Write(At("setup.dat"), texts[0]);
     const auto start = Clock::now();
-    save(0);
-    save(1);
+    save();
+    save();
     const auto twoSaves = (Clock::now() - start).count();
 
     std::mt19937_64 random(11);
-    for (int kills = 0; kills < 200; ++kills) {
-        std::array<int, 2> started{};
-        ASSERT_EQ(pipe(started.data()), 0);
-        const pid_t child = fork();
-        if (child == 0) {
-            for (std::size_t round = 0; write(started[1], "", 1) == 1; ++round)
-                save(round);
-            _exit(1);
-        }
-        char byte = 0;
-        EXPECT_EQ(read(started[0], &byte, 1), 1);
+    int caught = 0;
+    for (int round = 0; round < 60; ++round) {
+        Saver saver(save);
+        ASSERT_TRUE(saver.Begins());
         const auto end =
             Clock::now() + Clock::duration(static_cast<Clock::rep>(random() % 1000) * twoSaves / 1000);
         while (Clock::now() < end) {
         }
-        kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
-        close(started[0]);
-        close(started[1]);
+        saver.Stop();
+        const auto held = Count();
+        save();
+        ASSERT_EQ(Count(), held) << "what a living process writes is its own";
+        caught += held > 2 ? 1 : 0;
+        if (round % 2 == 0) {
+            saver.Continue();
+            for (int more = 0; more < 2; ++more)
+                ASSERT_TRUE(saver.Begins()) << "it goes on";
+        }
+        saver.Kill();
         for (const char* name : {"setup.dat", "setup.bak"}) {
             const std::string found = files.Read(At(name));
-            ASSERT_TRUE(found == texts[0] || found == texts[1]) << name << " after " << kills << " kills";
+            ASSERT_TRUE(found == texts[0] || found == texts[1]) << name << " in round " << round;
         }
+        save();
+        ASSERT_EQ(Count(), 2) << "in round " << round;
     }
-    EXPECT_GT(Count(), 2) << "no kill came in the middle of a write: nothing was tested";
+    EXPECT_GT(caught, 10) << "too few came in the middle of a write";
+}
+
+TEST_F(PosixFilesTest, OnlyWhatWasLeftForThatVeryFileIsTakenAway)
+{
+    // The name of what a save of that file leaves that is killed in the middle.
+    const auto leftBy = [&](const std::string& name) {
+        const auto before = files.List(folder);
+        const auto added = [&] {
+            auto found = files.List(folder);
+            std::erase_if(found, [&](const std::string& each) { return std::ranges::count(before, each); });
+            return found;
+        };
+        while (added().empty()) {
+            Saver saver([&] { files.Write(At(name), std::string(300000, 'x')); });
+            while (added().empty()) {
+            }
+        }
+        return added().front();
+    };
+    files.Write(At("a"), "");
+    files.Write(At("b"), "");
+    const std::string other = leftBy("b");
+    const std::string left = leftBy("a");
+    const std::string start = left.substr(0, left.rfind('-'));
+    fs::create_directory(At(start + "-1.tmp"));
+    fs::create_symlink("b", At(start + "-2.tmp"));
+    fs::rename(At(left), At(start + "-3.tmp"));
+    for (const char* ending : {".tmp", "-.tmp", "-01.tmp", "-x.tmp", "-1.tmp~"})
+        files.Write(At(start + ending), "");
+    auto expected = files.List(folder);
+    std::erase(expected, start + "-3.tmp");
+    fs::create_directory_symlink(".", At("..data"));
+    fs::create_symlink("..data/a", At("link"));
+    files.Write(At("link"), "new");
+    fs::remove(At("link"));
+    fs::remove(At("..data"));
+    EXPECT_EQ(files.List(folder), expected);
+    EXPECT_EQ(files.Read(At("a")), "new");
+    files.Write(At("b"), "new");
+    EXPECT_FALSE(files.Exists(At(other)));
 }
 
 TEST_F(PosixFilesTest, MakesAndListsFolders)

@@ -2,13 +2,17 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cinttypes>
 #include <climits>
+#include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
@@ -67,6 +71,51 @@ void CheckReplaceable(const std::string& path)
         throw FileError(path, "Not a regular file");
 }
 
+// The temporary files of a save stand beside the file that they are to replace:
+//   .kelvora-<16 hexadecimal digits>-<number>.tmp
+// The digits are of the file's name and of this machine's: what a save on another machine has left, or is
+// still writing, is not this one's to judge. A save holds a lock on its temporary file for as long as that
+// has its name; one without a lock was left by a process that has died.
+std::string TemporaryStart(const std::string& path)
+{
+    constexpr std::uint64_t HashBasis = 0xCBF29CE484222325;
+    constexpr std::uint64_t HashPrime = 0x100000001B3;
+    std::array<char, HOST_NAME_MAX + 1> machine{};
+    gethostname(machine.data(), machine.size() - 1);
+    std::uint64_t hash = HashBasis;
+    for (const char c : path.substr(path.rfind('/') + 1) + '/' + machine.data())
+        hash = (hash ^ static_cast<unsigned char>(c)) * HashPrime;
+    std::array<char, sizeof "0123456789abcdef"> digits{};
+    std::snprintf(digits.data(), digits.size(), "%016" PRIx64, hash);
+    return FolderOf(path) + ".kelvora-" + digits.data() + "-";
+}
+
+bool IsNameOf(const std::string& path, const Descriptor& file)
+{
+    struct stat named {};
+    struct stat opened {};
+    return lstat(path.c_str(), &named) == 0 && fstat(file.Number(), &opened) == 0 &&
+           named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
+}
+
+// Takes the temporary file of that name away if a dead process has left it. Where locks are not to be had
+// nothing is known of the process, and the file stays.
+void RemoveIfLeft(const std::string& temporary)
+{
+    struct stat status {};
+    if (lstat(temporary.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+        return;
+    constexpr int Flags = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
+    // A backup of a file that is protected from writing is so itself; some file systems lock for writers
+    // only.
+    Descriptor file(open(temporary.c_str(), O_WRONLY | Flags));
+    if (file.Number() < 0)
+        file = Descriptor(open(temporary.c_str(), O_RDONLY | Flags));
+    // With the lock nobody else takes the name away; before it, a living save may have.
+    if (file.Number() >= 0 && flock(file.Number(), LOCK_EX | LOCK_NB) == 0 && IsNameOf(temporary, file))
+        unlink(temporary.c_str());
+}
+
 bool IsSameFile(const std::string& one, const std::string& other)
 {
     struct stat first {};
@@ -107,9 +156,8 @@ public:
     {
         if (hasModel_)
             TakeRights();
-        if (fsync(file_.Number()) != 0 || file_.Close() != 0)
-            Fail(path_, errno);
-        if (rename(temporary_.c_str(), path_.c_str()) != 0)
+        // Closing it would give up the lock on its name; after this it can bring no error any more.
+        if (fsync(file_.Number()) != 0 || rename(temporary_.c_str(), path_.c_str()) != 0)
             Fail(path_, errno);
         temporary_.clear();
         // The content is safe either way; without this a power cut may bring the old name back.
@@ -133,20 +181,38 @@ private:
             Fail(path_, errno);
     }
 
-    // Names that are taken, by another save or by one that was killed, are passed over.
-    int CreateTemporary()
+    // Names that other saves hold are passed over, and what dead ones left is taken away.
+    Descriptor CreateTemporary()
     {
-        const std::string start = FolderOf(path_) + ".kelvora-" + std::to_string(getpid()) + "-";
-        for (unsigned attempt = 0;; ++attempt) {
-            temporary_ = start + std::to_string(attempt) + ".tmp";
-            // Until it has its model's rights nobody else may look into it.
-            const mode_t mode = hasModel_ ? S_IRUSR | S_IWUSR : 0666;
-            const int number = open(temporary_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-            if (number >= 0)
-                return number;
-            if (errno != EEXIST)
-                Fail(path_, errno);
+        // More saves of one file than this do not end together.
+        constexpr unsigned MostLeft = 8;
+        const std::string start = TemporaryStart(path_);
+        Descriptor file;
+        for (unsigned number = 0; file.Number() < 0 || number < MostLeft; ++number) {
+            const std::string name = start + std::to_string(number) + ".tmp";
+            RemoveIfLeft(name);
+            if (file.Number() < 0)
+                file = TryToCreate(name);
         }
+        return file;
+    }
+
+    // Nothing when another has the name.
+    Descriptor TryToCreate(const std::string& name)
+    {
+        // Until it has its model's rights nobody else may look into it.
+        const mode_t mode = hasModel_ ? S_IRUSR | S_IWUSR : 0666;
+        Descriptor file(open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+        if (file.Number() < 0 && errno != EEXIST)
+            Fail(path_, errno);
+        if (file.Number() < 0)
+            return {};
+        const bool isHeld = flock(file.Number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+        // Before it was locked another save may have taken it for one that was left.
+        if (!isHeld || !IsNameOf(name, file))
+            return {};
+        temporary_ = name;
+        return file;
     }
 
     std::string path_;

@@ -1,5 +1,6 @@
 // Files on a POSIX system. A write goes to a temporary file in the same folder, is synced and renamed over
 // the old one, so that a kill, a full disk or a power cut at any moment leaves the old file or the new one.
+// What a killed write leaves beside a file is taken away by the next one to that file.
 #pragma once
 
 #include "platform/Files.h"
