@@ -348,6 +348,9 @@ inline constexpr MessageId PortJoinGroup{735,
                                          "This command adds you to it; afterwards log out and in again:"};
 inline constexpr MessageId PortNoGroup{736, "No group may use it: ask who administers this machine."};
 inline constexpr MessageId PortBadSettings{737, "The port does not take these settings: "};
+inline constexpr MessageId PortNotSerial{480, "This is not a serial port. Choose the device of one."};
+inline constexpr MessageId PortPseudoTerminal{
+    481, "A pseudo-terminal takes 8 data bits without parity only, not these settings: "};
 inline constexpr MessageId PortOtherFailure{738, "The port does not open: "};
 inline constexpr MessageId PortPathRefused{739,
                                            "Neither the path of a device nor a line such as tcp:host:4000."};

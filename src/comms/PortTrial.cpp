@@ -20,12 +20,16 @@ MessageId PortFailureText(PortFailure failure)
     switch (failure) {
         case PortFailure::Missing:
             return Message::PortMissing;
+        case PortFailure::NotSerial:
+            return Message::PortNotSerial;
         case PortFailure::NotAllowed:
             return Message::PortNotAllowed;
         case PortFailure::InUse:
             return Message::PortInUse;
         case PortFailure::BadSettings:
             return Message::PortBadSettings;
+        case PortFailure::PseudoTerminal:
+            return Message::PortPseudoTerminal;
         case PortFailure::SevenBits:
             return Message::LineNeedsEightBits;
         case PortFailure::HostNotFound:
@@ -105,6 +109,7 @@ std::string DescribeTrial(const MessageCatalogue& catalogue, const PortTrial& tr
             return catalogue.Caption(text) +
                    (trial.holder.empty() ? "" : "\r\n" + DescribeHolder(catalogue, trial.holder));
         case PortFailure::BadSettings:
+        case PortFailure::PseudoTerminal:
             return catalogue.Word(text) + trial.settings +
                    (ParseLineAddress(trial.device) ? "\r\n" + trial.error : std::string());
         case PortFailure::Disconnected:

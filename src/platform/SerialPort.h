@@ -12,20 +12,22 @@ namespace kelvora {
 /// Why a port does not open.
 enum class PortFailure {
     None,
-    Missing,        ///< no such device
-    NotAllowed,     ///< the account may not use it
-    InUse,          ///< another program holds it
-    BadSettings,    ///< the port cannot take its settings
-    SevenBits,      ///< the terminal's link needs bytes of 8 bits
-    HostNotFound,   ///< no machine has that name
-    Refused,        ///< the machine has no server there
-    NoAnswer,       ///< the machine or its server does not answer
-    NoSettings,     ///< the server does not take settings, and must
-    HungUp,         ///< the server ends the connection at once
-    Disconnected,   ///< the connection has ended
-    NoBridge,       ///< what answers does not speak as a bridge does
-    FixedSettings,  ///< the server has fixed the speed, which the modules' protocol has to change
-    CommandsOnly,   ///< a bridge carries no bytes of a line
+    Missing,         ///< no such device
+    NotSerial,       ///< a file, a folder or a device that is no serial port
+    NotAllowed,      ///< the account may not use it
+    InUse,           ///< another program holds it
+    BadSettings,     ///< the port cannot take its settings
+    PseudoTerminal,  ///< it is one, and cannot take its settings
+    SevenBits,       ///< the terminal's link needs bytes of 8 bits
+    HostNotFound,    ///< no machine has that name
+    Refused,         ///< the machine has no server there
+    NoAnswer,        ///< the machine or its server does not answer
+    NoSettings,      ///< the server does not take settings, and must
+    HungUp,          ///< the server ends the connection at once
+    Disconnected,    ///< the connection has ended
+    NoBridge,        ///< what answers does not speak as a bridge does
+    FixedSettings,   ///< the server has fixed the speed, which the modules' protocol has to change
+    CommandsOnly,    ///< a bridge carries no bytes of a line
     Other,
 };
 

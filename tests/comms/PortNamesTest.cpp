@@ -146,12 +146,14 @@ TEST(PortNames, BrokenFileLeavesTheDefaultsAndIsExplained)
 TEST(PortTrial, SaysWhyAPortDoesNotOpenAndLeavesItAsItWas)
 {
     FakeSerialDevices devices;
-    devices.condition = {{"/dev/free", PortFailure::None},         {"/dev/held", PortFailure::InUse},
-                         {"/dev/closed", PortFailure::NotAllowed}, {"/dev/root", PortFailure::NotAllowed},
-                         {"/dev/slow", PortFailure::BadSettings},  {"/dev/odd", PortFailure::Other},
-                         {"tcp:a:1", PortFailure::HostNotFound},   {"tcp:a:2", PortFailure::Refused},
-                         {"tcp:a:3", PortFailure::NoAnswer},       {"rfc2217:a:4", PortFailure::NoSettings},
-                         {"bridge:a:5", PortFailure::None},        {"tcp:a:6", PortFailure::HungUp}};
+    devices.condition = {
+        {"/dev/free", PortFailure::None},         {"/dev/held", PortFailure::InUse},
+        {"/dev/closed", PortFailure::NotAllowed}, {"/dev/root", PortFailure::NotAllowed},
+        {"/dev/slow", PortFailure::BadSettings},  {"/dev/odd", PortFailure::Other},
+        {"/dev/null", PortFailure::NotSerial},    {"/dev/pts/9", PortFailure::PseudoTerminal},
+        {"tcp:a:1", PortFailure::HostNotFound},   {"tcp:a:2", PortFailure::Refused},
+        {"tcp:a:3", PortFailure::NoAnswer},       {"rfc2217:a:4", PortFailure::NoSettings},
+        {"bridge:a:5", PortFailure::None},        {"tcp:a:6", PortFailure::HungUp}};
     devices.groups["/dev/closed"] = "dialout";
     devices.condition["/dev/known"] = PortFailure::InUse;
     devices.holders["/dev/known"] = "minicom (PID 1234)";
@@ -174,6 +176,9 @@ TEST(PortTrial, SaysWhyAPortDoesNotOpenAndLeavesItAsItWas)
               "Your account may not use this port.\r\n"
               "No group may use it: ask who administers this machine."},
           Row{"/dev/slow", "The port does not take these settings: 9600,n,8,1"},
+          Row{"/dev/pts/9",
+              "A pseudo-terminal takes 8 data bits without parity only, not these settings: 9600,n,8,1"},
+          Row{"/dev/null", "This is not a serial port. Choose the device of one."},
           Row{"/dev/odd", "The port does not open: the system's words"},
           Row{"tcp:a:1", "There is no machine of that name. Check the name, and the network."},
           Row{"tcp:a:2",

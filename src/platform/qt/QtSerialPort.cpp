@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/posix/DeviceHolder.h"
+#include "platform/posix/TerminalDevice.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -24,8 +25,16 @@ PortFailure RefusalOf(const QString& device)
     return file.isReadable() && file.isWritable() ? PortFailure::InUse : PortFailure::NotAllowed;
 }
 
-PortFailure FailureOf(QSerialPort::SerialPortError error, const QString& device)
+PortFailure SettingsRefusal(const std::string& device)
 {
+    return IsPseudoTerminal(device) ? PortFailure::PseudoTerminal : PortFailure::BadSettings;
+}
+
+PortFailure FailureOf(QSerialPort::SerialPortError error, const std::string& path)
+{
+    const QString device = PathToQString(path);
+    if (IsNoTerminal(path))
+        return PortFailure::NotSerial;
     switch (error) {
         case QSerialPort::NoError:
             return PortFailure::None;
@@ -34,7 +43,7 @@ PortFailure FailureOf(QSerialPort::SerialPortError error, const QString& device)
         case QSerialPort::PermissionError:
             return RefusalOf(device);
         case QSerialPort::UnsupportedOperationError:
-            return PortFailure::BadSettings;
+            return SettingsRefusal(path);
         default:
             return QFileInfo::exists(device) ? PortFailure::Other : PortFailure::Missing;
     }
@@ -82,11 +91,11 @@ bool QtSerialPort::Open()
                          });
     }
     if (!settings || !port_->open(QIODevice::ReadWrite)) {
-        Fail(settings ? port_->error() : QSerialPort::UnsupportedOperationError);
+        Fail(settings ? FailureOf(port_->error(), device_) : PortFailure::BadSettings);
         return false;
     }
     if (!Apply(*settings)) {
-        Fail(QSerialPort::UnsupportedOperationError);
+        Fail(SettingsRefusal(device_));
         port_->close();
         return false;
     }
@@ -133,9 +142,9 @@ std::string QtSerialPort::Holder() const
     return FindDeviceHolder(device_);
 }
 
-void QtSerialPort::Fail(QSerialPort::SerialPortError error)
+void QtSerialPort::Fail(PortFailure failure)
 {
-    failure_ = FailureOf(error, PathToQString(device_));
+    failure_ = failure;
     lastError_ = FromQString(port_->errorString());
 }
 

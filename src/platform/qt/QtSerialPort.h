@@ -32,7 +32,7 @@ public:
 
 private:
     bool Apply(const SerialSettings& settings);
-    void Fail(QSerialPort::SerialPortError error);
+    void Fail(PortFailure failure);
     void Lose();
 
     std::string device_;

@@ -1,0 +1,33 @@
+#include "platform/posix/TerminalDevice.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <unistd.h>
+
+#include "platform/posix/Descriptor.h"
+
+namespace kelvora {
+
+bool IsNoTerminal(const std::string& path)
+{
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0)
+        return false;
+    if (!S_ISCHR(status.st_mode))
+        return true;
+    const Descriptor device(open(path.c_str(), O_RDONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
+    return device.Number() >= 0 && isatty(device.Number()) == 0;
+}
+
+bool IsPseudoTerminal(const std::string& path)
+{
+    // The kernel's numbers of the devices below /dev/pts.
+    constexpr unsigned FirstMajor = 136;
+    constexpr unsigned LastMajor = 143;
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISCHR(status.st_mode) &&
+           major(status.st_rdev) >= FirstMajor && major(status.st_rdev) <= LastMajor;
+}
+
+}  // namespace kelvora
