@@ -79,9 +79,7 @@ void CheckFiles(CheckBatch& batch, const CheckRequest& request)
     batch.counts = {};
     std::string text;
     for (const FoundName& name : batch.names) {
-        const Verdict verdict = name.failure.empty()
-                                    ? CheckSetupFile(name.path, text)
-                                    : Verdict{Verdict::Outcome::Unreadable, 0, 0, name.failure};
+        const Verdict verdict = CheckSetup(name, text);
         Count(batch.counts, verdict.outcome);
         const bool accepted = verdict.outcome == Verdict::Outcome::Accepted;
         if (request.json)
@@ -133,8 +131,7 @@ void AddCheckCommand(CLI::App& app, Console& console, int& exitCode)
 {
     const auto request = std::make_shared<CheckRequest>();
     CLI::App* command = app.add_subcommand("check", "Tell which setup files are rejected, where and why");
-    command->add_option("FILE", request->names, "Setup files, or folders: all *.dat and *.txt below them")
-        ->type_name("");
+    command->add_option("FILE", request->names, SetupNamesText)->type_name("");
     command->add_flag("--json", request->json, "Print an object a line for every file");
     command->add_flag("-0,--null", request->nullSeparated,
                       "Names on standard input end with a NUL, not a line feed");

@@ -19,6 +19,18 @@ std::string DiagnosticLine(std::string_view text)
     return line.append(": ").append(text).append("\n");
 }
 
+int Misused(Console& console, std::string_view text)
+{
+    console.err << DiagnosticLine(text);
+    return ExitCode::Usage;
+}
+
+int NothingFound(Console& console)
+{
+    console.err << DiagnosticLine("no setup files were found");
+    return ExitCode::Rejected;
+}
+
 std::string FailureLine(std::string_view path, std::string_view description)
 {
     return FailureOf(path, description).line;

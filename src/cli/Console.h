@@ -37,6 +37,12 @@ void Emit(Console& console, std::string_view text);
 /// One line that begins with the program's name.
 std::string DiagnosticLine(std::string_view text);
 
+/// Tells what is wrong with the usage. Gives ExitCode::Usage.
+int Misused(Console& console, std::string_view text);
+
+/// Tells that the names on the command line mean no setup file. Gives ExitCode::Rejected.
+int NothingFound(Console& console);
+
 /// The diagnostic of a file that could not be used, with the system's description.
 std::string FailureLine(std::string_view path, std::string_view description);
 

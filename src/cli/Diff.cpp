@@ -3,12 +3,18 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
+#include <functional>
+#include <iterator>
+#include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
+#include <utility>
 
 #include "app/SetupTexts.h"
-#include "cli/OrderedWork.h"
 #include "cli/SetupJson.h"
+#include "cli/SetupNames.h"
+#include "cli/Told.h"
 #include "cli/Verdict.h"
 #include "platform/Encoding.h"
 #include "setup/SetupDifferences.h"
@@ -77,68 +83,155 @@ Json DifferenceObject(const SetupDifference& difference)
     return object;
 }
 
+// Of a file without another the path of the other is empty.
 std::string DifferencesJson(const std::string& before, const std::string& after,
                             const std::vector<SetupDifference>& differences)
 {
     Json object;
-    object["before"] = Utf8FromPath(before);
-    object["after"] = Utf8FromPath(after);
-    object["same"] = differences.empty();
+    object["before"] = before.empty() ? Json() : Json(Utf8FromPath(before));
+    object["after"] = after.empty() ? Json() : Json(Utf8FromPath(after));
+    object["same"] = differences.empty() && !before.empty() && !after.empty();
     object["differences"] = Json::array();
     for (const SetupDifference& difference : differences)
         object["differences"].push_back(DifferenceObject(difference));
     return object.dump() + "\n";
 }
 
-// What one file comes to.
-struct Told {
-    std::string out, err;
-    int exitCode = Same;
-};
-
 // The setup of a file; nothing, and why in `told`, when it is not accepted.
-std::optional<SetupDocument> ReadAccepted(const std::string& path, bool json, Told& told)
+std::optional<SetupDocument> ReadAccepted(const FoundName& name, bool json, Told& told)
 {
     std::string text;
     SetupDocument document;
-    const Verdict verdict = CheckSetupFile(path, text, &document);
+    const Verdict verdict = CheckSetup(name, text, &document);
     if (verdict.outcome == Verdict::Outcome::Accepted)
         return document;
-    told = {json ? VerdictJson(path, verdict) : std::string(), VerdictLine(path, verdict), Trouble};
+    Told refused = ToldOf(name.path, verdict, json);
+    told.out += refused.out;
+    told.err += refused.err;
+    told.exitCode = Trouble;
     return std::nullopt;
 }
 
-Told Compare(const DiffRequest& request, const SetupDocument& before, const std::string& path)
+Told Compare(const DiffRequest& request, const std::string& beforePath, const SetupDocument& before,
+             const FoundName& name)
 {
     Told told;
-    const auto after = ReadAccepted(path, request.json, told);
+    const auto after = ReadAccepted(name, request.json, told);
     if (!after)
         return told;
     const auto differences = CompareSetups(before, *after);
     told.exitCode = differences.empty() ? Same : Different;
     if (!request.quiet)
-        told.out = request.json ? DifferencesJson(request.before, path, differences)
-                                : DifferencesText(request.before, path, differences);
+        told.out = request.json ? DifferencesJson(beforePath, name.path, differences)
+                                : DifferencesText(beforePath, name.path, differences);
     return told;
+}
+
+// The files of two folders that have the same name below them; one of them has no path where there is none.
+struct Pair {
+    FoundName before, after;
+};
+
+Told TellLone(const DiffRequest& request, const Pair& pair)
+{
+    Told told{{}, {}, Different};
+    if (request.json)
+        told.out = DifferencesJson(pair.before.path, pair.after.path, {});
+    else
+        told.out =
+            pair.before.path.empty() ? pair.after.path + ": added\n" : pair.before.path + ": removed\n";
+    if (request.quiet)
+        told.out.clear();
+    return told;
+}
+
+Told ComparePair(const DiffRequest& request, const Pair& pair)
+{
+    const bool isLone = pair.before.path.empty() || pair.after.path.empty();
+    if (isLone && pair.before.failure.empty() && pair.after.failure.empty())
+        return TellLone(request, pair);
+    Told told;
+    std::optional<SetupDocument> before;
+    if (!pair.before.path.empty())
+        before = ReadAccepted(pair.before, request.json, told);
+    if (before)
+        return Compare(request, pair.before.path, *before, pair.after);
+    if (!pair.after.path.empty())
+        ReadAccepted(pair.after, request.json, told);
+    return told;
+}
+
+using Pairs = std::map<std::string, Pair, std::less<>>;
+
+// Below a folder that could not be read nothing is known to be missing.
+void DropUnknown(Pairs& pairs)
+{
+    std::vector<std::string> unread;
+    for (const auto& [below, pair] : pairs)
+        if (!pair.before.failure.empty() || !pair.after.failure.empty())
+            unread.push_back(below.empty() ? below : below + "/");
+    std::erase_if(pairs, [&](const auto& entry) {
+        const Pair& pair = entry.second;
+        return (pair.before.path.empty() || pair.after.path.empty()) && pair.before.failure.empty() &&
+               pair.after.failure.empty() && std::ranges::any_of(unread, [&](const std::string& start) {
+                   return entry.first.starts_with(start);
+               });
+    });
+}
+
+std::vector<Pair> PairsOf(const std::string& before, const std::string& after, std::istream& in)
+{
+    Pairs pairs;
+    for (FoundName& name : AllSetups({&before, 1}, in))
+        pairs[std::string(name.Below())].before = std::move(name);
+    for (FoundName& name : AllSetups({&after, 1}, in))
+        pairs[std::string(name.Below())].after = std::move(name);
+    DropUnknown(pairs);
+    std::vector<Pair> list;
+    for (auto& [below, pair] : pairs)
+        list.push_back(std::move(pair));
+    return list;
+}
+
+int NothingToCompare(Console& console)
+{
+    NothingFound(console);
+    return Trouble;
+}
+
+int DiffFolders(const DiffRequest& request, Console& console)
+{
+    std::vector<Pair> pairs;
+    for (const std::string& after : request.after) {
+        if (!IsFolder(after))
+            return Misused(console, "a folder is compared with folders, not with " + after);
+        std::ranges::move(PairsOf(request.before, after, console.in), std::back_inserter(pairs));
+    }
+    if (pairs.empty())
+        return NothingToCompare(console);
+    return TellInOrder(
+        pairs, [&](const Pair& pair) { return ComparePair(request, pair); }, console);
+}
+
+int DiffFiles(const DiffRequest& request, Console& console)
+{
+    Told refused;
+    const auto before = ReadAccepted({request.before}, request.json, refused);
+    const std::vector<FoundName> names = AllSetups(request.after, console.in);
+    if (!before)
+        return TellInOrder(std::vector{refused}, std::identity(), console);
+    if (names.empty())
+        return NothingToCompare(console);
+    return TellInOrder(
+        names, [&](const FoundName& name) { return Compare(request, request.before, *before, name); },
+        console);
 }
 
 }  // namespace
 
 int Diff(const DiffRequest& request, Console& console)
 {
-    int exitCode = Same;
-    const auto take = [&](const Told& told) {
-        console.err << told.err;
-        Emit(console, told.out);
-        exitCode = std::max(exitCode, told.exitCode);
-    };
-    Told refused;
-    if (const auto before = ReadAccepted(request.before, request.json, refused))
-        RunOrderedOn<Told>(
-            request.after, [&](const std::string& path) { return Compare(request, *before, path); }, take);
-    else
-        take(refused);
-    return exitCode;
+    return IsFolder(request.before) ? DiffFolders(request, console) : DiffFiles(request, console);
 }
 
 void AddDiffCommand(CLI::App& app, Console& console, int& exitCode)
@@ -146,16 +239,22 @@ void AddDiffCommand(CLI::App& app, Console& console, int& exitCode)
     const auto request = std::make_shared<DiffRequest>();
     CLI::App* command =
         app.add_subcommand("diff", "Tell what differs between setup files: modules, options, keys");
-    command->add_option("A", request->before, "Setup file")->type_name("")->required();
-    command->add_option("B", request->after, "Setup files, each of which is compared with A")
+    command->add_option("A", request->before, "Setup file, or a folder to compare with folders")
         ->type_name("")
         ->required();
-    command->add_flag("--json", request->json, "Print an object a line for every B");
+    command
+        ->add_option("B", request->after, "Setup files, or folders: each file below them is compared with A")
+        ->type_name("")
+        ->required();
+    command->add_flag("--json", request->json, "Print an object a line for every file");
     command->add_flag("-q,--quiet", request->quiet, "Print nothing, the exit code tells");
     command->footer(
         "A line a difference, from A to B; a key that differs is told with both numbers where its module has "
         "moved.\n"
-        "Exit code: 0 all are the same; 1 some differ; 2 a file was rejected or could not be read.");
+        "Of two folders the files of the same name below them are compared, and what was added or removed is "
+        "told.\n"
+        "Exit code: 0 all are the same; 1 some differ; 2 a file was rejected or could not be read, or there "
+        "is none.");
     command->callback([request, &console, &exitCode] { exitCode = Diff(*request, console); });
 }
 

@@ -3,10 +3,12 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "app/TextFiles.h"
 #include "cli/SetupJson.h"
-#include "cli/Verdict.h"
+#include "cli/SetupOutput.h"
+#include "cli/Told.h"
 #include "platform/Encoding.h"
 #include "platform/posix/PosixFiles.h"
 #include "setup/SetupWriter.h"
@@ -15,55 +17,106 @@ namespace kelvora {
 
 namespace {
 
-// What the command did, as an object: the text itself where it was not written to a file.
-std::string FormatJson(const FormatRequest& request, const Verdict& verdict, const std::string& text)
+// As a save does: the text ends with a line of its own.
+constexpr const char* LastLine = "\r\n";
+
+// What became of a file, as an object: the text itself where it was not written to a file.
+std::string FormatJson(const PlacedSetup& setup, const Verdict& verdict, const std::string& text)
 {
     const bool accepted = verdict.outcome == Verdict::Outcome::Accepted;
-    const bool written = accepted && !request.output.empty();
-    nlohmann::ordered_json object = VerdictObject(request.file, verdict);
-    object["output"] = written ? nlohmann::ordered_json(Utf8FromPath(request.output)) : nullptr;
+    const bool written = accepted && !setup.output.empty();
+    nlohmann::ordered_json object = VerdictObject(setup.name.path, verdict);
+    object["output"] = written ? nlohmann::ordered_json(Utf8FromPath(setup.output)) : nullptr;
     object["text"] = accepted && !written ? nlohmann::ordered_json(Utf8FromText(text)) : nullptr;
     return object.dump() + "\n";
+}
+
+void Save(const std::string& path, const std::string& text)
+{
+    PosixFiles files;
+    // What a file was before it had this content is in its backup, and stays there.
+    if (files.Exists(path) && files.Read(path) == text + LastLine)
+        return;
+    MakeFolderOf(path);
+    SaveTextFile(files, path, text);
+}
+
+Told FormatFile(const PlacedSetup& setup, bool json)
+{
+    std::string text;
+    SetupDocument document;
+    Verdict verdict = CheckSetup(setup.name, text, &document);
+    if (verdict.outcome == Verdict::Outcome::Accepted) {
+        text = WriteSetup(document.Modules);
+        try {
+            if (!setup.output.empty())
+                Save(setup.output, text);
+        } catch (const FileError& error) {
+            verdict = NotWritten(setup.name.path, error);
+        }
+        text += LastLine;
+    }
+    Told told = ToldOf(setup.name.path, verdict, false);
+    if (json)
+        told.out = FormatJson(setup, verdict, text);
+    else if (told.exitCode == ExitCode::Done && setup.output.empty())
+        told.out = text;
+    return told;
+}
+
+std::vector<PlacedSetup> Place(const FormatRequest& request, std::vector<FoundName> names)
+{
+    OutputPlaces places(OutputPlaces::Backup::AsSaved);
+    std::vector<PlacedSetup> placed;
+    for (FoundName& name : names)
+        if (request.inPlace)
+            placed.push_back(places.Take(name, name.path));
+        else if (!request.outputFolder.empty())
+            placed.push_back(places.Take(name, PlaceInFolder(request.outputFolder, name, {})));
+        else
+            placed.push_back({std::move(name), request.output});
+    return placed;
 }
 
 }  // namespace
 
 int Format(const FormatRequest& request, Console& console)
 {
-    std::string text;
-    SetupDocument document;
-    const Verdict verdict = CheckSetupFile(request.file, text, &document);
-    console.err << VerdictLine(request.file, verdict);
-    const bool accepted = verdict.outcome == Verdict::Outcome::Accepted;
-    if (accepted) {
-        text = WriteSetup(document.Modules);
-        try {
-            PosixFiles files;
-            if (!request.output.empty())
-                SaveTextFile(files, request.output, text);
-        } catch (const FileError& error) {
-            return Refuse(request.json, error.Path(), error.what(), console);
-        }
-        // As a save does: the text ends with a line of its own.
-        text += "\r\n";
-    }
-    if (request.json)
-        Emit(console, FormatJson(request, verdict, text));
-    else if (accepted && request.output.empty())
-        Emit(console, text);
-    return accepted ? ExitCode::Done : ExitCode::Rejected;
+    const bool toFolder = !request.outputFolder.empty();
+    if (int{request.inPlace} + int{toFolder} + int{!request.output.empty()} > 1)
+        return Misused(console, "either --output, --output-folder or --in-place");
+    if (toFolder && LiesBelowOneOf(request.names, request.outputFolder))
+        return Misused(console,
+                       "the output folder lies in the folder of the setups: " + request.outputFolder);
+    std::vector<FoundName> names = AllSetups(request.names, console.in);
+    if (names.empty())
+        return NothingFound(console);
+    const bool holdsOne = !request.output.empty() || !(request.inPlace || toFolder || request.json);
+    if (names.size() > 1 && holdsOne)
+        return Misused(console, "several setups need --in-place or --output-folder");
+    return TellInOrder(
+        Place(request, std::move(names)),
+        [&](const PlacedSetup& setup) { return FormatFile(setup, request.json); }, console);
 }
 
 void AddFormatCommand(CLI::App& app, Console& console, int& exitCode)
 {
     const auto request = std::make_shared<FormatRequest>();
-    CLI::App* command = app.add_subcommand("format", "Write a setup file as the program saves it");
-    command->add_option("FILE", request->file, "Setup file")->type_name("")->required();
+    CLI::App* command = app.add_subcommand("format", "Write setup files as the program saves them");
+    command->add_option("FILE", request->names, SetupNamesText)->type_name("")->required();
     command
         ->add_option("-o,--output", request->output,
-                     "Write to that file, which may be FILE itself; its old content is kept as \".bak\"")
+                     "Write the one setup to that file, which may be FILE itself")
         ->type_name("OUT");
-    command->add_flag("--json", request->json, "Print the result as an object on one line");
+    command
+        ->add_option("--output-folder", request->outputFolder,
+                     "Write each setup into that folder, under its file's name")
+        ->type_name("FOLDER");
+    command->add_flag("-i,--in-place", request->inPlace, "Write each setup over its own file");
+    command->add_flag("--json", request->json, "Print an object a line for every file");
+    command->footer(
+        "The old content of a file is kept as \".bak\". A file that is as the program saves it is left "
+        "alone.");
     command->callback([request, &console, &exitCode] { exitCode = Format(*request, console); });
 }
 

@@ -1,7 +1,8 @@
-// The command "format": a setup file written anew, as a setup window saves it.
+// The command "format": setup files written anew, as a setup window saves them.
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "cli/Console.h"
 
@@ -12,12 +13,15 @@ class App;
 namespace kelvora {
 
 struct FormatRequest {
-    std::string file;
-    std::string output;  ///< where it is written, the old file kept as ".bak"; standard output when empty
+    std::vector<std::string> names;  ///< files and folders, as for the command "check"
+    std::string output;              ///< where the one is written; standard output when empty
+    std::string outputFolder;        ///< where each is written, under its name; not together with `output`
+    bool inPlace = false;            ///< each is written over itself; not together with either
     bool json = false;
 };
 
-/// Returns the exit code; nothing is written unless the file is accepted. Throws OutputError.
+/// A file that is replaced is kept as ".bak"; one that already has the content is left alone, with its
+/// ".bak". Nothing is written of a file that is not accepted. Returns the exit code. Throws OutputError.
 int Format(const FormatRequest& request, Console& console);
 
 void AddFormatCommand(CLI::App& app, Console& console, int& exitCode);

@@ -2,16 +2,15 @@
 
 #include <CLI/CLI.hpp>
 #include <memory>
-#include <optional>
+#include <utility>
 #include <variant>
-#include <vector>
 
 #include "app/FlashTexts.h"
 #include "app/TextFiles.h"
 #include "cli/FlashJson.h"
 #include "cli/LineReport.h"
-#include "cli/SetupJson.h"
-#include "cli/Verdict.h"
+#include "cli/SetupOutput.h"
+#include "cli/Told.h"
 #include "flash/DumpText.h"
 #include "flash/SetupImage.h"
 #include "platform/posix/PosixFiles.h"
@@ -20,64 +19,100 @@ namespace kelvora {
 
 namespace {
 
-// The dump of a setup's image; nothing, after a diagnostic, when it cannot be built.
-std::optional<std::string> DumpOf(const ImageRequest& request, const SetupDocument& document,
-                                  std::vector<std::string>& unheld, Console& console)
+constexpr std::string_view DumpEnding = ".mem";
+
+void Save(const std::string& path, const std::string& dump, bool inFolder)
 {
+    if (!inFolder) {
+        PosixFiles files;
+        SaveTextFile(files, path, dump);
+        return;
+    }
+    MakeFolderOf(path);
+    ReplaceFile(path, dump + "\r\n");
+}
+
+// What becomes of an accepted setup.
+Told TellImage(const PlacedSetup& setup, const SetupDocument& document, const ImageRequest& request)
+{
+    const std::string& path = setup.name.path;
     const MessageCatalogue english;
     const auto built = BuildSetupImage(document, nullptr);
-    if (const auto* const refusal = std::get_if<BuildRefusal>(&built)) {
-        Refuse(request.json, request.file, OneLineText(Describe(english, *refusal)), console);
-        return std::nullopt;
-    }
+    if (const auto* const refusal = std::get_if<BuildRefusal>(&built))
+        return ToldOf(path, Unusable(OneLineText(Describe(english, *refusal))), request.json);
+    const std::string dump = FormatDump(0, std::get<FlashImage>(built));
+    Told told;
+    std::vector<std::string> unheld;
     for (const UnheldSetting& setting : WhatTheDeviceCannotHold(document)) {
         unheld.push_back(OneLineText(Describe(english, setting)));
-        console.err << FailureLine(request.file, unheld.back());
+        told.err += FailureLine(path, unheld.back());
     }
-    return FormatDump(0, std::get<FlashImage>(built));
+    try {
+        if (!setup.output.empty())
+            Save(setup.output, dump, !request.outputFolder.empty());
+    } catch (const FileError& error) {
+        return ToldOf(path, NotWritten(path, error), request.json);
+    }
+    if (request.json)
+        told.out = ImageJson(path, setup.output, dump, unheld);
+    else if (setup.output.empty())
+        told.out = dump;
+    return told;
+}
+
+Told ImageOfFile(const PlacedSetup& setup, const ImageRequest& request)
+{
+    std::string text;
+    SetupDocument document;
+    const Verdict verdict = CheckSetup(setup.name, text, &document);
+    return verdict.outcome == Verdict::Outcome::Accepted ? TellImage(setup, document, request)
+                                                         : ToldOf(setup.name.path, verdict, request.json);
+}
+
+std::vector<PlacedSetup> Place(const ImageRequest& request, std::vector<FoundName> names)
+{
+    OutputPlaces places(OutputPlaces::Backup::Appended);
+    std::vector<PlacedSetup> placed;
+    for (FoundName& name : names)
+        if (request.outputFolder.empty())
+            placed.push_back({std::move(name), request.output});
+        else
+            placed.push_back(places.Take(name, PlaceInFolder(request.outputFolder, name, DumpEnding)));
+    return placed;
 }
 
 }  // namespace
 
 int Image(const ImageRequest& request, Console& console)
 {
-    std::string text;
-    SetupDocument document;
-    const Verdict verdict = CheckSetupFile(request.file, text, &document);
-    if (verdict.outcome != Verdict::Outcome::Accepted) {
-        console.err << VerdictLine(request.file, verdict);
-        if (request.json)
-            Emit(console, VerdictJson(request.file, verdict));
-        return ExitCode::Rejected;
-    }
-    std::vector<std::string> unheld;
-    const auto dump = DumpOf(request, document, unheld, console);
-    if (!dump)
-        return ExitCode::Rejected;
-    try {
-        PosixFiles files;
-        if (!request.output.empty())
-            SaveTextFile(files, request.output, *dump);
-    } catch (const FileError& error) {
-        return Refuse(request.json, error.Path(), error.what(), console);
-    }
-    if (request.json)
-        Emit(console, ImageJson(request.file, request.output, *dump, unheld));
-    else if (request.output.empty())
-        Emit(console, *dump);
-    return ExitCode::Done;
+    const bool toFolder = !request.outputFolder.empty();
+    if (toFolder && !request.output.empty())
+        return Misused(console, "either --output or --output-folder");
+    std::vector<FoundName> names = AllSetups(request.names, console.in);
+    if (names.empty())
+        return NothingFound(console);
+    if (names.size() > 1 && (!request.output.empty() || !(toFolder || request.json)))
+        return Misused(console, "several setups need --output-folder");
+    return TellInOrder(
+        Place(request, std::move(names)),
+        [&](const PlacedSetup& setup) { return ImageOfFile(setup, request); }, console);
 }
 
 void AddImageCommand(CLI::App& app, Console& console, int& exitCode)
 {
     const auto request = std::make_shared<ImageRequest>();
-    CLI::App* command = app.add_subcommand("image", "Write the flash image of a setup file as a dump");
-    command->add_option("FILE", request->file, "Setup file")->type_name("")->required();
+    CLI::App* command = app.add_subcommand("image", "Write the flash images of setup files as dumps");
+    command->add_option("FILE", request->names, SetupNamesText)->type_name("")->required();
     command
         ->add_option("-o,--output", request->output,
-                     "Write to that file; its old content is kept as \".bak\"")
+                     "Write the one image to that file; its old content is kept as \".bak\"")
         ->type_name("OUT");
-    command->add_flag("--json", request->json, "Print the result as an object on one line");
+    command
+        ->add_option("--output-folder", request->outputFolder,
+                     "Write an image of each setup into that folder, named after its file; one that is "
+                     "replaced is kept under its name and \".bak\"")
+        ->type_name("FOLDER");
+    command->add_flag("--json", request->json, "Print an object a line for every file");
     command->callback([request, &console, &exitCode] { exitCode = Image(*request, console); });
 }
 

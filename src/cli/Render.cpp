@@ -9,6 +9,7 @@
 #include "cli/RenderFolder.h"
 #include "cli/RenderedFile.h"
 #include "cli/SetupNames.h"
+#include "cli/SetupOutput.h"
 #include "cli/posix/PictureProgram.h"
 #include "picture/PictureType.h"
 #include "platform/LocalTime.h"
@@ -17,28 +18,13 @@ namespace kelvora {
 
 namespace {
 
-int Misused(Console& console, std::string_view text)
-{
-    console.err << DiagnosticLine(text);
-    return ExitCode::Usage;
-}
-
-int NothingFound(Console& console)
-{
-    console.err << DiagnosticLine("no setup files were found");
-    return ExitCode::Rejected;
-}
-
 std::vector<RenderedFile> ReadAll(const RenderRequest& request, Console& console)
 {
     std::vector<RenderedFile> read;
-    FindSetups(request.names, console.in, '\n',
-               {[&](FoundName name) {
-                    read.emplace_back(std::move(name));
-                    read.back().Read();
-                    return true;
-                },
-                [] {}});
+    for (FoundName& name : AllSetups(request.names, console.in)) {
+        read.emplace_back(PlacedSetup{std::move(name), request.output});
+        read.back().Read();
+    }
     return read;
 }
 
@@ -74,8 +60,6 @@ std::optional<int> RenderOne(const RenderRequest& request, PictureType type, Con
         return Misused(console, "several setups need a PDF or --output-folder");
     if (!pages.empty()) {
         const std::string picture = PictureOf(pages, type, request);
-        for (RenderedFile& file : files)
-            file.output = request.output;
         if (request.output.empty() && !request.json)
             Emit(console, picture);
         else if (const std::string failure = WritePicture(request.output, picture); !failure.empty())
@@ -109,9 +93,7 @@ void AddRenderCommand(CLI::App& app, Console& console, int& exitCode)
 {
     const auto request = std::make_shared<RenderRequest>();
     CLI::App* command = app.add_subcommand("render", "Draw setup files as sheets, to print or to attach");
-    command->add_option("FILE", request->names, "Setup files, or folders: all *.dat and *.txt below them")
-        ->type_name("")
-        ->required();
+    command->add_option("FILE", request->names, SetupNamesText)->type_name("")->required();
     command
         ->add_option("-o,--output", request->output,
                      "Write to that file, whose name ends in .svg, .png or .pdf; several setups become the "

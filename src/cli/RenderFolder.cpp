@@ -1,14 +1,15 @@
 #include "cli/RenderFolder.h"
 
 #include <algorithm>
-#include <set>
+#include <string>
 #include <utility>
 #include <vector>
 
 #include "cli/OrderedWork.h"
 #include "cli/RenderedFile.h"
+#include "cli/SetupOutput.h"
 #include "cli/posix/PictureProgram.h"
-#include "platform/posix/PosixFiles.h"
+#include "platform/Files.h"
 
 namespace kelvora {
 
@@ -19,44 +20,24 @@ constexpr std::size_t FilesPerBatch = 32;
 
 using RenderBatch = std::vector<RenderedFile>;
 
-std::string FileName(std::string_view path)
-{
-    return std::string(path.substr(path.rfind('/') + 1));
-}
-
-// The name of what is drawn of `path`, which was found under the name `given`, below the output folder.
-std::string PictureName(std::string_view path, std::string_view given, PictureType type)
-{
-    std::string name = FileName(path);
-    if (path.size() > given.size() && path.starts_with(given)) {
-        name = path.substr(given.size());
-        name.erase(0, name.find_first_not_of('/'));
-    }
-    const std::size_t dot = name.rfind('.');
-    if (dot != std::string::npos && dot > name.rfind('/') + 1)
-        name.resize(dot);
-    return name.append(".").append(PictureTypeName(type));
-}
-
 // Finds the files and gives each the place of its picture.
 class BatchMaker {
 public:
     BatchMaker(const RenderRequest& request, PictureType type, std::istream& in,
                OrderedBatches<RenderBatch>& batches)
-        : request_(request), type_(type), in_(in), batches_(batches)
+        : request_(request), ending_('.' + std::string(PictureTypeName(type))), in_(in), batches_(batches)
     {
     }
 
     void Run()
     {
-        for (const std::string& given : request_.names)
-            FindSetups({&given, 1}, in_, '\n',
-                       {[&](FoundName name) { return Take(std::move(name), given); }, [&] { Pass(); }});
+        FindSetups(request_.names, in_, '\n',
+                   {[&](FoundName name) { return Take(std::move(name)); }, [&] { Pass(); }});
         Pass();
     }
 
 private:
-    bool Take(FoundName name, const std::string& given)
+    bool Take(FoundName name)
     {
         if (!batch_) {
             batch_ = batches_.Fill();
@@ -64,10 +45,8 @@ private:
                 return false;
             batch_->clear();
         }
-        const std::string output = request_.outputFolder + "/" + PictureName(name.path, given, type_);
-        if (name.failure.empty() && !taken_.insert(output).second)
-            name.failure = "another setup's picture has the same name: " + output;
-        batch_->emplace_back(std::move(name)).output = output;
+        std::string output = PlaceInFolder(request_.outputFolder, name, ending_);
+        batch_->emplace_back(places_.Take(std::move(name), std::move(output)));
         if (batch_->size() == FilesPerBatch)
             Pass();
         return true;
@@ -80,18 +59,18 @@ private:
     }
 
     const RenderRequest& request_;
-    PictureType type_;
+    std::string ending_;
     std::istream& in_;
     OrderedBatches<RenderBatch>& batches_;
     RenderBatch* batch_ = nullptr;
-    std::set<std::string> taken_;
+    OutputPlaces places_{OutputPlaces::Backup::Appended};
 };
 
 void Save(RenderedFile& file, const std::string& picture)
 {
     try {
-        PosixFiles().MakeFolder(file.output.substr(0, file.output.rfind('/')));
-        if (const std::string failure = WritePicture(file.output, picture); !failure.empty())
+        MakeFolderOf(file.Output());
+        if (const std::string failure = WritePicture(file.Output(), picture); !failure.empty())
             file.Fail(failure);
     } catch (const FileError& error) {
         file.Fail(error.Path() + ": " + error.what());

@@ -1,22 +1,19 @@
 #include "cli/RenderedFile.h"
 
-#include <filesystem>
 #include <nlohmann/json.hpp>
-#include <system_error>
 
 #include "cli/SetupJson.h"
 #include "layout/SetupFileCommands.h"
 #include "picture/SetupSheet.h"
 #include "platform/Encoding.h"
-#include "platform/posix/PosixFiles.h"
+#include "platform/Files.h"
 
 namespace kelvora {
 
 void RenderedFile::Read()
 {
     std::string text;
-    verdict_ = name_.failure.empty() ? CheckSetupFile(name_.path, text, &document_)
-                                     : Verdict{Verdict::Outcome::Unreadable, 0, 0, name_.failure};
+    verdict_ = CheckSetup(name_, text, &document_);
 }
 
 std::string RenderedFile::Title() const
@@ -35,7 +32,7 @@ std::string RenderedFile::Sheet(std::chrono::local_seconds now, int page, int pa
 void RenderedFile::Fail(const std::string& reason)
 {
     if (IsAccepted())
-        verdict_ = {Verdict::Outcome::Unreadable, 0, 0, reason};
+        verdict_ = Unusable(reason);
 }
 
 std::string RenderedFile::Diagnostic() const
@@ -46,7 +43,7 @@ std::string RenderedFile::Diagnostic() const
 std::string RenderedFile::Json() const
 {
     nlohmann::ordered_json object = VerdictObject(name_.path, verdict_);
-    object["output"] = IsAccepted() ? nlohmann::ordered_json(Utf8FromPath(output)) : nullptr;
+    object["output"] = IsAccepted() ? nlohmann::ordered_json(Utf8FromPath(output_)) : nullptr;
     return object.dump() + "\n";
 }
 
@@ -54,14 +51,8 @@ std::string WritePicture(const std::string& path, const std::string& picture)
 {
     if (picture.empty())
         return "the picture could not be made";
-    // Of any size: a document of many pages is larger than a text that is read whole.
-    std::error_code problem;
-    const std::string backup = path + ".bak";
-    if (std::filesystem::is_regular_file(path, problem) &&
-        !std::filesystem::copy_file(path, backup, std::filesystem::copy_options::overwrite_existing, problem))
-        return backup + ": " + problem.message();
     try {
-        PosixFiles().Write(path, picture);
+        ReplaceFile(path, picture);
         return {};
     } catch (const FileError& error) {
         return error.Path() + ": " + error.what();

@@ -6,20 +6,24 @@
 #include <string>
 
 #include "cli/Console.h"
-#include "cli/SetupNames.h"
+#include "cli/SetupOutput.h"
 #include "cli/Verdict.h"
 
 namespace kelvora {
 
 class RenderedFile {
 public:
-    explicit RenderedFile(FoundName name) : name_(std::move(name)) {}
+    explicit RenderedFile(PlacedSetup setup) : name_(std::move(setup.name)), output_(std::move(setup.output))
+    {
+    }
 
     /// Reads the setup.
     void Read();
 
     bool IsAccepted() const { return verdict_.outcome == Verdict::Outcome::Accepted; }
     const std::string& Path() const { return name_.path; }
+    /// Where its picture is, or was to be.
+    const std::string& Output() const { return output_; }
 
     /// The setup's name, UTF-8.
     std::string Title() const;
@@ -36,16 +40,14 @@ public:
     /// VerdictObject and "output", null without one, as a line.
     std::string Json() const;
 
-    std::string output;  ///< where its picture is, or was to be
-
 private:
     FoundName name_;
+    std::string output_;
     Verdict verdict_;
     SetupDocument document_;
 };
 
-/// Writes a picture; an older one is kept under its name and ".bak". A setup's own backup has the name
-/// without the ending, and stays. Returns why it could not be written; empty when it was.
+/// ReplaceFile with a picture. Returns why it could not be written; empty when it was.
 std::string WritePicture(const std::string& path, const std::string& picture);
 
 /// Prints the objects and the diagnostics. Returns the exit code. Throws OutputError.

@@ -131,24 +131,24 @@ std::string Description(int error)
     return std::generic_category().message(error);
 }
 
-// False when no more names are wanted, here and below.
-bool TakeFolder(const std::string& path, const NameReceiver& receiver)
+// False when no more names are wanted, here and below. `start` is where names below the named folder begin.
+bool TakeFolder(const std::string& path, std::size_t start, const NameReceiver& receiver)
 {
     Folder folder(opendir(path.c_str()));
     if (!folder)
-        return receiver.take({path, Description(errno)});
+        return receiver.take({path, Description(errno), std::min(start, path.size())});
     const std::string prefix = path.ends_with('/') ? path : path + '/';
     while (folder) {
         NameGroup group;
         if (const int error = ReadGroup(folder, group);
-            error != 0 && !receiver.take({path, Description(error)}))
+            error != 0 && !receiver.take({path, Description(error), std::min(start, path.size())}))
             return false;
         group.Sort();
         for (const NameGroup::Place& place : group.Places()) {
             std::string name = prefix;
             name += group.Name(place);
-            const bool more = place.entry == Entry::Folder ? TakeFolder(name, receiver)
-                                                           : receiver.take({std::move(name), {}});
+            const bool more = place.entry == Entry::Folder ? TakeFolder(name, start, receiver)
+                                                           : receiver.take({std::move(name), {}, start});
             if (!more)
                 return false;
         }
@@ -158,10 +158,10 @@ bool TakeFolder(const std::string& path, const NameReceiver& receiver)
 
 bool TakeName(const std::string& path, const NameReceiver& receiver)
 {
-    struct stat status {};
-    if (stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode))
-        return TakeFolder(path, receiver);
-    return receiver.take({path, {}});
+    if (IsFolder(path))
+        return TakeFolder(path, path.size() + (path.ends_with('/') ? 0 : 1), receiver);
+    // Without a slash this is the whole.
+    return receiver.take({path, {}, path.rfind('/') + 1});
 }
 
 bool TakeNamesOf(std::istream& in, char separator, const NameReceiver& receiver)
@@ -179,6 +179,12 @@ bool TakeNamesOf(std::istream& in, char separator, const NameReceiver& receiver)
 
 }  // namespace
 
+bool IsFolder(const std::string& path)
+{
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
 void FindSetups(std::span<const std::string> names, std::istream& in, char separator,
                 const NameReceiver& receiver)
 {
@@ -188,6 +194,18 @@ void FindSetups(std::span<const std::string> names, std::istream& in, char separ
         if (!more)
             return;
     }
+}
+
+std::vector<FoundName> AllSetups(std::span<const std::string> names, std::istream& in)
+{
+    std::vector<FoundName> found;
+    FindSetups(names, in, '\n',
+               {[&](FoundName name) {
+                    found.push_back(std::move(name));
+                    return true;
+                },
+                [] {}});
+    return found;
 }
 
 }  // namespace kelvora

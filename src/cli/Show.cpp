@@ -8,8 +8,9 @@
 #include <string_view>
 
 #include "cli/KeyGridText.h"
-#include "cli/OrderedWork.h"
 #include "cli/SetupJson.h"
+#include "cli/SetupNames.h"
+#include "cli/Told.h"
 #include "cli/Verdict.h"
 #include "keymap/Models.h"
 #include "platform/Encoding.h"
@@ -124,43 +125,26 @@ std::string SetupText(const SetupDocument& document)
 
 namespace {
 
-struct Shown {
-    std::string out, err;
-    bool isAccepted = false;
-};
-
-Shown ShowFile(const std::string& path, bool json)
+Told ShowFile(const FoundName& name, bool json)
 {
     std::string text;
     SetupDocument document;
-    const Verdict verdict = CheckSetupFile(path, text, &document);
-    const bool isAccepted = verdict.outcome == Verdict::Outcome::Accepted;
-    Shown shown{{}, VerdictLine(path, verdict), isAccepted};
-    if (json)
-        shown.out = isAccepted ? SetupJson(path, document) : VerdictJson(path, verdict);
-    else if (isAccepted)
-        shown.out = path + "\n" + SetupText(document);
-    return shown;
+    const Verdict verdict = CheckSetup(name, text, &document);
+    if (verdict.outcome != Verdict::Outcome::Accepted)
+        return ToldOf(name.path, verdict, json);
+    return {json ? SetupJson(name.path, document) : name.path + "\n" + SetupText(document), {}};
 }
 
 }  // namespace
 
 int Show(const ShowRequest& request, Console& console)
 {
-    int exitCode = ExitCode::Done;
-    bool isFirst = true;
-    RunOrderedOn<Shown>(
-        request.files, [&](const std::string& path) { return ShowFile(path, request.json); },
-        [&](const Shown& shown) {
-            console.err << shown.err;
-            if (!shown.isAccepted)
-                exitCode = ExitCode::Rejected;
-            if (shown.out.empty())
-                return;
-            Emit(console, (isFirst || request.json ? "" : "\n") + shown.out);
-            isFirst = false;
-        });
-    return exitCode;
+    const std::vector<FoundName> names = AllSetups(request.names, console.in);
+    if (names.empty())
+        return NothingFound(console);
+    return TellInOrder(
+        names, [&](const FoundName& name) { return ShowFile(name, request.json); }, console,
+        request.json ? "" : "\n");
 }
 
 void AddShowCommand(CLI::App& app, Console& console, int& exitCode)
@@ -168,7 +152,7 @@ void AddShowCommand(CLI::App& app, Console& console, int& exitCode)
     const auto request = std::make_shared<ShowRequest>();
     CLI::App* command =
         app.add_subcommand("show", "Show the modules of setup files, with their options and keys");
-    command->add_option("FILE", request->files, "Setup files")->type_name("")->required();
+    command->add_option("FILE", request->names, SetupNamesText)->type_name("")->required();
     command->add_flag("--json", request->json, "Print an object a line for every file");
     command->footer("The number of an unused key stands in brackets, a module's device code after its name.");
     command->callback([request, &console, &exitCode] { exitCode = Show(*request, console); });

@@ -14,14 +14,14 @@ class App;
 namespace kelvora {
 
 struct ShowRequest {
-    std::vector<std::string> files;
+    std::vector<std::string> names;  ///< files and folders, as for the command "check"
     bool json = false;
 };
 
 /// A setup for people: a line a module, and under it the grid of a keyboard. UTF-8.
 std::string SetupText(const SetupDocument& document);
 
-/// Prints the setups of the files in their order; a file that is rejected or cannot be read gives a
+/// Prints the setups in the order of the names; a file that is rejected or cannot be read gives a
 /// diagnostic. Returns the exit code. Throws OutputError.
 int Show(const ShowRequest& request, Console& console);
 

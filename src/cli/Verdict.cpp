@@ -26,11 +26,6 @@ std::string ExpectationText(const SetupError& error)
     return "expected " + ExpectedText(English, error);
 }
 
-Verdict Unreadable(std::string description)
-{
-    return {Verdict::Outcome::Unreadable, 0, 0, std::move(description)};
-}
-
 Refusal RefusalOf(const std::string& path, const Verdict& verdict)
 {
     if (verdict.outcome == Verdict::Outcome::Unreadable)
@@ -51,15 +46,30 @@ Verdict CheckSetupFile(const std::string& path, std::string& text, SetupDocument
         if (document)
             *document = std::move(read);
     } catch (const FileError& error) {
-        verdict = Unreadable(error.what());
+        verdict = Unusable(error.what());
     } catch (const SetupError& error) {
         verdict = {Verdict::Outcome::Rejected, error.Number(), error.Line(), ExpectationText(error)};
     } catch (const std::bad_alloc&) {
-        verdict = Unreadable(std::generic_category().message(ENOMEM));
+        verdict = Unusable(std::generic_category().message(ENOMEM));
     }
     if (text.capacity() > MostKept)
         text = std::string();
     return verdict;
+}
+
+Verdict CheckSetup(const FoundName& name, std::string& text, SetupDocument* document)
+{
+    return name.failure.empty() ? CheckSetupFile(name.path, text, document) : Unusable(name.failure);
+}
+
+Verdict Unusable(std::string why)
+{
+    return {Verdict::Outcome::Unreadable, 0, 0, std::move(why)};
+}
+
+Verdict NotWritten(const std::string& path, const FileError& error)
+{
+    return Unusable(error.Path() == path ? error.what() : error.Path() + ": " + error.what());
 }
 
 std::optional<SetupDocument> AcceptedSetup(const std::string& path, Refusal& why)

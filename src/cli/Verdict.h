@@ -8,12 +8,14 @@
 #include <string>
 
 #include "cli/Console.h"
+#include "cli/SetupNames.h"
+#include "platform/Files.h"
 #include "setup/SetupDocument.h"
 
 namespace kelvora {
 
 struct Verdict {
-    enum class Outcome { Accepted, Rejected, Unreadable };
+    enum class Outcome { Accepted, Rejected, Unreadable };  ///< the last of any file that is not used
 
     Outcome outcome = Outcome::Accepted;
     std::uint32_t number = 0;  ///< one of SetupErrorNumber; 0 unless rejected
@@ -24,6 +26,15 @@ struct Verdict {
 /// Reads the file at `path` as a setup; `text` is memory to read into, kept from file to file. Gives the
 /// setup to `document` where that is not null and the file is accepted. Throws nothing that a file can cause.
 Verdict CheckSetupFile(const std::string& path, std::string& text, SetupDocument* document = nullptr);
+
+/// The same of what a name on the command line meant; a folder that could not be read is not readable.
+Verdict CheckSetup(const FoundName& name, std::string& text, SetupDocument* document = nullptr);
+
+/// The verdict on a file of which nothing comes, though it was read: why not.
+Verdict Unusable(std::string why);
+
+/// Of a file whose result could not be written.
+Verdict NotWritten(const std::string& path, const FileError& error);
 
 /// The setup of a file that a command needs; nothing, and why, when it is not accepted.
 std::optional<SetupDocument> AcceptedSetup(const std::string& path, Refusal& why);

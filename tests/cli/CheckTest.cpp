@@ -138,7 +138,7 @@ TEST_F(Check, StopsWhenItsOutputIsNotTaken)
 TEST_F(Check, UsageErrorsAndHelp)
 {
     for (const std::vector<std::string>& wrong : std::vector<std::vector<std::string>>{
-             {}, {"chek"}, {"check", "--jsn", "a.dat"}, {"show"}, {"format"}, {"format", "a.dat", "b.dat"}}) {
+             {}, {"chek"}, {"check", "--jsn", "a.dat"}, {"show"}, {"format"}, {"diff"}}) {
         const CliResult result = Run(wrong);
         EXPECT_EQ(result.exitCode, 2);
         EXPECT_EQ(result.out, "");

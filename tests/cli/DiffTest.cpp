@@ -45,6 +45,63 @@ TEST_F(Diff, ExitsAndPrintsAsProgramsOfThatNameDo)
     EXPECT_EQ(Run({"diff", a}).exitCode, 2);
 }
 
+TEST_F(Diff, TakesFolders)
+{
+    const std::string old = folder + "/old";
+    const std::string now = folder + "/new";
+    for (const std::string& each : {old, now})
+        Write(each.substr(folder.size() + 1) + "/n/same.dat", Accepted);
+    const std::string till = Write("old/a.dat", "[Kelvora]\n[MCR]\n[ICCR]\n");
+    const std::string gone = Write("old/gone.txt", Accepted);
+    const std::string added = Write("new/n/added.dat", Accepted);
+    const std::string broken = Write("new/n/z.dat", Rejected);
+    Write("new/a.dat", Accepted);
+    Write("old/n/z.dat", Accepted);
+    files.MakeFolder(folder + "/empty");
+    const std::string deviates = "--- " + a + "\n+++ " + till +
+                                 "\nICCR: added\nMCR, tracks read: 1,2 -> 1,2,3\n--- " + a + "\n+++ " + gone +
+                                 "\nMCR, tracks read: 1,2 -> 1,2,3\n";
+    struct Row {
+        const char* reason;
+        std::vector<std::string> arguments;
+        int exitCode;
+        std::string out, err;
+    };
+    for (const Row& row : {Row{"a standard and what deviates", {"diff", a, till, gone}, 1, deviates, ""},
+                           Row{"pairs by the names below",
+                               {"diff", old, now + "/"},
+                               2,
+                               "--- " + till + "\n+++ " + now + "/a.dat\nICCR: removed\n" + gone +
+                                   ": removed\n" + added + ": added\n",
+                               broken + RejectedSays},
+                           Row{"none is broken", {"diff", "-q", old, folder + "/empty"}, 1, "", ""},
+                           Row{"a folder and itself", {"diff", old, old}, 0, "", ""},
+                           Row{"a folder and a file",
+                               {"diff", old, a},
+                               2,
+                               "",
+                               "kelvora-cli: a folder is compared with folders, not with " + a + "\n"},
+                           Row{"nothing",
+                               {"diff", a, folder + "/empty"},
+                               2,
+                               "",
+                               "kelvora-cli: no setup files were found\n"}}) {
+        const CliResult result = Run(row.arguments);
+        EXPECT_EQ(result.exitCode, row.exitCode) << row.reason;
+        EXPECT_EQ(result.out, row.out) << row.reason;
+        EXPECT_EQ(result.err, row.err) << row.reason;
+    }
+    std::filesystem::remove_all(old + "/n");
+    EXPECT_EQ(Run({"diff", a, old}).out, deviates);
+    std::istringstream lines(Run({"diff", "--json", old, folder + "/empty"}).out);
+    std::string line;
+    std::getline(lines, line);
+    EXPECT_EQ(nlohmann::json::parse(line), (nlohmann::json{{"before", till},
+                                                           {"after", nullptr},
+                                                           {"same", false},
+                                                           {"differences", nlohmann::json::array()}}));
+}
+
 TEST_F(Diff, JsonHasALineForEveryPair)
 {
     const std::string grown = Write("c.dat", "[Kelvora]\n[ICCR]\n[MCR]\nTracks = 1,2\n");

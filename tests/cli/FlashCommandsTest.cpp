@@ -140,6 +140,18 @@ TEST_F(FlashCommandsTest, AnImageOfASetupNeedsNoDevice)
     object = nlohmann::json::parse(Run({"image", At("till.dat"), "--json", "-o", At("till.mem")}).out);
     EXPECT_EQ(object["dump"], nullptr);
     EXPECT_EQ(object["output"], At("till.mem"));
+
+    Write("shop/n/till.dat", files.Read(At("till.dat")));
+    Write("shop/bad.dat", Rejected);
+    Write("images/n/till.mem", "old");
+    Write("images/n/till.bak", "a setup's");
+    const CliResult many = Run({"image", At("shop"), "--output-folder", At("images")});
+    EXPECT_EQ(many.exitCode, ExitCode::Rejected);
+    EXPECT_EQ(many.err, At("shop/bad.dat") + RejectedSays);
+    EXPECT_EQ(files.Read(At("images/n/till.mem")), result.out + "\r\n");
+    EXPECT_EQ(files.Read(At("images/n/till.mem.bak")), "old");
+    EXPECT_EQ(files.Read(At("images/n/till.bak")), "a setup's");
+    EXPECT_EQ(Run({"image", At("shop")}).exitCode, ExitCode::Usage);
 }
 
 TEST_F(FlashCommandsTest, EveryFailureHasItsExitCodeAndLeavesTheDevice)

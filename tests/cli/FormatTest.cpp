@@ -64,12 +64,49 @@ TEST_F(Format, JsonHoldsTheTextOrNamesTheFile)
     EXPECT_EQ(object["text"], nullptr);
 }
 
+TEST_F(Format, WritesTheFilesOfAFolderOverThemselvesOrIntoAnother)
+{
+    const std::string shops = folder + "/shops";
+    for (const char* name : {"shops/a.dat", "shops/n/b.txt", "shops/n/c.dat", "shops/n/c.txt"})
+        Write(name, typed);
+    const std::string bad = Write("shops/n/bad.dat", Rejected);
+    const std::string lost = "kelvora-cli: " + shops +
+                             "/n/c.txt: another setup's backup has the same name: " + shops + "/n/c.bak\n";
+    for (const char* const time : {"first", "second"}) {
+        const CliResult result = Run({"format", "--in-place", shops, shops + "/n/../a.dat"});
+        EXPECT_EQ(result.exitCode, 1) << time;
+        EXPECT_EQ(result.out, "") << time;
+        EXPECT_THAT(result.err, testing::StartsWith(bad + RejectedSays + lost)) << time;
+        for (const char* const name : {"/a", "/n/b", "/n/c"})
+            EXPECT_EQ(files.Read(shops + name + ".bak"), typed) << time << name;
+        EXPECT_EQ(files.Read(shops + "/n/b.txt"), saved);
+        EXPECT_EQ(files.Read(shops + "/n/c.txt"), typed) << "the only copy of it";
+        EXPECT_EQ(files.Read(bad), Rejected);
+    }
+
+    const std::string out = folder + "/out";
+    const CliResult result = Run({"format", "--json", shops + "/n", "--output-folder", out});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(nlohmann::json::parse(result.out.substr(0, result.out.find('\n')))["output"], out + "/b.txt");
+    EXPECT_EQ(files.List(out), (std::vector<std::string>{"b.txt", "c.dat"}));
+    EXPECT_EQ(files.Read(out + "/c.dat"), saved);
+
+    for (const std::vector<std::string>& wrong :
+         std::vector<std::vector<std::string>>{{"format", shops},
+                                               {"format", shops, "-o", out + "/x.dat"},
+                                               {"format", shops, "-i", "--output-folder", out},
+                                               {"format", shops, "--output-folder", shops + "/formatted"}})
+        EXPECT_EQ(Run(wrong).exitCode, 2) << testing::PrintToString(wrong);
+    EXPECT_EQ(files.List(out).size(), 2U);
+    EXPECT_FALSE(files.Exists(shops + "/formatted"));
+}
+
 TEST_F(Format, TellsWhereItCannotWrite)
 {
-    const CliResult result = Run({"format", Write("till.dat", typed), "-o", folder});
+    const std::string path = Write("till.dat", typed);
+    const CliResult result = Run({"format", path, "-o", folder});
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_THAT(result.err, testing::StartsWith("kelvora-cli: " + folder + ": "));
-    EXPECT_THAT(result.err, testing::EndsWith(": Is a directory\n"));
+    EXPECT_EQ(result.err, "kelvora-cli: " + path + ": " + folder + ": Is a directory\n");
 }
 
 }  // namespace kelvora

@@ -95,7 +95,8 @@ TEST_F(RenderTest, FillsAFolderWithThePicturesOfMany)
     const CliResult twice = Run({"render", folder + "/shops/n0/t0.dat", Write("other/t0.txt", Accepted),
                                  "--output-folder", folder + "/flat"});
     EXPECT_EQ(twice.exitCode, 1);
-    EXPECT_THAT(twice.err, testing::HasSubstr("other/t0.txt: another setup's picture has the same name"));
+    EXPECT_THAT(twice.err,
+                testing::HasSubstr("other/t0.txt: what becomes of another setup has the same name"));
     EXPECT_EQ(files.List(folder + "/flat"), std::vector<std::string>{"t0.svg"});
 }
 

@@ -64,6 +64,11 @@ TEST_F(Show, GoesOnAfterARejectedFile)
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.err, rejected + RejectedSays);
     EXPECT_EQ(result.out, empty + "\nno modules\n");
+    const CliResult below = Run({"show", folder});
+    EXPECT_EQ(below.out, result.out);
+    EXPECT_EQ(below.err, result.err);
+    std::filesystem::create_directory(folder + "/none");
+    EXPECT_EQ(Run({"show", folder + "/none"}).err, "kelvora-cli: no setup files were found\n");
 
     // All cores work, and the order stays.
     std::vector<std::string> show{"show"};

@@ -1,0 +1,75 @@
+#include "cli/SetupOutput.h"
+
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "app/TextFiles.h"
+#include "platform/posix/PosixFiles.h"
+
+namespace kelvora {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// One name for all spellings of a path.
+std::string PlainPath(const std::string& path)
+{
+    std::error_code problem;
+    const fs::path folder = fs::weakly_canonical(fs::absolute(path, problem).parent_path(), problem);
+    return problem ? path : (folder / fs::path(path).filename()).string();
+}
+
+}  // namespace
+
+PlacedSetup OutputPlaces::Take(FoundName name, std::string output)
+{
+    const bool asSaved = backup_ == Backup::AsSaved;
+    const std::string kept = asSaved ? BackupName(PlainPath(output)) : output;
+    if (name.failure.empty() && !taken_.insert(kept).second)
+        name.failure = (asSaved ? "another setup's backup has the same name: "
+                                : "what becomes of another setup has the same name: ") +
+                       kept;
+    return {std::move(name), std::move(output)};
+}
+
+std::string PlaceInFolder(const std::string& folder, const FoundName& name, std::string_view ending)
+{
+    std::string below(name.Below());
+    const std::size_t dot = below.rfind('.');
+    if (!ending.empty() && dot != std::string::npos && dot > below.rfind('/') + 1)
+        below.resize(dot);
+    return (folder + "/").append(below).append(ending);
+}
+
+bool LiesBelowOneOf(std::span<const std::string> names, const std::string& folder)
+{
+    std::error_code problem;
+    const fs::path inner = fs::weakly_canonical(fs::absolute(folder, problem), problem);
+    for (const std::string& name : names) {
+        const fs::path way = inner.lexically_relative(fs::canonical(name, problem));
+        if (!problem && fs::is_directory(name, problem) && !way.empty() && way != "." && *way.begin() != "..")
+            return true;
+    }
+    return false;
+}
+
+void MakeFolderOf(const std::string& path)
+{
+    if (const std::size_t slash = path.rfind('/'); slash != std::string::npos && slash > 0)
+        PosixFiles().MakeFolder(path.substr(0, slash));
+}
+
+void ReplaceFile(const std::string& path, const std::string& content)
+{
+    // Of any size: a document of many pages is larger than a text that is read whole.
+    std::error_code problem;
+    const std::string backup = path + ".bak";
+    if (fs::is_regular_file(path, problem) &&
+        !fs::copy_file(path, backup, fs::copy_options::overwrite_existing, problem))
+        throw FileError(backup, problem.message());
+    PosixFiles().Write(path, content);
+}
+
+}  // namespace kelvora
