@@ -7,14 +7,12 @@
 #include <QPainter>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <array>
 
-#include "keymap/Models.h"
 #include "layout/LayoutCommands.h"
 #include "layout/StripScale.h"
+#include "layout/forms/StripTexts.h"
 #include "picture/DevicePicture.h"
 #include "platform/qt/Text.h"
-#include "setup/Options.h"
 
 namespace kelvora {
 
@@ -25,28 +23,6 @@ constexpr int FloatingLift = 14;
 
 // The narrowest module's texts need more room than its button.
 constexpr int TextOverhang = 6;
-
-MessageId CaptionOf(StripButton button)
-{
-    switch (button) {
-        case StripButton::MasterTemplate:
-        case StripButton::Master:
-            return Message::MasterCaption;
-        case StripButton::Backlight:
-            return Message::BacklightCaption;
-        case StripButton::Code4:
-            return Message::Code4Caption;
-        case StripButton::KM064:
-            return Message::SlaveCaption;
-        case StripButton::MCR:
-            return Message::McrCaption;
-        case StripButton::ICCR:
-            return Message::IccrCaption;
-        case StripButton::Keypad:
-            break;
-    }
-    return Message::KeypadCaption;
-}
 
 QRect PlaceOf(const StripScale& scale, const PlacedButton& placed)
 {
@@ -110,7 +86,8 @@ void StripView::ShowModules(const ModuleList& modules)
     for (ModuleButton* button : buttons_) {
         const auto placed = std::ranges::find(strip_, button->Button(), &PlacedButton::button);
         if (placed != strip_.end()) {
-            const std::string picture = DevicePicture(button->Button(), RecordOf(button->Button()));
+            const std::string picture =
+                DevicePicture(button->Button(), StripRecord(button->Button(), modules_));
             button->SetPicture(QByteArray::fromStdString(picture));
             ShowTexts(*button);
         }
@@ -163,60 +140,9 @@ void StripView::Retranslate()
 
 void StripView::ShowTexts(ModuleButton& button)
 {
-    const QString caption = Caption(button.Button());
-    const QString summary = Details(button.Button());
-    button.setAccessibleName(caption);
-    button.setAccessibleDescription(summary);
-    QString tip = summary.isEmpty() ? caption : caption + QStringLiteral("\n") + summary;
-    if (OpensKeyMap(button.Button()))
-        tip += QStringLiteral("\n") + ToQString(catalogue_.Caption(Message::ClickToEdit));
-    button.setToolTip(tip);
-}
-
-const ModuleRecord* StripView::RecordOf(StripButton button) const
-{
-    const auto index = FindModule(modules_, KindOfButton(button));
-    return index ? &modules_[*index] : nullptr;
-}
-
-QString StripView::Caption(StripButton button) const
-{
-    return ToQString(catalogue_.Caption(CaptionOf(button)));
-}
-
-QString StripView::Summary(StripButton button) const
-{
-    const ModuleRecord* record = RecordOf(button);
-    if (!record)
-        return {};
-    QStringList parts;
-    if (record->Kind == ModuleKind::KM096 && record->Options == Options::Yes)
-        parts << ToQString(catalogue_.Caption(Message::FiscalSummary));
-    if (record->Kind == ModuleKind::MCR)
-        parts << ToQString(record->Options.substr(0, Options::TracksLength)).trimmed();
-    if (FindModel(record->Kind))
-        parts << ToQString(catalogue_.Word(Message::FirstKeySummary)) +
-                     QString::number(FirstKeyNumber(record->Kind, modules_));
-    return parts.join(QStringLiteral(" · "));
-}
-
-QString StripView::Details(StripButton button) const
-{
-    QString details = Summary(button);
-    const ModuleRecord* record = RecordOf(button);
-    if (!record || record->Kind != ModuleKind::MCR)
-        return details;
-    const std::array captions{Message::OptionSeparator1, Message::OptionSeparator2,
-                              Message::OptionSeparator3};
-    for (std::size_t track = 0; track < captions.size(); ++track) {
-        const char separator = record->Options[Options::SeparatorAt + track];
-        if (separator != Options::NoSeparator)
-            details +=
-                '\n' + ToQString(catalogue_.Caption(captions.at(track)) + ": " + separator).remove('&');
-    }
-    if (record->Options.substr(Options::AutoreadAt) == Options::On)
-        details += '\n' + ToQString(catalogue_.Caption(Message::OptionAutoread)).remove('&');
-    return details;
+    button.setAccessibleName(StripCaption(catalogue_, button.Button()));
+    button.setAccessibleDescription(StripDetails(catalogue_, button.Button(), modules_));
+    button.setToolTip(StripTip(catalogue_, button.Button(), modules_));
 }
 
 std::optional<StripButton> StripView::FocusedButton() const
@@ -337,14 +263,16 @@ void StripView::paintEvent(QPaintEvent* /*event*/)
         QRect line(button.left() - TextOverhang / 2, bottom + metrics.height() / 2,
                    button.width() + TextOverhang, metrics.height());
         painter.setPen(palette().color(QPalette::WindowText));
-        painter.drawText(line, Qt::AlignCenter,
-                         metrics.elidedText(Caption(placed.button), Qt::ElideRight, line.width()));
+        painter.drawText(
+            line, Qt::AlignCenter,
+            metrics.elidedText(StripCaption(catalogue_, placed.button), Qt::ElideRight, line.width()));
         line.translate(0, metrics.height());
         QColor faint = palette().color(QPalette::WindowText);
         faint.setAlphaF(0.7F);
         painter.setPen(faint);
         painter.drawText(line, Qt::AlignCenter,
-                         metrics.elidedText(Summary(placed.button), Qt::ElideRight, line.width()));
+                         metrics.elidedText(StripSummary(catalogue_, placed.button, modules_), Qt::ElideRight,
+                                            line.width()));
     }
 }
 

@@ -89,10 +89,6 @@ private:
     void Arrange();
     void ArrangeFloating();
     void ShowTexts(ModuleButton& button);
-    const ModuleRecord* RecordOf(StripButton button) const;
-    QString Caption(StripButton button) const;
-    QString Summary(StripButton button) const;
-    QString Details(StripButton button) const;
     bool IsSwallowed(const QEvent& event) const;
 
     const MessageCatalogue& catalogue_;

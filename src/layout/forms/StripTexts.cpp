@@ -1,0 +1,92 @@
+#include "layout/forms/StripTexts.h"
+
+#include <array>
+
+#include "keymap/Models.h"
+#include "platform/qt/Text.h"
+#include "setup/Options.h"
+
+namespace kelvora {
+
+namespace {
+
+MessageId CaptionOf(StripButton button)
+{
+    switch (button) {
+        case StripButton::MasterTemplate:
+        case StripButton::Master:
+            return Message::MasterCaption;
+        case StripButton::Backlight:
+            return Message::BacklightCaption;
+        case StripButton::Code4:
+            return Message::Code4Caption;
+        case StripButton::KM064:
+            return Message::SlaveCaption;
+        case StripButton::MCR:
+            return Message::McrCaption;
+        case StripButton::ICCR:
+            return Message::IccrCaption;
+        case StripButton::Keypad:
+            break;
+    }
+    return Message::KeypadCaption;
+}
+
+}  // namespace
+
+const ModuleRecord* StripRecord(StripButton button, const ModuleList& modules)
+{
+    const auto index = FindModule(modules, KindOfButton(button));
+    return index ? &modules[*index] : nullptr;
+}
+
+QString StripCaption(const MessageCatalogue& catalogue, StripButton button)
+{
+    return ToQString(catalogue.Caption(CaptionOf(button)));
+}
+
+QString StripSummary(const MessageCatalogue& catalogue, StripButton button, const ModuleList& modules)
+{
+    const ModuleRecord* record = StripRecord(button, modules);
+    if (!record)
+        return {};
+    QStringList parts;
+    if (record->Kind == ModuleKind::KM096 && record->Options == Options::Yes)
+        parts << ToQString(catalogue.Caption(Message::FiscalSummary));
+    if (record->Kind == ModuleKind::MCR)
+        parts << ToQString(record->Options.substr(0, Options::TracksLength)).trimmed();
+    if (FindModel(record->Kind))
+        parts << ToQString(catalogue.Word(Message::FirstKeySummary)) +
+                     QString::number(FirstKeyNumber(record->Kind, modules));
+    return parts.join(QStringLiteral(" · "));
+}
+
+QString StripDetails(const MessageCatalogue& catalogue, StripButton button, const ModuleList& modules)
+{
+    QString details = StripSummary(catalogue, button, modules);
+    const ModuleRecord* record = StripRecord(button, modules);
+    if (!record || record->Kind != ModuleKind::MCR)
+        return details;
+    const std::array captions{Message::OptionSeparator1, Message::OptionSeparator2,
+                              Message::OptionSeparator3};
+    for (std::size_t track = 0; track < captions.size(); ++track) {
+        const char separator = record->Options[Options::SeparatorAt + track];
+        if (separator != Options::NoSeparator)
+            details += '\n' + ToQString(catalogue.Caption(captions.at(track)) + ": " + separator).remove('&');
+    }
+    if (record->Options.substr(Options::AutoreadAt) == Options::On)
+        details += '\n' + ToQString(catalogue.Caption(Message::OptionAutoread)).remove('&');
+    return details;
+}
+
+QString StripTip(const MessageCatalogue& catalogue, StripButton button, const ModuleList& modules)
+{
+    QStringList lines{StripCaption(catalogue, button)};
+    if (const QString details = StripDetails(catalogue, button, modules); !details.isEmpty())
+        lines << details;
+    if (OpensKeyMap(button))
+        lines << ToQString(catalogue.Caption(Message::ClickToEdit));
+    return lines.join('\n');
+}
+
+}  // namespace kelvora

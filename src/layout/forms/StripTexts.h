@@ -1,0 +1,26 @@
+// What the module strip says of its buttons: the caption and the options below each, and its tool tip.
+#pragma once
+
+#include <QString>
+
+#include "app/MessageCatalogue.h"
+#include "layout/ModuleStrip.h"
+
+namespace kelvora {
+
+/// The module that a button shows; null when `modules` has none of its kind.
+const ModuleRecord* StripRecord(StripButton button, const ModuleList& modules);
+
+/// "Slave Keyboard".
+QString StripCaption(const MessageCatalogue& catalogue, StripButton button);
+
+/// What the line below the caption says: "Keys from 97"; empty where there is nothing to tell.
+QString StripSummary(const MessageCatalogue& catalogue, StripButton button, const ModuleList& modules);
+
+/// The summary and the options that have no room in it, a line each.
+QString StripDetails(const MessageCatalogue& catalogue, StripButton button, const ModuleList& modules);
+
+/// The tool tip: caption, details, and what a click does.
+QString StripTip(const MessageCatalogue& catalogue, StripButton button, const ModuleList& modules);
+
+}  // namespace kelvora
