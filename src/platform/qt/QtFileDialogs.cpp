@@ -1,7 +1,10 @@
 #include "platform/qt/QtFileDialogs.h"
 
 #include <QFileDialog>
+#include <QFileIconProvider>
 #include <QFileInfo>
+#include <QLineEdit>
+#include <QMimeDatabase>
 #include <QRegularExpression>
 #include <algorithm>
 
@@ -11,6 +14,27 @@
 namespace kelvora {
 
 namespace {
+
+// Tells what a file is by its name alone. To look into files takes long on a slow share, and for ever where
+// reading waits for something to be read, as with some of the system's own.
+class KindsByEnding final : public QFileIconProvider {
+public:
+    using QFileIconProvider::icon;
+
+    QIcon icon(const QFileInfo& info) const override
+    {
+        return info.isDir() ? QFileIconProvider::icon(info) : QFileIconProvider::icon(File);
+    }
+
+    QString type(const QFileInfo& info) const override
+    {
+        if (info.isDir())
+            return QFileIconProvider::type(info);
+        const QMimeType type =
+            QMimeDatabase().mimeTypeForFile(info.fileName(), QMimeDatabase::MatchExtension);
+        return type.isDefault() ? info.suffix().toUpper() : type.comment();
+    }
+};
 
 // "text (*.dat)|*.dat|..." as Qt's list of "text (*.dat)".
 QStringList NameFilters(std::string_view filters)
@@ -30,27 +54,44 @@ QString EndingOf(const QString& filter, const QStringList& filters)
     return ending.isEmpty() ? pattern.match(filters.value(0)).captured(1) : ending;
 }
 
+class Dialog final : public QFileDialog {
+public:
+    // `kinds` outlives the dialog, which asks it from a thread of its own.
+    Dialog(const QString& title, const QString& folder, const QStringList& filters, KindsByEnding& kinds)
+        : QFileDialog(DialogParent(), title, folder), filters_(filters)
+    {
+        setIconProvider(&kinds);
+        setOption(QFileDialog::DontConfirmOverwrite);
+        setNameFilters(filters);
+    }
+
+    // A name typed without its ending means the file that is listed with it.
+    void accept() override
+    {
+        auto* const name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        const QString typed = selectedFiles().value(0);
+        const QString ending = "." + EndingOf(selectedNameFilter(), filters_);
+        if (acceptMode() == AcceptOpen && name && !QFileInfo::exists(typed) &&
+            QFileInfo::exists(typed + ending))
+            name->setText(name->text() + ending);
+        QFileDialog::accept();
+    }
+
+private:
+    QStringList filters_;
+};
+
 std::optional<FileDialogChoice> Ask(const FileDialogRequest& request, QFileDialog::AcceptMode mode)
 {
-    QFileDialog dialog(DialogParent(), ToQString(request.title));
+    const QStringList filters = NameFilters(request.filters);
+    const QString folder = PathToQString(request.folder);
+    KindsByEnding kinds;
+    Dialog dialog(ToQString(request.title), QFileInfo(folder).isDir() ? folder : QString(), filters, kinds);
     dialog.setObjectName(ToQString(request.name));
     dialog.setAcceptMode(mode);
     dialog.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
-    dialog.setOption(QFileDialog::DontConfirmOverwrite);
-    const QStringList filters = NameFilters(request.filters);
-    dialog.setNameFilters(filters);
     dialog.selectNameFilter(
         filters.value(std::clamp<qsizetype>(request.filterIndex - 1, 0, filters.size() - 1)));
-    if (mode == QFileDialog::AcceptOpen) {
-        // A name typed without its ending means the file that is listed with it.
-        const auto setEnding = [&](const QString& filter) {
-            dialog.setDefaultSuffix(EndingOf(filter, filters));
-        };
-        setEnding(dialog.selectedNameFilter());
-        QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, setEnding);
-    }
-    if (!request.folder.empty())
-        dialog.setDirectory(PathToQString(request.folder));
     if (!request.offeredName.empty())
         dialog.selectFile(PathToQString(request.offeredName));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
