@@ -1,18 +1,22 @@
 #include "app/SaveTextAs.h"
 
 #include "app/ShowMessage.h"
+#include "platform/AsciiCase.h"
 #include "platform/Encoding.h"
 
 namespace kelvora {
 
 namespace {
 
+constexpr int TextFilter = 1;
 constexpr std::string_view TextEnding = ".txt";
 
-std::string WithEnding(std::string path)
+// With all files to choose from, what stands behind a dot may be any ending.
+std::string WithEnding(std::string path, int filterIndex)
 {
-    const std::size_t name = path.rfind('/') + 1;
-    return path.find('.', name) == std::string::npos ? path.append(TextEnding) : path;
+    const bool hasOne = filterIndex == TextFilter ? LowerCase(path).ends_with(TextEnding)
+                                                  : path.find('.', path.rfind('/') + 1) != std::string::npos;
+    return hasOne ? path : path.append(TextEnding);
 }
 
 bool MayWrite(const Program& program, const std::string& path)
@@ -33,7 +37,7 @@ void SaveTextAs(Program& program, const MessageId& title, std::string_view dialo
         {catalogue.Caption(title), program.main.OutInitDir, {}, filters, 1, std::string(dialogName)});
     if (!choice)
         return;
-    const std::string path = WithEnding(choice->path);
+    const std::string path = WithEnding(choice->path, choice->filterIndex);
     if (!MayWrite(program, path))
         return;
     try {

@@ -17,9 +17,12 @@ namespace {
 void SaveDump(SetupSession& session, const FlashImage& image)
 {
     Program& program = session.Shared();
-    const auto file = GetSaveFlashDumpAs(program, session.settings, {});
-    if (file)
-        WriteTextFileWithBackup(program.world.files, program.world.prompt, file->path, FormatDump(0, image));
+    PosCfg& settings = session.settings;
+    const std::string folder = settings.OutInitDir;
+    const auto file = GetSaveFlashDumpAs(program, settings, {});
+    if (file && !WriteTextFileWithBackup(program.world.files, program.world.prompt, file->path,
+                                         FormatDump(0, image)))
+        settings.OutInitDir = folder;
 }
 
 }  // namespace

@@ -40,9 +40,11 @@ std::size_t NameStart(std::string_view path)
     return slash == std::string_view::npos ? 0 : slash + 1;
 }
 
+// A dot in a name begins an ending only where the dialog knows it: "till 2.5" has none.
 std::string WithEnding(std::string path, int filterIndex, std::string_view ending)
 {
-    if (path.find('.', NameStart(path)) == std::string::npos)
+    const std::string name = LowerCase(std::string_view(path).substr(NameStart(path)));
+    if (!name.ends_with(ending) && !name.ends_with(TextEnding))
         path += filterIndex == TextFilter ? TextEnding : ending;
     return path;
 }

@@ -29,8 +29,9 @@ SetupFile MakeSetupFile(std::string path);
 std::string DisplayName(std::string_view path);
 
 /// Ask for a file to open, or a name to save under; folder and filter are remembered in `settings`. Nothing
-/// on Cancel. `current` is the window's file, offered unless it has none. A name that is typed for a new file
-/// is lower-cased and gets the filter's ending where it has none; replacing another file is asked first.
+/// on Cancel. `current` is the window's file, or the name that it may get, and is offered unless it is empty.
+/// A name that is typed for a new file is lower-cased and gets the filter's ending unless it has one that the
+/// dialog knows; replacing another file is asked first.
 std::optional<SetupFile> GetConfigFileName(Program& program, PosCfg& settings, std::string_view current,
                                            const MessageId& title = Message::OpenSetupTitle);
 std::optional<SetupFile> GetSaveConfigFileAs(Program& program, PosCfg& settings, std::string_view current);

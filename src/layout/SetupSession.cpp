@@ -99,15 +99,31 @@ bool SetupSession::SaveTo(const SetupFile& file)
     return true;
 }
 
+// Whether it was written; nothing when no name was given.
+std::optional<bool> SetupSession::Write(bool asksForName)
+{
+    if (!asksForName)
+        return SaveTo(file_);
+    const std::string folder = settings.OutInitDir;
+    const auto file =
+        GetSaveConfigFileAs(program_, settings, file_.path.empty() ? settings.Name : file_.path);
+    if (!file)
+        return std::nullopt;
+    const bool written = SaveTo(*file);
+    // Where nothing can be written is no place to begin the next time.
+    if (!written)
+        settings.OutInitDir = folder;
+    return written;
+}
+
 bool SetupSession::Save()
 {
-    return settings.FileName.empty() ? SaveAs() : SaveTo(file_);
+    return Write(settings.FileName.empty()).value_or(false);
 }
 
 bool SetupSession::SaveAs()
 {
-    const auto file = GetSaveConfigFileAs(program_, settings, file_.path);
-    return file && SaveTo(*file);
+    return Write(true).value_or(false);
 }
 
 Closing SetupSession::AskToClose(bool changed)
@@ -124,11 +140,10 @@ Closing SetupSession::AskToClose(bool changed)
         default:
             return Closing::Stay;
     }
-    const auto file = settings.FileName.empty() ? GetSaveConfigFileAs(program_, settings, file_.path)
-                                                : std::optional<SetupFile>(file_);
-    if (!file)
+    const auto written = Write(settings.FileName.empty());
+    if (!written)
         return Closing::Stay;
-    if (SaveTo(*file))
+    if (*written)
         return Closing::Saved;
     return program_.Show(Message::CloseUnsaved, YesNoStyle) == Answer::Yes ? Closing::Unsaved : Closing::Stay;
 }

@@ -84,6 +84,7 @@ public:
 
 private:
     bool SaveTo(const SetupFile& file);
+    std::optional<bool> Write(bool asksForName);
     void SetFile(const SetupFile& file);
 
     Program& program_;

@@ -78,6 +78,35 @@ TEST_F(Session, ClosingAsksSavesAndStaysAsTheAnswersSay)
     }
 }
 
+TEST_F(Session, ATypedNameKeepsItsDotsAndGetsAnEndingThatTheDialogKnows)
+{
+    const struct {
+        const char *typed, *saved;
+        int filter;
+    } rows[]{
+        {"/t/Till 2.5", "/t/till 2.5.dat", 1}, {"/t/till 2.5", "/t/till 2.5.txt", 2},
+        {"/t/Till.DAT", "/t/till.dat", 2},     {"/t.d/till", "/t.d/till.dat", 3},
+        {"/t/till.txt", "/t/till.txt", 1},
+    };
+    SetupSession session(program);
+    session.Load({});
+    for (const auto& row : rows) {
+        dialogs.choices.push_back({row.typed, "/t", row.filter});
+        EXPECT_TRUE(session.SaveAs()) << row.typed;
+        EXPECT_EQ(session.File().path, row.saved);
+        EXPECT_EQ("/" + session.settings.Name,
+                  std::string(row.saved).substr(std::string(row.saved).rfind('/')));
+    }
+    EXPECT_EQ(dialogs.asked.at(0).offeredName, "PosConfiguration1") << "a first name is that of the window";
+    EXPECT_EQ(dialogs.asked.at(1).offeredName, "/t/till 2.5.dat");
+
+    // Where nothing could be written, no dialog begins.
+    files.unwritable = {"/proc/x.dat"};
+    dialogs.choices.push_back({"/proc/x", "/proc", 1});
+    EXPECT_FALSE(session.SaveAs());
+    EXPECT_EQ(session.settings.OutInitDir, "/t");
+}
+
 TEST_F(Session, StartsWithTheProgramsDefaultsAndItsOwnNumber)
 {
     program.main.SetBaudRate(2);
