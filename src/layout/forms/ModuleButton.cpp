@@ -5,13 +5,16 @@
 #include <QPainter>
 #include <QPixmapCache>
 #include <QSvgRenderer>
+#include <utility>
 
 namespace kelvora {
 
 namespace {
 
-constexpr int FocusFrameWidth = 2;
-constexpr int FocusFrameRadius = 5;
+constexpr int FrameWidth = 2;
+constexpr int FrameRadius = 5;
+constexpr float FaintFrame = 0.5F;
+constexpr float HoverTint = 0.12F;
 
 }  // namespace
 
@@ -30,6 +33,12 @@ void ModuleButton::SetPicture(QByteArray svg)
     // Windows that show the same module share its picture.
     cacheKey_ = QString::fromLatin1(QCryptographicHash::hash(svg_, QCryptographicHash::Md5).toHex());
     update();
+}
+
+void ModuleButton::SetSelected(bool selected)
+{
+    if (std::exchange(selected_, selected) != selected)
+        update();
 }
 
 QSize ModuleButton::sizeHint() const
@@ -59,17 +68,21 @@ void ModuleButton::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
     painter.drawPixmap(rect(), Picture());
-    const bool hovered = underMouse() && isEnabled();
-    if (!hasFocus() && !hovered)
-        return;
+    QColor mark = palette().color(QPalette::Highlight);
     painter.setRenderHint(QPainter::Antialiasing);
-    QColor frame = palette().color(QPalette::Highlight);
-    if (!hasFocus())
-        frame.setAlphaF(0.5F);
-    painter.setPen(QPen(frame, FocusFrameWidth));
-    constexpr qreal Inset = FocusFrameWidth / 2.0;
-    painter.drawRoundedRect(QRectF(rect()).adjusted(Inset, Inset, -Inset, -Inset), FocusFrameRadius,
-                            FocusFrameRadius);
+    if (selected_) {
+        mark.setAlphaF(hasFocus() ? 1 : FaintFrame);
+        painter.setPen(QPen(mark, FrameWidth));
+    } else if (underMouse() && isEnabled()) {
+        // A frame would look like another selection.
+        mark.setAlphaF(HoverTint);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(mark);
+    } else {
+        return;
+    }
+    constexpr qreal Inset = FrameWidth / 2.0;
+    painter.drawRoundedRect(QRectF(rect()).adjusted(Inset, Inset, -Inset, -Inset), FrameRadius, FrameRadius);
 }
 
 void ModuleButton::keyPressEvent(QKeyEvent* event)

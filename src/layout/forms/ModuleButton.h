@@ -17,6 +17,9 @@ public:
     /// The device's picture as SVG text. Drawn when it is shown.
     void SetPicture(QByteArray svg);
 
+    /// The selected module has a frame: a full one while the keys go to it, else a faint one.
+    void SetSelected(bool selected);
+
     QSize sizeHint() const override;
 
 protected:
@@ -30,6 +33,7 @@ private:
 
     StripButton button_;
     QByteArray svg_;
+    bool selected_ = false;
     QString cacheKey_;  ///< of the picture, without its size
 };
 

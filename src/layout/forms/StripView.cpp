@@ -81,6 +81,12 @@ void StripView::MakeButton(StripButton button)
 
 void StripView::ShowModules(const ModuleList& modules)
 {
+    waiting_ = false;
+    Show(modules);
+}
+
+void StripView::Show(const ModuleList& modules)
+{
     modules_ = modules;
     strip_ = LayOutStrip(modules_);
     for (ModuleButton* button : buttons_) {
@@ -104,6 +110,7 @@ void StripView::ShowModules(const ModuleList& modules)
     }
     empty_->setVisible(strip_.empty());
     ShowEmptyText();
+    ShowSelection();
     Arrange();
 }
 
@@ -112,13 +119,19 @@ void StripView::SayWaiting(const QString& text)
     emptyText_->setText(text);
 }
 
+void StripView::ShowSelection()
+{
+    const auto selected = FocusedButton();
+    for (ModuleButton* button : buttons_)
+        button->SetSelected(button->Button() == selected);
+}
+
 void StripView::ShowWaiting(const QString& text)
 {
     // The buttons go one after the other: each would pass the focus on to the next.
-    const auto focused = focused_;
+    waiting_ = true;
     setFocus();
-    ShowModules({});
-    focused_ = focused;
+    Show({});
     emptyText_->setText(text);
     addMaster_->hide();
 }
@@ -161,6 +174,8 @@ void StripView::FocusButton(std::optional<StripButton> button)
         Button(*button).setFocus();
     else if (!strip_.empty())
         Button(strip_.front().button).setFocus();
+    else if (waiting_)
+        setFocus();
     else
         addMaster_->setFocus();
 }
@@ -191,8 +206,8 @@ std::optional<StripHit> StripView::HitAt(int x) const
 
 void StripView::focusInEvent(QFocusEvent* /*event*/)
 {
-    // The ground between the modules has nothing to do with keys; while placing it has.
-    if (!floating_)
+    // The ground between the modules has nothing to do with keys; while placing or waiting it has.
+    if (!floating_ && !waiting_)
         FocusButton(FocusedButton());
 }
 
@@ -299,6 +314,7 @@ bool StripView::eventFilter(QObject* watched, QEvent* event)
         return QWidget::eventFilter(watched, event);
     if (event->type() == QEvent::FocusIn && focused_ != button->Button()) {
         focused_ = button->Button();
+        ShowSelection();
         if (onFocusChange)
             onFocusChange();
     }

@@ -45,7 +45,7 @@ public:
     /// Sets all texts anew from the catalogue.
     void Retranslate();
 
-    /// The shown button that has the keyboard focus, or had it last in this window.
+    /// The selected button, which has a frame: it has the keyboard focus, or had it last in this window.
     std::optional<StripButton> FocusedButton() const;
 
     /// Called when another button gets the focus.
@@ -86,6 +86,8 @@ private:
     void MakeButton(StripButton button);
     void MakeEmptyState();
     void ShowEmptyText();
+    void Show(const ModuleList& modules);
+    void ShowSelection();
     void Arrange();
     void ArrangeFloating();
     void ShowTexts(ModuleButton& button);
@@ -99,6 +101,7 @@ private:
     ModuleList modules_;
     std::vector<PlacedButton> strip_;
     std::optional<StripButton> focused_;
+    bool waiting_ = false;  ///< for the modules of a scan
     std::optional<StripButton> floating_;
     std::optional<int> floatingX_;
     QElapsedTimer sinceDrop_;
