@@ -262,6 +262,17 @@ inline constexpr MessageId KeyRedo{698, "Redo change"};
 inline constexpr MessageId LineNeedsEightBits{
     883, "The port cannot be used with these settings. The terminal's line needs 8 data bits."};
 inline constexpr MessageId PortLost{885, "The port went away in the middle of the work."};
+// Lines of the status bar: how to stop what runs, and why something was not done.
+inline constexpr MessageId StopOperation{490, "Stop"};
+inline constexpr MessageId StopOperationTip{491, "Asks whether to stop what runs (Esc)"};
+inline constexpr MessageId NotClosedHint{
+    492, "Nothing is closed while the line is at work. Stop it first, or wait for its end."};
+inline constexpr MessageId MasterStaysHint{
+    493, "The main keyboard always stands first. Choose one of the other modules to move it."};
+inline constexpr MessageId KeypadStaysHint{
+    494, "The keypad leaves together with its chip card unit. Choose the unit to delete both."};
+inline constexpr MessageId ChooseModuleHint{495, "No module is chosen. Click one, or go to one by Tab."};
+
 inline constexpr MessageId UndoScan{886, "line scan"};
 inline constexpr MessageId ScanStatus{887, "Scanning COM"};
 inline constexpr MessageId ScanOperation{888, "Line Scan + Flash Upload"};

@@ -111,6 +111,26 @@ TEST_F(LayoutForm, EscAndLosingTheFocusPutEverythingBack)
     EXPECT_EQ(prompt.shown.size(), 1U);
 }
 
+TEST_F(LayoutForm, ACommandThatDoesNothingSaysWhy)
+{
+    AddMasterAndSlave();
+    Trigger(Command::LayoutMenuAddICCR);
+    Key(Qt::Key_Return);
+    const auto says = [&](StripButton button, Command command, const MessageId& hint) {
+        Strip().FocusButton(button);
+        Trigger(command);
+        EXPECT_EQ(window->Status().currentMessage().toStdString(), hint.fallback);
+        EXPECT_EQ(Shown().size(), 3U);
+        EXPECT_FALSE(window->ActiveSetup()->IsPlacing());
+    };
+    says(StripButton::Master, Command::LayoutMenuMove, Message::MasterStaysHint);
+    says(StripButton::Keypad, Command::LayoutMenuDel, Message::KeypadStaysHint);
+    Strip().FocusButton(StripButton::ICCR);
+    Trigger(Command::LayoutMenuDel);
+    EXPECT_TRUE(window->Status().currentMessage().isEmpty()) << "the hint goes with the next thing done";
+    EXPECT_EQ(Shown(), (Chain{Master, Slave}));
+}
+
 TEST_F(LayoutForm, DeleteAsksBeforeTheWholeChainGoes)
 {
     AddMasterAndSlave();

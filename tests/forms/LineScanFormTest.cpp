@@ -51,7 +51,13 @@ TEST_F(LineScanForm, ScanFillsTheWindowAndIsSavedAsAFile)
         for (const Command command : {Command::FileMenuScan, Command::FileMenuNew, Command::FileMenuClose,
                                       Command::ToolsMenuRescanLine, Command::LayoutMenuAddKBMASTER})
             EXPECT_FALSE(IsEnabled(command));
-        window->close();
+        for (QWidget* const closing : {static_cast<QWidget*>(window->ActiveSetup()->parentWidget()),
+                                       static_cast<QWidget*>(window.get())}) {
+            window->Status().clearMessage();
+            closing->close();
+            EXPECT_TRUE(closing->isVisible());
+            EXPECT_EQ(window->Status().currentMessage().toStdString(), Message::NotClosedHint.fallback);
+        }
         EXPECT_FALSE(closed);
     });
     EXPECT_TRUE(seen);
@@ -102,6 +108,8 @@ TEST_F(LineScanForm, ARescanIsOneStepBackAlsoWhenTheLineIsDead)
 
 TEST_F(LineScanForm, OnlyTerminateStopsIt)
 {
+    auto* const stop = window->Status().findChild<QAbstractButton*>("StopButton");
+    ASSERT_TRUE(stop);
     const struct {
         const char* why;
         std::function<void()> answer;
@@ -120,13 +128,24 @@ TEST_F(LineScanForm, OnlyTerminateStopsIt)
     for (const auto& row : rows) {
         Scan(Command::FileMenuScan, milliseconds(3000), [&] {
             QApplication::setActiveWindow(window.get());
-            QTest::keyClick(window.get(), Qt::Key_Escape);
+            EXPECT_TRUE(stop->isVisible());
+            // The key and the button ask for the same.
+            if (row.stops)
+                stop->click();
+            else
+                QTest::keyClick(window.get(), Qt::Key_Escape);
             ASSERT_TRUE(Abort() && Abort()->isVisible()) << row.why;
             EXPECT_FALSE(program.interruptionRequested);
             EXPECT_EQ(Abort()->findChild<QLabel*>("InfoLabel")->text().toStdString(),
                       "Line Scan + Flash Upload\n" + std::string(Message::AbortInfo.fallback));
             row.answer();
+            EXPECT_EQ(stop->isVisible(), !row.stops) << row.why;
         });
+        EXPECT_FALSE(stop->isVisible());
+        // What is chosen has the focus: Del goes there.
+        QApplication::setActiveWindow(window.get());
+        ASSERT_TRUE(Strip().FocusedButton()) << row.why;
+        EXPECT_TRUE(Strip().Button(*Strip().FocusedButton()).hasFocus()) << row.why;
         EXPECT_EQ(program.interruptionRequested, row.stops) << row.why;
         EXPECT_TRUE(!Abort() || !Abort()->isVisible()) << row.why;
         // What had been read stays: the map has come, the image has not.

@@ -132,6 +132,7 @@ void MDIForm1::Prepare(frmConfig& setup)
     setup.onChange = [this] { Refresh(); };
     setup.onFile = [this, &setup] { setups_.Remember(setup); };
     setup.onInterrupt = [this] { operation_.Interrupt(); };
+    setup.onHint = [this](const MessageId& hint) { ShowHint(hint); };
     setup.onLayoutMenu = [this](const QPoint& place) { menu_.Layout().popup(place); };
 }
 
@@ -219,6 +220,11 @@ void MDIForm1::Refresh()
                                            : PathToQString(setup->Session().File().path));
 }
 
+void MDIForm1::ShowHint(const MessageId& hint)
+{
+    status_->ShowHint(ToQString(program_.catalogue.Caption(hint)));
+}
+
 bool MDIForm1::IsIdle() const
 {
     const QString operation = status_->Operation().trimmed();
@@ -227,9 +233,10 @@ bool MDIForm1::IsIdle() const
 
 bool MDIForm1::MayShutDown()
 {
-    if (!IsIdle())
-        return false;
-    return setups_.MayCloseAll();
+    if (IsIdle())
+        return setups_.MayCloseAll();
+    ShowHint(Message::NotClosedHint);
+    return false;
 }
 
 void MDIForm1::ShutDown()

@@ -75,6 +75,7 @@ private:
     void ChangeLanguage(const std::string& language);
     void OpenWaitingFiles();
     bool IsIdle() const;
+    void ShowHint(const MessageId& hint);
 
     template <class Action>
     void On(Command command, Action action)

@@ -29,6 +29,7 @@ OperationView::OperationView(Program& program, StatusPanels& status, QWidget& wi
     escape_.setEnabled(false);
     escape_.setAutoRepeat(false);
     QObject::connect(&escape_, &QShortcut::activated, &window, [this] { Interrupt(); });
+    status_.onStop = [this] { Interrupt(); };
     program_.onOperation = [this] { ShowOperation(); };
     program_.onProgress = [this](const LineProgress& progress) { ShowProgress(progress); };
     program_.comms.Clock(WindowClock).onTick = [this] { KeepPointer(); };
@@ -36,6 +37,7 @@ OperationView::OperationView(Program& program, StatusPanels& status, QWidget& wi
 
 OperationView::~OperationView()
 {
+    status_.onStop = nullptr;
     program_.onOperation = nullptr;
     program_.onProgress = nullptr;
     program_.comms.Clock(WindowClock).onTick = nullptr;
@@ -46,6 +48,7 @@ void OperationView::ShowOperation()
 {
     const bool works = program_.busy && !program_.asking;
     escape_.setEnabled(works);
+    status_.ShowStop(works && !program_.interruptionRequested);
     status_.ShowProgress(NoProgress);
     status_.ShowOperation(ToQString(program_.busy ? program_.running.operation : program_.IdleText()));
     KeepPointer();
@@ -98,6 +101,7 @@ void OperationView::Interrupt()
             program_.running.status.clear();
             program_.running.operation = " " + program_.catalogue.Caption(Message::Stopping);
             status_.ShowStatus(QString());
+            status_.ShowStop(false);
             status_.ShowOperation(ToQString(program_.running.operation));
         };
     }

@@ -23,7 +23,8 @@ public:
     /// Called when an operation has begun or ended.
     std::function<void()> onChange;
 
-    /// The Esc key: asks whether the running operation is to stop; while none runs, tells what it is for.
+    /// The Esc key and the Stop button: asks whether the running operation is to stop; while none runs, tells
+    /// what it is for.
     void Interrupt();
 
 private:

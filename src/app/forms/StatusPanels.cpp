@@ -16,6 +16,9 @@ constexpr int FullProgress = 100;
 constexpr int ProgressWidth = 160;
 constexpr int PanelMargin = 8;
 
+// Time enough to read a line twice.
+constexpr int HintTimeMs = 10000;
+
 // A panel never asks for more room than this, in pixels: a long path must not widen the window.
 constexpr int PanelMinimumWidth = 60;
 
@@ -56,7 +59,8 @@ StatusPanels::StatusPanels(QWidget* parent)
       status_(AddPanel("StatusPanel", 2)),
       operation_(AddPanel("OperationPanel", 0)),
       simulated_(new QLabel(this)),
-      progress_(new QProgressBar(this))
+      progress_(new QProgressBar(this)),
+      stop_(new QToolButton(this))
 {
     simulated_->setObjectName(QStringLiteral("SimulatedPanel"));
     simulated_->hide();
@@ -66,6 +70,14 @@ StatusPanels::StatusPanels(QWidget* parent)
     progress_->setRange(0, FullProgress);
     progress_->hide();
     addPermanentWidget(progress_);
+    stop_->setObjectName(QStringLiteral("StopButton"));
+    stop_->setFocusPolicy(Qt::NoFocus);
+    stop_->hide();
+    connect(stop_, &QToolButton::clicked, this, [this] {
+        if (onStop)
+            onStop();
+    });
+    addPermanentWidget(stop_);
     addPermanentWidget(simulated_);
     setSizeGripEnabled(false);
     addPermanentWidget(new DragCorner(this));
@@ -80,6 +92,8 @@ StatusPanel* StatusPanels::AddPanel(const char* name, int stretch)
 
 void StatusPanels::ShowMode(const QString& text)
 {
+    // A hint has the place of the panels.
+    clearMessage();
     mode_->setText(text);
     mode_->setVisible(!text.isEmpty());
 }
@@ -98,6 +112,11 @@ void StatusPanels::ShowProgress(int percent)
     progress_->setVisible(shown);
 }
 
+void StatusPanels::ShowHint(const QString& text)
+{
+    showMessage(text, HintTimeMs);
+}
+
 void StatusPanels::Retranslate(const MessageCatalogue& catalogue)
 {
     const auto name = [&](StatusPanel& panel, const MessageId& message) {
@@ -110,6 +129,8 @@ void StatusPanels::Retranslate(const MessageCatalogue& catalogue)
     name(*status_, Message::StatusPanel);
     simulated_->setText(ToQString(catalogue.Caption(Message::SimulatedLine)));
     simulated_->setToolTip(ToQString(catalogue.Caption(Message::SimulatedLineTip)));
+    stop_->setText(ToQString(catalogue.Caption(Message::StopOperation)));
+    stop_->setToolTip(ToQString(catalogue.Caption(Message::StopOperationTip)));
     statusTip_ = status_->toolTip();
     ShowStatus(status_->text());
 }

@@ -4,6 +4,8 @@
 #include <QLabel>
 #include <QProgressBar>
 #include <QStatusBar>
+#include <QToolButton>
+#include <functional>
 
 #include "app/MessageCatalogue.h"
 #include "platform/qt/ElidedLabel.h"
@@ -32,6 +34,15 @@ public:
     /// 0 to 100; anything else hides the bar.
     void ShowProgress(int percent);
 
+    /// The button that stops what runs is there while it can be stopped.
+    void ShowStop(bool shown) { stop_->setVisible(shown); }
+
+    /// Called when that button is pressed.
+    std::function<void()> onStop;
+
+    /// Says for a few seconds, or until a panel is shown anew, why something was not done.
+    void ShowHint(const QString& text);
+
     /// Whether to say that the line is a simulated one.
     void ShowSimulated(bool simulated) { simulated_->setVisible(simulated); }
 
@@ -46,6 +57,7 @@ private:
     StatusPanel* operation_;
     QLabel* simulated_;
     QProgressBar* progress_;
+    QToolButton* stop_;
     QString statusTip_;
 };
 

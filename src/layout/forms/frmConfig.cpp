@@ -111,6 +111,12 @@ void frmConfig::Notify()
         onChange();
 }
 
+void frmConfig::Hint(const MessageId& hint) const
+{
+    if (onHint)
+        onHint(hint);
+}
+
 frmConfig::~frmConfig()
 {
     // The stack tells of its end like of any change, when nobody listens any more.
@@ -189,10 +195,11 @@ void frmConfig::LayoutMenuMove_Click()
 {
     const auto button = strip_->FocusedButton();
     if (!button)
-        return;
+        return Hint(Message::ChooseModuleHint);
     const ModuleKind kind = KindOfButton(MainButtonOf(*button));
-    if (HasChoice(kind, session_.document.Modules))
-        StartPlacing(kind, Message::UndoMove);
+    if (!HasChoice(kind, session_.document.Modules))
+        return Hint(Message::MasterStaysHint);
+    StartPlacing(kind, Message::UndoMove);
 }
 
 void frmConfig::StartPlacing(ModuleKind kind, const MessageId& undoName)
@@ -216,10 +223,10 @@ void frmConfig::LayoutMenuDel_Click()
 {
     const auto button = strip_->FocusedButton();
     if (!button)
-        return;
+        return Hint(Message::ChooseModuleHint);
     const Deletion deletion = PlanDeletion(session_.document.Modules, *button);
     if (deletion == Deletion::Nothing)
-        return;
+        return Hint(Message::KeypadStaysHint);
     if (deletion == Deletion::WholeChain &&
         session_.Shared().Show(Message::DeleteMaster, YesNoStyle) != Answer::Yes)
         return;
@@ -390,10 +397,10 @@ void frmConfig::ShowTitle()
 
 void frmConfig::closeEvent(QCloseEvent* event)
 {
-    if (mayCloseUnasked_ || MayClose())
-        event->accept();
-    else
-        event->ignore();
+    const bool closes = mayCloseUnasked_ || MayClose();
+    event->setAccepted(closes);
+    if (!closes && session_.Shared().busy)
+        Hint(Message::NotClosedHint);
 }
 
 void frmConfig::keyPressEvent(QKeyEvent* event)

@@ -35,6 +35,9 @@ public:
     /// Called with the Esc key.
     std::function<void()> onInterrupt;
 
+    /// Called with a line on why a command, or the wish to close the window, does nothing.
+    std::function<void(const MessageId& hint)> onHint;
+
     /// Called when the Layout menu is wanted at a place, the module that it is for having the focus.
     std::function<void(const QPoint& globalPosition)> onLayoutMenu;
 
@@ -103,6 +106,7 @@ private:
     void StartPlacing(ModuleKind kind, const MessageId& undoName);
     void AfterSaving(bool saved);
     void Notify();
+    void Hint(const MessageId& hint) const;
     void EditKeyMap(ModuleKind kind);
     void Scan();
     void TellOfScan(const ScanOutcome& outcome, bool canUndo);
