@@ -254,7 +254,9 @@ inline constexpr MessageId OpenElsewhere{
     680, "This file is open in another window. Close it there first, or choose another name."};
 inline constexpr MessageId KeyMapUnfit{
     695, "This key map does not fit this keyboard. Set the keyboard defaults to edit it."};
-inline constexpr MessageId KeyHintMore{696, "Shift and Ctrl choose more keys, Ctrl+Z takes a step back."};
+inline constexpr MessageId KeyHintMore{
+    696,
+    "Shift and Ctrl choose more keys, Ctrl+Z takes a step back. Esc closes without keeping the changes."};
 inline constexpr MessageId KeyUndo{697, "Undo change"};
 inline constexpr MessageId KeyRedo{698, "Redo change"};
 
