@@ -398,6 +398,8 @@ inline constexpr MessageId MonitorEmpty{767,
                                         "Nothing has been sent or received since the monitor was opened."};
 inline constexpr MessageId FileNotWritten{768, "The file could not be written:"};
 inline constexpr MessageId PortHolder{769, "The program that holds it: "};
+inline constexpr MessageId FileNotSaved{496, "The file could not be saved."};
+inline constexpr MessageId FileNotOpened{497, "The file could not be opened."};
 
 // Why no flash image can be built; in the order of BuildRefusal::Reason.
 inline constexpr MessageId RefusedRepeatedKind{

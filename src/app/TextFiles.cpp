@@ -9,10 +9,13 @@ namespace kelvora {
 
 namespace {
 
-void ShowFileError(Prompt& prompt, const FileError& error)
+// Which file, why, and what did not come of it.
+void ShowFileError(const Program& program, const FileError& error, const MessageId& outcome)
 {
-    prompt.Show(ProductName, "File " + TextFromPath(error.Path()) + "\r\n" + error.what(),
-                {BoxIcon::Exclamation});
+    program.world.prompt.Show(ProductName,
+                              "File " + TextFromPath(error.Path()) + "\r\n" + error.what() + "\r\n\r\n" +
+                                  program.catalogue.Caption(outcome),
+                              {BoxIcon::Exclamation});
 }
 
 }  // namespace
@@ -26,14 +29,14 @@ std::string BackupName(const std::string& path)
     return (dot == std::string::npos || dot < nameStart ? path : path.substr(0, dot)) + ".bak";
 }
 
-std::optional<std::string> ReadTextFile(const Files& files, Prompt& prompt, const std::string& path)
+std::optional<std::string> ReadTextFile(const Program& program, const std::string& path)
 {
     try {
-        return files.Read(path);
+        return program.world.files.Read(path);
     } catch (const FileError& error) {
-        ShowFileError(prompt, error);
+        ShowFileError(program, error, Message::FileNotOpened);
     } catch (const std::bad_alloc&) {
-        ShowFileError(prompt, FileError(path, "Cannot allocate memory"));
+        ShowFileError(program, FileError(path, "Cannot allocate memory"), Message::FileNotOpened);
     }
     return std::nullopt;
 }
@@ -45,6 +48,8 @@ void SaveTextFile(Files& files, const std::string& path, const std::string& text
         try {
             files.Copy(path, backup);
         } catch (const FileError& error) {
+            if (error.Path() == path)
+                throw;
             // The user has named the file, not its backup.
             throw FileError(path,
                             "its backup cannot be written, " + TextFromPath(backup) + ": " + error.what());
@@ -53,13 +58,13 @@ void SaveTextFile(Files& files, const std::string& path, const std::string& text
     files.Write(path, text + "\r\n");
 }
 
-bool WriteTextFileWithBackup(Files& files, Prompt& prompt, const std::string& path, const std::string& text)
+bool WriteTextFileWithBackup(Program& program, const std::string& path, const std::string& text)
 {
     try {
-        SaveTextFile(files, path, text);
+        SaveTextFile(program.world.files, path, text);
         return true;
     } catch (const FileError& error) {
-        ShowFileError(prompt, error);
+        ShowFileError(program, error, Message::FileNotSaved);
         return false;
     }
 }

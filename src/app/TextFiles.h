@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "app/Program.h"
 #include "platform/Files.h"
-#include "platform/Prompt.h"
 
 namespace kelvora {
 
@@ -13,13 +13,13 @@ namespace kelvora {
 std::string BackupName(const std::string& path);
 
 /// The whole text of a file; nothing, after a message box, when it cannot be read.
-std::optional<std::string> ReadTextFile(const Files& files, Prompt& prompt, const std::string& path);
+std::optional<std::string> ReadTextFile(const Program& program, const std::string& path);
 
 /// Copies an existing file to its backup name, then makes `text` and a CR LF its content. Throws FileError;
-/// the file is then as it was.
+/// the file is then as it was. The error names the path that is wrong, and tells when that is the backup's.
 void SaveTextFile(Files& files, const std::string& path, const std::string& text);
 
 /// SaveTextFile, with a message box when it fails. Returns whether the file was written.
-bool WriteTextFileWithBackup(Files& files, Prompt& prompt, const std::string& path, const std::string& text);
+bool WriteTextFileWithBackup(Program& program, const std::string& path, const std::string& text);
 
 }  // namespace kelvora

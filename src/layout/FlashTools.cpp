@@ -20,8 +20,7 @@ void SaveDump(SetupSession& session, const FlashImage& image)
     PosCfg& settings = session.settings;
     const std::string folder = settings.OutInitDir;
     const auto file = GetSaveFlashDumpAs(program, settings, {});
-    if (file && !WriteTextFileWithBackup(program.world.files, program.world.prompt, file->path,
-                                         FormatDump(0, image)))
+    if (file && !WriteTextFileWithBackup(program, file->path, FormatDump(0, image)))
         settings.OutInitDir = folder;
 }
 
@@ -59,7 +58,7 @@ std::optional<OpenedDump> OpenDump(SetupSession& session)
         return std::nullopt;
     settings.OutInitDir = choice->folder;
     settings.OutFilterIndex = static_cast<std::int16_t>(choice->filterIndex);
-    const auto text = ReadTextFile(program.world.files, program.world.prompt, choice->path);
+    const auto text = ReadTextFile(program, choice->path);
     if (!text)
         return std::nullopt;
     try {

@@ -149,7 +149,7 @@ void CopyDialogFolders(const PosCfg& from, PosCfg& to)
 
 std::optional<OpenedSetup> OpenSetup(Program& program, const SetupFile& file)
 {
-    const auto text = ReadTextFile(program.world.files, program.world.prompt, file.path);
+    const auto text = ReadTextFile(program, file.path);
     if (!text)
         return std::nullopt;
     try {
@@ -165,7 +165,7 @@ std::optional<OpenedSetup> OpenSetup(Program& program, const SetupFile& file)
 
 std::optional<SetupDocument> ReadOtherSetup(Program& program, const std::string& path)
 {
-    const auto text = ReadTextFile(program.world.files, program.world.prompt, path);
+    const auto text = ReadTextFile(program, path);
     if (!text)
         return std::nullopt;
     try {
@@ -180,8 +180,7 @@ std::optional<SetupDocument> ReadOtherSetup(Program& program, const std::string&
 
 bool SaveSetup(Program& program, const SetupDocument& document, const std::string& path)
 {
-    return WriteTextFileWithBackup(program.world.files, program.world.prompt, path,
-                                   WriteSetup(document.Modules));
+    return WriteTextFileWithBackup(program, path, WriteSetup(document.Modules));
 }
 
 }  // namespace kelvora

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "fakes/FakeEventLoop.h"
+#include "fakes/FakeFileDialogs.h"
 #include "fakes/FakeFiles.h"
 #include "fakes/FakePrompt.h"
 
@@ -19,37 +21,47 @@ TEST(TextFiles, NameTheirBackup)
         EXPECT_EQ(BackupName(path), backup);
 }
 
-TEST(TextFiles, SavingKeepsThePreviousText)
-{
+class TextFilesOfAProgram : public testing::Test {
+protected:
     FakeFiles files;
     FakePrompt prompt;
-    EXPECT_TRUE(WriteTextFileWithBackup(files, prompt, "a.dat", "one"));
+    FakeFileDialogs dialogs;
+    FakeEventLoop loop;
+    Program program{{files, prompt, dialogs, loop, {}}, {}};
+};
+
+TEST_F(TextFilesOfAProgram, SavingKeepsThePreviousText)
+{
+    EXPECT_TRUE(WriteTextFileWithBackup(program, "a.dat", "one"));
     EXPECT_EQ(files.content, (Content{{"a.dat", "one\r\n"}})) << "there was nothing to keep";
-    EXPECT_TRUE(WriteTextFileWithBackup(files, prompt, "a.dat", "two"));
+    EXPECT_TRUE(WriteTextFileWithBackup(program, "a.dat", "two"));
     EXPECT_EQ(files.content, (Content{{"a.dat", "two\r\n"}, {"a.bak", "one\r\n"}}));
     files.unreadable = {"a.bak"};
-    EXPECT_TRUE(WriteTextFileWithBackup(files, prompt, "a.bak", "its own backup is not copied"));
+    EXPECT_TRUE(WriteTextFileWithBackup(program, "a.bak", "its own backup is not copied"));
     EXPECT_TRUE(prompt.shown.empty());
 }
 
-TEST(TextFiles, FailuresAreShownAndLeaveTheFile)
+TEST_F(TextFilesOfAProgram, FailuresAreShownAndLeaveTheFile)
 {
-    FakeFiles files;
-    FakePrompt prompt;
     files.content = {{"a.dat", "old"}, {"a.bak", "older"}};
     struct Row {
-        std::string unwritable, shown;
+        std::set<std::string> unwritable, unreadable;
+        std::string shown;
     };
-    for (const Row& row : {Row{"a.dat", "No space left on device"},
-                           Row{"a.bak", "its backup cannot be written, a.bak: No space left on device"}}) {
-        files.unwritable = {row.unwritable};
-        EXPECT_FALSE(WriteTextFileWithBackup(files, prompt, "a.dat", "new"));
-        EXPECT_EQ(ReadTextFile(files, prompt, "a.dat"), "old");
-        EXPECT_EQ(prompt.shown.back().body, "File a.dat\r\n" + row.shown);
+    for (const Row& row : {Row{{"a.dat"}, {}, "No space left on device"},
+                           Row{{"a.bak"}, {}, "its backup cannot be written, a.bak: No space left on device"},
+                           Row{{}, {"a.dat"}, "Permission denied"}}) {
+        files.unwritable = row.unwritable;
+        files.unreadable = row.unreadable;
+        EXPECT_FALSE(WriteTextFileWithBackup(program, "a.dat", "new"));
+        EXPECT_EQ(files.content.at("a.dat"), "old");
+        EXPECT_EQ(prompt.shown.back().body,
+                  "File a.dat\r\n" + row.shown + "\r\n\r\nThe file could not be saved.");
     }
-    EXPECT_EQ(ReadTextFile(files, prompt, "b.dat"), std::nullopt);
-    ASSERT_EQ(prompt.shown.size(), 3U);
-    EXPECT_EQ(prompt.shown[2].title, "Kelvora");
-    EXPECT_EQ(prompt.shown[2].body, "File b.dat\r\nNo such file or directory");
-    EXPECT_EQ(prompt.shown[2].style.icon, BoxIcon::Exclamation);
+    EXPECT_EQ(ReadTextFile(program, "b.dat"), std::nullopt);
+    ASSERT_EQ(prompt.shown.size(), 4U);
+    EXPECT_EQ(prompt.shown[3].title, "Kelvora");
+    EXPECT_EQ(prompt.shown[3].body,
+              "File b.dat\r\nNo such file or directory\r\n\r\nThe file could not be opened.");
+    EXPECT_EQ(prompt.shown[3].style.icon, BoxIcon::Exclamation);
 }

@@ -158,7 +158,8 @@ TEST_F(SetupWindow, FailedWriteKeepsTheWindowUnlessTheUserLetsItGo)
     Trigger(Command::FileMenuSave);
     ASSERT_EQ(prompt.shown.size(), 1U);
     EXPECT_EQ(prompt.shown[0].body,
-              "File " + PathFromQString(folder.path()) + "/missing/x.dat\r\nNo such file or directory");
+              "File " + PathFromQString(folder.path()) +
+                  "/missing/x.dat\r\nNo such file or directory\r\n\r\nThe file could not be saved.");
     EXPECT_TRUE(window->ActiveSetup()->Session().settings.FileName.empty());
     saveInto("/New Till");
     Trigger(Command::FileMenuSave);

@@ -39,7 +39,7 @@ void frmEeprom::WriteBackCommand_Click()
                                                          "cdgOpenIdentities"});
     if (!choice)
         return;
-    const auto text = ReadTextFile(program_.world.files, program_.world.prompt, choice->path);
+    const auto text = ReadTextFile(program_, choice->path);
     if (!text)
         return;
     try {
