@@ -133,9 +133,9 @@ inline constexpr MessageId ToolDumpUpload{426, "Upload Image"};
 inline constexpr MessageId ToolDumpUploadTip{427, "Save the device's flash image to a file"};
 
 // Key mapping forms.
-inline constexpr MessageId Keyb64Title{520, "Extension Keyboard"};
-inline constexpr MessageId Keyb96Title{521, "Main Keyboard"};
-inline constexpr MessageId KeybICCRTitle{522, "Chip Card Unit Keypad"};
+inline constexpr MessageId Keyb64Title{520, "Extension Keyboard (KM064)"};
+inline constexpr MessageId Keyb96Title{521, "Main Keyboard (KM096)"};
+inline constexpr MessageId KeybICCRTitle{522, "Chip Card Unit Keypad (ICCR)"};
 inline constexpr MessageId KeyWord{523, "Key "};
 inline constexpr MessageId UnusedCheck{524, "Unused key (disabled)"};
 inline constexpr MessageId KeyTypeSingle{525, "Single key"};
@@ -182,8 +182,8 @@ inline constexpr MessageId WindowMenuTile{616, "&Tile"};
 inline constexpr MessageId WindowMenuNext{617, "Ne&xt Window"};
 inline constexpr MessageId WindowMenuPrevious{618, "Pre&vious Window"};
 inline constexpr MessageId WindowMenuCloseAll{619, "Close &All"};
-inline constexpr MessageId EmptyStrip{620,
-                                      "This setup has no modules yet. Add the master keyboard to begin."};
+inline constexpr MessageId EmptyStrip{
+    620, "This setup has no modules yet. Add the main keyboard (KM096) to begin."};
 inline constexpr MessageId EmptyMain{621,
                                      "Open a setup file, start a new one, scan a line, or drop a file here."};
 inline constexpr MessageId MasterCaption{622, "Composite Keyboard"};
@@ -193,6 +193,8 @@ inline constexpr MessageId SlaveCaption{625, "Slave Keyboard"};
 inline constexpr MessageId McrCaption{626, "MCR"};
 inline constexpr MessageId IccrCaption{627, "ICCR"};
 inline constexpr MessageId KeypadCaption{628, "Keypad"};
+inline constexpr MessageId McrName{498, "Badge Reader (MCR)"};
+inline constexpr MessageId IccrName{499, "Chip Card Unit (ICCR)"};
 inline constexpr MessageId ClickToEdit{629, "Click to set the key types"};
 inline constexpr MessageId OptionsMenu{630, "&Options..."};
 inline constexpr MessageId OptionsTitle{631, "Options"};
@@ -247,7 +249,7 @@ inline constexpr MessageId ViewMenuStatusBar{672, "&Status Bar"};
 inline constexpr MessageId EepromWizard{673, "&Eeprom Wizard..."};
 inline constexpr MessageId FiscalSummary{674, "Fiscal"};
 inline constexpr MessageId FirstKeySummary{676, "Keys from "};
-inline constexpr MessageId AddMasterNow{677, "Add &Master Keyboard"};
+inline constexpr MessageId AddMasterNow{677, "Add &Main Keyboard"};
 inline constexpr MessageId ToolDump{678, "Dump"};
 inline constexpr MessageId ToolDumpTip{679, "Save flash dump to file"};
 inline constexpr MessageId OpenElsewhere{
@@ -260,10 +262,6 @@ inline constexpr MessageId KeyHintMore{
 inline constexpr MessageId KeyUndo{697, "Undo change"};
 inline constexpr MessageId KeyRedo{698, "Redo change"};
 
-// The line: ports, the scan, the simulated line.
-inline constexpr MessageId LineNeedsEightBits{
-    883, "The port cannot be used with these settings. The terminal's line needs 8 data bits."};
-inline constexpr MessageId PortLost{885, "The port went away in the middle of the work."};
 // Lines of the status bar: how to stop what runs, and why something was not done.
 inline constexpr MessageId StopOperation{490, "Stop"};
 inline constexpr MessageId StopOperationTip{491, "Asks whether to stop what runs (Esc)"};
@@ -275,6 +273,10 @@ inline constexpr MessageId KeypadStaysHint{
     494, "The keypad leaves together with its chip card unit. Choose the unit to delete both."};
 inline constexpr MessageId ChooseModuleHint{495, "No module is chosen. Click one, or go to one by Tab."};
 
+// The line: ports, the scan, the simulated line.
+inline constexpr MessageId LineNeedsEightBits{
+    883, "The port cannot be used with these settings. The terminal's line needs 8 data bits."};
+inline constexpr MessageId PortLost{885, "The port went away in the middle of the work."};
 inline constexpr MessageId UndoScan{886, "line scan"};
 inline constexpr MessageId ScanStatus{887, "Scanning COM"};
 inline constexpr MessageId ScanOperation{888, "Line Scan + Flash Upload"};
@@ -396,10 +398,10 @@ inline constexpr MessageId MonitorSaveAs{765, "&Save As..."};
 inline constexpr MessageId MonitorSaveTitle{766, "Save Line Monitor As"};
 inline constexpr MessageId MonitorEmpty{767,
                                         "Nothing has been sent or received since the monitor was opened."};
-inline constexpr MessageId FileNotWritten{768, "The file could not be written:"};
-inline constexpr MessageId PortHolder{769, "The program that holds it: "};
 inline constexpr MessageId FileNotSaved{496, "The file could not be saved."};
 inline constexpr MessageId FileNotOpened{497, "The file could not be opened."};
+inline constexpr MessageId FileNotWritten{768, "The file could not be written:"};
+inline constexpr MessageId PortHolder{769, "The program that holds it: "};
 
 // Why no flash image can be built; in the order of BuildRefusal::Reason.
 inline constexpr MessageId RefusedRepeatedKind{

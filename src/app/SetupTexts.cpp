@@ -97,6 +97,22 @@ std::string ModuleCaption(const MessageCatalogue& catalogue, ModuleKind kind)
     return kind == ModuleKind::None ? std::string() : catalogue.Caption(RowOf(ModuleTexts, kind));
 }
 
+std::string ModuleName(const MessageCatalogue& catalogue, ModuleKind kind)
+{
+    switch (kind) {
+        case ModuleKind::KM096:
+            return catalogue.Caption(Message::Keyb96Title);
+        case ModuleKind::KM064:
+            return catalogue.Caption(Message::Keyb64Title);
+        case ModuleKind::MCR:
+            return catalogue.Caption(Message::McrName);
+        case ModuleKind::ICCR:
+            return catalogue.Caption(Message::IccrName);
+        default:
+            return {};
+    }
+}
+
 // "Slave Keyboard: ", or nothing.
 std::string ModuleHeading(const MessageCatalogue& catalogue, ModuleKind kind, std::string_view mark)
 {

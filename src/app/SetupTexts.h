@@ -24,6 +24,10 @@ inline constexpr std::string_view BecomesMark = " -> ";
 /// The name of a module as its button bears it; empty for None.
 std::string ModuleCaption(const MessageCatalogue& catalogue, ModuleKind kind);
 
+/// What a module is, with the name that stands on it: "Extension Keyboard (KM064)". Empty for what has no
+/// button of its own in the strip.
+std::string ModuleName(const MessageCatalogue& catalogue, ModuleKind kind);
+
 /// "Slave Keyboard: ", with `mark` behind the name; empty for None.
 std::string ModuleHeading(const MessageCatalogue& catalogue, ModuleKind kind, std::string_view mark);
 

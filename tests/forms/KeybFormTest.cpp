@@ -61,7 +61,7 @@ TEST_F(KeybForm, QuitStoresTheBareMap)
     settings.Name = "till";
     Open(ModuleKind::KM064, std::string(64, '1'), 'a');
     EXPECT_EQ(form->objectName(), "frmKeyb64");
-    EXPECT_EQ(FromQString(form->windowTitle()), "Extension Keyboard - till");
+    EXPECT_EQ(FromQString(form->windowTitle()), "Extension Keyboard (KM064) - till");
     EXPECT_EQ(Caption(), "Key ?");
     EXPECT_FALSE(Button("UnusedCheck")->isEnabled() || Button("KeyTypeOption0")->isEnabled());
     EXPECT_EQ(Button("Keys63")->text(), "160");

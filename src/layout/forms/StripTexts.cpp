@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "app/SetupTexts.h"
 #include "keymap/Models.h"
 #include "platform/qt/Text.h"
 #include "setup/Options.h"
@@ -82,6 +83,8 @@ QString StripDetails(const MessageCatalogue& catalogue, StripButton button, cons
 QString StripTip(const MessageCatalogue& catalogue, StripButton button, const ModuleList& modules)
 {
     QStringList lines{StripCaption(catalogue, button)};
+    if (IsMainButton(button))
+        lines << ToQString(ModuleName(catalogue, KindOfButton(button)));
     if (const QString details = StripDetails(catalogue, button, modules); !details.isEmpty())
         lines << details;
     if (OpensKeyMap(button))

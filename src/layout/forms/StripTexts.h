@@ -20,7 +20,7 @@ QString StripSummary(const MessageCatalogue& catalogue, StripButton button, cons
 /// The summary and the options that have no room in it, a line each.
 QString StripDetails(const MessageCatalogue& catalogue, StripButton button, const ModuleList& modules);
 
-/// The tool tip: caption, details, and what a click does.
+/// The tool tip: caption, name, details, and what a click does.
 QString StripTip(const MessageCatalogue& catalogue, StripButton button, const ModuleList& modules);
 
 }  // namespace kelvora

@@ -10,6 +10,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "app/SetupTexts.h"
 #include "platform/qt/Text.h"
 #include "setup/DeviceCode.h"
 #include "setup/Options.h"
@@ -20,6 +21,11 @@ namespace {
 
 constexpr std::array<std::uint8_t, 3> TrackCodes{DeviceCode::MCR123, DeviceCode::MCR12, DeviceCode::MCR23};
 constexpr std::array<const char*, 3> TrackTexts{"1, 2, 3", "1, 2", "2, 3"};
+
+QString OptionsTitle(const MessageCatalogue& catalogue, ModuleKind kind)
+{
+    return ToQString(ModuleName(catalogue, kind) + ": " + catalogue.Caption(Message::OptionsTitle));
+}
 
 QDialogButtonBox* AddButtons(QDialog& dialog, QVBoxLayout& layout)
 {
@@ -49,7 +55,7 @@ frmMcrOptions::frmMcrOptions(const MessageCatalogue& catalogue, const McrOptions
 {
     const auto text = [&](const MessageId& id) { return ToQString(catalogue.Caption(id)); };
     setObjectName(QStringLiteral("frmMcrOptions"));
-    setWindowTitle(text(Message::McrCaption) + QStringLiteral(": ") + text(Message::OptionsTitle));
+    setWindowTitle(OptionsTitle(catalogue, ModuleKind::MCR));
     auto* layout = new QVBoxLayout(this);
     auto* tracksFrame = new QGroupBox(text(Message::OptionTracks), this);
     auto* tracksLayout = new QHBoxLayout(tracksFrame);
@@ -123,8 +129,7 @@ frmMasterOptions::frmMasterOptions(const MessageCatalogue& catalogue, const Mast
       hasBacklight_(options.backlight.has_value())
 {
     setObjectName(QStringLiteral("frmMasterOptions"));
-    setWindowTitle(ToQString(catalogue.Caption(Message::MasterCaption) + ": " +
-                             catalogue.Caption(Message::OptionsTitle)));
+    setWindowTitle(OptionsTitle(catalogue, ModuleKind::KM096));
     fiscal_->setObjectName(QStringLiteral("FiscalCheck"));
     fiscal_->setChecked(options.fiscal);
     backlight_->setObjectName(QStringLiteral("BacklightCheck"));
