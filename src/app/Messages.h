@@ -265,12 +265,10 @@ inline constexpr MessageId KeyRedo{698, "Redo change"};
 // Lines of the status bar: how to stop what runs, and why something was not done.
 inline constexpr MessageId StopOperation{490, "Stop"};
 inline constexpr MessageId StopOperationTip{491, "Asks whether to stop what runs (Esc)"};
-inline constexpr MessageId NotClosedHint{
-    492, "Nothing is closed while the line is at work. Stop it first, or wait for its end."};
-inline constexpr MessageId MasterStaysHint{
-    493, "The main keyboard always stands first. Choose one of the other modules to move it."};
-inline constexpr MessageId KeypadStaysHint{
-    494, "The keypad leaves together with its chip card unit. Choose the unit to delete both."};
+inline constexpr MessageId NotClosedHint{492, "The line is at work: stop it before you close."};
+inline constexpr MessageId MasterStaysHint{493, "The main keyboard always stands first; it cannot be moved."};
+inline constexpr MessageId KeypadStaysHint{494,
+                                           "The keypad is part of the chip card unit: delete that instead."};
 inline constexpr MessageId ChooseModuleHint{495, "No module is chosen. Click one, or go to one by Tab."};
 
 // The line: ports, the scan, the simulated line.
