@@ -1,10 +1,12 @@
 #include "platform/qt/QtFileDialogs.h"
 
+#include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QFileIconProvider>
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QMimeDatabase>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <algorithm>
 
@@ -63,21 +65,38 @@ public:
         setIconProvider(&kinds);
         setOption(QFileDialog::DontConfirmOverwrite);
         setNameFilters(filters);
+        if (QLineEdit* const name = NameField())
+            connect(name, &QLineEdit::textChanged, this, [this] { AllowMissingEnding(); });
     }
 
-    // A name typed without its ending means the file that is listed with it.
     void accept() override
     {
-        auto* const name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-        const QString typed = selectedFiles().value(0);
-        const QString ending = "." + EndingOf(selectedNameFilter(), filters_);
-        if (acceptMode() == AcceptOpen && name && !QFileInfo::exists(typed) &&
-            QFileInfo::exists(typed + ending))
-            name->setText(name->text() + ending);
+        if (const QString ending = MissingEnding(); !ending.isEmpty())
+            NameField()->setText(NameField()->text() + ending);
         QFileDialog::accept();
     }
 
 private:
+    QLineEdit* NameField() const { return findChild<QLineEdit*>(QStringLiteral("fileNameEdit")); }
+
+    // A name typed without its ending means the file that is listed with it, dots in the name or not.
+    QString MissingEnding() const
+    {
+        const QString typed = selectedFiles().value(0);
+        const QString ending = "." + EndingOf(selectedNameFilter(), filters_);
+        const bool misses = acceptMode() == AcceptOpen && NameField() && !QFileInfo::exists(typed) &&
+                            QFileInfo::exists(typed + ending);
+        return misses ? ending : QString();
+    }
+
+    // The dialog itself takes such a name for one that is not there.
+    void AllowMissingEnding()
+    {
+        const auto* const buttons = findChild<QDialogButtonBox*>();
+        if (QPushButton* const ok = buttons ? buttons->button(QDialogButtonBox::Open) : nullptr)
+            ok->setEnabled(ok->isEnabled() || !MissingEnding().isEmpty());
+    }
+
     QStringList filters_;
 };
 
