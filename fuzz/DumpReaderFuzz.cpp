@@ -1,5 +1,5 @@
 // Any bytes as a flash dump, and whole dumps with any bytes put into them: an error that names a line of the
-// text, or an image that is written and read back as it is.
+// text, or an image and a head that are written and read back as they are.
 
 #include <algorithm>
 #include <cstddef>
@@ -22,16 +22,14 @@ void CheckText(std::string_view text)
 {
     try {
         const FlashDump dump = ReadDump(text);
-        std::string written;
-        if (dump.deviceMap) {
-            Require(dump.deviceMap->deviceMap.size() <= 7, "at most seven modules");
-            written = FormatDeviceMapDump(*dump.deviceMap);
-            if (const auto origin = OriginOf(dump.deviceMap->title))
-                Require(BackupTitle(*origin) == dump.deviceMap->title, "the title's one form");
+        if (const auto& map = dump.head.deviceMap) {
+            Require(map->deviceMap.size() <= 7, "at most seven modules");
+            if (const auto origin = OriginOf(map->title))
+                Require(BackupTitle(*origin) == map->title, "the title's one form");
         }
-        const FlashDump again = ReadDump(written + FormatDump(0, dump.image));
+        const FlashDump again = ReadDump(FormatFlashDump(dump));
         Require(again.image == dump.image, "the image reads back");
-        Require(again.deviceMap == dump.deviceMap, "the device map reads back");
+        Require(again.head == dump.head, "what it says of itself reads back");
     } catch (const DumpError& error) {
         const auto lines = static_cast<std::size_t>(std::ranges::count(text, '\n')) + 1;
         Require(error.Line() >= 1 && error.Line() <= lines + 1,
@@ -50,7 +48,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     FlashImage image{};
     std::copy_n(data, std::min(size, FlashSize), image.begin());
-    const std::string dump = FormatDump(0, image);
+    const std::string dump =
+        FormatFlashDump({image, {std::nullopt, DumpKind::Device, std::string(text.substr(0, 40)), {}}});
     CheckText(std::string(text).append("\n").append(dump));
     // The bytes in the place of as many others, within or around a line.
     const std::size_t at = (data[0] * 256U + data[1]) % dump.size();

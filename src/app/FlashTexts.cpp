@@ -20,9 +20,10 @@ constexpr std::array NoticeTexts{Message::TakenEmptyImage,    Message::TakenModu
                                  Message::TakenTableNotFound, Message::TakenErasedKey,
                                  Message::TakenInvalidKeyMap, Message::TakenSeparatorNotCarried};
 constexpr std::array UnheldTexts{Message::UnheldKey, Message::UnheldSeparator};
-constexpr std::array DumpTexts{Message::DumpForm,         Message::DumpDigits,     Message::DumpAddress,
-                               Message::DumpCharacters,   Message::DumpMissingEnd, Message::DumpAfterEnd,
-                               Message::DumpDeviceMapSize};
+constexpr std::array DumpTexts{Message::DumpForm,          Message::DumpDigits,        Message::DumpAddress,
+                               Message::DumpCharacters,    Message::DumpMissingEnd,    Message::DumpAfterEnd,
+                               Message::DumpDeviceMapSize, Message::DumpDeviceMapCode, Message::DumpKindForm,
+                               Message::DumpCrcForm,       Message::DumpCrc,           Message::DumpMapCrc};
 constexpr std::array ImageChangeTexts{Message::ChangeBytes,  Message::ChangeFiscal,
                                       Message::ChangeModule, Message::ChangeAutoread,
                                       Message::KeyWord,      Message::ChangeSeparator};

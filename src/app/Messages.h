@@ -173,6 +173,9 @@ inline constexpr MessageId UndoDelete{606, "deleting a module"};
 inline constexpr MessageId UndoMove{607, "moving a module"};
 inline constexpr MessageId FileMenuRecent{610, "Open &Recent"};
 inline constexpr MessageId FileMenuRecentClear{611, "&Clear List"};
+inline constexpr MessageId OverwriteBackup{
+    465,
+    "Saving keeps the file's old content under a name that holds the backup of another file. Replace it?"};
 inline constexpr MessageId Overwrite{612, "This file exists already. Replace it?"};
 inline constexpr MessageId DiscardKeyMap{613,
                                          "The key map has been changed. Close without keeping the changes?"};
@@ -439,6 +442,14 @@ inline constexpr MessageId DumpCharacters{
 inline constexpr MessageId DumpMissingEnd{854, "the dump ends too early. The address that belongs here is "};
 inline constexpr MessageId DumpAfterEnd{855, "the dump goes on behind the end of the flash memory."};
 inline constexpr MessageId DumpDeviceMapSize{856, "the device map has more than seven modules."};
+inline constexpr MessageId DumpDeviceMapCode{450, "the device map has a code that no module reports."};
+inline constexpr MessageId DumpKindForm{451,
+                                        "a dump's kind is \"device\" or \"setup\", and stands there once."};
+inline constexpr MessageId DumpCrcForm{452, "a checksum is eight hexadecimal digits, and stands there once."};
+inline constexpr MessageId DumpCrc{
+    453, "the bytes of the dump do not have this checksum: at least one digit is wrong."};
+inline constexpr MessageId DumpMapCrc{
+    454, "the device map does not have this checksum: at least one digit is wrong."};
 inline constexpr MessageId DumpRejected{857, "The file is not a whole flash dump."};
 
 // What is different between two setups or two flash images.
@@ -598,6 +609,8 @@ inline constexpr MessageId TransferDeviceChanged{
     926, "The device's flash memory changed while you were asked. Look at the changes anew, then decide."};
 inline constexpr MessageId TransferFailedAfter{927,
                                                "The image is safe in the device. What failed came after it:"};
+inline constexpr MessageId TransferDeclined{918, "The answer was no."};
+inline constexpr MessageId TransferContentsKept{919, "Nobody has said Yes to that."};
 inline constexpr MessageId TransferBackup{928, "The image that the device held before is kept in: "};
 
 // Why a device is not to be written; in the order of TransferRefusal::Reason, the setup's own reasons aside.
@@ -616,6 +629,15 @@ inline constexpr MessageId ModulesWanted{933, "Wanted there: "};
 inline constexpr MessageId DownloadTitle{934, "Flash Download"};
 inline constexpr MessageId AskDownload{935, "Write this setup into the device's flash memory?"};
 inline constexpr MessageId AskRestore{936, "Write this dump into the device's flash memory, as it is?"};
+inline constexpr MessageId AskSetupDump{
+    455, "This dump was made from a setup. Bytes of key contents that the device loses: "};
+inline constexpr MessageId AskErasedDump{
+    456, "This dump is erased where the device holds key contents. Bytes that the device loses: "};
+inline constexpr MessageId AskContents{
+    457, "Take this from the device all the same? What its keys send is then in the backup alone."};
+inline constexpr MessageId AskRightLine{
+    458, "This dump names no modules. Is the device on this line the one that it was read from?"};
+inline constexpr MessageId AskBackup{459, "What the device holds is kept in: "};
 inline constexpr MessageId AskChanges{937, "This will change in the device:"};
 inline constexpr MessageId AskUnheld{938, "The device cannot hold this; it is left out:"};
 inline constexpr MessageId VerifyChanges{939, "What differs, from the setup to the device:"};
@@ -685,7 +707,12 @@ inline constexpr MessageId BackupDate{986, "Date"};
 inline constexpr MessageId BackupModules{987, "Modules"};
 inline constexpr MessageId BackupState{988, "State"};
 inline constexpr MessageId BackupWhole{989, "whole"};
-inline constexpr MessageId BackupNoModules{717, "names no modules; it cannot be restored"};
+inline constexpr MessageId BackupNoModules{717, "whole, but names no modules"};
+inline constexpr MessageId BackupKind{460, "Kind"};
+inline constexpr MessageId BackupTerminal{461, "Terminal"};
+inline constexpr MessageId BackupFile{462, "File"};
+inline constexpr MessageId DumpOfDevice{463, "device"};
+inline constexpr MessageId DumpOfSetup{464, "setup"};
 inline constexpr MessageId BackupsNone{
     990, "There are no backups yet. Each download or restore first keeps what the keyboard holds."};
 inline constexpr MessageId BackupFolder{991, "Folder: "};

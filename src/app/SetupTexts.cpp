@@ -138,11 +138,10 @@ std::string KeyTypeText(const MessageCatalogue& catalogue, char type)
     }
 }
 
-// A character that cannot be shown stands as its hexadecimal code.
 std::string VisibleSeparator(char separator)
 {
-    return Options::IsSeparatorCarried(separator) ? std::string(1, separator)
-                                                  : HexText(static_cast<std::uint8_t>(separator), 2);
+    const std::string code = HexText(static_cast<std::uint8_t>(separator), 2);
+    return Options::IsSeparatorCarried(separator) ? std::string(1, separator) + " (" + code + ")" : code;
 }
 
 std::string SeparatorText(const MessageCatalogue& catalogue, char separator)

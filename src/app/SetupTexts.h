@@ -34,7 +34,7 @@ std::string ModuleHeading(const MessageCatalogue& catalogue, ModuleKind kind, st
 /// "double vertical key"; for one of KeyType.
 std::string KeyTypeText(const MessageCatalogue& catalogue, char type);
 
-/// The character, or its hexadecimal code where it cannot be shown.
+/// "; (3B)": the character with its hexadecimal code, or the code alone where it cannot be shown.
 std::string VisibleSeparator(char separator);
 
 /// The same, or that there is none.

@@ -3,6 +3,7 @@
 #include <new>
 
 #include "app/ShowMessage.h"
+#include "flash/DumpText.h"
 #include "platform/Encoding.h"
 
 namespace kelvora {
@@ -16,6 +17,20 @@ void ShowFileError(const Program& program, const FileError& error, const Message
                               "File " + TextFromPath(error.Path()) + "\r\n" + error.what() + "\r\n\r\n" +
                                   program.catalogue.Caption(outcome),
                               {BoxIcon::Exclamation});
+}
+
+enum class TextKind { Setup, Dump, Other };
+
+// What a text is, by its first line that is no comment; it need not be whole.
+TextKind WhatIs(std::string_view text)
+{
+    while (!text.empty() && std::string_view("':\r\n").find(text.front()) != std::string_view::npos) {
+        const std::size_t end = text.find('\n');
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    }
+    if (text.starts_with(DumpAddress(0)))
+        return TextKind::Dump;
+    return text.starts_with('[') ? TextKind::Setup : TextKind::Other;
 }
 
 }  // namespace
@@ -41,6 +56,21 @@ std::optional<std::string> ReadTextFile(const Program& program, const std::strin
     return std::nullopt;
 }
 
+bool ReplacesOtherBackup(const Files& files, const std::string& path, const std::string& text)
+{
+    const std::string backup = BackupName(path);
+    const TextKind kind = WhatIs(text);
+    if (backup == path || kind == TextKind::Other || !files.Exists(path) || !files.Exists(backup))
+        return false;
+    try {
+        const TextKind kept = WhatIs(files.Read(backup));
+        return kept != TextKind::Other && kept != kind;
+    } catch (const FileError&) {
+        // What keeps it from being read will keep it from being replaced, or it is no text.
+        return false;
+    }
+}
+
 void SaveTextFile(Files& files, const std::string& path, const std::string& text)
 {
     const std::string backup = BackupName(path);
@@ -56,6 +86,14 @@ void SaveTextFile(Files& files, const std::string& path, const std::string& text
         }
     }
     files.Write(path, text + "\r\n");
+}
+
+void SaveTextFileUnasked(Files& files, const std::string& path, const std::string& text)
+{
+    if (ReplacesOtherBackup(files, path, text))
+        throw FileError(path, "its backup would replace another file's, " + TextFromPath(BackupName(path)) +
+                                  ": move that away, or choose another name");
+    SaveTextFile(files, path, text);
 }
 
 bool WriteTextFileWithBackup(Program& program, const std::string& path, const std::string& text)

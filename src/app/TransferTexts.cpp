@@ -1,6 +1,9 @@
 #include "app/TransferTexts.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
+#include <tuple>
 
 #include "app/FlashTexts.h"
 #include "app/LineErrorText.h"
@@ -70,9 +73,13 @@ std::string ReasonText(const MessageCatalogue& catalogue, const LineTarget& targ
                    TextFromPath(result.backup) + ": " + result.fileError;
         case Reason::DeviceChanged:
             return catalogue.Caption(Message::TransferDeviceChanged);
+        case Reason::Declined:
+            return catalogue.Caption(Message::TransferDeclined);
+        case Reason::ContentsKept:
+            return ContentsText(catalogue, *result.plan) + std::string(LineEnd) +
+                   catalogue.Caption(Message::TransferContentsKept);
         case Reason::Line:
         case Reason::Done:
-        case Reason::Declined:
             break;
     }
     std::string text = LineText(catalogue, target, result.line);
@@ -84,8 +91,54 @@ std::string ReasonText(const MessageCatalogue& catalogue, const LineTarget& targ
 // What was only wished for, or only read, is no cause for alarm.
 bool IsUsersOwnEnd(const TransferResult& result)
 {
-    return result.reason == Reason::Declined ||
+    return result.reason == Reason::Declined || result.reason == Reason::ContentsKept ||
            (result.reason == Reason::Line && result.line.outcome == LineOutcome::Stopped);
+}
+
+// In the order in which changes are told.
+enum class Weight { Module, Key, Option, Bytes };
+
+Weight WeightOf(const SetupDifference& change)
+{
+    using What = SetupDifference::What;
+    switch (change.what) {
+        case What::Added:
+        case What::Removed:
+        case What::Order:
+        case What::UnknownModules:
+            return Weight::Module;
+        case What::Key:
+            return Weight::Key;
+        default:
+            return Weight::Option;
+    }
+}
+
+Weight WeightOf(const ImageDifference& change)
+{
+    using What = ImageDifference::What;
+    switch (change.what) {
+        case What::Bytes:
+            return Weight::Bytes;
+        case What::Key:
+            return Weight::Key;
+        case What::Module: {
+            // Tracks and backlight are in the device code.
+            const bool isOption = KindOf(static_cast<std::uint8_t>(change.before)) ==
+                                  KindOf(static_cast<std::uint8_t>(change.after));
+            return isOption ? Weight::Option : Weight::Module;
+        }
+        default:
+            return Weight::Option;
+    }
+}
+
+// Where on the line that kind of module stands first; the line's length when it is not there.
+std::size_t PlaceOf(ModuleKind kind, std::string_view deviceMap)
+{
+    const auto* const found = std::ranges::find_if(
+        deviceMap, [&](char code) { return KindOf(static_cast<std::uint8_t>(code)) == kind; });
+    return static_cast<std::size_t>(found - deviceMap.begin());
 }
 
 std::string ModuleName(const MessageCatalogue& catalogue, std::uint8_t code)
@@ -173,18 +226,33 @@ std::string ModuleNames(const MessageCatalogue& catalogue, std::string_view devi
     return names.empty() ? catalogue.Caption(Message::OptionNone) : names;
 }
 
+std::string ContentsText(const MessageCatalogue& catalogue, const TransferPlan& plan)
+{
+    if (!plan.TakesContents())
+        return {};
+    return catalogue.Word(plan.isOfSetup ? Message::AskSetupDump : Message::AskErasedDump) +
+           std::to_string(plan.contentsLost);
+}
+
 std::vector<std::string> ChangeLines(const MessageCatalogue& catalogue, const TransferPlan& plan)
 {
-    std::vector<std::string> lines;
+    struct Line {
+        std::tuple<Weight, std::size_t, int> order;
+        std::string text;
+    };
+    std::vector<Line> lines;
+    const auto add = [&](const auto& change, int number) {
+        lines.push_back(
+            {{WeightOf(change), PlaceOf(change.kind, plan.deviceMap), number}, Describe(catalogue, change)});
+    };
     for (const SetupDifference& change : plan.setupChanges)
-        lines.push_back(Describe(catalogue, change));
+        add(change, change.what == SetupDifference::What::Key ? change.numberAfter : change.position);
     for (const ImageDifference& change : plan.imageChanges)
-        if (change.what != ImageDifference::What::Bytes)
-            lines.push_back(Describe(catalogue, change));
-    for (const ImageDifference& change : plan.imageChanges)
-        if (change.what == ImageDifference::What::Bytes)
-            lines.push_back(Describe(catalogue, change));
-    return lines;
+        add(change, change.number);
+    std::ranges::stable_sort(lines, {}, &Line::order);
+    std::vector<std::string> texts;
+    std::ranges::transform(lines, std::back_inserter(texts), &Line::text);
+    return texts;
 }
 
 std::vector<std::string> UnheldLines(const MessageCatalogue& catalogue, const TransferPlan& plan)

@@ -33,7 +33,11 @@ std::string Describe(const MessageCatalogue& catalogue, const TransferRefusal& r
 /// The main modules with these device codes: "Composite Keyboard, MCR".
 std::string ModuleNames(const MessageCatalogue& catalogue, std::string_view deviceCodes);
 
-/// What a plan changes: modules and their order, keys by number, options, then bytes.
+/// That a restore takes key contents from the device, with the number of their bytes; empty where it takes
+/// none.
+std::string ContentsText(const MessageCatalogue& catalogue, const TransferPlan& plan);
+
+/// What a plan changes: modules and their order, keys by module and number, options, then bytes.
 std::vector<std::string> ChangeLines(const MessageCatalogue& catalogue, const TransferPlan& plan);
 
 /// What of the setup the device cannot hold.

@@ -21,6 +21,8 @@ namespace {
 
 using Reason = TransferResult::Reason;
 
+constexpr std::string_view EraseContent = "--erase-content";
+
 // Nothing, and why, when the file is not one of its kind.
 std::optional<WantedContent> ReadWanted(const DownloadRequest& request, Refusal& why)
 {
@@ -38,6 +40,19 @@ std::optional<WantedContent> ReadWanted(const DownloadRequest& request, Refusal&
     return std::nullopt;
 }
 
+// A dump that does not say for which line it is needs the user's word, which it then has.
+bool IsForTheLine(const DownloadRequest& request, WantedContent& wanted, LineAccess& access)
+{
+    auto* const dump = std::get_if<FlashDump>(&wanted);
+    if (!dump || !NeedsUsersWord(*dump))
+        return true;
+    dump->isForTheLine =
+        request.thisLine ||
+        (!request.yes && access.Ask(PortName(request.line.port) + ": " + Utf8FromPath(request.file) + ": " +
+                                    std::string(Message::AskRightLine.fallback)));
+    return dump->isForTheLine;
+}
+
 void AppendList(std::string& text, const MessageId& heading, const std::vector<std::string>& lines)
 {
     if (lines.empty())
@@ -50,7 +65,9 @@ void AppendList(std::string& text, const MessageId& heading, const std::vector<s
 std::string Changes(const TransferPlan& plan)
 {
     const MessageCatalogue english;
-    std::string text;
+    std::string text = OneLineText(ContentsText(english, plan));
+    if (!text.empty())
+        text += "\n";
     AppendList(text, Message::AskChanges, ChangeLines(english, plan));
     AppendList(text, Message::AskUnheld, UnheldLines(english, plan));
     return text;
@@ -60,9 +77,22 @@ std::string Question(const DownloadRequest& request, const TransferPlan& plan, c
 {
     const MessageCatalogue english;
     std::string text = Changes(plan);
-    text += english.Word(Message::TransferBackup) + Utf8FromPath(backup) + "\n";
+    text += english.Word(Message::AskBackup) + Utf8FromPath(backup) + "\n";
     return text + PortName(request.line.port) + ": " + Utf8FromPath(request.file) + ": " +
            english.Caption(request.isDump ? Message::AskRestore : Message::AskDownload);
+}
+
+TransferAnswer Ask(const DownloadRequest& request, Console& console, LineAccess& access,
+                   const TransferPlan& plan, const std::string& backup)
+{
+    if (request.yes && !request.line.json)
+        Emit(console, Changes(plan));
+    if (!request.yes && !access.Ask(Question(request, plan, backup)))
+        return TransferAnswer::No;
+    if (!plan.TakesContents() || request.eraseContent)
+        return TransferAnswer::Yes;
+    const bool mayTake = !request.yes && access.Ask(Message::AskContents.fallback.data());
+    return mayTake ? TransferAnswer::Yes : TransferAnswer::KeepContents;
 }
 
 TransferResult RunTransfer(const DownloadRequest& request, const WantedContent& wanted, Console& console,
@@ -71,30 +101,33 @@ TransferResult RunTransfer(const DownloadRequest& request, const WantedContent& 
     LineRun run(request.line, console, access);
     PosixFiles files;
     Backups backups(files, access.DataFolder() + "/backups");
-    const TransferSteps steps{[&](const TransferPlan& plan) {
-                                  run.bar.Wipe();
-                                  return backups.Save(request.line.port, plan.deviceMap, plan.held);
-                              },
-                              [&](const TransferPlan& plan, const std::string& backup) {
-                                  if (!request.yes)
-                                      return access.Ask(Question(request, plan, backup));
-                                  if (!request.line.json)
-                                      Emit(console, Changes(plan));
-                                  return true;
-                              }};
-    return Download(run.comms, request.line.Target(), run.hooks, wanted, steps);
+    const TransferSteps steps{
+        [&](const TransferPlan& plan) {
+            run.bar.Wipe();
+            return backups.Keep({request.line.port, plan.deviceMap, plan.terminal, plan.held});
+        },
+        [&](const TransferPlan& plan, const std::string& backup) {
+            return Ask(request, console, access, plan, backup);
+        }};
+    TransferResult result = Download(run.comms, request.line.Target(), run.hooks, wanted, steps);
+    const bool isDeclined = result.reason == Reason::Declined || result.reason == Reason::ContentsKept;
+    if (isDeclined && access.StopRequested()) {
+        result.reason = Reason::Line;
+        result.line.outcome = LineOutcome::Stopped;
+    }
+    return result;
 }
 
-int ExitCodeOf(const TransferResult& result, bool wantsStop)
+int ExitCodeOf(const TransferResult& result)
 {
     switch (result.reason) {
         case Reason::Done:
             return ExitCode::Done;
         case Reason::Refused:
         case Reason::NotKept:
-            return ExitCode::Rejected;
         case Reason::Declined:
-            return wantsStop ? ExitCode::Line : ExitCode::Rejected;
+        case Reason::ContentsKept:
+            return ExitCode::Rejected;
         case Reason::Line:
         case Reason::DeviceChanged:
             break;
@@ -109,13 +142,20 @@ int RunDownload(const DownloadRequest& request, Console& console, LineAccess& ac
     if (!request.yes && !access.CanAsk())
         return RefuseUnasked(console);
     Refusal why;
-    const auto wanted = ReadWanted(request, why);
-    if (!wanted)
+    auto wanted = ReadWanted(request, why);
+    if (wanted && !IsForTheLine(request, *wanted, access))
+        why = FailureOf(request.file,
+                        request.yes
+                            ? "this dump names no modules; --this-line says that it was read from this line"
+                            : Message::TransferDeclined.fallback);
+    if (!why.line.empty())
         return RefuseFile(request.line, request.file, why, console);
     const TransferResult result = RunTransfer(request, *wanted, console, access);
     const OutcomeText outcome = DescribeTransfer(MessageCatalogue(), request.line.Target(), result);
-    const std::string text = OneLineText(outcome.text + "\n" + outcome.extra);
-    const int exitCode = ExitCodeOf(result, access.StopRequested());
+    std::string text = OneLineText(outcome.text + "\n" + outcome.extra);
+    if (result.reason == Reason::ContentsKept && request.yes)
+        text += " " + std::string(EraseContent) + " beside --yes does.";
+    const int exitCode = ExitCodeOf(result);
     if (exitCode != ExitCode::Done)
         console.err << DiagnosticLine(text);
     if (request.line.json)
@@ -135,6 +175,13 @@ void AddCommand(CLI::App* command, const std::string& fileHelp, bool isDump, Con
     AddLineOptions(*command, request->line);
     command->add_option("FILE", request->file, fileHelp)->type_name("")->required();
     command->add_flag("-y,--yes", request->yes, "Write without asking");
+    if (isDump) {
+        command->add_flag(
+            std::string(EraseContent), request->eraseContent,
+            "Also write a dump that takes key contents from the device, or that was made from a setup");
+        command->add_flag("--this-line", request->thisLine,
+                          "A dump that names no modules was read from this line");
+    }
     command->footer(
         "What will change is shown first, and what the device holds is kept as a backup. The device changes\n"
         "in one step at the end: whatever happens, it holds its old content or the new one.\n\n" +

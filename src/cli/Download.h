@@ -11,8 +11,10 @@ namespace kelvora {
 struct DownloadRequest {
     LineOptions line;
     std::string file;
-    bool isDump = false;  ///< `file` is a dump
-    bool yes = false;     ///< not asked
+    bool isDump = false;        ///< `file` is a dump
+    bool yes = false;           ///< not asked
+    bool eraseContent = false;  ///< the device may lose key contents
+    bool thisLine = false;      ///< a dump that names no modules is for this line
 };
 
 /// Shows what will change and asks, keeps a backup, and prints what the device holds in the end. Returns the

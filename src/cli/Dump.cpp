@@ -7,8 +7,7 @@
 #include "cli/FlashJson.h"
 #include "cli/LineReport.h"
 #include "cli/LineRun.h"
-#include "flash/BackupTitle.h"
-#include "flash/DumpText.h"
+#include "flash/DumpSource.h"
 #include "platform/LocalTime.h"
 #include "platform/posix/PosixFiles.h"
 
@@ -31,12 +30,12 @@ int Dump(const DumpRequest& request, Console& console, LineAccess& access)
         return ExitCode::Line;
     }
     const FlashImage image = ImageFrom(read.image).value();
-    const std::string title = BackupTitle({target.line, LocalTime()});
-    const std::string dump = FormatDeviceMapDump({title, read.deviceMap}) + FormatDump(0, image);
+    const DumpSource source{{target.line, LocalTime()}, read.deviceMap, read.terminalName};
+    const std::string dump = FormatFlashDump(DumpOfDevice(image, source));
     if (!request.output.empty()) {
         try {
             PosixFiles files;
-            SaveTextFile(files, request.output, dump);
+            SaveTextFileUnasked(files, request.output, dump);
         } catch (const FileError& error) {
             return RefuseFile(request.line, error.Path(), FailureOf(error.Path(), error.what()), console);
         }
@@ -56,7 +55,8 @@ void AddDumpCommand(CLI::App& app, Console& console, LineAccess& access, int& ex
     command
         ->add_option("-o,--output", request->output,
                      "Write the dump to that file; its old content is kept as \".bak\"")
-        ->type_name("OUT");
+        ->type_name("OUT")
+        ->check(CheckOutputName);
     command->callback(
         [request, &console, &access, &exitCode] { exitCode = Dump(*request, console, access); });
 }

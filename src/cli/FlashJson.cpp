@@ -19,7 +19,7 @@ using Json = nlohmann::ordered_json;
 
 constexpr std::array OutcomeNames{"unread", "unbuilt", "different", "same"};
 constexpr std::array StateNames{"old", "same", "new", "unknown", "foreign"};
-constexpr std::array ReasonNames{"done", "line", "refused", "backup", "declined", "changed"};
+constexpr std::array ReasonNames{"done", "line", "refused", "backup", "declined", "contents", "changed"};
 static_assert(OutcomeNames.size() == static_cast<std::size_t>(VerifyResult::Outcome::Last) + 1);
 static_assert(StateNames.size() == static_cast<std::size_t>(TransferResult::State::Last) + 1);
 static_assert(ReasonNames.size() == static_cast<std::size_t>(TransferResult::Reason::Last) + 1);
@@ -81,6 +81,7 @@ std::string TransferJson(const LineTarget& target, const std::string& file, cons
     object["device"] = StateNames.at(static_cast<std::size_t>(result.state));
     object["reason"] = ReasonNames.at(static_cast<std::size_t>(result.reason));
     object["message"] = MessageOf(DescribeTransfer(english, target, result));
+    object["contentsLost"] = result.plan ? Json(result.plan->contentsLost) : Json();
     object["changes"] =
         ArrayOf(result.plan ? ChangeLines(english, *result.plan) : std::vector<std::string>());
     object["unheld"] = ArrayOf(result.plan ? UnheldLines(english, *result.plan) : std::vector<std::string>());

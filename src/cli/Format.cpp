@@ -38,7 +38,7 @@ void Save(const std::string& path, const std::string& text)
     if (files.Exists(path) && files.Read(path) == text + LastLine)
         return;
     MakeFolderOf(path);
-    SaveTextFile(files, path, text);
+    SaveTextFileUnasked(files, path, text);
 }
 
 Told FormatFile(const PlacedSetup& setup, bool json)
@@ -107,7 +107,8 @@ void AddFormatCommand(CLI::App& app, Console& console, int& exitCode)
     command
         ->add_option("-o,--output", request->output,
                      "Write the one setup to that file, which may be FILE itself")
-        ->type_name("OUT");
+        ->type_name("OUT")
+        ->check(CheckOutputName);
     command
         ->add_option("--output-folder", request->outputFolder,
                      "Write each setup into that folder, under its file's name")

@@ -7,12 +7,15 @@
 
 #include "app/FlashTexts.h"
 #include "app/TextFiles.h"
+#include "app/TransferTexts.h"
 #include "cli/FlashJson.h"
 #include "cli/LineReport.h"
 #include "cli/SetupOutput.h"
 #include "cli/Told.h"
-#include "flash/DumpText.h"
+#include "flash/DumpSource.h"
 #include "flash/SetupImage.h"
+#include "flash/TransferPlan.h"
+#include "platform/LocalTime.h"
 #include "platform/posix/PosixFiles.h"
 
 namespace kelvora {
@@ -25,7 +28,7 @@ void Save(const std::string& path, const std::string& dump, bool inFolder)
 {
     if (!inFolder) {
         PosixFiles files;
-        SaveTextFile(files, path, dump);
+        SaveTextFileUnasked(files, path, dump);
         return;
     }
     MakeFolderOf(path);
@@ -37,10 +40,11 @@ Told TellImage(const PlacedSetup& setup, const SetupDocument& document, const Im
 {
     const std::string& path = setup.name.path;
     const MessageCatalogue english;
-    const auto built = BuildSetupImage(document, nullptr);
-    if (const auto* const refusal = std::get_if<BuildRefusal>(&built))
+    if (const auto refusal = RefusalFor(document))
         return ToldOf(path, Unusable(OneLineText(Describe(english, *refusal))), request.json);
-    const std::string dump = FormatDump(0, std::get<FlashImage>(built));
+    const FlashImage image = std::get<FlashImage>(BuildSetupImage(document, nullptr));
+    const std::string dump =
+        FormatFlashDump(DumpOfSetup(image, {{0, LocalTime()}, document.DeviceMap, {}}, path));
     Told told;
     std::vector<std::string> unheld;
     for (const UnheldSetting& setting : WhatTheDeviceCannotHold(document)) {
@@ -106,7 +110,8 @@ void AddImageCommand(CLI::App& app, Console& console, int& exitCode)
     command
         ->add_option("-o,--output", request->output,
                      "Write the one image to that file; its old content is kept as \".bak\"")
-        ->type_name("OUT");
+        ->type_name("OUT")
+        ->check(CheckOutputName);
     command
         ->add_option("--output-folder", request->outputFolder,
                      "Write an image of each setup into that folder, named after its file; one that is "

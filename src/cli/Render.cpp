@@ -98,11 +98,13 @@ void AddRenderCommand(CLI::App& app, Console& console, int& exitCode)
         ->add_option("-o,--output", request->output,
                      "Write to that file, whose name ends in .svg, .png or .pdf; several setups become the "
                      "pages of a PDF")
-        ->type_name("OUT");
+        ->type_name("OUT")
+        ->check(CheckOutputName);
     command
         ->add_option("--output-folder", request->outputFolder,
                      "Write a picture of each setup into that folder, named after its file")
-        ->type_name("FOLDER");
+        ->type_name("FOLDER")
+        ->check(CheckOutputName);
     command->add_option("--type", request->type, "svg, png or pdf; svg unless told")
         ->type_name("TYPE")
         ->check(CLI::IsMember(std::vector<std::string>(PictureTypeNames.begin(), PictureTypeNames.end())));

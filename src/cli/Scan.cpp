@@ -66,7 +66,7 @@ int Scan(const ScanRequest& request, Console& console, LineAccess& access)
     if (!request.output.empty()) {
         try {
             PosixFiles files;
-            SaveTextFile(files, request.output, WriteSetup(scan.document.Modules));
+            SaveTextFileUnasked(files, request.output, WriteSetup(scan.document.Modules));
         } catch (const FileError& error) {
             return RefuseFile(request.line, error.Path(), FailureOf(error.Path(), error.what()), console);
         }
@@ -83,7 +83,8 @@ void AddScanCommand(CLI::App& app, Console& console, LineAccess& access, int& ex
     command
         ->add_option("-o,--output", request->output,
                      "Write the setup to that file; its old content is kept as \".bak\"")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->check(CheckOutputName);
     command->callback(
         [request, &console, &access, &exitCode] { exitCode = Scan(*request, console, access); });
 }

@@ -84,7 +84,7 @@ LineResult ScanWithUpload(Comms& comms, const LineTarget& target, const LineHook
                           std::optional<char> mode)
 {
     return WorkOnLine(comms, target, hooks, [mode](LineWork& work, LineResult& result) {
-        Attention(work);
+        result.terminalName = Attention(work);
         HoldLine(work);
         result.deviceMap = AskDeviceMap(work);
         work.Debts().mode = mode;

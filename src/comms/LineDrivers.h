@@ -39,9 +39,10 @@ struct LineFailure {
 struct LineResult {
     LineOutcome outcome = LineOutcome::Done;
     LineFailure failure;
-    std::string deviceMap;    ///< as AskDeviceMap; empty when none came
-    std::string image;        ///< the whole flash; empty when none came
-    LineWarnings warnings{};  ///< of the end of the work, however it went
+    std::string deviceMap;       ///< as AskDeviceMap; empty when none came
+    std::string image;           ///< the whole flash; empty when none came
+    std::string terminalName{};  ///< as Attention; empty when it was not asked or gave none
+    LineWarnings warnings{};     ///< of the end of the work, however it went
 
     bool IsDone() const { return outcome == LineOutcome::Done; }
 };

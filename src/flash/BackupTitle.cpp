@@ -10,6 +10,8 @@ namespace kelvora {
 
 namespace {
 
+constexpr std::string_view PortMark = ", ";
+
 // The number at the front of `text`, which loses it and the mark behind it; nothing where that does not stand
 // there.
 std::optional<int> TakeNumber(std::string_view& text, std::string_view mark)
@@ -29,18 +31,20 @@ std::optional<int> TakeNumber(std::string_view& text, std::string_view mark)
 
 std::string BackupTitle(const BackupOrigin& origin)
 {
-    return PortName(origin.port) + ", " + LocalTimeText(origin.time);
+    return (origin.port == 0 ? std::string() : PortName(origin.port) + std::string(PortMark)) +
+           LocalTimeText(origin.time);
 }
 
 std::optional<BackupOrigin> OriginOf(std::string_view title)
 {
-    if (!title.starts_with(PortWord))
-        return std::nullopt;
-    std::string_view rest = title.substr(PortWord.size());
+    std::string_view rest = title;
     // Port, year, month, day, hours, minutes, seconds, and what stands behind each.
-    constexpr std::array<std::string_view, 7> Marks{", ", "-", "-", " ", ":", ":", ""};
+    constexpr std::array<std::string_view, 7> Marks{PortMark, "-", "-", " ", ":", ":", ""};
     std::array<int, Marks.size()> numbers{};
-    for (std::size_t i = 0; i < Marks.size(); ++i) {
+    const bool hasPort = rest.starts_with(PortWord);
+    if (hasPort)
+        rest.remove_prefix(PortWord.size());
+    for (std::size_t i = hasPort ? 0 : 1; i < Marks.size(); ++i) {
         const auto number = TakeNumber(rest, Marks.at(i));
         if (!number || *number > 9999)
             return std::nullopt;
@@ -54,7 +58,7 @@ std::optional<BackupOrigin> OriginOf(std::string_view title)
         return std::nullopt;
     const BackupOrigin origin{port, std::chrono::local_days(date) + std::chrono::hours(hours) +
                                         std::chrono::minutes(minutes) + std::chrono::seconds(seconds)};
-    // Other ways to write the same, such as a 25th hour, are no title of a backup.
+    // Other ways to write the same, such as a 25th hour, are no title of a dump.
     if (BackupTitle(origin) != title)
         return std::nullopt;
     return origin;

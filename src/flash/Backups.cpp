@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "flash/TransferPlan.h"
+#include "platform/PortName.h"
 
 namespace kelvora {
 
@@ -15,11 +16,24 @@ constexpr std::string_view Extension = ".mem";
 // "2026-03-09 07-05-00 COM1": names in alphabetical order are in order of time.
 std::string FileStem(const BackupOrigin& origin)
 {
-    const std::string title = BackupTitle(origin);
-    const std::size_t comma = title.find(", ");
-    std::string time = title.substr(comma + 2);
+    std::string time = LocalTimeText(origin.time);
     std::ranges::replace(time, ':', '-');
-    return time + " " + title.substr(0, comma);
+    return time + " " + PortName(origin.port);
+}
+
+// Of one second's backups the names' numbers grow: "_10" comes after "_2".
+auto AgeOf(const BackupEntry& entry)
+{
+    return std::tuple(entry.origin ? entry.origin->time : std::chrono::local_seconds::min(),
+                      entry.origin ? entry.name.size() : 0, entry.name);
+}
+
+// Whether a file name is a backup's of that port, with or without a number behind it.
+bool IsOfPort(std::string_view name, int port)
+{
+    const std::size_t stem = FileStem({port, {}}).size();
+    return name.size() >= stem + Extension.size() && name.substr(0, stem).ends_with(" " + PortName(port)) &&
+           name.ends_with(Extension) && (name[stem] == '.' || name[stem] == '_');
 }
 
 }  // namespace
@@ -29,16 +43,45 @@ Backups::Backups(Files& files, std::string folder, Clock clock)
 {
 }
 
-std::string Backups::Save(int port, std::string_view deviceMap, const FlashImage& image)
+std::optional<std::string> Backups::Kept(const Held& held) const
 {
-    const BackupOrigin origin{port, clock_()};
+    std::string newest;
+    for (const std::string& name : files_.List(folder_)) {
+        const auto age = [](const std::string& each) {
+            return std::pair(each.substr(0, FileStem({}).size()), std::pair(each.size(), each));
+        };
+        if (IsOfPort(name, held.port) && (newest.empty() || age(newest) < age(name)))
+            newest = name;
+    }
+    if (newest.empty())
+        return std::nullopt;
+    const std::string path = folder_ + "/" + newest;
+    try {
+        const FlashDump dump = Read(path);
+        const auto source = SourceOf(dump);
+        const bool isSame = source && source->deviceMap == held.deviceMap &&
+                            source->terminal == held.terminal && source->origin.port == held.port &&
+                            dump.head.kind == DumpKind::Device && dump.image == held.image;
+        return isSame ? std::optional(path) : std::nullopt;
+    } catch (const FileError&) {
+        return std::nullopt;
+    } catch (const DumpError&) {
+        return std::nullopt;
+    }
+}
+
+std::string Backups::Keep(const Held& held)
+{
     files_.MakeFolder(folder_);
+    if (const auto kept = Kept(held))
+        return *kept;
+    const BackupOrigin origin{held.port, clock_()};
     const std::string start = folder_ + "/" + FileStem(origin);
     std::string path = start + std::string(Extension);
     for (int number = 2; files_.Exists(path); ++number)
         path = start + "_" + std::to_string(number) + std::string(Extension);
-    files_.Write(path,
-                 FormatDeviceMapDump({BackupTitle(origin), std::string(deviceMap)}) + FormatDump(0, image));
+    const DumpSource source{origin, std::string(held.deviceMap), std::string(held.terminal)};
+    files_.Write(path, FormatFlashDump(DumpOfDevice(held.image, source)));
     return path;
 }
 
@@ -48,12 +91,16 @@ std::vector<BackupEntry> Backups::List() const
     for (const std::string& name : files_.List(folder_)) {
         if (!name.ends_with(Extension))
             continue;
-        BackupEntry entry{folder_ + "/" + name, name, std::nullopt, {}, std::nullopt, {}};
+        BackupEntry entry;
+        entry.path = folder_ + "/" + name;
+        entry.name = name;
         try {
             const FlashDump dump = Read(entry.path);
-            if (dump.deviceMap)
-                entry.origin = OriginOf(dump.deviceMap->title);
+            if (dump.head.deviceMap)
+                entry.origin = OriginOf(dump.head.deviceMap->title);
+            entry.kind = dump.head.kind;
             entry.modules = ModulesFor(dump).Known();
+            entry.terminal = dump.head.terminal;
         } catch (const FileError& error) {
             entry.readError = error.what();
         } catch (const DumpError& error) {
@@ -61,11 +108,7 @@ std::vector<BackupEntry> Backups::List() const
         }
         entries.push_back(std::move(entry));
     }
-    // Of one second's backups the names' numbers grow: "_10" comes after "_2".
-    std::ranges::stable_sort(entries, std::ranges::greater(), [](const BackupEntry& entry) {
-        return std::tuple(entry.origin ? entry.origin->time : std::chrono::local_seconds::min(),
-                          entry.origin ? entry.name.size() : 0, entry.name);
-    });
+    std::ranges::stable_sort(entries, std::ranges::greater(), AgeOf);
     return entries;
 }
 

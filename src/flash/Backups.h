@@ -1,5 +1,5 @@
-// The dated backups of device images: one dump text a file in one folder, led by a device map dump with port
-// and time, as flash/DumpText.h and flash/BackupTitle.h tell it.
+// The dated backups of device images: one dump text a file in one folder, which says at its head what it is,
+// as flash/DumpHead.h and flash/BackupTitle.h tell it.
 #pragma once
 
 #include <chrono>
@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "flash/BackupTitle.h"
-#include "flash/DumpText.h"
+#include "flash/DumpSource.h"
 #include "platform/Files.h"
 #include "platform/LocalTime.h"
 
@@ -20,15 +20,15 @@ namespace kelvora {
 struct BackupEntry {
     std::string path;
     std::string name;                    ///< of the file alone
-    std::optional<BackupOrigin> origin;  ///< nothing for a dump without a backup's title
+    std::optional<BackupOrigin> origin;  ///< nothing for a dump without such a title
+    std::optional<DumpKind> kind;        ///< nothing when not told
     std::string modules;                 ///< device codes of the line that it is for; empty when not told
+    std::string terminal;                ///< the name of that line's terminal; empty when not told
     std::optional<DumpError> damage;     ///< why the text is no dump
     std::string readError;               ///< why it cannot be read: the system's words
 
     /// Whether it is an image.
     bool IsWhole() const { return !damage && readError.empty(); }
-    /// Whether it can be restored: a dump that names no modules is for no line.
-    bool IsForALine() const { return IsWhole() && !modules.empty(); }
 };
 
 class Backups {
@@ -38,8 +38,17 @@ public:
     /// `folder` need not exist yet. `files` outlives the object; `clock` gives the local time.
     Backups(Files& files, std::string folder, Clock clock = LocalTime);
 
-    /// Writes a new file and returns its path; nothing that is there is written over. Throws FileError.
-    std::string Save(int port, std::string_view deviceMap, const FlashImage& image);
+    /// A device's image, and the line that it was read from.
+    struct Held {
+        int port = 1;  ///< COM1 = 1
+        std::string_view deviceMap;
+        std::string_view terminal;
+        const FlashImage& image;
+    };
+
+    /// The path of the file that keeps that image: the port's newest backup where that is the same image of
+    /// the same line, else a new one. Nothing that is there is written over. Throws FileError.
+    std::string Keep(const Held& held);
 
     /// The folder's dumps (".mem"), the newest first, those without a date last; empty when there is no
     /// folder. Throws FileError when the folder cannot be read.
@@ -51,6 +60,8 @@ public:
     const std::string& Folder() const { return folder_; }
 
 private:
+    std::optional<std::string> Kept(const Held& held) const;
+
     Files& files_;
     std::string folder_;
     Clock clock_;

@@ -4,14 +4,16 @@
 #include <utility>
 #include <vector>
 
+#include "comms/Crc.h"
+#include "platform/Blanks.h"
 #include "platform/HexText.h"
+#include "setup/DeviceCode.h"
 #include "setup/ModuleRecord.h"
 
 namespace kelvora {
 
 namespace {
 
-constexpr std::string_view DeviceMapHead = "'DeviceMap: ";
 constexpr std::string_view LineEnd = "\r\n";
 constexpr char CommentMark = '\'';
 
@@ -19,6 +21,7 @@ constexpr std::size_t BytesPerLine = 16;
 constexpr std::size_t AddressLength = 8;  // of "UUUU:LL "
 constexpr std::size_t NumberLength = 3;   // of "HH "
 constexpr std::size_t NumbersEnd = AddressLength + BytesPerLine * NumberLength;
+constexpr std::size_t LineLength = NumbersEnd + BytesPerLine;
 
 constexpr std::string_view Digits = "0123456789ABCDEF";
 
@@ -43,23 +46,48 @@ std::optional<std::uint8_t> ByteOf(std::string_view number)
     return static_cast<std::uint8_t>(high * 16 + low);
 }
 
+bool IsBlank(std::string_view text)
+{
+    return text.find_first_not_of(' ') == std::string_view::npos;
+}
+
+// A code that a line reports for one of its modules.
+bool IsReported(char code)
+{
+    const auto number = static_cast<std::uint8_t>(code);
+    return number == DeviceCode::Unknown || KindOf(number) != ModuleKind::None;
+}
+
 class Reader {
 public:
-    explicit Reader(std::string_view text) : text_(text) {}
+    // Empty lines at the end come from the writer of text files, from editors and from mails.
+    explicit Reader(std::string_view text) : text_(text.substr(0, text.find_last_not_of("\r\n ") + 1)) {}
 
     FlashDump Read();
 
 private:
+    // A checksum, and the line that says it.
+    struct Check {
+        std::uint32_t crc;
+        std::size_t line;
+    };
+
     bool NextLine();
     void TakeComment();
+    void TakeKind(std::string_view value);
+    void TakeCheck(std::optional<Check>& check, std::string_view value) const;
     void TakeLine();
+    void TakeDeviceMap(const std::vector<std::uint8_t>& codes);
     std::vector<std::uint8_t> BytesOfLine() const;
+    void CheckSums() const;
     [[noreturn]] void Reject(DumpFault fault) const { throw DumpError(line_, fault, address_); }
 
     std::string_view text_;
     std::size_t line_ = 0;
     std::string_view content_;  // of that line
     FlashDump dump_;
+    std::optional<Check> imageCheck_;
+    std::optional<Check> mapCheck_;
     std::size_t address_ = 0;  // of the image's next line
     bool isDeviceMapDue_ = false;
 };
@@ -74,36 +102,74 @@ bool Reader::NextLine()
     text_.remove_prefix(std::min(end + 1, text_.size()));
     if (content_.ends_with('\r'))
         content_.remove_suffix(1);
-    // The empty line with which the writer of text files ends a text.
-    return !content_.empty() || !text_.empty();
+    return true;
 }
 
 void Reader::TakeComment()
 {
-    if (!content_.starts_with(DeviceMapHead) || dump_.deviceMap || address_ != 0)
+    const auto told = address_ == 0 ? ParseHeadLine(content_) : std::nullopt;
+    if (!told)
         return;
-    dump_.deviceMap = {std::string(content_.substr(DeviceMapHead.size())), {}};
-    isDeviceMapDue_ = true;
+    DumpHead& head = dump_.head;
+    switch (told->name) {
+        case HeadLine::Name::DeviceMap:
+            isDeviceMapDue_ = !head.deviceMap;
+            if (isDeviceMapDue_)
+                head.deviceMap = {std::string(told->value), {}};
+            return;
+        case HeadLine::Name::Kind:
+            return TakeKind(told->value);
+        case HeadLine::Name::Terminal:
+            head.terminal = BytesOfHeadText(told->value);
+            return;
+        case HeadLine::Name::Setup:
+            head.setup = BytesOfHeadText(told->value);
+            return;
+        case HeadLine::Name::MapCrc:
+            return TakeCheck(mapCheck_, told->value);
+        case HeadLine::Name::Crc:
+            return TakeCheck(imageCheck_, told->value);
+    }
 }
 
-// The bytes of a line whose form and characters are right; the line's length says how many there are.
+void Reader::TakeKind(std::string_view value)
+{
+    const auto kind = KindOfText(Trim(value));
+    if (!kind || dump_.head.kind)
+        Reject(DumpFault::Kind);
+    dump_.head.kind = kind;
+}
+
+void Reader::TakeCheck(std::optional<Check>& check, std::string_view value) const
+{
+    const auto crc = ParseCrc(Trim(value));
+    if (!crc || check)
+        Reject(DumpFault::CrcForm);
+    check = {*crc, line_};
+}
+
+// The bytes of a line whose form and characters are right; a line of fewer bytes has blanks for their
+// numbers.
 std::vector<std::uint8_t> Reader::BytesOfLine() const
 {
-    if (content_.size() <= NumbersEnd || content_.size() > NumbersEnd + BytesPerLine)
+    if (content_.size() <= AddressLength || content_.size() > LineLength)
         Reject(DumpFault::Form);
-    const std::size_t count = content_.size() - NumbersEnd;
+    std::string line(content_);
+    line.resize(LineLength, ' ');
+    const std::string_view numbers(line.data(), NumbersEnd);
     std::vector<std::uint8_t> bytes;
-    bytes.reserve(count);
-    for (std::size_t at = AddressLength; bytes.size() < count; at += NumberLength) {
-        const auto byte = ByteOf(content_.substr(at, NumberLength));
+    std::size_t at = AddressLength;
+    for (; at < NumbersEnd && !IsBlank(numbers.substr(at, NumberLength)); at += NumberLength) {
+        const auto byte = ByteOf(numbers.substr(at, NumberLength));
         if (!byte)
             Reject(DumpFault::Digits);
         bytes.push_back(*byte);
     }
-    const std::size_t numbersEnd = AddressLength + count * NumberLength;
-    if (content_.substr(numbersEnd, NumbersEnd - numbersEnd).find_first_not_of(' ') != std::string_view::npos)
+    if (bytes.empty() || !IsBlank(numbers.substr(at)))
         Reject(DumpFault::Form);
-    if (content_.substr(NumbersEnd) != CharactersOf(bytes))
+    std::string characters = CharactersOf(bytes);
+    characters.resize(BytesPerLine, ' ');
+    if (line.substr(NumbersEnd) != characters)
         Reject(DumpFault::Characters);
     return bytes;
 }
@@ -118,14 +184,33 @@ void Reader::TakeLine()
     if (bytes.size() == BytesPerLine) {
         std::ranges::copy(bytes, dump_.image.begin() + static_cast<std::ptrdiff_t>(address_));
         address_ += BytesPerLine;
-    } else if (!isDeviceMapDue_) {
-        Reject(DumpFault::Form);
-    } else if (bytes.size() > MaximumModules) {
-        Reject(DumpFault::DeviceMapSize);
     } else {
-        dump_.deviceMap->deviceMap.assign(bytes.begin(), bytes.end());
+        TakeDeviceMap(bytes);
     }
     isDeviceMapDue_ = false;
+}
+
+void Reader::TakeDeviceMap(const std::vector<std::uint8_t>& codes)
+{
+    if (!isDeviceMapDue_)
+        Reject(DumpFault::Form);
+    if (codes.size() > MaximumModules)
+        Reject(DumpFault::DeviceMapSize);
+    std::string& map = dump_.head.deviceMap->deviceMap;
+    map.assign(codes.begin(), codes.end());
+    if (!std::ranges::all_of(map, IsReported))
+        Reject(DumpFault::DeviceMapCode);
+}
+
+void Reader::CheckSums() const
+{
+    const auto check = [](const std::optional<Check>& said, std::string_view bytes, DumpFault fault) {
+        if (said && said->crc != Crc32(bytes))
+            throw DumpError(said->line, fault, 0);
+    };
+    if (dump_.head.deviceMap)
+        check(mapCheck_, dump_.head.deviceMap->deviceMap, DumpFault::MapCrc);
+    check(imageCheck_, TextOf(dump_.image), DumpFault::Crc);
 }
 
 FlashDump Reader::Read()
@@ -138,6 +223,7 @@ FlashDump Reader::Read()
     }
     if (address_ != FlashSize)
         Reject(DumpFault::MissingEnd);
+    CheckSums();
     return std::move(dump_);
 }
 
@@ -169,7 +255,27 @@ std::string FormatDump(std::size_t startAddress, std::span<const std::uint8_t> b
 std::string FormatDeviceMapDump(const DeviceMapDump& dump)
 {
     const std::vector<std::uint8_t> codes(dump.deviceMap.begin(), dump.deviceMap.end());
-    return std::string(DeviceMapHead).append(dump.title).append(LineEnd).append(FormatDump(0, codes));
+    return FormatHeadLine(HeadLine::Name::DeviceMap, dump.title).append(LineEnd) + FormatDump(0, codes);
+}
+
+std::string FormatFlashDump(const FlashDump& dump)
+{
+    using Name = HeadLine::Name;
+    const DumpHead& head = dump.head;
+    std::string text = head.deviceMap ? FormatDeviceMapDump(*head.deviceMap) : std::string();
+    const auto tell = [&](Name name, std::string_view value) {
+        if (!value.empty())
+            text.append(FormatHeadLine(name, value)).append(LineEnd);
+    };
+    const auto crc = [](std::string_view bytes) { return HexText(Crc32(bytes), 8); };
+    if (head.deviceMap && !head.deviceMap->deviceMap.empty())
+        tell(Name::MapCrc, crc(head.deviceMap->deviceMap));
+    if (head.kind)
+        tell(Name::Kind, KindText(*head.kind));
+    tell(Name::Terminal, HeadText(head.terminal));
+    tell(Name::Setup, HeadText(head.setup));
+    tell(Name::Crc, crc(TextOf(dump.image)));
+    return text + FormatDump(0, dump.image);
 }
 
 FlashDump ReadDump(std::string_view text)

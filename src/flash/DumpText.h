@@ -3,9 +3,9 @@
 //   UUUU:LL HH HH HH HH HH HH HH HH HH HH HH HH HH HH HH HH cccccccccccccccc
 //
 // UUUU is the address / 256, LL the address mod 256, HH a byte, c the same byte as a character ("." where it
-// is not visible); all numbers are hexadecimal. Lines that begin with "'" are comments. A backup begins with
-// a device map dump: the comment "'DeviceMap: " with a title, and the map's codes as a dump line of their
-// own, shorter than the image's lines; no line when the map is empty.
+// is not visible); all numbers are hexadecimal. Lines that begin with "'" are comments; those of
+// flash/DumpHead.h say what the dump is. A device map dump is the comment "'DeviceMap: " with a title, and
+// the map's codes as a dump line of their own, shorter than the image's lines; no line when the map is empty.
 #pragma once
 
 #include <cstddef>
@@ -16,6 +16,7 @@
 #include <string>
 #include <string_view>
 
+#include "flash/DumpHead.h"
 #include "flash/FlashImage.h"
 
 namespace kelvora {
@@ -27,20 +28,17 @@ std::string DumpAddress(std::size_t address);
 /// each line. In a last line of fewer than 16 bytes blanks stand for the rest's numbers.
 std::string FormatDump(std::size_t startAddress, std::span<const std::uint8_t> bytes);
 
-/// A line's device map, and the text that tells where it comes from.
-struct DeviceMapDump {
-    std::string title;  ///< one line
-    std::string deviceMap;
-
-    friend bool operator==(const DeviceMapDump&, const DeviceMapDump&) = default;
-};
-
 std::string FormatDeviceMapDump(const DeviceMapDump& dump);
 
 struct FlashDump {
     FlashImage image{};
-    std::optional<DeviceMapDump> deviceMap;
+    DumpHead head{};
+    /// The user's word, for a dump that names no modules: the line is the one that it is for.
+    bool isForTheLine = false;
 };
+
+/// The whole dump: what its head tells, the checksums, and the image.
+std::string FormatFlashDump(const FlashDump& dump);
 
 /// What is wrong with a line of a dump.
 enum class DumpFault {
@@ -51,7 +49,12 @@ enum class DumpFault {
     MissingEnd,     ///< the text ends before the image does
     AfterEnd,       ///< something stands behind the image
     DeviceMapSize,  ///< a device map of more than seven modules
-    Last = DeviceMapSize,
+    DeviceMapCode,  ///< a device map with a code that no line reports
+    Kind,           ///< a kind that is none, or a second one
+    CrcForm,        ///< a checksum that is none, or a second one
+    Crc,            ///< the image has another checksum than the line says
+    MapCrc,         ///< the device map has another checksum than the line says
+    Last = MapCrc,
 };
 
 /// Why a text is no dump of an image.
@@ -72,9 +75,9 @@ private:
     std::size_t address_;
 };
 
-/// The whole image that the text dumps, with the device map dump before it where there is one. A line feed
-/// ends a line, with or without a carriage return before it; one empty line may end the text. Throws
-/// DumpError.
+/// The whole image that the text dumps, with what is told before it; checksums that stand there hold. A line
+/// feed ends a line, with or without a carriage return before it. Blanks at the end of lines may be missing,
+/// and empty lines may end the text. Throws DumpError.
 FlashDump ReadDump(std::string_view text);
 
 }  // namespace kelvora

@@ -35,6 +35,7 @@ inline constexpr std::size_t TablesAt = 256;
 inline constexpr std::size_t TablesEnd = 768;  ///< one past the last table byte
 inline constexpr std::size_t SeparatorsAt = 1024;
 inline constexpr std::size_t SeparatorCount = 3;
+inline constexpr std::size_t ContentsAt = 1027;  ///< to the end
 }  // namespace FlashLayout
 
 /// A part of the image that belongs to the setup or to the device's keys.

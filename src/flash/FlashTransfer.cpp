@@ -75,7 +75,7 @@ bool Transfer::IsForALine()
 bool Transfer::Read()
 {
     result_.line = WorkOnLine(comms_, target_, hooks_, [this](LineWork& work, LineResult& line) {
-        Attention(work);
+        line.terminalName = Attention(work);
         HoldLine(work);
         line.deviceMap = AskDeviceMap(work);
         result_.refusal = RefusalFor(wanted_, line.deviceMap);
@@ -96,6 +96,7 @@ bool Transfer::Read()
 bool Transfer::Plan()
 {
     result_.plan = PlanTransfer(wanted_, result_.line.deviceMap, *result_.image);
+    result_.plan->terminal = result_.line.terminalName;
     if (!result_.plan->ChangesNothing())
         return true;
     result_.state = State::Same;
@@ -111,7 +112,15 @@ bool Transfer::KeepAndAsk()
         result_.fileError = error.what();
         return End(Reason::NotKept);
     }
-    return steps_.ask(*result_.plan, result_.backup) || End(Reason::Declined);
+    switch (steps_.ask(*result_.plan, result_.backup)) {
+        case TransferAnswer::Yes:
+            return true;
+        case TransferAnswer::No:
+            return End(Reason::Declined);
+        case TransferAnswer::KeepContents:
+            break;
+    }
+    return End(Reason::ContentsKept);
 }
 
 bool Transfer::IsStillHeld(LineWork& work)
@@ -129,6 +138,7 @@ void Transfer::Write()
     result_.line = WorkOnLine(comms_, target_, hooks_, [&](LineWork& work, LineResult& line) {
         line.deviceMap = std::move(read.deviceMap);
         line.image = std::move(read.image);
+        line.terminalName = std::move(read.terminalName);
         HoldLine(work);
         work.Debts().endOfTransfer = true;
         if (!IsStillHeld(work))
@@ -192,6 +202,7 @@ void Transfer::AskOnReopenedPort()
         asked = WorkOnLine(comms_, target_, hooks_, [this](LineWork& work, LineResult& line) {
             line.deviceMap = result_.line.deviceMap;
             line.image = result_.line.image;
+            line.terminalName = result_.line.terminalName;
             work.Debts() = {.release = true, .endOfTransfer = true};
             work.Unstoppably([&] { AskState(work); });
         });

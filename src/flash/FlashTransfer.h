@@ -19,12 +19,19 @@
 
 namespace kelvora {
 
+/// The user's answer to what a download is about to do.
+enum class TransferAnswer {
+    Yes,
+    No,
+    KeepContents,  ///< no Yes for what TransferPlan::TakesContents
+};
+
 /// What a download asks of its user. Both are called while the port is closed and nothing waits on the line.
 struct TransferSteps {
     /// Keeps the image that the device holds, and returns where. Throws FileError when it cannot be kept.
     std::function<std::string(const TransferPlan& plan)> keepBackup;
     /// Whether to go on; `backup` is what keepBackup returned.
-    std::function<bool(const TransferPlan& plan, const std::string& backup)> ask;
+    std::function<TransferAnswer(const TransferPlan& plan, const std::string& backup)> ask;
 };
 
 struct TransferResult {
@@ -44,6 +51,7 @@ struct TransferResult {
         Refused,        ///< see `refusal`
         NotKept,        ///< the backup could not be written, see `backup` and `fileError`
         Declined,       ///< the question was answered No
+        ContentsKept,   ///< the question whether the device may lose its key contents was not answered Yes
         DeviceChanged,  ///< the flash was no longer as it had been read when the line was held again
         Last = DeviceChanged,
     };

@@ -27,8 +27,10 @@ bool IsForLine(const WantedContent& wanted, std::string_view deviceMap)
 {
     if (const auto* const document = std::get_if<SetupDocument>(&wanted))
         return HaveSameMainModules(document->DeviceMap, deviceMap);
-    const DumpModules modules = ModulesFor(std::get<FlashDump>(wanted));
-    return (!modules.line.empty() && HaveSameMainModules(modules.line, deviceMap)) ||
+    const auto& dump = std::get<FlashDump>(wanted);
+    const DumpModules modules = ModulesFor(dump);
+    return (modules.Known().empty() && dump.isForTheLine) ||
+           (!modules.line.empty() && HaveSameMainModules(modules.line, deviceMap)) ||
            (!modules.image.empty() && HaveSameMainModules(modules.image, deviceMap));
 }
 
@@ -117,17 +119,33 @@ std::vector<SetupDifference> SetupChanges(const TransferPlan& plan)
     return changes;
 }
 
+// Bytes of key contents that are held and would be erased.
+std::size_t ContentsLost(const FlashImage& held, const FlashImage& wanted)
+{
+    std::size_t count = 0;
+    for (std::size_t address = FlashLayout::ContentsAt; address < FlashSize; ++address)
+        count += held.at(address) != ErasedByte && wanted.at(address) == ErasedByte ? 1 : 0;
+    return count;
+}
+
 }  // namespace
 
 DumpModules ModulesFor(const FlashDump& dump)
 {
-    return {dump.deviceMap ? dump.deviceMap->deviceMap : std::string(),
+    const auto& map = dump.head.deviceMap;
+    return {map ? map->deviceMap : std::string(),
             NamesModules(dump.image) ? DeviceCodesOf(dump.image) : std::string()};
+}
+
+bool NeedsUsersWord(const FlashDump& dump)
+{
+    return ModulesFor(dump).Known().empty() && !dump.isForTheLine;
 }
 
 std::optional<TransferRefusal> RefusalFor(const WantedContent& wanted)
 {
-    if (KnownCodes(wanted).empty())
+    const auto* const dump = std::get_if<FlashDump>(&wanted);
+    if (dump ? NeedsUsersWord(*dump) : KnownCodes(wanted).empty())
         return TransferRefusal{Reason::NoModules, 0, std::nullopt, {}, {}};
     if (const auto build = BuildRefusalOf(wanted))
         return TransferRefusal{Reason::NotBuilt, 0, build, {}, {}};
@@ -148,12 +166,17 @@ std::optional<TransferRefusal> RefusalFor(const WantedContent& wanted, std::stri
 
 TransferPlan PlanTransfer(const WantedContent& wanted, std::string deviceMap, const FlashImage& held)
 {
-    TransferPlan plan{std::move(deviceMap), held, {}, {}, {}, {}};
+    TransferPlan plan;
+    plan.deviceMap = std::move(deviceMap);
+    plan.held = held;
     if (const auto* const document = std::get_if<SetupDocument>(&wanted)) {
         plan.wanted = std::get<FlashImage>(BuildSetupImage(*document, &held));
         plan.unheld = WhatTheDeviceCannotHold(*document);
     } else {
-        plan.wanted = std::get<FlashDump>(wanted).image;
+        const auto& dump = std::get<FlashDump>(wanted);
+        plan.wanted = dump.image;
+        plan.isOfSetup = dump.head.kind == DumpKind::Setup;
+        plan.contentsLost = ContentsLost(held, plan.wanted);
     }
     plan.imageChanges = DescribeDifferences(held, plan.wanted, ModulesOf(plan.wanted));
     plan.setupChanges = SetupChanges(plan);

@@ -42,9 +42,10 @@ struct TransferRefusal {
 };
 
 struct TransferPlan {
-    std::string deviceMap;  ///< of the line
-    FlashImage held{};      ///< what the device holds
-    FlashImage wanted{};    ///< what it is to hold
+    std::string deviceMap;   ///< of the line
+    std::string terminal{};  ///< the name of the line's terminal
+    FlashImage held{};       ///< what the device holds
+    FlashImage wanted{};     ///< what it is to hold
 
     /// What changes in the image: keys by number and options where the image names them, bytes elsewhere.
     std::vector<ImageDifference> imageChanges;
@@ -53,6 +54,12 @@ struct TransferPlan {
     std::vector<SetupDifference> setupChanges;
     /// What the setup says and the device cannot hold; empty for a dump.
     std::vector<UnheldSetting> unheld;
+
+    bool isOfSetup = false;        ///< `wanted` is a dump that was made from a setup
+    std::size_t contentsLost = 0;  ///< bytes of key contents that the device holds and a dump would erase
+
+    /// Whether the user is to be asked for the device's content besides.
+    bool TakesContents() const { return isOfSetup || contentsLost > 0; }
 
     bool ChangesNothing() const { return held == wanted; }
 };
@@ -68,6 +75,9 @@ struct DumpModules {
     const std::string& Known() const { return line.empty() ? image : line; }
 };
 DumpModules ModulesFor(const FlashDump& dump);
+
+/// Whether only the user can say which line a dump is for.
+bool NeedsUsersWord(const FlashDump& dump);
 
 /// Why that content is for no line at all; nothing when there may be one.
 std::optional<TransferRefusal> RefusalFor(const WantedContent& wanted);

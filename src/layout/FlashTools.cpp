@@ -5,6 +5,7 @@
 #include "app/FlashTexts.h"
 #include "app/ShowMessage.h"
 #include "app/TextFiles.h"
+#include "app/TransferTexts.h"
 #include "layout/LineScan.h"
 #include "layout/SetupFileCommands.h"
 #include "platform/Encoding.h"
@@ -14,13 +15,13 @@ namespace kelvora {
 namespace {
 
 // The text writer ends the file with a line of its own.
-void SaveDump(SetupSession& session, const FlashImage& image)
+void SaveDump(SetupSession& session, const FlashDump& dump)
 {
     Program& program = session.Shared();
     PosCfg& settings = session.settings;
     const std::string folder = settings.OutInitDir;
     const auto file = GetSaveFlashDumpAs(program, settings, {});
-    if (file && !WriteTextFileWithBackup(program, file->path, FormatDump(0, image)))
+    if (file && !SaveKeepingBackup(program, file->path, FormatFlashDump(dump)))
         settings.OutInitDir = folder;
 }
 
@@ -29,17 +30,21 @@ void SaveDump(SetupSession& session, const FlashImage& image)
 void DumpSetupImage(SetupSession& session)
 {
     const Program& program = session.Shared();
-    const auto built = BuildSetupImage(session.document, session.BaseImage());
-    if (const auto* refusal = std::get_if<BuildRefusal>(&built))
+    if (const auto refusal = RefusalFor(session.document)) {
         program.world.prompt.Show(ProductName, Describe(program.catalogue, *refusal), {BoxIcon::Exclamation});
-    else
-        SaveDump(session, std::get<FlashImage>(built));
+        return;
+    }
+    const FlashImage* const base = session.BaseImage();
+    const FlashImage image = std::get<FlashImage>(BuildSetupImage(session.document, base));
+    const DumpSource source =
+        session.SourceNow(session.document.DeviceMap, base ? session.deviceSource.terminal : std::string());
+    SaveDump(session, DumpOfSetup(image, source, session.File().path));
 }
 
 void DumpDeviceImage(SetupSession& session)
 {
     if (session.deviceImage)
-        SaveDump(session, *session.deviceImage);
+        SaveDump(session, DumpOfDevice(*session.deviceImage, session.deviceSource));
     else
         session.Shared().Show(Message::NoImageRead, {BoxIcon::Information});
 }
@@ -77,7 +82,7 @@ TransferResult DownloadFrom(SetupSession& session, const WantedContent& wanted, 
     TransferResult result =
         Download(session.Shared().comms, TargetOf(session.settings), hooks, wanted, steps);
     if (result.image)
-        session.HoldAsBase(*result.image);
+        session.HoldAsBase(*result.image, result.line);
     return result;
 }
 
@@ -89,9 +94,9 @@ VerifyResult VerifyAgainst(SetupSession& session, const LineHooks& hooks)
         return result;
     // A device that has changed is compared with what it held before once more the next time.
     if (result.outcome == VerifyResult::Outcome::Different && session.BaseImage())
-        session.deviceImage = result.deviceImage;
+        session.HoldAsDevice(*result.deviceImage, result.line);
     else
-        session.HoldAsBase(*result.deviceImage);
+        session.HoldAsBase(*result.deviceImage, result.line);
     return result;
 }
 

@@ -178,9 +178,18 @@ std::optional<SetupDocument> ReadOtherSetup(Program& program, const std::string&
     return std::nullopt;
 }
 
+bool SaveKeepingBackup(Program& program, const std::string& path, const std::string& text)
+{
+    const Platform& world = program.world;
+    if (ReplacesOtherBackup(world.files, path, text) &&
+        program.Show(Message::OverwriteBackup, YesNoStyle, TextFromPath(BackupName(path))) != Answer::Yes)
+        return false;
+    return WriteTextFileWithBackup(program, path, text);
+}
+
 bool SaveSetup(Program& program, const SetupDocument& document, const std::string& path)
 {
-    return WriteTextFileWithBackup(program, path, WriteSetup(document.Modules));
+    return SaveKeepingBackup(program, path, WriteSetup(document.Modules));
 }
 
 }  // namespace kelvora

@@ -3,8 +3,10 @@
 #include <utility>
 
 #include "app/ShowMessage.h"
+#include "flash/KeyTables.h"
 #include "layout/ModuleStrip.h"
 #include "platform/Encoding.h"
+#include "platform/LocalTime.h"
 
 namespace kelvora {
 
@@ -56,6 +58,7 @@ ScanOutcome SetupSession::Scan(const LineHooks& hooks)
     HoldAs({{},
             "PosConfiguration " + std::to_string(settings.PanelIndex),
             outcome.image,
+            SourceNow(outcome.line.deviceMap, outcome.line.terminalName),
             outcome.image,
             settings.CommsPort});
     return outcome;
@@ -66,9 +69,29 @@ const FlashImage* SetupSession::BaseImage() const
     return baseImage_ && basePort_ == settings.CommsPort ? &*baseImage_ : nullptr;
 }
 
-void SetupSession::HoldAsBase(const FlashImage& image)
+DumpSource SetupSession::SourceNow(std::string deviceMap, std::string terminal) const
 {
+    return {{settings.CommsPort, LocalTime()}, std::move(deviceMap), std::move(terminal)};
+}
+
+void SetupSession::HoldAsDevice(const FlashImage& image, const LineResult& line)
+{
+    DumpSource source = SourceNow(line.deviceMap, line.terminalName);
+    // A line that was not asked for its modules is the one that it was, unless the image names others.
+    const bool isSameLine =
+        source.deviceMap.empty() && source.origin.port == deviceSource.origin.port &&
+        (!NamesModules(image) || HaveSameMainModules(deviceSource.deviceMap, DeviceCodesOf(image)));
+    if (isSameLine) {
+        source.deviceMap = deviceSource.deviceMap;
+        source.terminal = deviceSource.terminal;
+    }
     deviceImage = image;
+    deviceSource = std::move(source);
+}
+
+void SetupSession::HoldAsBase(const FlashImage& image, const LineResult& line)
+{
+    HoldAsDevice(image, line);
     baseImage_ = image;
     basePort_ = settings.CommsPort;
 }
@@ -78,6 +101,7 @@ void SetupSession::HoldAs(const WindowFile& file)
     SetFile(file.file);
     settings.Name = file.name;
     deviceImage = file.image;
+    deviceSource = file.source;
     baseImage_ = file.base;
     basePort_ = file.basePort;
 }

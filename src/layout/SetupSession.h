@@ -6,6 +6,7 @@
 #include <string>
 
 #include "app/Program.h"
+#include "flash/DumpSource.h"
 #include "flash/FlashImage.h"
 #include "layout/LineScan.h"
 #include "layout/SetupFileCommands.h"
@@ -26,6 +27,7 @@ struct WindowFile {
     SetupFile file;
     std::string name;
     std::optional<FlashImage> image;
+    DumpSource source;               ///< of `image`
     std::optional<FlashImage> base;  ///< see SetupSession::BaseImage
     std::int16_t basePort = 0;       ///< where it was read
 };
@@ -63,7 +65,10 @@ public:
     /// that came is the caller's to take; the flash image that came becomes the device's.
     ScanOutcome Scan(const LineHooks& hooks);
 
-    WindowFile HeldAs() const { return {file_, settings.Name, deviceImage, baseImage_, basePort_}; }
+    WindowFile HeldAs() const
+    {
+        return {file_, settings.Name, deviceImage, deviceSource, baseImage_, basePort_};
+    }
     void HoldAs(const WindowFile& file);
 
     Program& Shared() const { return program_; }
@@ -74,13 +79,20 @@ public:
 
     /// The device's flash as it was last read.
     std::optional<FlashImage> deviceImage;
+    DumpSource deviceSource;  ///< where and when
 
     /// The image that the setup's own is built over: what the device at the window's port held when the setup
     /// was read from it or written to it. Null when neither was done there.
     const FlashImage* BaseImage() const;
 
-    /// The device at the window's port holds that image, and the setup goes with it.
-    void HoldAsBase(const FlashImage& image);
+    /// The device at the window's port holds that image.
+    void HoldAsDevice(const FlashImage& image, const LineResult& line);
+
+    /// The same, and the setup goes with it.
+    void HoldAsBase(const FlashImage& image, const LineResult& line);
+
+    /// Where a dump comes from that is made now at the window's port.
+    DumpSource SourceNow(std::string deviceMap, std::string terminal) const;
 
 private:
     bool SaveTo(const SetupFile& file);

@@ -54,7 +54,7 @@ TEST(FlashTexts, OfSetupDifferences)
     ExpectText(SetupDifference{What::Tracks, MCR, 0, 0, 0, "1,2  ", "1,2,3"},
                "MCR, tracks read: 1,2 -> 1,2,3");
     ExpectText(SetupDifference{What::Separator, MCR, 3, 0, 0, "^", ";"},
-               "MCR, separator after track 3: none -> ;");
+               "MCR, separator after track 3: none -> ; (3B)");
     ExpectText(SetupDifference{What::Autoread, MCR, 0, 0, 0, "ON ", "OFF"}, "MCR, auto-read: yes -> no");
     ExpectText(SetupDifference{What::Fiscal, KM096, 0, 0, 0, "NO ", "YES"},
                "Composite Keyboard, fiscal keyboard: no -> yes");
@@ -62,7 +62,7 @@ TEST(FlashTexts, OfSetupDifferences)
                "Slave Keyboard, Key 97: single key -> unused");
     ExpectText(SetupDifference{What::Key, KM064, 9, 105, 9, "1", "0", 0, 1},
                "Slave Keyboard, Key 105 -> 9: single key -> part of key 1");
-    ExpectText(ModuleOption{What::Separator, 3, ";"}, "separator after track 3: ;");
+    ExpectText(ModuleOption{What::Separator, 3, ";"}, "separator after track 3: ; (3B)");
     ExpectText(ModuleOption{What::Backlight, 0, "NO "}, "backlight: no");
 }
 

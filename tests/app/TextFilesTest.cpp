@@ -2,10 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "fakes/FakeEventLoop.h"
 #include "fakes/FakeFileDialogs.h"
 #include "fakes/FakeFiles.h"
 #include "fakes/FakePrompt.h"
+#include "flash/DumpText.h"
 
 using namespace kelvora;
 
@@ -39,6 +42,30 @@ TEST_F(TextFilesOfAProgram, SavingKeepsThePreviousText)
     files.unreadable = {"a.bak"};
     EXPECT_TRUE(WriteTextFileWithBackup(program, "a.bak", "its own backup is not copied"));
     EXPECT_TRUE(prompt.shown.empty());
+}
+
+TEST(TextFiles, ASetupsBackupIsNotADumps)
+{
+    const std::string setup = "'by hand\r\n[Kelvora]\r\n";
+    const std::string dump = "'Kind: device\r\n" + FormatDump(0, FlashImage{});
+    for (const auto& [text, kept, replaces] : {std::tuple(setup, dump, true),
+                                               {dump, setup, true},
+                                               {setup, setup, false},
+                                               {dump, dump, false},
+                                               {setup, std::string("notes"), false},
+                                               {setup, std::string("'"), false}}) {
+        FakeFiles files;
+        files.content = {{"a.dat", "old"}, {"a.bak", kept}};
+        EXPECT_EQ(ReplacesOtherBackup(files, "a.dat", text), replaces)
+            << text.substr(0, 20) << kept.substr(0, 20);
+        EXPECT_FALSE(ReplacesOtherBackup(files, "b.dat", text)) << "has no old content";
+        EXPECT_FALSE(ReplacesOtherBackup(files, "a.bak", text)) << "is its own backup";
+        if (replaces)
+            EXPECT_THROW(SaveTextFileUnasked(files, "a.dat", text), FileError);
+        else
+            SaveTextFileUnasked(files, "a.dat", text);
+        EXPECT_EQ(files.content["a.bak"], replaces ? kept : "old");
+    }
 }
 
 TEST_F(TextFilesOfAProgram, FailuresAreShownAndLeaveTheFile)

@@ -34,7 +34,8 @@ TEST(TransferTexts, TellWhatTheDeviceHoldsAndWhy)
          "kept in:\r\n/backups/a.mem"},
         {State::New, Reason::Done, true, done, BoxIcon::Information, "The dump is restored.", "kept in:"},
         {State::Same, Reason::Done, false, done, BoxIcon::Information, "holds this image already", ""},
-        {State::Old, Reason::Declined, false, done, BoxIcon::Information, "was not changed", ""},
+        {State::Old, Reason::Declined, false, done, BoxIcon::Information, "was not changed",
+         "The answer was no."},
         {State::Old, Reason::Line, false, stopped, BoxIcon::Information, "was not changed",
          "The work was stopped."},
         {State::Old, Reason::Line, false, dead, BoxIcon::Exclamation, "was not changed",
@@ -80,6 +81,35 @@ TEST(TransferTexts, WhatTheDeviceCannotHoldIsToldWheneverItIsLeftOut)
         const std::string extra = DescribeTransfer(MessageCatalogue(), Target, result).extra;
         EXPECT_EQ(extra.find("it is left out:\r\nComposite Keyboard, Key 7") != std::string::npos, isHeld);
     }
+}
+
+TEST(TransferTexts, WhatWeighsMostIsToldFirst)
+{
+    using What = ImageDifference::What;
+    const auto key = [](ModuleKind kind, std::size_t address, int number) {
+        return ImageDifference{What::Key, address, address + 1, 2, kind, number, '1', '0'};
+    };
+    TransferPlan plan;
+    plan.deviceMap = "\xD6\x17\x04\xBF\x03";
+    plan.imageChanges = {{What::Bytes, 2, 2, {}, ModuleKind::None, 0, 0, 0},
+                         {What::Fiscal, 6, 6, 0, ModuleKind::KM096, 0, '1', '0'},
+                         {What::Module, 130, 130, 1, ModuleKind::None, 2, 23, 31},
+                         {What::Module, 138, 138, 1, ModuleKind::None, 6, 8, 0},
+                         key(ModuleKind::KM064, 480, 97),
+                         key(ModuleKind::KM096, 256, 12),
+                         key(ModuleKind::KM096, 258, 2),
+                         {What::Separator, 1024, 1024, 3, ModuleKind::MCR, 1, '#', 0}};
+    EXPECT_THAT(ChangeLines(MessageCatalogue(), plan),
+                ElementsAre(HasSubstr("position 6: ICCR 8 -> none"), HasSubstr("Keyboard, Key 2:"),
+                            HasSubstr("Keyboard, Key 12:"), HasSubstr("Slave Keyboard, Key 97:"),
+                            HasSubstr("fiscal keyboard"), HasSubstr("track 1: # (23) -> none"),
+                            HasSubstr("position 2: Backlight yes -> no"), "Bytes 0002"));
+    EXPECT_EQ(ContentsText(MessageCatalogue(), plan), "");
+    plan.contentsLost = 12;
+    EXPECT_THAT(ContentsText(MessageCatalogue(), plan), testing::EndsWith("that the device loses: 12"));
+    plan.isOfSetup = true;
+    EXPECT_THAT(ContentsText(MessageCatalogue(), plan),
+                testing::StartsWith("This dump was made from a setup. "));
 }
 
 TEST(TransferTexts, OfAVerify)

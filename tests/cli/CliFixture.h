@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <deque>
 #include <filesystem>
 #include <optional>
 #include <sstream>
@@ -34,11 +35,15 @@ public:
     }
     bool StopRequested() override { return stopAfter >= 0 && stopAfter-- == 0; }
     bool ShowsProgress() const override { return showsProgress; }
-    bool CanAsk() const override { return answer.has_value(); }
+    bool CanAsk() const override { return answer || !answers.empty(); }
     bool Ask(const std::string& question) override
     {
         questions.push_back(question);
-        return *answer;
+        if (answers.empty())
+            return answer.value();
+        const bool next = answers.front();
+        answers.pop_front();
+        return next;
     }
     SerialPort& Port(int /*line*/) override { return bench.port; }
     std::string DataFolder() const override { return data; }
@@ -46,6 +51,7 @@ public:
     int stopAfter = -1;  ///< so many commands are sent before the user wants a stop; below 0 never
     bool showsProgress = false;
     std::optional<bool> answer;  ///< on the terminal; nothing where there is none
+    std::deque<bool> answers;    ///< given in turn before that
     std::vector<std::string> questions;
     std::string data;
     LineOptions asked;

@@ -1,8 +1,12 @@
+#include <algorithm>
 #include <csignal>
 #include <nlohmann/json.hpp>
 
 #include "cli/CliFixture.h"
 #include "cli/Console.h"
+#include "cli/YesAnswer.h"
+#include "flash/DumpText.h"
+#include "flash/Images.h"
 #include "platform/posix/StopSignal.h"
 
 namespace kelvora {
@@ -47,7 +51,8 @@ TEST_F(FlashCommandsTest, DownloadShowsWhatChangesAndAsks)
     access.answer = false;
     CliResult result = Run({"download", At("other.dat")});
     EXPECT_EQ(result.exitCode, ExitCode::Rejected);
-    EXPECT_THAT(result.err, HasSubstr("The device was not changed."));
+    EXPECT_THAT(result.err,
+                HasSubstr("The device was not changed. It holds what it held before. The answer was no."));
     ASSERT_EQ(access.questions.size(), 1U);
     EXPECT_THAT(access.questions[0], StartsWith("This will change in the device:\n"
                                                 "  0006: Composite Keyboard, fiscal keyboard: "));
@@ -59,7 +64,7 @@ TEST_F(FlashCommandsTest, DownloadShowsWhatChangesAndAsks)
     EXPECT_EQ(result.exitCode, ExitCode::Done) << result.err;
     EXPECT_THAT(result.out, StartsWith("COM1: The download is done."));
     EXPECT_FALSE(access.bench.Flash() == before);
-    EXPECT_EQ(BackupCount(), 2U);
+    EXPECT_EQ(BackupCount(), 1U) << "what was kept at the first try is not kept once more";
 
     access.answer.reset();
     EXPECT_THAT(Run({"download", At("till.dat"), "--yes"}).out,
@@ -105,6 +110,74 @@ TEST_F(FlashCommandsTest, ADumpIsRestoredAsItIs)
     EXPECT_FALSE(access.bench.Flash() == before);
 }
 
+TEST_F(FlashCommandsTest, ADumpOfASetupTakesKeyContentsOnlyOnASecondYes)
+{
+    ASSERT_EQ(Run({"image", At("till.dat"), "-o", At("setup.mem")}).exitCode, ExitCode::Done);
+    const auto lost = std::to_string(
+        std::count_if(before.begin() + 1027, before.end(), [](char c) { return c != '\xFF'; }));
+    const std::string first =
+        "This dump was made from a setup. Bytes of key contents that the device loses: " + lost;
+    CliResult result = Run({"restore", "--yes", At("setup.mem")});
+    EXPECT_EQ(result.exitCode, ExitCode::Rejected);
+    EXPECT_THAT(result.out, StartsWith(first + "\nThis will change"));
+    EXPECT_THAT(result.err, HasSubstr("--erase-content"));
+    result = Run({"restore", "--yes", "--json", At("setup.mem")});
+    EXPECT_EQ(Json::parse(result.out)["reason"], "contents");
+    EXPECT_EQ(std::to_string(Json::parse(result.out)["contentsLost"].get<int>()), lost);
+
+    access.answers = {true, false};
+    result = Run({"restore", At("setup.mem")});
+    EXPECT_EQ(result.exitCode, ExitCode::Rejected);
+    ASSERT_EQ(access.questions.size(), 2U);
+    EXPECT_THAT(access.questions[0], StartsWith(first));
+    EXPECT_THAT(access.questions[1], HasSubstr("Take this from the device all the same?"));
+    EXPECT_TRUE(access.bench.Flash() == before);
+
+    access.answers = {true, true};
+    EXPECT_EQ(Run({"restore", At("setup.mem")}).exitCode, ExitCode::Done);
+    EXPECT_FALSE(access.bench.Flash() == before);
+    // The copy of what the device held asks for no second yes.
+    EXPECT_EQ(BackupCount(), 1U);
+    access.answer.reset();
+    EXPECT_EQ(Run({"restore", "--yes", BackupFolder() + "/" + files.List(BackupFolder())[0]}).exitCode,
+              ExitCode::Done);
+    EXPECT_TRUE(access.bench.Flash() == before);
+    EXPECT_EQ(Run({"restore", "--yes", "--erase-content", At("setup.mem")}).exitCode, ExitCode::Done);
+    EXPECT_FALSE(access.bench.Flash() == before);
+}
+
+TEST_F(FlashCommandsTest, ADumpThatNamesNoModulesIsRestoredOnTheUsersWord)
+{
+    FlashImage nameless = *ImageFrom(before);
+    std::fill_n(nameless.begin() + 128, 14, std::uint8_t{0xFF});
+    Write("bare.mem", FormatDump(0, nameless));
+    access.answers = {false};
+    CliResult result = Run({"restore", At("bare.mem")});
+    EXPECT_EQ(result.exitCode, ExitCode::Rejected);
+    EXPECT_THAT(result.err, HasSubstr("The answer was no."));
+    access.answers = {true, true};
+    EXPECT_EQ(Run({"restore", At("bare.mem")}).exitCode, ExitCode::Done);
+    EXPECT_EQ(access.bench.Flash(), TextOf(nameless));
+    // What is dumped of that device says for which line it is.
+    ASSERT_EQ(Run({"dump", "-o", At("told.mem")}).exitCode, ExitCode::Done);
+    ASSERT_EQ(Run({"download", "--yes", At("other.dat")}).exitCode, ExitCode::Done);
+    EXPECT_EQ(Run({"restore", "--yes", At("told.mem")}).exitCode, ExitCode::Done);
+    EXPECT_EQ(access.bench.Flash(), TextOf(nameless));
+    ASSERT_EQ(Run({"download", "--yes", At("other.dat")}).exitCode, ExitCode::Done);
+    EXPECT_EQ(Run({"restore", "--yes", "--this-line", At("bare.mem")}).exitCode, ExitCode::Done);
+    EXPECT_EQ(access.bench.Flash(), TextOf(nameless));
+}
+
+TEST(YesAnswer, KnowsTheWords)
+{
+    for (const char* const yes : {"y\n", "Y\n", "yes\r\n", "YES", " Yes "})
+        EXPECT_TRUE(IsYes(yes, false) && IsYes(yes, true)) << yes;
+    for (const char* const yes : {"s\n", "S", "si", "s\xC3\xAC\n", "S\xC3\x8C\n", "S\xEC"})
+        EXPECT_TRUE(IsYes(yes, true) && !IsYes(yes, false)) << yes;
+    for (const char* const no : {"", "\n", "n", "ye", "yess", "y n", "no"})
+        EXPECT_FALSE(IsYes(no, true)) << no;
+}
+
 TEST_F(FlashCommandsTest, WhatWasReadIsUsedThoughTheLineFailsAfterIt)
 {
     const auto fails = [this] { access.bench.line.Terminal().AnswerNext("$9904", "E$9904 broken"); };
@@ -128,13 +201,16 @@ TEST_F(FlashCommandsTest, AnImageOfASetupNeedsNoDevice)
     const CliResult result = Run({"image", At("till.dat")});
     EXPECT_EQ(result.exitCode, ExitCode::Done);
     EXPECT_THAT(result.out, HasSubstr("\r\n0000:80 D6 FF 17 FF 04 FF BF FF 03 "));
+    EXPECT_THAT(result.out, HasSubstr("\r\n'Kind: setup\r\n'Setup: " + At("till.dat") + "\r\n'CRC: "));
     Write("till.mem", "old");
     EXPECT_EQ(Run({"image", At("till.dat"), "-o", At("till.mem")}).exitCode, ExitCode::Done);
-    EXPECT_EQ(files.Read(At("till.mem")), result.out + "\r\n");
+    // All but the time at its head.
+    const auto behindTitle = [](const std::string& dump) { return dump.substr(dump.find('\n')); };
+    EXPECT_EQ(behindTitle(files.Read(At("till.mem"))), behindTitle(result.out) + "\r\n");
     EXPECT_EQ(files.Read(At("till.bak")), "old");
 
     auto object = nlohmann::json::parse(Run({"image", At("till.dat"), "--json"}).out);
-    EXPECT_EQ(object["dump"], result.out);
+    EXPECT_EQ(behindTitle(object["dump"]), behindTitle(result.out));
     EXPECT_EQ(object["output"], nullptr);
     EXPECT_EQ(object["unheld"], nlohmann::json::array());
     object = nlohmann::json::parse(Run({"image", At("till.dat"), "--json", "-o", At("till.mem")}).out);
@@ -158,6 +234,8 @@ TEST_F(FlashCommandsTest, EveryFailureHasItsExitCodeAndLeavesTheDevice)
 {
     const std::string lone = Write("lone.dat", Accepted);
     const std::string broken = Write("broken.mem", "0000:00 oops\r\n");
+    const std::string kept = Write("kept.dat", Accepted);
+    Write("kept.bak", FormatDump(0, Filled(0)));
     const struct {
         std::vector<std::string> arguments;
         int exitCode;
@@ -176,6 +254,16 @@ TEST_F(FlashCommandsTest, EveryFailureHasItsExitCodeAndLeavesTheDevice)
         {{"verify", "--port", "2", At("till.dat")}, ExitCode::Line, "There is no such device."},
         {{"dump", "--port", "2"}, ExitCode::Line, "There is no such device."},
         {{"download", "--yes"}, ExitCode::Usage, "FILE"},
+        {{"dump", "-o", ""}, ExitCode::Usage, "expected the name of a file"},
+        {{"image", "-o", "", lone}, ExitCode::Usage, "expected the name of a file"},
+        {{"scan", "-o", ""}, ExitCode::Usage, "expected the name of a file"},
+        {{"format", "-o", "", lone}, ExitCode::Usage, "expected the name of a file"},
+        {{"render", "-o", "", lone}, ExitCode::Usage, "expected the name of a file"},
+        {{"image", Write("empty.dat", "[Kelvora]\n")}, ExitCode::Rejected, "no modules are named"},
+        {{"restore", "--yes", Write("nameless.mem", FormatDump(0, Filled(0xFF)))},
+         ExitCode::Rejected,
+         "--this-line"},
+        {{"format", lone, "-o", kept}, ExitCode::Rejected, "kept.bak: move that away"},
     };
     for (const auto& row : cases) {
         const CliResult result = Run(row.arguments);

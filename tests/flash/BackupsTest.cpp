@@ -11,6 +11,11 @@ namespace {
 using namespace std::chrono;
 using namespace std::chrono_literals;
 
+std::string Spoilt(std::string dump)
+{
+    return dump.replace(dump.rfind("FF "), 2, "FE");
+}
+
 TEST(Backups, AreListedByTheirTimeAndReadBack)
 {
     FakeFiles files;
@@ -19,15 +24,15 @@ TEST(Backups, AreListedByTheirTimeAndReadBack)
     EXPECT_TRUE(backups.List().empty());
 
     const FlashImage image = ImageOf(WholeChain);
-    const std::string first = backups.Save(1, WholeChain, image);
+    const std::string first = backups.Keep({1, WholeChain, "TILL 7", image});
     EXPECT_EQ(first, "/data/backups/2026-03-09 07-05-00 COM1.mem");
     EXPECT_TRUE(files.folders.contains("/data/backups"));
     EXPECT_TRUE(files.content[first].starts_with("'DeviceMap: COM1, 2026-03-09 07:05:00\r\n0000:00 D6 17 "));
-    EXPECT_EQ(backups.Save(1, "\xBF", Filled(1)), "/data/backups/2026-03-09 07-05-00 COM1_2.mem");
-    for (int number = 3; number <= 10; ++number)
-        backups.Save(1, "\xBF", Filled(1));
+    for (int number = 2; number <= 10; ++number)
+        EXPECT_EQ(backups.Keep({1, "\xBF", "", Filled(static_cast<std::uint8_t>(number))}),
+                  "/data/backups/2026-03-09 07-05-00 COM1_" + std::to_string(number) + ".mem");
     now += 24h;
-    backups.Save(3, "", Filled(0xFF));
+    backups.Keep({3, "", "", Filled(0xFF)});
     files.content["/data/backups/broken.mem"] = "0000:00 oops\r\n";
     files.content["/data/backups/foreign.mem"] = FormatDump(0, image);
     files.content["/data/backups/locked.mem"] = "";
@@ -38,18 +43,56 @@ TEST(Backups, AreListedByTheirTimeAndReadBack)
     ASSERT_EQ(list.size(), 14U);
     EXPECT_EQ(list[0].name, "2026-03-10 07-05-00 COM3.mem");
     EXPECT_EQ(list[0].origin, (BackupOrigin{3, now}));
-    EXPECT_TRUE(list[0].IsWhole() && !list[0].IsForALine());
+    EXPECT_TRUE(list[0].IsWhole() && list[0].modules.empty());
     EXPECT_EQ(list[1].name, "2026-03-09 07-05-00 COM1_10.mem");
     EXPECT_EQ(list[9].modules + list[10].modules, "\xBF" + std::string(WholeChain));
     EXPECT_EQ(list[11].readError, "Permission denied");
-    EXPECT_TRUE(list[12].name == "foreign.mem" && list[12].IsForALine() && !list[12].origin);
+    EXPECT_TRUE(list[12].name == "foreign.mem" && list[12].IsWhole() && !list[12].origin && !list[12].kind);
     EXPECT_EQ(list[12].modules, DeviceCodesOf(image));
     EXPECT_EQ(list[13].damage.value().Line(), 1U);
     EXPECT_FALSE(list[11].IsWhole() || list[13].IsWhole());
 
+    EXPECT_EQ(list[10].terminal, "TILL 7");
+    EXPECT_EQ(list[10].kind, DumpKind::Device);
+
     const FlashDump read = backups.Read(first);
     EXPECT_EQ(read.image, image);
-    EXPECT_EQ(read.deviceMap.value().deviceMap, WholeChain);
+    EXPECT_EQ(read.head.deviceMap.value().deviceMap, WholeChain);
+}
+
+TEST(Backups, AnImageIsKeptOnceAsLongAsItsLineHasNoNewerOne)
+{
+    FakeFiles files;
+    local_seconds now = local_days(2026y / March / 9) + 7h;
+    Backups backups(files, "/b", [&] { return now += 1min; });
+    const FlashImage image = ImageOf(WholeChain);
+    const FlashImage other = Filled(1);
+    const auto keep = [&](int port, std::string_view terminal, const FlashImage& held,
+                          std::string_view map = WholeChain) {
+        return backups.Keep({port, map, terminal, held});
+    };
+    const std::string first = keep(1, "TILL 7", image);
+    EXPECT_EQ(keep(1, "TILL 7", image), first);
+    EXPECT_NE(keep(2, "TILL 7", image), first) << "another line";
+    EXPECT_EQ(keep(1, "TILL 7", image), first) << "that line's newest is still the same";
+    EXPECT_EQ(files.content.size(), 2U);
+
+    EXPECT_NE(keep(1, "TILL 8", image), first) << "another till";
+    EXPECT_NE(keep(1, "TILL 8", image, "\xBF"), first) << "other modules";
+    const std::string changed = keep(1, "TILL 7", other);
+    EXPECT_NE(keep(1, "TILL 7", image), first) << "no longer the newest";
+    EXPECT_EQ(files.content.size(), 6U);
+
+    // One that cannot be trusted is no backup, and one of older days does not say what it is.
+    const std::string newest = keep(1, "TILL 7", image);
+    for (const std::string& spoilt : {Spoilt(files.content[newest]), FormatDump(0, image)}) {
+        files.content[newest] = spoilt;
+        const std::string again = keep(1, "TILL 7", image);
+        EXPECT_NE(again, newest);
+        files.content.erase(again);
+    }
+    files.unreadable.insert(newest);
+    EXPECT_NE(keep(1, "TILL 7", image), newest);
 }
 
 }  // namespace

@@ -30,7 +30,7 @@ TEST(FlashTransfer, StagesTheBlocksThatDifferAndCommitsOnce)
 {
     TransferLine line;
     const FlashImage before = line.Flash();
-    FlashDump dump{before, std::nullopt};
+    FlashDump dump{before, {}};
     dump.image[0] ^= 1;
     dump.image[8191] ^= 1;
     const std::string crc = HexText(Crc32(TextOf(dump.image)), 8);
@@ -88,6 +88,8 @@ TEST(FlashTransfer, ASetupIsBroughtIntoTheDeviceAfterABackupAndAQuestion)
     EXPECT_EQ(result.image, line.Flash());
     EXPECT_EQ(line.Setup(), setup);
     EXPECT_EQ(line.backups.Read(result.backup).image, before);
+    EXPECT_FALSE(result.line.terminalName.empty());
+    EXPECT_EQ(line.backups.Read(result.backup).head.terminal, result.line.terminalName);
     EXPECT_EQ(progress.back().done, 3 * 64U);
     EXPECT_EQ(progress.back().total, 3 * 64U);
 
@@ -133,7 +135,11 @@ TEST(FlashTransfer, EveryEndIsTold)
         Reason reason;
         bool isAsked;
     } cases[]{
-        {"answered No", [](TransferLine& line) { line.answer = false; }, State::Old, Reason::Declined, true},
+        {"answered No", [](TransferLine& line) { line.answer = TransferAnswer::No; }, State::Old,
+         Reason::Declined, true},
+        {"answered No for the contents",
+         [](TransferLine& line) { line.answer = TransferAnswer::KeepContents; }, State::Old,
+         Reason::ContentsKept, true},
         {"no backup", [](TransferLine& line) { line.files.unwritable.insert("/backups"); }, State::Old,
          Reason::NotKept, false},
         {"the port is gone after the question",

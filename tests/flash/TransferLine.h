@@ -52,16 +52,18 @@ struct TransferLine {
 
     TransferResult Run(const WantedContent& wanted)
     {
-        const TransferSteps steps{
-            [this](const TransferPlan& plan) { return backups.Save(1, plan.deviceMap, plan.held); },
-            [this](const TransferPlan& plan, const std::string& /*backup*/) {
-                asked.push_back(plan);
-                sent.push_back("?");
-                EXPECT_FALSE(bench.port.IsOpen()) << "the line is held while the user thinks";
-                if (whileAsked)
-                    whileAsked();
-                return answer;
-            }};
+        const TransferSteps steps{[this](const TransferPlan& plan) {
+                                      return backups.Keep({1, plan.deviceMap, plan.terminal, plan.held});
+                                  },
+                                  [this](const TransferPlan& plan, const std::string& /*backup*/) {
+                                      asked.push_back(plan);
+                                      sent.push_back("?");
+                                      EXPECT_FALSE(bench.port.IsOpen())
+                                          << "the line is held while the user thinks";
+                                      if (whileAsked)
+                                          whileAsked();
+                                      return answer;
+                                  }};
         TransferResult result = Download(comms, {1, "9600,n,8,1", 0}, hooks, wanted, steps);
         EXPECT_FALSE(bench.port.IsOpen());
         return result;
@@ -73,7 +75,7 @@ struct TransferLine {
     LineHooks hooks;
     FakeFiles files;
     Backups backups{files, "/backups", [] { return std::chrono::local_seconds(std::chrono::seconds(0)); }};
-    bool answer = true;
+    TransferAnswer answer = TransferAnswer::Yes;
     std::function<void()> whileAsked;
     std::vector<TransferPlan> asked;
     std::vector<std::string> sent;  ///< commands, repeated ones again

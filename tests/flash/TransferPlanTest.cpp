@@ -16,9 +16,9 @@ SetupDocument SetupOf(std::string_view codes)
 
 TEST(TransferPlan, IsForALineOfTheSameMainModulesAlone)
 {
-    const FlashDump chain{ImageOf(WholeChain), std::nullopt};
-    const FlashDump fresh{Filled(0xFF), DeviceMapDump{"", std::string(WholeChain)}};
-    const FlashDump strayed{ImageOf("\xBF\x03"), DeviceMapDump{"", std::string(WholeChain)}};
+    const FlashDump chain{ImageOf(WholeChain), {}};
+    const FlashDump fresh{Filled(0xFF), {DeviceMapDump{"", std::string(WholeChain)}}};
+    const FlashDump strayed{ImageOf("\xBF\x03"), {DeviceMapDump{"", std::string(WholeChain)}}};
     SetupDocument twice = SetupOf(WholeChain);
     AppendModule(twice, 8);
     const struct {
@@ -45,6 +45,9 @@ TEST(TransferPlan, IsForALineOfTheSameMainModulesAlone)
         {"the same, for the one that it names", strayed, "\xBF\x03", {}, 0},
         {"the same, for a third", strayed, "\xBF", Reason::OtherModules, 0},
         {"a dump that names nothing", FlashDump{Filled(0xFF), {}}, WholeChain, Reason::NoModules, 0},
+        {"the same, with the user's word", FlashDump{Filled(0xFF), {}, true}, WholeChain, {}, 0},
+        {"the user's word against what the dump names", FlashDump{ImageOf("\xBF"), {}, true}, WholeChain,
+         Reason::OtherModules, 0},
         {"the same with zeros", FlashDump{Filled(0), {}}, WholeChain, Reason::NoModules, 0},
     };
     for (const auto& row : cases) {
@@ -92,6 +95,25 @@ TEST(TransferPlan, SaysOnceWhatChanges)
         EXPECT_NE(change.what, What::Key);
     EXPECT_FALSE(first.ChangesNothing());
     EXPECT_TRUE(PlanTransfer(wanted, "\x03\xBF", first.wanted).ChangesNothing());
+}
+
+TEST(TransferPlan, CountsTheKeyContentsThatADumpWouldErase)
+{
+    FlashImage held = ImageOf(WholeChain);
+    for (const std::size_t address : {1024U, 1026U, 1027U, 3000U, 8191U})
+        held[address] = 0;
+    FlashDump dump{held, {}};
+    EXPECT_FALSE(PlanTransfer(dump, std::string(WholeChain), held).TakesContents());
+    dump.image = ImageOf(WholeChain);
+    EXPECT_EQ(PlanTransfer(dump, std::string(WholeChain), held).contentsLost, 3U);
+    dump.image[3000] = 1;
+    EXPECT_EQ(PlanTransfer(dump, std::string(WholeChain), held).contentsLost, 2U)
+        << "another content is no loss";
+    EXPECT_EQ(PlanTransfer(FlashDump{held, {}}, std::string(WholeChain), dump.image).contentsLost, 0U);
+    // A setup's own dump is no copy of a device, whatever it holds; a download keeps the contents.
+    dump = {held, {{}, DumpKind::Setup, {}, {}}};
+    EXPECT_TRUE(PlanTransfer(dump, std::string(WholeChain), held).TakesContents());
+    EXPECT_FALSE(PlanTransfer(SetupOf(WholeChain), std::string(WholeChain), held).TakesContents());
 }
 
 }  // namespace

@@ -75,21 +75,22 @@ protected:
 TEST_F(FlashForm, DownloadAsksWithTheLineFreeAndWritesOnlyOnYes)
 {
     ClearFiscal();
-    InDialog<ChangesDialog>([&] { Run(Command::ToolsMenuFlashDownload); },
-                            [&](ChangesDialog& dialog) {
-                                EXPECT_EQ(dialog.windowTitle().toStdString(), "Flash Download: COM1");
-                                EXPECT_EQ(
-                                    dialog.findChild<QPlainTextEdit*>("Changes")->toPlainText().toStdString(),
-                                    "This will change in the device:\n"
-                                    "0006: Composite Keyboard, fiscal keyboard: yes -> no");
-                                EXPECT_FALSE(port.IsOpen());
-                                EXPECT_TRUE(program.busy);
-                                EXPECT_FALSE(IsEnabled(Command::FileMenuNew));
-                                EXPECT_FALSE(QApplication::overrideCursor());
-                                window->close();
-                                EXPECT_FALSE(closed);
-                                QTest::keyClick(&dialog, Qt::Key_Return);
-                            });
+    InDialog<ChangesDialog>(
+        [&] { Run(Command::ToolsMenuFlashDownload); },
+        [&](ChangesDialog& dialog) {
+            EXPECT_EQ(dialog.windowTitle().toStdString(), "Flash Download: COM1");
+            EXPECT_EQ(dialog.findChild<QPlainTextEdit*>("Changes")->toPlainText().toStdString(),
+                      "This will change in the device:\n"
+                      "0006: Composite Keyboard, fiscal keyboard: yes -> no");
+            EXPECT_TRUE(dialog.findChild<QLabel*>("Backup")->text().contains("/backups/20"));
+            EXPECT_FALSE(port.IsOpen());
+            EXPECT_TRUE(program.busy);
+            EXPECT_FALSE(IsEnabled(Command::FileMenuNew));
+            EXPECT_FALSE(QApplication::overrideCursor());
+            window->close();
+            EXPECT_FALSE(closed);
+            QTest::keyClick(&dialog, Qt::Key_Return);
+        });
     EXPECT_EQ(Flash(), fresh);
     EXPECT_TRUE(prompt.shown.empty());
 
@@ -120,7 +121,7 @@ TEST_F(FlashForm, TheQuestionTellsWhatTheDeviceCannotHold)
         [&](ChangesDialog& dialog) {
             const QString text = dialog.findChild<QPlainTextEdit*>("Changes")->toPlainText();
             EXPECT_TRUE(
-                text.contains("MCR, separator after track 2: none -> #\n\n"
+                text.contains("MCR, separator after track 2: none -> # (23)\n\n"
                               "The device cannot hold this; it is left out:\nICCR, Key "))
                 << text.toStdString();
             InDialog<ComparisonDialog>([&] { Press(dialog, "Compare"); },
@@ -205,14 +206,20 @@ TEST_F(FlashForm, DumpsAreWrittenAndKeepThePreviousFile)
 
     choose();
     Trigger(Command::ToolsMenuFlashDumpUpload);
-    EXPECT_EQ(ReadDump(files.Read(file)).image, fresh);
+    FlashDump dump = ReadDump(files.Read(file));
+    EXPECT_EQ(dump.image, fresh);
+    EXPECT_EQ(dump.head.kind, DumpKind::Device);
+    EXPECT_EQ(dump.head.deviceMap.value().deviceMap, "\xD6\x17\x04\xBF\x03\x08");
+    EXPECT_FALSE(dump.head.terminal.empty());
     ClearFiscal();
     dialogs.choices.push_back({file, Path(""), 1});
     prompt.answers = {Answer::Yes};
     window->findChild<QToolButton*>("DUMP")->click();
     FlashImage cleared = fresh;
     cleared[6] ^= 1;
-    EXPECT_EQ(ReadDump(files.Read(file)).image, cleared);
+    dump = ReadDump(files.Read(file));
+    EXPECT_EQ(dump.image, cleared);
+    EXPECT_EQ(dump.head.kind, DumpKind::Setup);
     EXPECT_EQ(ReadDump(files.Read(Path("till.bak"))).image, fresh);
 
     // A window that has read no device has no such image.
@@ -235,9 +242,13 @@ TEST_F(FlashForm, ABackupIsComparedAndRestored)
         const auto* const list = dialog.findChild<QTreeWidget*>("Backups");
         ASSERT_EQ(list->topLevelItemCount(), 2);
         EXPECT_EQ(list->topLevelItem(0)->text(1), "COM1");
-        EXPECT_EQ(list->topLevelItem(0)->text(2), "Composite Keyboard, Slave Keyboard, MCR, ICCR");
-        EXPECT_EQ(list->topLevelItem(0)->text(3), "whole");
-        EXPECT_EQ(list->topLevelItem(1)->text(0), "broken.mem");
+        EXPECT_EQ(list->topLevelItem(0)->text(2), "device");
+        EXPECT_EQ(list->topLevelItem(0)->text(3), "Composite Keyboard, Slave Keyboard, MCR, ICCR");
+        EXPECT_FALSE(list->topLevelItem(0)->text(4).isEmpty());
+        EXPECT_TRUE(list->topLevelItem(0)->text(5).endsWith("COM1.mem"));
+        EXPECT_EQ(list->topLevelItem(0)->text(6), "whole");
+        EXPECT_EQ(list->topLevelItem(1)->text(5), "broken.mem");
+        EXPECT_TRUE(list->topLevelItem(1)->text(6).contains("Line 1: "));
         InDialog<ComparisonDialog>([&] { Press(dialog, "Compare"); },
                                    [&](ComparisonDialog& comparison) {
                                        EXPECT_EQ(comparison.findChild<QListWidget*>("Differences")->count(),
@@ -288,6 +299,55 @@ TEST_F(FlashForm, ADumpIsRestoredAsItIsAndADamagedOneRefused)
     Run(Command::ToolsMenuFlashRestore);
     EXPECT_TRUE(LastBody().ends_with("Wanted there: Composite Keyboard")) << LastBody();
     EXPECT_EQ(Flash()[130], fresh[130]);
+}
+
+TEST_F(FlashForm, WhatTakesKeyContentsOrNamesNoModulesNeedsASecondYes)
+{
+    const auto choose = [&](const FlashDump& dump) {
+        files.Write(Path("till.mem"), FormatFlashDump(dump));
+        dialogs.choices.push_back({Path("till.mem"), Path(""), 1});
+    };
+    FlashDump dump{fresh, {}};
+    std::fill(dump.image.begin() + 8000, dump.image.end(), std::uint8_t{0xFF});
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        choose(dump);
+        prompt.answers = {answer};
+        InDialog<ChangesDialog>(
+            [&] { Run(Command::ToolsMenuFlashRestore); },
+            [&](ChangesDialog& dialog) {
+                EXPECT_TRUE(dialog.findChild<QLabel*>("Question")
+                                ->text()
+                                .startsWith("This dump is erased where the device holds key contents."));
+                PressText(dialog, "&Yes");
+            });
+        EXPECT_EQ(Flash(), answer == Answer::Yes ? dump.image : fresh);
+    }
+    EXPECT_EQ(prompt.shown.front().style.defaultAnswer, Answer::No);
+
+    dump.image = fresh;
+    std::fill_n(dump.image.begin() + 128, 14, std::uint8_t{0xFF});
+    choose(dump);
+    prompt.answers = {Answer::No};
+    Run(Command::ToolsMenuFlashRestore);
+    EXPECT_TRUE(LastBody().starts_with("This dump names no modules.")) << LastBody();
+    choose(dump);
+    prompt.answers = {Answer::Yes};
+    RunAndAnswer(Command::ToolsMenuFlashRestore, "&Yes");
+    EXPECT_EQ(Flash(), dump.image);
+}
+
+TEST_F(FlashForm, ADumpIsNotPutInThePlaceOfASetupsBackupUnasked)
+{
+    files.Write(Path("till.bak"), "[Kelvora]\r\n");
+    files.Write(Path("till.mem"), "old");
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        dialogs.choices.push_back({Path("till.mem"), Path(""), 1});
+        prompt.answers = {Answer::Yes, answer};
+        Trigger(Command::ToolsMenuFlashDumpUpload);
+        EXPECT_TRUE(LastBody().ends_with("till.bak")) << LastBody();
+        EXPECT_EQ(files.Read(Path("till.mem")) == "old", answer == Answer::No);
+    }
+    EXPECT_EQ(files.Read(Path("till.bak")), "old");
 }
 
 TEST_F(FlashForm, TheComparisonGoesFromOneDifferenceToTheNextAndFinds)

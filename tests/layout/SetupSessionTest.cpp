@@ -148,8 +148,20 @@ TEST_F(Session, ASetupIsBuiltOverTheImageOfItsOwnPortAlone)
     EXPECT_FALSE(session.BaseImage());
     FlashImage image{};
     image[3000] = 7;
-    session.HoldAsBase(image);
+    session.HoldAsBase(image, {});
     EXPECT_EQ(session.deviceImage, image);
+    // Whoever reads the flash alone does not ask again for the line: it is the same until an image says
+    // otherwise.
+    LineResult told;
+    told.deviceMap = "\xBF\x03";
+    told.terminalName = "TILL 7";
+    session.HoldAsBase(image, told);
+    session.HoldAsDevice(image, {});
+    EXPECT_EQ(session.deviceSource.deviceMap + session.deviceSource.terminal, "\xBF\x03TILL 7");
+    FlashImage foreign = image;
+    foreign[128] = 3;
+    session.HoldAsDevice(foreign, {});
+    EXPECT_EQ(session.deviceSource.deviceMap + session.deviceSource.terminal, "");
     SelectPort(session.settings, 2);
     EXPECT_FALSE(session.BaseImage());
     SelectPort(session.settings, 1);

@@ -11,6 +11,7 @@
 #include <optional>
 
 #include "cli/LineReport.h"
+#include "cli/YesAnswer.h"
 #include "comms/LineLink.h"
 #include "comms/PortNames.h"
 #include "network/qt/QtLinePort.h"
@@ -114,7 +115,7 @@ bool QtLineAccess::Ask(const std::string& question)
             return false;
         answer += byte;
     }
-    return answer == "y\n" || answer == "Y\n" || answer == "yes\n";
+    return IsYes(answer, HasItalianLocale());
 }
 
 }  // namespace

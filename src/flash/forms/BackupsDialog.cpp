@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "app/FlashTexts.h"
@@ -22,9 +23,12 @@ namespace kelvora {
 
 namespace {
 
-constexpr QSize InitialSize(900, 420);
+constexpr QSize InitialSize(1100, 420);
 
-enum Column { Date, Port, Modules, State, ColumnCount };
+/// The widest that a column but the last begins with, in characters; the whole text is in its tool tip.
+constexpr int WidestColumn = 44;
+
+enum Column { Date, Port, Kind, Modules, Terminal, File, State, ColumnCount };
 
 }  // namespace
 
@@ -61,8 +65,9 @@ void BackupsDialog::MakeList()
     const auto text = [this](const MessageId& id) { return ToQString(program_.catalogue.Caption(id)); };
     list_->setObjectName(QStringLiteral("Backups"));
     list_->setAccessibleName(windowTitle());
-    list_->setHeaderLabels({text(Message::BackupDate), text(Message::MonitorPort),
-                            text(Message::BackupModules), text(Message::BackupState)});
+    list_->setHeaderLabels({text(Message::BackupDate), text(Message::MonitorPort), text(Message::BackupKind),
+                            text(Message::BackupModules), text(Message::BackupTerminal),
+                            text(Message::BackupFile), text(Message::BackupState)});
     list_->setRootIsDecorated(false);
     list_->setUniformRowHeights(true);
     list_->setAllColumnsShowFocus(true);
@@ -101,16 +106,26 @@ void BackupsDialog::Fill()
     for (const BackupEntry& entry : entries_) {
         auto* const row = new QTreeWidgetItem(list_);
         const QString title = entry.origin ? ToQString(BackupTitle(*entry.origin)) : QString();
-        row->setText(Date, entry.origin ? title.section(QStringLiteral(", "), 1) : PathToQString(entry.name));
-        row->setText(Port, title.section(QStringLiteral(", "), 0, 0));
+        // Port and time, or the time alone.
+        row->setText(Date, title.section(QStringLiteral(", "), -1));
+        row->setText(Port, title.section(QStringLiteral(", "), 0, -2));
+        if (entry.kind)
+            row->setText(
+                Kind, ToQString(program_.catalogue.Caption(
+                          *entry.kind == DumpKind::Device ? Message::DumpOfDevice : Message::DumpOfSetup)));
+        row->setText(Terminal, ToQString(entry.terminal));
+        row->setText(File, PathToQString(entry.name));
         if (!entry.modules.empty())
             row->setText(Modules, ToQString(ModuleNames(program_.catalogue, entry.modules)));
         row->setText(State, StateOf(entry));
         for (int column = 0; column < ColumnCount; ++column)
-            row->setToolTip(column, column == State ? StateOf(entry) : PathToQString(entry.path));
+            row->setToolTip(column, column == File ? PathToQString(entry.path) : row->text(column));
     }
-    for (int column = 0; column < State; ++column)
+    for (int column = 0; column < State; ++column) {
         list_->resizeColumnToContents(column);
+        const int widest = WidestColumn * list_->fontMetrics().averageCharWidth();
+        list_->setColumnWidth(column, std::min(list_->columnWidth(column), widest));
+    }
     folderText_ = ToQString(program_.catalogue.Word(Message::BackupFolder) + TextFromPath(backups_.Folder()));
     if (!problem.empty())
         folderText_ = ToQString(problem);
@@ -125,14 +140,15 @@ QString BackupsDialog::StateOf(const BackupEntry& entry) const
     if (!entry.readError.empty())
         return ToQString(entry.readError);
     if (entry.IsWhole())
-        return ToQString(
-            program_.catalogue.Caption(entry.IsForALine() ? Message::BackupWhole : Message::BackupNoModules));
+        return ToQString(program_.catalogue.Caption(entry.modules.empty() ? Message::BackupNoModules
+                                                                          : Message::BackupWhole));
     return ToQString(Describe(program_.catalogue, *entry.damage)).replace(QStringLiteral("\r\n"), " ");
 }
 
 std::string BackupsDialog::Name(const BackupEntry& entry) const
 {
-    return entry.origin ? BackupTitle(*entry.origin) : TextFromPath(entry.name);
+    const std::string name = TextFromPath(entry.name);
+    return entry.origin ? BackupTitle(*entry.origin) + " (" + name + ")" : name;
 }
 
 const BackupEntry* BackupsDialog::Selected() const
@@ -145,8 +161,10 @@ void BackupsDialog::ShowSelection()
 {
     const BackupEntry* const entry = Selected();
     // The column may be too narrow for what is wrong.
-    info_->setText(entry && !entry->IsForALine() ? StateOf(*entry) + '\n' + folderText_ : folderText_);
-    restore_->setEnabled(entry && entry->IsForALine() && target_.canRestore);
+    info_->setText(entry && (!entry->IsWhole() || entry->modules.empty())
+                       ? StateOf(*entry) + '\n' + folderText_
+                       : folderText_);
+    restore_->setEnabled(entry && entry->IsWhole() && target_.canRestore);
     compare_->setEnabled(entry && entry->IsWhole() && target_.image);
     compare_->setToolTip(target_.image ? QString()
                                        : ToQString(program_.catalogue.Caption(Message::NoImageRead)));

@@ -30,7 +30,7 @@ public:
 
     /// What was chosen.
     const std::optional<FlashDump>& Chosen() const { return chosen_; }
-    /// What people know it by: port and date, or its file's name.
+    /// What people know it by: port, date and file name, as far as it has them.
     const std::string& ChosenName() const { return chosenName_; }
 
 private:

@@ -52,7 +52,7 @@ QPlainTextEdit* ChangeList(const std::vector<std::string>& lines, QWidget* paren
 }  // namespace
 
 ChangesDialog::ChangesDialog(const MessageCatalogue& catalogue, const QString& title, const QString& question,
-                             const std::vector<std::string>& lines, QWidget* parent)
+                             const std::vector<std::string>& lines, const QString& backup, QWidget* parent)
     : QDialog(parent)
 {
     setObjectName(QStringLiteral("ChangesDialog"));
@@ -64,6 +64,12 @@ ChangesDialog::ChangesDialog(const MessageCatalogue& catalogue, const QString& t
     auto* const list = ChangeList(lines, this);
     list->setAccessibleName(question);
     const QSize listSize = list->size();
+
+    auto* const kept = new QLabel(backup, this);
+    kept->setObjectName(QStringLiteral("Backup"));
+    kept->setTextFormat(Qt::PlainText);
+    kept->setWordWrap(true);
+    kept->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
 
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Yes | QDialogButtonBox::No, this);
     auto* const compare =
@@ -83,6 +89,7 @@ ChangesDialog::ChangesDialog(const MessageCatalogue& catalogue, const QString& t
     auto* const layout = new QVBoxLayout(this);
     layout->addLayout(above);
     layout->addWidget(list, 1);
+    layout->addWidget(kept);
     layout->addWidget(buttons);
     const QSize wanted(listSize.width(), sizeHint().height() - list->sizeHint().height() + listSize.height());
     resize(wanted.expandedTo(minimumSizeHint()).boundedTo(screen()->availableSize() * 9 / 10));

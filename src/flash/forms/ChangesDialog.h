@@ -13,9 +13,10 @@ namespace kelvora {
 
 class ChangesDialog final : public QDialog {
 public:
-    /// `question` stands above `lines`; each is one change, or a heading over some.
+    /// `question` stands above `lines`, each of them one change, or a heading over some, and `backup` below
+    /// them.
     ChangesDialog(const MessageCatalogue& catalogue, const QString& title, const QString& question,
-                  const std::vector<std::string>& lines, QWidget* parent = nullptr);
+                  const std::vector<std::string>& lines, const QString& backup, QWidget* parent = nullptr);
 
     /// Called when the images themselves are wanted; must be set.
     std::function<void()> onCompare;

@@ -6,6 +6,7 @@
 #include <iterator>
 #include <utility>
 
+#include "app/ShowMessage.h"
 #include "app/TransferTexts.h"
 #include "flash/Backups.h"
 #include "flash/forms/BackupsDialog.h"
@@ -99,7 +100,7 @@ void FlashForms::ToolsMenuFlashRestore_Click()
     if (onFile)
         onFile();
     if (opened)
-        Later([this, opened = *opened] { Transfer(opened.dump, TextFromPath(opened.path)); });
+        Later([this, opened = *opened] { Restore(opened.dump, TextFromPath(opened.path)); });
 }
 
 void FlashForms::ToolsMenuFlashBackups_Click()
@@ -111,7 +112,18 @@ void FlashForms::ToolsMenuFlashBackups_Click()
         {LineName(), session_.deviceImage ? &*session_.deviceImage : nullptr, program.HasLink()},
         window_.window());
     if (dialog.exec() == QDialog::Accepted)
-        Later([this, dump = *dialog.Chosen(), name = dialog.ChosenName()] { Transfer(dump, name); });
+        Later([this, dump = *dialog.Chosen(), name = dialog.ChosenName()] { Restore(dump, name); });
+}
+
+void FlashForms::Restore(FlashDump dump, const std::string& name)
+{
+    if (NeedsUsersWord(dump)) {
+        const std::string where = name + std::string(LineEnd) + LineName();
+        dump.isForTheLine = session_.Shared().Show(Message::AskRightLine, YesNoStyle, where) == Answer::Yes;
+        if (!dump.isForTheLine)
+            return;
+    }
+    Transfer(dump, name);
 }
 
 void FlashForms::Transfer(const WantedContent& wanted, const std::string& dumpName)
@@ -121,9 +133,9 @@ void FlashForms::Transfer(const WantedContent& wanted, const std::string& dumpNa
     Backups backups(program.world.files, BackupFolder(program));
     const TransferSteps steps{
         [&](const TransferPlan& plan) {
-            return backups.Save(session_.settings.CommsPort, plan.deviceMap, plan.held);
+            return backups.Keep({session_.settings.CommsPort, plan.deviceMap, plan.terminal, plan.held});
         },
-        [&](const TransferPlan& plan, const std::string& /*backup*/) { return Ask(plan, dumpName); }};
+        [&](const TransferPlan& plan, const std::string& backup) { return Ask(plan, dumpName, backup); }};
     TransferResult result;
     {
         const LineOperation running(
@@ -132,22 +144,29 @@ void FlashForms::Transfer(const WantedContent& wanted, const std::string& dumpNa
         result = DownloadFrom(session_, wanted, running.Hooks(), steps);
     }
     // Who has just said No knows it.
-    if (result.reason == TransferResult::Reason::Declined)
+    if (result.reason == TransferResult::Reason::Declined ||
+        result.reason == TransferResult::Reason::ContentsKept)
         return;
     const OutcomeText outcome = DescribeTransfer(program.catalogue, TargetOf(session_.settings), result);
     program.world.prompt.Show(program.catalogue.Caption(TitleOf(dumpName)), Body(outcome), {outcome.icon});
 }
 
 // The line rests while the question stands; the program stays busy, so that nothing else can take it.
-bool FlashForms::Ask(const TransferPlan& plan, const std::string& dumpName)
+TransferAnswer FlashForms::Ask(const TransferPlan& plan, const std::string& dumpName,
+                               const std::string& backup)
 {
     Program& program = session_.Shared();
     const MessageCatalogue& catalogue = program.catalogue;
     const OperationQuestion asking(program);
-    const std::string question = dumpName.empty() ? catalogue.Caption(Message::AskDownload)
-                                                  : catalogue.Caption(Message::AskRestore) + "\n" + dumpName;
-    ChangesDialog dialog(catalogue, ToQString(catalogue.Caption(TitleOf(dumpName)) + ": " + LineName()),
-                         ToQString(question), QuestionLines(catalogue, plan), window_.window());
+    const std::string contents = ContentsText(catalogue, plan);
+    const std::string question =
+        (contents.empty() ? std::string() : contents + "\n") +
+        (dumpName.empty() ? catalogue.Caption(Message::AskDownload)
+                          : catalogue.Caption(Message::AskRestore) + "\n" + dumpName);
+    const std::string title = catalogue.Caption(TitleOf(dumpName));
+    ChangesDialog dialog(
+        catalogue, ToQString(title + ": " + LineName()), ToQString(question), QuestionLines(catalogue, plan),
+        ToQString(catalogue.Word(Message::AskBackup) + TextFromPath(backup)), window_.window());
     dialog.onCompare = [&] {
         ComparisonDialog(program,
                          {LineName(), dumpName.empty() ? session_.settings.Name : dumpName, plan.held,
@@ -155,7 +174,15 @@ bool FlashForms::Ask(const TransferPlan& plan, const std::string& dumpName)
                          &dialog)
             .exec();
     };
-    return dialog.exec() == QDialog::Accepted;
+    if (dialog.exec() != QDialog::Accepted)
+        return TransferAnswer::No;
+    if (!plan.TakesContents())
+        return TransferAnswer::Yes;
+    return program.world.prompt.Show(
+               title, contents + std::string(LineEnd) + catalogue.Caption(Message::AskContents),
+               {BoxIcon::Exclamation, BoxButtons::YesNo, Answer::No}) == Answer::Yes
+               ? TransferAnswer::Yes
+               : TransferAnswer::KeepContents;
 }
 
 void FlashForms::ToolsMenuFlashVerify_Click()

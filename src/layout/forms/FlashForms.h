@@ -43,7 +43,8 @@ private:
     void Later(std::function<void()> work);
     /// `dumpName` is what people know a dump by; empty for the setup.
     void Transfer(const WantedContent& wanted, const std::string& dumpName);
-    bool Ask(const TransferPlan& plan, const std::string& dumpName);
+    void Restore(FlashDump dump, const std::string& name);
+    TransferAnswer Ask(const TransferPlan& plan, const std::string& dumpName, const std::string& backup);
     void Verify();
     void ShowVerified(const VerifyResult& result);
     void ShowComparison(ImageComparison images);
