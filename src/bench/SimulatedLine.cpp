@@ -35,7 +35,12 @@ SimulatedLine::SimulatedLine(LineClock& clock, LineState memory, const LineOptio
         if (onStored)
             onStored();
     };
-    terminal_.onStored = stored;
+    terminal_.onStored = [this, stored] {
+        if (onCommit)
+            return onCommit();
+        stored();
+        return true;
+    };
     modules_.onStored = stored;
     terminal_.onHeld = [this] {
         if (onHeld)

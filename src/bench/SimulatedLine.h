@@ -57,6 +57,9 @@ public:
     std::function<void()> onAway;
     /// Called when the memory has changed.
     std::function<void()> onStored;
+    /// Called in its place when the terminal's has, before the terminal answers; false when the change cannot
+    /// be kept, which undoes it.
+    std::function<bool()> onCommit;
     /// Called when the terminal is held or released.
     std::function<void()> onHeld;
 

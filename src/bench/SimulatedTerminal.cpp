@@ -8,10 +8,7 @@ namespace kelvora::bench {
 SimulatedTerminal::SimulatedTerminal(LineClock& clock, LineState& memory, LineFaults& faults)
     : faults_(faults), commands_(memory), answering_(clock), refusing_(clock)
 {
-    commands_.onStored = [this] {
-        if (onStored)
-            onStored();
-    };
+    commands_.onStored = [this] { return !onStored || onStored(); };
     commands_.onHeld = [this] {
         if (onHeld)
             onHeld();

@@ -37,8 +37,8 @@ public:
 
     /// Called with what the terminal sends; it sends nothing else from then on, whatever was on its way.
     std::function<void(const std::string&)> onSend;
-    /// Called when the memory has changed.
-    std::function<void()> onStored;
+    /// As TerminalCommands has it.
+    std::function<bool()> onStored;
     /// Called when the line is held or released.
     std::function<void()> onHeld;
 

@@ -14,6 +14,7 @@ namespace {
 constexpr std::string_view TerminalName = "BENCH TERMINAL";
 constexpr std::string_view OutOfOrder = "!2";
 constexpr const char* Done = "0";
+constexpr const char* NotDone = "1";
 
 /// A field's length character is 32 + length, so this is the longest field.
 constexpr std::size_t LongestField = 223;
@@ -133,8 +134,8 @@ TerminalCommands::Fields TerminalCommands::Mode(std::string_view argument)
             argument.size() == 2 && argument[0] == '!' && argument[1] >= '0' && argument[1] <= '3';
         if (!isMode)
             return std::nullopt;
-        if (std::exchange(memory_.mode, argument[1]) != argument[1] && onStored)
-            onStored();
+        if (!Store(memory_.mode, argument[1]))
+            return Fields({NotDone});
     }
     return Fields({Done, std::string(1, memory_.mode)});
 }
@@ -215,21 +216,24 @@ TerminalCommands::Fields TerminalCommands::CloseFlash(std::string_view argument)
     const bool isClose = argument.empty() ? isOpen_ : isStaged || CrcText(memory_.flash) == argument;
     if (!isClose)
         return std::nullopt;
-    if (isStaged)
-        Commit(image);
+    if (isStaged && !Store(memory_.flash, image))
+        return Fields({NotDone});
     isOpen_ = false;
     takesBlocks_ = false;
     staged_.clear();
     return Fields({Done});
 }
 
-void TerminalCommands::Commit(const FlashBytes& image)
+template <class Value>
+bool TerminalCommands::Store(Value& part, const Value& value)
 {
-    if (image == memory_.flash)
-        return;
-    memory_.flash = image;
-    if (onStored)
-        onStored();
+    if (part == value)
+        return true;
+    const Value before = std::exchange(part, value);
+    const bool isKept = !onStored || onStored();
+    if (!isKept)
+        part = before;
+    return isKept;
 }
 
 }  // namespace kelvora::bench

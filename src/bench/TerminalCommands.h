@@ -43,8 +43,9 @@ public:
     /// address.
     void Restart();
 
-    /// Called when the memory has changed.
-    std::function<void()> onStored;
+    /// Called when the memory has changed, before that is answered; false when it cannot be kept, which
+    /// undoes the change and refuses the command.
+    std::function<bool()> onStored;
     /// Called when the line is held or released.
     std::function<void()> onHeld;
 
@@ -72,7 +73,9 @@ private:
 
     void SetHeld(bool isHeld);
     std::string BlockField();
-    void Commit(const FlashBytes& image);
+    /// Whether the value is stored in that part of the memory for good.
+    template <class Value>
+    bool Store(Value& part, const Value& value);
 
     LineState& memory_;
     bool isHeld_ = false;

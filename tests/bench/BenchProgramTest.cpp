@@ -10,10 +10,12 @@
 #include <chrono>
 #include <csignal>
 #include <filesystem>
+#include <fstream>
 #include <sstream>
 #include <utility>
 #include <vector>
 
+#include "bench/StateText.h"
 #include "bench/TerminalFrame.h"
 #include "bench/posix/BenchOptions.h"
 #include "fakes/ChildProgram.h"
@@ -44,10 +46,15 @@ std::string Ask(const Descriptor& port, std::string_view bytes, std::string_view
     return Hear(port.Number(), end);
 }
 
+char ModeIn(const std::string& state)
+{
+    return ReadState((std::stringstream() << std::ifstream(state).rdbuf()).str()).mode;
+}
+
 class RunningBench : public ChildProgram {
 public:
-    explicit RunningBench(std::vector<std::string> arguments)
-        : ChildProgram(WithProgram(std::move(arguments)))
+    explicit RunningBench(std::vector<std::string> arguments, int heard = STDOUT_FILENO)
+        : ChildProgram(WithProgram(std::move(arguments)), heard)
     {
     }
 
@@ -128,6 +135,42 @@ TEST(BenchProgram, KeepsItsStateAndLeavesABrokenOneAlone)
     RunningBench bench({"--state", state});
     EXPECT_EQ(bench.Wait(), Failed);
     EXPECT_EQ(fs::file_size(state), size);
+    fs::remove_all(folder);
+}
+
+TEST(BenchProgram, KeepsItsWordAndItsStateToItself)
+{
+    const fs::path folder = fs::path(testing::TempDir()) / ("kelvora-bench-word-" + std::to_string(getpid()));
+    fs::create_directories(folder);
+    const std::string state = folder / "state";
+    RunningBench bench({"--modules", "none", "--state", state, "--unpaced"});
+    const std::string line = bench.Output("\n");
+    const Descriptor port = OpenPort(line.substr(2, line.size() - 3), B9600);
+    Ask(port, MakeFrame("0001", "$9904!3"), "$9904!0!3");
+    EXPECT_EQ(ModeIn(state), '3') << "kept before it was answered";
+
+    fs::create_symlink(state, folder / "link");
+    RunningBench second({"--state", folder / "link"}, STDERR_FILENO);
+    EXPECT_EQ(second.Output("\n"), "kelvora-bench: " + (folder / "link").string() +
+                                       " is played by kelvora-bench (PID " + std::to_string(bench.Process()) +
+                                       ")\n");
+    EXPECT_EQ(second.Wait(), Failed);
+
+    const fs::path elsewhere = folder.string() + "-moved";
+    fs::rename(folder, elsewhere);
+    Ask(port, MakeFrame("0002", "$9904!1"), "$9904!1");
+    fs::rename(elsewhere, folder);
+    Ask(port, MakeFrame("0003", "$9904"), "$9904!0!3");
+    EXPECT_EQ(ModeIn(state), '3') << "what cannot be kept is refused and undone";
+
+    bench.Signal(SIGKILL);
+    bench.Wait();
+    EXPECT_TRUE(fs::exists(state + ".lock"));
+    RunningBench next({"--state", state});
+    EXPECT_EQ(next.Output("\n").substr(0, 2), "1 ") << "the dead hold nothing";
+    next.Signal(SIGTERM);
+    EXPECT_EQ(next.Wait(), Done);
+    EXPECT_FALSE(fs::exists(state + ".lock"));
     fs::remove_all(folder);
 }
 

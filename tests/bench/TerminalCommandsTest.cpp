@@ -40,7 +40,7 @@ TEST(TerminalCommands, KeepTheirOrder)
     LineState memory = Erased();
     TerminalCommands terminal(memory);
     int stored = 0;
-    terminal.onStored = [&] { ++stored; };
+    terminal.onStored = [&] { return ++stored > 0; };
     struct Step {
         std::string command;
         std::string reply;

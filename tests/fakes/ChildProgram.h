@@ -37,8 +37,8 @@ inline std::string Hear(int descriptor, std::string_view end, int patienceMs = P
 
 class ChildProgram {
 public:
-    /// `command` is the program and its arguments.
-    explicit ChildProgram(std::vector<std::string> command)
+    /// `command` is the program and its arguments; Output is what it writes to `heard`.
+    explicit ChildProgram(std::vector<std::string> command, int heard = STDOUT_FILENO)
     {
         std::array<int, 2> input{};
         std::array<int, 2> output{};
@@ -51,7 +51,7 @@ public:
         child_ = fork();
         if (child_ == 0) {
             dup2(input[0], STDIN_FILENO);
-            dup2(output[1], STDOUT_FILENO);
+            dup2(output[1], heard);
             execvp(pointers[0], pointers.data());
             _exit(127);
         }
@@ -73,6 +73,7 @@ public:
     {
         return Hear(output_.Number(), end, patienceMs);
     }
+    pid_t Process() const { return child_; }
     void CloseInput() { input_.Close(); }
     void Signal(int number) const { kill(child_, number); }
     /// Its exit code; -1 when it has none.

@@ -20,11 +20,10 @@ constexpr const char* Examples =
     "  kelvora-bench --modules mcr12 --speed 2400 --seed 7 --drop 0.001\n"
     "  kelvora-bench --late '$9902#1=1100' --status '0FB3+=9' --log\n"
     "\n"
-    "A COMMAND is what a command of the terminal begins with, such as '$9904' or '$9904!3'; with a dot "
-    "behind\n"
-    "it that command alone ('0FB3.'), with a plus sign that with something behind it ('0FB3+'), with a "
-    "number\n"
-    "the second of them ('$9902#2'). Where several fit, the longest decides. Put quotes around it.\n"
+    "A COMMAND is what a command of the terminal begins with, such as '$9904' or '$9904!3'.\n"
+    "With a dot behind it ('0FB3.') it is that command alone, with a plus sign ('0FB3+') that with\n"
+    "something behind it, with #2 ('$9902#2') the second of them. Of several that fit the longest\n"
+    "decides. Put quotes around it.\n"
     "\n"
     "Exit code: 0 ended; 1 a line cannot be played; 2 wrong usage.";
 

@@ -3,14 +3,12 @@
 #include <sys/signalfd.h>
 
 #include <array>
-#include <chrono>
 #include <csignal>
-#include <functional>
 #include <memory>
 #include <utility>
 
 #include "bench/StateText.h"
-#include "bench/posix/PtyLine.h"
+#include "bench/posix/PlayedLine.h"
 #include "platform/posix/PosixFiles.h"
 
 namespace kelvora::bench {
@@ -21,55 +19,6 @@ std::string StatePath(const std::string& path, std::size_t number)
 {
     return number == 1 ? path : path + "." + std::to_string(number);
 }
-
-/// A file that is synced takes longer than a module may take to acknowledge: the memory is kept a little
-/// later.
-constexpr std::chrono::milliseconds SaveDelay{250};
-
-/// One line that is played.
-class PlayedLine {
-public:
-    PlayedLine(PollLoop& loop, LineState memory, const LineOptions& options)
-        : loop_(loop), saving_(loop), line_(loop, std::move(memory), options), pty_(loop, line_)
-    {
-    }
-    PlayedLine(const PlayedLine&) = delete;
-    PlayedLine& operator=(const PlayedLine&) = delete;
-    ~PlayedLine()
-    {
-        if (saving_.IsSet())
-            save_();
-    }
-
-    const std::string& Path() const { return pty_.Path(); }
-
-    /// Says on `out` what happens at the line of that number.
-    void TellOn(std::ostream& out, std::size_t number)
-    {
-        line_.onHeld = [this, &out, number] {
-            out << number << (line_.IsHeld() ? " held\n" : " released\n") << std::flush;
-        };
-    }
-
-    void KeepIn(StateFile file, std::ostream& err)
-    {
-        save_ = [this, file = std::move(file), &err]() mutable {
-            try {
-                file.Save(line_.Memory());
-            } catch (const FileError& error) {
-                err << "kelvora-bench: " << error.Path() << ": " << error.what() << '\n' << std::flush;
-            }
-        };
-        line_.onStored = [this] { saving_.Set(loop_.Now() + SaveDelay, [this] { save_(); }); };
-    }
-
-private:
-    PollLoop& loop_;
-    std::function<void()> save_;
-    Appointment saving_;
-    SimulatedLine line_;
-    PtyLine pty_;
-};
 
 /// What the file says; without a file `fresh`, which is then written: a file that cannot be kept is told at
 /// once. What is wrong with one names it.
@@ -95,9 +44,11 @@ std::unique_ptr<PlayedLine> Play(PollLoop& loop, const BenchOptions& options, st
     const LineState fresh = FreshLine(options.lines[index], line.faults.seed);
     if (options.statePath.empty())
         return std::make_unique<PlayedLine>(loop, fresh, line);
-    StateFile file(files, StatePath(options.statePath, index + 1));
+    const std::string path = StatePath(options.statePath, index + 1);
+    StateLock lock(path);
+    StateFile file(files, path);
     auto played = std::make_unique<PlayedLine>(loop, LoadState(file, fresh), line);
-    played->KeepIn(std::move(file), err);
+    played->KeepIn(std::move(file), std::move(lock), err);
     return played;
 }
 
