@@ -1,9 +1,13 @@
 #include "platform/posix/DeviceHolder.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 
 #include <cstdlib>
 #include <fstream>
+
+#include "platform/posix/Descriptor.h"
 
 namespace kelvora {
 namespace {
@@ -62,6 +66,31 @@ TEST_F(DeviceHolder, IsNamedByALockFileOfALivingProcess)
                                    : lock == "LCK..pts_5" ? "/dev/pts/5"
                                                           : "/dev/by-id/usb";
         EXPECT_EQ(Find(device), holder) << lock << text;
+    }
+}
+
+TEST_F(DeviceHolder, LeavesALockOfTheLivingAndRemovesThatOfTheDead)
+{
+    const HolderSources sources{{root / "none", root / "lock"}, root / "proc"};
+    const fs::path lock = root / "lock/LCK..ttyS0";
+    EXPECT_FALSE(RemoveDeadLocks("/dev/ttyS0", sources));
+    for (const auto& [text, isDead] :
+         std::vector<std::pair<std::string, bool>>{{"", true},
+                                                   {"   \n", true},
+                                                   {"        99\n", true},
+                                                   {"99\nkelvora-c", true},
+                                                   {"34", true},
+                                                   {"        12\n", false},
+                                                   {"345\nkelvora-cli\ntill07\n", false},
+                                                   {std::string(1, '\x0C') + std::string(3, '\0'), false},
+                                                   {"minicom", false}}) {
+        Write("lock/LCK..ttyS0", text);
+        const kelvora::Descriptor open(::open(lock.c_str(), O_RDWR));
+        EXPECT_EQ(flock(open.Number(), LOCK_EX), 0);
+        EXPECT_FALSE(RemoveDeadLocks("/dev/ttyS0", sources)) << text << ", which a program has locked";
+        EXPECT_EQ(flock(open.Number(), LOCK_UN), 0);
+        EXPECT_EQ(RemoveDeadLocks("/dev/ttyS0", sources), isDead) << text;
+        EXPECT_EQ(fs::exists(lock), !isDead) << text;
     }
 }
 

@@ -1,10 +1,16 @@
 #include "platform/posix/DeviceHolder.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <fstream>
 #include <optional>
 #include <string_view>
 #include <system_error>
+
+#include "platform/posix/Descriptor.h"
 
 namespace kelvora {
 
@@ -55,6 +61,34 @@ std::vector<std::string> LockNamesOf(const fs::path& device)
     return {"LCK.." + whole, "LCK.." + device.filename().string()};
 }
 
+std::vector<fs::path> LockFilesOf(const std::vector<fs::path>& devices, const HolderSources& sources)
+{
+    std::vector<fs::path> files;
+    for (const fs::path& device : devices)
+        for (const std::string& lock : LockNamesOf(device))
+            for (const fs::path& folder : sources.lockFolders)
+                files.push_back(folder / lock);
+    return files;
+}
+
+// A text that is neither blank nor begins with a number is in some other program's own form: it may mean a
+// living one.
+bool NamesNobodyAlive(const fs::path& lock, const fs::path& processes)
+{
+    std::ifstream file(lock);
+    std::string process;
+    if (!file || !(file >> process))
+        return file.eof();
+    return IsNumber(process) && !NameOf(processes / process);
+}
+
+// A program that locks the file itself has it open, whatever the text says.
+bool RemoveUnlessOpen(const fs::path& lock)
+{
+    const Descriptor file(open(lock.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    return file.Number() >= 0 && flock(file.Number(), LOCK_EX | LOCK_NB) == 0 && unlink(lock.c_str()) == 0;
+}
+
 std::string HolderByLock(const fs::path& lock, const fs::path& processes)
 {
     std::ifstream file(lock);
@@ -100,12 +134,18 @@ std::string HolderByProcess(const fs::path& device, const fs::path& processes)
 std::string FindDeviceHolder(const std::string& device, const HolderSources& sources)
 {
     const std::vector<fs::path> names = NamesOf(device);
-    for (const fs::path& name : names)
-        for (const std::string& lock : LockNamesOf(name))
-            for (const fs::path& folder : sources.lockFolders)
-                if (std::string holder = HolderByLock(folder / lock, sources.processes); !holder.empty())
-                    return holder;
+    for (const fs::path& lock : LockFilesOf(names, sources))
+        if (std::string holder = HolderByLock(lock, sources.processes); !holder.empty())
+            return holder;
     return HolderByProcess(names.back(), sources.processes);
+}
+
+bool RemoveDeadLocks(const std::string& device, const HolderSources& sources)
+{
+    bool isRemoved = false;
+    for (const fs::path& lock : LockFilesOf(NamesOf(device), sources))
+        isRemoved |= NamesNobodyAlive(lock, sources.processes) && RemoveUnlessOpen(lock);
+    return isRemoved;
 }
 
 }  // namespace kelvora

@@ -18,4 +18,8 @@ struct HolderSources {
 /// "minicom (PID 1234)"; empty where nobody is found.
 std::string FindDeviceHolder(const std::string& device, const HolderSources& sources = {});
 
+/// Removes the device's lock files that no living process holds: those that name a dead one, and those that
+/// are empty because whoever made them was killed. False when there is none, or none that may be removed.
+bool RemoveDeadLocks(const std::string& device, const HolderSources& sources = {});
+
 }  // namespace kelvora

@@ -90,7 +90,7 @@ bool QtSerialPort::Open()
                                  Lose();
                          });
     }
-    if (!settings || !port_->open(QIODevice::ReadWrite)) {
+    if (!settings || !OpenDevice()) {
         Fail(settings ? FailureOf(port_->error(), device_) : PortFailure::BadSettings);
         return false;
     }
@@ -102,6 +102,14 @@ bool QtSerialPort::Open()
     failure_ = PortFailure::None;
     open_ = true;
     return true;
+}
+
+// A lock file that names nobody keeps Qt out for half a minute.
+bool QtSerialPort::OpenDevice()
+{
+    return port_->open(QIODevice::ReadWrite) ||
+           (port_->error() == QSerialPort::PermissionError && RemoveDeadLocks(device_) &&
+            port_->open(QIODevice::ReadWrite));
 }
 
 void QtSerialPort::Close()

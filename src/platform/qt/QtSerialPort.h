@@ -31,6 +31,7 @@ public:
     void DiscardInput() override;
 
 private:
+    bool OpenDevice();
     bool Apply(const SerialSettings& settings);
     void Fail(PortFailure failure);
     void Lose();
