@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <csignal>
+#include <iostream>
 
 #include "platform/qt/Text.h"
 
@@ -42,7 +43,9 @@ bool BenchProcess::Start(const std::string& stateFile)
         process_.kill();
         return false;
     }
-    process_.setReadChannel(QProcess::StandardError);
+    // What it says from now on is for whoever reads what this program says.
+    QObject::connect(&process_, &QProcess::readyReadStandardError, &process_,
+                     [this] { std::cerr << process_.readAllStandardError().toStdString() << std::flush; });
     QObject::connect(&process_, &QProcess::finished, &process_, [this] {
         if (onEnded)
             onEnded();
