@@ -155,7 +155,7 @@ private:
         port_.heard.clear();
         begin_ = lastByte_ = loop_.Now();
         waiting_ = true;
-        link_.Send(input_.ConsumeRandomLengthString(80));
+        link_.Send(input_.ConsumeRandomLengthString(80), LnkControl::UsualSends);
     }
 
     void Arrive(const std::string& bytes)
