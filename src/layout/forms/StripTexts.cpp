@@ -1,5 +1,6 @@
 #include "layout/forms/StripTexts.h"
 
+#include <QStringList>
 #include <array>
 
 #include "app/SetupTexts.h"
