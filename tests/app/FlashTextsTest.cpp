@@ -32,8 +32,9 @@ TEST(FlashTexts, NameWhatTheyMean)
                "Composite Keyboard, Key 4: the keyboard cannot hold this key type: double vertical key");
     ExpectText(UnheldSetting{UnheldSetting::What::Key, ModuleKind::KM064, 1, KeyType::NoKey},
                "Slave Keyboard, Key 1: the keyboard has a key here, which becomes unused");
-    ExpectText(UnheldSetting{UnheldSetting::What::Separator, MCR, 1, '\xFF'},
-               "MCR, separator after track 1: the reader cannot hold this separator, it would be none: \xFF");
+    ExpectText(
+        UnheldSetting{UnheldSetting::What::Separator, MCR, 1, '\xFF'},
+        "MCR, separator after track 1: the reader cannot hold this separator, it would be none: \xFF (FF)");
     ExpectText(
         DumpError(12, DumpFault::Address, 0x1F0),
         "The file is not a whole flash dump.\r\nLine 12: a line is missing, repeated or out of order. The "

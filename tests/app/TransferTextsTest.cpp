@@ -103,7 +103,7 @@ TEST(TransferTexts, WhatWeighsMostIsToldFirst)
                 ElementsAre(HasSubstr("position 6: ICCR 8 -> none"), HasSubstr("Keyboard, Key 2:"),
                             HasSubstr("Keyboard, Key 12:"), HasSubstr("Slave Keyboard, Key 97:"),
                             HasSubstr("fiscal keyboard"), HasSubstr("track 1: # (23) -> none"),
-                            HasSubstr("position 2: Backlight yes -> no"), "Bytes 0002"));
+                            HasSubstr("position 2: Backlight yes -> Backlight no"), "Bytes 0002"));
     EXPECT_EQ(ContentsText(MessageCatalogue(), plan), "");
     plan.contentsLost = 12;
     EXPECT_THAT(ContentsText(MessageCatalogue(), plan), testing::EndsWith("that the device loses: 12"));

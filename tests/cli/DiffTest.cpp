@@ -17,7 +17,7 @@ TEST_F(Diff, ExitsAndPrintsAsProgramsOfThatNameDo)
     const std::string named = "--- " + a + "\n+++ " + b + "\n";
     const std::string differs = named +
                                 "ICCR: added\nMCR, tracks read: 1,2 -> 1,2,3\n"
-                                "MCR, separator after track 2: none -> ;\n";
+                                "MCR, separator after track 2: none -> ; (3B)\n";
     struct Row {
         const char* reason;
         std::vector<std::string> arguments;

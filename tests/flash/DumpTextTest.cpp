@@ -149,11 +149,11 @@ TEST(DumpText, SaysWhatItIsAndIsReadBack)
     EXPECT_EQ(text.substr(0, text.find("0000:00 00")),
               "'DeviceMap: COM1, 2026-03-09 07:05:00\r\n"
               "0000:00 D6 17 04                                        ...\r\n"
-              "'MapCRC: 6B254F48\r\n"
+              "'MapCRC: 74ABD01F\r\n"
               "'Kind: device\r\n"
               "'Terminal: TILL 7%25%0A%E8%20\r\n"
               "'Setup: /tills/caff%C3%A8%2541.dat\r\n"
-              "'CRC: 12B07BBB\r\n");
+              "'CRC: CA827594\r\n");
     for (const std::string& each : {text, WithoutBlanks(text)}) {
         const FlashDump read = ReadDump(each);
         EXPECT_EQ(read.image, dump.image);
