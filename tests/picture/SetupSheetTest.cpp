@@ -98,8 +98,8 @@ TEST(SetupSheet, TellsWhatTheSetupIsAndHolds)
     for (const char* const text :
          {"till07", "/shop/till07.dat", "2026-03-09 07:05", "1. Composite Keyboard (KM096)", "2. MCR",
           "Keys 1-96, fiscal keyboard: yes, backlight: no, Display and key lock", "tracks read: 2,3",
-          "separator after track 2: &lt;", "separator after track 3: \u00A7", "auto-read: no", "3. ICCR",
-          "Keys 97-112", "(97)", "98", "Unknown modules: 255"})
+          "separator after track 2: &lt; (3C)", "separator after track 3: \u00A7 (A7)", "auto-read: no",
+          "3. ICCR", "Keys 97-112", "(97)", "98", "Unknown modules: 255"})
         EXPECT_TRUE(Says(svg, text)) << text;
     EXPECT_EQ(svg.find("Page"), std::string::npos);
     EXPECT_TRUE(Says(Sheet({}), "This setup has no modules."));
