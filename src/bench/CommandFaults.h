@@ -19,6 +19,7 @@ struct CommandFault {
     enum class Kind {
         Late,        ///< the answer begins later; a repeated answer too, and counts
         WrongReply,  ///< the reply of another command comes; a repeated answer too, and counts
+        Silent,      ///< the command is not heard, and from then on nothing passes in either direction
         Status,      ///< the command is not run but replied to with a status
     };
 

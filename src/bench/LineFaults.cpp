@@ -95,6 +95,14 @@ std::string LineFaults::TakeStatus(std::string_view command)
     return fault == nullptr ? std::string() : fault->status;
 }
 
+bool LineFaults::TakeSilence(std::string_view command)
+{
+    // A line that was cut still brings the command that ended with its last byte.
+    const bool isTaken = commands_.Take(CommandFault::Kind::Silent, command) != nullptr;
+    isSilent_ |= isTaken;
+    return isTaken;
+}
+
 std::string LineFaults::Spoil(std::string frame)
 {
     if (frame.empty())

@@ -66,6 +66,9 @@ public:
     /// The status that a command is refused with, empty where it is run; counts it.
     std::string TakeStatus(std::string_view command);
 
+    /// Whether the line goes silent at a command; counts it.
+    bool TakeSilence(std::string_view command);
+
     std::chrono::milliseconds StrayInterval() const { return plan_.stray; }
     /// The next stray byte.
     char Stray() { return static_cast<char>(stray_() & 0xFFU); }

@@ -42,6 +42,10 @@ SimulatedLine::SimulatedLine(LineClock& clock, LineState memory, const LineOptio
         return true;
     };
     modules_.onStored = stored;
+    terminal_.onCommand = [this](std::string_view command) {
+        if (onCommand)
+            onCommand(command);
+    };
     terminal_.onHeld = [this] {
         if (onHeld)
             onHeld();
@@ -70,7 +74,7 @@ void SimulatedLine::SetFaults(const FaultPlan& plan)
 
 void SimulatedLine::ExpectStray()
 {
-    if (const auto interval = faults_.StrayInterval(); interval.count() > 0)
+    if (const auto interval = faults_.StrayInterval(); isThere_ && interval.count() > 0)
         stray_.SetAfter(interval, [this] {
             ExpectStray();
             ArriveAtHost({.bytes = {faults_.Stray()}, .settings = host_});
@@ -79,6 +83,8 @@ void SimulatedLine::ExpectStray()
 
 void SimulatedLine::ArriveAtDevices(const ByteRun& run)
 {
+    if (!isThere_)
+        return;
     const bool wasAway = faults_.IsAway();
     const std::size_t passing = faults_.Pass(Direction::ToDevice, run.bytes.size());
     const bool goesAway = faults_.IsAway() && !wasAway;
@@ -116,6 +122,22 @@ void SimulatedLine::ArriveAtHost(const ByteRun& run)
         onBytes(std::string_view(run.bytes).substr(0, passing));
     if (goesAway && onAway)
         onAway();
+}
+
+void SimulatedLine::TakeAway()
+{
+    Restart();
+    stray_.Cancel();
+    isThere_ = false;
+}
+
+void SimulatedLine::Put(LineState memory, std::string name, const FaultPlan& faults)
+{
+    Restart();
+    SetFaults(faults);
+    memory_ = std::move(memory);
+    terminal_.SetName(std::move(name));
+    isThere_ = true;
 }
 
 void SimulatedLine::Restart()

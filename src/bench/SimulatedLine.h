@@ -5,6 +5,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -46,6 +47,11 @@ public:
     /// The devices lose their power and get it back: only the memory stays.
     void Restart();
 
+    /// The cable to the devices is pulled: they are silent and without power.
+    void TakeAway();
+    /// Other devices are plugged in, in place of what is there.
+    void Put(LineState memory, std::string name, const FaultPlan& faults);
+
     const LineState& Memory() const { return memory_; }
     SimulatedTerminal& Terminal() { return terminal_; }
     /// Whether a host has taken the terminal's devices for itself and not given them back.
@@ -60,6 +66,8 @@ public:
     /// Called in its place when the terminal's has, before the terminal answers; false when the change cannot
     /// be kept, which undoes it.
     std::function<bool()> onCommit;
+    /// Called with each new command that the terminal hears, before it is run.
+    std::function<void(std::string_view)> onCommand;
     /// Called when the terminal is held or released.
     std::function<void()> onHeld;
 
@@ -70,6 +78,7 @@ private:
     void Hear(char byte, const SerialSettings& settings, std::chrono::microseconds quiet);
 
     LineState memory_;
+    bool isThere_ = true;
     LineFaults faults_;
     SerialSettings host_;
     SerialSettings terminalSettings_;

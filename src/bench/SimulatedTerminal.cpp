@@ -37,6 +37,10 @@ void SimulatedTerminal::HearCommand()
     if (isRepeated && answering_.IsSet())
         return;
     if (!isRepeated) {
+        if (onCommand)
+            onCommand(receiver_.Body());
+        if (faults_.TakeSilence(receiver_.Body()))
+            return;
         exchange_ = receiver_.Exchange();
         command_ = receiver_.Body();
         lastAnswer_.clear();

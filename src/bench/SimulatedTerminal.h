@@ -7,6 +7,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "bench/LineClock.h"
 #include "bench/LineFaults.h"
@@ -24,6 +25,7 @@ public:
     void Hear(char byte);
 
     bool InFrame() const { return receiver_.InFrame(); }
+    void SetName(std::string name) { commands_.SetName(std::move(name)); }
     bool IsHeld() const { return commands_.IsHeld(); }
     /// The line was quiet for so long that a frame begun is not going on.
     void Forget() { receiver_.Forget(); }
@@ -37,6 +39,8 @@ public:
 
     /// Called with what the terminal sends; it sends nothing else from then on, whatever was on its way.
     std::function<void(const std::string&)> onSend;
+    /// Called with each new command that is heard, before it is run.
+    std::function<void(std::string_view)> onCommand;
     /// As TerminalCommands has it.
     std::function<bool()> onStored;
     /// Called when the line is held or released.

@@ -11,7 +11,6 @@ namespace kelvora::bench {
 
 namespace {
 
-constexpr std::string_view TerminalName = "BENCH TERMINAL";
 constexpr std::string_view OutOfOrder = "!2";
 constexpr const char* Done = "0";
 constexpr const char* NotDone = "1";
@@ -82,7 +81,7 @@ std::string TerminalCommands::Refuse(std::string_view command, std::string_view 
 
 void TerminalCommands::Restart()
 {
-    SetHeld(false);
+    isHeld_ = false;
     isOpen_ = false;
     takesBlocks_ = false;
     address_ = 0;
@@ -91,7 +90,7 @@ void TerminalCommands::Restart()
 
 TerminalCommands::Fields TerminalCommands::Attention(std::string_view argument)
 {
-    return argument.empty() ? Fields({Done, std::string(TerminalName)}) : std::nullopt;
+    return argument.empty() ? Fields({Done, name_}) : std::nullopt;
 }
 
 // The simulated terminal has no cashier who would use its devices meanwhile.

@@ -18,11 +18,15 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "bench/LineState.h"
 
 namespace kelvora::bench {
+
+/// What a simulated terminal calls itself unless it has a name of its own.
+inline constexpr std::string_view DefaultTerminalName = "BENCH TERMINAL";
 
 class TerminalCommands {
 public:
@@ -35,6 +39,9 @@ public:
     static std::string Refuse(std::string_view command, std::string_view status);
     /// Whether there is such a command, whatever follows its name.
     static bool Knows(std::string_view command);
+
+    /// What the terminal calls itself.
+    void SetName(std::string name) { name_ = std::move(name); }
 
     /// Whether a host holds the line: `$9918` has come and `$9911` not since.
     bool IsHeld() const { return isHeld_; }
@@ -78,6 +85,7 @@ private:
     bool Store(Value& part, const Value& value);
 
     LineState& memory_;
+    std::string name_{DefaultTerminalName};
     bool isHeld_ = false;
     bool isOpen_ = false;
     bool takesBlocks_ = false;

@@ -19,6 +19,7 @@ constexpr std::array Rows{
     Row{"", "--line", "", ValueKind::Line},
     Row{"", "--bench-state", "", ValueKind::AnyFile},
     Row{"", "--state", "", ValueKind::AnyFile},
+    Row{"", "--tills", "", ValueKind::AnyFile},
     Row{"", "--output-folder", "", ValueKind::Folder},
     Row{"kelvora-cli restore", "", "FILE", ValueKind::DumpFile},
     Row{"kelvora-cli identity restore", "", "FILE", ValueKind::AnyFile},

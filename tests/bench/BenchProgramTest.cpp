@@ -185,6 +185,33 @@ TEST(BenchProgram, TellsWhetherTheTerminalIsHeld)
     EXPECT_EQ(bench.Output("\n"), "1 released\n");
 }
 
+TEST(BenchProgram, LetsTillsComeAndGo)
+{
+    const fs::path folder =
+        fs::path(testing::TempDir()) / ("kelvora-bench-tills-" + std::to_string(getpid()));
+    fs::create_directories(folder);
+    const std::string state = folder / "till02";
+    std::ofstream(folder / "tills") << "# two tills on the second of two lines\n\n"
+                                       "0 2 till --modules km096 --name 'TILL 01'\n"
+                                       "idle+0.05 2 till --name TILL02 --modules none --state "
+                                    << state << "\n+0.2 2 gone\n";
+    RunningBench bench({"--tills", folder / "tills", "--log", "--unpaced"});
+    std::istringstream lines(bench.Output("there TILL 01\n"));
+    std::string word;
+    std::string path;
+    lines >> word >> word >> word >> path;
+    const Descriptor port = OpenPort(path, B9600);
+    Ask(port, MakeFrame("0001", "$9900"), "$9900!0'TILL 01");
+    Ask(port, MakeFrame("0002", "$9902"), "$9902!0!3(214,23,4");
+    EXPECT_EQ(bench.Output("\n"), "2 there TILL02\n");
+    EXPECT_TRUE(fs::exists(state + ".lock"));
+    Ask(port, MakeFrame("0003", "$9904!3"), "$9904!0!3");
+    EXPECT_EQ(bench.Output("\n"), "2 gone\n");
+    EXPECT_FALSE(fs::exists(state + ".lock"));
+    EXPECT_EQ(ModeIn(state), '3');
+    fs::remove_all(folder);
+}
+
 TEST(BenchProgram, TakesTheDeviceAway)
 {
     RunningBench bench({"--modules", "iccr", "--away-after", "5", "--unpaced"});
@@ -219,6 +246,8 @@ TEST(BenchProgram, RefusesWrongUsage)
         {{"--late", "02=5"}, "no command of the terminal is named \"02\""},
         {{"--status", "$9904=0"}, "other than 0"},
         {{"--wrong-reply", "$9902=1"}, "is not COMMAND"},
+        {{"--name", "TILL\n1"}, "printable"},
+        {{"--tills", "/none"}, "/none: "},
     };
     for (const auto& [arguments, complaint] : cases) {
         std::ostringstream out;
@@ -241,4 +270,32 @@ TEST(BenchProgram, RefusesWrongUsage)
     EXPECT_EQ(options->line.faults.commands[0].number, 2U);
     EXPECT_EQ(options->line.faults.commands[1].command, "0FB3+");
     EXPECT_EQ(options->lines, (std::vector<std::vector<Module>>{{Module::MCR12}, {}}));
+}
+
+TEST(TillScript, NamesTheLineThatIsWrong)
+{
+    for (const auto& [line, complaint] : std::vector<std::pair<std::string, std::string>>{
+             {"soon 1 gone", "a number of seconds expected"},
+             {"-1 1 gone", "a number of seconds expected"},
+             {"1 0 gone", "the number of a line"},
+             {"1 1 gone now", "\"gone\", or \"till\""},
+             {"1 1", "\"gone\", or \"till\""},
+             {"0.5 1 gone", "an earlier time"},
+             {"2 1 till --modules km09", "no module is named"},
+             {"2 1 till --drop 0.6 --flip 0.6", "over 1 together"},
+             {"2 1 till --speed 1200", "--speed"},
+         }) {
+        try {
+            ParseTillScript("1 1 gone\n" + line);
+            ADD_FAILURE() << line;
+        } catch (const TillScriptError& error) {
+            EXPECT_TRUE(std::string_view(error.what()).starts_with("line 2: ")) << error.what();
+            EXPECT_NE(std::string_view(error.what()).find(complaint), std::string_view::npos) << error.what();
+        }
+    }
+    const TillScript script = ParseTillScript("\n1.25 3 till --name A --silent-at '0FB1+#20'\r\n0 1 gone");
+    const TillEvent& event = script.at(3).at(0);
+    EXPECT_EQ(event.time, std::chrono::milliseconds(1250));
+    EXPECT_EQ(event.till.value().name, "A");
+    EXPECT_EQ(event.till.value().faults.commands.at(0).number, 20U);
 }

@@ -5,6 +5,7 @@
 
 #include "bench/BenchLine.h"
 #include "bench/TerminalFrame.h"
+#include "bench/TillChanges.h"
 
 using namespace kelvora;
 using namespace kelvora::bench;
@@ -357,4 +358,49 @@ TEST(SimulatedLine, TellsWhoHoldsTheTerminal)
     EXPECT_EQ(told, (std::vector<bool>{true, false, true}));
     bench.line.Restart();
     EXPECT_FALSE(bench.line.IsHeld());
+}
+
+TEST(SimulatedLine, GoesSilentAtACommandUntilAnotherTillIsThere)
+{
+    BenchLine bench;
+    bench.line.SetFaults({.commands = {{CommandFault::Kind::Silent, "$9904!2"}}});
+    EXPECT_EQ(bench.Ask(AskName), Name);
+    EXPECT_EQ(bench.Ask(MakeFrame("0002", "$9904!2")), Nothing);
+    EXPECT_EQ(bench.Ask(MakeFrame("0003", "$9904")), Nothing);
+    EXPECT_EQ(bench.line.Memory().mode, '0');
+    bench.line.TakeAway();
+    EXPECT_EQ(bench.Ask(MakeFrame("0004", "$9904")), Nothing);
+    bench.line.Put(FreshLine({Module::KM096}), "TILL07", {});
+    EXPECT_EQ(bench.Ask(MakeFrame("0004", "$9900")), MakeFrame("0004", "M$9900!0&TILL07"));
+    bench.port.Write(MakeFrame("0005", "$9902"));
+    bench.loop.Pass(20ms);
+    bench.line.TakeAway();
+    EXPECT_EQ(bench.Ask(""), Nothing) << "what was on its way is lost";
+    EXPECT_EQ(bench.Ask(MakeFrame("0006", "$9900")), Nothing);
+}
+
+TEST(TillChanges, HappenInTheirTime)
+{
+    using enum TillEvent::From;
+    FakeEventLoop loop;
+    FakeLineClock clock(loop);
+    std::vector<std::chrono::milliseconds> times;
+    TillChanges changes(
+        clock, {{Start, 1s}, {EventBefore, 500ms}, {LastCommand, 2s}, {Start, 3s}}, [&](const TillEvent&) {
+            times.push_back(
+                std::chrono::duration_cast<std::chrono::milliseconds>(loop.Now().time_since_epoch()));
+        });
+    loop.Pass(1200ms);
+    changes.Hear("$9902");
+    loop.Pass(10s);
+    changes.Hear("$9900");
+    loop.Pass(10s);
+    EXPECT_EQ(times, (std::vector{1000ms, 1500ms})) << "nothing was done with that till yet";
+    changes.Hear("$9902");
+    loop.Pass(1s);
+    changes.Hear("$9911");
+    loop.Pass(1s);
+    changes.Hear("$9900");
+    loop.Pass(10s);
+    EXPECT_EQ(times, (std::vector{1000ms, 1500ms, 24200ms, 24200ms}));
 }

@@ -4,6 +4,7 @@
 #include <set>
 
 #include "bench/posix/FaultOptions.h"
+#include "platform/posix/PosixFiles.h"
 
 namespace kelvora::bench {
 
@@ -25,6 +26,12 @@ constexpr const char* Examples =
     "something behind it, with #2 ('$9902#2') the second of them. Of several that fit the longest\n"
     "decides. Put quotes around it.\n"
     "\n"
+    "A line of the file of tills is \"SECONDS LINE gone\" or \"SECONDS LINE till OPTIONS\", where the "
+    "options are\n"
+    "--modules, --name, --state and faults of that till. The seconds count from the start; those of \"+2\" "
+    "from\n"
+    "what happened before on that line, those of \"idle+2\" from the last command that it got, $9900 apart.\n"
+    "\n"
     "Exit code: 0 ended; 1 a line cannot be played; 2 wrong usage.";
 
 /// Speeds that modules work at.
@@ -33,22 +40,17 @@ const std::set<int> ModuleSpeeds{9600, 4800, 2400, 1200};
 /// Speeds of the terminal's own settings.
 const std::set<int> TerminalSpeeds{19200, 9600, 4800, 2400, 1200, 600, 300, 150};
 
-std::vector<Module> ParseModules(const std::string& list)
+TillScript ReadTills(const std::string& path)
 {
-    std::vector<Module> modules;
-    std::size_t addresses = 0;
-    if (list == "none")
-        return modules;
-    for (const std::string& name : CLI::detail::split(list, ',')) {
-        const auto module = FindModule(name);
-        if (!module)
-            throw CLI::ValidationError("--modules", "no module is named \"" + name + "\"");
-        addresses += AddressesOf(*module);
-        modules.push_back(*module);
+    std::string text;
+    try {
+        ReadWholeFile(path, text);
+        return ParseTillScript(text);
+    } catch (const FileError& error) {
+        throw CLI::ValidationError("--tills", path + ": " + error.what());
+    } catch (const TillScriptError& error) {
+        throw CLI::ValidationError("--tills", path + ", " + error.what());
     }
-    if (addresses > MostModules)
-        throw CLI::ValidationError("--modules", "\"" + list + "\" takes more than seven addresses");
-    return modules;
 }
 
 void AddLineOptions(CLI::App& app, BenchOptions& options)
@@ -64,6 +66,19 @@ void AddLineOptions(CLI::App& app, BenchOptions& options)
            "or none. Once for each line")
         ->allow_extra_args(false)
         ->type_name("LIST");
+    app.add_option_function<std::vector<std::string>>(
+           "--name",
+           [&options](const std::vector<std::string>& names) {
+               for (const std::string& name : names)
+                   options.names.push_back(ParseTerminalName(name));
+           },
+           "What the terminal of a line calls itself. Once for each line")
+        ->allow_extra_args(false)
+        ->type_name("NAME");
+    app.add_option_function<std::string>(
+           "--tills", [&options](const std::string& path) { options.tills = ReadTills(path); },
+           "File that says which till comes to a line or leaves it, and when; see below")
+        ->type_name("FILE");
     app.add_option_function<int>(
            "--speed", [&options](int baud) { options.line.modules = {ModuleLinkAt({.baud = baud})}; },
            "Speed of the modules")
@@ -81,7 +96,8 @@ void AddLineOptions(CLI::App& app, BenchOptions& options)
         "--unpaced", [&options] { options.line.isPaced = false; }, "Bytes take no time");
     app.add_flag(
         "--log", options.tells,
-        "Print the number of a line and what happens there: held, released (the terminal, by a host)");
+        "Print the number of a line and what happens there: held, released (the terminal, by a host), "
+        "gone, there (the till)");
     app.add_flag("--until-eof", options.untilEof, "End when standard input ends");
 }
 
@@ -110,7 +126,7 @@ std::optional<BenchOptions> ParseBenchOptions(const std::vector<std::string>& ar
         exitCode = app.exit(error, out, err) == 0 ? Done : WrongUsage;
         return std::nullopt;
     }
-    if (options.lines.empty())
+    if (options.lines.empty() && options.tills.empty())
         options.lines = {{Module::KM096, Module::KM064, Module::MCR123, Module::ICCR},
                          {Module::KM096, Module::MCR123}};
     return options;

@@ -8,6 +8,7 @@
 
 #include "bench/FreshLine.h"
 #include "bench/SimulatedLine.h"
+#include "bench/posix/TillScript.h"
 
 namespace CLI {
 class App;
@@ -17,7 +18,9 @@ namespace kelvora::bench {
 
 struct BenchOptions {
     std::vector<std::vector<Module>> lines;  ///< what hangs on each of them
+    std::vector<std::string> names;          ///< of their terminals, as far as they are given
     std::string statePath;                   ///< of the first line; empty for none
+    TillScript tills;  ///< that come later; a line that stands only there begins without
     LineOptions line;
     bool untilEof = false;
     bool tells = false;  ///< what happens at the lines, as it happens

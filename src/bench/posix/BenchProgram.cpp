@@ -2,12 +2,12 @@
 
 #include <sys/signalfd.h>
 
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <memory>
 #include <utility>
 
-#include "bench/StateText.h"
 #include "bench/posix/PlayedLine.h"
 #include "platform/posix/PosixFiles.h"
 
@@ -20,36 +20,23 @@ std::string StatePath(const std::string& path, std::size_t number)
     return number == 1 ? path : path + "." + std::to_string(number);
 }
 
-/// What the file says; without a file `fresh`, which is then written: a file that cannot be kept is told at
-/// once. What is wrong with one names it.
-LineState LoadState(StateFile& file, const LineState& fresh)
+/// The till that hangs on a line at the start.
+Till FirstTill(const BenchOptions& options, std::size_t index)
 {
-    try {
-        if (auto kept = file.Load())
-            return *std::move(kept);
-        file.Save(fresh);
-        return fresh;
-    } catch (const StateError& error) {
-        throw StateError(file.Path() + ", " + error.what());
-    } catch (const FileError& error) {
-        throw StateError(file.Path() + ": " + error.what());
-    }
+    Till till{.modules = options.lines[index], .faults = options.line.faults};
+    till.faults.seed += index;
+    if (index < options.names.size())
+        till.name = options.names[index];
+    if (!options.statePath.empty())
+        till.statePath = StatePath(options.statePath, index + 1);
+    return till;
 }
 
-std::unique_ptr<PlayedLine> Play(PollLoop& loop, const BenchOptions& options, std::size_t index, Files& files,
-                                 std::ostream& err)
+void TellOn(std::ostream& out, PlayedLine& line, std::size_t number)
 {
-    LineOptions line = options.line;
-    line.faults.seed += index;
-    const LineState fresh = FreshLine(options.lines[index], line.faults.seed);
-    if (options.statePath.empty())
-        return std::make_unique<PlayedLine>(loop, fresh, line);
-    const std::string path = StatePath(options.statePath, index + 1);
-    StateLock lock(path);
-    StateFile file(files, path);
-    auto played = std::make_unique<PlayedLine>(loop, LoadState(file, fresh), line);
-    played->KeepIn(std::move(file), std::move(lock), err);
-    return played;
+    line.onEvent = [&out, number](std::string_view event) {
+        out << number << ' ' << event << '\n' << std::flush;
+    };
 }
 
 Descriptor WatchSignals(PollLoop& loop)
@@ -82,14 +69,20 @@ void RunBench(const BenchOptions& options, std::ostream& out, std::ostream& err)
     PosixFiles files;
     const Descriptor signals = WatchSignals(loop);
     std::vector<std::unique_ptr<PlayedLine>> lines;
-    for (std::size_t index = 0; index < options.lines.size(); ++index)
-        lines.push_back(Play(loop, options, index, files, err));
+    const std::size_t scripted = options.tills.empty() ? 0 : options.tills.rbegin()->first;
+    for (std::size_t index = 0; index < std::max(options.lines.size(), scripted); ++index) {
+        lines.push_back(std::make_unique<PlayedLine>(loop, options.line, files, err));
+        if (index < options.lines.size())
+            lines.back()->Put(FirstTill(options, index));
+    }
     for (std::size_t index = 0; index < lines.size(); ++index)
         out << index + 1 << ' ' << lines[index]->Path() << '\n';
     out << std::flush;
     if (options.tells)
         for (std::size_t index = 0; index < lines.size(); ++index)
-            lines[index]->TellOn(out, index + 1);
+            TellOn(out, *lines[index], index + 1);
+    for (const auto& [number, events] : options.tills)
+        lines[number - 1]->Follow(events);
     if (options.untilEof)
         WatchInput(loop);
     loop.Run();

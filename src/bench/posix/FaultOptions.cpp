@@ -25,7 +25,9 @@ std::string ParseFault(const std::string& option, const std::string& text, Comma
 {
     const std::size_t equals = text.find('=');
     const bool hasValue = equals != std::string::npos;
-    if (hasValue != (fault.kind != CommandFault::Kind::WrongReply))
+    const bool wantsValue =
+        fault.kind == CommandFault::Kind::Late || fault.kind == CommandFault::Kind::Status;
+    if (hasValue != wantsValue)
         RefuseFault(option, "\"" + text + "\" is not " + (hasValue ? "COMMAND" : "COMMAND=VALUE"));
     fault.command = text.substr(0, equals);
     if (const std::size_t mark = fault.command.find('#'); mark != std::string::npos) {
@@ -65,6 +67,13 @@ void AddWrongReply(FaultPlan& faults, const std::string& text)
 {
     CommandFault fault{.kind = CommandFault::Kind::WrongReply, .command = {}};
     ParseFault("--wrong-reply", text, fault);
+    faults.commands.push_back(std::move(fault));
+}
+
+void AddSilence(FaultPlan& faults, const std::string& text)
+{
+    CommandFault fault{.kind = CommandFault::Kind::Silent, .command = {}};
+    ParseFault("--silent-at", text, fault);
     faults.commands.push_back(std::move(fault));
 }
 
@@ -118,6 +127,8 @@ void AddFaultOptions(CLI::App& app, FaultPlan& faults)
         ->type_name("N");
     app.add_option("--silent-after", faults.silentAfter.toHost, "Go silent when N bytes have been answered")
         ->type_name("N");
+    AddCommandOption(app, faults, "--silent-at", "COMMAND", AddSilence,
+                     "Go silent when a command comes, which is not run");
     app.add_option("--away-after", faults.awayAfter.toHost,
                    "Take the device away when N bytes have been answered")
         ->type_name("N");

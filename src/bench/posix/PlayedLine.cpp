@@ -1,6 +1,7 @@
 #include "bench/posix/PlayedLine.h"
 
 #include <chrono>
+#include <exception>
 #include <utility>
 
 namespace kelvora::bench {
@@ -11,15 +12,37 @@ namespace {
 /// a little later.
 constexpr std::chrono::milliseconds SaveDelay{250};
 
+/// What the file says; without a file `fresh`, which is then written: a file that cannot be kept is told at
+/// once. What is wrong with one names it.
+LineState LoadState(StateFile& file, const LineState& fresh)
+{
+    try {
+        if (auto kept = file.Load())
+            return *std::move(kept);
+        file.Save(fresh);
+        return fresh;
+    } catch (const StateError& error) {
+        throw StateError(file.Path() + ", " + error.what());
+    } catch (const FileError& error) {
+        throw StateError(file.Path() + ": " + error.what());
+    }
+}
+
 }  // namespace
 
-PlayedLine::PlayedLine(PollLoop& loop, LineState memory, const LineOptions& options)
-    : loop_(loop), saving_(loop), line_(loop, std::move(memory), options), pty_(loop, line_)
+PlayedLine::PlayedLine(PollLoop& loop, const LineOptions& options, Files& files, std::ostream& err)
+    : loop_(loop), files_(files), err_(err), saving_(loop), line_(loop, {}, options), pty_(loop, line_)
 {
+    line_.TakeAway();
     line_.onStored = [this] { saving_.Set(loop_.Now() + SaveDelay, [this] { Save(); }); };
     line_.onCommit = [this] {
         saving_.Cancel();
         return Save();
+    };
+    line_.onHeld = [this] { Tell(line_.IsHeld() ? "held" : "released"); };
+    line_.onCommand = [this](std::string_view command) {
+        if (changes_)
+            changes_->Hear(command);
     };
 }
 
@@ -29,16 +52,48 @@ PlayedLine::~PlayedLine()
         Save();
 }
 
-void PlayedLine::KeepIn(StateFile file, StateLock lock, std::ostream& err)
+void PlayedLine::Put(const Till& till)
 {
-    keeper_.emplace(Keeper{std::move(file), std::move(lock), err});
+    TakeAway();
+    LineState memory = FreshLine(till.modules, till.faults.seed);
+    if (!till.statePath.empty()) {
+        StateLock lock(till.statePath);
+        StateFile file(files_, till.statePath);
+        memory = LoadState(file, memory);
+        keeper_.emplace(Keeper{std::move(file), std::move(lock)});
+    }
+    line_.Put(std::move(memory), till.name, till.faults);
 }
 
-void PlayedLine::TellOn(std::ostream& out, std::size_t number)
+void PlayedLine::TakeAway()
 {
-    line_.onHeld = [this, &out, number] {
-        out << number << (line_.IsHeld() ? " held\n" : " released\n") << std::flush;
-    };
+    if (saving_.IsSet()) {
+        saving_.Cancel();
+        Save();
+    }
+    line_.TakeAway();
+    keeper_.reset();
+}
+
+void PlayedLine::Follow(std::vector<TillEvent> events)
+{
+    changes_.emplace(loop_, std::move(events), [this](const TillEvent& event) { Happen(event); });
+}
+
+void PlayedLine::Happen(const TillEvent& event)
+{
+    if (!event.till) {
+        TakeAway();
+        Tell("gone");
+        return;
+    }
+    try {
+        Put(*event.till);
+        Tell("there " + event.till->name);
+    } catch (const std::runtime_error& error) {  // StateError and std::system_error
+        err_ << "kelvora-bench: " << error.what() << '\n' << std::flush;
+        Tell("gone");
+    }
 }
 
 bool PlayedLine::Save()
@@ -49,9 +104,15 @@ bool PlayedLine::Save()
         keeper_->file.Save(line_.Memory());
         return true;
     } catch (const FileError& error) {
-        keeper_->err << "kelvora-bench: " << error.Path() << ": " << error.what() << '\n' << std::flush;
+        err_ << "kelvora-bench: " << error.Path() << ": " << error.what() << '\n' << std::flush;
         return false;
     }
+}
+
+void PlayedLine::Tell(std::string_view event)
+{
+    if (onEvent)
+        onEvent(event);
 }
 
 }  // namespace kelvora::bench

@@ -1,11 +1,16 @@
-// A simulated line that kelvora-bench plays behind a pseudo-terminal, and the file that keeps its memory.
+// A simulated line that kelvora-bench plays behind a pseudo-terminal: the till that hangs there, the file
+// that keeps its memory, and other tills that take its place.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <ostream>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "bench/StateText.h"
+#include "bench/TillChanges.h"
 #include "bench/posix/PtyLine.h"
 #include "bench/posix/StateLock.h"
 
@@ -13,8 +18,9 @@ namespace kelvora::bench {
 
 class PlayedLine {
 public:
-    /// `loop` outlives this. Throws std::system_error.
-    PlayedLine(PollLoop& loop, LineState memory, const LineOptions& options);
+    /// Without a till. What goes wrong later is told on `err`. References outlive this. Throws
+    /// std::system_error.
+    PlayedLine(PollLoop& loop, const LineOptions& options, Files& files, std::ostream& err);
     PlayedLine(const PlayedLine&) = delete;
     PlayedLine& operator=(const PlayedLine&) = delete;
     ~PlayedLine();
@@ -22,27 +28,36 @@ public:
     /// What a program opens.
     const std::string& Path() const { return pty_.Path(); }
 
-    /// Keeps the memory in a file from now on: the terminal's before it answers, that of the modules a little
-    /// later. What goes wrong is told on `err`, which outlives this.
-    void KeepIn(StateFile file, StateLock lock, std::ostream& err);
+    /// Puts a till there in place of another. The terminal's memory is kept in its file before it answers,
+    /// that of the modules a little later. Throws StateError, which names the file, or std::system_error when
+    /// that cannot be had; then there is none.
+    void Put(const Till& till);
+    void TakeAway();
 
-    /// Says on `out`, which outlives this, what happens at the line of that number.
-    void TellOn(std::ostream& out, std::size_t number);
+    /// Lets tills come and go from now on.
+    void Follow(std::vector<TillEvent> events);
+
+    /// Called with what happens: "held", "released", "gone", "there" and the till's name.
+    std::function<void(std::string_view)> onEvent;
 
 private:
     struct Keeper {
         StateFile file;
         StateLock lock;
-        std::ostream& err;
     };
 
+    void Happen(const TillEvent& event);
     bool Save();
+    void Tell(std::string_view event);
 
     PollLoop& loop_;
+    Files& files_;
+    std::ostream& err_;
     std::optional<Keeper> keeper_;
     Appointment saving_;
     SimulatedLine line_;
     PtyLine pty_;
+    std::optional<TillChanges> changes_;
 };
 
 }  // namespace kelvora::bench
