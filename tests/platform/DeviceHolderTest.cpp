@@ -74,21 +74,27 @@ TEST_F(DeviceHolder, LeavesALockOfTheLivingAndRemovesThatOfTheDead)
     const HolderSources sources{{root / "none", root / "lock"}, root / "proc"};
     const fs::path lock = root / "lock/LCK..ttyS0";
     EXPECT_FALSE(RemoveDeadLocks("/dev/ttyS0", sources));
-    for (const auto& [text, isDead] :
-         std::vector<std::pair<std::string, bool>>{{"", true},
-                                                   {"   \n", true},
-                                                   {"        99\n", true},
-                                                   {"99\nkelvora-c", true},
-                                                   {"34", true},
-                                                   {"        12\n", false},
-                                                   {"345\nkelvora-cli\ntill07\n", false},
-                                                   {std::string(1, '\x0C') + std::string(3, '\0'), false},
-                                                   {"minicom", false}}) {
+    struct Lock {
+        std::string text;
+        bool isDead;
+        bool isByNumber;
+    };
+    for (const auto& [text, isDead, isByNumber] :
+         std::vector<Lock>{{"", true, false},
+                           {"   \n", true, false},
+                           {"        99\n", true, false},
+                           {"99\nkelvora-c", true, false},
+                           {"34", true, false},
+                           {"        12\n", false, true},
+                           {"345\nkelvora-cli\ntill07\n", false, false},
+                           {std::string(1, '\x0C') + std::string(3, '\0'), false, false},
+                           {"minicom", false, false}}) {
         Write("lock/LCK..ttyS0", text);
         const kelvora::Descriptor open(::open(lock.c_str(), O_RDWR));
         EXPECT_EQ(flock(open.Number(), LOCK_EX), 0);
         EXPECT_FALSE(RemoveDeadLocks("/dev/ttyS0", sources)) << text << ", which a program has locked";
         EXPECT_EQ(flock(open.Number(), LOCK_UN), 0);
+        EXPECT_EQ(IsLockedByNumber("/dev/ttyS0", sources), isByNumber) << text;
         EXPECT_EQ(RemoveDeadLocks("/dev/ttyS0", sources), isDead) << text;
         EXPECT_EQ(fs::exists(lock), !isDead) << text;
     }

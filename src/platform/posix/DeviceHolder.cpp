@@ -89,6 +89,14 @@ bool RemoveUnlessOpen(const fs::path& lock)
     return file.Number() >= 0 && flock(file.Number(), LOCK_EX | LOCK_NB) == 0 && unlink(lock.c_str()) == 0;
 }
 
+bool HoldsNumberAlone(const fs::path& lock)
+{
+    std::ifstream file(lock);
+    std::string number;
+    std::string more;
+    return file >> number && !(file >> more);
+}
+
 std::string HolderByLock(const fs::path& lock, const fs::path& processes)
 {
     std::ifstream file(lock);
@@ -138,6 +146,13 @@ std::string FindDeviceHolder(const std::string& device, const HolderSources& sou
         if (std::string holder = HolderByLock(lock, sources.processes); !holder.empty())
             return holder;
     return HolderByProcess(names.back(), sources.processes);
+}
+
+bool IsLockedByNumber(const std::string& device, const HolderSources& sources)
+{
+    return std::ranges::any_of(LockFilesOf(NamesOf(device), sources), [&](const fs::path& lock) {
+        return HoldsNumberAlone(lock) && !HolderByLock(lock, sources.processes).empty();
+    });
 }
 
 bool RemoveDeadLocks(const std::string& device, const HolderSources& sources)

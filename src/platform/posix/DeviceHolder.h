@@ -18,6 +18,10 @@ struct HolderSources {
 /// "minicom (PID 1234)"; empty where nobody is found.
 std::string FindDeviceHolder(const std::string& device, const HolderSources& sources = {});
 
+/// Whether a lock file with a process's number and nothing else, as programs other than Qt's write it, names
+/// a living one. Qt, which looks for the program's name too, would take it for a dead one's.
+bool IsLockedByNumber(const std::string& device, const HolderSources& sources = {});
+
 /// Removes the device's lock files that no living process holds: those that name a dead one, and those that
 /// are empty because whoever made them was killed. False when there is none, or none that may be removed.
 bool RemoveDeadLocks(const std::string& device, const HolderSources& sources = {});

@@ -90,6 +90,11 @@ bool QtSerialPort::Open()
                                  Lose();
                          });
     }
+    if (IsLockedByNumber(device_)) {
+        failure_ = PortFailure::InUse;
+        lastError_ = "its lock file names a program that runs";
+        return false;
+    }
     if (!settings || !OpenDevice()) {
         Fail(settings ? FailureOf(port_->error(), device_) : PortFailure::BadSettings);
         return false;
