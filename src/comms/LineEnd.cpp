@@ -64,6 +64,7 @@ void EndWork(LineWork& work, bool isDone, LineWarnings& warnings)
         PayDebts(work, warnings);
     } catch (const LineStopped&) {
         // All that was wanted is done: the stop only leaves less time.
+        work.Debts().endOfTransfer = false;
         work.Hurry();
         PayDebts(work, warnings);
     }

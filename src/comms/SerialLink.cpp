@@ -143,9 +143,13 @@ void SerialLink::TakeBytes()
     if (inFlight_ && !bytes.empty()) {
         inFlight_->heard = true;
         inFlight_->silences = 0;
-        // Bytes without end that make no frame are no answer.
-        inFlight_->silentUntil =
-            std::min(std::max(inFlight_->silentUntil, loop_.Now() + SilenceTime), inFlight_->answerUntil);
+        // Bytes without end that make no frame are no answer; where time is short, those between frames are
+        // none.
+        const bool mayAnswer = inFlight_->mostSends >= UsualSends || receiver_.InFrame() ||
+                               bytes.find(LinkByte::Soh) != std::string::npos;
+        if (mayAnswer)
+            inFlight_->silentUntil =
+                std::min(std::max(inFlight_->silentUntil, loop_.Now() + SilenceTime), inFlight_->answerUntil);
     }
     for (const char byte : bytes) {
         if (byte == LinkByte::Soh)
