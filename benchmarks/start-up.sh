@@ -5,7 +5,7 @@
 # Both are started in turn, after a first start that warms the caches, on the display that is there or else on an X
 # server without a screen; "QT_QPA_PLATFORM=offscreen benchmarks/start-up.sh" leaves the window system out. Each start
 # has folders of its own and is ended by a plug-in right after the painting. The middle of the ratios is to stay at
-# 1.25 for the time and at 1.3 for the memory.
+# 1.15 for the time and at 1.3 for the memory.
 set -euo pipefail
 root=$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")
 build=$(readlink -f "${1:-$root/build-bench}")
@@ -14,7 +14,7 @@ if [[ -z ${QT_QPA_PLATFORM:-}${DISPLAY:-} ]]; then
     exec xvfb-run -a "${BASH_SOURCE[0]}" "$@"
 fi
 export QT_QPA_PLATFORM=${QT_QPA_PLATFORM:-xcb}
-most_time=1.25
+most_time=1.15
 most_memory=1.3
 
 work=$(mktemp -d)
