@@ -281,8 +281,7 @@ inline constexpr MessageId PortLost{885, "The port went away in the middle of th
 inline constexpr MessageId UndoScan{886, "line scan"};
 inline constexpr MessageId ScanStatus{887, "Scanning COM"};
 inline constexpr MessageId ScanOperation{888, "Line Scan + Flash Upload"};
-inline constexpr MessageId ScanRejected{
-    889, "The devices of this line make no setup that a window could show. The setup is empty."};
+inline constexpr MessageId ScanRejected{889, "The devices of this line make no setup."};
 inline constexpr MessageId ScanUnknown{
     890, "The line has devices of an unknown kind. A setup file cannot hold their places; positions:"};
 inline constexpr MessageId ScanParts{
@@ -444,7 +443,7 @@ inline constexpr MessageId DumpAfterEnd{855, "the dump goes on behind the end of
 inline constexpr MessageId DumpDeviceMapSize{856, "the device map has more than seven modules."};
 inline constexpr MessageId DumpDeviceMapCode{450, "the device map has a code that no module reports."};
 inline constexpr MessageId DumpKindForm{451,
-                                        "a dump's kind is \"device\" or \"setup\", and stands there once."};
+                                        R"(a dump's kind is "device" or "setup", and stands there once.)"};
 inline constexpr MessageId DumpCrcForm{452, "a checksum is eight hexadecimal digits, and stands there once."};
 inline constexpr MessageId DumpCrc{
     453, "the bytes of the dump do not have this checksum: at least one digit is wrong."};

@@ -88,6 +88,12 @@ std::string ReasonText(const MessageCatalogue& catalogue, const LineTarget& targ
     return text;
 }
 
+// Whether the reason's text says how the work on the line ended.
+bool IsToldOfLine(Reason reason)
+{
+    return reason == Reason::Line || reason == Reason::Done || reason == Reason::Declined;
+}
+
 // What was only wished for, or only read, is no cause for alarm.
 bool IsUsersOwnEnd(const TransferResult& result)
 {
@@ -159,6 +165,9 @@ OutcomeText DescribeTransfer(const MessageCatalogue& catalogue, const LineTarget
         outcome.icon = BoxIcon::Information;
     if (result.state == State::New && !(result.line.IsDone() && result.line.warnings.empty()))
         outcome.icon = BoxIcon::Exclamation;
+    if (!IsToldOfLine(result.reason))
+        for (const std::string& warning : WarningLines(catalogue, result.line.warnings))
+            AddLine(outcome.extra, warning);
     const bool isHeld = result.state == State::New || result.state == State::Same;
     if (isHeld && result.plan && !result.plan->unheld.empty())
         AddLine(outcome.extra,

@@ -158,6 +158,8 @@ int RunDownload(const DownloadRequest& request, Console& console, LineAccess& ac
     const int exitCode = ExitCodeOf(result);
     if (exitCode != ExitCode::Done)
         console.err << DiagnosticLine(text);
+    else if (request.line.json)
+        TellWarnings(request.line.Target(), result.line, console);
     if (request.line.json)
         Emit(console, TransferJson(request.line.Target(), request.file, result));
     else if (exitCode == ExitCode::Done)

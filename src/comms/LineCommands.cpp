@@ -44,6 +44,8 @@ std::string Attention(LineWork& work)
 
 void HoldLine(LineWork& work)
 {
+    // Nothing is sent once a stop is wanted, and nothing owed then.
+    work.CheckStop();
     work.Debts().release = true;
     work.Ask("$9918", 1);
 }

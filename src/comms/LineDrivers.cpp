@@ -12,9 +12,11 @@ namespace {
 // Closes the line whatever happens.
 class OpenLine {
 public:
-    OpenLine(LnkControl& channel, const std::string& settings)
-        : channel_(channel), isOpen_(channel.Open(settings))
+    OpenLine(LnkControl& channel, const LineTarget& target, const LineHooks& hooks) : channel_(channel)
     {
+        channel.isGivenUp = hooks.stopRequested;
+        isOpen_ = channel.Open(target.settings);
+        channel.isGivenUp = nullptr;
     }
     ~OpenLine() { channel_.Close(); }
     OpenLine(const OpenLine&) = delete;
@@ -24,7 +26,7 @@ public:
 
 private:
     LnkControl& channel_;
-    bool isOpen_;
+    bool isOpen_ = false;
 };
 
 }  // namespace
@@ -39,9 +41,10 @@ LineResult WorkOnLine(Comms& comms, const LineTarget& target, const LineHooks& h
         result.failure.port = PortFailure::Missing;
         return result;
     }
-    const OpenLine line(*channel, target.settings);
+    const OpenLine line(*channel, target, hooks);
     if (!line.IsOpen()) {
-        result.outcome = LineOutcome::NoPort;
+        const bool isGivenUp = channel->Failure() == PortFailure::GivenUp;
+        result.outcome = isGivenUp ? LineOutcome::Stopped : LineOutcome::NoPort;
         const bool isInUse = channel->Failure() == PortFailure::InUse;
         result.failure = {channel->Failure(),   0,
                           channel->Device(),    channel->AllowedGroup(),
@@ -54,9 +57,7 @@ LineResult WorkOnLine(Comms& comms, const LineTarget& target, const LineHooks& h
     } catch (const LineStopped&) {
         result.outcome = LineOutcome::Stopped;
     } catch (const ReplyError& error) {
-        // Who has asked for a stop in the meantime is not told of a failure.
-        const bool stopped = hooks.stopRequested && hooks.stopRequested();
-        result.outcome = stopped ? LineOutcome::Stopped : LineOutcome::Failed;
+        result.outcome = LineOutcome::Failed;
         result.failure = {channel->IsOpen() ? PortFailure::None : channel->Failure(),
                           error.Number(),
                           channel->Device(),
@@ -87,7 +88,8 @@ LineResult ScanWithUpload(Comms& comms, const LineTarget& target, const LineHook
         result.terminalName = Attention(work);
         HoldLine(work);
         result.deviceMap = AskDeviceMap(work);
-        work.Debts().mode = mode;
+        if (!result.deviceMap.empty())
+            work.Debts().mode = mode;
         ResetBlockAddress(work);
         OpenFlash(work);
         result.image = ReadWholeFlash(work);

@@ -15,7 +15,10 @@ bool LineLink::Open(std::string_view settings)
 {
     if (!link_->IsOpen() && IsBridge(port_.Device()) != isBridge_)
         Choose();
-    return link_->Open(settings);
+    port_.isGivenUp = isGivenUp;
+    const bool isOpen = link_->Open(settings);
+    port_.isGivenUp = nullptr;
+    return isOpen;
 }
 
 void LineLink::Choose()

@@ -18,7 +18,7 @@ constexpr std::chrono::milliseconds ControlMargin{1000};
 constexpr std::chrono::milliseconds HurriedSend{1000};
 
 /// A command that comes when the time is used up has so long to leave the machine.
-constexpr std::chrono::milliseconds ShortestWait{200};
+constexpr std::chrono::milliseconds ShortestWait{100};
 
 // A refusal that names the command: the number alone does not tell where the work stopped.
 [[noreturn]] void RaiseAt(std::string_view name, const ReplyError& error)
@@ -29,6 +29,8 @@ constexpr std::chrono::milliseconds ShortestWait{200};
     const auto fields = description.starts_with(name) ? ReplyFields(description, name) : std::nullopt;
     if (fields && !fields->empty())
         text.append(": status ").append(fields->front());
+    else if (error.Number() == ReplyErrorNumber::GivenTime)
+        text.append(": no answer in time");
     else if (!description.empty())
         text.append(": ").append(description);
     throw ReplyError(error.Number(), text);

@@ -60,6 +60,9 @@ public:
     /// How long the longest frame is on its way, at the line's speed.
     virtual std::chrono::milliseconds LongestFrameTime() const = 0;
 
+    /// Asked now and then while Open waits for a line on the network: true gives it up. May be empty.
+    std::function<bool()> isGivenUp;
+
     /// Called on the event loop, or by Send itself.
     std::function<void(LinkEvent event, std::string_view text)> onEvent;
 

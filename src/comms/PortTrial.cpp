@@ -50,6 +50,7 @@ MessageId PortFailureText(PortFailure failure)
             return Message::PortFixedSettings;
         case PortFailure::CommandsOnly:
             return Message::PortCommandsOnly;
+        case PortFailure::GivenUp:
         case PortFailure::Other:
         case PortFailure::None:
             break;

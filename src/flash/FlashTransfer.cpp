@@ -19,12 +19,13 @@ using State = TransferResult::State;
 constexpr int ReopenTries = 10;
 constexpr std::chrono::milliseconds ReopenPause{500};
 
-void Pause(EventLoop& loop, std::chrono::milliseconds pause)
+void Pause(EventLoop& loop, std::chrono::milliseconds pause, const LineHooks& hooks)
 {
-    bool isOver = false;
+    constexpr std::chrono::milliseconds Look{100};
+    const EventLoop::Time end = loop.Now() + pause;
     const auto timer = loop.NewTimer();
-    timer->Start(pause, [&isOver] { isOver = true; });
-    while (!isOver)
+    timer->Start(Look, [] {});
+    while (loop.Now() < end && !hooks.stopRequested())
         loop.Yield();
 }
 
@@ -90,6 +91,9 @@ bool Transfer::Read()
     result_.image = ImageFrom(result_.line.image);
     if (result_.refusal)
         return End(Reason::Refused);
+    // One that came too late to stop the reading still comes before the question.
+    if (result_.line.IsDone() && hooks_.stopRequested && hooks_.stopRequested())
+        result_.line.outcome = LineOutcome::Stopped;
     return result_.line.IsDone() || End(Reason::Line);
 }
 
@@ -195,16 +199,23 @@ bool Transfer::LostPortInCommit() const
 // The line may be held still: the terminal has not seen the end of the work.
 void Transfer::AskOnReopenedPort()
 {
+    // What came of a commit must be known before a stop is heard; that one was asked for twice still shows.
+    const LineHooks deaf{[this] {
+                             if (hooks_.stopRequested)
+                                 hooks_.stopRequested();
+                             return false;
+                         },
+                         hooks_.progress};
     LineResult asked;
     asked.outcome = LineOutcome::NoPort;
     for (int tries = 0; tries < ReopenTries && asked.outcome == LineOutcome::NoPort; ++tries) {
-        Pause(comms_.Loop(), ReopenPause);
-        asked = WorkOnLine(comms_, target_, hooks_, [this](LineWork& work, LineResult& line) {
+        Pause(comms_.Loop(), ReopenPause, deaf);
+        asked = WorkOnLine(comms_, target_, deaf, [this](LineWork& work, LineResult& line) {
             line.deviceMap = result_.line.deviceMap;
             line.image = result_.line.image;
             line.terminalName = result_.line.terminalName;
             work.Debts() = {.release = true, .endOfTransfer = true};
-            work.Unstoppably([&] { AskState(work); });
+            AskState(work);
         });
     }
     if (result_.state == State::New)

@@ -86,6 +86,8 @@ std::string Below(std::string_view line, const std::vector<std::string>& others)
 std::vector<std::string> ScanRemarks(const MessageCatalogue& catalogue, const ScanOutcome& scan)
 {
     std::vector<std::string> lines = NoticeLines(catalogue, scan);
+    if (scan.line.outcome == LineOutcome::Stopped)
+        lines.push_back(catalogue.Caption(Message::ScanStopped));
     Append(lines, WarningLines(catalogue, scan.line.warnings));
     return lines;
 }
@@ -110,7 +112,8 @@ std::vector<LaterMessage> DescribeScan(const MessageCatalogue& catalogue, const 
     Append(lines, WarningLines(catalogue, others));
     std::vector<LaterMessage> messages;
     if (!lines.empty() || end.message.id != Message::ScanRemarks.id)
-        messages.push_back({end.message, end.icon, of + Below(end.extra, lines)});
+        messages.push_back(
+            {end.message, others.empty() ? end.icon : BoxIcon::Exclamation, of + Below(end.extra, lines)});
     for (const LineWarning& warning : ofMode)
         messages.push_back(
             {Message::ModeNotSet, BoxIcon::Information, of + Below(PortName(target.line), {warning.detail})});

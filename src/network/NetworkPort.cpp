@@ -10,6 +10,9 @@ namespace {
 /// Characters of a server's own words that are worth showing.
 constexpr std::size_t ShownWords = 80;
 
+/// How often it is asked whether an opening is given up.
+constexpr std::chrono::milliseconds LookTime{100};
+
 // A server that refuses mostly says why, as a line of text.
 // Empty for what is no text.
 std::string WordsOf(std::string_view heard)
@@ -59,8 +62,17 @@ bool NetworkPort::Open()
         Fail(PortFailure::NoAnswer, stage_ == Stage::Connecting ? "no connection" : "no answer");
     });
     connection_->Connect(address_.host, address_.port);
-    while (stage_ != Stage::Closed && stage_ != Stage::Open)
+    // Without it nothing might happen before the time is over.
+    const auto look = loop_.NewTimer();
+    look->Start(LookTime, [] {});
+    while (stage_ != Stage::Closed && stage_ != Stage::Open) {
+        if (isGivenUp && isGivenUp()) {
+            Close();
+            failure_ = PortFailure::GivenUp;
+            break;
+        }
         loop_.Yield();
+    }
     return IsOpen();
 }
 

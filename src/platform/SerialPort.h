@@ -28,6 +28,7 @@ enum class PortFailure {
     NoBridge,        ///< what answers does not speak as a bridge does
     FixedSettings,   ///< the server has fixed the speed, which the modules' protocol has to change
     CommandsOnly,    ///< a bridge carries no bytes of a line
+    GivenUp,         ///< whoever opened the port would wait no longer
     Other,
 };
 
@@ -75,6 +76,8 @@ public:
     /// Throws away what waits to be read.
     virtual void DiscardInput() = 0;
 
+    /// Asked now and then while Open waits for a line on the network: true gives it up. May be empty.
+    std::function<bool()> isGivenUp;
     /// Called when bytes have come. What it calls may close the port.
     std::function<void()> onBytes;
     /// Called when an open port has gone away; it is closed then, and LastError says why.

@@ -90,7 +90,7 @@ TEST(LineEnd, AClosingStepThatFailsIsAWarningAndLosesNothing)
         const char* lastSent;
     } cases[]{
         {"none", "", {}, " 0FB1 0FB3 $9911 $9904!3 $9904!0"},
-        {"0FB1", "M0FB1!2", {Step::FlashNotClosed}, " 0FB1 $9911 $9904!3 $9904!0"},
+        {"0FB1", "M0FB1!2", {Step::FlashNotClosed}, " 0FB1 0FB3 $9911 $9904!3 $9904!0"},
         {"0FB3", "M0FB3!2", {Step::FlashNotClosed}, " 0FB1 0FB3 $9911 $9904!3 $9904!0"},
         {"$9911", "Rno", {Step::NotReleased}, " 0FB1 0FB3 $9911 $9904!3 $9904!0"},
         {"$9904!3", "M$9904!2", {Step::TransferNotEnded}, " 0FB1 0FB3 $9911 $9904!3 $9904!0"},
@@ -103,6 +103,15 @@ TEST(LineEnd, AClosingStepThatFailsIsAWarningAndLosesNothing)
         EXPECT_EQ(StepsOf(ended.result.warnings), row.steps) << row.name;
         EXPECT_TRUE(ended.sent.ends_with(row.lastSent)) << row.name << ended.sent;
     }
+}
+
+TEST(LineEnd, AReleaseThatIsNotAnsweredIsSentTwice)
+{
+    const Ended ended =
+        Scan(nothing, {}, {}, Faulty({{bench::CommandFault::Kind::Late, "$9911", 0, seconds(60), ""}}));
+    EXPECT_TRUE(ended.result.IsDone());
+    EXPECT_EQ(StepsOf(ended.result.warnings), std::vector{Step::NotReleased});
+    EXPECT_TRUE(ended.sent.ends_with(" 0FB3 $9911 $9911 $9904!3 $9904!0")) << ended.sent;
 }
 
 TEST(LineEnd, WhatWasHeldIsReleasedWhateverHasFailed)

@@ -63,7 +63,7 @@ void ParseEvent(const std::string& text, std::uint64_t seed, TillScript& script)
     std::getline(words, rest);
     const bool isGone = what == "gone" && rest.find_first_not_of(" \t\r") == std::string::npos;
     if (!isGone && what != "till")
-        throw TillScriptError("\"gone\", or \"till\" and its options, expected after the line's number");
+        throw TillScriptError(R"("gone", or "till" and its options, expected after the line's number)");
     if (!isGone)
         event.till = ParseTill(rest, seed);
     std::vector<TillEvent>& events = script[line];

@@ -295,7 +295,7 @@ void frmConfig::TellOfScan(const ScanOutcome& outcome, bool canUndo)
     const HelpTopic trouble(*this, "line.html#trouble");
     auto messages = DescribeScan(program.catalogue, TargetOf(session_.settings), outcome,
                                  TextFromPath(session_.settings.Name));
-    if (canUndo && outcome.document.Modules.empty() && !messages.empty())
+    if (canUndo && !outcome.IsWhole() && !messages.empty())
         messages.front().extra += "\r\n" + program.catalogue.Caption(Message::ScanUndoHint);
     for (const LaterMessage& message : messages)
         program.Show(message.message, {message.icon}, message.extra);

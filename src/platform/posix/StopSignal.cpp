@@ -48,11 +48,14 @@ StopSignal::~StopSignal()
 bool StopSignal::Requested()
 {
     signalfd_siginfo signal{};
-    bool isFirst = false;
+    int count = 0;
     while (descriptor_ >= 0 && read(descriptor_, &signal, sizeof signal) == sizeof signal)
-        isFirst = !std::exchange(requested_, true) || isFirst;
-    if (isFirst)
+        ++count;
+    if (count > 0 && !std::exchange(requested_, true))
         Unblock();
+    // The second of two that came before anybody asked.
+    if (count > 1)
+        raise(static_cast<int>(signal.ssi_signo));
     return requested_;
 }
 
