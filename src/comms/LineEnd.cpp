@@ -43,10 +43,10 @@ void EndWork(LineWork& work, bool isDone, LineWarnings& warnings)
     if (debts.release)
         Attempt(
             Step::NotReleased, [&] { ReleaseLine(work); }, warnings);
-    if (debts.endOfTransfer && isDone && work.HasLine())
+    if (debts.endOfTransfer && isDone)
         Attempt(
             Step::TransferNotEnded, [&] { SetLineMode(work, LineMode::AfterTransfer); }, warnings);
-    if (debts.mode && work.HasLine())
+    if (debts.mode)
         Attempt(
             Step::ModeNotSet, [&] { SetLineMode(work, *debts.mode); }, warnings);
 }

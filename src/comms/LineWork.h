@@ -72,9 +72,6 @@ public:
     /// Whether no whole answer has come to the last command.
     bool IsUnanswered() const { return isUnanswered_; }
 
-    /// Whether the line is still open.
-    bool HasLine() const { return channel_.IsOpen(); }
-
     LineDebts& Debts() { return debts_; }
 
     void Tell(const LineProgress& progress) const;
