@@ -212,8 +212,7 @@ void SerialLink::Silence()
     WatchRest();
     receiver_.Forget();
     inFlight_->silences = inFlight_->heard ? 0 : inFlight_->silences + 1;
-    const bool isLast = inFlight_->sends == inFlight_->mostSends;
-    if (inFlight_->silences == MaximumSilences || (isLast && !inFlight_->heard))
+    if (inFlight_->silences == std::min(MaximumSilences, inFlight_->mostSends))
         Finish(LinkEvent::TimeOut, "no answer");
     else
         Repeat(DamagedAnswers);

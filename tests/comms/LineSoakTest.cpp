@@ -4,6 +4,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "comms/LineDrivers.h"
 #include "comms/Reply.h"
@@ -139,23 +140,35 @@ TEST(LineSoak, EveryFailureIsToldInItsTime)
     }
 }
 
-// A NAK is a sign of life: the silences before it count no more.
+// A NAK is a sign of life: the silences before it count no more, not even at the last send.
 TEST(LineSoak, OnlySilencesInARowAreATimeOut)
 {
-    bench::LineOptions dead;
-    dead.faults.silentAfter.toHost = 0;
-    FakeEventLoop loop;
-    BenchLine bench(loop, dead);
-    EventLoop::Time ended;
-    bench.link.onEvent = [&](LinkEvent event, std::string_view) {
-        EXPECT_EQ(event, LinkEvent::TimeOut);
-        ended = loop.Now();
+    struct Case {
+        int naks;  ///< each of them before the line falls silent for good
+        milliseconds between;
+        LinkEvent event;
+        milliseconds end;
     };
-    ASSERT_TRUE(bench.link.Open("9600,n,8,1"));
-    bench.link.Send("$9900", LnkControl::UsualSends);
-    loop.After(milliseconds(2500), [&] { bench.line.onBytes("\x15"); });
-    loop.Pass(seconds(10));
-    EXPECT_GE(ended - EventLoop::Time(), milliseconds(5500));
+    for (const auto& row : {Case{1, milliseconds(2500), LinkEvent::TimeOut, milliseconds(5500)},
+                            Case{11, milliseconds(500), LinkEvent::CommunicationError, milliseconds(6500)}}) {
+        bench::LineOptions dead;
+        dead.faults.silentAfter.toHost = 0;
+        FakeEventLoop loop;
+        BenchLine bench(loop, dead);
+        std::optional<LinkEvent> ended;
+        EventLoop::Time::duration time{};
+        bench.link.onEvent = [&](LinkEvent event, std::string_view) {
+            ended = event;
+            time = loop.Now() - EventLoop::Time();
+        };
+        ASSERT_TRUE(bench.link.Open("9600,n,8,1"));
+        bench.link.Send("$9900", LnkControl::UsualSends);
+        for (int nak = 1; nak <= row.naks; ++nak)
+            loop.After(nak * row.between, [&] { bench.line.onBytes("\x15"); });
+        loop.Pass(seconds(10));
+        EXPECT_EQ(ended, row.event) << row.naks;
+        EXPECT_GE(time, row.end) << row.naks;
+    }
 }
 
 // Nothing but noise, which never falls silent and never makes a frame.
