@@ -609,7 +609,7 @@ inline constexpr MessageId TransferDeviceChanged{
 inline constexpr MessageId TransferFailedAfter{927,
                                                "The image is safe in the device. What failed came after it:"};
 inline constexpr MessageId TransferDeclined{918, "The answer was no."};
-inline constexpr MessageId TransferContentsKept{919, "Nobody has said Yes to that."};
+inline constexpr MessageId TransferContentsKept{919, "Nobody has said Yes to that: --erase-content beside --yes does."};
 inline constexpr MessageId TransferBackup{928, "The image that the device held before is kept in: "};
 
 // Why a device is not to be written; in the order of TransferRefusal::Reason, the setup's own reasons aside.

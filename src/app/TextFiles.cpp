@@ -56,15 +56,15 @@ std::optional<std::string> ReadTextFile(const Program& program, const std::strin
     return std::nullopt;
 }
 
-bool ReplacesOtherBackup(const Files& files, const std::string& path, const std::string& text)
+bool ReplacesOtherBackup(const Files& files, const std::string& path)
 {
     const std::string backup = BackupName(path);
-    const TextKind kind = WhatIs(text);
-    if (backup == path || kind == TextKind::Other || !files.Exists(path) || !files.Exists(backup))
+    if (backup == path || !files.Exists(path) || !files.Exists(backup))
         return false;
     try {
         const TextKind kept = WhatIs(files.Read(backup));
-        return kept != TextKind::Other && kept != kind;
+        const TextKind old = WhatIs(files.Read(path));
+        return kept != TextKind::Other && old != TextKind::Other && kept != old;
     } catch (const FileError&) {
         // What keeps it from being read will keep it from being replaced, or it is no text.
         return false;
@@ -88,11 +88,16 @@ void SaveTextFile(Files& files, const std::string& path, const std::string& text
     files.Write(path, text + "\r\n");
 }
 
-void SaveTextFileUnasked(Files& files, const std::string& path, const std::string& text)
+void RequireOwnBackup(const Files& files, const std::string& path)
 {
-    if (ReplacesOtherBackup(files, path, text))
+    if (ReplacesOtherBackup(files, path))
         throw FileError(path, "its backup would replace another file's, " + TextFromPath(BackupName(path)) +
                                   ": move that away, or choose another name");
+}
+
+void SaveTextFileUnasked(Files& files, const std::string& path, const std::string& text)
+{
+    RequireOwnBackup(files, path);
     SaveTextFile(files, path, text);
 }
 

@@ -97,7 +97,7 @@ bool IsToldOfLine(Reason reason)
 // What was only wished for, or only read, is no cause for alarm.
 bool IsUsersOwnEnd(const TransferResult& result)
 {
-    return result.reason == Reason::Declined || result.reason == Reason::ContentsKept ||
+    return result.reason == Reason::Declined ||
            (result.reason == Reason::Line && result.line.outcome == LineOutcome::Stopped);
 }
 

@@ -21,8 +21,6 @@ namespace {
 
 using Reason = TransferResult::Reason;
 
-constexpr std::string_view EraseContent = "--erase-content";
-
 // Nothing, and why, when the file is not one of its kind.
 std::optional<WantedContent> ReadWanted(const DownloadRequest& request, Refusal& why)
 {
@@ -91,8 +89,9 @@ TransferAnswer Ask(const DownloadRequest& request, Console& console, LineAccess&
         return TransferAnswer::No;
     if (!plan.TakesContents() || request.eraseContent)
         return TransferAnswer::Yes;
-    const bool mayTake = !request.yes && access.Ask(Message::AskContents.fallback.data());
-    return mayTake ? TransferAnswer::Yes : TransferAnswer::KeepContents;
+    if (request.yes)
+        return TransferAnswer::KeepContents;
+    return access.Ask(Message::AskContents.fallback.data()) ? TransferAnswer::Yes : TransferAnswer::No;
 }
 
 TransferResult RunTransfer(const DownloadRequest& request, const WantedContent& wanted, Console& console,
@@ -110,8 +109,7 @@ TransferResult RunTransfer(const DownloadRequest& request, const WantedContent& 
             return Ask(request, console, access, plan, backup);
         }};
     TransferResult result = Download(run.comms, request.line.Target(), run.hooks, wanted, steps);
-    const bool isDeclined = result.reason == Reason::Declined || result.reason == Reason::ContentsKept;
-    if (isDeclined && access.StopRequested()) {
+    if (result.reason == Reason::Declined && access.StopRequested()) {
         result.reason = Reason::Line;
         result.line.outcome = LineOutcome::Stopped;
     }
@@ -143,7 +141,8 @@ int RunDownload(const DownloadRequest& request, Console& console, LineAccess& ac
         return RefuseUnasked(console);
     Refusal why;
     auto wanted = ReadWanted(request, why);
-    if (wanted && !IsForTheLine(request, *wanted, access))
+    // A stop at the question is the work's own first answer.
+    if (wanted && !IsForTheLine(request, *wanted, access) && !access.StopRequested())
         why = FailureOf(request.file,
                         request.yes
                             ? "this dump names no modules; --this-line says that it was read from this line"
@@ -152,9 +151,7 @@ int RunDownload(const DownloadRequest& request, Console& console, LineAccess& ac
         return RefuseFile(request.line, request.file, why, console);
     const TransferResult result = RunTransfer(request, *wanted, console, access);
     const OutcomeText outcome = DescribeTransfer(MessageCatalogue(), request.line.Target(), result);
-    std::string text = OneLineText(outcome.text + "\n" + outcome.extra);
-    if (result.reason == Reason::ContentsKept && request.yes)
-        text += " " + std::string(EraseContent) + " beside --yes does.";
+    const std::string text = OneLineText(outcome.text + "\n" + outcome.extra);
     const int exitCode = ExitCodeOf(result);
     if (exitCode != ExitCode::Done)
         console.err << DiagnosticLine(text);
@@ -179,7 +176,7 @@ void AddCommand(CLI::App* command, const std::string& fileHelp, bool isDump, Con
     command->add_flag("-y,--yes", request->yes, "Write without asking");
     if (isDump) {
         command->add_flag(
-            std::string(EraseContent), request->eraseContent,
+            "--erase-content", request->eraseContent,
             "Also write a dump that takes key contents from the device, or that was made from a setup");
         command->add_flag("--this-line", request->thisLine,
                           "A dump that names no modules was read from this line");

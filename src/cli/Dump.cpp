@@ -9,12 +9,14 @@
 #include "cli/LineRun.h"
 #include "flash/DumpSource.h"
 #include "platform/LocalTime.h"
-#include "platform/posix/PosixFiles.h"
 
 namespace kelvora {
 
 int Dump(const DumpRequest& request, Console& console, LineAccess& access)
 {
+    if (!WorkOnOutput(request.line, console,
+                      [&](const Files& files) { RequireOwnBackup(files, request.output); }))
+        return ExitCode::Rejected;
     const LineTarget target = request.line.Target();
     const LineResult read = [&] {
         LineRun run(request.line, console, access);
@@ -32,14 +34,10 @@ int Dump(const DumpRequest& request, Console& console, LineAccess& access)
     const FlashImage image = ImageFrom(read.image).value();
     const DumpSource source{{target.line, LocalTime()}, read.deviceMap, read.terminalName};
     const std::string dump = FormatFlashDump(DumpOfDevice(image, source));
-    if (!request.output.empty()) {
-        try {
-            PosixFiles files;
+    if (!request.output.empty() && !WorkOnOutput(request.line, console, [&](Files& files) {
             SaveTextFileUnasked(files, request.output, dump);
-        } catch (const FileError& error) {
-            return RefuseFile(request.line, error.Path(), FailureOf(error.Path(), error.what()), console);
-        }
-    }
+        }))
+        return ExitCode::Rejected;
     if (request.line.json)
         Emit(console, DumpJson(target, read, request.output));
     else if (request.output.empty())

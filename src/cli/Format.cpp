@@ -112,7 +112,8 @@ void AddFormatCommand(CLI::App& app, Console& console, int& exitCode)
     command
         ->add_option("--output-folder", request->outputFolder,
                      "Write each setup into that folder, under its file's name")
-        ->type_name("FOLDER");
+        ->type_name("FOLDER")
+        ->check(CheckOutputName);
     command->add_flag("-i,--in-place", request->inPlace, "Write each setup over its own file");
     command->add_flag("--json", request->json, "Print an object a line for every file");
     command->footer(

@@ -116,7 +116,8 @@ void AddImageCommand(CLI::App& app, Console& console, int& exitCode)
         ->add_option("--output-folder", request->outputFolder,
                      "Write an image of each setup into that folder, named after its file; one that is "
                      "replaced is kept under its name and \".bak\"")
-        ->type_name("FOLDER");
+        ->type_name("FOLDER")
+        ->check(CheckOutputName);
     command->add_flag("--json", request->json, "Print an object a line for every file");
     command->callback([request, &console, &exitCode] { exitCode = Image(*request, console); });
 }

@@ -3,6 +3,7 @@
 #include "app/LineErrorText.h"
 #include "cli/FlashJson.h"
 #include "platform/Encoding.h"
+#include "platform/posix/PosixFiles.h"
 
 namespace kelvora {
 
@@ -39,6 +40,18 @@ int RefuseFile(const LineOptions& options, const std::string& file, const Refusa
     if (options.json)
         Emit(console, UnreadJson(options.port, file, why.message));
     return ExitCode::Rejected;
+}
+
+bool WorkOnOutput(const LineOptions& options, Console& console, const std::function<void(Files&)>& work)
+{
+    try {
+        PosixFiles files;
+        work(files);
+        return true;
+    } catch (const FileError& error) {
+        RefuseFile(options, error.Path(), FailureOf(error.Path(), error.what()), console);
+        return false;
+    }
 }
 
 int RefuseUnasked(Console& console)

@@ -1,6 +1,7 @@
 // How the commands that talk to devices name a line and tell what happened on it.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -8,6 +9,7 @@
 #include "cli/Console.h"
 #include "cli/LineAccess.h"
 #include "comms/LineDrivers.h"
+#include "platform/Files.h"
 #include "platform/PortName.h"
 
 namespace kelvora {
@@ -20,6 +22,10 @@ std::string LineMessageText(const MessageId& message, std::string_view extra);
 
 /// Tells why a command's file is not used. Gives ExitCode::Rejected.
 int RefuseFile(const LineOptions& options, const std::string& file, const Refusal& why, Console& console);
+
+/// Does `work` on the files of a command's output. False when it fails, which has been told; the exit code is
+/// ExitCode::Rejected then.
+bool WorkOnOutput(const LineOptions& options, Console& console, const std::function<void(Files&)>& work);
 
 /// Tells that a write needs --yes where there is no terminal to ask on. Gives ExitCode::Usage.
 int RefuseUnasked(Console& console);

@@ -12,7 +12,6 @@
 #include "cli/SetupJson.h"
 #include "cli/Show.h"
 #include "layout/ScanTexts.h"
-#include "platform/posix/PosixFiles.h"
 #include "setup/SetupWriter.h"
 
 namespace kelvora {
@@ -55,6 +54,9 @@ void PrintSetup(const ScanRequest& request, const ScanOutcome& scan, const std::
 
 int Scan(const ScanRequest& request, Console& console, LineAccess& access)
 {
+    if (!WorkOnOutput(request.line, console,
+                      [&](const Files& files) { RequireOwnBackup(files, request.output); }))
+        return ExitCode::Rejected;
     const ScanOutcome scan = RunScan(request, console, access);
     if (!scan.IsWhole())
         return ReportFailure(request, scan, console);
@@ -63,14 +65,10 @@ int Scan(const ScanRequest& request, Console& console, LineAccess& access)
         remarks.push_back(OneLineText(remark));
     for (const std::string& remark : remarks)
         console.err << DiagnosticLine(PortName(request.line.port) + ": " + remark);
-    if (!request.output.empty()) {
-        try {
-            PosixFiles files;
+    if (!request.output.empty() && !WorkOnOutput(request.line, console, [&](Files& files) {
             SaveTextFileUnasked(files, request.output, WriteSetup(scan.document.Modules));
-        } catch (const FileError& error) {
-            return RefuseFile(request.line, error.Path(), FailureOf(error.Path(), error.what()), console);
-        }
-    }
+        }))
+        return ExitCode::Rejected;
     PrintSetup(request, scan, remarks, console);
     return ExitCode::Done;
 }

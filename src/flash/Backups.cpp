@@ -45,29 +45,27 @@ Backups::Backups(Files& files, std::string folder, Clock clock)
 
 std::optional<std::string> Backups::Kept(const Held& held) const
 {
-    std::string newest;
-    for (const std::string& name : files_.List(folder_)) {
-        const auto age = [](const std::string& each) {
-            return std::pair(each.substr(0, FileStem({}).size()), std::pair(each.size(), each));
-        };
-        if (IsOfPort(name, held.port) && (newest.empty() || age(newest) < age(name)))
-            newest = name;
+    std::vector<std::string> names = files_.List(folder_);
+    std::erase_if(names, [&](const std::string& name) { return !IsOfPort(name, held.port); });
+    std::ranges::sort(names, std::ranges::greater(), [](const std::string& name) {
+        return std::tuple(name.substr(0, FileStem({}).size()), name.size(), name);
+    });
+    for (const std::string& name : names) {
+        try {
+            const FlashDump dump = Read(folder_ + "/" + name);
+            const auto source = SourceOf(dump);
+            const bool isSame = source && source->deviceMap == held.deviceMap &&
+                                source->terminal == held.terminal && source->origin.port == held.port &&
+                                dump.head.kind == DumpKind::Device && dump.image == held.image;
+            return isSame ? std::optional(folder_ + "/" + name) : std::nullopt;
+        } catch (const FileError&) {
+            continue;
+        } catch (const DumpError&) {
+            // A damaged one keeps nothing: the one before it is the newest.
+            continue;
+        }
     }
-    if (newest.empty())
-        return std::nullopt;
-    const std::string path = folder_ + "/" + newest;
-    try {
-        const FlashDump dump = Read(path);
-        const auto source = SourceOf(dump);
-        const bool isSame = source && source->deviceMap == held.deviceMap &&
-                            source->terminal == held.terminal && source->origin.port == held.port &&
-                            dump.head.kind == DumpKind::Device && dump.image == held.image;
-        return isSame ? std::optional(path) : std::nullopt;
-    } catch (const FileError&) {
-        return std::nullopt;
-    } catch (const DumpError&) {
-        return std::nullopt;
-    }
+    return std::nullopt;
 }
 
 std::string Backups::Keep(const Held& held)

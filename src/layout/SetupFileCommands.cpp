@@ -181,7 +181,7 @@ std::optional<SetupDocument> ReadOtherSetup(Program& program, const std::string&
 bool SaveKeepingBackup(Program& program, const std::string& path, const std::string& text)
 {
     const Platform& world = program.world;
-    if (ReplacesOtherBackup(world.files, path, text) &&
+    if (ReplacesOtherBackup(world.files, path) &&
         program.Show(Message::OverwriteBackup, YesNoStyle, TextFromPath(BackupName(path))) != Answer::Yes)
         return false;
     return WriteTextFileWithBackup(program, path, text);

@@ -266,6 +266,7 @@ TEST_F(FlashCommandsTest, EveryFailureHasItsExitCodeAndLeavesTheDevice)
          ExitCode::Rejected,
          "--this-line"},
         {{"format", lone, "-o", kept}, ExitCode::Rejected, "kept.bak: move that away"},
+        {{"dump", "--port", "2", "-o", kept}, ExitCode::Rejected, "kept.bak: move that away"},
     };
     for (const auto& row : cases) {
         const CliResult result = Run(row.arguments);

@@ -95,6 +95,7 @@ TEST_F(Format, WritesTheFilesOfAFolderOverThemselvesOrIntoAnother)
          std::vector<std::vector<std::string>>{{"format", shops},
                                                {"format", shops, "-o", out + "/x.dat"},
                                                {"format", shops, "-i", "--output-folder", out},
+                                               {"format", shops, "--output-folder", ""},
                                                {"format", shops, "--output-folder", shops + "/formatted"}})
         EXPECT_EQ(Run(wrong).exitCode, 2) << testing::PrintToString(wrong);
     EXPECT_EQ(files.List(out).size(), 2U);

@@ -339,15 +339,16 @@ TEST_F(FlashForm, WhatTakesKeyContentsOrNamesNoModulesNeedsASecondYes)
 TEST_F(FlashForm, ADumpIsNotPutInThePlaceOfASetupsBackupUnasked)
 {
     files.Write(Path("till.bak"), "[Kelvora]\r\n");
-    files.Write(Path("till.mem"), "old");
+    const std::string old = FormatDump(0, FlashImage{});
+    files.Write(Path("till.mem"), old);
     for (const Answer answer : {Answer::No, Answer::Yes}) {
         dialogs.choices.push_back({Path("till.mem"), Path(""), 1});
         prompt.answers = {Answer::Yes, answer};
         Trigger(Command::ToolsMenuFlashDumpUpload);
         EXPECT_TRUE(LastBody().ends_with("till.bak")) << LastBody();
-        EXPECT_EQ(files.Read(Path("till.mem")) == "old", answer == Answer::No);
+        EXPECT_EQ(files.Read(Path("till.mem")) == old, answer == Answer::No);
     }
-    EXPECT_EQ(files.Read(Path("till.bak")), "old");
+    EXPECT_EQ(files.Read(Path("till.bak")), old);
 }
 
 TEST_F(FlashForm, TheComparisonGoesFromOneDifferenceToTheNextAndFinds)

@@ -40,7 +40,7 @@ public:
 
     Comms& Prepare(const LineOptions& options) override
     {
-        stop_.emplace();
+        HearStops();
         application_.emplace(argc_, argv_);
         PosixFiles files;
         const PortNames names = NamesOf(options, files);
@@ -74,6 +74,12 @@ public:
     }
 
 private:
+    void HearStops()
+    {
+        if (!stop_)
+            stop_.emplace();
+    }
+
     void StartBench(const LineOptions& options, const PortNames& names, PortDevices& devices)
     {
         if (!bench_.emplace().Start(options.benchState))
@@ -98,6 +104,7 @@ private:
 bool QtLineAccess::Ask(const std::string& question)
 {
     constexpr int LookMs = 100;
+    HearStops();
     // What was typed ahead answers another question.
     tcflush(STDIN_FILENO, TCIFLUSH);
     std::cerr << question << " [y/N] " << std::flush;

@@ -144,8 +144,7 @@ void FlashForms::Transfer(const WantedContent& wanted, const std::string& dumpNa
         result = DownloadFrom(session_, wanted, running.Hooks(), steps);
     }
     // Who has just said No knows it.
-    if (result.reason == TransferResult::Reason::Declined ||
-        result.reason == TransferResult::Reason::ContentsKept)
+    if (result.reason == TransferResult::Reason::Declined)
         return;
     const OutcomeText outcome = DescribeTransfer(program.catalogue, TargetOf(session_.settings), result);
     program.world.prompt.Show(program.catalogue.Caption(TitleOf(dumpName)), Body(outcome), {outcome.icon});
@@ -182,7 +181,7 @@ TransferAnswer FlashForms::Ask(const TransferPlan& plan, const std::string& dump
                title, contents + std::string(LineEnd) + catalogue.Caption(Message::AskContents),
                {BoxIcon::Exclamation, BoxButtons::YesNo, Answer::No}) == Answer::Yes
                ? TransferAnswer::Yes
-               : TransferAnswer::KeepContents;
+               : TransferAnswer::No;
 }
 
 void FlashForms::ToolsMenuFlashVerify_Click()
