@@ -609,7 +609,8 @@ inline constexpr MessageId TransferDeviceChanged{
 inline constexpr MessageId TransferFailedAfter{927,
                                                "The image is safe in the device. What failed came after it:"};
 inline constexpr MessageId TransferDeclined{918, "The answer was no."};
-inline constexpr MessageId TransferContentsKept{919, "Nobody has said Yes to that: --erase-content beside --yes does."};
+inline constexpr MessageId TransferContentsKept{
+    919, "Nobody has said Yes to that: --erase-content beside --yes does."};
 inline constexpr MessageId TransferBackup{928, "The image that the device held before is kept in: "};
 
 // Why a device is not to be written; in the order of TransferRefusal::Reason, the setup's own reasons aside.
@@ -634,6 +635,8 @@ inline constexpr MessageId AskErasedDump{
     456, "This dump is erased where the device holds key contents. Bytes that the device loses: "};
 inline constexpr MessageId AskContents{
     457, "Take this from the device all the same? What its keys send is then in the backup alone."};
+inline constexpr MessageId AskSetupContents{
+    466, "What a setup makes is no copy of a device. Write it all the same?"};
 inline constexpr MessageId AskRightLine{
     458, "This dump names no modules. Is the device on this line the one that it was read from?"};
 inline constexpr MessageId AskBackup{459, "What the device holds is kept in: "};

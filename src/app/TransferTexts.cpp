@@ -130,8 +130,9 @@ Weight WeightOf(const ImageDifference& change)
             return Weight::Key;
         case What::Module: {
             // Tracks and backlight are in the device code.
-            const bool isOption = KindOf(static_cast<std::uint8_t>(change.before)) ==
-                                  KindOf(static_cast<std::uint8_t>(change.after));
+            const ModuleKind kind = KindOf(static_cast<std::uint8_t>(change.before));
+            const bool isOption =
+                kind != ModuleKind::None && kind == KindOf(static_cast<std::uint8_t>(change.after));
             return isOption ? Weight::Option : Weight::Module;
         }
         default:
@@ -241,6 +242,30 @@ std::string ContentsText(const MessageCatalogue& catalogue, const TransferPlan& 
         return {};
     return catalogue.Word(plan.isOfSetup ? Message::AskSetupDump : Message::AskErasedDump) +
            std::to_string(plan.contentsLost);
+}
+
+std::string TakingQuestion(const MessageCatalogue& catalogue, const TransferPlan& plan)
+{
+    return catalogue.Caption(plan.contentsLost > 0 ? Message::AskContents : Message::AskSetupContents);
+}
+
+std::string DumpText(const MessageCatalogue& catalogue, const FlashDump& dump, const std::string& terminal)
+{
+    std::vector<std::string> parts;
+    const DumpHead& head = dump.head;
+    if (head.kind)
+        parts.push_back(
+            catalogue.Caption(*head.kind == DumpKind::Device ? Message::DumpOfDevice : Message::DumpOfSetup));
+    for (const std::string& part :
+         {head.terminal, head.deviceMap ? head.deviceMap->title : std::string(), TextFromPath(head.setup)})
+        if (!part.empty())
+            parts.push_back(part);
+    std::string text;
+    for (const std::string& part : parts)
+        text += (text.empty() ? "" : ", ") + part;
+    if (!head.terminal.empty() && head.terminal != terminal)
+        text += std::string(LineEnd) + catalogue.Word(Message::ModulesOnLine) + terminal;
+    return text;
 }
 
 std::vector<std::string> ChangeLines(const MessageCatalogue& catalogue, const TransferPlan& plan)

@@ -37,6 +37,13 @@ std::string ModuleNames(const MessageCatalogue& catalogue, std::string_view devi
 /// none.
 std::string ContentsText(const MessageCatalogue& catalogue, const TransferPlan& plan);
 
+/// The separate question of a plan that TakesContents.
+std::string TakingQuestion(const MessageCatalogue& catalogue, const TransferPlan& plan);
+
+/// What a dump says of itself, and below it the terminal on the line where the dump is of another one; empty
+/// when it says nothing.
+std::string DumpText(const MessageCatalogue& catalogue, const FlashDump& dump, const std::string& terminal);
+
 /// What a plan changes: modules and their order, keys by module and number, options, then bytes.
 std::vector<std::string> ChangeLines(const MessageCatalogue& catalogue, const TransferPlan& plan);
 

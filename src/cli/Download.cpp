@@ -71,27 +71,31 @@ std::string Changes(const TransferPlan& plan)
     return text;
 }
 
-std::string Question(const DownloadRequest& request, const TransferPlan& plan, const std::string& backup)
+std::string Question(const DownloadRequest& request, const WantedContent& wanted, const TransferPlan& plan,
+                     const std::string& backup)
 {
     const MessageCatalogue english;
     std::string text = Changes(plan);
+    if (const auto* const dump = std::get_if<FlashDump>(&wanted))
+        if (const std::string told = DumpText(english, *dump, plan.terminal); !told.empty())
+            text += OneLineText(told) + "\n";
     text += english.Word(Message::AskBackup) + Utf8FromPath(backup) + "\n";
     return text + PortName(request.line.port) + ": " + Utf8FromPath(request.file) + ": " +
            english.Caption(request.isDump ? Message::AskRestore : Message::AskDownload);
 }
 
-TransferAnswer Ask(const DownloadRequest& request, Console& console, LineAccess& access,
-                   const TransferPlan& plan, const std::string& backup)
+TransferAnswer Ask(const DownloadRequest& request, const WantedContent& wanted, Console& console,
+                   LineAccess& access, const TransferPlan& plan, const std::string& backup)
 {
     if (request.yes && !request.line.json)
         Emit(console, Changes(plan));
-    if (!request.yes && !access.Ask(Question(request, plan, backup)))
+    if (!request.yes && !access.Ask(Question(request, wanted, plan, backup)))
         return TransferAnswer::No;
     if (!plan.TakesContents() || request.eraseContent)
         return TransferAnswer::Yes;
     if (request.yes)
         return TransferAnswer::KeepContents;
-    return access.Ask(Message::AskContents.fallback.data()) ? TransferAnswer::Yes : TransferAnswer::No;
+    return access.Ask(TakingQuestion(MessageCatalogue(), plan)) ? TransferAnswer::Yes : TransferAnswer::No;
 }
 
 TransferResult RunTransfer(const DownloadRequest& request, const WantedContent& wanted, Console& console,
@@ -106,7 +110,7 @@ TransferResult RunTransfer(const DownloadRequest& request, const WantedContent& 
             return backups.Keep({request.line.port, plan.deviceMap, plan.terminal, plan.held});
         },
         [&](const TransferPlan& plan, const std::string& backup) {
-            return Ask(request, console, access, plan, backup);
+            return Ask(request, wanted, console, access, plan, backup);
         }};
     TransferResult result = Download(run.comms, request.line.Target(), run.hooks, wanted, steps);
     if (result.reason == Reason::Declined && access.StopRequested()) {

@@ -21,6 +21,19 @@ std::string FileStem(const BackupOrigin& origin)
     return time + " " + PortName(origin.port);
 }
 
+// What a name of that form tells, whatever the file holds.
+std::optional<BackupOrigin> OriginOfName(std::string_view name)
+{
+    constexpr std::size_t DateEnd = 10;
+    const std::size_t timeEnd = FileStem({1, {}}).find(" COM");
+    if (name.size() <= timeEnd || name[timeEnd] != ' ')
+        return std::nullopt;
+    std::string time(name.substr(0, timeEnd));
+    std::replace(time.begin() + DateEnd, time.end(), '-', ':');
+    const std::string_view port = name.substr(timeEnd + 1);
+    return OriginOf(std::string(port.substr(0, port.find_first_of("._"))) + ", " + time);
+}
+
 // Of one second's backups the names' numbers grow: "_10" comes after "_2".
 auto AgeOf(const BackupEntry& entry)
 {
@@ -46,7 +59,11 @@ Backups::Backups(Files& files, std::string folder, Clock clock)
 std::optional<std::string> Backups::Kept(const Held& held) const
 {
     std::vector<std::string> names = files_.List(folder_);
-    std::erase_if(names, [&](const std::string& name) { return !IsOfPort(name, held.port); });
+    // The clock may have been ahead for a while.
+    const std::string now = FileStem({held.port, clock_()});
+    std::erase_if(names, [&](const std::string& name) {
+        return !IsOfPort(name, held.port) || name.substr(0, now.size()) > now;
+    });
     std::ranges::sort(names, std::ranges::greater(), [](const std::string& name) {
         return std::tuple(name.substr(0, FileStem({}).size()), name.size(), name);
     });
@@ -92,6 +109,7 @@ std::vector<BackupEntry> Backups::List() const
         BackupEntry entry;
         entry.path = folder_ + "/" + name;
         entry.name = name;
+        entry.origin = OriginOfName(name);
         try {
             const FlashDump dump = Read(entry.path);
             if (dump.head.deviceMap)

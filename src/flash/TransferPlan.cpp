@@ -104,6 +104,9 @@ bool HasKeyMap(const TakenSetup& taken, ModuleKind kind)
 
 std::vector<SetupDifference> SetupChanges(const TransferPlan& plan)
 {
+    // What an image without modules says of them would be a guess.
+    if (!NamesModules(plan.wanted))
+        return {};
     const auto held = SetupOf(plan.held, plan.deviceMap);
     const auto wanted = SetupOf(plan.wanted, plan.deviceMap);
     if (!held || !wanted)
@@ -178,7 +181,8 @@ TransferPlan PlanTransfer(const WantedContent& wanted, std::string deviceMap, co
         plan.isOfSetup = dump.head.kind == DumpKind::Setup;
         plan.contentsLost = ContentsLost(held, plan.wanted);
     }
-    plan.imageChanges = DescribeDifferences(held, plan.wanted, ModulesOf(plan.wanted));
+    plan.imageChanges =
+        DescribeDifferences(held, plan.wanted, ModulesOf(NamesModules(plan.wanted) ? plan.wanted : held));
     plan.setupChanges = SetupChanges(plan);
     return plan;
 }

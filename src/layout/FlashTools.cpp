@@ -21,7 +21,7 @@ void SaveDump(SetupSession& session, const FlashDump& dump)
     PosCfg& settings = session.settings;
     const std::string folder = settings.OutInitDir;
     const auto file = GetSaveFlashDumpAs(program, settings, {});
-    if (file && !SaveKeepingBackup(program, file->path, FormatFlashDump(dump)))
+    if (file && !SaveKeepingBackup(program, file->path, FormatFlashDump(dump)).value_or(false))
         settings.OutInitDir = folder;
 }
 

@@ -178,16 +178,16 @@ std::optional<SetupDocument> ReadOtherSetup(Program& program, const std::string&
     return std::nullopt;
 }
 
-bool SaveKeepingBackup(Program& program, const std::string& path, const std::string& text)
+std::optional<bool> SaveKeepingBackup(Program& program, const std::string& path, const std::string& text)
 {
     const Platform& world = program.world;
     if (ReplacesOtherBackup(world.files, path) &&
         program.Show(Message::OverwriteBackup, YesNoStyle, TextFromPath(BackupName(path))) != Answer::Yes)
-        return false;
+        return std::nullopt;
     return WriteTextFileWithBackup(program, path, text);
 }
 
-bool SaveSetup(Program& program, const SetupDocument& document, const std::string& path)
+std::optional<bool> SaveSetup(Program& program, const SetupDocument& document, const std::string& path)
 {
     return SaveKeepingBackup(program, path, WriteSetup(document.Modules));
 }

@@ -53,10 +53,10 @@ std::optional<OpenedSetup> OpenSetup(Program& program, const SetupFile& file);
 std::optional<SetupDocument> ReadOtherSetup(Program& program, const std::string& path);
 
 /// Writes a text, keeping the previous file as ".bak"; asks before that replaces another file's backup.
-/// False, after a message, when it is not written.
-bool SaveKeepingBackup(Program& program, const std::string& path, const std::string& text);
+/// False, after a message, when it cannot be written; nothing when the user would not.
+std::optional<bool> SaveKeepingBackup(Program& program, const std::string& path, const std::string& text);
 
-/// Writes a setup, keeping the previous file as ".bak". False, after a message, when that fails.
-bool SaveSetup(Program& program, const SetupDocument& document, const std::string& path);
+/// Writes a setup in that way.
+std::optional<bool> SaveSetup(Program& program, const SetupDocument& document, const std::string& path);
 
 }  // namespace kelvora

@@ -112,18 +112,19 @@ void SetupSession::SetFile(const SetupFile& file)
     settings.FileName = file.fileName;
 }
 
-bool SetupSession::SaveTo(const SetupFile& file)
+std::optional<bool> SetupSession::SaveTo(const SetupFile& file)
 {
-    if (!SaveSetup(program_, document, file.path))
-        return false;
+    const auto written = SaveSetup(program_, document, file.path);
+    if (!written.value_or(false))
+        return written;
     // Under a new name the window bears the file's own.
     if (file.path != file_.path)
         settings.Name = file.fileName.substr(file.fileName.rfind('/') + 1);
     SetFile(file);
-    return true;
+    return written;
 }
 
-// Whether it was written; nothing when no name was given.
+// Whether it was written; nothing when no name was given or its backup was not to be replaced.
 std::optional<bool> SetupSession::Write(bool asksForName)
 {
     if (!asksForName)
@@ -133,9 +134,9 @@ std::optional<bool> SetupSession::Write(bool asksForName)
         GetSaveConfigFileAs(program_, settings, file_.path.empty() ? settings.Name : file_.path);
     if (!file)
         return std::nullopt;
-    const bool written = SaveTo(*file);
+    const auto written = SaveTo(*file);
     // Where nothing can be written is no place to begin the next time.
-    if (!written)
+    if (!written.value_or(false))
         settings.OutInitDir = folder;
     return written;
 }

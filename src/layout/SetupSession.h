@@ -95,7 +95,7 @@ public:
     DumpSource SourceNow(std::string deviceMap, std::string terminal) const;
 
 private:
-    bool SaveTo(const SetupFile& file);
+    std::optional<bool> SaveTo(const SetupFile& file);
     std::optional<bool> Write(bool asksForName);
     void SetFile(const SetupFile& file);
 

@@ -144,5 +144,15 @@ TEST(TransferTexts, OfAVerify)
                             "outside the regions, Bytes 007F"));
 }
 
+TEST(TransferTexts, ADumpSaysWhereItIsFromAndWhetherTheLineIsAnother)
+{
+    const MessageCatalogue english;
+    const FlashDump dump{{}, {{{"COM1, 2026-03-09 07:05:00", "\xBF"}}, DumpKind::Device, "TILL 7", {}}};
+    const std::string told = "device, TILL 7, COM1, 2026-03-09 07:05:00";
+    EXPECT_EQ(DumpText(english, dump, "TILL 7"), told);
+    EXPECT_EQ(DumpText(english, dump, "TILL 8"), told + "\r\nOn the line: TILL 8");
+    EXPECT_EQ(DumpText(english, FlashDump{}, "TILL 8"), "");
+}
+
 }  // namespace
 }  // namespace kelvora

@@ -242,13 +242,13 @@ TEST_F(FlashForm, ABackupIsComparedAndRestored)
         const auto* const list = dialog.findChild<QTreeWidget*>("Backups");
         ASSERT_EQ(list->topLevelItemCount(), 2);
         EXPECT_EQ(list->topLevelItem(0)->text(1), "COM1");
-        EXPECT_EQ(list->topLevelItem(0)->text(2), "device");
-        EXPECT_EQ(list->topLevelItem(0)->text(3), "Composite Keyboard, Slave Keyboard, MCR, ICCR");
-        EXPECT_FALSE(list->topLevelItem(0)->text(4).isEmpty());
-        EXPECT_TRUE(list->topLevelItem(0)->text(5).endsWith("COM1.mem"));
-        EXPECT_EQ(list->topLevelItem(0)->text(6), "whole");
-        EXPECT_EQ(list->topLevelItem(1)->text(5), "broken.mem");
-        EXPECT_TRUE(list->topLevelItem(1)->text(6).contains("Line 1: "));
+        EXPECT_EQ(list->topLevelItem(0)->text(3), "device");
+        EXPECT_EQ(list->topLevelItem(0)->text(4), "Composite Keyboard, Slave Keyboard, MCR, ICCR");
+        EXPECT_FALSE(list->topLevelItem(0)->text(5).isEmpty());
+        EXPECT_TRUE(list->topLevelItem(0)->text(6).endsWith("COM1.mem"));
+        EXPECT_EQ(list->topLevelItem(0)->text(2), "whole");
+        EXPECT_EQ(list->topLevelItem(1)->text(6), "broken.mem");
+        EXPECT_TRUE(list->topLevelItem(1)->text(2).contains("Line 1: "));
         InDialog<ComparisonDialog>([&] { Press(dialog, "Compare"); },
                                    [&](ComparisonDialog& comparison) {
                                        EXPECT_EQ(comparison.findChild<QListWidget*>("Differences")->count(),

@@ -28,7 +28,7 @@ constexpr QSize InitialSize(1100, 420);
 /// The widest that a column but the last begins with, in characters; the whole text is in its tool tip.
 constexpr int WidestColumn = 44;
 
-enum Column { Date, Port, Kind, Modules, Terminal, File, State, ColumnCount };
+enum Column { Date, Port, State, Kind, Modules, Terminal, File, ColumnCount };
 
 }  // namespace
 
@@ -65,9 +65,9 @@ void BackupsDialog::MakeList()
     const auto text = [this](const MessageId& id) { return ToQString(program_.catalogue.Caption(id)); };
     list_->setObjectName(QStringLiteral("Backups"));
     list_->setAccessibleName(windowTitle());
-    list_->setHeaderLabels({text(Message::BackupDate), text(Message::MonitorPort), text(Message::BackupKind),
-                            text(Message::BackupModules), text(Message::BackupTerminal),
-                            text(Message::BackupFile), text(Message::BackupState)});
+    list_->setHeaderLabels({text(Message::BackupDate), text(Message::MonitorPort), text(Message::BackupState),
+                            text(Message::BackupKind), text(Message::BackupModules),
+                            text(Message::BackupTerminal), text(Message::BackupFile)});
     list_->setRootIsDecorated(false);
     list_->setUniformRowHeights(true);
     list_->setAllColumnsShowFocus(true);
@@ -121,7 +121,7 @@ void BackupsDialog::Fill()
         for (int column = 0; column < ColumnCount; ++column)
             row->setToolTip(column, column == File ? PathToQString(entry.path) : row->text(column));
     }
-    for (int column = 0; column < State; ++column) {
+    for (int column = 0; column < File; ++column) {
         list_->resizeColumnToContents(column);
         const int widest = WidestColumn * list_->fontMetrics().averageCharWidth();
         list_->setColumnWidth(column, std::min(list_->columnWidth(column), widest));
@@ -160,10 +160,13 @@ const BackupEntry* BackupsDialog::Selected() const
 void BackupsDialog::ShowSelection()
 {
     const BackupEntry* const entry = Selected();
-    // The column may be too narrow for what is wrong.
-    info_->setText(entry && (!entry->IsWhole() || entry->modules.empty())
-                       ? StateOf(*entry) + '\n' + folderText_
-                       : folderText_);
+    // The columns may be too narrow for them.
+    const auto told = [&] {
+        return entry->IsWhole() && !entry->modules.empty()
+                   ? ToQString(ModuleNames(program_.catalogue, entry->modules))
+                   : StateOf(*entry);
+    };
+    info_->setText(entry ? told() + '\n' + folderText_ : folderText_);
     restore_->setEnabled(entry && entry->IsWhole() && target_.canRestore);
     compare_->setEnabled(entry && entry->IsWhole() && target_.image);
     compare_->setToolTip(target_.image ? QString()

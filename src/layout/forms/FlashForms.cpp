@@ -135,7 +135,9 @@ void FlashForms::Transfer(const WantedContent& wanted, const std::string& dumpNa
         [&](const TransferPlan& plan) {
             return backups.Keep({session_.settings.CommsPort, plan.deviceMap, plan.terminal, plan.held});
         },
-        [&](const TransferPlan& plan, const std::string& backup) { return Ask(plan, dumpName, backup); }};
+        [&](const TransferPlan& plan, const std::string& backup) {
+            return Ask(wanted, plan, dumpName, backup);
+        }};
     TransferResult result;
     {
         const LineOperation running(
@@ -151,17 +153,19 @@ void FlashForms::Transfer(const WantedContent& wanted, const std::string& dumpNa
 }
 
 // The line rests while the question stands; the program stays busy, so that nothing else can take it.
-TransferAnswer FlashForms::Ask(const TransferPlan& plan, const std::string& dumpName,
-                               const std::string& backup)
+TransferAnswer FlashForms::Ask(const WantedContent& wanted, const TransferPlan& plan,
+                               const std::string& dumpName, const std::string& backup)
 {
     Program& program = session_.Shared();
     const MessageCatalogue& catalogue = program.catalogue;
     const OperationQuestion asking(program);
     const std::string contents = ContentsText(catalogue, plan);
-    const std::string question =
-        (contents.empty() ? std::string() : contents + "\n") +
-        (dumpName.empty() ? catalogue.Caption(Message::AskDownload)
-                          : catalogue.Caption(Message::AskRestore) + "\n" + dumpName);
+    std::string question = contents.empty() ? std::string() : contents + "\n";
+    if (const auto* const dump = std::get_if<FlashDump>(&wanted))
+        question += catalogue.Caption(Message::AskRestore) + "\n" + dumpName + "\n" +
+                    DumpText(catalogue, *dump, plan.terminal);
+    else
+        question += catalogue.Caption(Message::AskDownload);
     const std::string title = catalogue.Caption(TitleOf(dumpName));
     ChangesDialog dialog(
         catalogue, ToQString(title + ": " + LineName()), ToQString(question), QuestionLines(catalogue, plan),
@@ -177,9 +181,8 @@ TransferAnswer FlashForms::Ask(const TransferPlan& plan, const std::string& dump
         return TransferAnswer::No;
     if (!plan.TakesContents())
         return TransferAnswer::Yes;
-    return program.world.prompt.Show(
-               title, contents + std::string(LineEnd) + catalogue.Caption(Message::AskContents),
-               {BoxIcon::Exclamation, BoxButtons::YesNo, Answer::No}) == Answer::Yes
+    return program.world.prompt.Show(title, contents + std::string(LineEnd) + TakingQuestion(catalogue, plan),
+                                     {BoxIcon::Exclamation, BoxButtons::YesNo, Answer::No}) == Answer::Yes
                ? TransferAnswer::Yes
                : TransferAnswer::No;
 }

@@ -44,7 +44,8 @@ private:
     /// `dumpName` is what people know a dump by; empty for the setup.
     void Transfer(const WantedContent& wanted, const std::string& dumpName);
     void Restore(FlashDump dump, const std::string& name);
-    TransferAnswer Ask(const TransferPlan& plan, const std::string& dumpName, const std::string& backup);
+    TransferAnswer Ask(const WantedContent& wanted, const TransferPlan& plan, const std::string& dumpName,
+                       const std::string& backup);
     void Verify();
     void ShowVerified(const VerifyResult& result);
     void ShowComparison(ImageComparison images);
