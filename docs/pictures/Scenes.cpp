@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <array>
 #include <chrono>
@@ -27,12 +28,16 @@
 #include "fakes/FakeLineClock.h"
 #include "fakes/FakePrompt.h"
 #include "fakes/FakeSerialDevices.h"
+#include "fakes/FakeSeriesRunner.h"
+#include "fakes/MemoryJournal.h"
+#include "journal/forms/JournalWindow.h"
 #include "keymap/forms/frmKeyb.h"
 #include "layout/forms/StripView.h"
 #include "layout/forms/frmConfig.h"
 #include "picture/forms/SetupsDialog.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/qt/Text.h"
+#include "series/forms/SeriesWindow.h"
 #include "setup/Options.h"
 
 namespace kelvora {
@@ -92,6 +97,9 @@ public:
         for (const SerialDevice& adapter : Adapters())
             devices_.devices.push_back(adapter);
         program_.dataFolder = "/home/shop/.local/share/Kelvora";
+        using namespace std::chrono_literals;
+        kept_.now = std::chrono::sys_days(2026y / std::chrono::March / 9d) + 7h + 5min;
+        program_.journal = &kept_.journal;
         const auto catalogue = LoadCatalogue(PosixFiles(), prompt_, program_.folders, language);
         if (!catalogue)
             throw std::runtime_error(prompt_.shown.empty() ? language : prompt_.shown.back().body);
@@ -110,6 +118,8 @@ public:
     void TakeLine();
     void TakeFlash();
     void TakeWizard();
+    void TakeSeries();
+    void TakeJournal();
 
 private:
     void TakeWizardPages(QWidget& wizard);
@@ -130,6 +140,7 @@ private:
     QTemporaryDir folder_;
     SceneFolders folders_;
     const Photographer& photographer_;
+    MemoryJournal kept_;
     FakeFiles files_ = FilesWithPort();
     FakePrompt prompt_;
     FakeFileDialogs dialogs_;
@@ -272,6 +283,50 @@ void Studio::TakeWizardPages(QWidget& wizard)
                              [&](QWidget& question) { photographer_.Take(question, "identity-write"); });
 }
 
+// One till that failed, one that is worked on, and two that are done.
+void Studio::TakeSeries()
+{
+    using Kind = SeriesEvent::Kind;
+    using Result = JournalEntry::Result;
+    // The second line is there for this picture alone.
+    program_.world.ports[1] = &port_;
+    std::vector<FakeSeriesRunner*> runners;
+    SeriesWindow series(program_, [&] {
+        auto runner = std::make_unique<FakeSeriesRunner>();
+        runners.push_back(runner.get());
+        return runner;
+    });
+    series.setAttribute(Qt::WA_DeleteOnClose, false);
+    series.Offer(QStringLiteral("/home/shop/till.dat"), 1);
+    series.Offer({}, 2);
+    series.resize(WindowSize.width(), WindowSize.width() * 3 / 4);
+    series.show();
+    prompt_.answers = {Answer::Yes};
+    Find<QAbstractButton>(series, "Start").click();
+    for (const auto& [terminal, result] :
+         {std::pair{"TILL 05", Result::Done}, std::pair{"TILL 06", Result::Same},
+          std::pair{"TILL 07", Result::Failed}})
+        runners.at(0)->Say(FakeSeriesRunner::Verdict(1, terminal, result));
+    runners.at(1)->Say({.kind = Kind::Found, .line = 2, .terminal = "TILL 08"});
+    runners.at(1)->Say(FakeSeriesRunner::Verdict(2, "TILL 08", Result::Done));
+    photographer_.Take(series, "series");
+    for (FakeSeriesRunner* const runner : runners)
+        runner->onEnd({});
+    program_.world.ports[1] = nullptr;
+}
+
+void Studio::TakeJournal()
+{
+    Run(Command::ToolsMenuJournal);
+    for (QWidget* const widget : QApplication::topLevelWidgets())
+        if (auto* const journal = dynamic_cast<JournalWindow*>(widget)) {
+            journal->resize(WindowSize);
+            Find<QTableView>(*journal, "Entries").selectRow(0);
+            photographer_.Take(*journal, "journal");
+            journal->close();
+        }
+}
+
 }  // namespace
 
 void TakeAll(const std::string& language, const SceneFolders& folders, const Photographer& photographer)
@@ -284,6 +339,8 @@ void TakeAll(const std::string& language, const SceneFolders& folders, const Pho
     studio.TakeLine();
     studio.TakeFlash();
     studio.TakeWizard();
+    studio.TakeSeries();
+    studio.TakeJournal();
 }
 
 }  // namespace kelvora

@@ -68,6 +68,82 @@ inline constexpr MessageId NoPort{
     "No serial port could be opened. Check that one is there, is free, and that your account may use it."};
 inline constexpr MessageId NoPortTitle{119, "No Serial Port"};
 
+// The series of tills and the journal.
+inline constexpr MessageId JournalNotKept{
+    120, "The journal could not be written. The work itself is not touched by this."};
+inline constexpr MessageId TransferOtherTerminal{
+    121, "Another terminal has taken the place of the one that this was for. Nothing was written."};
+inline constexpr MessageId SeriesMenu{122, "Ser&ies..."};
+inline constexpr MessageId JournalMenu{123, "&Journal..."};
+inline constexpr MessageId SeriesTitle{124, "Series of Tills"};
+inline constexpr MessageId SeriesOneSetup{125, "&One setup for all tills:"};
+inline constexpr MessageId SeriesByName{126, "The setup of each terminal's &name, from the folder:"};
+inline constexpr MessageId SeriesBrowse{127, "Browse..."};
+inline constexpr MessageId SeriesLines{128, "Lines:"};
+inline constexpr MessageId SeriesStart{129, "S&tart"};
+inline constexpr MessageId SeriesStopAfter{130, "Stop &after These"};
+inline constexpr MessageId SeriesStopNow{131, "Stop No&w"};
+inline constexpr MessageId SeriesRetry{132, "Retry"};
+inline constexpr MessageId SeriesSaveReport{133, "Save R&eport..."};
+inline constexpr MessageId SeriesPrint{134, "&Print..."};
+inline constexpr MessageId SeriesDone{135, "Done"};
+inline constexpr MessageId SeriesSame{136, "Held it already"};
+inline constexpr MessageId SeriesFailed{137, "Failed"};
+inline constexpr MessageId SeriesStopped{138, "Stopped"};
+inline constexpr MessageId LaneWaiting{139, "Waiting for a till"};
+inline constexpr MessageId LaneNoPort{140, "Waiting for the port"};
+inline constexpr MessageId LaneWorking{141, "Working"};
+inline constexpr MessageId LaneEnded{142, "Ended"};
+inline constexpr MessageId LaneTakeAway{143, "Take the till away; then the next one is looked for."};
+inline constexpr MessageId LaneStopping{144, "Stops after this till"};
+inline constexpr MessageId LaneLast{145, "Last:"};
+inline constexpr MessageId ColumnTime{146, "Time"};
+inline constexpr MessageId ColumnLine{147, "Line"};
+inline constexpr MessageId ColumnTerminal{148, "Terminal"};
+inline constexpr MessageId ColumnModules{149, "Modules"};
+inline constexpr MessageId ColumnChanges{150, "What changed"};
+inline constexpr MessageId ColumnResult{151, "Result"};
+inline constexpr MessageId ColumnBackup{152, "Backup"};
+inline constexpr MessageId SeriesAsk{
+    153, "Every till that is connected to these lines gets the setup at once, without a further question:"};
+inline constexpr MessageId SeriesAskBackup{154, "What each one held is kept as a backup. Begin?"};
+inline constexpr MessageId SeriesAskClose{
+    155, "The series is still running. Stop it after the tills that are worked on, and close?"};
+inline constexpr MessageId SeriesNotStarted{156, "The series ended on this line:"};
+inline constexpr MessageId SeriesReportTitle{157, "Save Report As"};
+inline constexpr MessageId FilterCsv{158, "Tables"};
+inline constexpr MessageId SeriesEmpty{159, "The tills appear here as they are done."};
+inline constexpr MessageId SeriesSheetTitle{160, "Report of a series of tills"};
+inline constexpr MessageId SeriesFolderTitle{161, "Folder of Setups"};
+inline constexpr MessageId JournalTitle{162, "Journal"};
+inline constexpr MessageId JournalSearch{163, "&Search:"};
+inline constexpr MessageId JournalFailedOnly{164, "&Failures only"};
+inline constexpr MessageId JournalOpen{165, "&Open Backup"};
+inline constexpr MessageId JournalCompare{166, "&Compare"};
+inline constexpr MessageId JournalRestore{167, "&Restore..."};
+inline constexpr MessageId JournalReload{168, "Re&load"};
+inline constexpr MessageId JournalEmpty{169, "No operation has been kept yet."};
+inline constexpr MessageId JournalDamaged{170, "Damaged lines of the journal, left out:"};
+inline constexpr MessageId JournalUnreadable{171, "The journal could not be read:"};
+inline constexpr MessageId ColumnOperation{172, "Operation"};
+inline constexpr MessageId ColumnMessage{173, "What happened"};
+inline constexpr MessageId ColumnFile{174, "File"};
+inline constexpr MessageId ColumnWho{175, "Who"};
+inline constexpr MessageId ColumnSeconds{176, "Seconds"};
+inline constexpr MessageId OperationScan{177, "scan"};
+inline constexpr MessageId OperationDownload{178, "download"};
+inline constexpr MessageId OperationVerify{179, "verify"};
+inline constexpr MessageId OperationDump{180, "dump"};
+inline constexpr MessageId OperationRestore{181, "restore"};
+inline constexpr MessageId OperationReadIdentities{182, "identities read"};
+inline constexpr MessageId OperationWriteIdentities{183, "identities written"};
+inline constexpr MessageId OperationRestoreIdentities{184, "identities restored"};
+inline constexpr MessageId ResultDifferent{185, "differs"};
+inline constexpr MessageId ResultDeclined{186, "declined"};
+inline constexpr MessageId JournalCount{187, "Entries:"};
+inline constexpr MessageId SeriesNoBackup{188, "This entry has no backup that can be opened."};
+inline constexpr MessageId UndoBackup{189, "opening a backup"};
+
 // Menus.
 inline constexpr MessageId FileMenu{300, "&File"};
 inline constexpr MessageId FileMenuNew{301, "&New"};

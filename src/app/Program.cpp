@@ -96,6 +96,20 @@ bool Program::IsPortAvailable(int port) const
     return opened;
 }
 
+OperationNote Program::Begin(const char* operation, int line) const
+{
+    const SerialPort* const port = world.ports.at(static_cast<std::size_t>(line) - 1);
+    return {journal, operation, line, port ? port->Device() : std::string()};
+}
+
+void Program::Keep(OperationNote& note)
+{
+    const std::string problem = note.End();
+    if (!problem.empty() && problem != journalProblem_)
+        Show(Message::JournalNotKept, {BoxIcon::Exclamation}, problem);
+    journalProblem_ = problem;
+}
+
 Answer Program::Show(const MessageId& message, BoxStyle style, std::string_view extra) const
 {
     const auto id = static_cast<std::int16_t>(message.id);

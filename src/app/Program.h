@@ -10,6 +10,7 @@
 
 #include "app/Language.h"
 #include "app/MessageCatalogue.h"
+#include "app/OperationNote.h"
 #include "comms/Comms.h"
 #include "comms/LineLink.h"
 #include "comms/LineWork.h"
@@ -87,6 +88,15 @@ public:
     /// Where the person's copies of what devices held are kept; made when there is none.
     std::string dataFolder;
 
+    /// Where operations on devices are kept; null keeps none. Outlives the object.
+    const Journal* journal = nullptr;
+
+    /// An operation on line 1 to 4 that begins now; `operation` is one of JournalOperation.
+    OperationNote Begin(const char* operation, int line) const;
+
+    /// Keeps it. A journal that cannot be kept gives a message, once for each reason in a row.
+    void Keep(OperationNote& note);
+
     /// The ports that a simulation of this program answers, COM1 first.
     std::array<bool, LineCount> simulated{};
 
@@ -119,6 +129,7 @@ private:
     void TakeCatalogue(MessageCatalogue loaded);
 
     std::string idleText_;
+    std::string journalProblem_;  ///< the last one that was told
 };
 
 }  // namespace kelvora

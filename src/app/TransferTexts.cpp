@@ -219,6 +219,8 @@ std::string Describe(const MessageCatalogue& catalogue, const TransferRefusal& r
                    catalogue.Word(Message::ModulesOnLine) + ModuleNames(catalogue, refusal.lineMap) +
                    std::string(LineEnd) + catalogue.Word(Message::ModulesWanted) +
                    ModuleNames(catalogue, refusal.wantedCodes);
+        case RefusalReason::OtherTerminal:
+            return catalogue.Caption(Message::TransferOtherTerminal);
         case RefusalReason::NoModules:
             break;
     }

@@ -14,8 +14,10 @@
 #include "cli/Format.h"
 #include "cli/IdentityCommand.h"
 #include "cli/Image.h"
+#include "cli/JournalCommand.h"
 #include "cli/Render.h"
 #include "cli/Scan.h"
+#include "cli/SeriesCommand.h"
 #include "cli/Show.h"
 #include "cli/Verify.h"
 
@@ -29,8 +31,9 @@ using AddLineCommand = void (*)(CLI::App& app, Console& console, LineAccess& acc
 
 constexpr std::array<AddFileCommand, 6> FileCommands{AddCheckCommand,  AddShowCommand,  AddDiffCommand,
                                                      AddFormatCommand, AddImageCommand, AddRenderCommand};
-constexpr std::array<AddLineCommand, 6> LineCommands{AddScanCommand, AddDownloadCommand, AddVerifyCommand,
-                                                     AddDumpCommand, AddRestoreCommand,  AddIdentityCommand};
+constexpr std::array<AddLineCommand, 8> LineCommands{AddScanCommand,   AddDownloadCommand, AddVerifyCommand,
+                                                     AddDumpCommand,   AddRestoreCommand,  AddIdentityCommand,
+                                                     AddSeriesCommand, AddJournalCommand};
 
 constexpr const char* Examples =
     "Examples:\n"

@@ -7,6 +7,7 @@
 
 #include "app/FlashTexts.h"
 #include "app/TransferTexts.h"
+#include "cli/CommandNote.h"
 #include "cli/FlashJson.h"
 #include "cli/LineReport.h"
 #include "cli/LineRun.h"
@@ -98,10 +99,13 @@ TransferAnswer Ask(const DownloadRequest& request, const WantedContent& wanted, 
     return access.Ask(TakingQuestion(MessageCatalogue(), plan)) ? TransferAnswer::Yes : TransferAnswer::No;
 }
 
-TransferResult RunTransfer(const DownloadRequest& request, const WantedContent& wanted, Console& console,
-                           LineAccess& access)
+TransferResult RunTransfer(const DownloadRequest& request, const WantedContent& wanted,
+                           const std::string& content, Console& console, LineAccess& access)
 {
     LineRun run(request.line, console, access);
+    OperationNote note = BeginNote(request.isDump ? JournalOperation::Restore : JournalOperation::Download,
+                                   request.line, access);
+    note.OfFile(request.file, content);
     PosixFiles files;
     Backups backups(files, access.DataFolder() + "/backups");
     const TransferSteps steps{
@@ -117,6 +121,8 @@ TransferResult RunTransfer(const DownloadRequest& request, const WantedContent& 
         result.reason = Reason::Line;
         result.line.outcome = LineOutcome::Stopped;
     }
+    note.Tell(request.line.Target(), result);
+    EndNote(note, console);
     return result;
 }
 
@@ -153,7 +159,7 @@ int RunDownload(const DownloadRequest& request, Console& console, LineAccess& ac
                             : Message::TransferDeclined.fallback);
     if (!why.line.empty())
         return RefuseFile(request.line, request.file, why, console);
-    const TransferResult result = RunTransfer(request, *wanted, console, access);
+    const TransferResult result = RunTransfer(request, *wanted, ContentOf(request.file), console, access);
     const OutcomeText outcome = DescribeTransfer(MessageCatalogue(), request.line.Target(), result);
     const std::string text = OneLineText(outcome.text + "\n" + outcome.extra);
     const int exitCode = ExitCodeOf(result);

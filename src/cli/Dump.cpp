@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "app/TextFiles.h"
+#include "cli/CommandNote.h"
 #include "cli/FlashJson.h"
 #include "cli/LineReport.h"
 #include "cli/LineRun.h"
@@ -20,7 +21,11 @@ int Dump(const DumpRequest& request, Console& console, LineAccess& access)
     const LineTarget target = request.line.Target();
     const LineResult read = [&] {
         LineRun run(request.line, console, access);
-        return ScanWithUpload(run.comms, target, run.hooks);
+        OperationNote note = BeginNote(JournalOperation::Dump, request.line, access);
+        LineResult result = ScanWithUpload(run.comms, target, run.hooks);
+        note.Tell(target, result);
+        EndNote(note, console);
+        return result;
     }();
     if (!read.IsDone())
         console.err << DiagnosticLine(LineFailureText(target, read));

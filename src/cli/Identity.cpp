@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "app/ShowMessage.h"
+#include "cli/CommandNote.h"
 #include "cli/ConsolePrompt.h"
 #include "cli/FlashJson.h"
 #include "cli/LineReport.h"
@@ -71,9 +72,26 @@ private:
     // Who reads results is told of a failure there too.
     int Finish(int exitCode)
     {
+        if (line_.note) {
+            FillEntry(line_.note->Entry(), exitCode);
+            EndNote(*line_.note, console_);
+        }
         if (request_.json && !isPrinted_)
             Emit(console_, UnreadJson(request_.port, request_.file, why_));
         return exitCode;
+    }
+
+    void FillEntry(JournalEntry& entry, int exitCode) const
+    {
+        using Result = JournalEntry::Result;
+        entry.result = exitCode == ExitCode::Done ? Result::Done : Result::Failed;
+        if (isStopped_)
+            entry.result = Result::Stopped;
+        else if (isDeclined_)
+            entry.result = Result::Declined;
+        entry.message = why_;
+        entry.backup = Utf8FromPath(copyPath_);
+        entry.modules = IdentityList(memory_);
     }
 
     int ReadLine()
@@ -104,7 +122,9 @@ private:
         if (copy)
             surroundings.remarks = {DescribeCopy(catalogue_, *copy), DescribeLeftOut(catalogue_, missing)};
         const WriteResult result = WriteIdentities(memory_, blocks, surroundings);
-        if (result.outcome == WriteOutcome::Declined) {
+        copyPath_ = result.copyPath;
+        isDeclined_ = result.outcome == WriteOutcome::Declined;
+        if (isDeclined_) {
             const int exitCode =
                 Fail(isStopped_ ? "the work was stopped; nothing was written" : "nothing was written");
             return isStopped_ ? exitCode : ExitCode::Rejected;
@@ -162,7 +182,7 @@ private:
         if (outcome == SearchOutcome::LineLost)
             TellLost();
         else if (outcome == SearchOutcome::Interrupted)
-            Fail("the search was stopped");
+            isStopped_ = Fail("the search was stopped") != ExitCode::Done;
         else if (outcome == SearchOutcome::NotFound)
             Fail(English(Message::EepromNoModules));
         return outcome == SearchOutcome::Found;
@@ -223,8 +243,10 @@ private:
     ModuleProtocol protocol_;
     ModuleMemory memory_{protocol_};
     bool isStopped_ = false;
+    bool isDeclined_ = false;
     bool isPrinted_ = false;
-    std::string why_;  ///< what has failed so far
+    std::string why_;       ///< what has failed so far
+    std::string copyPath_;  ///< of the saved copy, where there is one
 };
 
 int WriteIdentity(const IdentityRequest& request, const IdentityLine& line, Console& console)

@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 
+#include "app/OperationNote.h"
 #include "cli/Console.h"
 #include "platform/EventLoop.h"
 #include "platform/Files.h"
@@ -32,6 +33,7 @@ struct IdentityLine {
     Files& files;
     std::function<bool()> stopRequested{};  ///< ends the search; a write goes on to its end. May be empty
     std::function<bool(const std::string&)> ask{};  ///< before a write, true to go on; empty writes unasked
+    OperationNote* note = nullptr;  ///< is told what came of the work on the line, and kept; may be null
 };
 
 /// The identities that can be written, each in quotes: "\"KM96CM\", \"LCD\", ...".

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
+#include "cli/CommandNote.h"
 #include "cli/Identity.h"
 #include "cli/LineReport.h"
 #include "platform/posix/PosixFiles.h"
@@ -16,6 +17,19 @@ struct IdentityArguments {
     IdentityRequest request;
     bool yes = false;
 };
+
+const char* OperationOf(IdentityRequest::Action action)
+{
+    switch (action) {
+        case IdentityRequest::Action::Write:
+            return JournalOperation::WriteIdentities;
+        case IdentityRequest::Action::Restore:
+            return JournalOperation::RestoreIdentities;
+        case IdentityRequest::Action::Read:
+            break;
+    }
+    return JournalOperation::ReadIdentities;
+}
 
 int Run(IdentityArguments& arguments, Console& console, LineAccess& access)
 {
@@ -31,6 +45,10 @@ int Run(IdentityArguments& arguments, Console& console, LineAccess& access)
                       [&] { return access.StopRequested(); }};
     if (!arguments.yes)
         line.ask = [&](const std::string& question) { return access.Ask(question); };
+    OperationNote note = BeginNote(OperationOf(request.action), arguments.line, access);
+    if (request.action == IdentityRequest::Action::Restore)
+        note.OfFile(request.file, ContentOf(request.file));
+    line.note = &note;
     return Identity(request, line, console);
 }
 

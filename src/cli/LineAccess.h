@@ -36,6 +36,8 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+class Journal;
+
 class LineAccess {
 public:
     virtual ~LineAccess() = default;
@@ -45,6 +47,9 @@ public:
 
     /// Whether the user has asked for a stop, with Ctrl+C, since the command began.
     virtual bool StopRequested() = 0;
+
+    /// How often.
+    virtual int StopCount() = 0;
 
     /// Whether standard error is a terminal, on which progress is shown.
     virtual bool ShowsProgress() const = 0;
@@ -61,6 +66,9 @@ public:
 
     /// Where copies of what devices held are kept.
     virtual std::string DataFolder() const = 0;
+
+    /// Where operations are kept; null where they are not.
+    virtual const Journal* OperationJournal() const = 0;
 
 protected:
     LineAccess() = default;

@@ -2,37 +2,9 @@
 
 #include "app/LineErrorText.h"
 #include "cli/FlashJson.h"
-#include "platform/Encoding.h"
 #include "platform/posix/PosixFiles.h"
 
 namespace kelvora {
-
-namespace {
-
-std::string Parted(std::string line)
-{
-    constexpr std::string_view Marks = ".:;,!?";
-    line.erase(line.find_last_not_of(' ') + 1);
-    const bool isMarked = line.empty() || Marks.find(line.back()) != std::string_view::npos;
-    return line + (isMarked ? " " : "; ");
-}
-
-}  // namespace
-
-std::string OneLineText(std::string_view text)
-{
-    std::string line;
-    bool parts = false;
-    for (const char c : text) {
-        const bool ends = c == '\r' || c == '\n';
-        if (!ends && parts)
-            line = Parted(std::move(line));
-        if (!ends)
-            line += c;
-        parts = ends && !line.empty();
-    }
-    return Utf8FromText(line);
-}
 
 int RefuseFile(const LineOptions& options, const std::string& file, const Refusal& why, Console& console)
 {

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "app/Messages.h"
+#include "app/OneLineText.h"
 #include "cli/Console.h"
 #include "cli/LineAccess.h"
 #include "comms/LineDrivers.h"
@@ -13,9 +14,6 @@
 #include "platform/PortName.h"
 
 namespace kelvora {
-
-/// A text of the windows as one line of UTF-8. Where a line ended without a mark "; " parts it from the next.
-std::string OneLineText(std::string_view text);
 
 /// A message of the windows, with the lines below it, as one line of UTF-8.
 std::string LineMessageText(const MessageId& message, std::string_view extra);

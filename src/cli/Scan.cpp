@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/TextFiles.h"
+#include "cli/CommandNote.h"
 #include "cli/FlashJson.h"
 #include "cli/LineReport.h"
 #include "cli/LineRun.h"
@@ -21,7 +22,11 @@ namespace {
 ScanOutcome RunScan(const ScanRequest& request, Console& console, LineAccess& access)
 {
     LineRun run(request.line, console, access);
-    return ScanLine(run.comms, request.line.Target(), ConnectionMode::Pos, run.hooks);
+    OperationNote note = BeginNote(JournalOperation::Scan, request.line, access);
+    ScanOutcome scan = ScanLine(run.comms, request.line.Target(), ConnectionMode::Pos, run.hooks);
+    note.Tell(request.line.Target(), scan.line);
+    EndNote(note, console);
+    return scan;
 }
 
 // A map without its keys is for a window, which shows it all the same.

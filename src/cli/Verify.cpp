@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "app/TransferTexts.h"
+#include "cli/CommandNote.h"
 #include "cli/FlashJson.h"
 #include "cli/LineReport.h"
 #include "cli/LineRun.h"
@@ -60,7 +61,12 @@ int VerifyFile(const VerifyRequest& request, Console& console, LineAccess& acces
         return RefuseFile(request.line, request.file, why, console);
     const VerifyResult result = [&] {
         LineRun run(request.line, console, access);
-        return Verify(run.comms, request.line.Target(), run.hooks, *document, nullptr);
+        OperationNote note = BeginNote(JournalOperation::Verify, request.line, access);
+        note.OfFile(request.file, ContentOf(request.file));
+        VerifyResult verified = Verify(run.comms, request.line.Target(), run.hooks, *document, nullptr);
+        note.Tell(request.line.Target(), verified);
+        EndNote(note, console);
+        return verified;
     }();
     Report(request, result, console);
     return ExitCodeOf(result.outcome);

@@ -25,6 +25,14 @@ std::string AddressList(std::span<const std::size_t> addresses)
     return text;
 }
 
+std::string IdentityList(const ModuleMemory& memory)
+{
+    std::string names;
+    for (std::size_t address = 0; address < memory.Count(); ++address)
+        names.append(names.empty() ? "" : ", ").append(memory.Rows().at(address).identity.name);
+    return names;
+}
+
 std::string DescribeCopy(const MessageCatalogue& catalogue, const IdentityCopy& copy)
 {
     return catalogue.Word(Message::EepromCopyOf) + copy.date + ", " + copy.line;

@@ -13,6 +13,9 @@ namespace kelvora {
 /// "0, 2, 3".
 std::string AddressList(std::span<const std::size_t> addresses);
 
+/// "KM96CM, LCD": the identities of the modules up to the highest address that answered, as last read.
+std::string IdentityList(const ModuleMemory& memory);
+
 /// When and where a copy was saved.
 std::string DescribeCopy(const MessageCatalogue& catalogue, const IdentityCopy& copy);
 

@@ -77,6 +77,10 @@ bool Transfer::Read()
 {
     result_.line = WorkOnLine(comms_, target_, hooks_, [this](LineWork& work, LineResult& line) {
         line.terminalName = Attention(work);
+        if (steps_.terminalName.value_or(line.terminalName) != line.terminalName) {
+            result_.refusal.emplace().reason = TransferRefusal::Reason::OtherTerminal;
+            return;
+        }
         HoldLine(work);
         line.deviceMap = AskDeviceMap(work);
         result_.refusal = RefusalFor(wanted_, line.deviceMap);

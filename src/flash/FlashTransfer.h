@@ -32,6 +32,8 @@ struct TransferSteps {
     std::function<std::string(const TransferPlan& plan)> keepBackup;
     /// Whether to go on; `backup` is what keepBackup returned.
     std::function<TransferAnswer(const TransferPlan& plan, const std::string& backup)> ask;
+    /// What the terminal must call itself; nothing for any.
+    std::optional<std::string> terminalName{};
 };
 
 struct TransferResult {

@@ -29,7 +29,8 @@ struct TransferRefusal {
         NotBuilt,       ///< the setup has no image, see `build`
         UnknownModule,  ///< the line has a module of an unknown code, at `position`
         OtherModules,   ///< the line's main modules are others, or in another order
-        Last = OtherModules,
+        OtherTerminal,  ///< the terminal is not the one that it is for
+        Last = OtherTerminal,
     };
 
     Reason reason = Reason::NoModules;

@@ -9,6 +9,9 @@
 #include "layout/LineScan.h"
 #include "layout/SetupFileCommands.h"
 #include "platform/Encoding.h"
+#include "setup/SetupError.h"
+#include "setup/SetupReader.h"
+#include "setup/SetupWriter.h"
 
 namespace kelvora {
 
@@ -73,6 +76,22 @@ std::optional<OpenedDump> OpenDump(SetupSession& session)
                                   TextFromPath(choice->path) + "\r\n" + Describe(program.catalogue, error),
                                   {BoxIcon::Exclamation});
         return std::nullopt;
+    }
+}
+
+void NoteFile(OperationNote& note, const SetupSession& session)
+{
+    const std::string& path = session.File().path;
+    if (path.empty())
+        return;
+    try {
+        const std::string text = session.Shared().world.files.Read(path);
+        if (WriteSetup(ReadSetup(text).Modules) == WriteSetup(session.document.Modules))
+            note.OfFile(path, text);
+    } catch (const FileError&) {
+        return;
+    } catch (const SetupError&) {
+        return;
     }
 }
 

@@ -22,6 +22,9 @@ struct OpenedDump {
 };
 std::optional<OpenedDump> OpenDump(SetupSession& session);
 
+/// Names the setup's file in the operation's note, where that file holds the setup as it stands.
+void NoteFile(OperationNote& note, const SetupSession& session);
+
 /// Download and Verify on the session's line. What the device holds afterwards, where that is known, becomes
 /// the session's device image.
 TransferResult DownloadFrom(SetupSession& session, const WantedContent& wanted, const LineHooks& hooks,

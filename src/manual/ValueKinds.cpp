@@ -21,6 +21,7 @@ constexpr std::array Rows{
     Row{"", "--state", "", ValueKind::AnyFile},
     Row{"", "--tills", "", ValueKind::AnyFile},
     Row{"", "--output-folder", "", ValueKind::Folder},
+    Row{"", "--by-name", "", ValueKind::Folder},
     Row{"kelvora-cli restore", "", "FILE", ValueKind::DumpFile},
     Row{"kelvora-cli identity restore", "", "FILE", ValueKind::AnyFile},
     Row{"kelvora-cli dump", "--output", "", ValueKind::DumpFile},

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdlib>
 #include <ctime>
 
 namespace kelvora {
@@ -15,19 +16,30 @@ std::string Padded(int number, std::size_t digits)
     return std::string(digits - std::min(digits, text.size()), '0') + text;
 }
 
+// All of it 0 where the system knows no local time.
+std::tm PartsOf(std::time_t time)
+{
+    std::tm parts{};
+    localtime_r(&time, &parts);
+    return parts;
+}
+
+std::chrono::local_seconds LocalTimeOf(const std::tm& parts)
+{
+    if (parts.tm_mday == 0)
+        return {};
+    const std::chrono::year_month_day date{std::chrono::year(parts.tm_year + 1900),
+                                           std::chrono::month(static_cast<unsigned>(parts.tm_mon) + 1),
+                                           std::chrono::day(static_cast<unsigned>(parts.tm_mday))};
+    return std::chrono::local_days(date) + std::chrono::hours(parts.tm_hour) +
+           std::chrono::minutes(parts.tm_min) + std::chrono::seconds(parts.tm_sec);
+}
+
 }  // namespace
 
 std::chrono::local_seconds LocalTime()
 {
-    const std::time_t now = std::time(nullptr);
-    const std::tm* const parts = std::localtime(&now);
-    if (!parts)
-        return {};
-    const std::chrono::year_month_day date{std::chrono::year(parts->tm_year + 1900),
-                                           std::chrono::month(static_cast<unsigned>(parts->tm_mon) + 1),
-                                           std::chrono::day(static_cast<unsigned>(parts->tm_mday))};
-    return std::chrono::local_days(date) + std::chrono::hours(parts->tm_hour) +
-           std::chrono::minutes(parts->tm_min) + std::chrono::seconds(parts->tm_sec);
+    return LocalTimeOf(PartsOf(std::time(nullptr)));
 }
 
 std::string LocalTimeText(std::chrono::local_seconds time)
@@ -40,6 +52,17 @@ std::string LocalTimeText(std::chrono::local_seconds time)
     return Padded(static_cast<int>(date.year()), 4) + '-' + Padded(number(date.month()), 2) + '-' +
            Padded(number(date.day()), 2) + ' ' + Padded(count(clock.hours()), 2) + ':' +
            Padded(count(clock.minutes()), 2) + ':' + Padded(count(clock.seconds()), 2);
+}
+
+std::string ZonedTimeText(std::chrono::system_clock::time_point time)
+{
+    constexpr int Minute = 60;
+    const std::tm parts = PartsOf(std::chrono::system_clock::to_time_t(time));
+    std::string text = LocalTimeText(LocalTimeOf(parts));
+    text[text.find(' ')] = 'T';
+    const int minutes = static_cast<int>(parts.tm_gmtoff) / Minute;
+    return text + (minutes < 0 ? '-' : '+') + Padded(std::abs(minutes) / Minute, 2) + ':' +
+           Padded(std::abs(minutes) % Minute, 2);
 }
 
 }  // namespace kelvora

@@ -12,4 +12,7 @@ std::chrono::local_seconds LocalTime();
 /// "2026-03-09 07:05:00".
 std::string LocalTimeText(std::chrono::local_seconds time);
 
+/// "2026-03-09T07:05:00+01:00": that moment on this machine's clock.
+std::string ZonedTimeText(std::chrono::system_clock::time_point time);
+
 }  // namespace kelvora

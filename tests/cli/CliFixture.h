@@ -16,6 +16,7 @@
 #include "cli/Cli.h"
 #include "cli/LineAccess.h"
 #include "fakes/BenchLine.h"
+#include "fakes/MemoryJournal.h"
 #include "platform/posix/PosixFiles.h"
 
 namespace kelvora {
@@ -34,6 +35,7 @@ public:
         return comms;
     }
     bool StopRequested() override { return stopAfter >= 0 && stopAfter-- == 0; }
+    int StopCount() override { return stops; }
     bool ShowsProgress() const override { return showsProgress; }
     bool CanAsk() const override { return answer || !answers.empty(); }
     bool Ask(const std::string& question) override
@@ -47,13 +49,16 @@ public:
     }
     SerialPort& Port(int /*line*/) override { return bench.port; }
     std::string DataFolder() const override { return data; }
+    const Journal* OperationJournal() const override { return &kept.journal; }
 
     int stopAfter = -1;  ///< so many commands are sent before the user wants a stop; below 0 never
+    int stops = 0;       ///< what StopCount gives
     bool showsProgress = false;
     std::optional<bool> answer;  ///< on the terminal; nothing where there is none
     std::deque<bool> answers;    ///< given in turn before that
     std::vector<std::string> questions;
     std::string data;
+    MemoryJournal kept;
     LineOptions asked;
     FakeEventLoop loop;
     BenchLine bench{loop};

@@ -44,6 +44,8 @@ enum class Command {
     ToolsMenuFlashRestore,
     ToolsMenuFlashBackups,
     EpromWizard,
+    ToolsMenuSeries,
+    ToolsMenuJournal,
     ViewMenuToolbar,
     ViewMenuStatusBar,
     ViewMenuLineMonitor,

@@ -56,8 +56,11 @@ MDIForm1::MDIForm1(Program& program, const QString& configFolder, MachinePorts* 
       memory_(configFolder),
       setups_(*area_, program, memory_),
       comparisons_(program, setups_),
+      journal_(program, setups_, comparisons_),
+      series_(program, setups_),
       help_(program, [this] { return ActiveSetup(); })
 {
+    series_.onEnded = [this] { close(); };
     setObjectName(QStringLiteral("MDIForm1"));
     setWindowTitle(ToQString(ProductName));
     setWindowIcon(ProgramIcon());
@@ -166,6 +169,8 @@ void MDIForm1::Retranslate()
     lines_.Retranslate();
     setups_.Retranslate();
     comparisons_.Retranslate();
+    journal_.Retranslate();
+    series_.Retranslate();
 }
 
 void MDIForm1::ChangeLanguage(const std::string& language)
@@ -187,6 +192,7 @@ void MDIForm1::Refresh()
 {
     frmConfig* setup = ActiveSetup();
     comparisons_.Refresh();
+    journal_.Refresh();
     undoGroup_.setActiveStack(setup ? &setup->UndoStack() : nullptr);
     menu_.ShowSetupEntries(setup != nullptr);
     const PosCfg& settings = setup ? setup->Session().settings : program_.main;
@@ -234,7 +240,7 @@ bool MDIForm1::IsIdle() const
 bool MDIForm1::MayShutDown()
 {
     if (IsIdle())
-        return setups_.MayCloseAll();
+        return series_.MayClose() && setups_.MayCloseAll();
     ShowHint(Message::NotClosedHint);
     return false;
 }

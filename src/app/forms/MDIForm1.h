@@ -10,10 +10,12 @@
 #include "app/Program.h"
 #include "app/forms/Commands.h"
 #include "app/forms/HelpOpener.h"
+#include "app/forms/JournalForms.h"
 #include "app/forms/LineForms.h"
 #include "app/forms/MainMenu.h"
 #include "app/forms/MainToolbar.h"
 #include "app/forms/OperationView.h"
+#include "app/forms/SeriesForms.h"
 #include "app/forms/SetupComparisons.h"
 #include "app/forms/SetupWindows.h"
 #include "app/forms/StatusPanels.h"
@@ -109,6 +111,8 @@ private:
     WindowMemory memory_;
     SetupWindows setups_;
     SetupComparisons comparisons_;
+    JournalForms journal_;
+    SeriesForms series_;
     QUndoGroup undoGroup_;
     HelpOpener help_;
     QStringList waitingFiles_;  ///< to be opened once no dialog is open

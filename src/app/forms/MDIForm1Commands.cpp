@@ -51,6 +51,9 @@ void MDIForm1::ConnectLineCommands()
     });
     OnSetup(Command::EpromWizard,
             [this](frmConfig& setup) { lines_.ShowWizard(setup.Session().settings, [this] { Refresh(); }); });
+    On(Command::ToolsMenuSeries, [this] { series_.Show(); });
+    On(Command::ToolsMenuJournal, [this] { journal_.Show(); });
+    commands_[Command::ToolsMenuJournal].setVisible(program_.journal != nullptr);
     On(Command::CommunicationsMenuPorts, [this] { lines_.ShowPorts(); });
     On(Command::ViewMenuLineMonitor, [this] { lines_.ShowMonitor(); });
     commands_[Command::CommunicationsMenuPorts].setVisible(lines_.HasPorts());

@@ -145,7 +145,12 @@ void MainMenu::MakeToolsMenu(QMenuBar& bar)
     tools->addAction(&commands_[Command::ToolsMenuFlashBackups]);
     tools->addSeparator();
     tools->addAction(&commands_[Command::EpromWizard]);
-    setupEntries_.push_back(tools->menuAction());
+    tools->addSeparator();
+    // All of it but the rest works on the line of a setup window.
+    for (QAction* entry : tools->actions())
+        setupEntries_.push_back(entry);
+    tools->addAction(&commands_[Command::ToolsMenuSeries]);
+    tools->addAction(&commands_[Command::ToolsMenuJournal]);
 }
 
 void MainMenu::MakeViewMenu(QMenuBar& bar)

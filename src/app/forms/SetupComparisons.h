@@ -4,6 +4,7 @@
 
 #include <QMenu>
 #include <QPointer>
+#include <utility>
 #include <vector>
 
 #include "app/Program.h"
@@ -25,6 +26,9 @@ public:
     /// Adds what the setup in front can be compared with: a file that is asked for, and the other open
     /// setups.
     void List(QMenu& menu);
+
+    /// Compares it with another one that is in no window.
+    void Compare(frmConfig& setup, NamedSetup other) { Open(setup, nullptr, std::move(other)); }
 
     /// Shows anew what has changed in the open setups.
     void Refresh();

@@ -83,6 +83,18 @@ void SetupWindows::OpenFile(const SetupFile& file)
     Show(std::move(window));
 }
 
+frmConfig& SetupWindows::OpenBackup(const std::string& name, const SetupDocument& document,
+                                    const FlashImage& image)
+{
+    program_.setupMode = SetupMode::New;
+    auto window = std::make_unique<frmConfig>(program_);
+    window->Form_Load();
+    frmConfig& setup = *window;
+    Show(std::move(window));
+    setup.TakeBackup(name, document, image);
+    return setup;
+}
+
 void SetupWindows::Show(std::unique_ptr<frmConfig> window)
 {
     // From here on the area owns it.

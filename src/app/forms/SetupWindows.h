@@ -10,6 +10,7 @@
 
 #include "app/Program.h"
 #include "app/forms/WindowMemory.h"
+#include "flash/FlashImage.h"
 #include "layout/SetupFileCommands.h"
 
 namespace kelvora {
@@ -35,6 +36,9 @@ public:
 
     /// Opens each file in a window of its own; one that is open already comes to the front.
     void OpenFiles(const QStringList& paths);
+
+    /// Opens a window with the setup that a backup was of; it has no file yet.
+    frmConfig& OpenBackup(const std::string& name, const SetupDocument& document, const FlashImage& image);
 
     /// Opens a file of the recent ones, which may be gone.
     void OpenRecent(const QString& path);

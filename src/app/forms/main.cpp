@@ -24,6 +24,8 @@
 #include "app/forms/MDIForm1.h"
 #include "app/forms/SingleCopy.h"
 #include "comms/PortNames.h"
+#include "journal/posix/JournalFolder.h"
+#include "journal/qt/Sha256.h"
 #include "network/qt/QtLinePort.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/posix/StopSignal.h"
@@ -224,6 +226,9 @@ int Run(QApplication& application, StopSignal& stopSignal)
     if (!program.Load())
         return 1;
     program.dataFolder = DataFolder();
+    JournalFolder journalFolder(posixFiles, program.dataFolder);
+    const Journal journal(journalFolder, {AccountName(), "kelvora", KELVORA_VERSION}, Sha256);
+    program.journal = &journal;
     QTranslator translator;
     TranslateQt(translator, program.catalogue);
     QDir().mkpath(PathToQString(program.folders.person));

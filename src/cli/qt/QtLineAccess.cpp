@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QStandardPaths>
 #include <array>
+#include <csignal>
 #include <iostream>
 #include <optional>
 
@@ -14,6 +15,8 @@
 #include "cli/YesAnswer.h"
 #include "comms/LineLink.h"
 #include "comms/PortNames.h"
+#include "journal/posix/JournalFolder.h"
+#include "journal/qt/Sha256.h"
 #include "network/qt/QtLinePort.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/posix/StopSignal.h"
@@ -41,6 +44,8 @@ public:
     Comms& Prepare(const LineOptions& options) override
     {
         HearStops();
+        // Whoever reads the results may leave: the work on the line must not end in its middle by that.
+        std::signal(SIGPIPE, SIG_IGN);
         application_.emplace(argc_, argv_);
         PosixFiles files;
         const PortNames names = NamesOf(options, files);
@@ -63,6 +68,7 @@ public:
     }
 
     bool StopRequested() override { return stop_ && stop_->Requested(); }
+    int StopCount() override { return stop_ ? stop_->Count() : 0; }
     bool ShowsProgress() const override { return isatty(STDERR_FILENO) == 1; }
     bool CanAsk() const override { return isatty(STDIN_FILENO) == 1 && isatty(STDERR_FILENO) == 1; }
     bool Ask(const std::string& question) override;
@@ -72,6 +78,7 @@ public:
         return PathFromQString(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)) +
                "/Kelvora";
     }
+    const Journal* OperationJournal() const override { return &journal_; }
 
 private:
     void HearStops()
@@ -95,6 +102,9 @@ private:
     std::optional<QCoreApplication> application_;
     std::optional<BenchProcess> bench_;
     QtEventLoop loop_;
+    PosixFiles files_;
+    JournalFolder journalFolder_{files_, DataFolder()};
+    Journal journal_{journalFolder_, {AccountName(), std::string(CommandName), KELVORA_VERSION}, Sha256};
     std::array<std::unique_ptr<SerialPort>, LineCount> ports_;
     std::array<std::unique_ptr<LineLink>, LineCount> links_;
     std::optional<Comms> comms_;

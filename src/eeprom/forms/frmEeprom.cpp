@@ -7,16 +7,19 @@
 #include <QScreen>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "app/ShowMessage.h"
 #include "comms/forms/frmAbort.h"
 #include "eeprom/IdentityChoices.h"
+#include "eeprom/IdentityTexts.h"
 #include "eeprom/forms/IdentityRows.h"
 #include "eeprom/forms/SavedCopy.h"
 #include "eeprom/forms/WizardPages.h"
 #include "eeprom/forms/WizardStatus.h"
 #include "layout/Connection.h"
+#include "platform/Encoding.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -223,10 +226,17 @@ frmEeprom::Ways frmEeprom::SearchModules()
     ShowCaption(Message::EepromSearching);
     search_->Clear();
     program_.interruptionRequested = false;
-    if (!protocol_.OpenCommsLine())
+    OperationNote note = program_.Begin(JournalOperation::ReadIdentities, settings_.CommsPort);
+    if (!protocol_.OpenCommsLine()) {
+        note.Entry().message = Utf8FromText(port_.LastError());
+        program_.Keep(note);
         return RefuseLine();
+    }
     UpdateBusy();
-    const Ways ways = ShowSearch(Search());
+    const SearchOutcome outcome = Search();
+    const Ways ways = ShowSearch(outcome);
+    NoteRead(outcome, note);
+    program_.Keep(note);
     saved_->Show({});
     rows_->Show(memory_);
     return ways;
@@ -243,6 +253,19 @@ SearchOutcome frmEeprom::Search()
         abort_->close();
     search_->ShowSearching(false);
     return outcome;
+}
+
+void frmEeprom::NoteRead(SearchOutcome outcome, OperationNote& note) const
+{
+    JournalEntry& entry = note.Entry();
+    entry.modules = IdentityList(memory_);
+    // Modules that answer slowly are searched again and again until the user stops.
+    const bool isRead = memory_.HasLine() && memory_.Count() > 0 &&
+                        BlocksRead(memory_).size() == std::min(memory_.Count(), WritableAddresses);
+    if (isRead)
+        entry.result = JournalEntry::Result::Done;
+    else if (outcome == SearchOutcome::Interrupted)
+        entry.result = JournalEntry::Result::Stopped;
 }
 
 frmEeprom::Ways frmEeprom::RefuseLine()

@@ -98,6 +98,7 @@ private:
     void CloseLine();
     Ways SearchModules();
     SearchOutcome Search();
+    void NoteRead(SearchOutcome outcome, OperationNote& note) const;
     Ways ShowSearch(SearchOutcome outcome);
     Ways RefuseLine();
     Ways LoseLine(const std::string& more = {});
@@ -108,6 +109,8 @@ private:
     void Write(std::span<const AddressedBlock> blocks, const IdentityCopy* copy = nullptr,
                std::span<const std::size_t> leftOut = {});
     bool Ask(const WriteQuestion& question);
+    void NoteWritten(const WriteResult& result, std::span<const AddressedBlock> blocks,
+                     OperationNote& note) const;
     void TellWritten(const WriteResult& result, std::span<const std::size_t> leftOut);
     std::string FailedText(const WriteResult& result) const;
     std::string UnknownText(std::span<const AddressedBlock> blocks) const;

@@ -83,6 +83,9 @@ void frmEeprom::Write(std::span<const AddressedBlock> blocks, const IdentityCopy
         if (copy)
             surroundings.remarks = {DescribeCopy(program_.catalogue, *copy),
                                     DescribeLeftOut(program_.catalogue, leftOut)};
+        OperationNote note =
+            program_.Begin(copy ? JournalOperation::RestoreIdentities : JournalOperation::WriteIdentities,
+                           settings_.CommsPort);
         const WriteResult result = WriteIdentities(memory_, blocks, surroundings);
         declined = result.outcome == WriteOutcome::Declined;
         if (result.outcome == WriteOutcome::Written || result.outcome == WriteOutcome::Failed) {
@@ -104,6 +107,8 @@ void frmEeprom::Write(std::span<const AddressedBlock> blocks, const IdentityCopy
                     LoseLine(lost + UnknownText(blocks) + std::string(LineEnd) + Text(Message::EepromSaved) +
                              std::string(LineEnd) + TextFromPath(result.copyPath));
         }
+        NoteWritten(result, blocks, note);
+        program_.Keep(note);
     }
     Open(ways);
     // After a No the work goes on where it was.
@@ -114,6 +119,23 @@ void frmEeprom::Write(std::span<const AddressedBlock> blocks, const IdentityCopy
 bool frmEeprom::Ask(const WriteQuestion& question)
 {
     return WriteQuestionDialog(windowTitle(), question, this).exec() == QDialog::Accepted;
+}
+
+// What the modules hold counts, not what they have acknowledged.
+void frmEeprom::NoteWritten(const WriteResult& result, std::span<const AddressedBlock> blocks,
+                            OperationNote& note) const
+{
+    JournalEntry& entry = note.Entry();
+    entry.modules = IdentityList(memory_);
+    entry.backup = Utf8FromPath(result.copyPath);
+    const bool isTried = result.outcome == WriteOutcome::Written || result.outcome == WriteOutcome::Failed;
+    if (result.outcome == WriteOutcome::Declined)
+        entry.result = JournalEntry::Result::Declined;
+    else if (isTried && memory_.HasLine() && AddressesThatDiffer(memory_, blocks).empty() &&
+             AddressesNotRead(memory_, blocks).empty())
+        entry.result = JournalEntry::Result::Done;
+    if (!result.failed.empty())
+        entry.message = "addresses: " + AddressList(result.failed);
 }
 
 void frmEeprom::TellWritten(const WriteResult& result, std::span<const std::size_t> leftOut)

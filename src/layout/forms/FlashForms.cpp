@@ -103,6 +103,11 @@ void FlashForms::ToolsMenuFlashRestore_Click()
         Later([this, opened = *opened] { Restore(opened.dump, TextFromPath(opened.path)); });
 }
 
+void FlashForms::RestoreLater(const FlashDump& dump, const std::string& name)
+{
+    Later([this, dump, name] { Restore(dump, name); });
+}
+
 void FlashForms::ToolsMenuFlashBackups_Click()
 {
     Program& program = session_.Shared();
@@ -112,7 +117,7 @@ void FlashForms::ToolsMenuFlashBackups_Click()
         {LineName(), session_.deviceImage ? &*session_.deviceImage : nullptr, program.HasLink()},
         window_.window());
     if (dialog.exec() == QDialog::Accepted)
-        Later([this, dump = *dialog.Chosen(), name = dialog.ChosenName()] { Restore(dump, name); });
+        RestoreLater(*dialog.Chosen(), dialog.ChosenName());
 }
 
 void FlashForms::Restore(FlashDump dump, const std::string& name)
@@ -139,12 +144,21 @@ void FlashForms::Transfer(const WantedContent& wanted, const std::string& dumpNa
             return Ask(wanted, plan, dumpName, backup);
         }};
     TransferResult result;
+    OperationNote note =
+        program.Begin(dumpName.empty() ? JournalOperation::Download : JournalOperation::Restore,
+                      session_.settings.CommsPort);
+    if (dumpName.empty())
+        NoteFile(note, session_);
+    else
+        note.Entry().file = Utf8FromText(dumpName);
     {
         const LineOperation running(
             program, Status(dumpName.empty() ? Message::DownloadStatus : Message::RestoreStatus),
             " " + program.catalogue.Caption(TitleOf(dumpName)));
         result = DownloadFrom(session_, wanted, running.Hooks(), steps);
     }
+    note.Tell(TargetOf(session_.settings), result);
+    program.Keep(note);
     // Who has just said No knows it.
     if (result.reason == TransferResult::Reason::Declined)
         return;
@@ -197,11 +211,15 @@ void FlashForms::Verify()
     Program& program = session_.Shared();
     const HelpTopic topic(window_, "flash.html#verify");
     VerifyResult result;
+    OperationNote note = program.Begin(JournalOperation::Verify, session_.settings.CommsPort);
+    NoteFile(note, session_);
     {
         const LineOperation running(program, Status(Message::VerifyStatus),
                                     " " + program.catalogue.Caption(Message::UploadTitle));
         result = VerifyAgainst(session_, running.Hooks());
     }
+    note.Tell(TargetOf(session_.settings), result);
+    program.Keep(note);
     ShowVerified(result);
 }
 

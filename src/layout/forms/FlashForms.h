@@ -34,6 +34,8 @@ public:
     void ToolsMenuFlashDumpUpload_Click();
     /// Writes a dump, which is asked for, into the device as it is.
     void ToolsMenuFlashRestore_Click();
+    /// Writes that dump, which people know by that name, into the device as it is.
+    void RestoreLater(const FlashDump& dump, const std::string& name);
     /// Lists the backups, from where one can be restored.
     void ToolsMenuFlashBackups_Click();
 

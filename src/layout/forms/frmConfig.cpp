@@ -273,6 +273,7 @@ void frmConfig::Scan()
     strip_->ShowWaiting(ToQString(status));
     const HelpTopic topic(*this, "line.html#scan");
     ScanOutcome outcome;
+    OperationNote note = program.Begin(JournalOperation::Scan, session_.settings.CommsPort);
     {
         const LineOperation operation(program, status,
                                       " " + program.catalogue.Caption(Message::ScanOperation));
@@ -285,7 +286,9 @@ void frmConfig::Scan()
         };
         outcome = session_.Scan(hooks);
     }
+    note.Tell(TargetOf(session_.settings), outcome.line);
     TakeScan(before, outcome.document);
+    program.Keep(note);
     TellOfScan(outcome, before.has_value());
 }
 
@@ -314,6 +317,16 @@ void frmConfig::TakeScan(const std::optional<WindowFile>& before, SetupDocument 
     // Who has gone on to another window stays there.
     if (const QWidget* focused = QApplication::focusWidget(); !focused || isAncestorOf(focused))
         FocusStrip();
+}
+
+void frmConfig::TakeBackup(const std::string& name, SetupDocument document, const FlashImage& image)
+{
+    WindowFile held = session_.HeldAs();
+    held.name = name;
+    held.image = image;
+    session_.HoldAs(held);
+    Push(Message::UndoBackup, std::move(document));
+    ShowTitle();
 }
 
 void frmConfig::Push(const MessageId& name, SetupDocument after)

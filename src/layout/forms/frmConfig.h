@@ -61,6 +61,9 @@ public:
     /// Fills the window from its line anew.
     void ToolsMenuRescanLine_Click();
 
+    /// Fills the fresh window with what a backup holds, under that name.
+    void TakeBackup(const std::string& name, SetupDocument document, const FlashImage& image);
+
     /// The flash commands.
     FlashForms& Flash() { return flash_; }
 

@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <utility>
 
 namespace kelvora {
 
@@ -47,16 +46,34 @@ StopSignal::~StopSignal()
 
 bool StopSignal::Requested()
 {
-    signalfd_siginfo signal{};
-    int count = 0;
-    while (descriptor_ >= 0 && read(descriptor_, &signal, sizeof signal) == sizeof signal)
-        ++count;
-    if (count > 0 && !std::exchange(requested_, true))
+    const bool isFirst = count_ == 0;
+    const int taken = Take();
+    if (isFirst && taken > 0)
         Unblock();
     // The second of two that came before anybody asked.
-    if (count > 1)
-        raise(static_cast<int>(signal.ssi_signo));
-    return requested_;
+    if (taken > 1)
+        raise(last_);
+    return count_ > 0;
+}
+
+int StopSignal::Count()
+{
+    Take();
+    if (count_ > 1)
+        Unblock();
+    return count_;
+}
+
+int StopSignal::Take()
+{
+    signalfd_siginfo signal{};
+    int taken = 0;
+    while (descriptor_ >= 0 && read(descriptor_, &signal, sizeof signal) == sizeof signal) {
+        last_ = static_cast<int>(signal.ssi_signo);
+        count_ += last_ == SIGINT ? 1 : 2;
+        ++taken;
+    }
+    return taken;
 }
 
 }  // namespace kelvora

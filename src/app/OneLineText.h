@@ -1,0 +1,15 @@
+// A text of the windows, made for message boxes, where one line of UTF-8 is wanted.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kelvora {
+
+/// A text of the windows as one line of UTF-8. Where a line ended without a mark "; " parts it from the next.
+std::string OneLineText(std::string_view text);
+
+/// A line of UTF-8 for a terminal, which does what control characters say: they become blanks.
+std::string WithoutControls(std::string line);
+
+}  // namespace kelvora

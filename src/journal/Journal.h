@@ -1,0 +1,70 @@
+// The journal as those who work on a device use it: an entry is begun, filled, and kept when the work is
+// over. A journal that cannot be kept stops nothing: it is told, and the work goes on.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "journal/JournalText.h"
+
+namespace kelvora {
+
+/// Where the journal's lines are kept.
+class JournalStore {
+public:
+    virtual ~JournalStore() = default;
+
+    /// Adds a line, which brings its end along: whole and safe on the disk, or not at all. Throws FileError.
+    virtual void Append(const std::string& line) = 0;
+
+    /// All that was kept, as texts of whole lines, the oldest first. Throws FileError.
+    virtual std::vector<std::string> Read() const = 0;
+
+protected:
+    JournalStore() = default;
+    JournalStore(const JournalStore&) = default;
+    JournalStore& operator=(const JournalStore&) = default;
+};
+
+/// Who writes: the same in all entries of a run.
+struct JournalOrigin {
+    std::string who;
+    std::string program;
+    std::string version;
+};
+
+class Journal {
+public:
+    using Clock = std::function<std::chrono::system_clock::time_point()>;
+    using Hash = std::function<std::string(std::string_view)>;
+
+    /// `store` outlives the object; `sha256` gives a text's hash in small hexadecimal digits.
+    Journal(JournalStore& store, JournalOrigin origin, Hash sha256,
+            Clock clock = std::chrono::system_clock::now);
+
+    /// An operation that begins now.
+    struct Begun {
+        JournalEntry entry;
+        std::chrono::system_clock::time_point start;
+    };
+    Begun Begin(std::string operation, int line) const;
+
+    /// It ends now: keeps its entry, which gets to know how long it took. Throws FileError.
+    void End(Begun& begun) const;
+
+    std::string Sha256(std::string_view text) const { return sha256_(text); }
+
+    /// Throws FileError.
+    JournalContent Read() const { return ReadJournalTexts(store_.Read()); }
+
+private:
+    JournalStore& store_;
+    JournalOrigin origin_;
+    Hash sha256_;
+    Clock clock_;
+};
+
+}  // namespace kelvora

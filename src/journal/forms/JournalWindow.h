@@ -1,0 +1,71 @@
+// The window of the journal: a table to sort, filter and search, from where the backup of an entry is opened,
+// compared with a setup, or restored.
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <string>
+
+#include "app/Program.h"
+#include "journal/JournalEntry.h"
+
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+class QTableView;
+
+namespace kelvora {
+
+class JournalModel;
+class JournalProxy;
+
+class JournalWindow final : public QWidget {
+public:
+    /// A window of its own that deletes itself when it is closed. `program` outlives it, and has a journal.
+    explicit JournalWindow(Program& program);
+
+    /// What is done with the backup of an entry; must be set before the window is shown.
+    std::function<void(const JournalEntry&)> onOpen;
+    std::function<void(const JournalEntry&)> onCompare;
+    std::function<void(const JournalEntry&)> onRestore;
+
+    /// Reads the journal anew.
+    void Reload();
+
+    /// Shows what can be done now: whether a setup is open to compare with, whether the program is busy.
+    void ShowSituation(bool hasSetup, bool isBusy);
+
+    void Retranslate();
+
+private:
+    QPushButton* AddButton(const char* name, const std::function<void()>& click);
+    void MakeTable();
+    void Arrange();
+    void ShowSelection();
+    void ShowCount();
+    const JournalEntry* Selected() const;
+    bool HasDump(const JournalEntry* entry) const;
+
+    Program& program_;
+    JournalModel* model_;
+    JournalProxy* proxy_;
+    QLabel* searchLabel_;
+    QLineEdit* search_;
+    QCheckBox* failedOnly_;
+    QTableView* table_;
+    QLabel* empty_;
+    QLabel* count_;
+    QPlainTextEdit* detail_;
+    QPushButton* open_;
+    QPushButton* compare_;
+    QPushButton* restore_;
+    QPushButton* reload_;
+    std::size_t damaged_ = 0;
+    std::string problem_;  ///< why the journal could not be read
+    bool hasSetup_ = false;
+    bool isBusy_ = false;
+};
+
+}  // namespace kelvora

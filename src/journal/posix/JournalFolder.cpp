@@ -1,0 +1,176 @@
+#include "journal/posix/JournalFolder.h"
+
+#include <fcntl.h>
+#include <pwd.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <cstring>
+#include <thread>
+#include <utility>
+
+#include "platform/posix/Descriptor.h"
+
+namespace kelvora {
+
+namespace {
+
+constexpr std::string_view FullStart = "journal-";
+constexpr std::string_view Extension = ".jsonl";
+
+[[noreturn]] void Fail(const std::string& path, int error)
+{
+    throw FileError(path, strerrordesc_np(error));
+}
+
+// Until the file is closed. False when another program keeps it for so long.
+bool Lock(int file, int kind, std::chrono::milliseconds patience)
+{
+    constexpr std::chrono::milliseconds Pause{10};
+    while (flock(file, kind | LOCK_NB) != 0) {
+        if (errno != EWOULDBLOCK && errno != EINTR)
+            return false;
+        if (patience <= Pause) {
+            errno = EBUSY;
+            return false;
+        }
+        std::this_thread::sleep_for(Pause);
+        patience -= Pause;
+    }
+    return true;
+}
+
+bool IsStillAt(const std::string& path, const struct stat& file)
+{
+    struct stat there {};
+    return stat(path.c_str(), &there) == 0 && there.st_dev == file.st_dev && there.st_ino == file.st_ino;
+}
+
+bool EndsWithLine(int file, off_t size)
+{
+    char last = '\n';
+    return size == 0 || (pread(file, &last, 1, size - 1) == 1 && last == '\n');
+}
+
+// The whole text, or nothing.
+void WriteWhole(int file, off_t size, const std::string& text, const std::string& path)
+{
+    std::size_t done = 0;
+    while (done < text.size()) {
+        const ssize_t count = write(file, text.data() + done, text.size() - done);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0) {
+            const int error = errno;
+            // What cannot be taken back is a torn line, which readers skip.
+            [[maybe_unused]] const int cut = ftruncate(file, size);
+            Fail(path, error);
+        }
+        done += static_cast<std::size_t>(count);
+    }
+    if (fsync(file) != 0)
+        Fail(path, errno);
+}
+
+void SyncFolder(const std::string& folder)
+{
+    const Descriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (opened.Number() >= 0)
+        fsync(opened.Number());
+}
+
+}  // namespace
+
+JournalFolder::JournalFolder(Files& files, std::string folder, std::size_t fileLimit,
+                             std::chrono::milliseconds patience)
+    : files_(files), folder_(std::move(folder)), fileLimit_(fileLimit), patience_(patience)
+{
+}
+
+std::vector<std::string> JournalFolder::FullFiles() const
+{
+    std::vector<std::string> names = files_.List(folder_);
+    std::erase_if(names, [](const std::string& name) {
+        return !name.starts_with(FullStart) || !name.ends_with(Extension);
+    });
+    // Past 99999 the numbers are longer.
+    std::ranges::stable_sort(names, {}, &std::string::size);
+    return names;
+}
+
+void JournalFolder::Append(const std::string& line)
+{
+    files_.MakeFolder(folder_);
+    constexpr int MostTurns = 100;
+    for (int turn = 0; turn < MostTurns; ++turn)
+        if (TryAppend(line))
+            return;
+    Fail(Path(), EBUSY);
+}
+
+// False when another file has taken the place of the one that was opened.
+bool JournalFolder::TryAppend(const std::string& line)
+{
+    const std::string path = Path();
+    constexpr mode_t Mode = 0666;
+    const Descriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK, Mode));
+    struct stat status {};
+    if (file.Number() < 0 || !Lock(file.Number(), LOCK_EX, patience_) || fstat(file.Number(), &status) != 0)
+        Fail(path, errno);
+    if (!S_ISREG(status.st_mode))
+        throw FileError(path, "Not a regular file");
+    if (!IsStillAt(path, status))
+        return false;
+    if (status.st_size > 0 && static_cast<std::size_t>(status.st_size) + line.size() > fileLimit_) {
+        BeginNextFile();
+        return false;
+    }
+    // What another program could not end must not damage this line.
+    const bool isWhole = EndsWithLine(file.Number(), status.st_size);
+    WriteWhole(file.Number(), status.st_size, isWhole ? line : "\n" + line, path);
+    if (status.st_size == 0)
+        SyncFolder(folder_);
+    return true;
+}
+
+// While the present file is locked.
+void JournalFolder::BeginNextFile()
+{
+    constexpr std::size_t Digits = 5;
+    const std::vector<std::string> full = FullFiles();
+    int number = 0;
+    if (!full.empty())
+        std::sscanf(full.back().c_str() + FullStart.size(), "%d", &number);
+    std::string digits = std::to_string(number + 1);
+    digits.insert(0, Digits - std::min(Digits, digits.size()), '0');
+    const std::string next = folder_ + "/" + std::string(FullStart) + digits + std::string(Extension);
+    if (rename(Path().c_str(), next.c_str()) != 0)
+        Fail(next, errno);
+}
+
+std::vector<std::string> JournalFolder::Read() const
+{
+    // While it is locked no file is begun: none is missed, and none read twice.
+    const Descriptor present(open(Path().c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (present.Number() >= 0)
+        Lock(present.Number(), LOCK_SH, patience_);
+    std::vector<std::string> texts;
+    for (const std::string& name : FullFiles())
+        texts.push_back(files_.Read(folder_ + "/" + name));
+    if (files_.Exists(Path()))
+        texts.push_back(files_.Read(Path()));
+    return texts;
+}
+
+std::string AccountName()
+{
+    const passwd* const account = getpwuid(geteuid());
+    return account ? account->pw_name : std::to_string(geteuid());
+}
+
+}  // namespace kelvora

@@ -1,0 +1,85 @@
+#include "series/SetupChoice.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "app/OneLineText.h"
+#include "app/SetupErrorText.h"
+#include "platform/AsciiCase.h"
+#include "platform/Encoding.h"
+#include "setup/SetupError.h"
+#include "setup/SetupReader.h"
+
+namespace kelvora {
+
+namespace {
+
+constexpr std::string_view Extension = ".dat";
+
+std::string WithoutBlanks(const std::string& text)
+{
+    const std::size_t first = text.find_first_not_of(' ');
+    return first == std::string::npos ? std::string()
+                                      : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+// In small letters, those of Western Europe too: that is what names have that terminals send.
+std::string SmallLetters(std::string text)
+{
+    constexpr std::string_view TwoBytes = "\xC3";
+    constexpr std::string_view Times = "\xC3\x97";
+    text = LowerCase(text);
+    for (std::size_t at = text.find(TwoBytes); at != std::string::npos && at + 1 < text.size();
+         at = text.find(TwoBytes, at + 2)) {
+        const auto second = static_cast<unsigned char>(text[at + 1]);
+        if (second >= 0x80 && second <= 0x9E && text.substr(at, 2) != Times)
+            text[at + 1] = static_cast<char>(second + 0x20);
+    }
+    return text;
+}
+
+ChosenSetup NoChoice(std::string why)
+{
+    return {{}, {}, std::nullopt, std::move(why)};
+}
+
+}  // namespace
+
+ChosenSetup ReadChosenSetup(const Files& files, const std::string& path)
+{
+    ChosenSetup setup{path, {}, std::nullopt, {}};
+    const std::string name = Utf8FromPath(path);
+    try {
+        setup.content = files.Read(path);
+        setup.document = ReadSetup(setup.content);
+    } catch (const FileError& error) {
+        setup.why = name + ": " + error.what();
+    } catch (const SetupError& error) {
+        setup.why = name + ":" + std::to_string(error.Line()) + ": expected " +
+                    OneLineText(ExpectedText(MessageCatalogue(), error));
+    }
+    return setup;
+}
+
+ChosenSetup ChooseByName(const Files& files, const std::string& folder, const std::string& terminalName)
+{
+    const std::string name = Utf8FromText(WithoutBlanks(terminalName));
+    if (name.empty())
+        return NoChoice("the terminal has no name");
+    const std::string wanted = name + std::string(Extension);
+    std::vector<std::string> found;
+    try {
+        found = files.List(folder);
+    } catch (const FileError& error) {
+        return NoChoice(Utf8FromPath(error.Path()) + ": " + error.what());
+    }
+    std::erase_if(found, [&](const std::string& file) { return SmallLetters(file) != SmallLetters(wanted); });
+    const std::string where = Utf8FromPath(folder) + ": ";
+    if (found.empty())
+        return NoChoice(where + "no file is named " + wanted);
+    if (found.size() > 1)
+        return NoChoice(where + "several files are named " + wanted);
+    return ReadChosenSetup(files, folder + "/" + found.front());
+}
+
+}  // namespace kelvora

@@ -1,0 +1,58 @@
+// What a series writes, and on which lines: the upper part of its window.
+#pragma once
+
+#include <QWidget>
+#include <array>
+#include <functional>
+
+#include "app/Program.h"
+
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QRadioButton;
+
+namespace kelvora {
+
+class SeriesChoice final : public QWidget {
+public:
+    /// `program` outlives it.
+    explicit SeriesChoice(Program& program, QWidget* parent = nullptr);
+
+    /// Called when something else is chosen.
+    std::function<void()> onChange;
+
+    /// Whether a series can begin: a file or a folder, and a line.
+    bool IsComplete() const;
+
+    /// Offers that setup file.
+    void OfferSetup(const QString& path);
+
+    bool IsByName() const;
+    QString Path() const;  ///< of the setup, or of the folder
+    bool HasLine(int line) const;
+    void ChooseLine(int line, bool chosen);
+
+    void Retranslate();
+
+private:
+    struct Row {
+        QRadioButton* choice;
+        QLineEdit* path;
+        QPushButton* browse;
+    };
+
+    Row MakeRow(const char* name);
+    void BrowseSetup();
+    void BrowseFolder();
+    void Change();
+
+    Program& program_;
+    Row setup_;
+    Row folder_;
+    QLabel* linesLabel_;
+    std::array<QCheckBox*, LineCount> lines_{};
+};
+
+}  // namespace kelvora

@@ -1,0 +1,173 @@
+// What commands leave in the journal, and what is shown of it.
+#include <nlohmann/json.hpp>
+
+#include "cli/CliFixture.h"
+#include "cli/Console.h"
+
+namespace kelvora {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::StartsWith;
+using Json = nlohmann::json;
+using Result = JournalEntry::Result;
+
+class JournalCommandTest : public CliTest {
+protected:
+    JournalCommandTest() { access.data = folder + "/data"; }
+
+    std::string At(const std::string& name) const { return folder + "/" + name; }
+
+    std::string Fiscal()
+    {
+        EXPECT_EQ(Run({"scan", "-o", At("till.dat")}).exitCode, ExitCode::Done);
+        std::string text = files.Read(At("till.dat"));
+        text.replace(text.find(" YES\r", text.find("Fiscal")), 5, " NO\r");
+        return Write("other.dat", text);
+    }
+};
+
+}  // namespace
+
+TEST_F(JournalCommandTest, EveryOperationOnADeviceLeavesAnEntry)
+{
+    const std::string other = Fiscal();
+    access.answer = false;
+    const std::vector<std::vector<std::string>> commands{{"verify", other},
+                                                         {"download", other},
+                                                         {"download", "--yes", other},
+                                                         {"download", "--yes", other},
+                                                         {"dump", "-o", At("d.mem")},
+                                                         {"restore", "--yes", At("d.mem")},
+                                                         {"identity", "read"},
+                                                         {"identity", "write", "3", "MCR 2+3", "--yes"},
+                                                         {"dump", "--port", "2"},
+                                                         {"identity", "write", "3", "MCR 2+3"}};
+    for (const auto& command : commands)
+        Run(command);
+    Run({"check", other});
+    Run({"download", "--yes", At("none.dat")});
+    const std::vector<JournalEntry> entries = access.kept.Entries();
+    std::vector<std::string> story;
+    for (const JournalEntry& entry : entries)
+        story.push_back(entry.operation + " " + ResultName(entry.result));
+    EXPECT_THAT(story, ElementsAre("scan done", "verify different", "download declined", "download done",
+                                   "download same", "dump done", "restore same", "identity read done",
+                                   "identity write done", "dump failed", "identity write declined"));
+    const JournalEntry& download = entries.at(3);
+    EXPECT_EQ(download.who, "anna");
+    EXPECT_EQ(download.line, 1);
+    EXPECT_EQ(download.device, "bench");
+    EXPECT_EQ(download.terminal, "BENCH TERMINAL");
+    EXPECT_EQ(download.modules, "KM096, KM064, MCR, ICCR");
+    EXPECT_EQ(download.file, other);
+    EXPECT_EQ(download.sha256, "hash of " + std::to_string(files.Read(other).size()));
+    EXPECT_EQ(download.crcBefore, entries.at(0).crcAfter);
+    EXPECT_EQ(download.crcAfter, entries.at(4).crcBefore);
+    EXPECT_NE(download.crcAfter, download.crcBefore);
+    EXPECT_TRUE(files.Exists(download.backup));
+    EXPECT_EQ(entries.at(2).crcAfter, entries.at(2).crcBefore);
+    EXPECT_EQ(entries.at(7).modules, "KM96CM, LCD, KEYLOCK, KM64, MCR 1+2+3, ICCR");
+    EXPECT_TRUE(files.Exists(entries.at(8).backup));
+    EXPECT_THAT(entries.at(9).message, HasSubstr("There is no such device."));
+}
+
+TEST_F(JournalCommandTest, WhatCannotBeKeptIsToldAndStopsNothing)
+{
+    access.kept.failure = "No space left on device";
+    const CliResult result = Run({"dump", "-o", At("d.mem")});
+    EXPECT_EQ(result.exitCode, ExitCode::Done);
+    EXPECT_THAT(result.err, HasSubstr("journal.jsonl: No space left on device"));
+    EXPECT_TRUE(files.Exists(At("d.mem")));
+}
+
+TEST_F(JournalCommandTest, ShowsWhatFits)
+{
+    const auto keep = [this](const char* time, const char* terminal, Result result) {
+        JournalEntry entry;
+        entry.time = time;
+        entry.operation = JournalOperation::Download;
+        entry.line = 2;
+        entry.terminal = terminal;
+        entry.result = result;
+        entry.message = "two\nlines";
+        access.kept.text += JournalLine(entry);
+    };
+    keep("2026-03-08T23:59:59+01:00", "TILL1", Result::Done);
+    keep("2026-03-09T00:00:00+01:00", "TILL2", Result::Failed);
+    access.kept.text += "{\"time\":\"2026\n";
+    keep("2026-03-09T12:30:00+01:00", "till2", Result::Same);
+
+    const struct {
+        std::vector<std::string> arguments;
+        std::vector<std::string> times;
+    } cases[]{{{}, {"08 23:59:59", "09 00:00:00", "09 12:30:00"}},
+              {{"--since", "2026-03-09"}, {"09 00:00:00", "09 12:30:00"}},
+              {{"--since", "2026-03-09 12:30"}, {"09 12:30:00"}},
+              {{"--name", "Till2"}, {"09 00:00:00", "09 12:30:00"}},
+              {{"--failed"}, {"09 00:00:00"}},
+              {{"--failed", "--name", "TILL1"}, {}}};
+    for (const auto& row : cases) {
+        std::vector<std::string> arguments{"journal"};
+        arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
+        const CliResult shown = Run(arguments);
+        EXPECT_EQ(shown.exitCode, ExitCode::Done);
+        std::string expected;
+        std::istringstream lines(shown.out);
+        std::vector<std::string> times;
+        for (std::string line; std::getline(lines, line);)
+            times.push_back(line.substr(8, 11));
+        EXPECT_EQ(times, row.times) << testing::PrintToString(arguments);
+        EXPECT_THAT(shown.err, HasSubstr("damaged lines of the journal, left out: 1"));
+    }
+    EXPECT_THAT(Run({"journal", "--failed"}).out,
+                "2026-03-09 00:00:00  COM2  download: failed; TILL2; two lines\n");
+    EXPECT_EQ(Json::parse(Run({"journal", "--failed", "--json"}).out)["terminal"], "TILL2");
+    for (const char* date : {"yesterday", "2026-13-01", "2026-3-9", "2026-03-09 7", "2026-02-30", ""})
+        EXPECT_EQ(Run({"journal", "--since", date}).exitCode, ExitCode::Usage) << date;
+}
+
+TEST_F(JournalCommandTest, ASeriesAsksOnceAndTellsWhatHappens)
+{
+    const std::string other = Fiscal();
+    EXPECT_EQ(Run({"series", other}).exitCode, ExitCode::Usage) << "nobody can be asked";
+    access.answer = false;
+    EXPECT_EQ(Run({"series", other, "--count", "1"}).exitCode, ExitCode::Rejected);
+    EXPECT_THAT(access.questions.back(), HasSubstr("1 till, one after another"));
+    EXPECT_THAT(access.questions.back(), HasSubstr(other));
+
+    access.answer = true;
+    const CliResult shown = Run({"series", other, "--count", "1"});
+    EXPECT_EQ(shown.exitCode, ExitCode::Done);
+    EXPECT_EQ(access.questions.size(), 2U);
+    EXPECT_THAT(shown.out, StartsWith("COM1: waiting for a terminal\nCOM1: found BENCH TERMINAL\n"
+                                      "COM1: BENCH TERMINAL: done: The download is done."));
+    EXPECT_THAT(shown.out, HasSubstr("fiscal keyboard: "));
+    EXPECT_THAT(shown.out, testing::EndsWith("COM1: 1 done, 0 held the setup already, 0 failed\n"));
+
+    const CliResult json = Run({"series", "--yes", "--json", "--count", "1", "--by-name", folder});
+    EXPECT_EQ(json.exitCode, ExitCode::Rejected) << "the folder has no file of that name";
+    std::vector<std::string> events;
+    std::istringstream lines(json.out);
+    for (std::string line; std::getline(lines, line);)
+        events.push_back(Json::parse(line)["event"]);
+    EXPECT_THAT(events, ElementsAre("waiting", "found", "result", "end"));
+    Write("Bench Terminal.dat", files.Read(other));
+    EXPECT_THAT(Run({"series", "--yes", "--count", "1", "--by-name", folder}).out,
+                HasSubstr("held the setup already"));
+
+    for (const std::vector<std::string>& wrong : {std::vector<std::string>{"series", "--yes"},
+                                                  {"series", "--yes", other, "--by-name", folder},
+                                                  {"series", "--yes", other, "--count", "0"}})
+        EXPECT_EQ(Run(wrong).exitCode, ExitCode::Usage);
+    EXPECT_EQ(Run({"series", "--yes", At("none.dat")}).exitCode, ExitCode::Rejected);
+    EXPECT_EQ(Run({"series", "--yes", "--by-name", At("none")}).exitCode, ExitCode::Rejected);
+    // A single line is the one that is meant.
+    access.stops = 1;
+    EXPECT_EQ(Run({"series", "--yes", "--line", "2=/dev/null", other}).exitCode, ExitCode::Done);
+    EXPECT_EQ(access.asked.port, 2);
+}
+
+}  // namespace kelvora

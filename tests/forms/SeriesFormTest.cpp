@@ -1,0 +1,319 @@
+// The windows of a series and of the journal.
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPointer>
+#include <QTableView>
+
+#include "fakes/FakeSeriesRunner.h"
+#include "fakes/MemoryJournal.h"
+#include "flash/Backups.h"
+#include "forms/MainWindowFixture.h"
+#include "journal/forms/JournalModel.h"
+#include "journal/forms/JournalWindow.h"
+#include "series/forms/LaneView.h"
+#include "series/forms/SeriesTable.h"
+#include "series/forms/SeriesWindow.h"
+#include "series/forms/VerdictSign.h"
+
+namespace kelvora {
+namespace {
+
+using Kind = SeriesEvent::Kind;
+using Result = JournalEntry::Result;
+
+class SeriesForm : public MainWindowFixture {
+protected:
+    SeriesForm() : MainWindowFixture(true)
+    {
+        program.world.ports = {&port, &secondPort};
+        Make();
+    }
+    ~SeriesForm() override { delete form; }
+
+    void Make()
+    {
+        form = new SeriesWindow(program, [this] {
+            auto runner = std::make_unique<FakeSeriesRunner>();
+            runners.push_back(runner.get());
+            return runner;
+        });
+        form->onVerdict = [this](bool passed) { sounds += passed ? '+' : '-'; };
+        form->Offer(QStringLiteral("/home/shop/till.dat"), 1);
+        form->show();
+    }
+
+    template <class Widget>
+    Widget& Find(const char* name, QWidget* in = nullptr)
+    {
+        return *(in ? in : form.data())->findChild<Widget*>(QLatin1String(name));
+    }
+    QAbstractButton& Button(const char* name) { return Find<QAbstractButton>(name); }
+    QWidget& Lane(int number) { return Find<QWidget>(number == 1 ? "Lane1" : "Lane2"); }
+    QString Words(int number) { return Find<VerdictSign>("VerdictSign", &Lane(number)).accessibleName(); }
+
+    void StartTwo()
+    {
+        Button("Line2").setChecked(true);
+        prompt.answers = {Answer::Yes};
+        Button("Start").click();
+        ASSERT_EQ(runners.size(), 2U);
+    }
+
+    bench::SimulatedLine secondLine{clock, bench::FreshLine(BenchLine::AllModules())};
+    bench::SimulatedPort secondPort{secondLine, "/dev/second"};
+    QPointer<SeriesWindow> form;
+    std::vector<FakeSeriesRunner*> runners;
+    std::string sounds;
+};
+
+TEST_F(SeriesForm, StartsAProgramALineAfterOneQuestion)
+{
+    Find<QLineEdit>("SetupPath").clear();
+    EXPECT_FALSE(Button("Start").isEnabled());
+    Find<QLineEdit>("SetupPath").setText(QStringLiteral("/home/shop/till.dat"));
+    EXPECT_FALSE(Button("Line3").isEnabled()) << "there is no such port";
+    Button("Start").click();
+    EXPECT_TRUE(runners.empty()) << "No is the default";
+
+    StartTwo();
+    EXPECT_NE(prompt.shown.back().body.find("COM1, COM2: /home/shop/till.dat"), std::string::npos);
+    EXPECT_EQ(runners[1]->arguments,
+              QStringList({"series", "--json", "--yes", "--port", "2", "--line", "2=/dev/second",
+                           "--settings", ToQString(program.main.PortSettings), "/home/shop/till.dat"}));
+    EXPECT_FALSE(Button("Start").isEnabled());
+
+    runners[0]->onEnd({});
+    runners[1]->onEnd("kelvora-cli: no such thing");
+    EXPECT_EQ(Words(2), "Ended");
+    Find<QLineEdit>("FolderPath").setText(QStringLiteral("/home/shop"));
+    Button("FolderChoice").click();
+    prompt.answers = {Answer::Yes};
+    Button("Start").click();
+    EXPECT_EQ(runners.back()->arguments.mid(9), QStringList({"--by-name", "/home/shop"}));
+}
+
+TEST_F(SeriesForm, ShowsWhatEachLineSays)
+{
+    StartTwo();
+    runners[0]->onLine("not an event");
+    EXPECT_EQ(Words(1), "Waiting for a till");
+    runners[0]->Say({.kind = Kind::Found, .line = 1, .terminal = "TILL07"});
+    runners[0]->Say({.kind = Kind::Progress, .line = 1, .done = 10, .total = 40});
+    runners[1]->Say({.kind = Kind::NoPort, .line = 2, .message = "There is no such device."});
+    EXPECT_EQ(Words(1), "Working");
+    EXPECT_EQ(Words(2), "Waiting for the port");
+    EXPECT_EQ(Find<QLabel>("Hint", &Lane(2)).text(), "There is no such device.");
+
+    const struct {
+        Result result;
+        const char* words;
+        bool canRetry;
+    } verdicts[]{{Result::Done, "Done", false},
+                 {Result::Same, "Held it already", false},
+                 {Result::Failed, "Failed", true},
+                 {Result::Stopped, "Stopped", true}};
+    for (const auto& row : verdicts) {
+        runners[0]->Say({.kind = Kind::Found, .line = 1, .terminal = "TILL07"});
+        runners[0]->Say(FakeSeriesRunner::Verdict(1, "TILL07", row.result));
+        EXPECT_EQ(Words(1), row.words);
+        EXPECT_EQ(Find<QWidget>("Retry", &Lane(1)).isVisibleTo(form), row.canRetry) << row.words;
+    }
+    EXPECT_EQ(sounds, "++--");
+    EXPECT_EQ(Find<QTableWidget>("Tills").rowCount(), 4);
+    EXPECT_EQ(Find<QTableWidget>("Tills").item(0, 4)->text(), "Stopped");
+    // Gone, there is nothing to try again; that it failed stays to be read until the next one comes.
+    runners[0]->Say({.kind = Kind::Gone, .line = 1});
+    runners[0]->Say({.kind = Kind::Waiting, .line = 1});
+    EXPECT_EQ(Words(1), "Stopped");
+    EXPECT_FALSE(Find<QWidget>("Retry", &Lane(1)).isVisibleTo(form));
+}
+
+TEST_F(SeriesForm, RetryAndStopReachTheProgramOfTheLine)
+{
+    StartTwo();
+    runners[0]->Say({.kind = Kind::Found, .line = 1, .terminal = "TILL07"});
+    runners[0]->Say(FakeSeriesRunner::Verdict(1, "TILL07", Result::Failed));
+    FakeSeriesRunner* const first = runners[0];
+    const QStringList agreed = first->arguments;
+    Find<QAbstractButton>("Retry", &Lane(1)).click();
+    EXPECT_EQ(first->stopsAfter, 1);
+    EXPECT_EQ(runners[1]->stopsAfter, 0);
+    // What is chosen meanwhile is not what was agreed to.
+    Find<QLineEdit>("SetupPath").setText("/other.dat");
+    first->onEnd({});
+    loop.Pass(std::chrono::milliseconds(1));
+    ASSERT_EQ(runners.size(), 3U);
+    EXPECT_EQ(runners[2]->arguments, agreed);
+
+    Button("StopAfter").click();
+    EXPECT_EQ(runners[2]->stopsAfter + runners[1]->stopsAfter, 2);
+    EXPECT_FALSE(Button("StopAfter").isEnabled());
+    Button("StopNow").click();
+    EXPECT_EQ(runners[2]->stopsNow + runners[1]->stopsNow, 2);
+
+    form->close();
+    EXPECT_TRUE(form && form->isVisible()) << "No is the default";
+    prompt.answers = {Answer::Yes};
+    form->close();
+    EXPECT_TRUE(form && form->isVisible()) << "until the tills are left in order";
+    runners[1]->onEnd({});
+    runners[2]->onEnd({});
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_FALSE(form);
+}
+
+TEST_F(SeriesForm, SavesTheReport)
+{
+    StartTwo();
+    runners[0]->Say(FakeSeriesRunner::Verdict(1, "TILL \"7\"", Result::Done));
+    runners[1]->Say(FakeSeriesRunner::Verdict(2, "TILL08", Result::Failed));
+    const std::string start = PathFromQString(folder.path()) + "/report";
+    dialogs.choices = {{start, {}, 1}, {start, {}, 2}};
+    Button("SaveReport").click();
+    Button("SaveReport").click();
+    EXPECT_EQ(
+        files.Read(start + ".csv"),
+        "time,line,terminal,modules,setup,result,changes,message,backup,seconds\r\n"
+        "2026-03-09 07:05:00,COM1,\"TILL \"\"7\"\"\",\"KM096, KM064, MCR, ICCR\",/home/shop/till.dat,done,"
+        "\"MCR, auto-read: yes -> no; Slave Keyboard, Key 74: single key -> unused\",,"
+        "/home/shop/.local/share/Kelvora/backups/2026-03-09 07-05-00 COM1.mem,31.3\r\n"
+        "2026-03-09 07:05:00,COM2,TILL08,\"KM096, KM064, MCR, ICCR\",/home/shop/till.dat,failed,,"
+        "The modules on the line are not those of the setup.,"
+        "/home/shop/.local/share/Kelvora/backups/2026-03-09 07-05-00 COM1.mem,31.3\r\n");
+    EXPECT_NE(files.Read(start + ".json").find("\"terminal\": \"TILL08\""), std::string::npos);
+
+    SeriesResults many(100, FakeSeriesRunner::Verdict(1, "TILL07", Result::Done));
+    const auto sheets = ReportSheets(many, "2026-03-09 08:00", program.catalogue);
+    ASSERT_EQ(sheets.size(), 5U);
+    std::size_t rows = 0;
+    for (const std::string& sheet : sheets)
+        for (std::size_t at = sheet.find(">TILL07<"); at != std::string::npos;
+             at = sheet.find(">TILL07<", at + 1))
+            ++rows;
+    EXPECT_EQ(rows, 100U);
+}
+
+class JournalForm : public MainWindowFixture {
+protected:
+    JournalForm() : MainWindowFixture(true)
+    {
+        program.journal = &kept.journal;
+        program.dataFolder = PathFromQString(folder.path());
+        Start();
+    }
+
+    JournalWindow& Show()
+    {
+        Trigger(Command::ToolsMenuJournal);
+        for (QWidget* const widget : QApplication::topLevelWidgets())
+            if (auto* const found = dynamic_cast<JournalWindow*>(widget))
+                return *found;
+        throw std::runtime_error("no journal");
+    }
+    static QTableView& Table(JournalWindow& form) { return *form.findChild<QTableView*>(); }
+    static QString Cell(JournalWindow& form, int row, int column)
+    {
+        return Table(form).model()->index(row, column).data().toString();
+    }
+    static bool IsEnabled(JournalWindow& form, const char* name)
+    {
+        return form.findChild<QWidget*>(QLatin1String(name))->isEnabled();
+    }
+
+    MemoryJournal kept;
+};
+
+TEST_F(JournalForm, EveryOperationOfTheWindowsIsThere)
+{
+    Trigger(Command::FileMenuScan);
+    loop.Pass(std::chrono::milliseconds(0));
+    Trigger(Command::ToolsMenuFlashVerify);
+    loop.Pass(std::chrono::milliseconds(0));
+    kept.failure = "No space left on device";
+    Trigger(Command::ToolsMenuFlashVerify);
+    loop.Pass(std::chrono::milliseconds(0));
+    EXPECT_NE(prompt.shown[prompt.shown.size() - 2].body.find("No space left on device"), std::string::npos);
+    kept.failure.clear();
+
+    JournalWindow& form = Show();
+    ASSERT_EQ(Table(form).model()->rowCount(), 2);
+    EXPECT_EQ(Cell(form, 0, JournalModel::Operation), "verify");
+    EXPECT_EQ(Cell(form, 1, JournalModel::Operation), "scan");
+    EXPECT_EQ(Cell(form, 1, JournalModel::Terminal), "BENCH TERMINAL");
+    EXPECT_EQ(Cell(form, 1, JournalModel::Modules), "KM096, KM064, MCR, ICCR");
+    EXPECT_EQ(kept.Entries()[0].crcAfter, kept.Entries()[1].crcBefore);
+}
+
+TEST_F(JournalForm, SortsFiltersAndSearches)
+{
+    JournalEntry entry;
+    entry.operation = JournalOperation::Download;
+    for (int i = 0; i < 30; ++i) {
+        entry.time = "2026-03-09T07:05:" + std::to_string(10 + i) + "+01:00";
+        entry.terminal = "TILL" + std::to_string(i);
+        entry.result = i % 10 == 3 ? Result::Failed : Result::Done;
+        entry.seconds = 100 - i;
+        kept.text += JournalLine(entry);
+    }
+    kept.text += "torn";
+    JournalWindow& form = Show();
+    EXPECT_EQ(Cell(form, 0, JournalModel::Terminal), "TILL29") << "the newest first";
+    auto& search = *form.findChild<QLineEdit*>();
+    search.setText(QStringLiteral("till2"));
+    EXPECT_EQ(Table(form).model()->rowCount(), 11);
+    form.findChild<QAbstractButton*>(QStringLiteral("FailedOnly"))->click();
+    EXPECT_EQ(Table(form).model()->rowCount(), 1);
+    EXPECT_EQ(Cell(form, 0, JournalModel::Terminal), "TILL23");
+    search.clear();
+    Table(form).sortByColumn(JournalModel::Seconds, Qt::DescendingOrder);
+    EXPECT_EQ(Cell(form, 0, JournalModel::Terminal), "TILL3");
+}
+
+TEST_F(JournalForm, ABackupIsOpenedComparedAndRestored)
+{
+    Trigger(Command::FileMenuScan);
+    loop.Pass(std::chrono::milliseconds(0));
+    Backups backups(files, program.dataFolder + "/backups");
+    FlashImage changed = *window->ActiveSetup()->Session().deviceImage;
+    changed[6] ^= 1;
+    JournalEntry entry;
+    entry.time = "2026-03-09T07:05:00+01:00";
+    entry.operation = JournalOperation::Download;
+    entry.line = 1;
+    entry.result = Result::Done;
+    entry.backup = program.dataFolder + "/none.mem";
+    kept.text += JournalLine(entry);
+    entry.backup =
+        backups.Keep({1, window->ActiveSetup()->Session().document.DeviceMap, "BENCH TERMINAL", changed});
+    kept.text += JournalLine(entry);
+
+    JournalWindow& form = Show();
+    EXPECT_FALSE(IsEnabled(form, "OpenBackup"));
+    Table(form).selectRow(1);
+    Press(form, "OpenBackup");
+    EXPECT_NE(prompt.shown.back().body.find("No such file"), std::string::npos);
+    Table(form).selectRow(0);
+    EXPECT_NE(form.findChild<QPlainTextEdit*>()->toPlainText().indexOf(QStringLiteral("COM1.mem")), -1);
+    const std::size_t windows = window->AllSetups().size();
+    Press(form, "Compare");
+    EXPECT_EQ(window->AllSetups().size(), windows);
+    Press(form, "OpenBackup");
+    ASSERT_EQ(window->AllSetups().size(), windows + 1);
+    EXPECT_EQ(Modules().size(), 6U);
+    EXPECT_TRUE(window->ActiveSetup()->IsChanged()) << "it is in no file yet";
+
+    Table(form).selectRow(0);
+    InDialog<QDialog>(
+        [&] {
+            Press(form, "Restore");
+            loop.Pass(std::chrono::milliseconds(0));
+        },
+        [](QDialog& question) { question.accept(); });
+    EXPECT_EQ(line.Memory().flash[6], changed[6]);
+    EXPECT_EQ(kept.Last().operation, JournalOperation::Restore);
+    EXPECT_EQ(kept.Last().result, Result::Done);
+}
+
+}  // namespace
+}  // namespace kelvora

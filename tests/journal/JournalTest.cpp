@@ -1,0 +1,185 @@
+#include "journal/Journal.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/file.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <nlohmann/json.hpp>
+
+#include "journal/posix/JournalFolder.h"
+#include "platform/posix/Descriptor.h"
+#include "platform/posix/PosixFiles.h"
+
+namespace kelvora {
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using Json = nlohmann::json;
+
+JournalEntry FullEntry()
+{
+    JournalEntry entry;
+    entry.time = "2026-03-09T07:05:00+01:00";
+    entry.who = "anna";
+    entry.program = "kelvora-cli";
+    entry.version = "1.2.3";
+    entry.operation = JournalOperation::Download;
+    entry.line = 3;
+    entry.device = "/dev/ttyUSB0";
+    entry.terminal = "TILL \"07\" \xC3\xA8";
+    entry.modules = "KM096, MCR";
+    entry.file = "/shop/till07.dat";
+    entry.sha256 = "ab";
+    entry.crcBefore = 0x0000BEEF;
+    entry.crcAfter = 0xFFFFFFFF;
+    entry.result = JournalEntry::Result::Same;
+    entry.message = "one\ntwo";
+    entry.backup = "/b/1.mem";
+    entry.seconds = 12.5;
+    return entry;
+}
+
+class JournalFolderTest : public testing::Test {
+protected:
+    ~JournalFolderTest() override { std::filesystem::remove_all(folder); }
+
+    std::vector<std::string> Lines() const
+    {
+        std::vector<std::string> operations;
+        for (const JournalEntry& entry : ReadJournalTexts(JournalFolder(files, folder).Read()).entries)
+            operations.push_back(entry.operation);
+        return operations;
+    }
+
+    static std::string LineOf(const std::string& operation)
+    {
+        JournalEntry entry = FullEntry();
+        entry.operation = operation;
+        return JournalLine(entry);
+    }
+
+    mutable PosixFiles files;
+    std::string folder = MakeFolder();
+    std::string path = folder + "/journal.jsonl";
+
+private:
+    static std::string MakeFolder()
+    {
+        std::string name = testing::TempDir() + "kelvora-journal-XXXXXX";
+        return mkdtemp(name.data());
+    }
+};
+
+}  // namespace
+
+TEST(JournalText, SaysAllOfAnEntryOnOneLine)
+{
+    const std::string line = JournalLine(FullEntry());
+    EXPECT_EQ(line.find('\n'), line.size() - 1);
+    const Json object = Json::parse(line);
+    EXPECT_EQ(object["result"], "same");
+    EXPECT_EQ(object["crcBefore"], "0000BEEF");
+    EXPECT_EQ(object["seconds"], 12.5);
+    EXPECT_EQ(ReadJournalLine(line), FullEntry());
+
+    JournalEntry bare;
+    bare.time = "2026-03-09T07:05:00+01:00";
+    bare.terminal = "\xFF";  // not UTF-8: what a damaged path may bring
+    const auto read = ReadJournalLine(JournalLine(bare));
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->terminal, "\xEF\xBF\xBD");
+    EXPECT_EQ(read->crcBefore, std::nullopt);
+}
+
+TEST(JournalText, ADamagedLineCostsItselfAlone)
+{
+    const std::string whole = JournalLine(FullEntry());
+    for (std::size_t length = 1; length < whole.size() - 1; ++length)
+        ASSERT_FALSE(ReadJournalLine(whole.substr(0, length))) << length;
+    const std::string odd =
+        R"({"time":"t","result":"done","line":1e99,"crcAfter":"xyz","later":{"time":["no",{"who":"x"}]}})";
+    const JournalContent content =
+        ReadJournalTexts({whole + whole.substr(0, 40) + "\n" + odd + "\n[1]\n\"time\"\n7\n{}\n\n",
+                          std::string("\0\0", 2), whole});
+    EXPECT_EQ(content.damaged, 6U);
+    ASSERT_EQ(content.entries.size(), 3U);
+    EXPECT_EQ(content.entries[1].time, "t");
+    EXPECT_EQ(content.entries[1].line, 0);
+    EXPECT_EQ(content.entries[1].crcAfter, std::nullopt);
+}
+
+TEST_F(JournalFolderTest, BeginsANewFileWhenOneIsFullAndGoesOnAfterATornLine)
+{
+    const std::size_t three = 3 * LineOf("a").size();
+    JournalFolder journal(files, folder, three);
+    for (const char* operation : {"a", "b", "c", "d"})
+        journal.Append(LineOf(operation));
+    EXPECT_THAT(files.List(folder), ElementsAre("journal-00001.jsonl", "journal.jsonl"));
+    files.Write(path, LineOf("d") + "{\"time\":\"20");
+    journal.Append(LineOf("e"));
+    EXPECT_THAT(Lines(), ElementsAre("a", "b", "c", "d", "e"));
+    for (int i = 0; i < 5; ++i)
+        journal.Append(LineOf("f"));
+    EXPECT_EQ(Lines().size(), 10U);
+    EXPECT_THAT(files.List(folder), ElementsAre("journal-00001.jsonl", "journal-00002.jsonl",
+                                                "journal-00003.jsonl", "journal.jsonl"));
+}
+
+TEST_F(JournalFolderTest, SeveralProgramsAppendWholeLinesAndLoseNone)
+{
+    constexpr int Programs = 4;
+    constexpr int Each = 60;
+    std::vector<pid_t> children;
+    for (int program = 0; program < Programs; ++program) {
+        children.push_back(fork());
+        if (children.back() == 0) {
+            JournalFolder journal(files, folder, 10 * LineOf("0").size());
+            for (int i = 0; i < Each; ++i)
+                journal.Append(LineOf(std::to_string(program)));
+            _exit(0);
+        }
+    }
+    for (const pid_t child : children) {
+        int status = -1;
+        waitpid(child, &status, 0);
+        EXPECT_EQ(status, 0);
+    }
+    std::map<std::string, int> counts;
+    for (const std::string& line : Lines())
+        ++counts[line];
+    EXPECT_EQ(ReadJournalTexts(JournalFolder(files, folder).Read()).damaged, 0U);
+    for (int program = 0; program < Programs; ++program)
+        EXPECT_EQ(counts[std::to_string(program)], Each);
+}
+
+TEST_F(JournalFolderTest, SaysWhyItCannotBeKept)
+{
+    const auto complaint = [](JournalFolder journal) {
+        try {
+            journal.Append("{}\n");
+        } catch (const FileError& error) {
+            return std::string(error.what());
+        }
+        return std::string("nothing");
+    };
+    files.Write(path, LineOf("a"));
+    EXPECT_THAT(complaint(JournalFolder(files, path)), HasSubstr("Not a directory"));
+    {
+        const Descriptor other(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+        flock(other.Number(), LOCK_EX);
+        EXPECT_THAT(complaint(JournalFolder(files, folder, 1000, {})), HasSubstr("busy"));
+    }
+    EXPECT_THAT(Lines(), ElementsAre("a"));
+    std::filesystem::remove(path);
+    std::filesystem::create_directory(path);
+    EXPECT_THAT(complaint(JournalFolder(files, folder)), HasSubstr("Is a directory"));
+}
+
+}  // namespace kelvora

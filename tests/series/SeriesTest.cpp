@@ -1,0 +1,313 @@
+#include "series/Series.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "comms/SerialLink.h"
+#include "fakes/FakeFiles.h"
+#include "fakes/MemoryJournal.h"
+#include "flash/Backups.h"
+#include "flash/Images.h"
+#include "flash/TakeFromImage.h"
+#include "series/Tills.h"
+#include "setup/SetupWriter.h"
+
+namespace kelvora {
+
+namespace {
+
+using namespace std::chrono_literals;
+using enum bench::Module;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using Kind = SeriesEvent::Kind;
+
+const std::vector<bench::Module> Keyboards{KM096, KM064};
+
+class SeriesTest : public testing::Test {
+protected:
+    SeriesTest() { files.content["/setups/fiscal.dat"] = WriteSetup(FiscalSetup().Modules); }
+
+    /// What every till of two keyboards is to hold: as it comes from the factory, but fiscal.
+    SetupDocument FiscalSetup()
+    {
+        Till fresh(loop, "fresh", Keyboards);
+        SetupDocument document = TakeFromImage(ReadDeviceMap("\xD6\x17\x04\xBF"), fresh.Flash()).document;
+        std::string& options = Module(document, ModuleKind::KM096).Options;
+        options = options.substr(0, 3) == "YES" ? "NO " : "YES";
+        return document;
+    }
+
+    void At(std::chrono::milliseconds time, std::function<void()> action)
+    {
+        loop.After(time, std::move(action));
+    }
+    void Connect(std::chrono::milliseconds time, Till* till)
+    {
+        At(time, [this, till] { port.Connect(till); });
+    }
+
+    SeriesCounts Run(int count, const std::string& folder = {})
+    {
+        SeriesWorld world;
+        world.choose = [this, folder](const std::string& name) {
+            return folder.empty() ? ReadChosenSetup(files, "/setups/fiscal.dat")
+                                  : ChooseByName(files, folder, name);
+        };
+        world.keepBackup = [this](const TransferPlan& plan) {
+            return backups.Keep({1, plan.deviceMap, plan.terminal, plan.held});
+        };
+        world.stops = [this] { return stops; };
+        world.beginNote = [this] {
+            return OperationNote(&kept.journal, JournalOperation::Download, 1, "/dev/till");
+        };
+        world.tell = [this](const SeriesEvent& event) {
+            if (event.kind == Kind::Progress) {
+                if (onProgress)
+                    onProgress(event);
+                return;
+            }
+            story.push_back(std::string(Names.at(static_cast<std::size_t>(event.kind))) +
+                            (event.terminal.empty() ? "" : " " + event.terminal));
+            if (event.kind == Kind::Result)
+                story.back() += std::string(" ") + ResultName(event.entry.result);
+            last = event;
+            if (onEvent)
+                onEvent(event);
+        };
+        const SeriesCounts counts = Series(comms, {1, "9600,n,8,1", 0}, count, std::move(world)).Run();
+        EXPECT_FALSE(port.IsOpen());
+        return counts;
+    }
+
+    static constexpr std::array Names{"waiting", "noPort", "found",   "progress",
+                                      "result",  "gone",   "warning", "end"};
+
+    FakeEventLoop loop;
+    TillPort port;
+    SerialLink link{port, loop};
+    Comms comms{loop, {&link, nullptr, nullptr, nullptr}};
+    FakeFiles files;
+    MemoryJournal kept;
+    Backups backups{files, "/backups", [] { return std::chrono::local_seconds(0s); }};
+    int stops = 0;
+    std::vector<std::string> story;
+    SeriesEvent last;
+    std::function<void(const SeriesEvent&)> onEvent;
+    std::function<void(const SeriesEvent&)> onProgress;
+};
+
+}  // namespace
+
+TEST_F(SeriesTest, EachTillHasItsVerdictOnce)
+{
+    Till first(loop, "ONE", Keyboards);
+    Till again(loop, "ONE", Keyboards);
+    Till wrong(loop, "TWO", {KM096, MCR12});
+    const FlashImage fresh = again.Flash();
+    Connect(5s, &first);
+    Connect(60s, nullptr);
+    Connect(65s, &first);  // has its setup by now
+    Connect(130s, nullptr);
+    Connect(135s, &wrong);
+    Connect(160s, nullptr);
+    Connect(170s, &again);
+    EXPECT_EQ(Run(4), (SeriesCounts{2, 1, 1, 0}));
+    EXPECT_THAT(story, ElementsAre("waiting", "found ONE", "result ONE done", "gone",    //
+                                   "waiting", "found ONE", "result ONE same", "gone",    //
+                                   "waiting", "found TWO", "result TWO failed", "gone",  //
+                                   "waiting", "found ONE", "result ONE done", "end"));
+    EXPECT_EQ(first.Flash(), again.Flash());
+    EXPECT_NE(first.Flash(), fresh);
+
+    const std::vector<JournalEntry> entries = kept.Entries();
+    ASSERT_EQ(entries.size(), 4U);
+    EXPECT_EQ(entries[0].modules, "KM096, KM064");
+    EXPECT_EQ(entries[0].file, "/setups/fiscal.dat");
+    EXPECT_EQ(entries[0].sha256, "hash of " + std::to_string(files.content["/setups/fiscal.dat"].size()));
+    EXPECT_EQ(entries[0].crcBefore, entries[3].crcBefore);
+    EXPECT_EQ(entries[0].crcAfter, entries[1].crcAfter);
+    EXPECT_NE(entries[0].crcAfter, entries[0].crcBefore);
+    EXPECT_TRUE(files.Exists(entries[0].backup));
+    EXPECT_THAT(entries[2].message, HasSubstr("On the line: "));
+    EXPECT_EQ(last.counts, (SeriesCounts{2, 1, 1, 0}));
+}
+
+TEST_F(SeriesTest, ATillIsNoticedWithinASecondWheneverItComes)
+{
+    for (int phase = 0; phase < 20; ++phase) {
+        Till till(loop, "ONE", Keyboards);
+        const auto connected = 10s + phase * 41ms;
+        const EventLoop::Time start = loop.Now();
+        EventLoop::Time found{};
+        stops = 0;
+        Connect(connected, &till);
+        onEvent = [&](const SeriesEvent& event) {
+            if (event.kind != Kind::Found)
+                return;
+            found = loop.Now();
+            stops = 2;
+        };
+        Run(0);
+        EXPECT_LE(found - start - connected, 1s) << phase;
+        port.Connect(nullptr);
+    }
+}
+
+TEST_F(SeriesTest, NeitherNoiseNorAnAnswerThatNeverComesMakesTwoTillsOfOne)
+{
+    bench::LineOptions noisy;
+    noisy.faults.drop = 0.004;
+    noisy.faults.flip = 0.004;
+    bench::LineOptions deaf;
+    deaf.faults.commands = {{bench::CommandFault::Kind::Late, "0FB0", 0, 60s}};
+    for (const bench::LineOptions& options : {noisy, deaf}) {
+        Till till(loop, "ONE", Keyboards, options);
+        stops = 0;
+        port.Connect(&till);
+        At(900s, [this] { stops = 1; });
+        EXPECT_EQ(Run(0).All(), 1) << testing::PrintToString(story);
+        port.Connect(nullptr);
+    }
+}
+
+TEST_F(SeriesTest, AnotherNameIsAnotherTillHoweverQuicklyItComes)
+{
+    Till first(loop, "ONE", Keyboards);
+    Till second(loop, "TWO", Keyboards);
+    port.Connect(&first);
+    onEvent = [&](const SeriesEvent& event) {
+        if (event.kind == Kind::Result && event.terminal == "ONE")
+            port.Connect(&second);
+    };
+    EXPECT_EQ(Run(2).done, 2);
+    EXPECT_THAT(story, ElementsAre("waiting", "found ONE", "result ONE done", "gone", "found TWO",
+                                   "result TWO done", "end"));
+}
+
+TEST_F(SeriesTest, AnAdapterMayGoAndComeBack)
+{
+    Till till(loop, "ONE", Keyboards);
+    At(3s, [this] { port.PullOut(); });
+    At(20s, [this] { port.PutIn(); });
+    Connect(30s, &till);
+    // With a till done, the adapter's absence counts as the till's own.
+    At(90s, [this] { port.PullOut(); });
+    At(95s, [this] { port.PutIn(); });
+    EXPECT_EQ(Run(2), (SeriesCounts{1, 1, 0, 0}));
+    EXPECT_THAT(story, ElementsAre("waiting", "noPort", "waiting", "found ONE", "result ONE done", "gone",
+                                   "waiting", "noPort", "waiting", "found ONE", "result ONE same", "end"));
+}
+
+TEST_F(SeriesTest, ATillThatIsTakenAwayWhileItIsWrittenKeepsWhatItHeld)
+{
+    Till first(loop, "ONE", Keyboards);
+    Till second(loop, "ONE", Keyboards);
+    const FlashImage before = first.Flash();
+    port.Connect(&first);
+    int staged = 0;
+    link.watcher = [&](const LineTraffic& traffic) {
+        if (traffic.bytes.find("0FB1") == std::string_view::npos || ++staged != 2)
+            return;
+        // Between two bytes of what is on its way.
+        At(5ms, [this] { port.Connect(nullptr); });
+        Connect(20s, &second);
+    };
+    EXPECT_EQ(Run(2), (SeriesCounts{1, 0, 1, 0}));
+    EXPECT_EQ(first.Flash(), before);
+    EXPECT_EQ(story[2], "result ONE failed");
+}
+
+TEST_F(SeriesTest, ByNameEachTerminalGetsItsOwnFileOrNone)
+{
+    files.content["/tills/Till01.DAT"] = files.content["/setups/fiscal.dat"];
+    files.content["/tills/twice.dat"] = files.content["/tills/Twice.dat"] = "x";
+    files.content["/tills/broken.dat"] = "[Kelvora]\r\noops\r\n";
+    const struct {
+        const char* terminal;
+        const char* why;
+    } refused[]{{"TILL02", "/tills: no file is named TILL02.dat"},
+                {"TWICE", "several files"},
+                {"../setups/fiscal", "no file"},
+                {"  ", "no name"},
+                {"BROKEN", "broken.dat:2: expected"}};
+    for (const auto& row : refused)
+        EXPECT_THAT(ChooseByName(files, "/tills", row.terminal).why, HasSubstr(row.why));
+    files.content["/tills/caf\xC3\xA9.dat"] = "x";
+    EXPECT_EQ(ChooseByName(files, "/tills", "CAF\xC9").path, "/tills/caf\xC3\xA9.dat");
+    files.unreadable.insert("/tills/till01.dat");
+
+    Till till(loop, "TILL01 ", Keyboards);
+    Till other(loop, "OTHER", Keyboards);
+    const FlashImage before = other.Flash();
+    // Between the call that finds the till and the download another one takes its place.
+    port.Connect(&till);
+    onEvent = [&](const SeriesEvent& event) {
+        if (event.kind == Kind::Found && event.terminal == "TILL01 " && !files.Exists("/backups"))
+            port.Connect(&other);
+        if (event.kind == Kind::Result && event.terminal == "OTHER")
+            Connect(0s, nullptr), Connect(10s, &till), files.content["/backups"] = "";
+    };
+    EXPECT_EQ(Run(2, "/tills"), (SeriesCounts{1, 0, 1, 0}));
+    EXPECT_EQ(other.Flash(), before);
+    EXPECT_THAT(story,
+                ElementsAre("waiting", "found TILL01 ", "waiting", "found OTHER", "result OTHER failed",
+                            "gone", "waiting", "found TILL01 ", "result TILL01  done", "end"));
+    EXPECT_EQ(kept.Last().file, "/tills/Till01.DAT");
+    EXPECT_EQ(kept.Entries().size(), 2U);
+}
+
+TEST_F(SeriesTest, OneStopEndsItAfterTheTillAndTwoAtOnce)
+{
+    Till till(loop, "ONE", Keyboards);
+    const FlashImage before = till.Flash();
+    port.Connect(&till);
+    for (const int wanted : {2, 1}) {
+        stops = 0;
+        story.clear();
+        onProgress = [&](const SeriesEvent& /*event*/) { stops = wanted; };
+        const SeriesCounts counts = Run(0);
+        EXPECT_EQ(counts, wanted == 1 ? (SeriesCounts{1, 0, 0, 0}) : (SeriesCounts{0, 0, 0, 1}));
+        EXPECT_EQ(till.Flash() == before, wanted == 2);
+    }
+    // While it waits one is enough.
+    At(2s, [this] { stops = 1; });
+    stops = 0;
+    port.Connect(nullptr);
+    EXPECT_EQ(Run(0).All(), 0);
+}
+
+TEST_F(SeriesTest, AJournalThatCannotBeKeptStopsNothing)
+{
+    Till till(loop, "ONE", Keyboards);
+    port.Connect(&till);
+    kept.failure = "No space left on device";
+    EXPECT_EQ(Run(1).done, 1);
+    EXPECT_THAT(story, ElementsAre("waiting", "found ONE", "warning", "result ONE done", "end"));
+}
+
+TEST(SeriesEvent, IsTheSameWhenItIsReadBack)
+{
+    SeriesEvent result{.kind = Kind::Result, .line = 3, .terminal = "TILL", .changes = {"a", "b \"c\""}};
+    result.entry.time = "2026-03-09T07:05:00+01:00";
+    result.entry.line = 3;
+    result.entry.terminal = "TILL";
+    result.entry.result = JournalEntry::Result::Done;
+    for (const SeriesEvent& event :
+         {SeriesEvent{.kind = Kind::Waiting, .line = 2}, SeriesEvent{.kind = Kind::NoPort, .message = "gone"},
+          SeriesEvent{.kind = Kind::Found, .terminal = "TILL"},
+          SeriesEvent{.kind = Kind::Progress, .done = 5, .total = 9}, result,
+          SeriesEvent{.kind = Kind::End, .line = 4, .counts = {1, 2, 3, 4}}}) {
+        SeriesEvent read;
+        ASSERT_TRUE(ReadSeriesLine(SeriesLine(event), read)) << SeriesLine(event);
+        EXPECT_EQ(read, event);
+    }
+    for (const char* line :
+         {"", "{}", "[1]", R"({"event":"waiting","port":"COM5"})", R"({"event":"result","port":"COM1"})",
+          R"({"event":"dance","port":"COM1"})", R"({"event":"waiting")"}) {
+        SeriesEvent read;
+        EXPECT_FALSE(ReadSeriesLine(line, read)) << line;
+    }
+}
+
+}  // namespace kelvora

@@ -1,0 +1,149 @@
+#!/usr/bin/env bash
+# tills.sh PROGRAMS: twelve tills over four lines through the real programs: one of other modules, one on a noisy
+# line, one that is taken away in mid-write, and one that holds the setup already. Every verdict is true, every image
+# is old or new, and the journal has them all.
+set -euo pipefail
+programs=$1
+
+work=$(mktemp -d)
+trap 'kill $(jobs -p) 2>/dev/null || true; wait; rm -rf "$work"' EXIT
+export XDG_DATA_HOME=$work/data XDG_CONFIG_HOME=$work/config LC_ALL=C.UTF-8 ASAN_OPTIONS=detect_leaks=0
+cd "$work"
+
+# until_true COMMAND...: a minute at most.
+until_true() {
+    for _ in {1..3000}; do
+        ! "$@" || return 0
+        sleep 0.02
+    done
+    echo "never: $*" >&2
+    return 1
+}
+
+# plug LINE NAME OPTION...: a till of that name hangs on the line from now on.
+plug() {
+    "$programs/kelvora-bench" --name "$2" --state "$2.state" "${@:3}" >"$2.port" &
+    until_true test -s "$2.port"
+    ln -sfn "$(cut -d ' ' -f 2 "$2.port")" "line$1"
+}
+# pull LINE: the till that hangs there is taken away, with its adapter.
+pull() {
+    rm "line$1"
+    kill %%
+    wait %% || true
+}
+
+has_results() {
+    [[ $(grep -c '"event":"result"' "said.$1" || true) -ge $2 ]]
+}
+writes() {
+    grep '"event":"progress"' "said.$1" | grep -qv '"total":8192'
+}
+
+# The setup that all get; the till that holds it already; and those whose image is to stay.
+# shellcheck disable=SC2054
+good=(--modules km096,km064)
+plug 1 same --unpaced "${good[@]}"
+"$programs/kelvora-cli" scan --line "1=$work/line1" -o till.dat
+sed -e 's/^Fiscal = YES/Fiscal = NO/' -e '/^\[KM064\]/,$s/SSSSSSSS/========/' till.dat >changed.dat
+if cmp -s changed.dat till.dat; then exit 1; fi
+mv changed.dat till.dat
+"$programs/kelvora-cli" download --yes --line "1=$work/line1" till.dat >/dev/null
+pull 1
+plug 1 pulled "${good[@]}"
+pull 1
+plug 1 wrong --modules km096
+pull 1
+for name in same pulled wrong; do
+    cp "$name.state" "$name.before"
+done
+rm -r data
+
+# drive LINE TILL...: one till after another, each until it has its verdict.
+drive() {
+    local line=$1 done=0 name
+    shift
+    trap 'kill $(jobs -p) 2>/dev/null || true' EXIT
+    for name; do
+        case $name in
+            wrong) plug "$line" wrong --unpaced --modules km096 ;;
+            noisy) plug "$line" noisy "${good[@]}" --drop 0.001 --flip 0.001 ;;
+            pulled) plug "$line" pulled "${good[@]}" --delay 100 ;;
+            *) plug "$line" "$name" --unpaced "${good[@]}" ;;
+        esac
+        done=$((done + 1))
+        [[ $name != pulled ]] || {
+            until_true writes "$line"
+            pull "$line"
+        }
+        until_true has_results "$line" "$done"
+        [[ $name == pulled ]] || pull "$line"
+    done
+}
+
+for line in 1 2 3 4; do
+    "$programs/kelvora-cli" series --yes --json --count 3 --line "$line=$work/line$line" till.dat \
+        >"said.$line" 2>"err.$line" &
+    series[line]=$!
+done
+drive 1 one two wrong &
+drivers+=($!)
+drive 2 same three four &
+drivers+=($!)
+drive 3 noisy five six &
+drivers+=($!)
+drive 4 pulled seven eight &
+drivers+=($!)
+wait "${drivers[@]}"
+codes=()
+for line in 1 2 3 4; do
+    code=0
+    wait "${series[line]}" || code=$?
+    codes+=("$code")
+done
+[[ ${codes[*]} == '1 0 0 1' ]] || {
+    echo "exit codes: ${codes[*]}"
+    cat said.* err.*
+    exit 1
+}
+
+cat >judge.py <<'JUDGE'
+import binascii, json, re, sys
+
+def crc(state):
+    image = b""
+    for line in open(state, encoding="latin-1"):
+        row = re.match(r"([0-9A-F]{4}):([0-9A-F]{2}) ((?:[0-9A-F]{2} ){16})", line)
+        if row and int(row[1] + row[2], 16) == len(image):
+            image += bytes.fromhex(row[3])
+    assert len(image) == 8192, (state, len(image))
+    return "%08X" % binascii.crc32(image)
+
+journal = [json.loads(line) for line in open(sys.argv[1])]
+assert len(journal) == 12, len(journal)
+tills = {1: ["one", "two", "wrong"], 2: ["same", "three", "four"],
+         3: ["noisy", "five", "six"], 4: ["pulled", "seven", "eight"]}
+expected = {"wrong": "failed", "same": "same", "pulled": "failed"}
+for line, names in tills.items():
+    events = [json.loads(text) for text in open("said.%d" % line)]
+    results = [event for event in events if event["event"] == "result"]
+    entries = [entry for entry in journal if entry["line"] == line]
+    told = [{name: event[name] for name in entry} for entry, event in zip(entries, results)]
+    assert entries == told, (entries, told)
+    assert events[-1]["event"] == "end"
+    for name, entry in zip(names, entries):
+        assert entry["result"] == expected.get(name, "done"), (name, entry)
+        state = crc(name + ".state")
+        if name in expected:
+            assert state == crc(name + ".before"), name
+        if entry["result"] == "done":
+            assert state == entry["crcAfter"] != entry["crcBefore"], (name, entry)
+            assert crc(entry["backup"]) == entry["crcBefore"], name
+        if name == "pulled":
+            assert entry["backup"] and entry["crcBefore"] == state, entry
+        if name == "wrong":
+            assert not entry["backup"] and entry["modules"] == "KM096", entry
+        assert entry["terminal"] == name and entry["sha256"] == sys.argv[2], entry
+JUDGE
+python3 judge.py data/Kelvora/journal.jsonl "$(sha256sum till.dat | cut -d ' ' -f 1)"
+[[ $("$programs/kelvora-cli" journal --failed | wc -l) -eq 2 ]]
