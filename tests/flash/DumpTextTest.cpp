@@ -174,8 +174,8 @@ TEST(DumpText, NoWrongDigitPasses)
                          {DeviceMapDump{"COM1, today", std::string(WholeChain)}, DumpKind::Device, "", ""}};
     const std::string text = FormatFlashDump(dump);
     std::size_t tried = 0;
-    const auto expectRejected = [&](std::size_t at, std::size_t line) {
-        for (const char digit : HexDigits) {
+    const auto expectRejected = [&](std::size_t at, std::size_t line, std::string_view digits) {
+        for (const char digit : digits) {
             std::string wrong = text;
             wrong[at] = digit;
             if (wrong == text)
@@ -196,15 +196,16 @@ TEST(DumpText, NoWrongDigitPasses)
         const std::size_t mark = text.substr(start, 12).find("CRC: ");
         const bool isNumbers = text[start] != '\'';
         const std::size_t first = isNumbers ? start : start + mark + 5;
-        // Every digit of the head; of the image's lines one each, from left to right.
+        // Every digit of the head; of the image's lines one each, from left to right, and one other in its
+        // place.
         const std::size_t step = line < 8 ? 1 : 61;
         if (isNumbers || mark != std::string::npos)
             for (std::size_t at = first + (line < 8 ? 0 : line % step);
                  at < start + (isNumbers ? 56 : first - start + 8); at += step)
                 if (HexDigits.find(text[at]) != std::string_view::npos)
-                    expectRejected(at, line);
+                    expectRejected(at, line, line < 8 ? HexDigits : HexDigits.substr(line % 16, 1));
     }
-    EXPECT_GT(tried, 4000U);
+    EXPECT_GT(tried, 700U);
 }
 
 TEST(BackupTitle, ReadsBack)

@@ -1,15 +1,27 @@
 # shellcheck shell=bash disable=SC2154,SC2034
 # What the programs' own help says. To be sourced; `bin` is where they are built.
 
+# help COMMAND...: what it says of itself, asked once for as long as the program is the same.
+help() {
+    local told
+    told=$bin/../help/$(IFS=-; echo "$*")
+    if [[ ! $told -nt $bin/$1 ]]; then
+        mkdir -p "${told%/*}"
+        "$bin/$1" "${@:2}" --help >"$told.$$"
+        mv "$told.$$" "$told"
+    fi
+    cat "$told"
+}
+
 # help_options COMMAND...: the names of all its options, one a line, sorted.
 help_options() {
-    "$bin/$1" "${@:2}" --help | sed -nE 's/^  (-[^ ].*)/\1/p' | sed 's/   *.*//' | tr -s ', ' '\n' |
+    help "$@" | sed -nE 's/^  (-[^ ].*)/\1/p' | sed 's/   *.*//' | tr -s ', ' '\n' |
         grep -E '^--?[a-z0-9]' | sort
 }
 
 # help_commands COMMAND...: the commands below it.
 help_commands() {
-    "$bin/$1" "${@:2}" --help | sed -n '/^Subcommands:/,/^$/s/^  \([a-z0-9-]*\) .*/\1/p'
+    help "$@" | sed -n '/^Subcommands:/,/^$/s/^  \([a-z0-9-]*\) .*/\1/p'
 }
 
 # built_programs
