@@ -1,6 +1,7 @@
 #include "series/SeriesReport.h"
 
 #include <array>
+#include <cmath>
 #include <nlohmann/json.hpp>
 #include <string_view>
 
@@ -44,7 +45,7 @@ std::string Joined(const std::vector<std::string>& parts)
 std::string SecondsText(double seconds)
 {
     constexpr int Tenths = 10;
-    const auto tenths = static_cast<long>(seconds * Tenths + 0.5);
+    const auto tenths = std::lround(seconds * Tenths);
     return std::to_string(tenths / Tenths) + "." + std::to_string(tenths % Tenths);
 }
 
@@ -195,14 +196,15 @@ std::string ResultText(const MessageCatalogue& catalogue, Result result)
 std::vector<std::string> ReportSheets(const SeriesResults& results, const std::string& date,
                                       const MessageCatalogue& catalogue)
 {
-    const int count = static_cast<int>(results.size());
+    const auto count = static_cast<int>(results.size());
     const int pages = std::max(1, (count + RowsOnAPage - 1) / RowsOnAPage);
     std::vector<std::string> sheets;
     for (int page = 0; page < pages; ++page) {
         ReportPage sheet(catalogue);
         sheet.Head(CountsOf(results), date);
-        for (int row = 0; row < RowsOnAPage && page * RowsOnAPage + row < count; ++row)
-            sheet.Row(row, results[static_cast<std::size_t>(page * RowsOnAPage + row)]);
+        const int first = page * RowsOnAPage;
+        for (int row = 0; row < RowsOnAPage && first + row < count; ++row)
+            sheet.Row(row, results[static_cast<std::size_t>(first) + static_cast<std::size_t>(row)]);
         sheets.push_back(sheet.Sheet(page + 1, pages));
     }
     return sheets;
