@@ -69,13 +69,14 @@ void OpenJournal(benchmark::State& state)
     double least = MostTime * 100;
     for ([[maybe_unused]] auto iteration : state) {
         const auto start = std::chrono::steady_clock::now();
-        const JournalContent content = ReadJournalTexts(journal.Read());
+        const JournalContent content = ReadJournal(journal);
         least =
             std::min(least, std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
         if (content.entries.size() != Entries || content.damaged != 0)
             state.SkipWithError("the journal was not read whole");
     }
     std::filesystem::remove_all(folder);
+    state.counters["least seconds"] = least;
     if (least > MostTime)
         state.SkipWithError("opening 100,000 entries takes more than half a second");
 }

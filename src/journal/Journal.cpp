@@ -7,6 +7,15 @@
 
 namespace kelvora {
 
+JournalContent ReadJournal(const JournalStore& store)
+{
+    JournalContent content;
+    store.Read([&content](std::string_view text, std::size_t following) {
+        TakeJournalText(content, text, following);
+    });
+    return content;
+}
+
 Journal::Journal(JournalStore& store, JournalOrigin origin, Hash sha256, Clock clock)
     : store_(store), origin_(std::move(origin)), sha256_(std::move(sha256)), clock_(std::move(clock))
 {

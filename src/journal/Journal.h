@@ -3,10 +3,10 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "journal/JournalText.h"
 
@@ -20,14 +20,21 @@ public:
     /// Adds a line, which brings its end along: whole and safe on the disk, or not at all. Throws FileError.
     virtual void Append(const std::string& line) = 0;
 
-    /// All that was kept, as texts of whole lines, the oldest first. Throws FileError.
-    virtual std::vector<std::string> Read() const = 0;
+    /// Called with a text of whole lines, and how many such texts follow.
+    using Reader = std::function<void(std::string_view text, std::size_t following)>;
+
+    /// Hands over all that was kept, the oldest first: one text after the other, for together they may be
+    /// large. Throws FileError.
+    virtual void Read(const Reader& take) const = 0;
 
 protected:
     JournalStore() = default;
     JournalStore(const JournalStore&) = default;
     JournalStore& operator=(const JournalStore&) = default;
 };
+
+/// All of it. Throws FileError.
+JournalContent ReadJournal(const JournalStore& store);
 
 /// Who writes: the same in all entries of a run.
 struct JournalOrigin {
@@ -58,7 +65,7 @@ public:
     std::string Sha256(std::string_view text) const { return sha256_(text); }
 
     /// Throws FileError.
-    JournalContent Read() const { return ReadJournalTexts(store_.Read()); }
+    JournalContent Read() const { return ReadJournal(store_); }
 
 private:
     JournalStore& store_;

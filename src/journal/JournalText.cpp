@@ -216,11 +216,12 @@ private:
     std::string name_;
 };
 
+/// Bytes that an entry takes at least, but for odd ones: tells about how many there are.
+constexpr std::size_t ShortEntry = 400;
+
 JournalContent ReadPart(std::string_view text)
 {
     JournalContent content;
-    // About as many as there are: an entry takes this much at least.
-    constexpr std::size_t ShortEntry = 400;
     content.entries.reserve(text.size() / ShortEntry + 1);
     while (!text.empty()) {
         const std::size_t end = text.find('\n');
@@ -288,21 +289,19 @@ std::optional<JournalEntry> ReadJournalLine(std::string_view line)
     return std::move(reader.builder.entry);
 }
 
-JournalContent ReadJournalTexts(const std::vector<std::string>& texts)
+void TakeJournalText(JournalContent& content, std::string_view text, std::size_t following)
 {
     const std::size_t cores = std::max(1U, std::thread::hardware_concurrency());
-    JournalContent content;
-    for (const std::string& text : texts) {
-        std::vector<std::future<JournalContent>> parts;
-        for (const std::string_view part : PartsOf(text, cores))
-            parts.push_back(std::async(std::launch::async, ReadPart, part));
-        for (std::future<JournalContent>& part : parts) {
-            JournalContent read = part.get();
-            std::ranges::move(read.entries, std::back_inserter(content.entries));
-            content.damaged += read.damaged;
-        }
+    if (content.entries.empty())
+        content.entries.reserve((1 + following) * (text.size() / ShortEntry + 1));
+    std::vector<std::future<JournalContent>> parts;
+    for (const std::string_view part : PartsOf(text, cores))
+        parts.push_back(std::async(std::launch::async, ReadPart, part));
+    for (std::future<JournalContent>& part : parts) {
+        JournalContent read = part.get();
+        std::ranges::move(read.entries, std::back_inserter(content.entries));
+        content.damaged += read.damaged;
     }
-    return content;
 }
 
 const char* ResultName(JournalEntry::Result result)

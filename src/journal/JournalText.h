@@ -23,8 +23,9 @@ struct JournalContent {
     std::size_t damaged = 0;            ///< lines that are none
 };
 
-/// The texts, in their order, on as many cores as there are.
-JournalContent ReadJournalTexts(const std::vector<std::string>& texts);
+/// Adds the entries of a text of lines, on as many cores as there are; `following` is how many texts of that
+/// length will follow.
+void TakeJournalText(JournalContent& content, std::string_view text, std::size_t following = 0);
 
 /// "done", "same", ...: how the text names a result.
 const char* ResultName(JournalEntry::Result result);

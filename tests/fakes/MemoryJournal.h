@@ -17,9 +17,9 @@ public:
             throw FileError("journal.jsonl", failure);
         text += line;
     }
-    std::vector<std::string> Read() const override { return {text}; }
+    void Read(const Reader& take) const override { take(text, 0); }
 
-    std::vector<JournalEntry> Entries() const { return ReadJournalTexts({text}).entries; }
+    std::vector<JournalEntry> Entries() const { return ReadJournal(*this).entries; }
     JournalEntry Last() const { return Entries().back(); }
 
     std::string text;

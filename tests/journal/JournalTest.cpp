@@ -53,7 +53,7 @@ protected:
     std::vector<std::string> Lines() const
     {
         std::vector<std::string> operations;
-        for (const JournalEntry& entry : ReadJournalTexts(JournalFolder(files, folder).Read()).entries)
+        for (const JournalEntry& entry : ReadJournal(JournalFolder(files, folder)).entries)
             operations.push_back(entry.operation);
         return operations;
     }
@@ -105,9 +105,10 @@ TEST(JournalText, ADamagedLineCostsItselfAlone)
         ASSERT_FALSE(ReadJournalLine(whole.substr(0, length))) << length;
     const std::string odd =
         R"({"time":"t","result":"done","line":1e99,"crcAfter":"xyz","later":{"time":["no",{"who":"x"}]}})";
-    const JournalContent content =
-        ReadJournalTexts({whole + whole.substr(0, 40) + "\n" + odd + "\n[1]\n\"time\"\n7\n{}\n\n",
-                          std::string("\0\0", 2), whole});
+    JournalContent content;
+    for (const std::string& text : {whole + whole.substr(0, 40) + "\n" + odd + "\n[1]\n\"time\"\n7\n{}\n\n",
+                                    std::string("\0\0", 2), whole})
+        TakeJournalText(content, text);
     EXPECT_EQ(content.damaged, 6U);
     ASSERT_EQ(content.entries.size(), 3U);
     EXPECT_EQ(content.entries[1].time, "t");
@@ -154,7 +155,7 @@ TEST_F(JournalFolderTest, SeveralProgramsAppendWholeLinesAndLoseNone)
     std::map<std::string, int> counts;
     for (const std::string& line : Lines())
         ++counts[line];
-    EXPECT_EQ(ReadJournalTexts(JournalFolder(files, folder).Read()).damaged, 0U);
+    EXPECT_EQ(ReadJournal(JournalFolder(files, folder)).damaged, 0U);
     for (int program = 0; program < Programs; ++program)
         EXPECT_EQ(counts[std::to_string(program)], Each);
 }

@@ -153,18 +153,17 @@ void JournalFolder::BeginNextFile()
         Fail(next, errno);
 }
 
-std::vector<std::string> JournalFolder::Read() const
+void JournalFolder::Read(const Reader& take) const
 {
     // While it is locked no file is begun: none is missed, and none read twice.
     const Descriptor present(open(Path().c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (present.Number() >= 0)
         Lock(present.Number(), LOCK_SH, patience_);
-    std::vector<std::string> texts;
-    for (const std::string& name : FullFiles())
-        texts.push_back(files_.Read(folder_ + "/" + name));
+    const std::vector<std::string> full = FullFiles();
+    for (std::size_t i = 0; i < full.size(); ++i)
+        take(files_.Read(folder_ + "/" + full[i]), full.size() - i);
     if (files_.Exists(Path()))
-        texts.push_back(files_.Read(Path()));
-    return texts;
+        take(files_.Read(Path()), 0);
 }
 
 std::string AccountName()

@@ -25,7 +25,7 @@ public:
                   std::chrono::milliseconds patience = Patience);
 
     void Append(const std::string& line) override;
-    std::vector<std::string> Read() const override;
+    void Read(const Reader& take) const override;
 
     /// The file that is written.
     std::string Path() const { return folder_ + "/journal.jsonl"; }
