@@ -260,7 +260,11 @@ TEST_F(JournalForm, SortsFiltersAndSearches)
     JournalWindow& form = Show();
     EXPECT_EQ(Cell(form, 0, JournalModel::Terminal), "TILL29") << "the newest first";
     auto& search = *form.findChild<QLineEdit*>();
+    Table(form).sortByColumn(JournalModel::Seconds, Qt::AscendingOrder);
+    Table(form).setColumnWidth(JournalModel::Time, 321);
     search.setText(QStringLiteral("till2"));
+    EXPECT_EQ(Table(form).columnWidth(JournalModel::Time), 321);
+    EXPECT_EQ(Cell(form, 0, JournalModel::Terminal), "TILL29") << "sorted as before";
     EXPECT_EQ(Table(form).model()->rowCount(), 11);
     form.findChild<QAbstractButton*>(QStringLiteral("FailedOnly"))->click();
     EXPECT_EQ(Table(form).model()->rowCount(), 1);

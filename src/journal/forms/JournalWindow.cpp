@@ -55,14 +55,10 @@ JournalWindow::JournalWindow(Program& program)
     failedOnly_->setObjectName(QStringLiteral("FailedOnly"));
     MakeTable();
     Arrange();
-    connect(search_, &QLineEdit::textChanged, this, [this](const QString& words) {
-        proxy_->Search(words);
-        ShowCount();
-    });
-    connect(failedOnly_, &QCheckBox::toggled, this, [this](bool on) {
-        proxy_->ShowFailuresOnly(on);
-        ShowCount();
-    });
+    connect(search_, &QLineEdit::textChanged, this,
+            [this](const QString& words) { Filter([&] { proxy_->Search(words); }); });
+    connect(failedOnly_, &QCheckBox::toggled, this,
+            [this](bool on) { Filter([&] { proxy_->ShowFailuresOnly(on); }); });
     AddKeys(*this, {Qt::Key_Escape, QKeySequence::Close}, [this] { close(); });
     AddKeys(*this, {QKeySequence::Find}, [this] { search_->setFocus(); });
     AddKeys(*this, {QKeySequence::Refresh}, [this] { Reload(); });
@@ -148,6 +144,16 @@ void JournalWindow::Reload()
     }
     damaged_ = content.damaged;
     model_->ShowEntries(std::move(content.entries));
+    ShowCount();
+    ShowSelection();
+}
+
+// The model filters by beginning anew, of which the table would forget its columns.
+void JournalWindow::Filter(const std::function<void()>& change)
+{
+    const QByteArray columns = table_->horizontalHeader()->saveState();
+    change();
+    table_->horizontalHeader()->restoreState(columns);
     ShowCount();
     ShowSelection();
 }

@@ -44,6 +44,7 @@ private:
     void MakeTable();
     void Arrange();
     void ShowSelection();
+    void Filter(const std::function<void()>& change);
     void ShowCount();
     const JournalEntry* Selected() const;
     bool HasDump(const JournalEntry* entry) const;
