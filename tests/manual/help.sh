@@ -3,12 +3,14 @@
 
 # help COMMAND...: what it says of itself, asked once for as long as the program is the same.
 help() {
-    local told
+    local told asked
     told=$bin/../help/$(IFS=-; echo "$*")
     if [[ ! $told -nt $bin/$1 ]]; then
         mkdir -p "${told%/*}"
-        "$bin/$1" "${@:2}" --help >"$told.$$"
-        mv "$told.$$" "$told"
+        # Several ask at the same time.
+        asked=$(mktemp "$told.XXXXXX")
+        "$bin/$1" "${@:2}" --help >"$asked"
+        mv "$asked" "$told"
     fi
     cat "$told"
 }
