@@ -55,8 +55,10 @@ constexpr int Right = SheetWidth - Margin;
 constexpr int TitleSize = 340;
 constexpr int TextSize = 170;
 constexpr int LineHeight = 250;
-constexpr int RowHeight = 2 * LineHeight + 60;
-constexpr int TableTop = Margin + 1350;
+constexpr int RowHeight = 3 * LineHeight + 60;
+constexpr int TableTop = Margin + 1500;
+constexpr int HeadingRise = 430;
+constexpr int RuleRise = 280;
 constexpr int RowsOnAPage = (SheetHeight - 2 * Margin - (TableTop - Margin)) / RowHeight - 2;
 
 struct SheetColumn {
@@ -80,15 +82,15 @@ std::array<std::string, Columns.size()> CellsOf(const SeriesEvent& event, const 
             Utf8FromText(ResultText(catalogue, entry.result))};
 }
 
-// And in the line below: what changed or went wrong, the setup, and the backup.
-std::string DetailOf(const SeriesEvent& event)
+// And in the lines below: what changed or went wrong; the setup, and the backup.
+std::array<std::string, 2> DetailsOf(const SeriesEvent& event)
 {
     const JournalEntry& entry = event.entry;
-    std::string text = event.changes.empty() ? entry.message : Joined(event.changes);
+    std::vector<std::string> files;
     for (const std::string& file : {entry.file, entry.backup})
         if (!file.empty())
-            text += (text.empty() ? "" : "; ") + file.substr(file.rfind('/') + 1);
-    return text;
+            files.push_back(file.substr(file.rfind('/') + 1));
+    return {event.changes.empty() ? entry.message : Joined(event.changes), Joined(files)};
 }
 
 class ReportPage {
@@ -105,10 +107,9 @@ public:
                                  std::to_string(counts.failed + counts.stopped);
         Write(Margin, Margin + 700, TextSize + 30, false, sums);
         for (const SheetColumn& column : Columns)
-            Write(column.left, TableTop - 2 * LineHeight, TextSize, true,
+            Write(column.left, TableTop - HeadingRise, TextSize, true,
                   Shortened(Word(column.heading), TextSize, column.width));
-        drawing_.Line(Margin, TableTop - LineHeight * 5 / 4, Right, TableTop - LineHeight * 5 / 4,
-                      {"none", "#000000", 15});
+        drawing_.Line(Margin, TableTop - RuleRise, Right, TableTop - RuleRise, {"none", "#000000", 15});
     }
 
     void Row(int row, const SeriesEvent& event)
@@ -118,8 +119,10 @@ public:
             Write(Columns.at(i).left, TableTop + row * RowHeight, TextSize, false,
                   Shortened(cells.at(i), TextSize, Columns.at(i).width));
         constexpr int Indent = 300;
-        Write(Margin + Indent, TableTop + row * RowHeight + LineHeight, TextSize, false,
-              Shortened(DetailOf(event), TextSize, Right - Margin - Indent));
+        int y = TableTop + row * RowHeight;
+        for (const std::string& detail : DetailsOf(event))
+            Write(Margin + Indent, y += LineHeight, TextSize, false,
+                  Shortened(detail, TextSize, Right - Margin - Indent));
     }
 
     std::string Sheet(int page, int pages)

@@ -185,7 +185,7 @@ TEST_F(SeriesForm, SavesTheReport)
 
     SeriesResults many(100, FakeSeriesRunner::Verdict(1, "TILL07", Result::Done));
     const auto sheets = ReportSheets(many, "2026-03-09 08:00", program.catalogue);
-    ASSERT_EQ(sheets.size(), 5U);
+    ASSERT_EQ(sheets.size(), 8U);
     std::size_t rows = 0;
     for (const std::string& sheet : sheets)
         for (std::size_t at = sheet.find(">TILL07<"); at != std::string::npos;
