@@ -92,6 +92,9 @@ void OperationNote::TellLine(const LineResult& line)
     entry.modules = KindList(line.deviceMap);
     if (!line.image.empty())
         entry.crcBefore = Crc32(line.image);
+    // Where the line was not asked for its modules, the image names those that the device was set up for.
+    if (const auto image = ImageFrom(line.image); image && line.deviceMap.empty() && NamesModules(*image))
+        entry.modules = KindList(DeviceCodesOf(*image));
     entry.crcAfter = entry.crcBefore;
 }
 

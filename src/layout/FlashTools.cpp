@@ -79,6 +79,16 @@ std::optional<OpenedDump> OpenDump(SetupSession& session)
     }
 }
 
+void NoteFile(OperationNote& note, const Files& files, const std::string& path)
+{
+    note.Entry().file = Utf8FromPath(path);
+    try {
+        note.OfFile(path, files.Read(path));
+    } catch (const FileError&) {
+        return;
+    }
+}
+
 void NoteFile(OperationNote& note, const SetupSession& session)
 {
     const std::string& path = session.File().path;

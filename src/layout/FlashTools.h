@@ -25,6 +25,9 @@ std::optional<OpenedDump> OpenDump(SetupSession& session);
 /// Names the setup's file in the operation's note, where that file holds the setup as it stands.
 void NoteFile(OperationNote& note, const SetupSession& session);
 
+/// Names a file in the note; its hash only when it can be read.
+void NoteFile(OperationNote& note, const Files& files, const std::string& path);
+
 /// Download and Verify on the session's line. What the device holds afterwards, where that is known, becomes
 /// the session's device image.
 TransferResult DownloadFrom(SetupSession& session, const WantedContent& wanted, const LineHooks& hooks,

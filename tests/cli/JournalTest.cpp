@@ -69,6 +69,7 @@ TEST_F(JournalCommandTest, EveryOperationOnADeviceLeavesAnEntry)
     EXPECT_NE(download.crcAfter, download.crcBefore);
     EXPECT_TRUE(files.Exists(download.backup));
     EXPECT_EQ(entries.at(2).crcAfter, entries.at(2).crcBefore);
+    EXPECT_EQ(entries.at(1).modules, "KM096, KM064, MCR, ICCR") << "of the image";
     EXPECT_EQ(entries.at(7).modules, "KM96CM, LCD, KEYLOCK, KM64, MCR 1+2+3, ICCR");
     EXPECT_TRUE(files.Exists(entries.at(8).backup));
     EXPECT_THAT(entries.at(9).message, HasSubstr("There is no such device."));

@@ -317,6 +317,7 @@ TEST_F(JournalForm, ABackupIsOpenedComparedAndRestored)
     EXPECT_EQ(line.Memory().flash[6], changed[6]);
     EXPECT_EQ(kept.Last().operation, JournalOperation::Restore);
     EXPECT_EQ(kept.Last().result, Result::Done);
+    EXPECT_TRUE(kept.Last().sha256.starts_with("hash of "));
 }
 
 }  // namespace

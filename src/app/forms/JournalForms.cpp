@@ -100,7 +100,7 @@ void JournalForms::Restore(const JournalEntry& entry)
 {
     const auto backup = Read(entry);
     if (frmConfig* const setup = backup ? Open(entry, *backup) : nullptr)
-        setup->Flash().RestoreLater(backup->dump, TextFromPath(backup->path));
+        setup->Flash().RestoreLater(backup->dump, TextFromPath(backup->path), backup->path);
 }
 
 }  // namespace kelvora

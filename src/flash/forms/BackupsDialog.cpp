@@ -198,6 +198,7 @@ void BackupsDialog::Restore()
     if (!chosen_)
         return;
     chosenName_ = Name(*Selected());
+    chosenPath_ = Selected()->path;
     accept();
 }
 

@@ -32,6 +32,7 @@ public:
     const std::optional<FlashDump>& Chosen() const { return chosen_; }
     /// What people know it by: port, date and file name, as far as it has them.
     const std::string& ChosenName() const { return chosenName_; }
+    const std::string& ChosenPath() const { return chosenPath_; }
 
 private:
     QPushButton* AddButton(const char* name, const MessageId& caption);
@@ -52,6 +53,7 @@ private:
     std::vector<BackupEntry> entries_;
     std::optional<FlashDump> chosen_;
     std::string chosenName_;
+    std::string chosenPath_;
     QString folderText_;
     QTreeWidget* list_;
     QLabel* info_;

@@ -91,7 +91,7 @@ void FlashForms::Later(std::function<void()> work)
 
 void FlashForms::ToolsMenuFlashDownload_Click()
 {
-    Later([this] { Transfer(session_.document, {}); });
+    Later([this] { Transfer(session_.document, {}, {}); });
 }
 
 void FlashForms::ToolsMenuFlashRestore_Click()
@@ -100,12 +100,12 @@ void FlashForms::ToolsMenuFlashRestore_Click()
     if (onFile)
         onFile();
     if (opened)
-        Later([this, opened = *opened] { Restore(opened.dump, TextFromPath(opened.path)); });
+        RestoreLater(opened->dump, TextFromPath(opened->path), opened->path);
 }
 
-void FlashForms::RestoreLater(const FlashDump& dump, const std::string& name)
+void FlashForms::RestoreLater(const FlashDump& dump, const std::string& name, const std::string& path)
 {
-    Later([this, dump, name] { Restore(dump, name); });
+    Later([this, dump, name, path] { Restore(dump, name, path); });
 }
 
 void FlashForms::ToolsMenuFlashBackups_Click()
@@ -117,10 +117,10 @@ void FlashForms::ToolsMenuFlashBackups_Click()
         {LineName(), session_.deviceImage ? &*session_.deviceImage : nullptr, program.HasLink()},
         window_.window());
     if (dialog.exec() == QDialog::Accepted)
-        RestoreLater(*dialog.Chosen(), dialog.ChosenName());
+        RestoreLater(*dialog.Chosen(), dialog.ChosenName(), dialog.ChosenPath());
 }
 
-void FlashForms::Restore(FlashDump dump, const std::string& name)
+void FlashForms::Restore(FlashDump dump, const std::string& name, const std::string& path)
 {
     if (NeedsUsersWord(dump)) {
         const std::string where = name + std::string(LineEnd) + LineName();
@@ -128,10 +128,10 @@ void FlashForms::Restore(FlashDump dump, const std::string& name)
         if (!dump.isForTheLine)
             return;
     }
-    Transfer(dump, name);
+    Transfer(dump, name, path);
 }
 
-void FlashForms::Transfer(const WantedContent& wanted, const std::string& dumpName)
+void FlashForms::Transfer(const WantedContent& wanted, const std::string& dumpName, const std::string& path)
 {
     Program& program = session_.Shared();
     const HelpTopic topic(window_, dumpName.empty() ? "flash.html#download" : "flash.html#dumps");
@@ -150,7 +150,7 @@ void FlashForms::Transfer(const WantedContent& wanted, const std::string& dumpNa
     if (dumpName.empty())
         NoteFile(note, session_);
     else
-        note.Entry().file = Utf8FromText(dumpName);
+        NoteFile(note, program.world.files, path);
     {
         const LineOperation running(
             program, Status(dumpName.empty() ? Message::DownloadStatus : Message::RestoreStatus),

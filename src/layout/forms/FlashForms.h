@@ -34,8 +34,8 @@ public:
     void ToolsMenuFlashDumpUpload_Click();
     /// Writes a dump, which is asked for, into the device as it is.
     void ToolsMenuFlashRestore_Click();
-    /// Writes that dump, which people know by that name, into the device as it is.
-    void RestoreLater(const FlashDump& dump, const std::string& name);
+    /// Writes the dump of that file, which people know by that name, into the device as it is.
+    void RestoreLater(const FlashDump& dump, const std::string& name, const std::string& path);
     /// Lists the backups, from where one can be restored.
     void ToolsMenuFlashBackups_Click();
 
@@ -44,8 +44,8 @@ public:
 private:
     void Later(std::function<void()> work);
     /// `dumpName` is what people know a dump by; empty for the setup.
-    void Transfer(const WantedContent& wanted, const std::string& dumpName);
-    void Restore(FlashDump dump, const std::string& name);
+    void Transfer(const WantedContent& wanted, const std::string& dumpName, const std::string& path);
+    void Restore(FlashDump dump, const std::string& name, const std::string& path);
     TransferAnswer Ask(const WantedContent& wanted, const TransferPlan& plan, const std::string& dumpName,
                        const std::string& backup);
     void Verify();
