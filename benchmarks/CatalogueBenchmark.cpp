@@ -2,7 +2,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include "app/MessageCatalogue.h"
+#include "catalogue/MessageCatalogue.h"
 #include "platform/posix/PosixFiles.h"
 
 namespace {

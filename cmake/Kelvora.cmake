@@ -38,18 +38,15 @@ endfunction()
 # kelvora_library(NAME FOLDER [SOURCES ...] [HEADERS ...] [LINK ...])
 # A library of the sources under src/FOLDER, seen by those who link it, and by nobody else, as
 # "FOLDER/Header.h". The include root of each library holds links to its own headers alone: a layer cannot
-# include what it does not link. Two libraries share a folder where the first one names its HEADERS; without
-# them a library has all headers of the folder, subfolders left out, that no library before it has named.
+# include what it does not link. Where two libraries share a folder the smaller one names its HEADERS; without
+# them a library has all headers of the folder, subfolders left out.
 function(kelvora_library name folder)
   cmake_parse_arguments(ARG "" "" "SOURCES;HEADERS;LINK" ${ARGN})
   set(source ${CMAKE_SOURCE_DIR}/src/${folder})
   if(ARG_HEADERS)
     list(TRANSFORM ARG_HEADERS PREPEND ${source}/ OUTPUT_VARIABLE headers)
-    set_property(GLOBAL APPEND PROPERTY KELVORA_NAMED_HEADERS ${headers})
   else()
     file(GLOB headers CONFIGURE_DEPENDS ${source}/*.h)
-    get_property(named GLOBAL PROPERTY KELVORA_NAMED_HEADERS)
-    list(REMOVE_ITEM headers ${named} "")
   endif()
 
   # Made anew, so that no link stays of a header that is gone.

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "Require.h"
-#include "app/MessageCatalogue.h"
+#include "catalogue/MessageCatalogue.h"
 
 namespace {
 

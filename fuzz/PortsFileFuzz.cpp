@@ -9,8 +9,8 @@
 #include <string_view>
 
 #include "Require.h"
-#include "app/Messages.h"
-#include "comms/PortNames.h"
+#include "catalogue/Messages.h"
+#include "ports/PortNames.h"
 
 namespace {
 

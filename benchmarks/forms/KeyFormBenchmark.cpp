@@ -35,8 +35,8 @@ public:
         place_.OpenAnother();
         SetupSession& session = place_.window->ActiveSetup()->Session();
         session.HandOver(ModuleKind::KM096);
-        form_ = std::make_unique<frmKeyb>(ModuleKind::KM096, place_.program.catalogue, place_.prompt,
-                                          session.settings, place_.window.get());
+        form_ = std::make_unique<frmKeyb>(ModuleKind::KM096, place_.program.texts, session.settings.Xchange,
+                                          session.settings.Name, place_.window.get());
         form_->show();
         Workplace::Settle();
     }

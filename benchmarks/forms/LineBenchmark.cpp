@@ -7,8 +7,8 @@
 #include <optional>
 
 #include "Workplace.h"
-#include "app/LineOperation.h"
 #include "comms/Reply.h"
+#include "comms/RunningOperation.h"
 #include "platform/qt/BenchProcess.h"
 #include "platform/qt/QtSerialPort.h"
 
@@ -97,7 +97,7 @@ void ScanLine(benchmark::State& state)
         window.Actions()[Command::FileMenuScan].trigger();
         do
             desk.place.loop.Yield();
-        while (desk.place.program.busy || window.ActiveSetup()->Session().IsScanning());
+        while (desk.place.program.operation.IsBusy() || window.ActiveSetup()->Session().IsScanning());
         longest = std::min(longest, watch.longest);
         longestProcessor = std::max(longestProcessor, watch.longestProcessor);
         if (window.ActiveSetup()->Session().document.Modules.empty())
@@ -116,12 +116,12 @@ void WaitWithoutAnswer(benchmark::State& state)
     WorkplaceWithLine desk;
     Program& program = desk.place.program;
     for ([[maybe_unused]] auto iteration : state) {
-        const LineOperation operation(program, "Waiting", "Waiting");
-        program.channels[0]->Open("9600,n,8,1");
+        const LineOperation operation(program.operation, "Waiting", "Waiting");
+        program.lines.Links()[0]->Open("9600,n,8,1");
         Stopwatch watch;
-        const std::string reply = program.comms.WaitReply(1, "$9900", WaitMs);
+        const std::string reply = program.lines.Terminals().WaitReply(1, "$9900", WaitMs);
         watch.Stop();
-        program.channels[0]->Close();
+        program.lines.Links()[0]->Close();
         state.counters["processor_s"] = watch.ProcessorSeconds();
         if (reply != ReplyTag::GivenTime)
             state.SkipWithError("the wait has not lasted");

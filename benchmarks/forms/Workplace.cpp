@@ -18,7 +18,7 @@ Workplace::Workplace(const std::array<SerialPort*, LineCount>& ports)
               {PathFromQString(QCoreApplication::applicationDirPath()), PathFromQString(folder.path())}),
       setup_(files.Read(KELVORA_SOURCE_DIR "/examples/all-four.dat"))
 {
-    program.Load();
+    program.language.Load(program.main);
     window = std::make_unique<MDIForm1>(program, folder.path());
     window->show();
     Settle();

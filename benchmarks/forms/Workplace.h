@@ -13,12 +13,12 @@
 #include <functional>
 #include <memory>
 
-#include "app/forms/MDIForm1.h"
 #include "fakes/FakePrompt.h"
 #include "layout/forms/frmConfig.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/qt/QtEventLoop.h"
 #include "platform/qt/QtFileDialogs.h"
+#include "windows/forms/MDIForm1.h"
 
 namespace kelvora {
 

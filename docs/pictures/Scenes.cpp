@@ -13,12 +13,9 @@
 #include <memory>
 #include <stdexcept>
 
-#include "app/Language.h"
-#include "app/forms/MDIForm1.h"
 #include "bench/FreshLine.h"
 #include "bench/SimulatedLine.h"
 #include "bench/SimulatedPort.h"
-#include "comms/PortNames.h"
 #include "comms/forms/LineMonitorWindow.h"
 #include "comms/forms/frmAbort.h"
 #include "eeprom/forms/frmEeprom.h"
@@ -37,8 +34,11 @@
 #include "picture/forms/SetupsDialog.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/qt/Text.h"
+#include "ports/PortNames.h"
 #include "series/forms/SeriesWindow.h"
 #include "setup/Options.h"
+#include "windows/Language.h"
+#include "windows/forms/MDIForm1.h"
 
 namespace kelvora {
 
@@ -91,19 +91,19 @@ public:
         : folders_(folders),
           photographer_(photographer),
           names_(files_, "/home/shop/.config/Kelvora/ports.ini", {}),
-          program_({files_, prompt_, dialogs_, loop_, {&port_}},
-                   {PathFromQString(folders.program), PathFromQString(folder_.path())})
+          program_(
+              {files_, prompt_, dialogs_, loop_, {&port_}, &kept_.journal, "/home/shop/.local/share/Kelvora"},
+              {PathFromQString(folders.program), PathFromQString(folder_.path())})
     {
         for (const SerialDevice& adapter : Adapters())
             devices_.devices.push_back(adapter);
-        program_.dataFolder = "/home/shop/.local/share/Kelvora";
         using namespace std::chrono_literals;
         kept_.now = std::chrono::sys_days(2026y / std::chrono::March / 9d) + 7h + 5min;
-        program_.journal = &kept_.journal;
-        const auto catalogue = LoadCatalogue(PosixFiles(), prompt_, program_.folders, language);
+        const auto catalogue =
+            LoadCatalogue(PosixFiles(), prompt_, {PathFromQString(folders.program), {}}, language);
         if (!catalogue)
             throw std::runtime_error(prompt_.shown.empty() ? language : prompt_.shown.back().body);
-        program_.catalogue = *catalogue;
+        program_.texts.Speak(*catalogue);
         machine_ = std::make_unique<MachinePorts>(MachinePorts{names_, devices_});
         window_ = std::make_unique<MDIForm1>(program_, folder_.path(), machine_.get());
         window_->resize(WindowSize);
@@ -190,7 +190,7 @@ void Studio::TakePaper()
         if (record.Kind == ModuleKind::MCR)
             record.Options.replace(Options::AutoreadAt, Options::Off.size(), Options::Off);
     }
-    SetupsDialog comparison(program_.catalogue, std::move(before), std::move(after), window_.get());
+    SetupsDialog comparison(program_.texts.Catalogue(), std::move(before), std::move(after), window_.get());
     comparison.show();
     photographer_.Take(comparison, "setups");
     const std::string sheet = "/home/shop/till.png";
@@ -289,9 +289,9 @@ void Studio::TakeSeries()
     using Kind = SeriesEvent::Kind;
     using Result = JournalEntry::Result;
     // The second line is there for this picture alone.
-    program_.world.ports[1] = &port_;
+    const Lines lines({&port_, &port_}, loop_);
     std::vector<FakeSeriesRunner*> runners;
-    SeriesWindow series(program_, [&] {
+    SeriesWindow series(program_.files, lines, program_.main, loop_, [&] {
         auto runner = std::make_unique<FakeSeriesRunner>();
         runners.push_back(runner.get());
         return runner;
@@ -312,7 +312,6 @@ void Studio::TakeSeries()
     photographer_.Take(series, "series");
     for (FakeSeriesRunner* const runner : runners)
         runner->onEnd({});
-    program_.world.ports[1] = nullptr;
 }
 
 void Studio::TakeJournal()

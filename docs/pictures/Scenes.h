@@ -5,7 +5,7 @@
 #include <string>
 
 #include "Photographer.h"
-#include "app/Program.h"
+#include "windows/Program.h"
 
 namespace kelvora {
 

@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "app/OperationNote.h"
 #include "cli/Console.h"
 #include "cli/LineAccess.h"
+#include "journal/OperationNote.h"
 
 namespace kelvora {
 

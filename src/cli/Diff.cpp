@@ -11,13 +11,13 @@
 #include <optional>
 #include <utility>
 
-#include "app/SetupTexts.h"
 #include "cli/SetupJson.h"
 #include "cli/SetupNames.h"
 #include "cli/Told.h"
 #include "cli/Verdict.h"
 #include "platform/Encoding.h"
 #include "setup/SetupDifferences.h"
+#include "setup/SetupTexts.h"
 
 namespace kelvora {
 

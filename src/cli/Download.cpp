@@ -5,14 +5,14 @@
 #include <optional>
 #include <vector>
 
-#include "app/FlashTexts.h"
-#include "app/TransferTexts.h"
 #include "cli/CommandNote.h"
 #include "cli/FlashJson.h"
 #include "cli/LineReport.h"
 #include "cli/LineRun.h"
 #include "cli/Verdict.h"
 #include "flash/Backups.h"
+#include "flash/FlashTexts.h"
+#include "flash/TransferTexts.h"
 #include "platform/Encoding.h"
 #include "platform/posix/PosixFiles.h"
 

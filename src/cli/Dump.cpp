@@ -3,12 +3,12 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
-#include "app/TextFiles.h"
 #include "cli/CommandNote.h"
 #include "cli/FlashJson.h"
 #include "cli/LineReport.h"
 #include "cli/LineRun.h"
 #include "flash/DumpSource.h"
+#include "flash/OwnBackup.h"
 #include "platform/LocalTime.h"
 
 namespace kelvora {

@@ -3,11 +3,11 @@
 #include <array>
 #include <nlohmann/json.hpp>
 
-#include "app/LineErrorText.h"
-#include "app/TransferTexts.h"
 #include "cli/LineReport.h"
 #include "cli/SetupJson.h"
 #include "comms/Crc.h"
+#include "comms/LineErrorText.h"
+#include "flash/TransferTexts.h"
 #include "platform/Encoding.h"
 #include "platform/HexText.h"
 

@@ -5,10 +5,10 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
-#include "app/TextFiles.h"
 #include "cli/SetupJson.h"
 #include "cli/SetupOutput.h"
 #include "cli/Told.h"
+#include "flash/OwnBackup.h"
 #include "platform/Encoding.h"
 #include "platform/posix/PosixFiles.h"
 #include "setup/SetupWriter.h"

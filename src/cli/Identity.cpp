@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/ShowMessage.h"
+#include "catalogue/Texts.h"
 #include "cli/CommandNote.h"
 #include "cli/ConsolePrompt.h"
 #include "cli/FlashJson.h"

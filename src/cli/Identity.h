@@ -6,8 +6,8 @@
 #include <functional>
 #include <string>
 
-#include "app/OperationNote.h"
 #include "cli/Console.h"
+#include "journal/OperationNote.h"
 #include "platform/EventLoop.h"
 #include "platform/Files.h"
 #include "platform/SerialPort.h"

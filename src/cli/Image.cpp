@@ -5,16 +5,16 @@
 #include <utility>
 #include <variant>
 
-#include "app/FlashTexts.h"
-#include "app/TextFiles.h"
-#include "app/TransferTexts.h"
 #include "cli/FlashJson.h"
 #include "cli/LineReport.h"
 #include "cli/SetupOutput.h"
 #include "cli/Told.h"
 #include "flash/DumpSource.h"
+#include "flash/FlashTexts.h"
+#include "flash/OwnBackup.h"
 #include "flash/SetupImage.h"
 #include "flash/TransferPlan.h"
+#include "flash/TransferTexts.h"
 #include "platform/LocalTime.h"
 #include "platform/posix/PosixFiles.h"
 

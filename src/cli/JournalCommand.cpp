@@ -3,7 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
-#include "app/OneLineText.h"
+#include "catalogue/OneLineText.h"
 #include "journal/Journal.h"
 #include "platform/Files.h"
 #include "platform/PortName.h"

@@ -2,8 +2,8 @@
 
 #include <CLI/CLI.hpp>
 
-#include "comms/PortNames.h"
 #include "platform/SerialSettings.h"
+#include "ports/PortNames.h"
 
 namespace kelvora {
 

@@ -1,7 +1,7 @@
 #include "cli/LineReport.h"
 
-#include "app/LineErrorText.h"
 #include "cli/FlashJson.h"
+#include "comms/LineErrorText.h"
 #include "platform/posix/PosixFiles.h"
 
 namespace kelvora {

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "app/Messages.h"
-#include "app/OneLineText.h"
+#include "catalogue/Messages.h"
+#include "catalogue/OneLineText.h"
 #include "cli/Console.h"
 #include "cli/LineAccess.h"
 #include "comms/LineDrivers.h"

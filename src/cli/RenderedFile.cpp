@@ -3,10 +3,10 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/SetupJson.h"
-#include "layout/SetupFileCommands.h"
 #include "picture/SetupSheet.h"
 #include "platform/Encoding.h"
 #include "platform/Files.h"
+#include "setup/SetupFileNames.h"
 
 namespace kelvora {
 

@@ -5,13 +5,13 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
-#include "app/TextFiles.h"
 #include "cli/CommandNote.h"
 #include "cli/FlashJson.h"
 #include "cli/LineReport.h"
 #include "cli/LineRun.h"
 #include "cli/SetupJson.h"
 #include "cli/Show.h"
+#include "flash/OwnBackup.h"
 #include "layout/ScanTexts.h"
 #include "setup/SetupWriter.h"
 

@@ -4,16 +4,16 @@
 #include <memory>
 #include <optional>
 
-#include "app/OneLineText.h"
-#include "app/TransferTexts.h"
+#include "catalogue/OneLineText.h"
 #include "cli/CommandNote.h"
 #include "cli/LineReport.h"
 #include "cli/LineRun.h"
-#include "comms/PortNames.h"
 #include "flash/Backups.h"
+#include "flash/TransferTexts.h"
 #include "journal/JournalText.h"
 #include "platform/Encoding.h"
 #include "platform/posix/PosixFiles.h"
+#include "ports/PortNames.h"
 #include "series/Series.h"
 
 namespace kelvora {

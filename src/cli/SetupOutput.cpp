@@ -4,7 +4,7 @@
 #include <system_error>
 #include <utility>
 
-#include "app/TextFiles.h"
+#include "platform/TextFiles.h"
 #include "platform/posix/PosixFiles.h"
 
 namespace kelvora {

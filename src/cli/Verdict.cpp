@@ -7,9 +7,9 @@
 #include <system_error>
 #include <utility>
 
-#include "app/SetupErrorText.h"
 #include "platform/posix/PosixFiles.h"
 #include "setup/SetupError.h"
+#include "setup/SetupErrorText.h"
 #include "setup/SetupReader.h"
 
 namespace kelvora {

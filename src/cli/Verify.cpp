@@ -3,12 +3,12 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
-#include "app/TransferTexts.h"
 #include "cli/CommandNote.h"
 #include "cli/FlashJson.h"
 #include "cli/LineReport.h"
 #include "cli/LineRun.h"
 #include "cli/Verdict.h"
+#include "flash/TransferTexts.h"
 
 namespace kelvora {
 

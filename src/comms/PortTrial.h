@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "app/MessageCatalogue.h"
+#include "catalogue/MessageCatalogue.h"
 #include "platform/SerialPort.h"
 
 namespace kelvora {

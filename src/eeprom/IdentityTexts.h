@@ -5,7 +5,7 @@
 #include <span>
 #include <string>
 
-#include "app/MessageCatalogue.h"
+#include "catalogue/MessageCatalogue.h"
 #include "eeprom/IdentityCopy.h"
 
 namespace kelvora {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "app/ShowMessage.h"
+#include "catalogue/Texts.h"
 #include "eeprom/IdentityChoices.h"
 #include "eeprom/IdentityCopy.h"
 #include "platform/Encoding.h"

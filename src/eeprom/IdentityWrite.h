@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "app/MessageCatalogue.h"
+#include "catalogue/MessageCatalogue.h"
 #include "eeprom/ModuleMemory.h"
 #include "eeprom/WriteQuestion.h"
 #include "platform/Files.h"

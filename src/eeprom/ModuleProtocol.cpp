@@ -3,7 +3,7 @@
 #include <array>
 #include <utility>
 
-#include "app/ShowMessage.h"
+#include "catalogue/Texts.h"
 #include "platform/LineAddress.h"
 
 namespace kelvora {

@@ -9,7 +9,7 @@
 #include <span>
 #include <string>
 
-#include "app/MessageCatalogue.h"
+#include "catalogue/MessageCatalogue.h"
 #include "eeprom/ModuleMemory.h"
 
 namespace kelvora {

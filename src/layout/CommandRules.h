@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "layout/LayoutRules.h"
-#include "layout/ModuleStrip.h"
+#include "picture/ModuleStrip.h"
 
 namespace kelvora {
 

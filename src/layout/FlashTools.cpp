@@ -2,10 +2,8 @@
 
 #include <variant>
 
-#include "app/FlashTexts.h"
-#include "app/ShowMessage.h"
-#include "app/TextFiles.h"
-#include "app/TransferTexts.h"
+#include "flash/FlashTexts.h"
+#include "flash/TransferTexts.h"
 #include "layout/LineScan.h"
 #include "layout/SetupFileCommands.h"
 #include "platform/Encoding.h"
@@ -20,11 +18,11 @@ namespace {
 // The text writer ends the file with a line of its own.
 void SaveDump(SetupSession& session, const FlashDump& dump)
 {
-    Program& program = session.Shared();
+    const SetupDesk& desk = session.Desk();
     PosCfg& settings = session.settings;
     const std::string folder = settings.OutInitDir;
-    const auto file = GetSaveFlashDumpAs(program, settings, {});
-    if (file && !SaveKeepingBackup(program, file->path, FormatFlashDump(dump)).value_or(false))
+    const auto file = GetSaveFlashDumpAs(desk.files, settings, {}, desk.isOpenElsewhere);
+    if (file && !SaveKeepingBackup(desk.files, file->path, FormatFlashDump(dump)).value_or(false))
         settings.OutInitDir = folder;
 }
 
@@ -32,9 +30,8 @@ void SaveDump(SetupSession& session, const FlashDump& dump)
 
 void DumpSetupImage(SetupSession& session)
 {
-    const Program& program = session.Shared();
     if (const auto refusal = RefusalFor(session.document)) {
-        program.world.prompt.Show(ProductName, Describe(program.catalogue, *refusal), {BoxIcon::Exclamation});
+        session.Desk().Words().Tell(Describe(session.Desk().Catalogue(), *refusal), {BoxIcon::Exclamation});
         return;
     }
     const FlashImage* const base = session.BaseImage();
@@ -49,32 +46,31 @@ void DumpDeviceImage(SetupSession& session)
     if (session.deviceImage)
         SaveDump(session, DumpOfDevice(*session.deviceImage, session.deviceSource));
     else
-        session.Shared().Show(Message::NoImageRead, {BoxIcon::Information});
+        session.Desk().Words().Show(Message::NoImageRead, {BoxIcon::Information});
 }
 
 std::optional<OpenedDump> OpenDump(SetupSession& session)
 {
-    Program& program = session.Shared();
+    const SetupDesk& desk = session.Desk();
     PosCfg& settings = session.settings;
-    const auto choice = program.world.fileDialogs.Open({program.catalogue.Caption(Message::RestoreTitle),
-                                                        settings.OutInitDir,
-                                                        {},
-                                                        DumpFilters(program.catalogue),
-                                                        settings.OutFilterIndex,
-                                                        "cdgFlashDump"});
+    const auto choice = desk.files.Dialogs().Open({desk.Words().Caption(Message::RestoreTitle),
+                                                   settings.OutInitDir,
+                                                   {},
+                                                   DumpFilters(desk.Catalogue()),
+                                                   settings.OutFilterIndex,
+                                                   "cdgFlashDump"});
     if (!choice)
         return std::nullopt;
     settings.OutInitDir = choice->folder;
     settings.OutFilterIndex = static_cast<std::int16_t>(choice->filterIndex);
-    const auto text = ReadTextFile(program, choice->path);
+    const auto text = desk.files.Read(choice->path);
     if (!text)
         return std::nullopt;
     try {
         return OpenedDump{choice->path, ReadDump(*text)};
     } catch (const DumpError& error) {
-        program.world.prompt.Show(ProductName,
-                                  TextFromPath(choice->path) + "\r\n" + Describe(program.catalogue, error),
-                                  {BoxIcon::Exclamation});
+        desk.Words().Tell(TextFromPath(choice->path) + "\r\n" + Describe(desk.Catalogue(), error),
+                          {BoxIcon::Exclamation});
         return std::nullopt;
     }
 }
@@ -95,7 +91,7 @@ void NoteFile(OperationNote& note, const SetupSession& session)
     if (path.empty())
         return;
     try {
-        const std::string text = session.Shared().world.files.Read(path);
+        const std::string text = session.Desk().files.OnDisk().Read(path);
         if (WriteSetup(ReadSetup(text).Modules) == WriteSetup(session.document.Modules))
             note.OfFile(path, text);
     } catch (const FileError&) {
@@ -109,7 +105,7 @@ TransferResult DownloadFrom(SetupSession& session, const WantedContent& wanted, 
                             const TransferSteps& steps)
 {
     TransferResult result =
-        Download(session.Shared().comms, TargetOf(session.settings), hooks, wanted, steps);
+        Download(session.Desk().lines.Terminals(), TargetOf(session.settings), hooks, wanted, steps);
     if (result.image)
         session.HoldAsBase(*result.image, result.line);
     return result;
@@ -117,8 +113,8 @@ TransferResult DownloadFrom(SetupSession& session, const WantedContent& wanted, 
 
 VerifyResult VerifyAgainst(SetupSession& session, const LineHooks& hooks)
 {
-    VerifyResult result = Verify(session.Shared().comms, TargetOf(session.settings), hooks, session.document,
-                                 session.BaseImage());
+    VerifyResult result = Verify(session.Desk().lines.Terminals(), TargetOf(session.settings), hooks,
+                                 session.document, session.BaseImage());
     if (!result.deviceImage)
         return result;
     // A device that has changed is compared with what it held before once more the next time.

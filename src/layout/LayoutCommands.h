@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "layout/ModuleStrip.h"
+#include "picture/ModuleStrip.h"
 #include "setup/SetupDocument.h"
 
 namespace kelvora {

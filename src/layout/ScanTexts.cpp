@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <iterator>
 
-#include "app/FlashTexts.h"
-#include "app/LineErrorText.h"
-#include "app/SetupErrorText.h"
+#include "comms/LineErrorText.h"
+#include "flash/FlashTexts.h"
 #include "platform/PortName.h"
 #include "setup/DeviceCode.h"
+#include "setup/SetupErrorText.h"
 
 namespace kelvora {
 

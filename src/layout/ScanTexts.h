@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "app/MessageCatalogue.h"
-#include "app/Messages.h"
+#include "catalogue/MessageCatalogue.h"
+#include "catalogue/Messages.h"
 #include "layout/LineScan.h"
 #include "platform/Prompt.h"
 

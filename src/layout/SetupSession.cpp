@@ -2,9 +2,8 @@
 
 #include <utility>
 
-#include "app/ShowMessage.h"
 #include "flash/KeyTables.h"
-#include "layout/ModuleStrip.h"
+#include "picture/ModuleStrip.h"
 #include "platform/Encoding.h"
 #include "platform/LocalTime.h"
 
@@ -17,15 +16,15 @@ constexpr std::string_view ScanningName = "Scanning";
 
 }  // namespace
 
-SetupSession::SetupSession(Program& program, const ModuleToolbar* toolbar)
-    : settings(program.setupMode, program.NextPanelIndex(), toolbar), program_(program)
+SetupSession::SetupSession(SetupDesk& desk, SetupMode mode, const ModuleToolbar* toolbar)
+    : settings(mode, desk.nextPanelIndex++, toolbar), desk_(desk)
 {
-    settings.CommsPort = program.main.CommsPort;
+    settings.CommsPort = desk.defaults.CommsPort;
     // The speed rewrites the port settings, which are therefore copied after it.
-    settings.SetBaudRate(program.main.BaudRate());
-    settings.PortSettings = program.main.PortSettings;
+    settings.SetBaudRate(desk.defaults.BaudRate());
+    settings.PortSettings = desk.defaults.PortSettings;
     settings.ConnectionMode = ConnectionMode::Pos;
-    CopyDialogFolders(program.main, settings);
+    CopyDialogFolders(desk.defaults, settings);
 }
 
 void SetupSession::Load(std::optional<OpenedSetup> opened)
@@ -54,7 +53,8 @@ void SetupSession::StartScanning()
 
 ScanOutcome SetupSession::Scan(const LineHooks& hooks)
 {
-    ScanOutcome outcome = ScanLine(program_.comms, TargetOf(settings), settings.ConnectionMode, hooks);
+    ScanOutcome outcome =
+        ScanLine(desk_.lines.Terminals(), TargetOf(settings), settings.ConnectionMode, hooks);
     HoldAs({{},
             "PosConfiguration " + std::to_string(settings.PanelIndex),
             outcome.image,
@@ -114,7 +114,7 @@ void SetupSession::SetFile(const SetupFile& file)
 
 std::optional<bool> SetupSession::SaveTo(const SetupFile& file)
 {
-    const auto written = SaveSetup(program_, document, file.path);
+    const auto written = SaveSetup(desk_.files, document, file.path);
     if (!written.value_or(false))
         return written;
     // Under a new name the window bears the file's own.
@@ -130,8 +130,8 @@ std::optional<bool> SetupSession::Write(bool asksForName)
     if (!asksForName)
         return SaveTo(file_);
     const std::string folder = settings.OutInitDir;
-    const auto file =
-        GetSaveConfigFileAs(program_, settings, file_.path.empty() ? settings.Name : file_.path);
+    const auto file = GetSaveConfigFileAs(
+        desk_.files, settings, file_.path.empty() ? settings.Name : file_.path, desk_.isOpenElsewhere);
     if (!file)
         return std::nullopt;
     const auto written = SaveTo(*file);
@@ -153,11 +153,11 @@ bool SetupSession::SaveAs()
 
 Closing SetupSession::AskToClose(bool changed)
 {
-    if (program_.busy)
+    if (desk_.operation.IsBusy())
         return Closing::Stay;
     if (!changed)
         return Closing::Unsaved;
-    switch (program_.Show(Message::SaveChanges, YesNoCancelStyle, TextFromPath(settings.Name))) {
+    switch (desk_.Words().Show(Message::SaveChanges, YesNoCancelStyle, TextFromPath(settings.Name))) {
         case Answer::No:
             return Closing::Unsaved;
         case Answer::Yes:
@@ -170,7 +170,8 @@ Closing SetupSession::AskToClose(bool changed)
         return Closing::Stay;
     if (*written)
         return Closing::Saved;
-    return program_.Show(Message::CloseUnsaved, YesNoStyle) == Answer::Yes ? Closing::Unsaved : Closing::Stay;
+    return desk_.Words().Show(Message::CloseUnsaved, YesNoStyle) == Answer::Yes ? Closing::Unsaved
+                                                                                : Closing::Stay;
 }
 
 bool SetupSession::HandOver(ModuleKind kind)

@@ -5,10 +5,10 @@
 #include <optional>
 #include <string>
 
-#include "app/Program.h"
 #include "flash/DumpSource.h"
 #include "flash/FlashImage.h"
 #include "layout/LineScan.h"
+#include "layout/SetupDesk.h"
 #include "layout/SetupFileCommands.h"
 #include "setup/PosCfg.h"
 #include "setup/SetupDocument.h"
@@ -34,10 +34,10 @@ struct WindowFile {
 
 class SetupSession {
 public:
-    /// Takes the program's defaults and the next window number. `program` outlives the session.
-    explicit SetupSession(Program& program, const ModuleToolbar* toolbar = nullptr);
+    /// Takes the program's defaults and the next window number. `desk` outlives the session.
+    SetupSession(SetupDesk& desk, SetupMode mode, const ModuleToolbar* toolbar = nullptr);
 
-    /// Fills the window as the program's setup mode says: with `opened` in mode Open, else anew.
+    /// Fills the window as its setup mode says: with `opened` in mode Open, else anew.
     void Load(std::optional<OpenedSetup> opened);
 
     /// Each returns whether the setup was written. Save without a file asks for one.
@@ -71,7 +71,7 @@ public:
     }
     void HoldAs(const WindowFile& file);
 
-    Program& Shared() const { return program_; }
+    SetupDesk& Desk() const { return desk_; }
     const SetupFile& File() const { return file_; }
 
     PosCfg settings;
@@ -99,7 +99,7 @@ private:
     std::optional<bool> Write(bool asksForName);
     void SetFile(const SetupFile& file);
 
-    Program& program_;
+    SetupDesk& desk_;
     SetupFile file_;
     std::optional<FlashImage> baseImage_;
     std::int16_t basePort_ = 0;  ///< where it was read

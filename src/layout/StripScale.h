@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "layout/ModuleStrip.h"
+#include "picture/ModuleStrip.h"
 
 namespace kelvora {
 

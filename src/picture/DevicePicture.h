@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "layout/ModuleStrip.h"
+#include "picture/ModuleStrip.h"
 #include "setup/ModuleRecord.h"
 
 namespace kelvora {

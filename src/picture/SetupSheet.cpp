@@ -6,7 +6,6 @@
 #include <utility>
 #include <vector>
 
-#include "app/SetupTexts.h"
 #include "keymap/Models.h"
 #include "picture/KeyGridPicture.h"
 #include "picture/SheetBlocks.h"
@@ -15,6 +14,7 @@
 #include "picture/SvgDrawing.h"
 #include "platform/Encoding.h"
 #include "platform/LocalTime.h"
+#include "setup/SetupTexts.h"
 
 namespace kelvora {
 

@@ -6,7 +6,7 @@
 #include <chrono>
 #include <string>
 
-#include "app/MessageCatalogue.h"
+#include "catalogue/MessageCatalogue.h"
 #include "setup/SetupDocument.h"
 
 namespace kelvora {

@@ -1,9 +1,9 @@
 #include "picture/SheetBlocks.h"
 
-#include "app/SetupTexts.h"
 #include "keymap/Models.h"
 #include "platform/Encoding.h"
 #include "setup/SetupDifferences.h"
+#include "setup/SetupTexts.h"
 
 namespace kelvora {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "app/MessageCatalogue.h"
+#include "catalogue/MessageCatalogue.h"
 #include "setup/SetupDocument.h"
 
 namespace kelvora {

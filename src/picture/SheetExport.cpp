@@ -3,9 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "app/ShowMessage.h"
-#include "platform/Encoding.h"
-
 namespace kelvora {
 
 namespace {
@@ -48,38 +45,25 @@ PictureType TakeType(std::string& path, int filterIndex)
     return type;
 }
 
-bool MayWrite(const Program& program, const std::string& path)
-{
-    return !program.world.files.Exists(path) ||
-           program.Show(Message::Overwrite, YesNoStyle, TextFromPath(path)) == Answer::Yes;
-}
-
 }  // namespace
 
-void ExportSheet(Program& program, const SheetExport& sheet,
+void ExportSheet(const UserFiles& files, const SheetExport& sheet,
                  const std::function<std::string(PictureType type, const std::string& svg)>& convert)
 {
-    const MessageCatalogue& catalogue = program.catalogue;
-    const auto choice =
-        program.world.fileDialogs.Save({catalogue.Caption(Message::ExportTitle), sheet.folder,
-                                        sheet.offeredName, Filters(catalogue), 1, "cdgExport"});
+    const Texts& texts = files.Words();
+    const auto choice = files.Dialogs().Save({texts.Caption(Message::ExportTitle), sheet.folder,
+                                              sheet.offeredName, Filters(texts.Catalogue()), 1, "cdgExport"});
     if (!choice)
         return;
     std::string path = choice->path;
     const PictureType type = TakeType(path, choice->filterIndex);
-    if (!MayWrite(program, path))
+    if (!files.MayWrite(path))
         return;
     const std::string picture = convert(type, sheet.svg);
-    if (picture.empty()) {
-        program.Show(Message::PictureNotMade, {BoxIcon::Exclamation});
-        return;
-    }
-    try {
-        program.world.files.Write(path, picture);
-    } catch (const FileError& error) {
-        program.Show(Message::FileNotWritten, {BoxIcon::Exclamation},
-                     TextFromPath(error.Path()) + "\r\n" + error.what());
-    }
+    if (picture.empty())
+        texts.Show(Message::PictureNotMade, {BoxIcon::Exclamation});
+    else
+        files.Write(path, picture);
 }
 
 }  // namespace kelvora

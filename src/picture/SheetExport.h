@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "app/Program.h"
+#include "catalogue/UserFiles.h"
 #include "picture/PictureType.h"
 
 namespace kelvora {
@@ -20,7 +20,7 @@ struct SheetExport {
 /// Asks for a file, whose name gets the ending of the type chosen unless it has one of them, and before
 /// another file is replaced; then writes what `convert` makes of the drawing. A picture that cannot be made
 /// (empty) or written gives a message, and what was there stays.
-void ExportSheet(Program& program, const SheetExport& sheet,
+void ExportSheet(const UserFiles& files, const SheetExport& sheet,
                  const std::function<std::string(PictureType type, const std::string& svg)>& convert);
 
 }  // namespace kelvora

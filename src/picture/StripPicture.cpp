@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <optional>
 
-#include "layout/ModuleStrip.h"
 #include "picture/DevicePicture.h"
+#include "picture/ModuleStrip.h"
 #include "picture/PictureMarks.h"
 
 namespace kelvora {

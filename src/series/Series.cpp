@@ -2,11 +2,11 @@
 
 #include <utility>
 
-#include "app/LineErrorText.h"
-#include "app/OneLineText.h"
-#include "app/TransferTexts.h"
+#include "catalogue/OneLineText.h"
 #include "comms/LineCommands.h"
+#include "comms/LineErrorText.h"
 #include "comms/Reply.h"
+#include "flash/TransferTexts.h"
 #include "platform/Encoding.h"
 #include "platform/SerialSettings.h"
 

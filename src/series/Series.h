@@ -7,9 +7,9 @@
 #include <optional>
 #include <string>
 
-#include "app/OperationNote.h"
 #include "comms/LineDrivers.h"
 #include "flash/FlashTransfer.h"
+#include "journal/OperationNote.h"
 #include "series/SeriesEvent.h"
 #include "series/SetupChoice.h"
 

@@ -5,7 +5,7 @@
 #include <nlohmann/json.hpp>
 #include <string_view>
 
-#include "app/Messages.h"
+#include "catalogue/Messages.h"
 #include "journal/JournalFilter.h"
 #include "journal/JournalText.h"
 #include "picture/SheetText.h"

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <vector>
 
-#include "app/OneLineText.h"
-#include "app/SetupErrorText.h"
+#include "catalogue/OneLineText.h"
 #include "platform/AsciiCase.h"
 #include "platform/Encoding.h"
 #include "setup/SetupError.h"
+#include "setup/SetupErrorText.h"
 #include "setup/SetupReader.h"
 
 namespace kelvora {

@@ -37,8 +37,8 @@ protected:
 
     void Open(SerialPort& line)
     {
-        form = std::make_unique<frmEeprom>(program, settings, line, PathFromQString(folder.path()));
-        form->onBusy = [this] { busy.push_back(program.busy); };
+        form = std::make_unique<frmEeprom>(desk, settings, line, PathFromQString(folder.path()));
+        form->onBusy = [this] { busy.push_back(operation.IsBusy()); };
         form->show();
         QApplication::setActiveWindow(form.get());
     }
@@ -109,7 +109,13 @@ protected:
     FakeFiles files;
     FakePrompt prompt;
     FakeFileDialogs dialogs;
-    Program program{{files, prompt, dialogs, loop, {}}, {}};
+    Texts texts{prompt};
+    std::string saveFolder;
+    UserFiles userFiles{texts, files, dialogs, saveFolder};
+    Lines lines{{}, loop};
+    RunningOperation operation;
+    OperationNotes notes{nullptr, lines, texts};
+    WizardDesk desk{userFiles, operation, notes, loop};
     PosCfg settings{SetupMode::New, 1};
     std::vector<bool> busy;
     std::unique_ptr<frmEeprom> form;
@@ -139,7 +145,7 @@ TEST_F(EepromForm, GoesFromPageToPage)
     EXPECT_FALSE(IsShown("Outcome")) << "the key that begins the search does not end it";
     EXPECT_EQ(Label("PortLabel"), " COM2: 9600,n,8,1");
     EXPECT_TRUE(Find<QLabel>("PortLabel")->isEnabled());
-    EXPECT_EQ(program.running.status, "EEPROM wizard on COM2");
+    EXPECT_EQ(operation.Status(), "EEPROM wizard on COM2");
     EXPECT_EQ(Enabled(), "BNC");
     EXPECT_EQ(busy, std::vector{true});
     Press("Next");
@@ -150,7 +156,7 @@ TEST_F(EepromForm, GoesFromPageToPage)
     Press("Back");
     EXPECT_FALSE(port.IsOpen() || Find<QLabel>("PortLabel")->isEnabled());
     EXPECT_EQ(Label("PortLabel"), " COM2");
-    EXPECT_EQ(program.running.status, "");
+    EXPECT_EQ(operation.Status(), "");
     EXPECT_EQ(busy, (std::vector{true, false}));
     Press("Cancel");
     EXPECT_FALSE(form->isVisible());
@@ -255,7 +261,7 @@ TEST_F(EepromForm, SearchBelow9600IsStoppedByTheUser)
         QTest::keyClick(form->focusWidget(), Qt::Key_Escape);
         auto* abort = form->findChild<frmAbort*>();
         ASSERT_TRUE(abort && abort->isVisible());
-        EXPECT_FALSE(program.interruptionRequested) << "Esc asks";
+        EXPECT_FALSE(operation.IsStopAsked()) << "Esc asks";
         abort->findChild<QPushButton*>("AbortCommand")->click();
     });
     Press("Next");
@@ -303,7 +309,7 @@ TEST_F(EepromForm, SearchThatFindsNothing)
         EXPECT_FALSE(IsShown("Info30") || IsShown("Info31")) << row.reason;
         EXPECT_EQ(Enabled(), row.enabled) << row.reason;
         EXPECT_EQ(form->focusWidget(), Button(row.opens ? "Back" : "Cancel")) << row.reason;
-        EXPECT_EQ(program.busy, row.opens) << row.reason;
+        EXPECT_EQ(operation.IsBusy(), row.opens) << row.reason;
     }
 }
 
@@ -335,7 +341,7 @@ TEST_F(EepromForm, LostLineIsToldOnceAndLeadsToTheCables)
         EXPECT_THAT(prompt.shown[0].body, testing::StartsWith(row.tells[0])) << row.reason;
         EXPECT_TRUE(IsShown("WizFrame1")) << row.reason;
         EXPECT_EQ(Enabled(), "BNC") << row.reason;
-        EXPECT_FALSE(program.busy) << row.reason;
+        EXPECT_FALSE(operation.IsBusy()) << row.reason;
     }
     form->EepromWizard(0);
     GoToTable();
@@ -374,13 +380,13 @@ TEST_F(EepromForm, LineOfTheTerminalsLinkIsNotShared)
     BenchLine bench(loop);
     Open(bench.port);
     ASSERT_TRUE(bench.link.Open("9600,n,8,1"));
-    program.busy = true;
+    const LineOperation scan(operation, "", "");
     Press("Next");
     Press("Next");
     ASSERT_EQ(prompt.shown.size(), 1U);
     EXPECT_THAT(prompt.shown[0].body, testing::StartsWith("Unable to open serial line"));
     form.reset();
-    EXPECT_TRUE(program.busy && bench.port.IsOpen()) << "the scan goes on";
+    EXPECT_TRUE(operation.IsBusy() && bench.port.IsOpen()) << "the scan goes on";
 }
 
 }  // namespace

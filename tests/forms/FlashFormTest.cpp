@@ -24,7 +24,6 @@ class FlashForm : public MainWindowFixture {
 protected:
     FlashForm() : MainWindowFixture(true)
     {
-        program.dataFolder = PathFromQString(folder.path());
         Start();
         Run(Command::FileMenuScan);
         fresh = line.Memory().flash;
@@ -37,7 +36,7 @@ protected:
         QApplication::setActiveWindow(window.get());
         Trigger(command);
         loop.Pass(std::chrono::milliseconds(0));
-        EXPECT_FALSE(program.busy);
+        EXPECT_FALSE(program.operation.IsBusy());
         EXPECT_FALSE(port.IsOpen());
     }
 
@@ -84,7 +83,7 @@ TEST_F(FlashForm, DownloadAsksWithTheLineFreeAndWritesOnlyOnYes)
                       "0006: Composite Keyboard, fiscal keyboard: yes -> no");
             EXPECT_TRUE(dialog.findChild<QLabel*>("Backup")->text().contains("/backups/20"));
             EXPECT_FALSE(port.IsOpen());
-            EXPECT_TRUE(program.busy);
+            EXPECT_TRUE(program.operation.IsBusy());
             EXPECT_FALSE(IsEnabled(Command::FileMenuNew));
             EXPECT_FALSE(QApplication::overrideCursor());
             window->close();
@@ -194,7 +193,7 @@ TEST_F(FlashForm, VerifyOfADeadLineComparesNothing)
     line.SetFaults(dead);
     Run(Command::ToolsMenuFlashVerify);
     ASSERT_EQ(prompt.shown.size(), 1U);
-    EXPECT_TRUE(LastBody().starts_with(program.catalogue.Caption(Message::VerifyNotRead))) << LastBody();
+    EXPECT_TRUE(LastBody().starts_with(program.texts.Caption(Message::VerifyNotRead))) << LastBody();
 }
 
 TEST_F(FlashForm, DumpsAreWrittenAndKeepThePreviousFile)
@@ -357,7 +356,7 @@ TEST_F(FlashForm, TheComparisonGoesFromOneDifferenceToTheNextAndFinds)
     images.after[0x1A0] ^= 1;
     images.after[0x1FFF] ^= 1;
     images.differences = DescribeDifferences(images.before, images.after, {});
-    ComparisonDialog form(program, images);
+    ComparisonDialog form(program.files, images);
     form.show();
     QApplication::setActiveWindow(&form);
     auto* const list = form.findChild<QListWidget*>("Differences");
@@ -388,7 +387,7 @@ TEST_F(FlashForm, TheComparisonGoesFromOneDifferenceToTheNextAndFinds)
 
     dialogs.choices.push_back({Path("both"), Path(""), 1});
     Press(form, "SaveAs");
-    program.catalogue = MessageCatalogue(std::string(CatalogueHeader) + "981, Differenze: \r\n", "ITA");
+    program.texts.Speak(MessageCatalogue(std::string(CatalogueHeader) + "981, Differenze: \r\n", "ITA"));
     form.Retranslate();
     EXPECT_EQ(form.findChild<QLabel*>("Count")->text(), "Differenze: 2");
     EXPECT_EQ(list->currentRow(), 1);

@@ -5,12 +5,12 @@
 #include <QTextBrowser>
 #include <QTextDocument>
 
-#include "app/forms/HelpIndex.h"
-#include "app/forms/HelpOpener.h"
-#include "app/forms/HelpWindow.h"
 #include "forms/MainWindowFixture.h"
 #include "keymap/forms/frmKeyb.h"
 #include "platform/qt/HelpTopic.h"
+#include "windows/forms/HelpIndex.h"
+#include "windows/forms/HelpOpener.h"
+#include "windows/forms/HelpWindow.h"
 
 namespace kelvora {
 namespace {
@@ -144,11 +144,7 @@ TEST(Help, WordsAreMarkedWhereTheyStandWithTheirAccents)
 
 class HelpForm : public MainWindowFixture {
 protected:
-    HelpForm()
-    {
-        program.folders.program = KELVORA_DATA;
-        Start();
-    }
+    HelpForm() : MainWindowFixture(false, nullptr, KELVORA_DATA) { Start(); }
 
     static HelpWindow* Open()
     {

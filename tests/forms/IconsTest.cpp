@@ -9,7 +9,7 @@
 #include <QSvgRenderer>
 #include <algorithm>
 
-#include "app/forms/Icons.h"
+#include "windows/forms/Icons.h"
 
 namespace kelvora {
 

@@ -12,6 +12,7 @@
 #include "keymap/forms/KeyCap.h"
 #include "keymap/forms/frmKeyb.h"
 #include "platform/qt/Text.h"
+#include "setup/PosCfg.h"
 
 namespace kelvora {
 namespace {
@@ -21,7 +22,7 @@ protected:
     void Open(ModuleKind kind, const std::string& map, char firstKeyNumber)
     {
         settings.Xchange = map + firstKeyNumber;
-        form = std::make_unique<frmKeyb>(kind, catalogue, prompt, settings);
+        form = std::make_unique<frmKeyb>(kind, texts, settings.Xchange, settings.Name);
         form->show();
     }
 
@@ -48,8 +49,8 @@ protected:
 
     std::string Caption() const { return FromQString(Find<QGroupBox>("KeyControls")->title()); }
 
-    MessageCatalogue catalogue;
     FakePrompt prompt;
+    Texts texts{prompt};
     PosCfg settings{SetupMode::New, 1};
     std::unique_ptr<frmKeyb> form;
 };

@@ -184,11 +184,10 @@ TEST_F(LayoutForm, OptionsRefuseWhatAFileCannotCarry)
 
 TEST_F(LayoutForm, LanguageChangeRetextsEveryWindowAndIsKept)
 {
-    program.folders = {PathFromQString(folder.path()), PathFromQString(folder.path())};
+    const LanguageFolders folders{Folder(), Folder()};
     const std::string header = "000, Dravon Messages \r\n";
-    files.Write(MessageFile(program.folders, "ENG"), header);
-    files.Write(MessageFile(program.folders, "ITA"),
-                header + "301, &Nuovo \r\n590, Pronto \r\n622, Tastiera \r\n");
+    files.Write(MessageFile(folders, "ENG"), header);
+    files.Write(MessageFile(folders, "ITA"), header + "301, &Nuovo \r\n590, Pronto \r\n622, Tastiera \r\n");
     Trigger(Command::LayoutMenuAddKBMASTER);
     Trigger(Command::FileMenuNew);
     auto* menu = window->findChild<QMenu*>("LanguageMenu");
@@ -198,12 +197,12 @@ TEST_F(LayoutForm, LanguageChangeRetextsEveryWindowAndIsKept)
     EXPECT_EQ(window->Actions()[Command::FileMenuNew].text(), "&Nuovo");
     EXPECT_EQ(window->Status().Operation().trimmed(), "Pronto");
     EXPECT_EQ(window->AllSetups().at(0)->Strip().Button(StripButton::Master).accessibleName(), "Tastiera");
-    EXPECT_EQ(files.Read(PersonalSelectionFile(program.folders)), "[CHOOSE]\r\nEXT = ITA\r\n");
+    EXPECT_EQ(files.Read(PersonalSelectionFile(folders)), "[CHOOSE]\r\nEXT = ITA\r\n");
     // A language without texts changes nothing.
-    files.Write(MessageFile(program.folders, "ENG"), "damaged");
+    files.Write(MessageFile(folders, "ENG"), "damaged");
     emit menu->aboutToShow();
     menu->actions().at(0)->trigger();
-    EXPECT_EQ(program.catalogue.Language(), "ITA");
+    EXPECT_EQ(program.language.Code(), "ITA");
     EXPECT_EQ(prompt.shown.size(), 1U);
 }
 

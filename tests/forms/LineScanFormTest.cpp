@@ -23,7 +23,7 @@ protected:
         if (meanwhile)
             loop.After(time, meanwhile);
         loop.Pass(milliseconds(0));
-        EXPECT_FALSE(program.busy);
+        EXPECT_FALSE(program.operation.IsBusy());
         EXPECT_FALSE(port.IsOpen());
     }
 
@@ -66,7 +66,7 @@ TEST_F(LineScanForm, ScanFillsTheWindowAndIsSavedAsAFile)
     EXPECT_EQ(Session().settings.Name, "PosConfiguration 1");
     EXPECT_TRUE(window->ActiveSetup()->IsChanged());
     EXPECT_TRUE(IsEnabled(Command::ToolsMenuRescanLine));
-    EXPECT_EQ(Text("OperationPanel").trimmed(), ToQString(program.IdleText()).trimmed());
+    EXPECT_EQ(Text("OperationPanel").trimmed(), ToQString(IdleText(program.texts)).trimmed());
     EXPECT_EQ(line.Memory().mode, '0');
 
     dialogs.choices.push_back({path, PathFromQString(folder.path()), 1});
@@ -135,7 +135,7 @@ TEST_F(LineScanForm, OnlyTerminateStopsIt)
             else
                 QTest::keyClick(window.get(), Qt::Key_Escape);
             ASSERT_TRUE(Abort() && Abort()->isVisible()) << row.why;
-            EXPECT_FALSE(program.interruptionRequested);
+            EXPECT_FALSE(program.operation.IsStopAsked());
             EXPECT_EQ(Abort()->findChild<QLabel*>("InfoLabel")->text().toStdString(),
                       "Line Scan + Flash Upload\n" + std::string(Message::AbortInfo.fallback));
             row.answer();
@@ -146,7 +146,7 @@ TEST_F(LineScanForm, OnlyTerminateStopsIt)
         QApplication::setActiveWindow(window.get());
         ASSERT_TRUE(Strip().FocusedButton()) << row.why;
         EXPECT_TRUE(Strip().Button(*Strip().FocusedButton()).hasFocus()) << row.why;
-        EXPECT_EQ(program.interruptionRequested, row.stops) << row.why;
+        EXPECT_EQ(program.operation.IsStopAsked(), row.stops) << row.why;
         EXPECT_TRUE(!Abort() || !Abort()->isVisible()) << row.why;
         // What had been read stays: the map has come, the image has not.
         EXPECT_EQ(MainChain(Modules()), allFour) << row.why;
@@ -167,7 +167,7 @@ TEST_F(LineScanForm, OnlyTerminateStopsIt)
     QTest::keyClick(window->ActiveSetup(), Qt::Key_Escape);
     ASSERT_EQ(prompt.shown.size(), 1U);
     EXPECT_NE(prompt.shown[0].body.find("270"), std::string::npos);
-    EXPECT_FALSE(program.interruptionRequested);
+    EXPECT_FALSE(program.operation.IsStopAsked());
 }
 
 TEST_F(LineScanForm, APortThatDoesNotOpenSaysWhy)

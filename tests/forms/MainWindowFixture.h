@@ -12,7 +12,6 @@
 #include <functional>
 #include <memory>
 
-#include "app/forms/MDIForm1.h"
 #include "fakes/BenchLine.h"
 #include "fakes/FakeFileDialogs.h"
 #include "fakes/FakePrompt.h"
@@ -20,6 +19,7 @@
 #include "layout/forms/frmConfig.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/qt/Text.h"
+#include "windows/forms/MDIForm1.h"
 
 namespace kelvora {
 
@@ -36,10 +36,15 @@ public:
 class MainWindowFixture : public testing::Test {
 protected:
     /// With `hasLine` the simulated line of all four modules stands behind COM1.
-    explicit MainWindowFixture(bool hasLine = false)
-        : program({files, prompt, dialogs, loop, {hasLine ? &port : nullptr}}, {})
+    /// Without a folder for it the program's own files stand beside the person's, in `folder`.
+    explicit MainWindowFixture(bool hasLine = false, const Journal* journal = nullptr,
+                               const char* programFolder = nullptr)
+        : program({files, prompt, dialogs, loop, {hasLine ? &port : nullptr}, journal, Folder()},
+                  {programFolder ? programFolder : Folder(), Folder()})
     {
     }
+
+    std::string Folder() const { return PathFromQString(folder.path()); }
 
     void Start()
     {

@@ -75,11 +75,11 @@ TEST_F(PictureForm, CommandsAreThereForASetupThatRests)
                IsEnabled(Command::FileMenuExport) && CompareMenu().isEnabled();
     };
     EXPECT_TRUE(enabled());
-    program.busy = true;
+    program.operation.Take("");
     window->Refresh();
     EXPECT_FALSE(IsEnabled(Command::FileMenuPrint) || IsEnabled(Command::FileMenuExport) ||
                  CompareMenu().isEnabled());
-    program.busy = false;
+    program.operation.GiveBack();
     window->Refresh();
     window->ActiveSetup()->CloseUnasked();
     Trigger(Command::FileMenuClose);

@@ -24,16 +24,12 @@ using Result = JournalEntry::Result;
 
 class SeriesForm : public MainWindowFixture {
 protected:
-    SeriesForm() : MainWindowFixture(true)
-    {
-        program.world.ports = {&port, &secondPort};
-        Make();
-    }
+    SeriesForm() { Make(); }
     ~SeriesForm() override { delete form; }
 
     void Make()
     {
-        form = new SeriesWindow(program, [this] {
+        form = new SeriesWindow(program.files, lines, program.main, loop, [this] {
             auto runner = std::make_unique<FakeSeriesRunner>();
             runners.push_back(runner.get());
             return runner;
@@ -62,6 +58,7 @@ protected:
 
     bench::SimulatedLine secondLine{clock, bench::FreshLine(BenchLine::AllModules())};
     bench::SimulatedPort secondPort{secondLine, "/dev/second"};
+    Lines lines{{&port, &secondPort}, loop};
     QPointer<SeriesWindow> form;
     std::vector<FakeSeriesRunner*> runners;
     std::string sounds;
@@ -184,7 +181,7 @@ TEST_F(SeriesForm, SavesTheReport)
     EXPECT_NE(files.Read(start + ".json").find("\"terminal\": \"TILL08\""), std::string::npos);
 
     SeriesResults many(100, FakeSeriesRunner::Verdict(1, "TILL07", Result::Done));
-    const auto sheets = ReportSheets(many, "2026-03-09 08:00", program.catalogue);
+    const auto sheets = ReportSheets(many, "2026-03-09 08:00", program.texts.Catalogue());
     ASSERT_EQ(sheets.size(), 8U);
     std::size_t rows = 0;
     for (const std::string& sheet : sheets)
@@ -194,14 +191,13 @@ TEST_F(SeriesForm, SavesTheReport)
     EXPECT_EQ(rows, 100U);
 }
 
-class JournalForm : public MainWindowFixture {
+struct HasJournal {
+    MemoryJournal kept;
+};
+
+class JournalForm : protected HasJournal, public MainWindowFixture {
 protected:
-    JournalForm() : MainWindowFixture(true)
-    {
-        program.journal = &kept.journal;
-        program.dataFolder = PathFromQString(folder.path());
-        Start();
-    }
+    JournalForm() : MainWindowFixture(true, &kept.journal) { Start(); }
 
     JournalWindow& Show()
     {
@@ -220,8 +216,6 @@ protected:
     {
         return form.findChild<QWidget*>(QLatin1String(name))->isEnabled();
     }
-
-    MemoryJournal kept;
 };
 
 TEST_F(JournalForm, EveryOperationOfTheWindowsIsThere)
@@ -278,7 +272,7 @@ TEST_F(JournalForm, ABackupIsOpenedComparedAndRestored)
 {
     Trigger(Command::FileMenuScan);
     loop.Pass(std::chrono::milliseconds(0));
-    Backups backups(files, program.dataFolder + "/backups");
+    Backups backups(files, Folder() + "/backups");
     FlashImage changed = *window->ActiveSetup()->Session().deviceImage;
     changed[6] ^= 1;
     JournalEntry entry;
@@ -286,7 +280,7 @@ TEST_F(JournalForm, ABackupIsOpenedComparedAndRestored)
     entry.operation = JournalOperation::Download;
     entry.line = 1;
     entry.result = Result::Done;
-    entry.backup = program.dataFolder + "/none.mem";
+    entry.backup = Folder() + "/none.mem";
     kept.text += JournalLine(entry);
     entry.backup =
         backups.Keep({1, window->ActiveSetup()->Session().document.DeviceMap, "BENCH TERMINAL", changed});

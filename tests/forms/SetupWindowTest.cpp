@@ -209,7 +209,7 @@ TEST_F(SetupWindow, ClosingTakesTwoSecondsAndWaitsForARunningOperation)
     window->Status().ShowOperation(" Line Scan + Flash Upload");
     window->close();
     EXPECT_TRUE(window->isVisible());
-    window->Status().ShowOperation(ToQString(program.IdleText()));
+    window->Status().ShowOperation(ToQString(IdleText(program.texts)));
     window->close();
     EXPECT_FALSE(window->isVisible());
     loop.Pass(1999ms);

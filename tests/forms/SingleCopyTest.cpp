@@ -4,7 +4,7 @@
 #include <QTemporaryDir>
 #include <future>
 
-#include "app/forms/SingleCopy.h"
+#include "windows/forms/SingleCopy.h"
 
 namespace kelvora {
 namespace {

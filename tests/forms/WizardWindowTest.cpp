@@ -24,19 +24,19 @@ TEST_F(WizardWindow, HoldsTheLineAndIsNamedInTheStatusBar)
     InDialog<frmEeprom>(
         [&] { Trigger(Command::EpromWizard); },
         [&](frmEeprom& wizard) {
-            EXPECT_FALSE(program.busy);
+            EXPECT_FALSE(program.operation.IsBusy());
             Press(wizard, "NextCommand");
             Press(wizard, "NextCommand");
-            EXPECT_TRUE(program.busy);
+            EXPECT_TRUE(program.operation.IsBusy());
             for (const Command command :
                  {Command::FileMenuScan, Command::ToolsMenuRescanLine, Command::ToolsMenuFlashDownload})
                 EXPECT_FALSE(IsEnabled(command));
             EXPECT_EQ(window->Status().findChild<QLabel*>("StatusPanel")->text(), "EEPROM wizard on COM1");
-            EXPECT_FALSE(program.channels[0]->Open("9600,n,8,1"));
-            EXPECT_EQ(program.channels[0]->Failure(), PortFailure::InUse);
+            EXPECT_FALSE(program.lines.Links()[0]->Open("9600,n,8,1"));
+            EXPECT_EQ(program.lines.Links()[0]->Failure(), PortFailure::InUse);
             Press(wizard, "CancelCommand");
         });
-    EXPECT_FALSE(program.busy || port.IsOpen());
+    EXPECT_FALSE(program.operation.IsBusy() || port.IsOpen());
     EXPECT_TRUE(IsEnabled(Command::ToolsMenuRescanLine));
     QStringList meanings;
     for (QWidget* const top : QApplication::topLevelWidgets())
@@ -56,7 +56,7 @@ TEST_F(WizardWindow, DoesNotOpenWhileAScanRuns)
     Trigger(Command::ToolsMenuRescanLine);
     loop.After(std::chrono::seconds(2), [&] {
         seen = true;
-        EXPECT_TRUE(program.busy);
+        EXPECT_TRUE(program.operation.IsBusy());
         EXPECT_FALSE(IsEnabled(Command::EpromWizard));
         window->Actions()[Command::EpromWizard].trigger();
         EXPECT_EQ(QApplication::activeModalWidget(), nullptr);

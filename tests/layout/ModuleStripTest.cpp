@@ -1,4 +1,4 @@
-#include "layout/ModuleStrip.h"
+#include "picture/ModuleStrip.h"
 
 #include <gtest/gtest.h>
 

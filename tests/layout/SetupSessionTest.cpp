@@ -2,23 +2,19 @@
 
 #include <gtest/gtest.h>
 
-#include "fakes/FakeEventLoop.h"
-#include "fakes/FakeFileDialogs.h"
-#include "fakes/FakeFiles.h"
-#include "fakes/FakePrompt.h"
+#include "fakes/FakeDesk.h"
 #include "layout/CommandRules.h"
-#include "layout/Connection.h"
+#include "ports/Connection.h"
 
 namespace kelvora {
 namespace {
 
 class Session : public testing::Test {
 protected:
-    FakeFiles files;
-    FakePrompt prompt;
-    FakeFileDialogs dialogs;
-    FakeEventLoop loop;
-    Program program{{files, prompt, dialogs, loop, {}}, {}};
+    FakeDesk fake;
+    FakeFiles& files = fake.files;
+    FakePrompt& prompt = fake.prompt;
+    FakeFileDialogs& dialogs = fake.dialogs;
 };
 
 TEST_F(Session, ClosingAsksSavesAndStaysAsTheAnswersSay)
@@ -59,7 +55,7 @@ TEST_F(Session, ClosingAsksSavesAndStaysAsTheAnswersSay)
          3},
     };
     for (const Case& row : cases) {
-        SetupSession session(program);
+        SetupSession session(fake.desk, SetupMode::New);
         if (row.hasFile)
             session.Load(OpenedSetup{{}, MakeSetupFile("/t/Till.dat"), "till"});
         files.unwritable.clear();
@@ -71,7 +67,9 @@ TEST_F(Session, ClosingAsksSavesAndStaysAsTheAnswersSay)
         files.content.erase("/t/new.txt");
         prompt.answers = row.answers;
         prompt.shown.clear();
-        program.busy = row.busy;
+        std::optional<LineOperation> running;
+        if (row.busy)
+            running.emplace(fake.operation, "", "");
         EXPECT_EQ(session.AskToClose(row.changed), row.closing) << row.why;
         EXPECT_EQ(prompt.shown.size(), row.questions) << row.why;
         EXPECT_EQ(files.content.contains("/t/new.txt"), row.nameChosen) << row.why;
@@ -88,7 +86,7 @@ TEST_F(Session, ATypedNameKeepsItsDotsAndGetsAnEndingThatTheDialogKnows)
         {"/t/Till.DAT", "/t/till.dat", 2},     {"/t.d/till", "/t.d/till.dat", 3},
         {"/t/till.txt", "/t/till.txt", 1},
     };
-    SetupSession session(program);
+    SetupSession session(fake.desk, SetupMode::New);
     session.Load({});
     for (const auto& row : rows) {
         dialogs.choices.push_back({row.typed, "/t", row.filter});
@@ -109,10 +107,10 @@ TEST_F(Session, ATypedNameKeepsItsDotsAndGetsAnEndingThatTheDialogKnows)
 
 TEST_F(Session, StartsWithTheProgramsDefaultsAndItsOwnNumber)
 {
-    program.main.SetBaudRate(2);
-    program.main.PortSettings = "2400,E,7,2";
-    program.main.CommsPort = 3;
-    SetupSession session(program);
+    fake.defaults.SetBaudRate(2);
+    fake.defaults.PortSettings = "2400,E,7,2";
+    fake.defaults.CommsPort = 3;
+    SetupSession session(fake.desk, SetupMode::New);
     EXPECT_EQ(session.settings.PanelIndex, 1);
     EXPECT_EQ(session.settings.PortSettings, "2400,E,7,2") << "the speed must not rewrite them";
     EXPECT_EQ(PortText(session.settings), " COM3: 2400,E,7,2");
@@ -144,7 +142,7 @@ TEST(CommandRules, WhatRunsDisablesEverythingAndToolsFollowTheScan)
 
 TEST_F(Session, ASetupIsBuiltOverTheImageOfItsOwnPortAlone)
 {
-    SetupSession session(program);
+    SetupSession session(fake.desk, SetupMode::New);
     EXPECT_FALSE(session.BaseImage());
     FlashImage image{};
     image[3000] = 7;

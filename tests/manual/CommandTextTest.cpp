@@ -4,8 +4,8 @@
 #include <CLI/CLI.hpp>
 #include <set>
 
-#include "manual/Completion.h"
-#include "manual/ValueKinds.h"
+#include "cli/manual/Completion.h"
+#include "cli/manual/ValueKinds.h"
 
 namespace kelvora::manual {
 

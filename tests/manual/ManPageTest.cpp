@@ -1,4 +1,4 @@
-#include "manual/ManPage.h"
+#include "cli/manual/ManPage.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "fakes/FakeEventLoop.h"
 #include "fakes/FakeFileDialogs.h"
 #include "fakes/FakeFiles.h"
 #include "fakes/FakePrompt.h"
@@ -35,12 +34,13 @@ TEST(SheetExport, AsksNamesAndWritesNothingHalf)
         prompt.answers = {row.answer};
         FakeFileDialogs dialogs;
         dialogs.choices = {{row.typed, "/", row.filter}};
-        FakeEventLoop loop;
-        Program program({files, prompt, dialogs, loop, {}}, {});
+        const Texts texts(prompt);
+        const std::string folder;
         const bool isNone = std::string_view(row.typed) == "/none.png";
-        ExportSheet(program, {"<svg/>", "/shop", "till"}, [&](PictureType type, const std::string& svg) {
-            return isNone ? std::string() : std::to_string(static_cast<int>(type)) + svg;
-        });
+        ExportSheet({texts, files, dialogs, folder}, {"<svg/>", "/shop", "till"},
+                    [&](PictureType type, const std::string& svg) {
+                        return isNone ? std::string() : std::to_string(static_cast<int>(type)) + svg;
+                    });
         EXPECT_EQ(dialogs.asked[0].offeredName, "till");
         EXPECT_EQ(dialogs.asked[0].filters,
                   "PDF document (*.pdf)|*.pdf|Picture (*.png)|*.png|Drawing (*.svg)|*.svg");

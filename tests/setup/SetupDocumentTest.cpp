@@ -7,8 +7,8 @@
 
 #include "keymap/Models.h"
 #include "setup/PosCfg.h"
+#include "setup/SampleTexts.h"
 #include "setup/SetupReader.h"
-#include "setup/SetupTexts.h"
 
 using namespace kelvora;
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "setup/SetupTexts.h"
+#include "setup/SampleTexts.h"
 
 using namespace kelvora;
 using namespace std::string_literals;

@@ -9,8 +9,8 @@
 #include "setup/DeviceCode.h"
 #include "setup/KeyMapPicture.h"
 #include "setup/Options.h"
+#include "setup/SampleTexts.h"
 #include "setup/SetupReader.h"
-#include "setup/SetupTexts.h"
 
 using namespace kelvora;
 

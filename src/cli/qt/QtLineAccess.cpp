@@ -14,7 +14,6 @@
 #include "cli/LineReport.h"
 #include "cli/YesAnswer.h"
 #include "comms/LineLink.h"
-#include "comms/PortNames.h"
 #include "journal/posix/JournalFolder.h"
 #include "journal/qt/Sha256.h"
 #include "network/qt/QtLinePort.h"
@@ -23,6 +22,7 @@
 #include "platform/qt/BenchProcess.h"
 #include "platform/qt/QtEventLoop.h"
 #include "platform/qt/Text.h"
+#include "ports/PortNames.h"
 
 namespace kelvora {
 

@@ -6,7 +6,7 @@
 #include <chrono>
 #include <cstdint>
 
-#include "app/MessageCatalogue.h"
+#include "catalogue/MessageCatalogue.h"
 #include "comms/LineMonitor.h"
 
 namespace kelvora {

@@ -14,7 +14,6 @@
 #include <array>
 #include <utility>
 
-#include "app/SaveTextAs.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WindowKeys.h"
 
@@ -48,10 +47,13 @@ QString DetailText(const LineEntry& entry)
 
 }  // namespace
 
-LineMonitorWindow::LineMonitorWindow(Program& program, LineMonitor& monitor)
-    : program_(program),
+LineMonitorWindow::LineMonitorWindow(const UserFiles& files, const RunningOperation& running,
+                                     EventLoop& eventLoop, LineMonitor& monitor)
+    : files_(files),
+      running_(running),
+      eventLoop_(eventLoop),
       monitor_(monitor),
-      model_(new LineMonitorModel(program.catalogue, monitor, this)),
+      model_(new LineMonitorModel(files.Words().Catalogue(), monitor, this)),
       table_(new QTableView(this)),
       empty_(new QLabel(table_)),
       detail_(new QPlainTextEdit(this)),
@@ -165,12 +167,12 @@ void LineMonitorWindow::Arrange()
 void LineMonitorWindow::ShowBusy()
 {
     // The dialog for the file would hold up what works on the line.
-    save_->setEnabled(model_->rowCount() > 0 && !program_.busy);
+    save_->setEnabled(model_->rowCount() > 0 && !running_.IsBusy());
 }
 
 void LineMonitorWindow::Retranslate()
 {
-    const auto text = [this](const MessageId& id) { return ToQString(program_.catalogue.Caption(id)); };
+    const auto text = [this](const MessageId& id) { return ToQString(files_.Words().Caption(id)); };
     setWindowTitle(text(Message::LineMonitorTitle));
     pause_->setText(text(Message::MonitorPause));
     clear_->setText(text(Message::MonitorClear));
@@ -185,7 +187,7 @@ void LineMonitorWindow::LineMonitor_Change()
 {
     if (std::exchange(updatePending_, true))
         return;
-    program_.world.eventLoop.After(UpdateTime, [window = QPointer<LineMonitorWindow>(this)] {
+    eventLoop_.After(UpdateTime, [window = QPointer<LineMonitorWindow>(this)] {
         if (!window)
             return;
         window->updatePending_ = false;
@@ -228,8 +230,8 @@ void LineMonitorWindow::SaveAs()
 {
     const LineEntries entries = model_->Entries();
     if (!entries.empty())
-        SaveTextAs(program_, Message::MonitorSaveTitle, "cdgLineMonitor",
-                   [&] { return LineMonitorText(entries, ZoneOffset(entries.front()->time)); });
+        files_.SaveTextAs(Message::MonitorSaveTitle, "cdgLineMonitor",
+                          [&] { return LineMonitorText(entries, ZoneOffset(entries.front()->time)); });
 }
 
 }  // namespace kelvora

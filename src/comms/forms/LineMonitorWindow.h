@@ -3,9 +3,11 @@
 
 #include <QWidget>
 
-#include "app/Program.h"
+#include "catalogue/UserFiles.h"
 #include "comms/LineMonitor.h"
+#include "comms/RunningOperation.h"
 #include "comms/forms/LineMonitorModel.h"
+#include "platform/EventLoop.h"
 
 class QLabel;
 class QPlainTextEdit;
@@ -18,7 +20,8 @@ class LineMonitorWindow final : public QWidget {
 public:
     /// A window of its own that deletes itself when it is closed. Both outlive it; it takes the monitor's
     /// onChange while it lives.
-    LineMonitorWindow(Program& program, LineMonitor& monitor);
+    LineMonitorWindow(const UserFiles& files, const RunningOperation& running, EventLoop& eventLoop,
+                      LineMonitor& monitor);
     ~LineMonitorWindow() override;
     LineMonitorWindow(const LineMonitorWindow&) = delete;
     LineMonitorWindow& operator=(const LineMonitorWindow&) = delete;
@@ -42,7 +45,9 @@ private:
     void Clear();
     void SaveAs();
 
-    Program& program_;
+    const UserFiles& files_;
+    const RunningOperation& running_;
+    EventLoop& eventLoop_;
     LineMonitor& monitor_;
     LineMonitorModel* model_;
     QTableView* table_;

@@ -6,7 +6,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "app/Messages.h"
+#include "catalogue/Messages.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {

@@ -6,7 +6,7 @@
 #include <QLabel>
 #include <functional>
 
-#include "app/MessageCatalogue.h"
+#include "catalogue/MessageCatalogue.h"
 
 namespace kelvora {
 

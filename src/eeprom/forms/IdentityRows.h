@@ -7,7 +7,7 @@
 #include <array>
 #include <functional>
 
-#include "app/MessageCatalogue.h"
+#include "catalogue/MessageCatalogue.h"
 #include "eeprom/IdentityChoices.h"
 
 class QComboBox;

@@ -3,7 +3,7 @@
 
 #include <QWidget>
 
-#include "app/MessageCatalogue.h"
+#include "catalogue/MessageCatalogue.h"
 
 class QLineEdit;
 

@@ -3,7 +3,7 @@
 
 #include <QFrame>
 
-#include "app/MessageCatalogue.h"
+#include "catalogue/MessageCatalogue.h"
 
 class QLabel;
 class QPushButton;

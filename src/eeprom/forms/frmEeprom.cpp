@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/ShowMessage.h"
 #include "comms/forms/frmAbort.h"
 #include "eeprom/IdentityChoices.h"
 #include "eeprom/IdentityTexts.h"
@@ -18,9 +17,9 @@
 #include "eeprom/forms/SavedCopy.h"
 #include "eeprom/forms/WizardPages.h"
 #include "eeprom/forms/WizardStatus.h"
-#include "layout/Connection.h"
 #include "platform/Encoding.h"
 #include "platform/qt/Text.h"
+#include "ports/Connection.h"
 
 namespace kelvora {
 
@@ -54,15 +53,15 @@ frmEeprom::Work::~Work()
     form_.SetWizardButtons();
 }
 
-frmEeprom::frmEeprom(Program& program, PosCfg settings, SerialPort& port, std::string dataFolder,
+frmEeprom::frmEeprom(const WizardDesk& desk, PosCfg settings, SerialPort& port, std::string dataFolder,
                      QWidget* parent)
     : QDialog(parent),
-      program_(program),
+      desk_(desk),
       settings_(std::move(settings)),
       port_(port),
       dataFolder_(std::move(dataFolder)),
       formerSettings_(port.Settings()),
-      protocol_(port, program.world.eventLoop, program.world.prompt)
+      protocol_(port, desk.eventLoop, desk.files.Words().Boxes())
 {
     setObjectName(QStringLiteral("frmEeprom"));
     setWindowTitle(ToQString(Text(Message::EepromTitle)));
@@ -84,20 +83,20 @@ frmEeprom::~frmEeprom()
 void frmEeprom::MakePages()
 {
     pages_ = new QStackedWidget(this);
-    search_ = new SearchPage(program_.catalogue, settings_.CommsPort);
+    search_ = new SearchPage(Catalogue(), settings_.CommsPort);
     auto* result = new QFrame;
     auto* resultLayout = new QVBoxLayout(result);
-    rows_ = new IdentityRows(program_.catalogue);
+    rows_ = new IdentityRows(Catalogue());
     nothingRead_ = new QLabel(ToQString(Text(Message::EepromNothingRead)));
     nothingRead_->setObjectName(QStringLiteral("NothingRead"));
     nothingRead_->setTextFormat(Qt::PlainText);
     nothingRead_->setWordWrap(true);
-    saved_ = new SavedCopy(program_.catalogue);
+    saved_ = new SavedCopy(Catalogue());
     resultLayout->addWidget(rows_);
     resultLayout->addWidget(nothingRead_);
     resultLayout->addWidget(saved_);
     int index = 0;
-    for (QFrame* page : {MakeIntroductionPage(program_.catalogue), MakeInstructionPage(program_.catalogue),
+    for (QFrame* page : {MakeIntroductionPage(Catalogue()), MakeInstructionPage(Catalogue()),
                          static_cast<QFrame*>(search_), result}) {
         page->setObjectName(QStringLiteral("WizFrame%1").arg(index++));
         pages_->addWidget(page);
@@ -143,7 +142,7 @@ void frmEeprom::WatchMemory()
         search_->ShowRepeating();
         status_->ShowEndless();
     };
-    memory_.isInterrupted = [this] { return program_.interruptionRequested; };
+    memory_.isInterrupted = [this] { return desk_.operation.IsStopAsked(); };
 }
 
 void frmEeprom::showEvent(QShowEvent* event)
@@ -225,18 +224,18 @@ frmEeprom::Ways frmEeprom::SearchModules()
     const Work work(*this);
     ShowCaption(Message::EepromSearching);
     search_->Clear();
-    program_.interruptionRequested = false;
-    OperationNote note = program_.Begin(JournalOperation::ReadIdentities, settings_.CommsPort);
+    desk_.operation.GoOn();
+    OperationNote note = desk_.notes.Begin(JournalOperation::ReadIdentities, settings_.CommsPort);
     if (!protocol_.OpenCommsLine()) {
         note.Entry().message = Utf8FromText(port_.LastError());
-        program_.Keep(note);
+        desk_.notes.Keep(note);
         return RefuseLine();
     }
     UpdateBusy();
     const SearchOutcome outcome = Search();
     const Ways ways = ShowSearch(outcome);
     NoteRead(outcome, note);
-    program_.Keep(note);
+    desk_.notes.Keep(note);
     saved_->Show({});
     rows_->Show(memory_);
     return ways;
@@ -325,14 +324,14 @@ void frmEeprom::ReadModules(std::span<const AddressedBlock> written)
 
 void frmEeprom::StopCommand_Click()
 {
-    program_.interruptionRequested = true;
+    desk_.operation.AskToStop();
 }
 
 // Asks whether the search is to stop, which goes on meanwhile.
 void frmEeprom::ShowInterruption()
 {
     if (!abort_) {
-        abort_ = new frmAbort(program_.catalogue, this);
+        abort_ = new frmAbort(Catalogue(), this);
         abort_->setAttribute(Qt::WA_DeleteOnClose);
         abort_->onTerminate = [this] { StopCommand_Click(); };
     }
@@ -354,10 +353,10 @@ void frmEeprom::UpdateBusy()
         ShowPort();
     if (std::exchange(busy_, busy) == busy)
         return;
-    program_.busy = busy;
-    program_.running = {};
     if (busy)
-        program_.running.status = Text(Message::EepromStatus) + std::to_string(settings_.CommsPort);
+        desk_.operation.Take(Text(Message::EepromStatus) + std::to_string(settings_.CommsPort));
+    else
+        desk_.operation.GiveBack();
     if (onBusy)
         onBusy();
 }
@@ -369,7 +368,7 @@ std::string frmEeprom::FailureText() const
 
 Answer frmEeprom::Tell(std::string_view text, BoxIcon icon)
 {
-    return program_.world.prompt.Show(ProductName, text, {icon});
+    return desk_.files.Words().Tell(text, {icon});
 }
 
 void frmEeprom::done(int result)
@@ -391,7 +390,7 @@ void frmEeprom::keyPressEvent(QKeyEvent* event)
         if (searching_)
             ShowInterruption();
         else if (!working_)
-            program_.Show(Message::Interruption, {BoxIcon::Information});
+            desk_.files.Words().Show(Message::Interruption, {BoxIcon::Information});
     } else if (!enter || qobject_cast<QPushButton*>(focusWidget()) != nullptr) {
         // Enter in a list must not press a button.
         QDialog::keyPressEvent(event);

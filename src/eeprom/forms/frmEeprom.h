@@ -8,11 +8,14 @@
 #include <span>
 #include <string>
 
-#include "app/Program.h"
+#include "catalogue/UserFiles.h"
+#include "comms/RunningOperation.h"
 #include "eeprom/IdentityCopy.h"
 #include "eeprom/IdentityWrite.h"
 #include "eeprom/ModuleMemory.h"
 #include "eeprom/ModuleProtocol.h"
+#include "journal/OperationNotes.h"
+#include "platform/EventLoop.h"
 #include "platform/SerialPort.h"
 #include "setup/PosCfg.h"
 
@@ -28,11 +31,19 @@ class SearchPage;
 class WizardStatus;
 class frmAbort;
 
+/// What the wizard works with; all of it outlives the wizard.
+struct WizardDesk {
+    const UserFiles& files;
+    RunningOperation& operation;
+    OperationNotes& notes;
+    EventLoop& eventLoop;
+};
+
 class frmEeprom final : public QDialog {
 public:
     /// `settings` names the line, `port` is its serial port, closed and nobody else's while the wizard is
     /// there. Copies of what is overwritten go to `dataFolder`, which is made when there is none.
-    frmEeprom(Program& program, PosCfg settings, SerialPort& port, std::string dataFolder,
+    frmEeprom(const WizardDesk& desk, PosCfg settings, SerialPort& port, std::string dataFolder,
               QWidget* parent = nullptr);
     ~frmEeprom() override;
     frmEeprom(const frmEeprom&) = delete;
@@ -122,9 +133,11 @@ private:
     void UpdateBusy();
     std::string FailureText() const;
     Answer Tell(std::string_view text, BoxIcon icon);
-    std::string Text(const MessageId& message) const { return program_.catalogue.Caption(message); }
+    std::string Text(const MessageId& message) const { return desk_.files.Words().Caption(message); }
 
-    Program& program_;
+    const MessageCatalogue& Catalogue() const { return desk_.files.Words().Catalogue(); }
+
+    WizardDesk desk_;
     PosCfg settings_;
     SerialPort& port_;
     std::string dataFolder_;

@@ -1,7 +1,6 @@
 // What the page of the table does: writes the identities that are chosen there, or a saved copy.
 #include <QPushButton>
 
-#include "app/TextFiles.h"
 #include "eeprom/IdentityChoices.h"
 #include "eeprom/IdentityTexts.h"
 #include "eeprom/forms/IdentityRows.h"
@@ -31,21 +30,21 @@ void frmEeprom::WriteBackCommand_Click()
 {
     if (working_)
         return;
-    const auto choice = program_.world.fileDialogs.Open({Text(Message::EepromWriteBackTitle),
-                                                         dataFolder_,
-                                                         {},
-                                                         Text(Message::EepromFilter) + " (*.txt)|*.txt",
-                                                         1,
-                                                         "cdgOpenIdentities"});
+    const auto choice = desk_.files.Dialogs().Open({Text(Message::EepromWriteBackTitle),
+                                                    dataFolder_,
+                                                    {},
+                                                    Text(Message::EepromFilter) + " (*.txt)|*.txt",
+                                                    1,
+                                                    "cdgOpenIdentities"});
     if (!choice)
         return;
-    const auto text = ReadTextFile(program_, choice->path);
+    const auto text = desk_.files.Read(choice->path);
     if (!text)
         return;
     try {
         WriteBack(ReadIdentityCopy(*text));
     } catch (const IdentityCopyError& error) {
-        Tell(DescribeCopyError(program_.catalogue, error), BoxIcon::Exclamation);
+        Tell(DescribeCopyError(Catalogue(), error), BoxIcon::Exclamation);
     }
 }
 
@@ -54,7 +53,7 @@ void frmEeprom::WriteBack(const IdentityCopy& copy)
     const auto leftOut = AddressesNotRead(memory_, copy.blocks);
     const auto blocks = BlocksForTheLine(memory_, copy.blocks);
     if (blocks.empty())
-        Tell(program_.catalogue.Word(Message::EepromNotOnLine) + AddressList(leftOut), BoxIcon::Exclamation);
+        Tell(desk_.files.Words().Word(Message::EepromNotOnLine) + AddressList(leftOut), BoxIcon::Exclamation);
     else
         Write(blocks, &copy, leftOut);
 }
@@ -69,9 +68,9 @@ void frmEeprom::Write(std::span<const AddressedBlock> blocks, const IdentityCopy
     bool declined = false;
     {
         const Work work(*this);
-        WriteSurroundings surroundings{program_.world.prompt,
-                                       program_.catalogue,
-                                       program_.world.files,
+        WriteSurroundings surroundings{desk_.files.Words().Boxes(),
+                                       Catalogue(),
+                                       desk_.files.OnDisk(),
                                        dataFolder_,
                                        settings_.CommsPort,
                                        protocol_.Settings(),
@@ -81,11 +80,10 @@ void frmEeprom::Write(std::span<const AddressedBlock> blocks, const IdentityCopy
                                        [this] { ShowCaption(Message::EepromWriting); }};
         surroundings.ask = [this](const WriteQuestion& question) { return Ask(question); };
         if (copy)
-            surroundings.remarks = {DescribeCopy(program_.catalogue, *copy),
-                                    DescribeLeftOut(program_.catalogue, leftOut)};
+            surroundings.remarks = {DescribeCopy(Catalogue(), *copy), DescribeLeftOut(Catalogue(), leftOut)};
         OperationNote note =
-            program_.Begin(copy ? JournalOperation::RestoreIdentities : JournalOperation::WriteIdentities,
-                           settings_.CommsPort);
+            desk_.notes.Begin(copy ? JournalOperation::RestoreIdentities : JournalOperation::WriteIdentities,
+                              settings_.CommsPort);
         const WriteResult result = WriteIdentities(memory_, blocks, surroundings);
         declined = result.outcome == WriteOutcome::Declined;
         if (result.outcome == WriteOutcome::Written || result.outcome == WriteOutcome::Failed) {
@@ -108,7 +106,7 @@ void frmEeprom::Write(std::span<const AddressedBlock> blocks, const IdentityCopy
                              std::string(LineEnd) + TextFromPath(result.copyPath));
         }
         NoteWritten(result, blocks, note);
-        program_.Keep(note);
+        desk_.notes.Keep(note);
     }
     Open(ways);
     // After a No the work goes on where it was.
@@ -146,13 +144,13 @@ void frmEeprom::TellWritten(const WriteResult& result, std::span<const std::size
     if (!isWritten)
         text.append(LineEnd).append(FailedText(result));
     if (!leftOut.empty())
-        text.append(LineEnd).append(DescribeLeftOut(program_.catalogue, leftOut));
+        text.append(LineEnd).append(DescribeLeftOut(Catalogue(), leftOut));
     Tell(text, isWritten ? BoxIcon::Information : BoxIcon::Exclamation);
 }
 
 std::string frmEeprom::FailedText(const WriteResult& result) const
 {
-    return program_.catalogue.Word(Message::EepromFailedAddresses) + AddressList(result.failed);
+    return desk_.files.Words().Word(Message::EepromFailedAddresses) + AddressList(result.failed);
 }
 
 // Of blocks that were to be written: the modules of which nobody knows what they hold now.
@@ -160,7 +158,7 @@ std::string frmEeprom::UnknownText(std::span<const AddressedBlock> blocks) const
 {
     const auto unread = AddressesNotRead(memory_, blocks);
     return unread.empty() ? std::string()
-                          : program_.catalogue.Word(Message::EepromNotReadAgain) + AddressList(unread);
+                          : desk_.files.Words().Word(Message::EepromNotReadAgain) + AddressList(unread);
 }
 
 // Shows what the modules hold now, whatever they have acknowledged.
@@ -170,7 +168,7 @@ void frmEeprom::ReadAgain(std::span<const AddressedBlock> blocks,
     ReadModules(blocks);
     rows_->Show(memory_);
     if (const auto differ = AddressesThatDiffer(memory_, acknowledged); !differ.empty())
-        Tell(program_.catalogue.Word(Message::EepromDiffers) + AddressList(differ), BoxIcon::Exclamation);
+        Tell(desk_.files.Words().Word(Message::EepromDiffers) + AddressList(differ), BoxIcon::Exclamation);
 }
 
 }  // namespace kelvora

@@ -11,9 +11,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/FlashTexts.h"
-#include "app/ShowMessage.h"
-#include "app/TransferTexts.h"
+#include "flash/FlashTexts.h"
+#include "flash/TransferTexts.h"
 #include "flash/forms/ComparisonDialog.h"
 #include "platform/Encoding.h"
 #include "platform/qt/Text.h"
@@ -32,9 +31,10 @@ enum Column { Date, Port, State, Kind, Modules, Terminal, File, ColumnCount };
 
 }  // namespace
 
-BackupsDialog::BackupsDialog(Program& program, const Backups& backups, BackupTarget target, QWidget* parent)
+BackupsDialog::BackupsDialog(const UserFiles& files, const Backups& backups, BackupTarget target,
+                             QWidget* parent)
     : QDialog(parent),
-      program_(program),
+      files_(files),
       backups_(backups),
       target_(std::move(target)),
       list_(new QTreeWidget(this)),
@@ -43,7 +43,7 @@ BackupsDialog::BackupsDialog(Program& program, const Backups& backups, BackupTar
       compare_(AddButton("Compare", Message::CompareImages))
 {
     setObjectName(QStringLiteral("BackupsDialog"));
-    setWindowTitle(ToQString(program_.catalogue.Caption(Message::BackupsTitle)));
+    setWindowTitle(ToQString(files_.Words().Caption(Message::BackupsTitle)));
     connect(restore_, &QPushButton::clicked, this, [this] { Restore(); });
     connect(compare_, &QPushButton::clicked, this, [this] { Compare(); });
     MakeList();
@@ -53,7 +53,7 @@ BackupsDialog::BackupsDialog(Program& program, const Backups& backups, BackupTar
 
 QPushButton* BackupsDialog::AddButton(const char* name, const MessageId& caption)
 {
-    auto* const button = new QPushButton(ToQString(program_.catalogue.Caption(caption)), this);
+    auto* const button = new QPushButton(ToQString(files_.Words().Caption(caption)), this);
     button->setObjectName(QLatin1String(name));
     // Enter in the list must not begin anything.
     button->setAutoDefault(false);
@@ -62,7 +62,7 @@ QPushButton* BackupsDialog::AddButton(const char* name, const MessageId& caption
 
 void BackupsDialog::MakeList()
 {
-    const auto text = [this](const MessageId& id) { return ToQString(program_.catalogue.Caption(id)); };
+    const auto text = [this](const MessageId& id) { return ToQString(files_.Words().Caption(id)); };
     list_->setObjectName(QStringLiteral("Backups"));
     list_->setAccessibleName(windowTitle());
     list_->setHeaderLabels({text(Message::BackupDate), text(Message::MonitorPort), text(Message::BackupState),
@@ -111,12 +111,12 @@ void BackupsDialog::Fill()
         row->setText(Port, title.section(QStringLiteral(", "), 0, -2));
         if (entry.kind)
             row->setText(
-                Kind, ToQString(program_.catalogue.Caption(
+                Kind, ToQString(files_.Words().Caption(
                           *entry.kind == DumpKind::Device ? Message::DumpOfDevice : Message::DumpOfSetup)));
         row->setText(Terminal, ToQString(entry.terminal));
         row->setText(File, PathToQString(entry.name));
         if (!entry.modules.empty())
-            row->setText(Modules, ToQString(ModuleNames(program_.catalogue, entry.modules)));
+            row->setText(Modules, ToQString(ModuleNames(files_.Words().Catalogue(), entry.modules)));
         row->setText(State, StateOf(entry));
         for (int column = 0; column < ColumnCount; ++column)
             row->setToolTip(column, column == File ? PathToQString(entry.path) : row->text(column));
@@ -126,11 +126,11 @@ void BackupsDialog::Fill()
         const int widest = WidestColumn * list_->fontMetrics().averageCharWidth();
         list_->setColumnWidth(column, std::min(list_->columnWidth(column), widest));
     }
-    folderText_ = ToQString(program_.catalogue.Word(Message::BackupFolder) + TextFromPath(backups_.Folder()));
+    folderText_ = ToQString(files_.Words().Word(Message::BackupFolder) + TextFromPath(backups_.Folder()));
     if (!problem.empty())
         folderText_ = ToQString(problem);
     else if (entries_.empty())
-        folderText_.prepend(ToQString(program_.catalogue.Caption(Message::BackupsNone)) + '\n');
+        folderText_.prepend(ToQString(files_.Words().Caption(Message::BackupsNone)) + '\n');
     list_->setCurrentItem(list_->topLevelItem(0));
     ShowSelection();
 }
@@ -140,9 +140,10 @@ QString BackupsDialog::StateOf(const BackupEntry& entry) const
     if (!entry.readError.empty())
         return ToQString(entry.readError);
     if (entry.IsWhole())
-        return ToQString(program_.catalogue.Caption(entry.modules.empty() ? Message::BackupNoModules
-                                                                          : Message::BackupWhole));
-    return ToQString(Describe(program_.catalogue, *entry.damage)).replace(QStringLiteral("\r\n"), " ");
+        return ToQString(
+            files_.Words().Caption(entry.modules.empty() ? Message::BackupNoModules : Message::BackupWhole));
+    return ToQString(Describe(files_.Words().Catalogue(), *entry.damage))
+        .replace(QStringLiteral("\r\n"), " ");
 }
 
 std::string BackupsDialog::Name(const BackupEntry& entry) const
@@ -163,14 +164,13 @@ void BackupsDialog::ShowSelection()
     // The columns may be too narrow for them.
     const auto told = [&] {
         return entry->IsWhole() && !entry->modules.empty()
-                   ? ToQString(ModuleNames(program_.catalogue, entry->modules))
+                   ? ToQString(ModuleNames(files_.Words().Catalogue(), entry->modules))
                    : StateOf(*entry);
     };
     info_->setText(entry ? told() + '\n' + folderText_ : folderText_);
     restore_->setEnabled(entry && entry->IsWhole() && target_.canRestore);
     compare_->setEnabled(entry && entry->IsWhole() && target_.image);
-    compare_->setToolTip(target_.image ? QString()
-                                       : ToQString(program_.catalogue.Caption(Message::NoImageRead)));
+    compare_->setToolTip(target_.image ? QString() : ToQString(files_.Words().Caption(Message::NoImageRead)));
 }
 
 // The file is read anew: it may have changed since it was listed.
@@ -182,12 +182,10 @@ std::optional<FlashDump> BackupsDialog::ReadSelected()
     try {
         return backups_.Read(entry->path);
     } catch (const DumpError& error) {
-        program_.world.prompt.Show(ProductName,
-                                   TextFromPath(entry->path) + "\r\n" + Describe(program_.catalogue, error),
-                                   {BoxIcon::Exclamation});
+        files_.Words().Tell(TextFromPath(entry->path) + "\r\n" + Describe(files_.Words().Catalogue(), error),
+                            {BoxIcon::Exclamation});
     } catch (const FileError& error) {
-        program_.world.prompt.Show(ProductName, TextFromPath(error.Path()) + "\r\n" + error.what(),
-                                   {BoxIcon::Exclamation});
+        files_.Words().Tell(TextFromPath(error.Path()) + "\r\n" + error.what(), {BoxIcon::Exclamation});
     }
     return std::nullopt;
 }
@@ -209,7 +207,7 @@ void BackupsDialog::Compare()
         return;
     ImageComparison images{Name(*Selected()), target_.name, dump->image, *target_.image};
     images.differences = DescribeDifferences(images.before, images.after, ModulesOf(images.after));
-    ComparisonDialog(program_, std::move(images), this).exec();
+    ComparisonDialog(files_, std::move(images), this).exec();
 }
 
 }  // namespace kelvora

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "app/Program.h"
+#include "catalogue/UserFiles.h"
 #include "flash/Backups.h"
 
 class QLabel;
@@ -25,8 +25,9 @@ struct BackupTarget {
 
 class BackupsDialog final : public QDialog {
 public:
-    /// `program` and `backups` outlive the dialog. Accepted when a backup was chosen to be restored.
-    BackupsDialog(Program& program, const Backups& backups, BackupTarget target, QWidget* parent = nullptr);
+    /// `files` and `backups` outlive the dialog. Accepted when a backup was chosen to be restored.
+    BackupsDialog(const UserFiles& files, const Backups& backups, BackupTarget target,
+                  QWidget* parent = nullptr);
 
     /// What was chosen.
     const std::optional<FlashDump>& Chosen() const { return chosen_; }
@@ -47,7 +48,7 @@ private:
     void Restore();
     void Compare();
 
-    Program& program_;
+    const UserFiles& files_;
     const Backups& backups_;
     BackupTarget target_;
     std::vector<BackupEntry> entries_;

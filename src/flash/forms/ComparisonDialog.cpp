@@ -10,8 +10,7 @@
 #include <QSplitter>
 #include <utility>
 
-#include "app/SaveTextAs.h"
-#include "app/TransferTexts.h"
+#include "flash/TransferTexts.h"
 #include "flash/forms/ImageTable.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WindowKeys.h"
@@ -27,9 +26,9 @@ constexpr int LongestQuery = 64;
 
 }  // namespace
 
-ComparisonDialog::ComparisonDialog(Program& program, ImageComparison images, QWidget* parent)
+ComparisonDialog::ComparisonDialog(const UserFiles& files, ImageComparison images, QWidget* parent)
     : QDialog(parent),
-      program_(program),
+      files_(files),
       images_(std::move(images)),
       findLabel_(new QLabel(this)),
       find_(new QLineEdit(this)),
@@ -123,7 +122,7 @@ void ComparisonDialog::Arrange()
 
 void ComparisonDialog::Retranslate()
 {
-    const auto text = [this](const MessageId& id) { return ToQString(program_.catalogue.Caption(id)); };
+    const auto text = [this](const MessageId& id) { return ToQString(files_.Words().Caption(id)); };
     setWindowTitle(text(Message::ComparisonTitle));
     findLabel_->setText(text(Message::ComparisonFind));
     find_->setPlaceholderText(text(Message::ComparisonFindHint));
@@ -139,7 +138,7 @@ void ComparisonDialog::Retranslate()
 void ComparisonDialog::ListDifferences()
 {
     const int row = list_->currentRow();
-    described_ = DifferenceLines(program_.catalogue, images_.differences);
+    described_ = DifferenceLines(files_.Words().Catalogue(), images_.differences);
     const QSignalBlocker quiet(list_);
     list_->clear();
     for (const std::string& line : described_)
@@ -149,9 +148,9 @@ void ComparisonDialog::ListDifferences()
     list_->setVisible(differs);
     previous_->setEnabled(differs);
     next_->setEnabled(differs);
-    count_->setText(differs ? ToQString(program_.catalogue.Word(Message::ComparisonCount)) +
+    count_->setText(differs ? ToQString(files_.Words().Word(Message::ComparisonCount)) +
                                   QString::number(described_.size())
-                            : ToQString(program_.catalogue.Caption(Message::ComparisonEqual)));
+                            : ToQString(files_.Words().Caption(Message::ComparisonEqual)));
     list_->setAccessibleName(count_->text());
 }
 
@@ -185,15 +184,15 @@ void ComparisonDialog::Find()
 {
     const auto query = ParseImageQuery(FromQString(find_->text()));
     const auto place = query ? FindInImages(images_, *query, table_->SearchStart()) : std::nullopt;
-    found_->setText(place ? QString() : ToQString(program_.catalogue.Caption(Message::ComparisonNotFound)));
+    found_->setText(place ? QString() : ToQString(files_.Words().Caption(Message::ComparisonNotFound)));
     if (place)
         table_->ShowBytes(*place, *place + std::max<std::size_t>(query->bytes.size(), 1) - 1);
 }
 
 void ComparisonDialog::SaveAs()
 {
-    SaveTextAs(program_, Message::ComparisonSaveTitle, "cdgComparison",
-               [this] { return ComparisonText(images_, described_); });
+    files_.SaveTextAs(Message::ComparisonSaveTitle, "cdgComparison",
+                      [this] { return ComparisonText(images_, described_); });
 }
 
 }  // namespace kelvora

@@ -4,7 +4,7 @@
 
 #include <QDialog>
 
-#include "app/Program.h"
+#include "catalogue/UserFiles.h"
 #include "flash/ImageComparison.h"
 
 class QLabel;
@@ -18,8 +18,8 @@ class ImageTable;
 
 class ComparisonDialog final : public QDialog {
 public:
-    /// `program` outlives the window.
-    ComparisonDialog(Program& program, ImageComparison images, QWidget* parent = nullptr);
+    /// `files` outlives the window.
+    ComparisonDialog(const UserFiles& files, ImageComparison images, QWidget* parent = nullptr);
 
     /// Shows the texts of the program's language.
     void Retranslate();
@@ -34,7 +34,7 @@ private:
     void Find();
     void SaveAs();
 
-    Program& program_;
+    const UserFiles& files_;
     ImageComparison images_;
     std::vector<std::string> described_;  ///< the differences in words
     QLabel* findLabel_;

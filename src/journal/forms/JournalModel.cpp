@@ -4,7 +4,7 @@
 #include <array>
 #include <utility>
 
-#include "app/Messages.h"
+#include "catalogue/Messages.h"
 #include "platform/PortName.h"
 #include "platform/qt/Text.h"
 

@@ -5,7 +5,7 @@
 #include <QSortFilterProxyModel>
 #include <vector>
 
-#include "app/MessageCatalogue.h"
+#include "catalogue/MessageCatalogue.h"
 #include "journal/JournalFilter.h"
 
 namespace kelvora {

@@ -15,6 +15,7 @@
 
 #include "journal/forms/JournalModel.h"
 #include "platform/Encoding.h"
+#include "platform/Files.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WindowKeys.h"
 
@@ -31,9 +32,11 @@ constexpr std::string_view DumpEnding = ".mem";
 
 }  // namespace
 
-JournalWindow::JournalWindow(Program& program)
-    : program_(program),
-      model_(new JournalModel(program.catalogue, this)),
+JournalWindow::JournalWindow(const OperationNotes& notes, const Lines& lines, const Texts& texts)
+    : notes_(notes),
+      lines_(lines),
+      texts_(texts),
+      model_(new JournalModel(texts.Catalogue(), this)),
       proxy_(new JournalProxy(*model_, this)),
       searchLabel_(new QLabel(this)),
       search_(new QLineEdit(this)),
@@ -138,7 +141,7 @@ void JournalWindow::Reload()
     JournalContent content;
     problem_.clear();
     try {
-        content = program_.journal->Read();
+        content = notes_.Journal()->Read();
     } catch (const FileError& error) {
         problem_ = TextFromPath(error.Path()) + ": " + error.what();
     }
@@ -160,7 +163,7 @@ void JournalWindow::Filter(const std::function<void()>& change)
 
 void JournalWindow::ShowCount()
 {
-    const auto text = [this](const MessageId& id) { return ToQString(program_.catalogue.Caption(id)); };
+    const auto text = [this](const MessageId& id) { return ToQString(texts_.Caption(id)); };
     QString count = text(Message::JournalCount) + QLatin1Char(' ') + QString::number(proxy_->rowCount());
     if (damaged_ > 0)
         count += QStringLiteral("    ") + text(Message::JournalDamaged) + QLatin1Char(' ') +
@@ -191,7 +194,7 @@ void JournalWindow::ShowSelection()
     const bool hasDump = HasDump(Selected()) && !isBusy_;
     open_->setEnabled(hasDump);
     compare_->setEnabled(hasDump && hasSetup_);
-    restore_->setEnabled(hasDump && program_.HasLink());
+    restore_->setEnabled(hasDump && lines_.HasLink());
 }
 
 void JournalWindow::ShowSituation(bool hasSetup, bool isBusy)
@@ -203,7 +206,7 @@ void JournalWindow::ShowSituation(bool hasSetup, bool isBusy)
 
 void JournalWindow::Retranslate()
 {
-    const auto text = [this](const MessageId& id) { return ToQString(program_.catalogue.Caption(id)); };
+    const auto text = [this](const MessageId& id) { return ToQString(texts_.Caption(id)); };
     setWindowTitle(text(Message::JournalTitle));
     searchLabel_->setText(text(Message::JournalSearch));
     failedOnly_->setText(text(Message::JournalFailedOnly));

@@ -6,8 +6,8 @@
 #include <functional>
 #include <string>
 
-#include "app/Program.h"
 #include "journal/JournalEntry.h"
+#include "journal/OperationNotes.h"
 
 class QCheckBox;
 class QLabel;
@@ -23,8 +23,8 @@ class JournalProxy;
 
 class JournalWindow final : public QWidget {
 public:
-    /// A window of its own that deletes itself when it is closed. `program` outlives it, and has a journal.
-    explicit JournalWindow(Program& program);
+    /// A window of its own that deletes itself when it is closed. All outlive it; there is a journal.
+    JournalWindow(const OperationNotes& notes, const Lines& lines, const Texts& texts);
 
     /// What is done with the backup of an entry; must be set before the window is shown.
     std::function<void(const JournalEntry&)> onOpen;
@@ -34,7 +34,7 @@ public:
     /// Reads the journal anew.
     void Reload();
 
-    /// Shows what can be done now: whether a setup is open to compare with, whether the program is busy.
+    /// Shows what can be done now: whether a setup is open to compare with, whether an operation runs.
     void ShowSituation(bool hasSetup, bool isBusy);
 
     void Retranslate();
@@ -49,7 +49,9 @@ private:
     const JournalEntry* Selected() const;
     bool HasDump(const JournalEntry* entry) const;
 
-    Program& program_;
+    const OperationNotes& notes_;
+    const Lines& lines_;
+    const Texts& texts_;
     JournalModel* model_;
     JournalProxy* proxy_;
     QLabel* searchLabel_;

@@ -11,7 +11,6 @@
 #include <QScreen>
 #include <algorithm>
 
-#include "app/ShowMessage.h"
 #include "keymap/forms/KeyGridView.h"
 #include "platform/qt/Text.h"
 
@@ -49,25 +48,20 @@ QString WithoutMnemonic(QString caption)
 
 }  // namespace
 
-frmKeyb::frmKeyb(ModuleKind kind, const MessageCatalogue& catalogue, Prompt& prompt, PosCfg& settings,
+frmKeyb::frmKeyb(ModuleKind kind, const Texts& texts, std::string& xchange, const std::string& setupName,
                  QWidget* parent)
-    : QDialog(parent),
-      session_(kind),
-      kind_(kind),
-      catalogue_(catalogue),
-      prompt_(prompt),
-      settings_(settings)
+    : QDialog(parent), session_(kind), kind_(kind), texts_(texts), xchange_(xchange)
 {
     for (const Window& window : Windows)
         if (window.kind == kind) {
             setObjectName(QLatin1String(window.name));
-            setWindowTitle(ToQString(catalogue.Caption(window.title)));
+            setWindowTitle(ToQString(texts.Caption(window.title)));
         }
     grid_ = new KeyGridView(
-        session_, catalogue, [this] { ShowSession(); }, this);
+        session_, texts.Catalogue(), [this] { ShowSession(); }, this);
     grid_->setAccessibleName(windowTitle());
-    if (!settings.Name.empty())
-        setWindowTitle(windowTitle() + QStringLiteral(" - ") + ToQString(settings.Name));
+    if (!setupName.empty())
+        setWindowTitle(windowTitle() + QStringLiteral(" - ") + ToQString(setupName));
 
     hint_ = new QLabel(this);
     hint_->setObjectName(QStringLiteral("Hint"));
@@ -119,7 +113,7 @@ QWidget* frmKeyb::MakeControls()
 
 QPushButton* frmKeyb::MakeButton(const MessageId& caption, const char* name)
 {
-    auto* const button = new QPushButton(ToQString(catalogue_.Caption(caption)), this);
+    auto* const button = new QPushButton(ToQString(texts_.Caption(caption)), this);
     button->setObjectName(QLatin1String(name));
     button->setAccessibleName(WithoutMnemonic(button->text()));
     button->setAutoDefault(false);
@@ -133,8 +127,7 @@ QWidget* frmKeyb::MakeChoices()
     auto* const layout = new QVBoxLayout(keyControls_);
     keyTypes_ = new QButtonGroup(keyControls_);
     for (std::size_t i = 0; i < keyTypeOption_.size(); ++i) {
-        auto* const option =
-            new QRadioButton(ToQString(catalogue_.Caption(TypeCaptions.at(i))), keyControls_);
+        auto* const option = new QRadioButton(ToQString(texts_.Caption(TypeCaptions.at(i))), keyControls_);
         option->setObjectName(QStringLiteral("KeyTypeOption%1").arg(i));
         option->setAccessibleName(WithoutMnemonic(option->text()));
         connect(option, &QRadioButton::clicked, this,
@@ -143,7 +136,7 @@ QWidget* frmKeyb::MakeChoices()
         layout->addWidget(option);
         keyTypeOption_.at(i) = option;
     }
-    unusedCheck_ = new QCheckBox(ToQString(catalogue_.Caption(Message::UnusedCheck)), keyControls_);
+    unusedCheck_ = new QCheckBox(ToQString(texts_.Caption(Message::UnusedCheck)), keyControls_);
     unusedCheck_->setObjectName(QStringLiteral("UnusedCheck"));
     unusedCheck_->setAccessibleName(WithoutMnemonic(unusedCheck_->text()));
     connect(unusedCheck_, &QCheckBox::clicked, this, &frmKeyb::UnusedCheck_Click);
@@ -170,7 +163,7 @@ QSize frmKeyb::InitialSize() const
 
 void frmKeyb::Activate()
 {
-    session_.Load(settings_.Xchange);
+    session_.Load(xchange_);
     ShowSession();
     grid_->FocusKeys();
 }
@@ -180,7 +173,7 @@ void frmKeyb::ReloadEmptyMap()
     if (!session_.Map().empty())
         return;
     constexpr BoxStyle style{BoxIcon::Question, BoxButtons::OkCancel, Answer::Ok};
-    if (prompt_.Show(ProductName, catalogue_.Caption(Message::ReloadKeyMap), style) == Answer::Ok)
+    if (texts_.Tell(texts_.Caption(Message::ReloadKeyMap), style) == Answer::Ok)
         Activate();
 }
 
@@ -188,20 +181,20 @@ void frmKeyb::ShowSession()
 {
     grid_->LayoutKeyGrid();
     ShowChoices(session_.Choices());
-    hint_->setText(ToQString(session_.IsEditable() ? catalogue_.Caption(Message::KeyHint) + " " +
-                                                         catalogue_.Caption(Message::KeyHintMore)
-                                                   : catalogue_.Caption(Message::KeyMapUnfit)));
+    hint_->setText(ToQString(session_.IsEditable() ? texts_.Caption(Message::KeyHint) + " " +
+                                                         texts_.Caption(Message::KeyHintMore)
+                                                   : texts_.Caption(Message::KeyMapUnfit)));
     undo_->setEnabled(session_.CanUndo());
     redo_->setEnabled(session_.CanRedo());
 }
 
 void frmKeyb::ShowChoices(const KeyChoices& choices)
 {
-    QString caption = ToQString(catalogue_.Word(Message::KeyWord)) + QLatin1Char('?');
+    QString caption = ToQString(texts_.Word(Message::KeyWord)) + QLatin1Char('?');
     if (choices.count > 1)
-        caption = QString::number(choices.count) + ToQString(catalogue_.Caption(Message::KeysSelected));
+        caption = QString::number(choices.count) + ToQString(texts_.Caption(Message::KeysSelected));
     else if (choices.keyNumber > 0)
-        caption = ToQString(catalogue_.Word(Message::KeyWord)) + QString::number(choices.keyNumber);
+        caption = ToQString(texts_.Word(Message::KeyWord)) + QString::number(choices.keyNumber);
     keyControls_->setTitle(caption);
 
     unusedCheck_->setEnabled(choices.unusedEnabled);
@@ -247,14 +240,14 @@ void frmKeyb::DefaultMapping_Click()
 {
     ShowChoices({});
     std::string map = session_.Map();
-    ConfirmDefaultKeyMap(kind_, map, prompt_, ProductName, catalogue_.Caption(Message::ConfirmDefaults));
+    ConfirmDefaultKeyMap(kind_, map, texts_.Boxes(), ProductName, texts_.Caption(Message::ConfirmDefaults));
     session_.ShowDefaults(std::move(map));
     ShowSession();
 }
 
 void frmKeyb::Back_Click()
 {
-    settings_.Xchange = session_.Map();
+    xchange_ = session_.Map();
     accept();
 }
 
@@ -274,7 +267,7 @@ void frmKeyb::reject()
 {
     if (!session_.IsChanged())
         return QDialog::reject();
-    if (prompt_.Show(ProductName, catalogue_.Caption(Message::DiscardKeyMap), YesNoStyle) != Answer::Yes)
+    if (texts_.Tell(texts_.Caption(Message::DiscardKeyMap), YesNoStyle) != Answer::Yes)
         return;
     // A window manager that is just giving the focus back from the question must find this form still there,
     // or nobody gets it. Where none tells, the wait has an end.

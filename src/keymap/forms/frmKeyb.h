@@ -5,11 +5,10 @@
 #include <QDialog>
 #include <QTimer>
 #include <array>
+#include <string>
 
-#include "app/MessageCatalogue.h"
+#include "catalogue/Texts.h"
 #include "keymap/KeyMapSession.h"
-#include "platform/Prompt.h"
-#include "setup/PosCfg.h"
 
 class QButtonGroup;
 class QCheckBox;
@@ -25,8 +24,8 @@ class KeyGridView;
 class frmKeyb : public QDialog {
 public:
     /// `kind` has keys (KM096, KM064, ICCR) and names the form's object: frmKeyb96, frmKeyb64, frmKeybICCR.
-    /// All but the parent outlive the form.
-    frmKeyb(ModuleKind kind, const MessageCatalogue& catalogue, Prompt& prompt, PosCfg& settings,
+    /// `setupName` stands in the title. Texts and `xchange` outlive the form.
+    frmKeyb(ModuleKind kind, const Texts& texts, std::string& xchange, const std::string& setupName,
             QWidget* parent = nullptr);
 
     const KeyMapSession& Session() const { return session_; }
@@ -60,9 +59,8 @@ private:
 
     KeyMapSession session_;
     ModuleKind kind_;
-    const MessageCatalogue& catalogue_;
-    Prompt& prompt_;
-    PosCfg& settings_;
+    const Texts& texts_;
+    std::string& xchange_;
     KeyGridView* grid_;
     QGroupBox* keyControls_ = nullptr;
     QButtonGroup* keyTypes_ = nullptr;

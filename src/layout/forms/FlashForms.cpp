@@ -6,9 +6,8 @@
 #include <iterator>
 #include <utility>
 
-#include "app/ShowMessage.h"
-#include "app/TransferTexts.h"
 #include "flash/Backups.h"
+#include "flash/TransferTexts.h"
 #include "flash/forms/BackupsDialog.h"
 #include "flash/forms/ChangesDialog.h"
 #include "flash/forms/ComparisonDialog.h"
@@ -41,9 +40,9 @@ std::string Body(const OutcomeText& outcome)
     return outcome.extra.empty() ? outcome.text : outcome.text + std::string(LineEnd) + outcome.extra;
 }
 
-std::string BackupFolder(const Program& program)
+std::string BackupFolder(const SetupDesk& desk)
 {
-    return program.dataFolder + "/backups";
+    return desk.dataFolder + "/backups";
 }
 
 // What the question before a download is about: the changes, then what is left out.
@@ -74,19 +73,19 @@ std::string FlashForms::LineName() const
 
 std::string FlashForms::Status(const MessageId& text) const
 {
-    return session_.Shared().catalogue.Caption(text) + std::to_string(session_.settings.CommsPort) + " ...";
+    return session_.Desk().Words().Caption(text) + std::to_string(session_.settings.CommsPort) + " ...";
 }
 
 // The command that was given ends first: what follows takes its time.
 void FlashForms::Later(std::function<void()> work)
 {
-    if (session_.Shared().busy)
+    if (session_.Desk().operation.IsBusy())
         return;
-    session_.Shared().world.eventLoop.After(
-        std::chrono::milliseconds(0), [this, window = QPointer<QWidget>(&window_), work = std::move(work)] {
-            if (window && !session_.Shared().busy)
-                work();
-        });
+    session_.Desk().eventLoop.After(std::chrono::milliseconds(0),
+                                    [this, window = QPointer<QWidget>(&window_), work = std::move(work)] {
+                                        if (window && !session_.Desk().operation.IsBusy())
+                                            work();
+                                    });
 }
 
 void FlashForms::ToolsMenuFlashDownload_Click()
@@ -110,11 +109,11 @@ void FlashForms::RestoreLater(const FlashDump& dump, const std::string& name, co
 
 void FlashForms::ToolsMenuFlashBackups_Click()
 {
-    Program& program = session_.Shared();
-    const Backups backups(program.world.files, BackupFolder(program));
+    SetupDesk& desk = session_.Desk();
+    const Backups backups(desk.files.OnDisk(), BackupFolder(desk));
     BackupsDialog dialog(
-        program, backups,
-        {LineName(), session_.deviceImage ? &*session_.deviceImage : nullptr, program.HasLink()},
+        desk.files, backups,
+        {LineName(), session_.deviceImage ? &*session_.deviceImage : nullptr, desk.lines.HasLink()},
         window_.window());
     if (dialog.exec() == QDialog::Accepted)
         RestoreLater(*dialog.Chosen(), dialog.ChosenName(), dialog.ChosenPath());
@@ -124,7 +123,8 @@ void FlashForms::Restore(FlashDump dump, const std::string& name, const std::str
 {
     if (NeedsUsersWord(dump)) {
         const std::string where = name + std::string(LineEnd) + LineName();
-        dump.isForTheLine = session_.Shared().Show(Message::AskRightLine, YesNoStyle, where) == Answer::Yes;
+        dump.isForTheLine =
+            session_.Desk().Words().Show(Message::AskRightLine, YesNoStyle, where) == Answer::Yes;
         if (!dump.isForTheLine)
             return;
     }
@@ -133,9 +133,9 @@ void FlashForms::Restore(FlashDump dump, const std::string& name, const std::str
 
 void FlashForms::Transfer(const WantedContent& wanted, const std::string& dumpName, const std::string& path)
 {
-    Program& program = session_.Shared();
+    SetupDesk& desk = session_.Desk();
     const HelpTopic topic(window_, dumpName.empty() ? "flash.html#download" : "flash.html#dumps");
-    Backups backups(program.world.files, BackupFolder(program));
+    Backups backups(desk.files.OnDisk(), BackupFolder(desk));
     const TransferSteps steps{
         [&](const TransferPlan& plan) {
             return backups.Keep({session_.settings.CommsPort, plan.deviceMap, plan.terminal, plan.held});
@@ -145,34 +145,34 @@ void FlashForms::Transfer(const WantedContent& wanted, const std::string& dumpNa
         }};
     TransferResult result;
     OperationNote note =
-        program.Begin(dumpName.empty() ? JournalOperation::Download : JournalOperation::Restore,
-                      session_.settings.CommsPort);
+        desk.notes.Begin(dumpName.empty() ? JournalOperation::Download : JournalOperation::Restore,
+                         session_.settings.CommsPort);
     if (dumpName.empty())
         NoteFile(note, session_);
     else
-        NoteFile(note, program.world.files, path);
+        NoteFile(note, desk.files.OnDisk(), path);
     {
         const LineOperation running(
-            program, Status(dumpName.empty() ? Message::DownloadStatus : Message::RestoreStatus),
-            " " + program.catalogue.Caption(TitleOf(dumpName)));
+            desk.operation, Status(dumpName.empty() ? Message::DownloadStatus : Message::RestoreStatus),
+            " " + desk.Words().Caption(TitleOf(dumpName)));
         result = DownloadFrom(session_, wanted, running.Hooks(), steps);
     }
     note.Tell(TargetOf(session_.settings), result);
-    program.Keep(note);
+    desk.notes.Keep(note);
     // Who has just said No knows it.
     if (result.reason == TransferResult::Reason::Declined)
         return;
-    const OutcomeText outcome = DescribeTransfer(program.catalogue, TargetOf(session_.settings), result);
-    program.world.prompt.Show(program.catalogue.Caption(TitleOf(dumpName)), Body(outcome), {outcome.icon});
+    const OutcomeText outcome = DescribeTransfer(desk.Catalogue(), TargetOf(session_.settings), result);
+    desk.Words().Tell(Body(outcome), {outcome.icon}, desk.Words().Caption(TitleOf(dumpName)));
 }
 
 // The line rests while the question stands; the program stays busy, so that nothing else can take it.
 TransferAnswer FlashForms::Ask(const WantedContent& wanted, const TransferPlan& plan,
                                const std::string& dumpName, const std::string& backup)
 {
-    Program& program = session_.Shared();
-    const MessageCatalogue& catalogue = program.catalogue;
-    const OperationQuestion asking(program);
+    SetupDesk& desk = session_.Desk();
+    const MessageCatalogue& catalogue = desk.Catalogue();
+    const OperationQuestion asking(desk.operation);
     const std::string contents = ContentsText(catalogue, plan);
     std::string question = contents.empty() ? std::string() : contents + "\n";
     if (const auto* const dump = std::get_if<FlashDump>(&wanted))
@@ -185,7 +185,7 @@ TransferAnswer FlashForms::Ask(const WantedContent& wanted, const TransferPlan& 
         catalogue, ToQString(title + ": " + LineName()), ToQString(question), QuestionLines(catalogue, plan),
         ToQString(catalogue.Word(Message::AskBackup) + TextFromPath(backup)), window_.window());
     dialog.onCompare = [&] {
-        ComparisonDialog(program,
+        ComparisonDialog(desk.files,
                          {LineName(), dumpName.empty() ? session_.settings.Name : dumpName, plan.held,
                           plan.wanted, plan.imageChanges},
                          &dialog)
@@ -195,8 +195,8 @@ TransferAnswer FlashForms::Ask(const WantedContent& wanted, const TransferPlan& 
         return TransferAnswer::No;
     if (!plan.TakesContents())
         return TransferAnswer::Yes;
-    return program.world.prompt.Show(title, contents + std::string(LineEnd) + TakingQuestion(catalogue, plan),
-                                     {BoxIcon::Exclamation, BoxButtons::YesNo, Answer::No}) == Answer::Yes
+    return desk.Words().Tell(contents + std::string(LineEnd) + TakingQuestion(catalogue, plan),
+                             {BoxIcon::Exclamation, BoxButtons::YesNo, Answer::No}, title) == Answer::Yes
                ? TransferAnswer::Yes
                : TransferAnswer::No;
 }
@@ -208,35 +208,35 @@ void FlashForms::ToolsMenuFlashVerify_Click()
 
 void FlashForms::Verify()
 {
-    Program& program = session_.Shared();
+    SetupDesk& desk = session_.Desk();
     const HelpTopic topic(window_, "flash.html#verify");
     VerifyResult result;
-    OperationNote note = program.Begin(JournalOperation::Verify, session_.settings.CommsPort);
+    OperationNote note = desk.notes.Begin(JournalOperation::Verify, session_.settings.CommsPort);
     NoteFile(note, session_);
     {
-        const LineOperation running(program, Status(Message::VerifyStatus),
-                                    " " + program.catalogue.Caption(Message::UploadTitle));
+        const LineOperation running(desk.operation, Status(Message::VerifyStatus),
+                                    " " + desk.Words().Caption(Message::UploadTitle));
         result = VerifyAgainst(session_, running.Hooks());
     }
     note.Tell(TargetOf(session_.settings), result);
-    program.Keep(note);
+    desk.notes.Keep(note);
     ShowVerified(result);
 }
 
 void FlashForms::ShowVerified(const VerifyResult& result)
 {
-    const Program& program = session_.Shared();
+    const SetupDesk& desk = session_.Desk();
     const OutcomeText outcome =
-        DescribeVerify(program.catalogue, TargetOf(session_.settings), result, MostLines(window_));
-    const std::string title = program.catalogue.Caption(Message::VerifyTitle);
+        DescribeVerify(desk.Catalogue(), TargetOf(session_.settings), result, MostLines(window_));
+    const std::string title = desk.Words().Caption(Message::VerifyTitle);
     if (result.outcome != VerifyResult::Outcome::Different) {
-        program.world.prompt.Show(title, Body(outcome), {outcome.icon});
+        desk.Words().Tell(Body(outcome), {outcome.icon}, title);
         return;
     }
     const std::string offer =
-        std::string(LineEnd).append(LineEnd) + program.catalogue.Caption(Message::ComparisonOffer);
-    if (program.world.prompt.Show(title, Body(outcome) + offer,
-                                  {outcome.icon, BoxButtons::YesNo, Answer::No}) == Answer::Yes)
+        std::string(LineEnd).append(LineEnd) + desk.Words().Caption(Message::ComparisonOffer);
+    if (desk.Words().Tell(Body(outcome) + offer, {outcome.icon, BoxButtons::YesNo, Answer::No}, title) ==
+        Answer::Yes)
         ShowComparison(
             {session_.settings.Name, LineName(), *result.setupImage, *result.deviceImage,
              DescribeDifferences(*result.setupImage, *result.deviceImage, session_.document.Modules)});
@@ -261,7 +261,7 @@ void FlashForms::ToolsMenuFlashDumpUpload_Click()
 void FlashForms::ShowComparison(ImageComparison images)
 {
     delete comparison_;
-    comparison_ = new ComparisonDialog(session_.Shared(), std::move(images));
+    comparison_ = new ComparisonDialog(session_.Desk().files, std::move(images));
     comparison_->setAttribute(Qt::WA_DeleteOnClose);
     comparison_->show();
 }

@@ -7,7 +7,6 @@
 #include <optional>
 #include <string>
 
-#include "app/LineOperation.h"
 #include "flash/ImageComparison.h"
 #include "layout/FlashTools.h"
 

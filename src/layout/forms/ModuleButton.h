@@ -4,7 +4,7 @@
 #include <QAbstractButton>
 #include <QByteArray>
 
-#include "layout/ModuleStrip.h"
+#include "picture/ModuleStrip.h"
 
 namespace kelvora {
 

@@ -3,10 +3,10 @@
 #include <QStringList>
 #include <array>
 
-#include "app/SetupTexts.h"
 #include "keymap/Models.h"
 #include "platform/qt/Text.h"
 #include "setup/Options.h"
+#include "setup/SetupTexts.h"
 
 namespace kelvora {
 

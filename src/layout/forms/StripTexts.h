@@ -3,8 +3,8 @@
 
 #include <QString>
 
-#include "app/MessageCatalogue.h"
-#include "layout/ModuleStrip.h"
+#include "catalogue/MessageCatalogue.h"
+#include "picture/ModuleStrip.h"
 
 namespace kelvora {
 

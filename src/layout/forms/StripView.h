@@ -11,9 +11,9 @@
 #include <optional>
 #include <vector>
 
-#include "app/MessageCatalogue.h"
-#include "layout/ModuleStrip.h"
+#include "catalogue/MessageCatalogue.h"
 #include "layout/forms/ModuleButton.h"
+#include "picture/ModuleStrip.h"
 #include "setup/PosCfg.h"
 
 namespace kelvora {

@@ -8,10 +8,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "app/LineOperation.h"
-#include "app/ShowMessage.h"
 #include "keymap/forms/frmKeyb.h"
-#include "layout/Connection.h"
 #include "layout/LayoutCommands.h"
 #include "layout/ModuleOptions.h"
 #include "layout/ScanTexts.h"
@@ -21,6 +18,7 @@
 #include "platform/Encoding.h"
 #include "platform/qt/HelpTopic.h"
 #include "platform/qt/Text.h"
+#include "ports/Connection.h"
 
 namespace kelvora {
 
@@ -66,10 +64,10 @@ private:
     WindowFile fileAfter_;
 };
 
-frmConfig::frmConfig(Program& program, QWidget* parent)
+frmConfig::frmConfig(SetupDesk& desk, SetupMode mode, QWidget* parent)
     : QWidget(parent),
-      strip_(new StripView(program.catalogue, this)),
-      session_(program, strip_),
+      strip_(new StripView(desk.Catalogue(), this)),
+      session_(desk, mode, strip_),
       flash_(session_, *this),
       sheet_(session_, *this),
       undoStack_(new QUndoStack(this))
@@ -132,7 +130,7 @@ void frmConfig::Form_Load(std::optional<OpenedSetup> opened)
 
 void frmConfig::cbModule_Click(StripButton button)
 {
-    if (session_.Shared().busy)
+    if (session_.Desk().operation.IsBusy())
         return;
     if (OpensKeyMap(button))
         EditKeyMap(KindOfButton(button));
@@ -142,8 +140,7 @@ void frmConfig::EditKeyMap(ModuleKind kind)
 {
     if (!session_.HandOver(kind))
         return;
-    const Program& program = session_.Shared();
-    frmKeyb form(kind, program.catalogue, program.world.prompt, session_.settings, window());
+    frmKeyb form(kind, session_.Desk().Words(), session_.settings.Xchange, session_.settings.Name, window());
     form.exec();
     window()->activateWindow();
     if (auto changed = session_.TakeBack(kind))
@@ -152,17 +149,17 @@ void frmConfig::EditKeyMap(ModuleKind kind)
 
 void frmConfig::EditOptions(ModuleKind kind)
 {
-    const Program& program = session_.Shared();
-    if (program.busy)
+    const SetupDesk& desk = session_.Desk();
+    if (desk.operation.IsBusy())
         return;
     std::optional<SetupDocument> changed;
     if (const auto mcr = ReadMcrOptions(session_.document); kind == ModuleKind::MCR && mcr) {
-        frmMcrOptions form(program.catalogue, *mcr, window());
+        frmMcrOptions form(desk.Catalogue(), *mcr, window());
         if (form.exec() == QDialog::Accepted)
             changed = WithOptions(session_.document, form.Options());
     } else if (const auto master = ReadMasterOptions(session_.document);
                kind == ModuleKind::KM096 && master) {
-        frmMasterOptions form(program.catalogue, *master, window());
+        frmMasterOptions form(desk.Catalogue(), *master, window());
         if (form.exec() == QDialog::Accepted)
             changed = WithOptions(session_.document, form.Options());
     }
@@ -179,7 +176,7 @@ void frmConfig::LayoutMenuOptions_Click()
 void frmConfig::LayoutMenuAdd_Click(ModuleKind kind)
 {
     const SetupDocument& document = session_.document;
-    if (session_.Shared().busy || FindModule(document.Modules, kind))
+    if (session_.Desk().operation.IsBusy() || FindModule(document.Modules, kind))
         return;
     if (NeedsPlacing(kind, document.Modules)) {
         StartPlacing(kind, Message::UndoAdd);
@@ -228,7 +225,7 @@ void frmConfig::LayoutMenuDel_Click()
     if (deletion == Deletion::Nothing)
         return Hint(Message::KeypadStaysHint);
     if (deletion == Deletion::WholeChain &&
-        session_.Shared().Show(Message::DeleteMaster, YesNoStyle) != Answer::Yes)
+        session_.Desk().Words().Show(Message::DeleteMaster, YesNoStyle) != Answer::Yes)
         return;
     Push(Message::UndoDelete, Delete(session_.document, *button));
     strip_->FocusButton(std::nullopt);
@@ -240,13 +237,13 @@ void frmConfig::SelectPort(std::int16_t port)
         return;
     // What was read came from another line. The port chosen last is the next window's.
     session_.deviceImage.reset();
-    session_.Shared().main.CommsPort = port;
+    session_.Desk().defaults.CommsPort = port;
     Notify();
 }
 
 void frmConfig::ToolsMenuRescanLine_Click()
 {
-    if (session_.Shared().busy || placing_ || session_.IsScanning())
+    if (session_.Desk().operation.IsBusy() || placing_ || session_.IsScanning())
         return;
     beforeRescan_ = session_.HeldAs();
     session_.StartScanning();
@@ -258,50 +255,50 @@ void frmConfig::Form_Activate()
 {
     if (!session_.IsScanning())
         return;
-    session_.Shared().world.eventLoop.After(std::chrono::milliseconds(0), [form = QPointer<frmConfig>(this)] {
-        if (form && form->session_.IsScanning() && !form->session_.Shared().busy)
+    session_.Desk().eventLoop.After(std::chrono::milliseconds(0), [form = QPointer<frmConfig>(this)] {
+        if (form && form->session_.IsScanning() && !form->session_.Desk().operation.IsBusy())
             form->Scan();
     });
 }
 
 void frmConfig::Scan()
 {
-    Program& program = session_.Shared();
+    SetupDesk& desk = session_.Desk();
     const auto before = std::exchange(beforeRescan_, std::nullopt);
     const std::string status =
-        program.catalogue.Caption(Message::ScanStatus) + std::to_string(session_.settings.CommsPort) + " ...";
+        desk.Words().Caption(Message::ScanStatus) + std::to_string(session_.settings.CommsPort) + " ...";
     strip_->ShowWaiting(ToQString(status));
     const HelpTopic topic(*this, "line.html#scan");
     ScanOutcome outcome;
-    OperationNote note = program.Begin(JournalOperation::Scan, session_.settings.CommsPort);
+    OperationNote note = desk.notes.Begin(JournalOperation::Scan, session_.settings.CommsPort);
     {
-        const LineOperation operation(program, status,
-                                      " " + program.catalogue.Caption(Message::ScanOperation));
+        const LineOperation operation(desk.operation, status,
+                                      " " + desk.Words().Caption(Message::ScanOperation));
         LineHooks hooks = operation.Hooks();
         hooks.stopRequested = [this, isAsked = hooks.stopRequested] {
             const bool isStopped = isAsked();
             if (isStopped)
-                strip_->SayWaiting(ToQString(session_.Shared().catalogue.Caption(Message::Stopping)));
+                strip_->SayWaiting(ToQString(session_.Desk().Catalogue().Caption(Message::Stopping)));
             return isStopped;
         };
         outcome = session_.Scan(hooks);
     }
     note.Tell(TargetOf(session_.settings), outcome.line);
     TakeScan(before, outcome.document);
-    program.Keep(note);
+    desk.notes.Keep(note);
     TellOfScan(outcome, before.has_value());
 }
 
 void frmConfig::TellOfScan(const ScanOutcome& outcome, bool canUndo)
 {
-    const Program& program = session_.Shared();
+    const SetupDesk& desk = session_.Desk();
     const HelpTopic trouble(*this, "line.html#trouble");
-    auto messages = DescribeScan(program.catalogue, TargetOf(session_.settings), outcome,
+    auto messages = DescribeScan(desk.Catalogue(), TargetOf(session_.settings), outcome,
                                  TextFromPath(session_.settings.Name));
     if (canUndo && !outcome.IsWhole() && !messages.empty())
-        messages.front().extra += "\r\n" + program.catalogue.Caption(Message::ScanUndoHint);
+        messages.front().extra += "\r\n" + desk.Words().Caption(Message::ScanUndoHint);
     for (const LaterMessage& message : messages)
-        program.Show(message.message, {message.icon}, message.extra);
+        desk.Words().Show(message.message, {message.icon}, message.extra);
 }
 
 // A rescan is one step back, whatever came of it; a first scan is one when it has brought something.
@@ -379,7 +376,7 @@ CommandState frmConfig::State(bool canScan) const
 {
     return CommandStateOf({.modules = &session_.document.Modules,
                            .focused = strip_->FocusedButton(),
-                           .busy = session_.Shared().busy,
+                           .busy = session_.Desk().operation.IsBusy(),
                            .placing = placing_,
                            .canScan = canScan,
                            .canUndo = undoStack_->canUndo(),
@@ -412,7 +409,7 @@ void frmConfig::closeEvent(QCloseEvent* event)
 {
     const bool closes = mayCloseUnasked_ || MayClose();
     event->setAccepted(closes);
-    if (!closes && session_.Shared().busy)
+    if (!closes && session_.Desk().operation.IsBusy())
         Hint(Message::NotClosedHint);
 }
 

@@ -7,10 +7,10 @@
 #include <optional>
 
 #include "layout/CommandRules.h"
-#include "layout/ModuleStrip.h"
 #include "layout/SetupSession.h"
 #include "layout/forms/FlashForms.h"
-#include "picture/forms/SheetForms.h"
+#include "layout/forms/SheetForms.h"
+#include "picture/ModuleStrip.h"
 
 namespace kelvora {
 
@@ -18,12 +18,13 @@ class StripView;
 
 class frmConfig final : public QWidget {
 public:
-    explicit frmConfig(Program& program, QWidget* parent = nullptr);
+    /// `desk` outlives the window.
+    frmConfig(SetupDesk& desk, SetupMode mode, QWidget* parent = nullptr);
     ~frmConfig() override;
     frmConfig(const frmConfig&) = delete;
     frmConfig& operator=(const frmConfig&) = delete;
 
-    /// Fills the window as the program's setup mode says: with `opened` in mode Open, else anew.
+    /// Fills the window as its setup mode says: with `opened` in mode Open, else anew.
     void Form_Load(std::optional<OpenedSetup> opened = std::nullopt);
 
     /// Called after every change of what the menus, the toolbar or the title depend on.

@@ -10,10 +10,10 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "app/SetupTexts.h"
 #include "platform/qt/Text.h"
 #include "setup/DeviceCode.h"
 #include "setup/Options.h"
+#include "setup/SetupTexts.h"
 
 namespace kelvora {
 

@@ -4,7 +4,7 @@
 #include <QDialog>
 #include <array>
 
-#include "app/MessageCatalogue.h"
+#include "catalogue/MessageCatalogue.h"
 #include "layout/ModuleOptions.h"
 
 class QCheckBox;

@@ -10,11 +10,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/SetupTexts.h"
 #include "picture/forms/PictureView.h"
 #include "platform/qt/ElidedLabel.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WindowKeys.h"
+#include "setup/SetupTexts.h"
 
 namespace kelvora {
 

@@ -6,7 +6,7 @@
 #include <array>
 #include <optional>
 
-#include "app/MessageCatalogue.h"
+#include "catalogue/MessageCatalogue.h"
 #include "picture/SetupComparison.h"
 
 class QLabel;

@@ -4,7 +4,7 @@
 #include <QFrame>
 #include <functional>
 
-#include "app/MessageCatalogue.h"
+#include "catalogue/MessageCatalogue.h"
 #include "series/Lane.h"
 
 class QLabel;

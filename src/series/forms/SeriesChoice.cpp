@@ -11,15 +11,17 @@
 #include <QRadioButton>
 #include <utility>
 
-#include "layout/SetupFileCommands.h"
 #include "platform/PortName.h"
 #include "platform/qt/Text.h"
+#include "setup/SetupFileNames.h"
 
 namespace kelvora {
 
-SeriesChoice::SeriesChoice(Program& program, QWidget* parent)
+SeriesChoice::SeriesChoice(const UserFiles& files, const Lines& lines, PosCfg& defaults, QWidget* parent)
     : QWidget(parent),
-      program_(program),
+      files_(files),
+      ports_(lines),
+      defaults_(defaults),
       setup_(MakeRow("Setup")),
       folder_(MakeRow("Folder")),
       linesLabel_(new QLabel(this))
@@ -38,7 +40,7 @@ SeriesChoice::SeriesChoice(Program& program, QWidget* parent)
         const int line = static_cast<int>(i) + 1;
         auto* const box = new QCheckBox(this);
         box->setObjectName(QStringLiteral("Line%1").arg(line));
-        box->setEnabled(program_.world.ports.at(i) != nullptr);
+        box->setEnabled(ports_.AllPorts().at(i) != nullptr);
         connect(box, &QCheckBox::toggled, this, [this] { Change(); });
         across->addWidget(box);
         lines_.at(i) = box;
@@ -75,7 +77,7 @@ void SeriesChoice::Change()
 
 void SeriesChoice::BrowseSetup()
 {
-    const auto file = GetConfigFileName(program_, program_.main, {});
+    const auto file = GetConfigFileName(files_, defaults_, {});
     if (!file)
         return;
     setup_.choice->setChecked(true);
@@ -85,7 +87,7 @@ void SeriesChoice::BrowseSetup()
 void SeriesChoice::BrowseFolder()
 {
     const QString folder = QFileDialog::getExistingDirectory(
-        this, ToQString(program_.catalogue.Caption(Message::SeriesFolderTitle)), folder_.path->text());
+        this, ToQString(files_.Words().Caption(Message::SeriesFolderTitle)), folder_.path->text());
     if (folder.isEmpty())
         return;
     folder_.choice->setChecked(true);
@@ -129,7 +131,7 @@ bool SeriesChoice::IsComplete() const
 
 void SeriesChoice::Retranslate()
 {
-    const auto text = [this](const MessageId& id) { return ToQString(program_.catalogue.Caption(id)); };
+    const auto text = [this](const MessageId& id) { return ToQString(files_.Words().Caption(id)); };
     setup_.choice->setText(text(Message::SeriesOneSetup));
     folder_.choice->setText(text(Message::SeriesByName));
     for (const Row& row : {setup_, folder_}) {
@@ -138,7 +140,7 @@ void SeriesChoice::Retranslate()
     }
     linesLabel_->setText(text(Message::SeriesLines));
     for (std::size_t i = 0; i < lines_.size(); ++i) {
-        const SerialPort* const port = program_.world.ports.at(i);
+        const SerialPort* const port = ports_.AllPorts().at(i);
         lines_.at(i)->setText(ToQString(PortName(static_cast<int>(i) + 1)));
         lines_.at(i)->setToolTip(port ? PathToQString(port->Device()) : QString());
     }

@@ -5,7 +5,9 @@
 #include <array>
 #include <functional>
 
-#include "app/Program.h"
+#include "catalogue/UserFiles.h"
+#include "ports/Lines.h"
+#include "setup/PosCfg.h"
 
 class QCheckBox;
 class QLabel;
@@ -17,8 +19,8 @@ namespace kelvora {
 
 class SeriesChoice final : public QWidget {
 public:
-    /// `program` outlives it.
-    explicit SeriesChoice(Program& program, QWidget* parent = nullptr);
+    /// All but the parent outlive it; `defaults` remembers the folders.
+    SeriesChoice(const UserFiles& files, const Lines& lines, PosCfg& defaults, QWidget* parent = nullptr);
 
     /// Called when something else is chosen.
     std::function<void()> onChange;
@@ -48,7 +50,9 @@ private:
     void BrowseFolder();
     void Change();
 
-    Program& program_;
+    const UserFiles& files_;
+    const Lines& ports_;
+    PosCfg& defaults_;
     Row setup_;
     Row folder_;
     QLabel* linesLabel_;

@@ -3,7 +3,7 @@
 
 #include <QTableWidget>
 
-#include "app/MessageCatalogue.h"
+#include "catalogue/MessageCatalogue.h"
 #include "series/SeriesReport.h"
 
 class QLabel;

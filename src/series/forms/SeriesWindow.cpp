@@ -13,7 +13,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/ShowMessage.h"
 #include "picture/qt/PictureFiles.h"
 #include "platform/Encoding.h"
 #include "platform/LocalTime.h"
@@ -39,12 +38,16 @@ std::string WithEnding(std::string path, std::string_view ending)
 
 }  // namespace
 
-SeriesWindow::SeriesWindow(Program& program, RunnerMaker makeRunner)
-    : program_(program),
+SeriesWindow::SeriesWindow(const UserFiles& files, const Lines& lines, PosCfg& defaults, EventLoop& eventLoop,
+                           RunnerMaker makeRunner)
+    : files_(files),
+      ports_(lines),
+      defaults_(defaults),
+      eventLoop_(eventLoop),
       makeRunner_(std::move(makeRunner)),
-      choice_(new SeriesChoice(program, this)),
+      choice_(new SeriesChoice(files, lines, defaults, this)),
       lanes_(new QHBoxLayout),
-      table_(new SeriesTable(program.catalogue, this)),
+      table_(new SeriesTable(files.Words().Catalogue(), this)),
       start_(AddButton("Start", &SeriesWindow::Start)),
       stopAfter_(AddButton("StopAfter", &SeriesWindow::StopAfter)),
       stopNow_(AddButton("StopNow", &SeriesWindow::StopNow)),
@@ -104,7 +107,7 @@ void SeriesWindow::Arrange()
         counts->addWidget(button);
     for (int number = 1; number <= LineCount; ++number) {
         Line& line = lines_.at(static_cast<std::size_t>(number) - 1);
-        line.view = new LaneView(program_.catalogue, LineTitle(number), this);
+        line.view = new LaneView(files_.Words().Catalogue(), LineTitle(number), this);
         line.view->setObjectName(QStringLiteral("Lane%1").arg(number));
         line.view->onRetry = [this, number] { Retry(number); };
         lanes_->addWidget(line.view, 1);
@@ -128,7 +131,7 @@ void SeriesWindow::Arrange()
 
 QString SeriesWindow::Text(const MessageId& message) const
 {
-    return ToQString(program_.catalogue.Caption(message));
+    return ToQString(files_.Words().Caption(message));
 }
 
 QString SeriesWindow::LineTitle(int number) const
@@ -151,7 +154,7 @@ bool SeriesWindow::IsRunning() const
 
 QStringList SeriesWindow::ArgumentsFor(int number) const
 {
-    const SerialPort& port = *program_.world.ports.at(static_cast<std::size_t>(number) - 1);
+    const SerialPort& port = *ports_.Port(number);
     QStringList arguments{QStringLiteral("series"),
                           QStringLiteral("--json"),
                           QStringLiteral("--yes"),
@@ -160,7 +163,7 @@ QStringList SeriesWindow::ArgumentsFor(int number) const
                           QStringLiteral("--line"),
                           QString::number(number) + QLatin1Char('=') + PathToQString(port.Device()),
                           QStringLiteral("--settings"),
-                          ToQString(program_.main.PortSettings)};
+                          ToQString(defaults_.PortSettings)};
     if (choice_->IsByName())
         arguments << QStringLiteral("--by-name");
     return arguments << choice_->Path();
@@ -174,8 +177,8 @@ void SeriesWindow::Start()
             names << LineTitle(number);
     const std::string what = FromQString(names.join(QStringLiteral(", ")) + QStringLiteral(": ")) +
                              TextFromPath(PathFromQString(choice_->Path())) + "\r\n" +
-                             program_.catalogue.Caption(Message::SeriesAskBackup);
-    if (program_.Show(Message::SeriesAsk, YesNoStyle, what) != Answer::Yes)
+                             files_.Words().Caption(Message::SeriesAskBackup);
+    if (files_.Words().Show(Message::SeriesAsk, YesNoStyle, what) != Answer::Yes)
         return;
     for (int number = 1; number <= LineCount; ++number)
         if (choice_->HasLine(number))
@@ -256,13 +259,12 @@ void SeriesWindow::End(int number, const std::string& failure)
     line.lane.End(failure);
     if (line.startsAgain && !closes_)
         // It is the runner itself that tells of its end.
-        program_.world.eventLoop.After(
-            std::chrono::milliseconds(0), [window = QPointer<SeriesWindow>(this), number] {
-                if (!window)
-                    return;
-                window->StartLine(number, window->lines_.at(static_cast<std::size_t>(number) - 1).arguments);
-                window->Update();
-            });
+        eventLoop_.After(std::chrono::milliseconds(0), [window = QPointer<SeriesWindow>(this), number] {
+            if (!window)
+                return;
+            window->StartLine(number, window->lines_.at(static_cast<std::size_t>(number) - 1).arguments);
+            window->Update();
+        });
     Update();
     if (closes_ && !IsRunning())
         close();
@@ -300,28 +302,17 @@ void SeriesWindow::ShowCounts()
 
 void SeriesWindow::SaveReport()
 {
-    const MessageCatalogue& catalogue = program_.catalogue;
+    const MessageCatalogue& catalogue = files_.Words().Catalogue();
     const std::string filters = catalogue.Caption(Message::FilterCsv) + " (*.csv)|*.csv|JSON (*.json)|*.json";
-    const auto choice = program_.world.fileDialogs.Save({catalogue.Caption(Message::SeriesReportTitle),
-                                                         program_.main.OutInitDir,
-                                                         {},
-                                                         filters,
-                                                         1,
-                                                         "cdgSeriesReport"});
+    const auto choice = files_.Dialogs().Save(
+        {catalogue.Caption(Message::SeriesReportTitle), files_.Folder(), {}, filters, 1, "cdgSeriesReport"});
     if (!choice)
         return;
     const bool isJson = choice->filterIndex == 2 || choice->path.ends_with(".json");
     const std::string path = WithEnding(choice->path, isJson ? ".json" : ".csv");
-    if (program_.world.files.Exists(path) &&
-        program_.Show(Message::Overwrite, YesNoStyle, TextFromPath(path)) != Answer::Yes)
-        return;
-    try {
-        program_.world.files.Write(
-            path, path.ends_with(".json") ? ReportJson(table_->Results()) : ReportCsv(table_->Results()));
-    } catch (const FileError& error) {
-        program_.Show(Message::FileNotWritten, {BoxIcon::Exclamation},
-                      TextFromPath(error.Path()) + "\r\n" + error.what());
-    }
+    if (files_.MayWrite(path))
+        files_.Write(path,
+                     path.ends_with(".json") ? ReportJson(table_->Results()) : ReportCsv(table_->Results()));
 }
 
 void SeriesWindow::Print()
@@ -335,16 +326,17 @@ void SeriesWindow::Print()
     dialog.setObjectName(QStringLiteral("Print"));
     if (dialog.exec() != QDialog::Accepted)
         return;
-    const auto sheets = ReportSheets(table_->Results(), LocalTimeText(LocalTime()), program_.catalogue);
+    const auto sheets =
+        ReportSheets(table_->Results(), LocalTimeText(LocalTime()), files_.Words().Catalogue());
     if (!PaintPages(sheets, printer))
-        program_.Show(Message::NotPrinted, {BoxIcon::Exclamation});
+        files_.Words().Show(Message::NotPrinted, {BoxIcon::Exclamation});
 }
 
 bool SeriesWindow::MayClose()
 {
     if (!IsRunning())
         return true;
-    if (!closes_ && program_.Show(Message::SeriesAskClose, YesNoStyle) == Answer::Yes) {
+    if (!closes_ && files_.Words().Show(Message::SeriesAskClose, YesNoStyle) == Answer::Yes) {
         closes_ = true;
         StopAfter();
     }

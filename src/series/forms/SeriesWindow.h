@@ -7,9 +7,12 @@
 #include <functional>
 #include <memory>
 
-#include "app/Program.h"
+#include "catalogue/UserFiles.h"
+#include "platform/EventLoop.h"
+#include "ports/Lines.h"
 #include "series/Lane.h"
 #include "series/qt/SeriesProcess.h"
+#include "setup/PosCfg.h"
 
 class QHBoxLayout;
 class QLabel;
@@ -25,8 +28,10 @@ class SeriesWindow final : public QWidget {
 public:
     using RunnerMaker = std::function<std::unique_ptr<SeriesRunner>()>;
 
-    /// A window of its own that deletes itself when it is closed. `program` outlives it.
-    SeriesWindow(Program& program, RunnerMaker makeRunner);
+    /// A window of its own that deletes itself when it is closed. All outlive it; `defaults` names the port
+    /// settings, and remembers the folders.
+    SeriesWindow(const UserFiles& files, const Lines& lines, PosCfg& defaults, EventLoop& eventLoop,
+                 RunnerMaker makeRunner);
     ~SeriesWindow() override;
     SeriesWindow(const SeriesWindow&) = delete;
     SeriesWindow& operator=(const SeriesWindow&) = delete;
@@ -77,7 +82,10 @@ private:
     void ShowCounts();
     QString Text(const MessageId& message) const;
 
-    Program& program_;
+    const UserFiles& files_;
+    const Lines& ports_;
+    const PosCfg& defaults_;
+    EventLoop& eventLoop_;
     RunnerMaker makeRunner_;
     std::array<Line, LineCount> lines_;
     SeriesChoice* choice_;

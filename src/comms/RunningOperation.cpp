@@ -1,0 +1,69 @@
+#include "comms/RunningOperation.h"
+
+#include <utility>
+
+namespace kelvora {
+
+void RunningOperation::Tell() const
+{
+    if (onChange)
+        onChange();
+}
+
+void RunningOperation::SayStopping(std::string text)
+{
+    status_.clear();
+    name_ = std::move(text);
+}
+
+void RunningOperation::Take(std::string status)
+{
+    busy_ = true;
+    status_ = std::move(status);
+    name_.clear();
+}
+
+void RunningOperation::GiveBack()
+{
+    busy_ = false;
+    status_.clear();
+    name_.clear();
+}
+
+LineOperation::LineOperation(RunningOperation& running, std::string status, std::string name)
+    : running_(running)
+{
+    running_.Take(std::move(status));
+    running_.name_ = std::move(name);
+    running_.stopAsked_ = false;
+    running_.Tell();
+}
+
+LineOperation::~LineOperation()
+{
+    running_.GiveBack();
+    running_.Tell();
+}
+
+LineHooks LineOperation::Hooks() const
+{
+    return {[&running = running_] { return running.IsStopAsked(); },
+            [&running = running_](const LineProgress& progress) {
+                if (running.onProgress)
+                    running.onProgress(progress);
+            }};
+}
+
+OperationQuestion::OperationQuestion(RunningOperation& running) : running_(running)
+{
+    running_.asking_ = true;
+    running_.Tell();
+}
+
+OperationQuestion::~OperationQuestion()
+{
+    running_.asking_ = false;
+    running_.Tell();
+}
+
+}  // namespace kelvora

@@ -1,0 +1,33 @@
+#include "platform/TextFiles.h"
+
+#include "platform/Encoding.h"
+
+namespace kelvora {
+
+std::string BackupName(const std::string& path)
+{
+    // "\" and ":" part folders in names that come from the till's world.
+    const std::size_t folderEnd = path.find_last_of("/\\:");
+    const std::size_t nameStart = folderEnd == std::string::npos ? 0 : folderEnd + 1;
+    const std::size_t dot = path.rfind('.');
+    return (dot == std::string::npos || dot < nameStart ? path : path.substr(0, dot)) + ".bak";
+}
+
+void SaveTextFile(Files& files, const std::string& path, const std::string& text)
+{
+    const std::string backup = BackupName(path);
+    if (backup != path && files.Exists(path)) {
+        try {
+            files.Copy(path, backup);
+        } catch (const FileError& error) {
+            if (error.Path() == path)
+                throw;
+            // The user has named the file, not its backup.
+            throw FileError(path,
+                            "its backup cannot be written, " + TextFromPath(backup) + ": " + error.what());
+        }
+    }
+    files.Write(path, text + "\r\n");
+}
+
+}  // namespace kelvora

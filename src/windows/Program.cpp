@@ -1,0 +1,33 @@
+#include "windows/Program.h"
+
+#include <utility>
+
+namespace kelvora {
+
+namespace {
+
+// The setup windows count from 1.
+constexpr std::int16_t MainPanelIndex = 0;
+
+}  // namespace
+
+Program::Program(const Platform& platform, LanguageFolders folders)
+    : world(platform),
+      texts(world.prompt),
+      main(SetupMode::New, MainPanelIndex),
+      files(texts, world.files, world.fileDialogs, main.OutInitDir),
+      language(world.files, world.prompt, texts, std::move(folders)),
+      lines(world.ports, world.eventLoop),
+      notes(world.journal, lines, texts),
+      desk{.files = files,
+           .lines = lines,
+           .operation = operation,
+           .notes = notes,
+           .eventLoop = world.eventLoop,
+           .defaults = main,
+           .dataFolder = world.dataFolder}
+{
+    main.FileName = "Kelvora.dat";
+}
+
+}  // namespace kelvora

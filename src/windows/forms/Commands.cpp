@@ -1,0 +1,155 @@
+#include "windows/forms/Commands.h"
+
+#include <QKeySequence>
+
+#include "platform/qt/Text.h"
+#include "windows/forms/Icons.h"
+
+namespace kelvora {
+
+namespace {
+
+struct CommandRow {
+    Command command;
+    const char* name;
+    MessageId caption;
+    const char* shortcut;
+    const char* icon;
+};
+
+constexpr std::array<CommandRow, CommandCount> Rows{{
+    {Command::FileMenuNew, "FileMenuNew", Message::FileMenuNew, "Ctrl+N", "file-new"},
+    {Command::FileMenuOpen, "FileMenuOpen", Message::FileMenuOpen, "Ctrl+O", "file-open"},
+    {Command::FileMenuSave, "FileMenuSave", Message::FileMenuSave, "Ctrl+S", "file-save"},
+    {Command::FileMenuSaveAs, "FileMenuSaveAs", Message::FileMenuSaveAs, "Ctrl+Shift+S", "file-save-as"},
+    {Command::FileMenuClose, "FileMenuClose", Message::FileMenuClose, "Ctrl+W", ""},
+    {Command::FileMenuPrint, "FileMenuPrint", Message::PrintMenu, "Ctrl+P", ""},
+    {Command::FileMenuPrintPreview, "FileMenuPrintPreview", Message::PrintPreviewMenu, "", ""},
+    {Command::FileMenuExport, "FileMenuExport", Message::ExportMenu, "", ""},
+    {Command::FileMenuScan, "FileMenuScan", Message::FileMenuScan, "Ctrl+L", "file-scan"},
+    {Command::FileMenuExit, "FileMenuExit", Message::FileMenuExit, "Ctrl+Q", ""},
+    {Command::EditMenuUndo, "EditMenuUndo", Message::EditMenuUndo, "Ctrl+Z", "undo"},
+    {Command::EditMenuRedo, "EditMenuRedo", Message::EditMenuRedo, "Ctrl+Shift+Z", "redo"},
+    {Command::LayoutMenuAddKBMASTER, "LayoutMenuAddKBMASTER", Message::LayoutMenuAddKBMASTER, "Ctrl+1",
+     "kb-master"},
+    {Command::LayoutMenuAddKB64, "LayoutMenuAddKB64", Message::LayoutMenuAddKB64, "Ctrl+2", "kb64"},
+    {Command::LayoutMenuAddMCR, "LayoutMenuAddMCR", Message::LayoutMenuAddMCR, "Ctrl+3", "mcr"},
+    {Command::LayoutMenuAddICCR, "LayoutMenuAddICCR", Message::LayoutMenuAddICCR, "Ctrl+4", "iccr"},
+    {Command::LayoutMenuDel, "LayoutMenuDel", Message::LayoutMenuDel, "Del", ""},
+    {Command::LayoutMenuMove, "LayoutMenuMove", Message::LayoutMenuMove, "Ctrl+M", ""},
+    {Command::LayoutMenuOptions, "LayoutMenuOptions", Message::OptionsMenu, "Alt+Return", ""},
+    {Command::CommunicationsMenuPosConnection, "CommunicationsMenuPosConnection",
+     Message::CommunicationsMenuPosConnection, "", ""},
+    {Command::CommunicationsMenuKeybConnection, "CommunicationsMenuKeybConnection",
+     Message::CommunicationsMenuKeybConnection, "", ""},
+    {Command::CommunicationsMenuSettings, "CommunicationsMenuSettings", Message::CommunicationsMenuSettings,
+     "", ""},
+    {Command::CommunicationsMenuPorts, "CommunicationsMenuPorts", Message::SerialPortsMenu, "", ""},
+    {Command::ToolsMenuRescanLine, "ToolsMenuRescanLine", Message::ToolsMenuRescanLine, "F5", "rescan"},
+    {Command::ToolsMenuFlashDownload, "ToolsMenuFlashDownload", Message::ToolsMenuFlashDownload, "",
+     "download"},
+    {Command::ToolsMenuFlashVerify, "ToolsMenuFlashVerify", Message::ToolsMenuFlashVerify, "", "verify"},
+    {Command::ToolsMenuFlashDumpSetup, "ToolsMenuFlashDumpSetup", Message::ToolsMenuFlashDumpSetup, "",
+     "dump"},
+    {Command::ToolsMenuFlashDumpUpload, "ToolsMenuFlashDumpUpload", Message::ToolsMenuFlashDumpUpload, "",
+     "dump"},
+    {Command::ToolsMenuFlashRestore, "ToolsMenuFlashRestore", Message::RestoreMenu, "", ""},
+    {Command::ToolsMenuFlashBackups, "ToolsMenuFlashBackups", Message::BackupsMenu, "", ""},
+    {Command::EpromWizard, "EpromWizard", Message::EepromWizard, "", ""},
+    {Command::ToolsMenuSeries, "ToolsMenuSeries", Message::SeriesMenu, "Ctrl+Shift+T", ""},
+    {Command::ToolsMenuJournal, "ToolsMenuJournal", Message::JournalMenu, "Ctrl+J", ""},
+    {Command::ViewMenuToolbar, "ViewMenuToolbar", Message::ViewMenuToolbar, "", ""},
+    {Command::ViewMenuStatusBar, "ViewMenuStatusBar", Message::ViewMenuStatusBar, "", ""},
+    {Command::ViewMenuLineMonitor, "ViewMenuLineMonitor", Message::LineMonitorMenu, "Ctrl+Shift+L", ""},
+    {Command::WindowMenuCascade, "WindowMenuCascade", Message::WindowMenuCascade, "", ""},
+    {Command::WindowMenuTile, "WindowMenuTile", Message::WindowMenuTile, "", ""},
+    {Command::WindowMenuNext, "WindowMenuNext", Message::WindowMenuNext, "Ctrl+Tab", ""},
+    {Command::WindowMenuPrevious, "WindowMenuPrevious", Message::WindowMenuPrevious, "Ctrl+Shift+Tab", ""},
+    {Command::WindowMenuCloseAll, "WindowMenuCloseAll", Message::WindowMenuCloseAll, "", ""},
+    {Command::HelpMenuGuide, "HelpMenuGuide", Message::HelpMenuGuide, "F1", "help"},
+    {Command::HelpMenuAbout, "HelpMenuAbout", Message::HelpMenuAbout, "", ""},
+}};
+
+}  // namespace
+
+Commands::Commands(QObject* parent)
+{
+    for (const CommandRow& row : Rows) {
+        auto* action = new QAction(parent);
+        action->setObjectName(QString::fromLatin1(row.name));
+        if (*row.shortcut)
+            action->setShortcut(QKeySequence(QString::fromLatin1(row.shortcut)));
+        if (*row.icon)
+            action->setIcon(ThemedIcon(QString::fromLatin1(row.icon)));
+        actions_.at(static_cast<std::size_t>(row.command)) = action;
+    }
+    (*this)[Command::FileMenuExit].setMenuRole(QAction::QuitRole);
+    for (const Command command :
+         {Command::CommunicationsMenuPosConnection, Command::CommunicationsMenuKeybConnection,
+          Command::ViewMenuToolbar, Command::ViewMenuStatusBar})
+        (*this)[command].setCheckable(true);
+}
+
+void Commands::Retranslate(const MessageCatalogue& catalogue)
+{
+    for (const CommandRow& row : Rows)
+        (*this)[row.command].setText(ToQString(catalogue.Caption(row.caption)));
+}
+
+void Commands::NameUndo(const MessageCatalogue& catalogue, const std::optional<MessageId>& undo,
+                        const std::optional<MessageId>& redo)
+{
+    const auto name = [&](Command command, const MessageId& caption, const std::optional<MessageId>& what) {
+        std::string text = catalogue.Caption(caption);
+        if (what)
+            text.append(1, ' ').append(catalogue.Caption(*what));
+        (*this)[command].setText(ToQString(text));
+    };
+    name(Command::EditMenuUndo, Message::EditMenuUndo, undo);
+    name(Command::EditMenuRedo, Message::EditMenuRedo, redo);
+}
+
+void Commands::Apply(const CommandState& state)
+{
+    const std::array enabled{
+        std::pair{Command::FileMenuNew, state.fileNew},
+        std::pair{Command::FileMenuOpen, state.fileOpen},
+        std::pair{Command::FileMenuScan, state.fileScan},
+        std::pair{Command::FileMenuSave, state.fileSave},
+        std::pair{Command::FileMenuSaveAs, state.fileSaveAs},
+        std::pair{Command::FileMenuClose, state.fileClose},
+        std::pair{Command::FileMenuPrint, state.sheet},
+        std::pair{Command::FileMenuPrintPreview, state.sheet},
+        std::pair{Command::FileMenuExport, state.sheet},
+        std::pair{Command::EditMenuUndo, state.undo},
+        std::pair{Command::EditMenuRedo, state.redo},
+        std::pair{Command::LayoutMenuAddKBMASTER, state.layout.addMaster},
+        std::pair{Command::LayoutMenuAddKB64, state.layout.addKB64},
+        std::pair{Command::LayoutMenuAddMCR, state.layout.addMCR},
+        std::pair{Command::LayoutMenuAddICCR, state.layout.addICCR},
+        std::pair{Command::LayoutMenuDel, state.layout.del},
+        std::pair{Command::LayoutMenuMove, state.layout.move},
+        std::pair{Command::LayoutMenuOptions, state.options},
+        std::pair{Command::CommunicationsMenuSettings, state.portSettings},
+        std::pair{Command::CommunicationsMenuPorts, state.portNames},
+        std::pair{Command::ToolsMenuRescanLine, state.rescan},
+        std::pair{Command::ToolsMenuFlashDownload, state.flash},
+        std::pair{Command::ToolsMenuFlashVerify, state.flash},
+        std::pair{Command::ToolsMenuFlashDumpSetup, state.flash},
+        std::pair{Command::ToolsMenuFlashDumpUpload, state.flash},
+        std::pair{Command::ToolsMenuFlashRestore, state.flash},
+        std::pair{Command::ToolsMenuFlashBackups, state.backups},
+        std::pair{Command::EpromWizard, state.wizard},
+        std::pair{Command::ToolsMenuSeries, state.series},
+        std::pair{Command::HelpMenuAbout, state.about},
+        std::pair{Command::WindowMenuCascade, state.windows},
+        std::pair{Command::WindowMenuTile, state.windows},
+        std::pair{Command::WindowMenuNext, state.windows},
+        std::pair{Command::WindowMenuPrevious, state.windows},
+        std::pair{Command::WindowMenuCloseAll, state.windows},
+    };
+    for (const auto& [command, on] : enabled)
+        (*this)[command].setEnabled(on);
+}
+
+}  // namespace kelvora

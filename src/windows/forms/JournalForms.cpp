@@ -1,0 +1,105 @@
+#include "windows/forms/JournalForms.h"
+
+#include "flash/FlashTexts.h"
+#include "flash/TakeFromImage.h"
+#include "flash/TransferPlan.h"
+#include "layout/forms/frmConfig.h"
+#include "platform/Encoding.h"
+#include "platform/qt/Text.h"
+#include "setup/SetupError.h"
+#include "setup/SetupErrorText.h"
+#include "setup/SetupReader.h"
+
+namespace kelvora {
+
+JournalForms::JournalForms(const SetupDesk& desk, SetupWindows& setups, SetupComparisons& comparisons)
+    : desk_(desk), setups_(setups), comparisons_(comparisons)
+{
+}
+
+JournalForms::~JournalForms()
+{
+    delete window_;
+}
+
+void JournalForms::Show()
+{
+    if (window_) {
+        window_->Reload();
+    } else {
+        window_ = new JournalWindow(desk_.notes, desk_.lines, desk_.Words());
+        window_->onOpen = [this](const JournalEntry& entry) {
+            if (const auto backup = Read(entry))
+                Open(entry, *backup);
+        };
+        window_->onCompare = [this](const JournalEntry& entry) { Compare(entry); };
+        window_->onRestore = [this](const JournalEntry& entry) { Restore(entry); };
+    }
+    Refresh();
+    window_->show();
+    window_->raise();
+    window_->activateWindow();
+}
+
+void JournalForms::Refresh()
+{
+    if (window_)
+        window_->ShowSituation(setups_.Active() != nullptr, desk_.operation.IsBusy());
+}
+
+void JournalForms::Retranslate()
+{
+    if (window_)
+        window_->Retranslate();
+}
+
+// As the setup that the device held. A message when the file is gone, damaged, or names no modules.
+std::optional<JournalForms::Backup> JournalForms::Read(const JournalEntry& entry)
+{
+    const std::string& path = entry.backup;
+    std::string why;
+    try {
+        FlashDump dump = ReadDump(desk_.files.OnDisk().Read(path));
+        SetupDocument document = ReadDeviceMap(ModulesFor(dump).Known());
+        if (!document.Modules.empty())
+            return Backup{path, dump, TakeFromImage(std::move(document), dump.image).document};
+        why = desk_.Words().Caption(Message::SeriesNoBackup);
+    } catch (const FileError& error) {
+        why = error.what();
+    } catch (const DumpError& error) {
+        why = Describe(desk_.Catalogue(), error);
+    } catch (const SetupError& error) {
+        why = desk_.Words().Word(Message::ExpectedWord) + ExpectedText(desk_.Catalogue(), error);
+    }
+    desk_.Words().Tell(TextFromPath(path) + "\r\n" + why, {BoxIcon::Exclamation});
+    return std::nullopt;
+}
+
+frmConfig* JournalForms::Open(const JournalEntry& entry, const Backup& backup)
+{
+    if (desk_.operation.IsBusy())
+        return nullptr;
+    frmConfig& setup = setups_.OpenBackup(DisplayName(backup.path), backup.document, backup.dump.image);
+    if (entry.line >= 1)
+        setup.SelectPort(static_cast<std::int16_t>(entry.line));
+    setup.window()->activateWindow();
+    return &setup;
+}
+
+void JournalForms::Compare(const JournalEntry& entry)
+{
+    frmConfig* const setup = setups_.Active();
+    const auto backup = Read(entry);
+    if (setup && backup)
+        comparisons_.Compare(*setup, {PathToQString(backup->path), backup->document});
+}
+
+// In a window of its own, so that what is written can be looked at, on the line that it came from.
+void JournalForms::Restore(const JournalEntry& entry)
+{
+    const auto backup = Read(entry);
+    if (frmConfig* const setup = backup ? Open(entry, *backup) : nullptr)
+        setup->Flash().RestoreLater(backup->dump, TextFromPath(backup->path), backup->path);
+}
+
+}  // namespace kelvora

@@ -1,0 +1,106 @@
+#include "windows/forms/LineForms.h"
+
+#include "comms/FrameMeaning.h"
+#include "comms/PortTrial.h"
+#include "eeprom/ModuleMeaning.h"
+#include "eeprom/forms/frmEeprom.h"
+#include "ports/forms/PortsDialog.h"
+#include "ports/forms/frmPortSetup.h"
+
+namespace kelvora {
+
+LineForms::LineForms(const SetupDesk& desk, MachinePorts* machine, QWidget& window)
+    : desk_(desk), machine_(machine), window_(window)
+{
+}
+
+LineForms::~LineForms()
+{
+    delete monitorWindow_;
+    for (const auto& channel : desk_.lines.Links())
+        if (channel)
+            channel->watcher = nullptr;
+}
+
+void LineForms::ShowPortSettings(PosCfg& settings, const std::function<void()>& onChange)
+{
+    frmPortSetup form(desk_.Words(), desk_.lines, settings, &window_);
+    form.onChange = [&] {
+        desk_.defaults.SetBaudRate(settings.BaudRate());
+        desk_.defaults.PortSettings = settings.PortSettings;
+        onChange();
+    };
+    form.exec();
+}
+
+void LineForms::ShowPorts()
+{
+    PortsDialog(desk_.Words(), desk_.lines, machine_->names, machine_->devices, &window_).exec();
+}
+
+void LineForms::ShowWizard(const PosCfg& settings, const std::function<void()>& onBusy)
+{
+    SerialPort* const port = desk_.lines.Port(settings.CommsPort);
+    if (!port || desk_.operation.IsBusy())
+        return;
+    frmEeprom form({desk_.files, desk_.operation, desk_.notes, desk_.eventLoop}, settings, *port,
+                   desk_.dataFolder + "/identities", &window_);
+    // The line monitor can be looked at beside it.
+    form.setWindowModality(Qt::WindowModal);
+    form.onBusy = [this, onBusy] {
+        onBusy();
+        ShowBusy();
+    };
+    form.Watch([this, line = static_cast<int>(settings.CommsPort)](const LineTraffic& traffic) {
+        if (monitor_)
+            monitor_->Add(line, traffic, ModuleMeaning(traffic));
+    });
+    form.describeFailure = [this](const SerialPort& tried, PortFailure failure) {
+        PortTrial trial = OutcomeOf(tried);
+        trial.failure = failure;
+        return DescribeTrial(desk_.Catalogue(), trial);
+    };
+    form.exec();
+}
+
+void LineForms::ShowMonitor()
+{
+    if (!monitorWindow_) {
+        Watch();
+        monitorWindow_ = new LineMonitorWindow(desk_.files, desk_.operation, desk_.eventLoop, *monitor_);
+        QObject::connect(monitorWindow_, &QObject::destroyed, &window_, [this] {
+            for (const auto& channel : desk_.lines.Links())
+                if (channel)
+                    channel->watcher = nullptr;
+            monitor_.reset();
+        });
+    }
+    monitorWindow_->show();
+    monitorWindow_->raise();
+    monitorWindow_->activateWindow();
+}
+
+void LineForms::Watch()
+{
+    monitor_ = std::make_unique<LineMonitor>();
+    for (std::size_t i = 0; i < desk_.lines.Links().size(); ++i)
+        if (const auto& channel = desk_.lines.Links().at(i))
+            channel->watcher = [&monitor = *monitor_,
+                                line = static_cast<int>(i) + 1](const LineTraffic& traffic) {
+                monitor.Add(line, traffic, FrameMeaning(traffic));
+            };
+}
+
+void LineForms::Retranslate()
+{
+    if (monitorWindow_)
+        monitorWindow_->Retranslate();
+}
+
+void LineForms::ShowBusy()
+{
+    if (monitorWindow_)
+        monitorWindow_->ShowBusy();
+}
+
+}  // namespace kelvora

@@ -1,0 +1,62 @@
+// The windows about lines: port settings, which device stands behind which port, and the line monitor.
+#pragma once
+
+#include <QPointer>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "comms/LineMonitor.h"
+#include "comms/forms/LineMonitorWindow.h"
+#include "layout/SetupDesk.h"
+#include "platform/SerialDevices.h"
+#include "ports/PortNames.h"
+
+class QWidget;
+
+namespace kelvora {
+
+/// Which devices there are, and which of them stand behind COM1 to COM4. Both outlive those who use them.
+struct MachinePorts {
+    PortNames& names;
+    const SerialDevices& devices;
+};
+
+class LineForms {
+public:
+    /// All outlive the object. Without `machine` there is no choice of ports.
+    LineForms(const SetupDesk& desk, MachinePorts* machine, QWidget& window);
+    ~LineForms();
+    LineForms(const LineForms&) = delete;
+    LineForms& operator=(const LineForms&) = delete;
+
+    /// Edits the port settings of a setup window; `onChange` is called with each choice. They become those of
+    /// the next window.
+    void ShowPortSettings(PosCfg& settings, const std::function<void()>& onChange);
+
+    bool HasPorts() const { return machine_ != nullptr; }
+    void ShowPorts();
+
+    /// Opens the wizard that gives the modules of that line their identities; `onBusy` is called when the
+    /// line has become its own, and when it is no longer.
+    void ShowWizard(const PosCfg& settings, const std::function<void()>& onBusy);
+
+    /// Opens the line monitor, or brings it to the front. Nothing is watched before it is opened.
+    void ShowMonitor();
+
+    void Retranslate();
+
+    /// A device operation has begun or ended.
+    void ShowBusy();
+
+private:
+    void Watch();
+
+    const SetupDesk& desk_;
+    MachinePorts* machine_;
+    QWidget& window_;
+    std::unique_ptr<LineMonitor> monitor_;
+    QPointer<LineMonitorWindow> monitorWindow_;
+};
+
+}  // namespace kelvora

@@ -1,0 +1,328 @@
+#include "windows/forms/MDIForm1.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QMdiSubWindow>
+#include <QMimeData>
+#include <QPainter>
+#include <QScreen>
+#include <QStyle>
+#include <QTimer>
+#include <utility>
+
+#include "layout/forms/frmConfig.h"
+#include "platform/qt/Text.h"
+#include "ports/Connection.h"
+#include "windows/forms/Icons.h"
+
+namespace kelvora {
+
+namespace {
+
+// Channels and their drivers may still be at work when the last window goes.
+constexpr std::chrono::milliseconds ClosingTime{2000};
+
+constexpr QSize InitialSize(980, 620);
+
+// What the window system puts around a window, before it has done so.
+QSize FrameRoom(const QStyle& style)
+{
+    const int title = style.pixelMetric(QStyle::PM_TitleBarHeight);
+    return {title / 2, title + title / 2};
+}
+
+QStringList LocalFiles(const QMimeData& data)
+{
+    QStringList paths;
+    for (const QUrl& url : data.urls())
+        if (url.isLocalFile())
+            paths << url.toLocalFile();
+    return paths;
+}
+
+}  // namespace
+
+MDIForm1::MDIForm1(Program& program, const QString& configFolder, MachinePorts* machine)
+    : program_(program),
+      commands_(this),
+      menu_(*menuBar(), commands_),
+      area_(new QMdiArea(this)),
+      toolbar_(new MainToolbar(commands_, program.texts.Catalogue(), this)),
+      status_(new StatusPanels(this)),
+      operation_(program.operation, program.lines.Terminals(), program.texts, *status_, *this),
+      lines_(program.desk, machine, *this),
+      memory_(configFolder),
+      setups_(*area_, program.desk, memory_),
+      comparisons_(program.files, setups_),
+      journal_(program.desk, setups_, comparisons_),
+      series_(program.desk, setups_),
+      help_(program.texts, program.language, [this] { return ActiveSetup(); })
+{
+    series_.onEnded = [this] { close(); };
+    setObjectName(QStringLiteral("MDIForm1"));
+    setWindowTitle(ToQString(ProductName));
+    setWindowIcon(ProgramIcon());
+    setAcceptDrops(true);
+    setContextMenuPolicy(Qt::NoContextMenu);
+    area_->setObjectName(QStringLiteral("SetupWindows"));
+    area_->setBackground(palette().brush(QPalette::Window));
+    // Every window keeps its own size: with many open, passing "maximized" on makes switching slow.
+    area_->setOption(QMdiArea::DontMaximizeSubWindowOnActivation);
+    area_->viewport()->installEventFilter(this);
+    setCentralWidget(area_);
+    addToolBar(toolbar_);
+    setStatusBar(status_);
+    resize(InitialSize);
+    memory_.RestoreWindow(*this);
+    // The screen may be smaller than the one before, or its scaling larger.
+    resize(size().boundedTo(screen()->availableGeometry().size() - FrameRoom(*style())));
+    memory_.RestoreFolders(program_.main);
+    memory_.RestoreLine(program_.main);
+    ConnectFileCommands();
+    ConnectLayoutCommands();
+    ConnectLineCommands();
+    ConnectFlashCommands();
+    ConnectGeneralCommands();
+    ConnectMenus();
+    status_->ShowOperation(ToQString(IdleText(program_.texts)));
+    Retranslate();
+    Refresh();
+}
+
+MDIForm1::~MDIForm1()
+{
+    // The area tells of each window that goes with it, when the rest is gone already.
+    area_->disconnect(this);
+}
+
+void MDIForm1::ConnectMenus()
+{
+    connect(area_, &QMdiArea::subWindowActivated, this, [this] {
+        Refresh();
+        if (frmConfig* setup = ActiveSetup()) {
+            setup->FocusStrip();
+            setup->Form_Activate();
+        }
+    });
+    // A dialog has closed, or an operation has ended, when the focus comes back.
+    connect(qApp, &QApplication::focusChanged, this, [this] {
+        if (!waitingFiles_.isEmpty())
+            QTimer::singleShot(0, this, [this] { OpenWaitingFiles(); });
+    });
+    setups_.onNew = [this](frmConfig& setup) { Prepare(setup); };
+    toolbar_->mayChooseDump = [this] { return ActiveSetup() != nullptr; };
+    menu_.recentFiles = [this] { return memory_.RecentFiles(); };
+    menu_.openRecent = [this](const QString& path) { setups_.OpenRecent(path); };
+    menu_.clearRecent = [this] { memory_.ClearRecentFiles(); };
+    menu_.listWindows = [this](QMenu& menu) { setups_.List(menu); };
+    menu_.listComparisons = [this](QMenu& menu) { comparisons_.List(menu); };
+    menu_.selectPort = [this](int port) {
+        if (frmConfig* setup = ActiveSetup())
+            setup->SelectPort(static_cast<std::int16_t>(port));
+        memory_.SaveLine(program_.main);
+    };
+    menu_.isPortAvailable = [this](int port) { return program_.lines.IsAvailable(port); };
+    menu_.languages = [this] { return program_.language.Available(); };
+    menu_.language = [this] { return program_.language.Code(); };
+    menu_.changeLanguage = [this](const std::string& language) { ChangeLanguage(language); };
+}
+
+void MDIForm1::Prepare(frmConfig& setup)
+{
+    undoGroup_.addStack(&setup.UndoStack());
+    setup.onChange = [this] { Refresh(); };
+    setup.onFile = [this, &setup] { setups_.Remember(setup); };
+    setup.onInterrupt = [this] { operation_.Interrupt(); };
+    setup.onHint = [this](const MessageId& hint) { ShowHint(hint); };
+    setup.onLayoutMenu = [this](const QPoint& place) { menu_.Layout().popup(place); };
+}
+
+void MDIForm1::OpenFiles(const QStringList& paths)
+{
+    if (closing_ != Closing::No)
+        return;
+    waitingFiles_ << paths;
+    if (isMinimized())
+        showNormal();
+    activateWindow();
+    raise();
+    OpenWaitingFiles();
+}
+
+void MDIForm1::OpenWaitingFiles()
+{
+    // Under an open dialog, or while something runs, another window would come to the front: they wait.
+    const bool mayOpen = commands_[Command::FileMenuOpen].isEnabled() && !QApplication::activeModalWidget();
+    if (mayOpen && !waitingFiles_.isEmpty())
+        setups_.OpenFiles(std::exchange(waitingFiles_, {}));
+}
+
+void MDIForm1::Retranslate()
+{
+    commands_.Retranslate(program_.texts.Catalogue());
+    menu_.Retranslate(program_.texts.Catalogue());
+    toolbar_->Retranslate();
+    status_->Retranslate(program_.texts.Catalogue());
+    area_->viewport()->update();
+    lines_.Retranslate();
+    setups_.Retranslate();
+    comparisons_.Retranslate();
+    journal_.Retranslate();
+    series_.Retranslate();
+}
+
+void MDIForm1::ChangeLanguage(const std::string& language)
+{
+    const bool idle = IsIdle();
+    if (language == program_.language.Code() || !program_.language.Change(language))
+        return;
+    // The help is opened anew in the new language.
+    help_.Close();
+    if (onLanguage)
+        onLanguage();
+    if (idle)
+        status_->ShowOperation(ToQString(IdleText(program_.texts)));
+    Retranslate();
+    Refresh();
+}
+
+void MDIForm1::Refresh()
+{
+    frmConfig* setup = ActiveSetup();
+    comparisons_.Refresh();
+    journal_.Refresh();
+    undoGroup_.setActiveStack(setup ? &setup->UndoStack() : nullptr);
+    menu_.ShowSetupEntries(setup != nullptr);
+    const PosCfg& settings = setup ? setup->Session().settings : program_.main;
+    // One scan at a time, also while it has yet to begin.
+    const bool hasLink = program_.lines.HasLink() && !setups_.HasScanPending();
+    const bool canScan = hasLink && AllowsScan(settings.ConnectionMode);
+    CommandSituation nothingOpen;
+    nothingOpen.busy = program_.operation.IsBusy();
+    nothingOpen.canScan = hasLink;
+    const CommandState state = setup ? setup->State(canScan) : CommandStateOf(nothingOpen);
+    commands_.Apply(state);
+    menu_.Apply(state);
+    menu_.ShowPort(settings.CommsPort);
+    status_->ShowMode(ToQString(ModeText(settings.ConnectionMode)));
+    status_->ShowPort(ToQString(PortText(settings)));
+    status_->ShowSimulated(program_.lines.IsSimulated(settings.CommsPort));
+    // The wizard is busy and says so with its status alone.
+    if (program_.operation.Name().empty())
+        status_->ShowOperation(program_.operation.IsBusy() ? QString() : ToQString(IdleText(program_.texts)));
+    if (!setup) {
+        status_->ShowStatus(QString());
+        area_->viewport()->update();
+        return;
+    }
+    if (program_.operation.IsBusy()) {
+        status_->ShowStatus(ToQString(program_.operation.Status()));
+        return;
+    }
+    commands_.NameUndo(program_.texts.Catalogue(), setup->UndoName(), setup->RedoName());
+    status_->ShowStatus(setup->IsPlacing() ? ToQString(program_.texts.Caption(Message::PlacingHint))
+                                           : PathToQString(setup->Session().File().path));
+}
+
+void MDIForm1::ShowHint(const MessageId& hint)
+{
+    status_->ShowHint(ToQString(program_.texts.Caption(hint)));
+}
+
+bool MDIForm1::IsIdle() const
+{
+    const QString operation = status_->Operation().trimmed();
+    return !program_.operation.IsBusy() &&
+           (operation.isEmpty() || operation == ToQString(IdleText(program_.texts)).trimmed());
+}
+
+bool MDIForm1::MayShutDown()
+{
+    if (IsIdle())
+        return series_.MayClose() && setups_.MayCloseAll();
+    ShowHint(Message::NotClosedHint);
+    return false;
+}
+
+void MDIForm1::ShutDown()
+{
+    closing_ = Closing::Waiting;
+    memory_.SaveWindow(*this);
+    memory_.SaveFolders(program_.main);
+    if (onShutdown)
+        onShutdown();
+    for (QWidget* const window : QApplication::topLevelWidgets())
+        window->hide();
+    program_.world.eventLoop.After(ClosingTime, [window = QPointer<MDIForm1>(this)] {
+        if (window)
+            window->EndShutdown();
+    });
+}
+
+void MDIForm1::EndShutdown()
+{
+    for (SerialPort* port : program_.lines.AllPorts())
+        if (port && port->IsOpen())
+            port->Close();
+    status_->ShowStatus(QString());
+    setups_.CloseAllUnasked();
+    closing_ = Closing::Done;
+    close();
+    if (onClosed)
+        onClosed();
+}
+
+void MDIForm1::closeEvent(QCloseEvent* event)
+{
+    if (closing_ == Closing::Done) {
+        event->accept();
+        return;
+    }
+    event->ignore();
+    if (closing_ == Closing::No && MayShutDown())
+        ShutDown();
+}
+
+void MDIForm1::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!LocalFiles(*event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void MDIForm1::dropEvent(QDropEvent* event)
+{
+    // A copy: the source must not take the file away. Opening may ask questions, and the source waits for
+    // this.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    QTimer::singleShot(0, this, [this, files = LocalFiles(*event->mimeData())] { OpenFiles(files); });
+}
+
+bool MDIForm1::eventFilter(QObject* watched, QEvent* event)
+{
+    const bool handled = QMainWindow::eventFilter(watched, event);
+    if (event->type() == QEvent::PaletteChange)
+        area_->setBackground(palette().brush(QPalette::Window));
+    if (event->type() != QEvent::Paint || watched != area_->viewport() || !area_->subWindowList().isEmpty())
+        return handled;
+    QPainter painter(area_->viewport());
+    painter.fillRect(area_->viewport()->rect(), palette().brush(QPalette::Window));
+    QColor faint = palette().color(QPalette::WindowText);
+    faint.setAlphaF(0.75F);
+    painter.setPen(faint);
+    painter.drawText(area_->viewport()->rect().adjusted(40, 0, -40, 0), Qt::AlignCenter | Qt::TextWordWrap,
+                     ToQString(program_.texts.Caption(Message::EmptyMain)));
+    return true;
+}
+
+void MDIForm1::ShowAbout()
+{
+    const MessageCatalogue& catalogue = program_.texts.Catalogue();
+    const std::string text = catalogue.Caption(Message::AboutText) + "\r\n" +
+                             catalogue.Word(Message::Version) + KELVORA_VERSION "\r\n" +
+                             catalogue.Caption(Message::AboutLegal);
+    program_.texts.Tell(text, {BoxIcon::Information});
+}
+
+}  // namespace kelvora

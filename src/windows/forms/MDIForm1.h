@@ -1,0 +1,122 @@
+// The main window: it holds the setup windows and gives their commands to the one in front.
+#pragma once
+
+#include <QMainWindow>
+#include <QMdiArea>
+#include <QUndoGroup>
+#include <functional>
+#include <vector>
+
+#include "windows/Program.h"
+#include "windows/forms/Commands.h"
+#include "windows/forms/HelpOpener.h"
+#include "windows/forms/JournalForms.h"
+#include "windows/forms/LineForms.h"
+#include "windows/forms/MainMenu.h"
+#include "windows/forms/MainToolbar.h"
+#include "windows/forms/OperationView.h"
+#include "windows/forms/SeriesForms.h"
+#include "windows/forms/SetupComparisons.h"
+#include "windows/forms/SetupWindows.h"
+#include "windows/forms/StatusPanels.h"
+#include "windows/forms/WindowMemory.h"
+
+namespace kelvora {
+
+class frmConfig;
+
+class MDIForm1 final : public QMainWindow {
+public:
+    /// `program` is loaded and outlives the window. `configFolder` is the person's; empty remembers nothing.
+    /// Without `machine`, which outlives the window too, the devices behind the ports cannot be chosen.
+    MDIForm1(Program& program, const QString& configFolder, MachinePorts* machine = nullptr);
+    ~MDIForm1() override;
+    MDIForm1(const MDIForm1&) = delete;
+    MDIForm1& operator=(const MDIForm1&) = delete;
+
+    /// Opens files that were named at the start, dropped or handed over, and comes to the front.
+    void OpenFiles(const QStringList& paths);
+
+    /// Called once when the windows are hidden and the program is about to end.
+    std::function<void()> onShutdown;
+
+    /// Called when the program has ended its two seconds of closing down.
+    std::function<void()> onClosed;
+
+    /// Called when the program speaks another language.
+    std::function<void()> onLanguage;
+
+    Commands& Actions() { return commands_; }
+    StatusPanels& Status() { return *status_; }
+    MainMenu& Menu() { return menu_; }
+
+    /// Shows anew what depends on the program's state.
+    void Refresh();
+
+    frmConfig* ActiveSetup() const { return setups_.Active(); }
+    std::vector<frmConfig*> AllSetups() const { return setups_.All(); }
+
+    /// None: the View menu shows and hides the toolbar.
+    QMenu* createPopupMenu() override { return nullptr; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void ConnectFileCommands();
+    void ConnectLayoutCommands();
+    void ConnectLineCommands();
+    void ConnectFlashCommands();
+    void ConnectGeneralCommands();
+    void ConnectMenus();
+    void Prepare(frmConfig& setup);
+    void Retranslate();
+    void ChangeLanguage(const std::string& language);
+    void OpenWaitingFiles();
+    bool IsIdle() const;
+    void ShowHint(const MessageId& hint);
+
+    template <class Action>
+    void On(Command command, Action action)
+    {
+        connect(&commands_[command], &QAction::triggered, this, action);
+    }
+
+    /// Runs `action` on the setup window in front.
+    template <class Action>
+    void OnSetup(Command command, Action action)
+    {
+        On(command, [this, action] {
+            if (frmConfig* setup = ActiveSetup())
+                action(*setup);
+        });
+    }
+
+    bool MayShutDown();
+    void ShutDown();
+    void EndShutdown();
+    void ShowAbout();
+
+    Program& program_;
+    Commands commands_;
+    MainMenu menu_;
+    QMdiArea* area_;
+    MainToolbar* toolbar_;
+    StatusPanels* status_;
+    OperationView operation_;
+    LineForms lines_;
+    WindowMemory memory_;
+    SetupWindows setups_;
+    SetupComparisons comparisons_;
+    JournalForms journal_;
+    SeriesForms series_;
+    QUndoGroup undoGroup_;
+    HelpOpener help_;
+    QStringList waitingFiles_;  ///< to be opened once no dialog is open
+    enum class Closing { No, Waiting, Done } closing_ = Closing::No;
+};
+
+}  // namespace kelvora

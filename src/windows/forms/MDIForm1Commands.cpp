@@ -1,0 +1,96 @@
+// The commands of the main window: what each of them does, as a list.
+#include "layout/forms/frmConfig.h"
+#include "windows/forms/MDIForm1.h"
+
+namespace kelvora {
+
+void MDIForm1::ConnectFileCommands()
+{
+    On(Command::FileMenuNew, [this] { setups_.New(SetupMode::New); });
+    On(Command::FileMenuOpen, [this] { setups_.Open(); });
+    On(Command::FileMenuScan, [this] { setups_.New(SetupMode::Scan); });
+    OnSetup(Command::FileMenuSave, [](frmConfig& setup) { setup.FileMenuSave_Click(); });
+    OnSetup(Command::FileMenuSaveAs, [](frmConfig& setup) { setup.FileMenuSaveAs_Click(); });
+    const auto sheet = [this](Command command, void (SheetForms::*click)()) {
+        OnSetup(command, [click](frmConfig& setup) { (setup.Sheet().*click)(); });
+    };
+    sheet(Command::FileMenuPrint, &SheetForms::FileMenuPrint_Click);
+    sheet(Command::FileMenuPrintPreview, &SheetForms::FileMenuPrintPreview_Click);
+    sheet(Command::FileMenuExport, &SheetForms::FileMenuExport_Click);
+    On(Command::FileMenuClose, [this] { area_->closeActiveSubWindow(); });
+    On(Command::FileMenuExit, [this] { close(); });
+    On(Command::EditMenuUndo, [this] { undoGroup_.undo(); });
+    On(Command::EditMenuRedo, [this] { undoGroup_.redo(); });
+}
+
+void MDIForm1::ConnectLayoutCommands()
+{
+    const auto adds = [this](Command command, ModuleKind kind) {
+        OnSetup(command, [kind](frmConfig& setup) { setup.LayoutMenuAdd_Click(kind); });
+    };
+    adds(Command::LayoutMenuAddKBMASTER, ModuleKind::KM096);
+    adds(Command::LayoutMenuAddKB64, ModuleKind::KM064);
+    adds(Command::LayoutMenuAddMCR, ModuleKind::MCR);
+    adds(Command::LayoutMenuAddICCR, ModuleKind::ICCR);
+    OnSetup(Command::LayoutMenuDel, [](frmConfig& setup) { setup.LayoutMenuDel_Click(); });
+    OnSetup(Command::LayoutMenuMove, [](frmConfig& setup) { setup.LayoutMenuMove_Click(); });
+    OnSetup(Command::LayoutMenuOptions, [](frmConfig& setup) { setup.LayoutMenuOptions_Click(); });
+}
+
+void MDIForm1::ConnectLineCommands()
+{
+    operation_.onChange = [this] {
+        lines_.ShowBusy();
+        Refresh();
+    };
+    OnSetup(Command::CommunicationsMenuSettings, [this](frmConfig& setup) {
+        lines_.ShowPortSettings(setup.Session().settings, [this] {
+            memory_.SaveLine(program_.main);
+            Refresh();
+        });
+    });
+    OnSetup(Command::EpromWizard,
+            [this](frmConfig& setup) { lines_.ShowWizard(setup.Session().settings, [this] { Refresh(); }); });
+    On(Command::ToolsMenuSeries, [this] { series_.Show(); });
+    On(Command::ToolsMenuJournal, [this] { journal_.Show(); });
+    commands_[Command::ToolsMenuJournal].setVisible(program_.notes.Journal() != nullptr);
+    On(Command::CommunicationsMenuPorts, [this] { lines_.ShowPorts(); });
+    On(Command::ViewMenuLineMonitor, [this] { lines_.ShowMonitor(); });
+    commands_[Command::CommunicationsMenuPorts].setVisible(lines_.HasPorts());
+    OnSetup(Command::ToolsMenuRescanLine, [](frmConfig& setup) { setup.ToolsMenuRescanLine_Click(); });
+}
+
+void MDIForm1::ConnectFlashCommands()
+{
+    const auto flash = [this](Command command, void (FlashForms::*click)()) {
+        OnSetup(command, [click](frmConfig& setup) { (setup.Flash().*click)(); });
+    };
+    flash(Command::ToolsMenuFlashDownload, &FlashForms::ToolsMenuFlashDownload_Click);
+    flash(Command::ToolsMenuFlashVerify, &FlashForms::ToolsMenuFlashVerify_Click);
+    flash(Command::ToolsMenuFlashDumpSetup, &FlashForms::ToolsMenuFlashDumpSetup_Click);
+    flash(Command::ToolsMenuFlashDumpUpload, &FlashForms::ToolsMenuFlashDumpUpload_Click);
+    flash(Command::ToolsMenuFlashRestore, &FlashForms::ToolsMenuFlashRestore_Click);
+    flash(Command::ToolsMenuFlashBackups, &FlashForms::ToolsMenuFlashBackups_Click);
+}
+
+void MDIForm1::ConnectGeneralCommands()
+{
+    for (std::size_t i = 0; i < CommandCount; ++i)
+        addAction(&commands_[static_cast<Command>(i)]);
+    On(Command::ViewMenuToolbar, [this](bool shown) { toolbar_->setVisible(shown); });
+    On(Command::ViewMenuStatusBar, [this](bool shown) { status_->setVisible(shown); });
+    On(Command::WindowMenuCascade, [this] { area_->cascadeSubWindows(); });
+    On(Command::WindowMenuTile, [this] { area_->tileSubWindows(); });
+    On(Command::WindowMenuNext, [this] { area_->activateNextSubWindow(); });
+    On(Command::WindowMenuPrevious, [this] { area_->activatePreviousSubWindow(); });
+    On(Command::WindowMenuCloseAll, [this] {
+        if (setups_.MayCloseAll())
+            setups_.CloseAllUnasked();
+    });
+    On(Command::HelpMenuGuide, [this] { help_.Show(); });
+    On(Command::HelpMenuAbout, [this] { ShowAbout(); });
+    commands_[Command::ViewMenuToolbar].setChecked(toolbar_->isVisibleTo(this));
+    commands_[Command::ViewMenuStatusBar].setChecked(status_->isVisibleTo(this));
+}
+
+}  // namespace kelvora

@@ -1,0 +1,82 @@
+// The main window's menu bar: the commands in their menus, recent files and open windows.
+#pragma once
+
+#include <QMenu>
+#include <QMenuBar>
+#include <QStringList>
+#include <array>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "catalogue/MessageCatalogue.h"
+#include "windows/forms/Commands.h"
+
+namespace kelvora {
+
+class MainMenu {
+public:
+    MainMenu(QMenuBar& bar, Commands& commands);
+
+    // All of the following must be set before a menu is shown.
+
+    /// Called when a menu that lists something is about to be shown.
+    std::function<QStringList()> recentFiles;
+    std::function<void(const QString& path)> openRecent;
+    std::function<void()> clearRecent;
+    std::function<void(QMenu&)> listWindows;
+    std::function<void(QMenu&)> listComparisons;
+
+    /// The ports of the Communications menu, 1 to 4.
+    std::function<bool(int port)> isPortAvailable;
+    std::function<void(int port)> selectPort;
+
+    /// The languages to choose from, and the one in force, by their codes.
+    std::function<std::vector<std::string>()> languages;
+    std::function<std::string()> language;
+    std::function<void(const std::string& code)> changeLanguage;
+
+    /// Enables the submenus as a whole.
+    void Apply(const CommandState& state);
+
+    /// Marks the port in use.
+    void ShowPort(int port);
+
+    void Retranslate(const MessageCatalogue& catalogue);
+
+    /// Shows what only a setup window uses, or hides it.
+    void ShowSetupEntries(bool shown);
+
+    QMenu& Layout() { return *layout_; }
+
+private:
+    QMenu* AddMenu(QWidget* parent, const char* name, const MessageId& caption);
+    void MakeFileMenu(QMenuBar& bar);
+    void MakeSetupMenus(QMenuBar& bar);
+    void MakeCommunicationsMenu(QMenuBar& bar);
+    void MakeToolsMenu(QMenuBar& bar);
+    void MakeViewMenu(QMenuBar& bar);
+    void MakeGeneralMenus(QMenuBar& bar);
+    void ListRecentFiles();
+    void ListLanguages();
+
+    struct Titled {
+        QMenu* menu;
+        MessageId caption;
+    };
+
+    Commands& commands_;
+    std::vector<Titled> titled_;
+    std::vector<QAction*> setupEntries_;
+    QMenu* recent_ = nullptr;
+    QMenu* compare_ = nullptr;
+    QMenu* layout_ = nullptr;
+    QMenu* add_ = nullptr;
+    QMenu* dump_ = nullptr;
+    QMenu* lines_ = nullptr;
+    QMenu* languages_ = nullptr;
+    std::array<QAction*, 4> ports_{};
+    QString clearText_;
+};
+
+}  // namespace kelvora

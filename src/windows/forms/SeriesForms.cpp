@@ -1,0 +1,52 @@
+#include "windows/forms/SeriesForms.h"
+
+#include "layout/forms/frmConfig.h"
+#include "platform/qt/Text.h"
+
+namespace kelvora {
+
+SeriesForms::SeriesForms(const SetupDesk& desk, SetupWindows& setups) : desk_(desk), setups_(setups) {}
+
+SeriesForms::~SeriesForms()
+{
+    onEnded = [] {};
+    delete window_;
+}
+
+void SeriesForms::Show()
+{
+    if (!window_) {
+        window_ = new SeriesWindow(desk_.files, desk_.lines, desk_.defaults, desk_.eventLoop,
+                                   [] { return std::make_unique<SeriesProcess>(); });
+        window_->onVerdict = [this](bool passed) { sounds_.Play(passed); };
+        const frmConfig* const setup = setups_.Active();
+        // Changes that are not saved are in no file.
+        if (setup && !setup->IsChanged())
+            window_->Offer(PathToQString(setup->Session().File().path), setup->Session().settings.CommsPort);
+        else
+            window_->Offer({}, setup ? setup->Session().settings.CommsPort : desk_.defaults.CommsPort);
+    }
+    window_->show();
+    window_->raise();
+    window_->activateWindow();
+}
+
+bool SeriesForms::MayClose()
+{
+    if (!window_)
+        return true;
+    const bool wasClosing = window_->IsClosing();
+    if (window_->MayClose())
+        return true;
+    if (window_->IsClosing() && !wasClosing)
+        QObject::connect(window_, &QObject::destroyed, &ending_, [this] { onEnded(); });
+    return false;
+}
+
+void SeriesForms::Retranslate()
+{
+    if (window_)
+        window_->Retranslate();
+}
+
+}  // namespace kelvora

@@ -1,0 +1,200 @@
+#include "windows/forms/SetupWindows.h"
+
+#include <QFileInfo>
+#include <QMdiSubWindow>
+#include <algorithm>
+#include <array>
+
+#include "layout/forms/frmConfig.h"
+#include "platform/Encoding.h"
+#include "platform/qt/Text.h"
+#include "windows/forms/Icons.h"
+
+namespace kelvora {
+
+SetupWindows::SetupWindows(QMdiArea& area, SetupDesk& desk, WindowMemory& memory)
+    : area_(area), desk_(desk), memory_(memory)
+{
+    desk_.isOpenElsewhere = [this](std::string_view path, std::string_view current) {
+        const frmConfig* holder = HolderOf(std::string(path));
+        return holder && holder->Session().File().path != current;
+    };
+}
+
+SetupWindows::~SetupWindows()
+{
+    desk_.isOpenElsewhere = nullptr;
+}
+
+frmConfig* SetupWindows::Active() const
+{
+    const QMdiSubWindow* active = area_.currentSubWindow();
+    return active ? dynamic_cast<frmConfig*>(active->widget()) : nullptr;
+}
+
+std::vector<frmConfig*> SetupWindows::All() const
+{
+    std::vector<frmConfig*> windows;
+    for (const QMdiSubWindow* window : area_.subWindowList())
+        if (auto* setup = dynamic_cast<frmConfig*>(window->widget()))
+            windows.push_back(setup);
+    return windows;
+}
+
+bool SetupWindows::HasScanPending() const
+{
+    return std::ranges::any_of(All(), [](const frmConfig* setup) { return setup->Session().IsScanning(); });
+}
+
+void SetupWindows::Activate(frmConfig& window)
+{
+    area_.setActiveSubWindow(dynamic_cast<QMdiSubWindow*>(window.parentWidget()));
+}
+
+void SetupWindows::New(SetupMode mode)
+{
+    auto window = std::make_unique<frmConfig>(desk_, mode);
+    window->Form_Load();
+    Show(std::move(window));
+}
+
+void SetupWindows::Open()
+{
+    if (const auto file = GetConfigFileName(desk_.files, desk_.defaults, {}))
+        OpenFile(*file);
+}
+
+void SetupWindows::OpenFile(const SetupFile& file)
+{
+    if (frmConfig* holder = HolderOf(file.path)) {
+        Activate(*holder);
+        return;
+    }
+    // Read first: a window that could not be filled is never made, and takes no number.
+    auto opened = OpenSetup(desk_.files, file);
+    if (!opened)
+        return;
+    auto window = std::make_unique<frmConfig>(desk_, SetupMode::Open);
+    window->Form_Load(std::move(opened));
+    Remember(*window);
+    Show(std::move(window));
+}
+
+frmConfig& SetupWindows::OpenBackup(const std::string& name, const SetupDocument& document,
+                                    const FlashImage& image)
+{
+    auto window = std::make_unique<frmConfig>(desk_, SetupMode::New);
+    window->Form_Load();
+    frmConfig& setup = *window;
+    Show(std::move(window));
+    setup.TakeBackup(name, document, image);
+    return setup;
+}
+
+void SetupWindows::Show(std::unique_ptr<frmConfig> window)
+{
+    // From here on the area owns it.
+    frmConfig* setup = window.release();
+    QMdiSubWindow* frame = area_.addSubWindow(setup);
+    frame->setWindowIcon(ProgramIcon());
+    // The File menu closes windows, by the same key.
+    for (QAction* entry : frame->systemMenu()->actions())
+        entry->setShortcut({});
+    onNew(*setup);
+    // Large is what a technician wants to see; one who has arranged the windows keeps the arrangement.
+    const auto frames = area_.subWindowList();
+    if (frames.size() > 1 && !frames.constFirst()->isMaximized())
+        frame->show();
+    else
+        frame->showMaximized();
+}
+
+frmConfig* SetupWindows::HolderOf(const std::string& path) const
+{
+    const QString wanted = QFileInfo(PathToQString(path)).canonicalFilePath();
+    if (wanted.isEmpty())
+        return nullptr;
+    for (frmConfig* setup : All()) {
+        const std::string& open = setup->Session().File().path;
+        if (!open.empty() && QFileInfo(PathToQString(open)).canonicalFilePath() == wanted)
+            return setup;
+    }
+    return nullptr;
+}
+
+bool SetupWindows::MayCloseAll()
+{
+    // All are asked before any closes, so that a Cancel leaves everything as it was.
+    for (frmConfig* setup : All()) {
+        if (setup->IsChanged())
+            Activate(*setup);
+        if (!setup->MayClose())
+            return false;
+    }
+    return true;
+}
+
+void SetupWindows::CloseAllUnasked()
+{
+    for (frmConfig* setup : All())
+        setup->CloseUnasked();
+    area_.closeAllSubWindows();
+}
+
+void SetupWindows::Retranslate()
+{
+    // Qt gives each window's own menu its texts once, in this order.
+    constexpr std::array<const char*, 7> Entries{"&Restore",  "&Move",        "&Size", "Mi&nimize",
+                                                 "Ma&ximize", "Stay on &Top", "&Close"};
+    for (const QMdiSubWindow* frame : area_.subWindowList()) {
+        std::size_t next = 0;
+        for (QAction* entry : frame->systemMenu()->actions())
+            if (!entry->isSeparator() && next < Entries.size())
+                entry->setText(QMdiSubWindow::tr(Entries.at(next++)));
+    }
+    for (frmConfig* setup : All())
+        setup->Retranslate();
+}
+
+void SetupWindows::OpenFiles(const QStringList& paths)
+{
+    for (const QString& path : paths)
+        OpenFile(MakeSetupFile(PathFromQString(QFileInfo(path).absoluteFilePath())));
+}
+
+void SetupWindows::OpenRecent(const QString& path)
+{
+    if (QFileInfo::exists(path)) {
+        OpenFiles({path});
+        return;
+    }
+    memory_.RemoveRecentFile(path);
+    desk_.Words().Show(Message::NotFound, {BoxIcon::Exclamation}, TextFromPath(PathFromQString(path)));
+}
+
+void SetupWindows::Remember(const frmConfig& window)
+{
+    CopyDialogFolders(window.Session().settings, desk_.defaults);
+    if (!window.Session().File().path.empty())
+        memory_.AddRecentFile(PathToQString(window.Session().File().path));
+}
+
+void SetupWindows::List(QMenu& menu)
+{
+    int number = 1;
+    for (frmConfig* setup : All()) {
+        QString title = PathToQString(setup->Session().settings.Name);
+        if (setup->IsChanged())
+            title += '*';
+        title.replace('&', QStringLiteral("&&"));
+        // The first nine are reached by their digit.
+        QAction* entry = menu.addAction(
+            (number < 10 ? QStringLiteral("&%1  ") : QStringLiteral("%1  ")).arg(number) + title);
+        entry->setCheckable(true);
+        entry->setChecked(setup == Active());
+        QObject::connect(entry, &QAction::triggered, setup, [this, setup] { Activate(*setup); });
+        ++number;
+    }
+}
+
+}  // namespace kelvora

@@ -1,0 +1,77 @@
+// The setup windows inside the main window: making, finding and listing them.
+#pragma once
+
+#include <QMdiArea>
+#include <QMenu>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "flash/FlashImage.h"
+#include "layout/SetupDesk.h"
+#include "windows/forms/WindowMemory.h"
+
+namespace kelvora {
+
+class frmConfig;
+
+class SetupWindows {
+public:
+    /// All outlive the object.
+    SetupWindows(QMdiArea& area, SetupDesk& desk, WindowMemory& memory);
+    ~SetupWindows();
+    SetupWindows(const SetupWindows&) = delete;
+    SetupWindows& operator=(const SetupWindows&) = delete;
+
+    /// Called with each new window, before it is shown; must be set.
+    std::function<void(frmConfig&)> onNew;
+
+    /// Opens a new window, to be filled by hand or by a scan.
+    void New(SetupMode mode);
+
+    /// Asks for a setup file and opens it.
+    void Open();
+
+    /// Opens each file in a window of its own; one that is open already comes to the front.
+    void OpenFiles(const QStringList& paths);
+
+    /// Opens a window with the setup that a backup was of; it has no file yet.
+    frmConfig& OpenBackup(const std::string& name, const SetupDocument& document, const FlashImage& image);
+
+    /// Opens a file of the recent ones, which may be gone.
+    void OpenRecent(const QString& path);
+
+    /// The window in front; null without one.
+    frmConfig* Active() const;
+    std::vector<frmConfig*> All() const;
+
+    void Activate(frmConfig& window);
+
+    /// Whether a window waits for its scan, or is in it.
+    bool HasScanPending() const;
+
+    /// Whether all windows may close: each changed one is asked about, until one is to stay.
+    bool MayCloseAll();
+    void CloseAllUnasked();
+
+    /// Sets all texts anew, Qt's own in the windows' menus included.
+    void Retranslate();
+
+    /// Adds an entry for each window.
+    void List(QMenu& menu);
+
+    /// Keeps the window's folders and file for later windows and runs.
+    void Remember(const frmConfig& window);
+
+private:
+    void OpenFile(const SetupFile& file);
+    void Show(std::unique_ptr<frmConfig> window);
+    frmConfig* HolderOf(const std::string& path) const;
+
+    QMdiArea& area_;
+    SetupDesk& desk_;
+    WindowMemory& memory_;
+};
+
+}  // namespace kelvora

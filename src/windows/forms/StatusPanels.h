@@ -1,0 +1,64 @@
+// The main window's status bar: connection mode, port, status, operation, and the progress of what runs.
+#pragma once
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QStatusBar>
+#include <QToolButton>
+#include <functional>
+
+#include "catalogue/MessageCatalogue.h"
+#include "platform/qt/ElidedLabel.h"
+
+namespace kelvora {
+
+/// One panel: a text of any length.
+class StatusPanel final : public ElidedLabel {
+public:
+    StatusPanel(const char* name, QWidget* parent);
+
+    QSize minimumSizeHint() const override;
+};
+
+class StatusPanels final : public QStatusBar {
+public:
+    explicit StatusPanels(QWidget* parent);
+
+    // Each text replaces the one before; an empty mode hides its panel.
+    void ShowMode(const QString& text);
+    void ShowPort(const QString& text) { port_->setText(text); }
+    void ShowStatus(const QString& text);
+    void ShowOperation(const QString& text) { operation_->setText(text); }
+    QString Operation() const { return operation_->text(); }
+
+    /// 0 to 100; anything else hides the bar.
+    void ShowProgress(int percent);
+
+    /// The button that stops what runs is there while it can be stopped.
+    void ShowStop(bool shown) { stop_->setVisible(shown); }
+
+    /// Called when that button is pressed.
+    std::function<void()> onStop;
+
+    /// Says for a few seconds, or until a panel is shown anew, why something was not done.
+    void ShowHint(const QString& text);
+
+    /// Whether to say that the line is a simulated one.
+    void ShowSimulated(bool simulated) { simulated_->setVisible(simulated); }
+
+    void Retranslate(const MessageCatalogue& catalogue);
+
+private:
+    StatusPanel* AddPanel(const char* name, int stretch);
+
+    StatusPanel* mode_;
+    StatusPanel* port_;
+    StatusPanel* status_;
+    StatusPanel* operation_;
+    QLabel* simulated_;
+    QProgressBar* progress_;
+    QToolButton* stop_;
+    QString statusTip_;
+};
+
+}  // namespace kelvora

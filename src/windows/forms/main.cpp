@@ -1,0 +1,285 @@
+// The program's start: one copy a user, the language and its texts, then the main window.
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QSocketNotifier>
+#include <QStandardPaths>
+#include <QTimer>
+#include <QTranslator>
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "catalogue/Texts.h"
+#include "journal/posix/JournalFolder.h"
+#include "journal/qt/Sha256.h"
+#include "network/qt/QtLinePort.h"
+#include "platform/posix/PosixFiles.h"
+#include "platform/posix/StopSignal.h"
+#include "platform/qt/BenchProcess.h"
+#include "platform/qt/QtEventLoop.h"
+#include "platform/qt/QtFileDialogs.h"
+#include "platform/qt/QtPrompt.h"
+#include "platform/qt/QtSerialDevices.h"
+#include "platform/qt/Text.h"
+#include "ports/PortNames.h"
+#include "ports/StartOptions.h"
+#include "windows/forms/Icons.h"
+#include "windows/forms/MDIForm1.h"
+#include "windows/forms/SingleCopy.h"
+
+namespace kelvora {
+
+namespace {
+
+QStringList AbsolutePaths(const QStringList& arguments)
+{
+    QStringList paths;
+    for (const QString& argument : arguments)
+        paths << QFileInfo(argument).absoluteFilePath();
+    return paths;
+}
+
+// The language files are not read yet: the system's own language decides.
+void RefuseSecondCopy(Prompt& prompt)
+{
+    const bool italian = QLocale::system().language() == QLocale::Italian;
+    prompt.Show(ProductName,
+                italian ? "Non \xE8 possibile eseguire copie multiple del programma"
+                        : "Cannot run multiple copies of program",
+                {BoxIcon::Information});
+}
+
+LanguageFolders Folders()
+{
+    const QString config = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
+    return {PathFromQString(QCoreApplication::applicationDirPath()), PathFromQString(config + "/Kelvora")};
+}
+
+std::string DataFolder()
+{
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    return PathFromQString(data + QStringLiteral("/Kelvora"));
+}
+
+// Qt's own dialogs speak the program's language too.
+void TranslateQt(QTranslator& translator, const MessageCatalogue& catalogue)
+{
+    const QString language = catalogue.Language() == Italian ? QStringLiteral("it") : QStringLiteral("en");
+    if (translator.load(QStringLiteral("qtbase_") + language,
+                        QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(&translator);
+}
+
+struct Arguments {
+    QStringList files;
+    std::vector<LineArgument> lines;
+    bool bench = false;
+    std::string benchState;
+};
+
+[[noreturn]] void RefuseArgument(const QString& argument, const char* reason)
+{
+    std::fprintf(stderr, "kelvora: %s: %s\n", qPrintable(argument), reason);
+    std::exit(2);
+}
+
+QString Sentence(std::string_view text)
+{
+    return ToQString(text) + QLatin1Char('.');
+}
+
+QCommandLineOption ParserOption(const StartOption& option)
+{
+    return {ToQString(option.name), Sentence(option.help), ToQString(option.value)};
+}
+
+Arguments ReadArguments(const QCoreApplication& application)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(Sentence(StartSummary));
+    parser.addHelpOption();
+    parser.addVersionOption();
+    const QCommandLineOption line = ParserOption(StartOptions::Line);
+    const QCommandLineOption bench = ParserOption(StartOptions::Bench);
+    const QCommandLineOption benchState = ParserOption(StartOptions::BenchState);
+    parser.addOptions({line, bench, benchState});
+    parser.addPositionalArgument(QStringLiteral("files"), Sentence(StartFilesHelp),
+                                 QStringLiteral("[files...]"));
+    parser.process(application);
+    Arguments arguments{AbsolutePaths(parser.positionalArguments()), {}, parser.isSet(bench), {}};
+    for (const QString& value : parser.values(line)) {
+        try {
+            arguments.lines.push_back(ParseLineArgument(PathFromQString(value)));
+        } catch (const std::invalid_argument& error) {
+            RefuseArgument(QStringLiteral("--line ") + value, error.what());
+        }
+    }
+    if (parser.isSet(benchState)) {
+        arguments.bench = true;
+        arguments.benchState = PathFromQString(QFileInfo(parser.value(benchState)).absoluteFilePath());
+    }
+    return arguments;
+}
+
+// An error that no command has caught must not take unsaved setups with it.
+class SafeApplication final : public QApplication {
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override
+    {
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (const std::exception& error) {
+            QtPrompt().Show(ProductName, error.what(), {BoxIcon::Critical});
+            return false;
+        }
+    }
+};
+
+// The names of a dead simulation may soon be another program's. No box comes into a running operation.
+void TellBenchEnded(Program& program, MDIForm1& window, const PortNames& names)
+{
+    constexpr std::chrono::milliseconds LookAgain{200};
+    if (program.operation.IsBusy()) {
+        program.world.eventLoop.After(LookAgain, [&] { TellBenchEnded(program, window, names); });
+        return;
+    }
+    program.lines.EndSimulation();
+    names.ApplyTo(program.lines.AllPorts());
+    window.Refresh();
+    program.texts.Show(Message::BenchEnded, {BoxIcon::Exclamation});
+}
+
+// The simulated devices take the place of COM1 and COM2.
+void StartBench(BenchProcess& bench, const std::string& stateFile, Program& program, MDIForm1& window,
+                const PortNames& names)
+{
+    if (!bench.Start(stateFile)) {
+        program.texts.Show(Message::BenchNotStarted, {BoxIcon::Exclamation}, bench.LastError());
+        return;
+    }
+    for (std::size_t i = 0; i < bench.Devices().size(); ++i) {
+        // A line that was named is meant.
+        if (names.IsFixed(static_cast<int>(i) + 1))
+            continue;
+        program.lines.Simulate(static_cast<int>(i) + 1, bench.Devices()[i]);
+    }
+    bench.onEnded = [&] { TellBenchEnded(program, window, names); };
+    window.Refresh();
+}
+
+// The wish of the system, or of the terminal that the program was started from, to end it: what works on a
+// line stops and gives it back, then the program ends, whatever is open.
+class EndOnSignal {
+public:
+    EndOnSignal(StopSignal& signal, RunningOperation& running)
+        : notifier_(signal.Descriptor(), QSocketNotifier::Read)
+    {
+        QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [&signal, &running] {
+            if (!signal.Requested())
+                return;
+            running.AskToStop();
+            // Not quit(), which a window could refuse.
+            QCoreApplication::exit();
+        });
+    }
+
+private:
+    QSocketNotifier notifier_;
+};
+
+int Run(QApplication& application, StopSignal& stopSignal)
+{
+    const Arguments arguments = ReadArguments(application);
+    QtPrompt prompt;
+    SingleCopy copy(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
+    if (!copy.Claim()) {
+        if (!arguments.files.isEmpty() && copy.HandOver(arguments.files))
+            return 0;
+        RefuseSecondCopy(prompt);
+        return 1;
+    }
+
+    PosixFiles posixFiles;
+    QtFileDialogs dialogs;
+    QtEventLoop eventLoop;
+    std::array<std::unique_ptr<SerialPort>, LineCount> ports;
+    std::array<SerialPort*, LineCount> lines{};
+    for (std::size_t i = 0; i < ports.size(); ++i)
+        lines.at(i) = (ports.at(i) = MakeLinePort(eventLoop)).get();
+    const LanguageFolders folders = Folders();
+    PortNames names(posixFiles, folders.person + "/ports.ini", arguments.lines);
+    names.ApplyTo(lines);
+    const QtSerialDevices devices;
+    MachinePorts machine{names, devices};
+    JournalFolder journalFolder(posixFiles, DataFolder());
+    const Journal journal(journalFolder, {AccountName(), "kelvora", KELVORA_VERSION}, Sha256);
+    Program program({posixFiles, prompt, dialogs, eventLoop, lines, &journal, DataFolder()}, folders);
+    if (!program.language.Load(program.main))
+        return 1;
+    QTranslator translator;
+    TranslateQt(translator, program.texts.Catalogue());
+    QDir().mkpath(PathToQString(folders.person));
+
+    const EndOnSignal endOnSignal(stopSignal, program.operation);
+    // The session ends: others of it may wait for the line.
+    QObject::connect(&application, &QGuiApplication::commitDataRequest,
+                     [&program] { program.operation.AskToStop(); });
+    MDIForm1 window(program, PathToQString(folders.person), &machine);
+    BenchProcess bench;
+    window.onLanguage = [&] { TranslateQt(translator, program.texts.Catalogue()); };
+    window.onShutdown = [&copy] { copy.StopListening(); };
+    window.onClosed = [] { QCoreApplication::quit(); };
+    window.show();
+    // What the first picture does not need comes after it.
+    QTimer::singleShot(0, &window, [&] {
+        if (arguments.bench)
+            StartBench(bench, arguments.benchState, program, window, names);
+        copy.Listen([&window](const QStringList& handedOver) { window.OpenFiles(handedOver); });
+        if (names.HasProblem())
+            prompt.Show(ProductName, names.Problem(program.texts.Catalogue()), {BoxIcon::Exclamation});
+        if (!arguments.files.isEmpty())
+            window.OpenFiles(arguments.files);
+    });
+    return QApplication::exec();
+}
+
+// Help and version are for a terminal and need no display.
+bool IsForTerminal(const std::vector<std::string_view>& arguments)
+{
+    constexpr std::array<std::string_view, 5> TextOptions{"-h", "--help", "--help-all", "-v", "--version"};
+    return std::ranges::any_of(arguments, [&](std::string_view argument) {
+        return std::ranges::find(TextOptions, argument) != TextOptions.end();
+    });
+}
+
+}  // namespace
+
+}  // namespace kelvora
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication::setApplicationName(QStringLiteral("Kelvora"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(KELVORA_VERSION));
+    if (kelvora::IsForTerminal({argv + 1, argv + argc})) {
+        const QCoreApplication application(argc, argv);
+        kelvora::ReadArguments(application);
+        return 0;
+    }
+    // Before the threads that the window system begins.
+    kelvora::StopSignal stopSignal;
+    kelvora::SafeApplication application(argc, argv);
+    QApplication::setWindowIcon(kelvora::ProgramIcon());
+    QApplication::setQuitOnLastWindowClosed(false);
+    return kelvora::Run(application, stopSignal);
+}

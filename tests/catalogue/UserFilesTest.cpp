@@ -1,0 +1,68 @@
+#include "catalogue/UserFiles.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/FakeFileDialogs.h"
+#include "fakes/FakeFiles.h"
+#include "fakes/FakePrompt.h"
+#include "platform/TextFiles.h"
+
+using namespace kelvora;
+
+using Content = std::map<std::string, std::string>;
+
+TEST(TextFiles, NameTheirBackup)
+{
+    for (const auto& [path, backup] : Content{{"setup.dat", "setup.bak"},
+                                              {"a.b/setup.old.dat", "a.b/setup.old.bak"},
+                                              {"a.b/setup", "a.b/setup.bak"},
+                                              {"c:\\a.b\\setup", "c:\\a.b\\setup.bak"},
+                                              {"c.d:setup", "c.d:setup.bak"}})
+        EXPECT_EQ(BackupName(path), backup);
+}
+
+class UserFilesTest : public testing::Test {
+protected:
+    FakeFiles files;
+    FakePrompt prompt;
+    FakeFileDialogs dialogs;
+    Texts texts{prompt};
+    std::string folder;
+    UserFiles userFiles{texts, files, dialogs, folder};
+};
+
+TEST_F(UserFilesTest, SavingKeepsThePreviousText)
+{
+    EXPECT_TRUE(userFiles.WriteKeepingBackup("a.dat", "one"));
+    EXPECT_EQ(files.content, (Content{{"a.dat", "one\r\n"}})) << "there was nothing to keep";
+    EXPECT_TRUE(userFiles.WriteKeepingBackup("a.dat", "two"));
+    EXPECT_EQ(files.content, (Content{{"a.dat", "two\r\n"}, {"a.bak", "one\r\n"}}));
+    files.unreadable = {"a.bak"};
+    EXPECT_TRUE(userFiles.WriteKeepingBackup("a.bak", "its own backup is not copied"));
+    EXPECT_TRUE(prompt.shown.empty());
+}
+
+TEST_F(UserFilesTest, FailuresAreShownAndLeaveTheFile)
+{
+    files.content = {{"a.dat", "old"}, {"a.bak", "older"}};
+    struct Row {
+        std::set<std::string> unwritable, unreadable;
+        std::string shown;
+    };
+    for (const Row& row : {Row{{"a.dat"}, {}, "No space left on device"},
+                           Row{{"a.bak"}, {}, "its backup cannot be written, a.bak: No space left on device"},
+                           Row{{}, {"a.dat"}, "Permission denied"}}) {
+        files.unwritable = row.unwritable;
+        files.unreadable = row.unreadable;
+        EXPECT_FALSE(userFiles.WriteKeepingBackup("a.dat", "new"));
+        EXPECT_EQ(files.content.at("a.dat"), "old");
+        EXPECT_EQ(prompt.shown.back().body,
+                  "File a.dat\r\n" + row.shown + "\r\n\r\nThe file could not be saved.");
+    }
+    EXPECT_EQ(userFiles.Read("b.dat"), std::nullopt);
+    ASSERT_EQ(prompt.shown.size(), 4U);
+    EXPECT_EQ(prompt.shown[3].title, "Kelvora");
+    EXPECT_EQ(prompt.shown[3].body,
+              "File b.dat\r\nNo such file or directory\r\n\r\nThe file could not be opened.");
+    EXPECT_EQ(prompt.shown[3].style.icon, BoxIcon::Exclamation);
+}

@@ -1,0 +1,158 @@
+#include "flash/TransferTexts.h"
+
+#include <gmock/gmock.h>
+
+#include "comms/Reply.h"
+
+namespace kelvora {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using Reason = TransferResult::Reason;
+using State = TransferResult::State;
+
+const LineTarget Target{1, "9600,n,8,1", 0};
+
+TEST(TransferTexts, TellWhatTheDeviceHoldsAndWhy)
+{
+    const LineResult done;
+    const LineResult stopped{LineOutcome::Stopped, {}, {}, {}};
+    const LineResult dead{
+        LineOutcome::Failed, {PortFailure::None, ReplyErrorNumber::GaveUp, {}, {}, "0FB3"}, {}, {}};
+    TransferRefusal other{TransferRefusal::Reason::OtherModules, 0, {}, "\xBF\x55", "\xD6\x17\x04\x03"};
+    const struct {
+        State state;
+        Reason reason;
+        bool isRestore;
+        LineResult line;
+        BoxIcon icon;
+        const char* text;
+        const char* extra;
+    } cases[]{
+        {State::New, Reason::Done, false, done, BoxIcon::Information, "The download is done.",
+         "kept in:\r\n/backups/a.mem"},
+        {State::New, Reason::Done, true, done, BoxIcon::Information, "The dump is restored.", "kept in:"},
+        {State::Same, Reason::Done, false, done, BoxIcon::Information, "holds this image already", ""},
+        {State::Old, Reason::Declined, false, done, BoxIcon::Information, "was not changed",
+         "The answer was no."},
+        {State::Old, Reason::Line, false, stopped, BoxIcon::Information, "was not changed",
+         "The work was stopped."},
+        {State::Old, Reason::Line, false, dead, BoxIcon::Exclamation, "was not changed",
+         "does not answer. Check that it is on, its cable, the port and the speed.\r\nCOM1: "
+         "9600,n,8,1\r\n0FB3"},
+        {State::Unknown, Reason::Line, false, dead, BoxIcon::Critical, "run Verify", "does not answer"},
+        {State::Unknown, Reason::Line, true, dead, BoxIcon::Critical, "restore it again", "does not answer"},
+        {State::New, Reason::Line, false, dead, BoxIcon::Exclamation, "The download is done.",
+         "What failed came after it:\r\nThe terminal does not answer"},
+        {State::Old, Reason::NotKept, false, done, BoxIcon::Exclamation, "was not changed",
+         "\r\n/backups/a.mem: No space left on device"},
+        {State::Foreign, Reason::DeviceChanged, false, done, BoxIcon::Exclamation, "Nothing was written",
+         "changed while"},
+        {State::Old, Reason::Refused, false, done, BoxIcon::Exclamation, "was not changed",
+         "On the line: Slave Keyboard, 85\r\nWanted there: Composite Keyboard, MCR"},
+    };
+    for (const auto& row : cases) {
+        const TransferResult result{row.isRestore,
+                                    row.state,
+                                    row.reason,
+                                    row.line,
+                                    other,
+                                    {},
+                                    "/backups/a.mem",
+                                    "No space left on device",
+                                    {}};
+        const OutcomeText outcome = DescribeTransfer(MessageCatalogue(), Target, result);
+        EXPECT_THAT(outcome.text, HasSubstr(row.text));
+        EXPECT_THAT(outcome.extra, HasSubstr(row.extra));
+        EXPECT_EQ(outcome.extra.empty(), *row.extra == '\0') << outcome.extra;
+        EXPECT_EQ(outcome.icon, row.icon) << row.text;
+    }
+}
+
+TEST(TransferTexts, WhatTheDeviceCannotHoldIsToldWheneverItIsLeftOut)
+{
+    TransferResult result;
+    result.plan.emplace().unheld = {{UnheldSetting::What::Key, ModuleKind::KM096, 7, '1'},
+                                    {UnheldSetting::What::Separator, ModuleKind::MCR, 2, '\xFF'}};
+    for (const State state : {State::Old, State::Same, State::New, State::Unknown}) {
+        result.state = state;
+        const bool isHeld = state == State::Same || state == State::New;
+        const std::string extra = DescribeTransfer(MessageCatalogue(), Target, result).extra;
+        EXPECT_EQ(extra.find("it is left out:\r\nComposite Keyboard, Key 7") != std::string::npos, isHeld);
+    }
+}
+
+TEST(TransferTexts, WhatWeighsMostIsToldFirst)
+{
+    using What = ImageDifference::What;
+    const auto key = [](ModuleKind kind, std::size_t address, int number) {
+        return ImageDifference{What::Key, address, address + 1, 2, kind, number, '1', '0'};
+    };
+    TransferPlan plan;
+    plan.deviceMap = "\xD6\x17\x04\xBF\x03";
+    plan.imageChanges = {{What::Bytes, 2, 2, {}, ModuleKind::None, 0, 0, 0},
+                         {What::Fiscal, 6, 6, 0, ModuleKind::KM096, 0, '1', '0'},
+                         {What::Module, 130, 130, 1, ModuleKind::None, 2, 23, 31},
+                         {What::Module, 138, 138, 1, ModuleKind::None, 6, 8, 0},
+                         key(ModuleKind::KM064, 480, 97),
+                         key(ModuleKind::KM096, 256, 12),
+                         key(ModuleKind::KM096, 258, 2),
+                         {What::Separator, 1024, 1024, 3, ModuleKind::MCR, 1, '#', 0}};
+    EXPECT_THAT(ChangeLines(MessageCatalogue(), plan),
+                ElementsAre(HasSubstr("position 6: ICCR 8 -> none"), HasSubstr("Keyboard, Key 2:"),
+                            HasSubstr("Keyboard, Key 12:"), HasSubstr("Slave Keyboard, Key 97:"),
+                            HasSubstr("fiscal keyboard"), HasSubstr("track 1: # (23) -> none"),
+                            HasSubstr("position 2: Backlight yes -> Backlight no"), "Bytes 0002"));
+    EXPECT_EQ(ContentsText(MessageCatalogue(), plan), "");
+    plan.contentsLost = 12;
+    EXPECT_THAT(ContentsText(MessageCatalogue(), plan), testing::EndsWith("that the device loses: 12"));
+    plan.isOfSetup = true;
+    EXPECT_THAT(ContentsText(MessageCatalogue(), plan),
+                testing::StartsWith("This dump was made from a setup. "));
+}
+
+TEST(TransferTexts, OfAVerify)
+{
+    const MessageCatalogue catalogue(
+        std::string(CatalogueHeader) + "233, Not read \r\n234, Different from \r\n235, Same \r\n", "ENG");
+    VerifyResult result;
+    result.line = {LineOutcome::Stopped, {}, {}, {}};
+    EXPECT_EQ(DescribeVerify(catalogue, Target, result, 1).text, "Not read");
+    EXPECT_EQ(DescribeVerify(catalogue, Target, result, 1).extra, "The work was stopped.");
+    result = {};
+    result.outcome = VerifyResult::Outcome::Same;
+    EXPECT_EQ(DescribeVerify(catalogue, Target, result, 1).text, "Same");
+
+    using What = ImageDifference::What;
+    result.outcome = VerifyResult::Outcome::Different;
+    result.firstDifference = 0x1A0;
+    result.differences = {{What::Key, 0x1A0, 0x1A1, 2, ModuleKind::KM064, 97, '1', '0'},
+                          {What::Bytes, 0x402, 0x410, 3, ModuleKind::None, 0, 0, 0},
+                          {What::Bytes, 0x7F, 0x7F, std::nullopt, ModuleKind::None, 0, 0, 0}};
+    const OutcomeText outcome = DescribeVerify(catalogue, Target, result, 1);
+    EXPECT_EQ(outcome.text, "Different from 01A0 (hex)");
+    EXPECT_EQ(outcome.extra,
+              "What differs, from the setup to the device:\r\n"
+              "key tables, 01A0-01A1: Slave Keyboard, Key 97: single key -> unused\r\n"
+              "More differences: 2");
+    result.line = {LineOutcome::Stopped, {}, {}, {}};
+    EXPECT_THAT(DescribeVerify(catalogue, Target, result, 1).extra,
+                testing::EndsWith("differences: 2\r\nThe work was stopped."));
+    EXPECT_THAT(DifferenceLines(catalogue, result.differences),
+                ElementsAre(HasSubstr("key tables"), "key contents, Bytes 0402-0410",
+                            "outside the regions, Bytes 007F"));
+}
+
+TEST(TransferTexts, ADumpSaysWhereItIsFromAndWhetherTheLineIsAnother)
+{
+    const MessageCatalogue english;
+    const FlashDump dump{{}, {{{"COM1, 2026-03-09 07:05:00", "\xBF"}}, DumpKind::Device, "TILL 7", {}}};
+    const std::string told = "device, TILL 7, COM1, 2026-03-09 07:05:00";
+    EXPECT_EQ(DumpText(english, dump, "TILL 7"), told);
+    EXPECT_EQ(DumpText(english, dump, "TILL 8"), told + "\r\nOn the line: TILL 8");
+    EXPECT_EQ(DumpText(english, FlashDump{}, "TILL 8"), "");
+}
+
+}  // namespace
+}  // namespace kelvora

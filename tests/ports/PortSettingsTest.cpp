@@ -1,0 +1,90 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "ports/PortSettingsText.h"
+#include "ports/PortSetup.h"
+
+using namespace kelvora;
+
+TEST(PortSettingsText, ShowsEachPlaceOrItsDefault)
+{
+    struct Row {
+        std::string reason, text;
+        PortChoices shown;
+    };
+    const std::vector<Row> rows{
+        {"capital even", "150,E,7,2", {7, 2, 7, 2}},
+        {"capital odd", "9600,O,8,1", {1, 1, 8, 1}},
+        {"small letters are not read", "9600,o,7,1", {1, 3, 7, 1}},
+        {"a speed outside the table", "38400,n,8,2", {1, 3, 8, 2}},
+        {"the beginning of a speed", "96,n,8,1", {1, 3, 8, 1}},
+        {"other characters", "300,x,9,3", {6, 3, 8, 1}},
+        {"places count, not commas", "300;1,E;7;2", {1, 2, 7, 2}},
+        {"cut short", "4800,E", {2, 2, 8, 1}},
+        {"no comma", "4800", {2, 3, 8, 1}},
+        {"nothing", "", {1, 3, 8, 1}},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(ReadPortChoices(row.text), row.shown) << row.reason << ": " << row.text;
+}
+
+TEST(PortSettingsText, WritesOnePlaceAndKeepsTheRest)
+{
+    struct Row {
+        std::string (*with)(std::string_view, int);
+        std::string text;
+        int option;
+        std::string written;
+    };
+    const std::vector<Row> rows{
+        {WithBaud, "9600,n,8,1", 3, "2400,n,8,1"},
+        {WithBaud, "38400,E,7,2", 7, "150,E,7,2"},
+        {WithBaud, "9600,n", 0, "19200,n"},
+        {WithBaud, "9600", 6, "300,n,8,1"},
+        {WithBaud, "", 4, "1200,n,8,1"},
+        {WithParity, "9600,E,7,2", 1, "9600,o,7,2"},
+        {WithParity, "9600,o,7,2", 2, "9600,e,7,2"},
+        {WithParity, "9600,E,7,2", 3, "9600,n,7,2"},
+        {WithParity, "4800", 2, "4800,e,8,1"},
+        {WithParity, "4800,", 1, "4800,o,8,1"},
+        {WithDataBits, "300,E;8;2", 7, "300,E;7;2"},
+        {WithStopBits, "9600,n,8,1", 2, "9600,n,8,2"},
+        {WithStopBits, "9600,e,7", 1, "9600,e,7,1"},
+        {WithDataBits, "9600", 7, "9600,n,7,1"},
+    };
+    for (const Row& row : rows)
+        EXPECT_EQ(row.with(row.text, row.option), row.written) << row.text << " with " << row.option;
+}
+
+TEST(PortSetup, GivesBackWhatIsChosenOnTheTabOfTheWindowsPort)
+{
+    PosCfg window(SetupMode::New, 1);
+    window.CommsPort = 3;
+    window.PortSettings = "38400,E,8,1";
+    PortSetup setup({2, 3}, window);
+    EXPECT_EQ(setup.Selected(), 1U);
+
+    setup.ChooseParity(1);
+    EXPECT_EQ(window.PortSettings, "38400,o,8,1");
+    EXPECT_EQ(window.BaudRate(), 1);
+    setup.ChooseBaud(4);
+    EXPECT_EQ(window.PortSettings, "1200,o,8,1");
+    EXPECT_EQ(window.BaudRate(), 4);
+
+    setup.Select(0);
+    EXPECT_EQ(setup.Text(), "38400,E,8,1") << "each tab has its own text";
+    setup.ChooseBaud(0);
+    setup.ChooseStopBits(2);
+    setup.ChooseDataBits(7);
+    EXPECT_EQ(setup.Text(), "19200,E,7,2");
+    EXPECT_EQ(window.PortSettings, "1200,o,8,1");
+    EXPECT_EQ(window.BaudRate(), 4);
+
+    window.CommsPort = 4;
+    PortSetup others({1, 2}, window);
+    EXPECT_EQ(others.Selected(), 0U);
+    others.ChooseBaud(0);
+    EXPECT_EQ(window.PortSettings, "1200,o,8,1") << "the window's port has no tab";
+}

@@ -1,0 +1,99 @@
+#include "windows/Language.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "fakes/FakeFiles.h"
+#include "fakes/FakePrompt.h"
+#include "setup/SetupErrorText.h"
+
+using namespace kelvora;
+
+namespace {
+
+struct Start {
+    FakeFiles files;
+    FakePrompt prompt;
+    LanguageFolders folders{"/opt/k/bin", "/home/p/Kelvora"};
+    PosCfg main{SetupMode::New, 0};
+
+    Start()
+    {
+        const std::string header(CatalogueHeader);
+        files.content = {{"/opt/k/ZelLang.ini", "[CHOOSE]\r\nEXT=ITA\r\n"},
+                         {"/opt/k/ZelENG.ini", "[PORT SETTING]\r\nPORT=COM2\r\n"},
+                         {"/opt/k/ZelITA.ini", "[PORT SETTING]\r\nPORT=COM3\r\nBAUD=1200\r\n"},
+                         {"/opt/k/bin/ZelENG.mes", header + "590, Ready \r\n"},
+                         {"/opt/k/bin/ZelITA.mes", header + "590, Pronto \r\n"}};
+    }
+
+    // The language, port and idle text that the program starts with; empty when it cannot.
+    std::string Load()
+    {
+        const auto catalogue = LoadLanguage(files, prompt, folders, main);
+        if (!catalogue)
+            return {};
+        return catalogue->Language() + " " + std::to_string(main.CommsPort) + " " + main.PortSettings + " " +
+               catalogue->Lookup(590);
+    }
+};
+
+}  // namespace
+
+TEST(Language, LoadsChoiceDefaultsAndTexts)
+{
+    Start start;
+    EXPECT_EQ(start.Load(), "ITA 3 1200,n,8,1 Pronto ");
+    EXPECT_EQ(start.main.BaudRate(), 4);
+    start.files.content[PersonalSelectionFile(start.folders)] = LanguageSelectionText("ENG") + "\r\n";
+    start.files.content["/home/p/Kelvora/ZelENG.ini"] = "[PORT SETTING]\r\nPORT=COM4\r\nBAUD=4800\r\n";
+    EXPECT_EQ(start.Load(), "ENG 4 4800,n,8,1 Ready ") << "a person's own files win";
+    EXPECT_TRUE(start.prompt.shown.empty());
+}
+
+TEST(Language, FallsBackWithAWarning)
+{
+    const std::string english =
+        "system file error - program defaults will be used\r\n"
+        "(if problem persists, contact customer support)";
+    const std::string italian =
+        "errore file di sistema - default di programma verrano usati\r\n"
+        "(se il problema si ripete, contattare assistenza tecnica)";
+    const std::string stop = "errore file di localizzazione - contattare assistenza tecnica";
+    struct Row {
+        std::string reason, file, content, outcome, warning;
+    };
+    const std::vector<Row> rows{
+        {"no selection", "/opt/k/ZelLang.ini", "", "ENG 2 9600,n,8,1 Ready ", english},
+        {"rejected selection", "/opt/k/ZelLang.ini", "[CHOOSE]\r\nEXT", "ENG 2 9600,n,8,1 Ready ", english},
+        {"no language", "/opt/k/ZelLang.ini", "[CHOOSE]\r\nEXT=../", "ENG 2 9600,n,8,1 Ready ", english},
+        {"no settings", "/opt/k/ZelITA.ini", "", "ENG 1 9600,n,8,1 Ready ", italian},
+        {"settings rejected late", "/opt/k/ZelITA.ini", "[PORT SETTING]\r\nPORT=COM3\r\nBAUD",
+         "ENG 1 9600,n,8,1 Ready ", italian},
+        {"no message file", "/opt/k/bin/ZelITA.mes", "", "", stop},
+        {"another header", "/opt/k/bin/ZelITA.mes", "000, Dravon Messages\r\n590, x \r\n", "", stop},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.reason);
+        Start start;
+        start.files.content[row.file] = row.content;
+        if (row.content.empty())
+            start.files.unreadable = {row.file};
+        EXPECT_EQ(start.Load(), row.outcome);
+        ASSERT_EQ(start.prompt.shown.size(), 1U);
+        EXPECT_EQ(start.prompt.shown[0].title, "Kelvora setup file");
+        EXPECT_THAT(start.prompt.shown[0].body, testing::EndsWith("\r\n" + row.warning));
+        EXPECT_EQ(start.prompt.shown[0].style.icon,
+                  row.warning == stop ? BoxIcon::Critical : BoxIcon::Exclamation);
+    }
+}
+
+TEST(Language, DescribesARejectedText)
+{
+    EXPECT_EQ(DescribeSetupError({}, {SetupErrorNumber::LineRejected, 7, Expected::Tracks}),
+              "A line of the file is not valid.\r\nLine 7: Expected here: 1,2,3 or 1,2 or 2,3");
+    EXPECT_EQ(DescribeSetupError({}, {SetupErrorNumber::ModuleRefused, 0, Expected::LanguageCode}),
+              "A module cannot stand here.\r\nExpected here: a language of three letters");
+}
