@@ -67,6 +67,11 @@ function(kelvora_library name folder)
     elseif(NOT folder MATCHES "qt$")
       kelvora_use_precompiled(${name} kelvora_precompiled_core)
     endif()
+    # Windows have signals. Nothing that they include is generated, and none of it asks for the compiler: moc has
+    # nothing to wait for.
+    if(folder MATCHES "forms$")
+      set_target_properties(${name} PROPERTIES AUTOMOC ON AUTOGEN_ORIGIN_DEPENDS OFF AUTOMOC_COMPILER_PREDEFINES OFF)
+    endif()
   else()
     add_library(${name} INTERFACE)
     target_include_directories(${name} INTERFACE ${root})

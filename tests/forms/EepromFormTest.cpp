@@ -38,7 +38,7 @@ protected:
     void Open(SerialPort& line)
     {
         form = std::make_unique<frmEeprom>(desk, settings, line, PathFromQString(folder.path()));
-        form->onBusy = [this] { busy.push_back(operation.IsBusy()); };
+        QObject::connect(form.get(), &frmEeprom::busyChanged, [this] { busy.push_back(operation.IsBusy()); });
         form->show();
         QApplication::setActiveWindow(form.get());
     }

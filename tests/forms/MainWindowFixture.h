@@ -49,7 +49,7 @@ protected:
     void Start()
     {
         window = std::make_unique<MDIForm1>(program, folder.path());
-        window->onClosed = [this] { closed = true; };
+        QObject::connect(window.get(), &MDIForm1::closed, [this] { closed = true; });
         window->show();
         QApplication::setActiveWindow(window.get());
     }

@@ -34,7 +34,7 @@ protected:
             runners.push_back(runner.get());
             return runner;
         });
-        form->onVerdict = [this](bool passed) { sounds += passed ? '+' : '-'; };
+        QObject::connect(form, &SeriesWindow::judged, [this](bool passed) { sounds += passed ? '+' : '-'; });
         form->Offer(QStringLiteral("/home/shop/till.dat"), 1);
         form->show();
     }

@@ -15,7 +15,9 @@ TEST(SingleCopy, SecondCopyIsRefusedAndHandsItsFilesOver)
     auto first = std::make_unique<SingleCopy>(folder.path());
     ASSERT_TRUE(first->Claim());
     QStringList received;
-    first->Listen([&](const QStringList& files) { received = files; });
+    QObject::connect(first.get(), &SingleCopy::filesHandedOver,
+                     [&](const QStringList& files) { received = files; });
+    first->Listen();
 
     // A lock of this very process cannot be claimed twice either; the second copy runs beside this loop.
     auto handedOver = std::async(std::launch::async, [&folder] {

@@ -34,7 +34,7 @@ TEST_F(PortSetupForm, TabsAreThePortsThatOpenAndChoicesCountAtOnce)
     settings.PortSettings = "38400,O,7,2";
     frmPortSetup form(texts, lines, settings, nullptr);
     int changes = 0;
-    form.onChange = [&changes] { ++changes; };
+    QObject::connect(&form, &frmPortSetup::changed, [&changes] { ++changes; });
     Show(form);
     auto& tabs = Find<QTabBar>(form, "TabStrip1");
     ASSERT_EQ(tabs.count(), 2);

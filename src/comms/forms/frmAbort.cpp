@@ -57,7 +57,7 @@ void frmAbort::ContinueCommand_Click()
 
 void frmAbort::AbortCommand_Click()
 {
-    onTerminate();
+    emit terminated();
     reject();
 }
 

@@ -4,21 +4,23 @@
 
 #include <QDialog>
 #include <QLabel>
-#include <functional>
 
 #include "catalogue/MessageCatalogue.h"
 
 namespace kelvora {
 
 class frmAbort final : public QDialog {
+    Q_OBJECT
+
 public:
     frmAbort(const MessageCatalogue& catalogue, QWidget* parent);
 
     /// What the running operation does, or what stopping it means.
     void ShowInfo(const QString& text);
 
-    /// Stops the running operation. Must be set.
-    std::function<void()> onTerminate;
+signals:
+    /// The running operation is to stop.
+    void terminated();
 
 protected:
     bool event(QEvent* event) override;

@@ -80,8 +80,7 @@ IdentityRows::Row IdentityRows::MakeRow(QGridLayout& grid, std::size_t address,
         // The entry behind the identities takes a choice back.
         if (std::cmp_equal(index, OfferedIdentities.size()))
             list->setCurrentIndex(-1);
-        if (onChoice)
-            onChoice();
+        emit identityChosen();
     });
     grid.addWidget(row.list, line, 3);
     return row;

@@ -5,7 +5,6 @@
 #include <QString>
 #include <QWidget>
 #include <array>
-#include <functional>
 
 #include "catalogue/MessageCatalogue.h"
 #include "eeprom/IdentityChoices.h"
@@ -17,6 +16,8 @@ class QLabel;
 namespace kelvora {
 
 class IdentityRows final : public QWidget {
+    Q_OBJECT
+
 public:
     explicit IdentityRows(const MessageCatalogue& catalogue, QWidget* parent = nullptr);
 
@@ -29,11 +30,12 @@ public:
     /// Whether in at least one row another identity is chosen than it has.
     bool IsChanged() const;
 
-    /// Called when the user has chosen an identity.
-    std::function<void()> onChoice;
-
     /// Puts the focus on the first list that can be used. False when none can.
     bool FocusFirstList();
+
+signals:
+    /// The user has chosen an identity.
+    void identityChosen();
 
 private:
     struct Row {

@@ -75,7 +75,6 @@ frmEeprom::frmEeprom(const WizardDesk& desk, PosCfg settings, SerialPort& port, 
 
 frmEeprom::~frmEeprom()
 {
-    onBusy = nullptr;
     protocol_.Close();
     UpdateBusy();
 }
@@ -101,7 +100,7 @@ void frmEeprom::MakePages()
         page->setObjectName(QStringLiteral("WizFrame%1").arg(index++));
         pages_->addWidget(page);
     }
-    rows_->onChoice = [this] { update_->setEnabled(rows_->IsChanged()); };
+    connect(rows_, &IdentityRows::identityChosen, this, [this] { update_->setEnabled(rows_->IsChanged()); });
     connect(&search_->StopCommand(), &QPushButton::clicked, this, &frmEeprom::StopCommand_Click);
 }
 
@@ -333,7 +332,7 @@ void frmEeprom::ShowInterruption()
     if (!abort_) {
         abort_ = new frmAbort(Catalogue(), this);
         abort_->setAttribute(Qt::WA_DeleteOnClose);
-        abort_->onTerminate = [this] { StopCommand_Click(); };
+        connect(abort_, &frmAbort::terminated, this, &frmEeprom::StopCommand_Click);
     }
     abort_->ShowInfo(ToQString(Text(Message::EepromSearching) + "\n" + Text(Message::AbortInfo)));
     abort_->show();
@@ -357,8 +356,7 @@ void frmEeprom::UpdateBusy()
         desk_.operation.Take(Text(Message::EepromStatus) + std::to_string(settings_.CommsPort));
     else
         desk_.operation.GiveBack();
-    if (onBusy)
-        onBusy();
+    emit busyChanged();
 }
 
 std::string frmEeprom::FailureText() const

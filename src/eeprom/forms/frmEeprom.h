@@ -40,6 +40,8 @@ struct WizardDesk {
 };
 
 class frmEeprom final : public QDialog {
+    Q_OBJECT
+
 public:
     /// `settings` names the line, `port` is its serial port, closed and nobody else's while the wizard is
     /// there. Copies of what is overwritten go to `dataFolder`, which is made when there is none.
@@ -48,9 +50,6 @@ public:
     ~frmEeprom() override;
     frmEeprom(const frmEeprom&) = delete;
     frmEeprom& operator=(const frmEeprom&) = delete;
-
-    /// Called when the program has become busy, its port being open, and when it is no longer.
-    std::function<void()> onBusy;
 
     /// Says in the user's language why the port does not open, or why it was lost; the system's own words
     /// while it is empty.
@@ -64,6 +63,10 @@ public:
 
     /// Whether a page's work is under way: the wizard does not close then.
     bool IsWorking() const { return working_; }
+
+signals:
+    /// The program has become busy, the wizard's port being open, or is no longer.
+    void busyChanged();
 
 protected:
     void done(int result) override;

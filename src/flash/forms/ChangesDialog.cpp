@@ -79,7 +79,7 @@ ChangesDialog::ChangesDialog(const MessageCatalogue& catalogue, const QString& t
         static_cast<QPushButton*>(button)->setAutoDefault(false);
     // Enter must not write to a keyboard: a Yes is a decision.
     buttons->button(QDialogButtonBox::No)->setDefault(true);
-    connect(compare, &QPushButton::clicked, this, [this] { onCompare(); });
+    connect(compare, &QPushButton::clicked, this, &ChangesDialog::comparisonRequested);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QDialog>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -12,14 +11,17 @@
 namespace kelvora {
 
 class ChangesDialog final : public QDialog {
+    Q_OBJECT
+
 public:
     /// `question` stands above `lines`, each of them one change, or a heading over some, and `backup` below
     /// them.
     ChangesDialog(const MessageCatalogue& catalogue, const QString& title, const QString& question,
                   const std::vector<std::string>& lines, const QString& backup, QWidget* parent = nullptr);
 
-    /// Called when the images themselves are wanted; must be set.
-    std::function<void()> onCompare;
+signals:
+    /// The images themselves are wanted.
+    void comparisonRequested();
 };
 
 }  // namespace kelvora

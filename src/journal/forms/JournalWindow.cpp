@@ -45,9 +45,9 @@ JournalWindow::JournalWindow(const OperationNotes& notes, const Lines& lines, co
       empty_(new QLabel(table_)),
       count_(new QLabel(this)),
       detail_(new QPlainTextEdit(this)),
-      open_(AddButton("OpenBackup", [this] { onOpen(*Selected()); })),
-      compare_(AddButton("Compare", [this] { onCompare(*Selected()); })),
-      restore_(AddButton("Restore", [this] { onRestore(*Selected()); })),
+      open_(AddButton("OpenBackup", [this] { emit openRequested(*Selected()); })),
+      compare_(AddButton("Compare", [this] { emit comparisonRequested(*Selected()); })),
+      restore_(AddButton("Restore", [this] { emit restoreRequested(*Selected()); })),
       reload_(AddButton("Reload", [this] { Reload(); }))
 {
     setObjectName(QStringLiteral("JournalWindow"));

@@ -22,14 +22,11 @@ class JournalModel;
 class JournalProxy;
 
 class JournalWindow final : public QWidget {
+    Q_OBJECT
+
 public:
     /// A window of its own that deletes itself when it is closed. All outlive it; there is a journal.
     JournalWindow(const OperationNotes& notes, const Lines& lines, const Texts& texts);
-
-    /// What is done with the backup of an entry; must be set before the window is shown.
-    std::function<void(const JournalEntry&)> onOpen;
-    std::function<void(const JournalEntry&)> onCompare;
-    std::function<void(const JournalEntry&)> onRestore;
 
     /// Reads the journal anew.
     void Reload();
@@ -38,6 +35,12 @@ public:
     void ShowSituation(bool hasSetup, bool isBusy);
 
     void Retranslate();
+
+signals:
+    /// What is wanted with the backup of an entry.
+    void openRequested(const JournalEntry& entry);
+    void comparisonRequested(const JournalEntry& entry);
+    void restoreRequested(const JournalEntry& entry);
 
 private:
     QPushButton* AddButton(const char* name, const std::function<void()>& click);

@@ -41,12 +41,10 @@ QRect ToQRect(const KeyRect& rect)
 
 }  // namespace
 
-KeyGridView::KeyGridView(KeyMapSession& session, const MessageCatalogue& catalogue,
-                         std::function<void()> chosen, QWidget* parent)
+KeyGridView::KeyGridView(KeyMapSession& session, const MessageCatalogue& catalogue, QWidget* parent)
     : QWidget(parent),
       session_(session),
       catalogue_(catalogue),
-      chosen_(std::move(chosen)),
       map_(static_cast<std::size_t>(session.Positions()), KeyType::Single)
 {
     for (const MessageId& name : {Message::KeyStateUnused, Message::KeyStateSingle, Message::KeyStateVertical,
@@ -60,7 +58,7 @@ KeyGridView::KeyGridView(KeyMapSession& session, const MessageCatalogue& catalog
         cap->setEnabled(false);
         connect(cap, &QAbstractButton::clicked, this, [this, cap, position] {
             session_.Choose(position, ChoosingFor(cap->ClickModifiers(), Choosing::Toggle));
-            chosen_();
+            emit keysChosen();
         });
         caps_.push_back(cap);
     }
@@ -238,7 +236,7 @@ void KeyGridView::keyPressEvent(QKeyEvent* event)
         session_.ChooseAll();
     else
         return QWidget::keyPressEvent(event);
-    chosen_();
+    emit keysChosen();
 }
 
 }  // namespace kelvora

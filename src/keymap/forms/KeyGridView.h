@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QWidget>
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,10 +15,11 @@ namespace kelvora {
 class KeyCap;
 
 class KeyGridView : public QWidget {
+    Q_OBJECT
+
 public:
-    /// Both outlive the view. `chosen` is called after the user has chosen keys.
-    KeyGridView(KeyMapSession& session, const MessageCatalogue& catalogue, std::function<void()> chosen,
-                QWidget* parent);
+    /// Both outlive the view.
+    KeyGridView(KeyMapSession& session, const MessageCatalogue& catalogue, QWidget* parent);
 
     /// Shows what the session holds. A map that does not fit leaves the picture as it was, dimmed.
     void LayoutKeyGrid();
@@ -29,6 +29,10 @@ public:
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+
+signals:
+    /// The user has chosen keys.
+    void keysChosen();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -47,7 +51,6 @@ private:
 
     KeyMapSession& session_;
     const MessageCatalogue& catalogue_;
-    std::function<void()> chosen_;
     std::vector<KeyCap*> caps_;
     std::string map_;              ///< the last map that did fit; single keys before the first
     std::vector<KeyRect> places_;  ///< where single keys would stand

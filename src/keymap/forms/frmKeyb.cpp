@@ -57,8 +57,8 @@ frmKeyb::frmKeyb(ModuleKind kind, const Texts& texts, std::string& xchange, cons
             setObjectName(QLatin1String(window.name));
             setWindowTitle(ToQString(texts.Caption(window.title)));
         }
-    grid_ = new KeyGridView(
-        session_, texts.Catalogue(), [this] { ShowSession(); }, this);
+    grid_ = new KeyGridView(session_, texts.Catalogue(), this);
+    connect(grid_, &KeyGridView::keysChosen, this, &frmKeyb::ShowSession);
     grid_->setAccessibleName(windowTitle());
     if (!setupName.empty())
         setWindowTitle(windowTitle() + QStringLiteral(" - ") + ToQString(setupName));

@@ -96,8 +96,7 @@ void FlashForms::ToolsMenuFlashDownload_Click()
 void FlashForms::ToolsMenuFlashRestore_Click()
 {
     const auto opened = OpenDump(session_);
-    if (onFile)
-        onFile();
+    emit fileChanged();
     if (opened)
         RestoreLater(opened->dump, TextFromPath(opened->path), opened->path);
 }
@@ -184,13 +183,13 @@ TransferAnswer FlashForms::Ask(const WantedContent& wanted, const TransferPlan& 
     ChangesDialog dialog(
         catalogue, ToQString(title + ": " + LineName()), ToQString(question), QuestionLines(catalogue, plan),
         ToQString(catalogue.Word(Message::AskBackup) + TextFromPath(backup)), window_.window());
-    dialog.onCompare = [&] {
+    connect(&dialog, &ChangesDialog::comparisonRequested, &dialog, [&] {
         ComparisonDialog(desk.files,
                          {LineName(), dumpName.empty() ? session_.settings.Name : dumpName, plan.held,
                           plan.wanted, plan.imageChanges},
                          &dialog)
             .exec();
-    };
+    });
     if (dialog.exec() != QDialog::Accepted)
         return TransferAnswer::No;
     if (!plan.TakesContents())
@@ -246,16 +245,14 @@ void FlashForms::ToolsMenuFlashDumpSetup_Click()
 {
     const HelpTopic topic(window_, "flash.html#dumps");
     DumpSetupImage(session_);
-    if (onFile)
-        onFile();
+    emit fileChanged();
 }
 
 void FlashForms::ToolsMenuFlashDumpUpload_Click()
 {
     const HelpTopic topic(window_, "flash.html#dumps");
     DumpDeviceImage(session_);
-    if (onFile)
-        onFile();
+    emit fileChanged();
 }
 
 void FlashForms::ShowComparison(ImageComparison images)

@@ -2,6 +2,7 @@
 // is free again.
 #pragma once
 
+#include <QObject>
 #include <QPointer>
 #include <functional>
 #include <optional>
@@ -16,16 +17,15 @@ namespace kelvora {
 
 class ComparisonDialog;
 
-class FlashForms {
+class FlashForms final : public QObject {
+    Q_OBJECT
+
 public:
     /// The session's window; both outlive the object.
     FlashForms(SetupSession& session, QWidget& window);
-    ~FlashForms();
+    ~FlashForms() override;
     FlashForms(const FlashForms&) = delete;
     FlashForms& operator=(const FlashForms&) = delete;
-
-    /// Called when the folders of the file dialogs may have changed.
-    std::function<void()> onFile;
 
     void ToolsMenuFlashDownload_Click();
     void ToolsMenuFlashVerify_Click();
@@ -39,6 +39,10 @@ public:
     void ToolsMenuFlashBackups_Click();
 
     void Retranslate();
+
+signals:
+    /// The folders of the file dialogs may have changed.
+    void fileChanged();
 
 private:
     void Later(std::function<void()> work);

@@ -5,7 +5,6 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <algorithm>
-#include <utility>
 
 #include "layout/forms/StripView.h"
 
@@ -21,12 +20,11 @@ bool CanMovePointer()
 
 }  // namespace
 
-PlacingMode::PlacingMode(StripView& strip, const SetupDocument& document, ModuleKind kind, Done done)
+PlacingMode::PlacingMode(StripView& strip, const SetupDocument& document, ModuleKind kind)
     : QObject(&strip),
       strip_(strip),
       document_(document),
       kind_(kind),
-      done_(std::move(done)),
       range_(PlacesFor(kind, document.Modules)),
       place_(std::clamp(PlaceOf(kind, document.Modules), range_.first, range_.last)),
       pointerAtStart_(QCursor::pos())
@@ -159,7 +157,7 @@ void PlacingMode::End(bool drop)
     strip_.releaseMouse();
     strip_.Float(std::nullopt, std::nullopt);
     strip_.ShowModules(document_.Modules);
-    done_(drop ? std::optional(place_) : std::nullopt);
+    emit ended(drop ? std::optional(place_) : std::nullopt);
     deleteLater();
 }
 

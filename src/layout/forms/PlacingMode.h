@@ -4,7 +4,6 @@
 
 #include <QObject>
 #include <QPoint>
-#include <functional>
 #include <optional>
 
 #include "layout/LayoutCommands.h"
@@ -17,17 +16,19 @@ namespace kelvora {
 class StripView;
 
 class PlacingMode final : public QObject {
-public:
-    /// Called once at the end: the chosen place, or nothing when it was cancelled. The strip then shows the
-    /// setup as it was.
-    using Done = std::function<void(std::optional<std::size_t> place)>;
+    Q_OBJECT
 
+public:
     /// Starts placing a module of that kind, new or already in `document`. Belongs to the strip and deletes
     /// itself at the end.
-    PlacingMode(StripView& strip, const SetupDocument& document, ModuleKind kind, Done done);
+    PlacingMode(StripView& strip, const SetupDocument& document, ModuleKind kind);
     ~PlacingMode() override;
     PlacingMode(const PlacingMode&) = delete;
     PlacingMode& operator=(const PlacingMode&) = delete;
+
+signals:
+    /// With the chosen place, or nothing when it was cancelled. The strip shows the setup as it was.
+    void ended(std::optional<std::size_t> place);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -44,7 +45,6 @@ private:
     StripView& strip_;
     SetupDocument document_;
     ModuleKind kind_;
-    Done done_;
     PlaceRange range_;
     std::size_t place_;
     QPoint pointerAtStart_;

@@ -53,10 +53,7 @@ void StripView::MakeEmptyState()
     addMaster_ = new QPushButton(empty_);
     addMaster_->setObjectName(QStringLiteral("AddMaster"));
     addMaster_->installEventFilter(this);
-    connect(addMaster_, &QPushButton::clicked, this, [this] {
-        if (onAddMaster)
-            onAddMaster();
-    });
+    connect(addMaster_, &QPushButton::clicked, this, &StripView::masterRequested);
     auto* layout = new QVBoxLayout(empty_);
     layout->addStretch();
     layout->addWidget(emptyText_);
@@ -72,10 +69,7 @@ void StripView::MakeButton(StripButton button)
     if (OpensKeyMap(button))
         made->setCursor(Qt::PointingHandCursor);
     made->installEventFilter(this);
-    connect(made, &QAbstractButton::clicked, this, [this, button] {
-        if (onClick)
-            onClick(button);
-    });
+    connect(made, &QAbstractButton::clicked, this, [this, button] { emit clicked(button); });
     buttons_.at(static_cast<std::size_t>(button)) = made;
 }
 
@@ -315,15 +309,13 @@ bool StripView::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::FocusIn && focused_ != button->Button()) {
         focused_ = button->Button();
         ShowSelection();
-        if (onFocusChange)
-            onFocusChange();
+        emit focusChanged();
     }
     if (IsSwallowed(*event))
         return true;
     const auto openMenu = [&](const QPoint& place) {
         Button(MainButtonOf(button->Button())).setFocus();
-        if (onContextMenu)
-            onContextMenu(button->Button(), place);
+        emit menuRequested(place);
     };
     if (event->type() == QEvent::ContextMenu) {
         // By the mouse it comes with the press; the menu opens at the release.
@@ -339,8 +331,8 @@ bool StripView::eventFilter(QObject* watched, QEvent* event)
             return true;
         }
     }
-    if (event->type() == QEvent::MouseButtonDblClick && onDoubleClick && !OpensKeyMap(button->Button())) {
-        onDoubleClick(button->Button());
+    if (event->type() == QEvent::MouseButtonDblClick && !OpensKeyMap(button->Button())) {
+        emit doubleClicked(button->Button());
         return true;
     }
     return QWidget::eventFilter(watched, event);

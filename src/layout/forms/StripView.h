@@ -7,7 +7,6 @@
 #include <QPushButton>
 #include <QWidget>
 #include <array>
-#include <functional>
 #include <optional>
 #include <vector>
 
@@ -19,20 +18,10 @@
 namespace kelvora {
 
 class StripView final : public QWidget, public ModuleToolbar {
+    Q_OBJECT
+
 public:
     StripView(const MessageCatalogue& catalogue, QWidget* parent = nullptr);
-
-    /// Called with a button that was clicked or on which Enter was pressed.
-    std::function<void(StripButton)> onClick;
-
-    /// Called when a context menu is wanted, after the button or its parent has got the focus.
-    std::function<void(StripButton, const QPoint& globalPosition)> onContextMenu;
-
-    /// Called when the empty strip's own button is pressed.
-    std::function<void()> onAddMaster;
-
-    /// Called on a double click on what a click does not open.
-    std::function<void(StripButton)> onDoubleClick;
 
     /// Shows the chain of these modules.
     void ShowModules(const ModuleList& modules);
@@ -47,9 +36,6 @@ public:
 
     /// The selected button, which has a frame: it has the keyboard focus, or had it last in this window.
     std::optional<StripButton> FocusedButton() const;
-
-    /// Called when another button gets the focus.
-    std::function<void()> onFocusChange;
 
     /// Shows a main button, with its parts, lifted out of the strip: with its middle at `x` (in pixels), or
     /// over its own place. Nothing puts all back.
@@ -75,6 +61,22 @@ public:
 
     QSize minimumSizeHint() const override;
     QSize sizeHint() const override;
+
+signals:
+    /// A button was clicked, or Enter was pressed on it.
+    void clicked(StripButton button);
+
+    /// A button that a click does not open was clicked twice.
+    void doubleClicked(StripButton button);
+
+    /// A context menu is wanted; the button that it is for, or its parent, has got the focus.
+    void menuRequested(const QPoint& globalPosition);
+
+    /// The empty strip's own button was pressed.
+    void masterRequested();
+
+    /// Another button has got the focus.
+    void focusChanged();
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -80,39 +80,21 @@ frmConfig::frmConfig(SetupDesk& desk, SetupMode mode, QWidget* parent)
     setFocusProxy(strip_);
     ConnectStrip();
     sheet_.isChanged = [this] { return IsChanged(); };
-    flash_.onFile = [this] {
-        if (onFile)
-            onFile();
-    };
-    connect(undoStack_, &QUndoStack::cleanChanged, this, [this] { ShowTitle(); });
-    connect(undoStack_, &QUndoStack::indexChanged, this, [this] { Notify(); });
+    connect(&flash_, &FlashForms::fileChanged, this, &frmConfig::fileChanged);
+    connect(undoStack_, &QUndoStack::cleanChanged, this, &frmConfig::ShowTitle);
+    connect(undoStack_, &QUndoStack::indexChanged, this, &frmConfig::changed);
 }
 
 void frmConfig::ConnectStrip()
 {
-    strip_->onClick = [this](StripButton button) { cbModule_Click(button); };
-    strip_->onDoubleClick = [this](StripButton button) {
+    connect(strip_, &StripView::clicked, this, &frmConfig::cbModule_Click);
+    connect(strip_, &StripView::doubleClicked, this, [this](StripButton button) {
         if (HasOptions(button))
             EditOptions(KindOfButton(MainButtonOf(button)));
-    };
-    strip_->onContextMenu = [this](StripButton /*button*/, const QPoint& place) {
-        if (onLayoutMenu)
-            onLayoutMenu(place);
-    };
-    strip_->onAddMaster = [this] { LayoutMenuAdd_Click(ModuleKind::KM096); };
-    strip_->onFocusChange = [this] { Notify(); };
-}
-
-void frmConfig::Notify()
-{
-    if (onChange)
-        onChange();
-}
-
-void frmConfig::Hint(const MessageId& hint) const
-{
-    if (onHint)
-        onHint(hint);
+    });
+    connect(strip_, &StripView::menuRequested, this, &frmConfig::layoutMenuRequested);
+    connect(strip_, &StripView::masterRequested, this, [this] { LayoutMenuAdd_Click(ModuleKind::KM096); });
+    connect(strip_, &StripView::focusChanged, this, &frmConfig::changed);
 }
 
 frmConfig::~frmConfig()
@@ -192,17 +174,18 @@ void frmConfig::LayoutMenuMove_Click()
 {
     const auto button = strip_->FocusedButton();
     if (!button)
-        return Hint(Message::ChooseModuleHint);
+        return emit hinted(Message::ChooseModuleHint);
     const ModuleKind kind = KindOfButton(MainButtonOf(*button));
     if (!HasChoice(kind, session_.document.Modules))
-        return Hint(Message::MasterStaysHint);
+        return emit hinted(Message::MasterStaysHint);
     StartPlacing(kind, Message::UndoMove);
 }
 
 void frmConfig::StartPlacing(ModuleKind kind, const MessageId& undoName)
 {
     const auto focusedBefore = strip_->FocusedButton();
-    new PlacingMode(*strip_, session_.document, kind, [=, this](std::optional<std::size_t> place) {
+    auto* const placing = new PlacingMode(*strip_, session_.document, kind);
+    connect(placing, &PlacingMode::ended, this, [=, this](std::optional<std::size_t> place) {
         placing_ = false;
         if (place) {
             SetupDocument placed = PlaceModule(session_.document, kind, *place);
@@ -210,20 +193,20 @@ void frmConfig::StartPlacing(ModuleKind kind, const MessageId& undoName)
                 Push(undoName, std::move(placed));
         }
         strip_->FocusButton(place ? ButtonOf(kind) : focusedBefore);
-        Notify();
+        emit changed();
     });
     placing_ = true;
-    Notify();
+    emit changed();
 }
 
 void frmConfig::LayoutMenuDel_Click()
 {
     const auto button = strip_->FocusedButton();
     if (!button)
-        return Hint(Message::ChooseModuleHint);
+        return emit hinted(Message::ChooseModuleHint);
     const Deletion deletion = PlanDeletion(session_.document.Modules, *button);
     if (deletion == Deletion::Nothing)
-        return Hint(Message::KeypadStaysHint);
+        return emit hinted(Message::KeypadStaysHint);
     if (deletion == Deletion::WholeChain &&
         session_.Desk().Words().Show(Message::DeleteMaster, YesNoStyle) != Answer::Yes)
         return;
@@ -238,7 +221,7 @@ void frmConfig::SelectPort(std::int16_t port)
     // What was read came from another line. The port chosen last is the next window's.
     session_.deviceImage.reset();
     session_.Desk().defaults.CommsPort = port;
-    Notify();
+    emit changed();
 }
 
 void frmConfig::ToolsMenuRescanLine_Click()
@@ -308,8 +291,7 @@ void frmConfig::TakeScan(const std::optional<WindowFile>& before, SetupDocument 
         undoStack_->push(new DocumentChange(*this, Message::UndoScan, std::move(scanned), before));
     else
         ShowDocument(scanned);
-    if (onFile)
-        onFile();
+    emit fileChanged();
     ShowTitle();
     // Who has gone on to another window stays there.
     if (const QWidget* focused = QApplication::focusWidget(); !focused || isAncestorOf(focused))
@@ -367,8 +349,7 @@ void frmConfig::AfterSaving(bool saved)
 {
     if (saved)
         undoStack_->setClean();
-    if (onFile)
-        onFile();
+    emit fileChanged();
     ShowTitle();
 }
 
@@ -402,7 +383,7 @@ void frmConfig::ShowTitle()
         PathToQString(session_.settings.Name).replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
     setWindowTitle(name + QStringLiteral("[*]"));
     setWindowModified(IsChanged());
-    Notify();
+    emit changed();
 }
 
 void frmConfig::closeEvent(QCloseEvent* event)
@@ -410,13 +391,13 @@ void frmConfig::closeEvent(QCloseEvent* event)
     const bool closes = mayCloseUnasked_ || MayClose();
     event->setAccepted(closes);
     if (!closes && session_.Desk().operation.IsBusy())
-        Hint(Message::NotClosedHint);
+        emit hinted(Message::NotClosedHint);
 }
 
 void frmConfig::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Escape && onInterrupt)
-        onInterrupt();
+    if (event->key() == Qt::Key_Escape)
+        emit interruptRequested();
     else
         QWidget::keyPressEvent(event);
 }

@@ -3,7 +3,6 @@
 
 #include <QUndoStack>
 #include <QWidget>
-#include <functional>
 #include <optional>
 
 #include "layout/CommandRules.h"
@@ -17,6 +16,8 @@ namespace kelvora {
 class StripView;
 
 class frmConfig final : public QWidget {
+    Q_OBJECT
+
 public:
     /// `desk` outlives the window.
     frmConfig(SetupDesk& desk, SetupMode mode, QWidget* parent = nullptr);
@@ -26,21 +27,6 @@ public:
 
     /// Fills the window as its setup mode says: with `opened` in mode Open, else anew.
     void Form_Load(std::optional<OpenedSetup> opened = std::nullopt);
-
-    /// Called after every change of what the menus, the toolbar or the title depend on.
-    std::function<void()> onChange;
-
-    /// Called when the window's file or folders may have changed.
-    std::function<void()> onFile;
-
-    /// Called with the Esc key.
-    std::function<void()> onInterrupt;
-
-    /// Called with a line on why a command, or the wish to close the window, does nothing.
-    std::function<void(const MessageId& hint)> onHint;
-
-    /// Called when the Layout menu is wanted at a place, the module that it is for having the focus.
-    std::function<void(const QPoint& globalPosition)> onLayoutMenu;
 
     void FileMenuSave_Click();
     void FileMenuSaveAs_Click();
@@ -97,6 +83,22 @@ public:
     /// Sets all texts anew from the catalogue.
     void Retranslate();
 
+signals:
+    /// What the menus, the toolbar or the title depend on has changed.
+    void changed();
+
+    /// The window's file or folders may have changed.
+    void fileChanged();
+
+    /// The Esc key.
+    void interruptRequested();
+
+    /// Why a command, or the wish to close the window, does nothing.
+    void hinted(const MessageId& hint);
+
+    /// The Layout menu is wanted at a place; the module that it is for has the focus.
+    void layoutMenuRequested(const QPoint& globalPosition);
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -109,8 +111,6 @@ private:
     void EditOptions(ModuleKind kind);
     void StartPlacing(ModuleKind kind, const MessageId& undoName);
     void AfterSaving(bool saved);
-    void Notify();
-    void Hint(const MessageId& hint) const;
     void EditKeyMap(ModuleKind kind);
     void Scan();
     void TellOfScan(const ScanOutcome& outcome, bool canUndo);

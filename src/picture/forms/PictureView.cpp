@@ -61,12 +61,12 @@ void PictureView::paintEvent(QPaintEvent* /*event*/)
 
 void PictureView::mousePressEvent(QMouseEvent* event)
 {
-    if (svg_.empty() || !onClick || event->button() != Qt::LeftButton)
+    if (svg_.empty() || event->button() != Qt::LeftButton)
         return QWidget::mousePressEvent(event);
     const QRectF place = Place();
     const QRectF box = drawing_.viewBoxF();
     const QPointF point = (event->position() - place.topLeft()) * (box.width() / place.width());
-    onClick(qFloor(point.x()), qFloor(point.y()));
+    emit clicked(qFloor(point.x()), qFloor(point.y()));
 }
 
 }  // namespace kelvora

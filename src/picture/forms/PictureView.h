@@ -3,23 +3,25 @@
 
 #include <QSvgRenderer>
 #include <QWidget>
-#include <functional>
 #include <string>
 
 namespace kelvora {
 
 class PictureView final : public QWidget {
+    Q_OBJECT
+
 public:
     explicit PictureView(QWidget* parent = nullptr);
 
     /// `text` is shown when `svg` is empty.
     void Show(const std::string& svg, const QString& text);
 
-    /// Called with a point of the drawing, in its own unit, that was clicked.
-    std::function<void(int x, int y)> onClick;
-
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
+
+signals:
+    /// A point of the drawing, in its own unit, was clicked.
+    void clicked(int x, int y);
 
 protected:
     void paintEvent(QPaintEvent* event) override;

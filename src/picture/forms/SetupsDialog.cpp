@@ -67,10 +67,10 @@ SetupsDialog::SetupsDialog(const MessageCatalogue& catalogue, NamedSetup before,
         half.name->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
         half.picture->setObjectName(side == Side::Before ? QStringLiteral("Before")
                                                          : QStringLiteral("After"));
-        half.picture->onClick = [this, side](int x, int y) {
+        connect(half.picture, &PictureView::clicked, this, [this, side](int x, int y) {
             if (const auto meant = comparison_.DifferenceAt(side, View(), x, y))
                 list_->setCurrentRow(static_cast<int>(*meant));
-        };
+        });
     }
     MakeKeys();
     Arrange();

@@ -112,8 +112,7 @@ void frmPortSetup::OnChoice(QButtonGroup& group, Choose choose)
 {
     connect(&group, &QButtonGroup::idClicked, this, [this, choose](int option) {
         (setup_.*choose)(option);
-        if (onChange)
-            onChange();
+        emit changed();
     });
 }
 

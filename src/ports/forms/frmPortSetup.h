@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QDialog>
-#include <functional>
 
 #include "catalogue/Texts.h"
 #include "ports/Lines.h"
@@ -16,13 +15,16 @@ class QTabBar;
 namespace kelvora {
 
 class frmPortSetup final : public QDialog {
+    Q_OBJECT
+
 public:
     /// Learns which ports exist by opening each. `settings` are those of the window that the dialog is opened
     /// from; both outlive it. Without any port the dialog says so when it shows, and closes.
     frmPortSetup(const Texts& texts, const Lines& lines, PosCfg& settings, QWidget* parent);
 
-    /// Called when the settings of the window have changed.
-    std::function<void()> onChange;
+signals:
+    /// The settings of the window have changed.
+    void changed();
 
 protected:
     void showEvent(QShowEvent* event) override;

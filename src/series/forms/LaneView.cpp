@@ -64,10 +64,7 @@ LaneView::LaneView(const MessageCatalogue& catalogue, QString title, QWidget* pa
     column->addWidget(hint_);
     column->addWidget(retry_, 0, Qt::AlignHCenter);
     column->addWidget(last_);
-    connect(retry_, &QPushButton::clicked, this, [this] {
-        if (onRetry)
-            onRetry();
-    });
+    connect(retry_, &QPushButton::clicked, this, &LaneView::retryRequested);
     Retranslate();
 }
 

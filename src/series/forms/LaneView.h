@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QFrame>
-#include <functional>
 
 #include "catalogue/MessageCatalogue.h"
 #include "series/Lane.h"
@@ -15,6 +14,8 @@ namespace kelvora {
 class VerdictSign;
 
 class LaneView final : public QFrame {
+    Q_OBJECT
+
 public:
     /// `catalogue` outlives the view; `title` is what people know the line by.
     LaneView(const MessageCatalogue& catalogue, QString title, QWidget* parent = nullptr);
@@ -23,8 +24,9 @@ public:
     void ShowLane(const Lane& lane, bool isStopping);
     void Retranslate();
 
+signals:
     /// The user wants the till at hand tried once more.
-    std::function<void()> onRetry;
+    void retryRequested();
 
 private:
     QString Words(Lane::State state) const;

@@ -41,7 +41,7 @@ SeriesChoice::SeriesChoice(const UserFiles& files, const Lines& lines, PosCfg& d
         auto* const box = new QCheckBox(this);
         box->setObjectName(QStringLiteral("Line%1").arg(line));
         box->setEnabled(ports_.AllPorts().at(i) != nullptr);
-        connect(box, &QCheckBox::toggled, this, [this] { Change(); });
+        connect(box, &QCheckBox::toggled, this, &SeriesChoice::changed);
         across->addWidget(box);
         lines_.at(i) = box;
     }
@@ -61,18 +61,12 @@ SeriesChoice::Row SeriesChoice::MakeRow(const char* name)
     row.choice->setObjectName(start + QStringLiteral("Choice"));
     row.path->setObjectName(start + QStringLiteral("Path"));
     row.browse->setObjectName(start + QStringLiteral("Browse"));
-    connect(row.choice, &QRadioButton::toggled, this, [this] { Change(); });
-    connect(row.path, &QLineEdit::textChanged, this, [this] { Change(); });
+    connect(row.choice, &QRadioButton::toggled, this, &SeriesChoice::changed);
+    connect(row.path, &QLineEdit::textChanged, this, &SeriesChoice::changed);
     // Who types a path means it.
     connect(row.path, &QLineEdit::textEdited, row.choice,
             [choice = row.choice] { choice->setChecked(true); });
     return row;
-}
-
-void SeriesChoice::Change()
-{
-    if (onChange)
-        onChange();
 }
 
 void SeriesChoice::BrowseSetup()

@@ -3,7 +3,6 @@
 
 #include <QWidget>
 #include <array>
-#include <functional>
 
 #include "catalogue/UserFiles.h"
 #include "ports/Lines.h"
@@ -18,12 +17,11 @@ class QRadioButton;
 namespace kelvora {
 
 class SeriesChoice final : public QWidget {
+    Q_OBJECT
+
 public:
     /// All but the parent outlive it; `defaults` remembers the folders.
     SeriesChoice(const UserFiles& files, const Lines& lines, PosCfg& defaults, QWidget* parent = nullptr);
-
-    /// Called when something else is chosen.
-    std::function<void()> onChange;
 
     /// Whether a series can begin: a file or a folder, and a line.
     bool IsComplete() const;
@@ -38,6 +36,10 @@ public:
 
     void Retranslate();
 
+signals:
+    /// Something else is chosen.
+    void changed();
+
 private:
     struct Row {
         QRadioButton* choice;
@@ -48,7 +50,6 @@ private:
     Row MakeRow(const char* name);
     void BrowseSetup();
     void BrowseFolder();
-    void Change();
 
     const UserFiles& files_;
     const Lines& ports_;

@@ -59,7 +59,7 @@ SeriesWindow::SeriesWindow(const UserFiles& files, const Lines& lines, PosCfg& d
     for (QLabel*& counter : counters_)
         counter = AddCounter();
     Arrange();
-    choice_->onChange = [this] { Update(); };
+    connect(choice_, &SeriesChoice::changed, this, &SeriesWindow::Update);
     AddKeys(*this, {QKeySequence::Close}, [this] { close(); });
     Retranslate();
     Update();
@@ -109,7 +109,7 @@ void SeriesWindow::Arrange()
         Line& line = lines_.at(static_cast<std::size_t>(number) - 1);
         line.view = new LaneView(files_.Words().Catalogue(), LineTitle(number), this);
         line.view->setObjectName(QStringLiteral("Lane%1").arg(number));
-        line.view->onRetry = [this, number] { Retry(number); };
+        connect(line.view, &LaneView::retryRequested, this, [this, number] { Retry(number); });
         lanes_->addWidget(line.view, 1);
     }
     // Where the screen is smaller than all of it.
@@ -247,8 +247,7 @@ void SeriesWindow::Take(int number, const std::string& text)
     if (event.kind == SeriesEvent::Kind::Result) {
         table_->Add(event);
         ShowCounts();
-        if (onVerdict)
-            onVerdict(IsPass(line.lane.Now()));
+        emit judged(IsPass(line.lane.Now()));
     }
     Update();
 }

@@ -25,6 +25,8 @@ class SeriesChoice;
 class SeriesTable;
 
 class SeriesWindow final : public QWidget {
+    Q_OBJECT
+
 public:
     using RunnerMaker = std::function<std::unique_ptr<SeriesRunner>()>;
 
@@ -35,9 +37,6 @@ public:
     ~SeriesWindow() override;
     SeriesWindow(const SeriesWindow&) = delete;
     SeriesWindow& operator=(const SeriesWindow&) = delete;
-
-    /// Plays the sound of a verdict; may be empty.
-    std::function<void(bool passed)> onVerdict;
 
     /// Offers a setup file, and a line, 1 to 4, to begin with.
     void Offer(const QString& setup, int line);
@@ -50,6 +49,10 @@ public:
 
     /// Whether it closes as soon as the series has been stopped.
     bool IsClosing() const { return closes_; }
+
+signals:
+    /// A till has its verdict.
+    void judged(bool passed);
 
 protected:
     void closeEvent(QCloseEvent* event) override;

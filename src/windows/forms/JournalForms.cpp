@@ -28,12 +28,12 @@ void JournalForms::Show()
         window_->Reload();
     } else {
         window_ = new JournalWindow(desk_.notes, desk_.lines, desk_.Words());
-        window_->onOpen = [this](const JournalEntry& entry) {
+        connect(window_, &JournalWindow::openRequested, this, [this](const JournalEntry& entry) {
             if (const auto backup = Read(entry))
                 Open(entry, *backup);
-        };
-        window_->onCompare = [this](const JournalEntry& entry) { Compare(entry); };
-        window_->onRestore = [this](const JournalEntry& entry) { Restore(entry); };
+        });
+        connect(window_, &JournalWindow::comparisonRequested, this, &JournalForms::Compare);
+        connect(window_, &JournalWindow::restoreRequested, this, &JournalForms::Restore);
     }
     Refresh();
     window_->show();

@@ -1,8 +1,8 @@
 // The journal's window in the main window: what is done there with the backups of its entries.
 #pragma once
 
+#include <QObject>
 #include <QPointer>
-#include <functional>
 #include <optional>
 
 #include "flash/DumpText.h"
@@ -13,11 +13,11 @@
 
 namespace kelvora {
 
-class JournalForms {
+class JournalForms final : public QObject {
 public:
     /// All outlive the object.
     JournalForms(const SetupDesk& desk, SetupWindows& setups, SetupComparisons& comparisons);
-    ~JournalForms();
+    ~JournalForms() override;
     JournalForms(const JournalForms&) = delete;
     JournalForms& operator=(const JournalForms&) = delete;
 

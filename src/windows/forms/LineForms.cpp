@@ -22,14 +22,14 @@ LineForms::~LineForms()
             channel->watcher = nullptr;
 }
 
-void LineForms::ShowPortSettings(PosCfg& settings, const std::function<void()>& onChange)
+void LineForms::ShowPortSettings(PosCfg& settings)
 {
     frmPortSetup form(desk_.Words(), desk_.lines, settings, &window_);
-    form.onChange = [&] {
+    connect(&form, &frmPortSetup::changed, this, [&] {
         desk_.defaults.SetBaudRate(settings.BaudRate());
         desk_.defaults.PortSettings = settings.PortSettings;
-        onChange();
-    };
+        emit portSettingsChanged();
+    });
     form.exec();
 }
 
@@ -38,7 +38,7 @@ void LineForms::ShowPorts()
     PortsDialog(desk_.Words(), desk_.lines, machine_->names, machine_->devices, &window_).exec();
 }
 
-void LineForms::ShowWizard(const PosCfg& settings, const std::function<void()>& onBusy)
+void LineForms::ShowWizard(const PosCfg& settings)
 {
     SerialPort* const port = desk_.lines.Port(settings.CommsPort);
     if (!port || desk_.operation.IsBusy())
@@ -47,10 +47,7 @@ void LineForms::ShowWizard(const PosCfg& settings, const std::function<void()>& 
                    desk_.dataFolder + "/identities", &window_);
     // The line monitor can be looked at beside it.
     form.setWindowModality(Qt::WindowModal);
-    form.onBusy = [this, onBusy] {
-        onBusy();
-        ShowBusy();
-    };
+    connect(&form, &frmEeprom::busyChanged, this, &LineForms::busyChanged);
     form.Watch([this, line = static_cast<int>(settings.CommsPort)](const LineTraffic& traffic) {
         if (monitor_)
             monitor_->Add(line, traffic, ModuleMeaning(traffic));
@@ -68,7 +65,7 @@ void LineForms::ShowMonitor()
     if (!monitorWindow_) {
         Watch();
         monitorWindow_ = new LineMonitorWindow(desk_.files, desk_.operation, desk_.eventLoop, *monitor_);
-        QObject::connect(monitorWindow_, &QObject::destroyed, &window_, [this] {
+        connect(monitorWindow_, &QObject::destroyed, this, [this] {
             for (const auto& channel : desk_.lines.Links())
                 if (channel)
                     channel->watcher = nullptr;

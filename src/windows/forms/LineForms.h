@@ -1,8 +1,8 @@
 // The windows about lines: port settings, which device stands behind which port, and the line monitor.
 #pragma once
 
+#include <QObject>
 #include <QPointer>
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -22,24 +22,24 @@ struct MachinePorts {
     const SerialDevices& devices;
 };
 
-class LineForms {
+class LineForms final : public QObject {
+    Q_OBJECT
+
 public:
     /// All outlive the object. Without `machine` there is no choice of ports.
     LineForms(const SetupDesk& desk, MachinePorts* machine, QWidget& window);
-    ~LineForms();
+    ~LineForms() override;
     LineForms(const LineForms&) = delete;
     LineForms& operator=(const LineForms&) = delete;
 
-    /// Edits the port settings of a setup window; `onChange` is called with each choice. They become those of
-    /// the next window.
-    void ShowPortSettings(PosCfg& settings, const std::function<void()>& onChange);
+    /// Edits the port settings of a setup window. They become those of the next window.
+    void ShowPortSettings(PosCfg& settings);
 
     bool HasPorts() const { return machine_ != nullptr; }
     void ShowPorts();
 
-    /// Opens the wizard that gives the modules of that line their identities; `onBusy` is called when the
-    /// line has become its own, and when it is no longer.
-    void ShowWizard(const PosCfg& settings, const std::function<void()>& onBusy);
+    /// Opens the wizard that gives the modules of that line their identities.
+    void ShowWizard(const PosCfg& settings);
 
     /// Opens the line monitor, or brings it to the front. Nothing is watched before it is opened.
     void ShowMonitor();
@@ -48,6 +48,13 @@ public:
 
     /// A device operation has begun or ended.
     void ShowBusy();
+
+signals:
+    /// A port setting was chosen.
+    void portSettingsChanged();
+
+    /// A line has become the wizard's own, or is no longer.
+    void busyChanged();
 
 private:
     void Watch();

@@ -59,7 +59,6 @@ MDIForm1::MDIForm1(Program& program, const QString& configFolder, MachinePorts* 
       series_(program.desk, setups_),
       help_(program.texts, program.language, [this] { return ActiveSetup(); })
 {
-    series_.onEnded = [this] { close(); };
     setObjectName(QStringLiteral("MDIForm1"));
     setWindowTitle(ToQString(ProductName));
     setWindowIcon(ProgramIcon());
@@ -110,32 +109,34 @@ void MDIForm1::ConnectMenus()
         if (!waitingFiles_.isEmpty())
             QTimer::singleShot(0, this, [this] { OpenWaitingFiles(); });
     });
-    setups_.onNew = [this](frmConfig& setup) { Prepare(setup); };
+    connect(&setups_, &SetupWindows::windowAdded, this, &MDIForm1::Prepare);
+    connect(&series_, &SeriesForms::ended, this, &QWidget::close);
     toolbar_->mayChooseDump = [this] { return ActiveSetup() != nullptr; };
     menu_.recentFiles = [this] { return memory_.RecentFiles(); };
-    menu_.openRecent = [this](const QString& path) { setups_.OpenRecent(path); };
-    menu_.clearRecent = [this] { memory_.ClearRecentFiles(); };
     menu_.listWindows = [this](QMenu& menu) { setups_.List(menu); };
     menu_.listComparisons = [this](QMenu& menu) { comparisons_.List(menu); };
-    menu_.selectPort = [this](int port) {
-        if (frmConfig* setup = ActiveSetup())
-            setup->SelectPort(static_cast<std::int16_t>(port));
-        memory_.SaveLine(program_.main);
-    };
     menu_.isPortAvailable = [this](int port) { return program_.lines.IsAvailable(port); };
     menu_.languages = [this] { return program_.language.Available(); };
     menu_.language = [this] { return program_.language.Code(); };
-    menu_.changeLanguage = [this](const std::string& language) { ChangeLanguage(language); };
+    connect(&menu_, &MainMenu::recentFileChosen, &setups_, &SetupWindows::OpenRecent);
+    connect(&menu_, &MainMenu::clearRecentChosen, this, [this] { memory_.ClearRecentFiles(); });
+    connect(&menu_, &MainMenu::portChosen, this, [this](int port) {
+        if (frmConfig* setup = ActiveSetup())
+            setup->SelectPort(static_cast<std::int16_t>(port));
+        memory_.SaveLine(program_.main);
+    });
+    connect(&menu_, &MainMenu::languageChosen, this, &MDIForm1::ChangeLanguage);
 }
 
 void MDIForm1::Prepare(frmConfig& setup)
 {
     undoGroup_.addStack(&setup.UndoStack());
-    setup.onChange = [this] { Refresh(); };
-    setup.onFile = [this, &setup] { setups_.Remember(setup); };
-    setup.onInterrupt = [this] { operation_.Interrupt(); };
-    setup.onHint = [this](const MessageId& hint) { ShowHint(hint); };
-    setup.onLayoutMenu = [this](const QPoint& place) { menu_.Layout().popup(place); };
+    connect(&setup, &frmConfig::changed, this, &MDIForm1::Refresh);
+    connect(&setup, &frmConfig::fileChanged, this, [this, &setup] { setups_.Remember(setup); });
+    connect(&setup, &frmConfig::interruptRequested, &operation_, &OperationView::Interrupt);
+    connect(&setup, &frmConfig::hinted, this, &MDIForm1::ShowHint);
+    connect(&setup, &frmConfig::layoutMenuRequested, this,
+            [this](const QPoint& place) { menu_.Layout().popup(place); });
 }
 
 void MDIForm1::OpenFiles(const QStringList& paths)
@@ -179,8 +180,7 @@ void MDIForm1::ChangeLanguage(const std::string& language)
         return;
     // The help is opened anew in the new language.
     help_.Close();
-    if (onLanguage)
-        onLanguage();
+    emit languageChanged();
     if (idle)
         status_->ShowOperation(ToQString(IdleText(program_.texts)));
     Retranslate();
@@ -250,8 +250,7 @@ void MDIForm1::ShutDown()
     closing_ = Closing::Waiting;
     memory_.SaveWindow(*this);
     memory_.SaveFolders(program_.main);
-    if (onShutdown)
-        onShutdown();
+    emit shutdownBegun();
     for (QWidget* const window : QApplication::topLevelWidgets())
         window->hide();
     program_.world.eventLoop.After(ClosingTime, [window = QPointer<MDIForm1>(this)] {
@@ -269,8 +268,7 @@ void MDIForm1::EndShutdown()
     setups_.CloseAllUnasked();
     closing_ = Closing::Done;
     close();
-    if (onClosed)
-        onClosed();
+    emit closed();
 }
 
 void MDIForm1::closeEvent(QCloseEvent* event)

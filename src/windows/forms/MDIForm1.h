@@ -4,7 +4,6 @@
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QUndoGroup>
-#include <functional>
 #include <vector>
 
 #include "windows/Program.h"
@@ -26,6 +25,8 @@ namespace kelvora {
 class frmConfig;
 
 class MDIForm1 final : public QMainWindow {
+    Q_OBJECT
+
 public:
     /// `program` is loaded and outlives the window. `configFolder` is the person's; empty remembers nothing.
     /// Without `machine`, which outlives the window too, the devices behind the ports cannot be chosen.
@@ -36,15 +37,6 @@ public:
 
     /// Opens files that were named at the start, dropped or handed over, and comes to the front.
     void OpenFiles(const QStringList& paths);
-
-    /// Called once when the windows are hidden and the program is about to end.
-    std::function<void()> onShutdown;
-
-    /// Called when the program has ended its two seconds of closing down.
-    std::function<void()> onClosed;
-
-    /// Called when the program speaks another language.
-    std::function<void()> onLanguage;
 
     Commands& Actions() { return commands_; }
     StatusPanels& Status() { return *status_; }
@@ -58,6 +50,16 @@ public:
 
     /// None: the View menu shows and hides the toolbar.
     QMenu* createPopupMenu() override { return nullptr; }
+
+signals:
+    /// The windows are about to be hidden; the program will end.
+    void shutdownBegun();
+
+    /// The two seconds of closing down are over.
+    void closed();
+
+    /// The program speaks another language.
+    void languageChanged();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

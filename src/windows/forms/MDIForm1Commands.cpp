@@ -39,18 +39,19 @@ void MDIForm1::ConnectLayoutCommands()
 
 void MDIForm1::ConnectLineCommands()
 {
-    operation_.onChange = [this] {
+    const auto showBusy = [this] {
         lines_.ShowBusy();
         Refresh();
     };
-    OnSetup(Command::CommunicationsMenuSettings, [this](frmConfig& setup) {
-        lines_.ShowPortSettings(setup.Session().settings, [this] {
-            memory_.SaveLine(program_.main);
-            Refresh();
-        });
+    connect(&operation_, &OperationView::changed, this, showBusy);
+    connect(&lines_, &LineForms::busyChanged, this, showBusy);
+    connect(&lines_, &LineForms::portSettingsChanged, this, [this] {
+        memory_.SaveLine(program_.main);
+        Refresh();
     });
-    OnSetup(Command::EpromWizard,
-            [this](frmConfig& setup) { lines_.ShowWizard(setup.Session().settings, [this] { Refresh(); }); });
+    OnSetup(Command::CommunicationsMenuSettings,
+            [this](frmConfig& setup) { lines_.ShowPortSettings(setup.Session().settings); });
+    OnSetup(Command::EpromWizard, [this](frmConfig& setup) { lines_.ShowWizard(setup.Session().settings); });
     On(Command::ToolsMenuSeries, [this] { series_.Show(); });
     On(Command::ToolsMenuJournal, [this] { journal_.Show(); });
     commands_[Command::ToolsMenuJournal].setVisible(program_.notes.Journal() != nullptr);

@@ -39,7 +39,7 @@ void MainMenu::MakeFileMenu(QMenuBar& bar)
     file->addAction(&commands_[Command::FileMenuNew]);
     file->addAction(&commands_[Command::FileMenuOpen]);
     recent_ = AddMenu(file, "FileMenuRecent", Message::FileMenuRecent);
-    QObject::connect(recent_, &QMenu::aboutToShow, recent_, [this] { ListRecentFiles(); });
+    connect(recent_, &QMenu::aboutToShow, recent_, [this] { ListRecentFiles(); });
     for (const Command command : {Command::FileMenuSave, Command::FileMenuSaveAs, Command::FileMenuClose}) {
         file->addAction(&commands_[command]);
         setupEntries_.push_back(&commands_[command]);
@@ -52,7 +52,7 @@ void MainMenu::MakeFileMenu(QMenuBar& bar)
     }
     compare_ = AddMenu(file, "FileMenuCompare", Message::CompareMenu);
     setupEntries_.push_back(compare_->menuAction());
-    QObject::connect(compare_, &QMenu::aboutToShow, compare_, [this] {
+    connect(compare_, &QMenu::aboutToShow, compare_, [this] {
         compare_->clear();
         listComparisons(*compare_);
     });
@@ -97,13 +97,13 @@ void MainMenu::MakeCommunicationsMenu(QMenuBar& bar)
         QAction* line = lines_->addAction(QString());
         line->setObjectName(QStringLiteral("CommunicationsMenuLine%1").arg(port));
         line->setCheckable(true);
-        QObject::connect(line, &QAction::triggered, lines_, [this, port] {
-            selectPort(port);
+        connect(line, &QAction::triggered, lines_, [this, port] {
+            emit portChosen(port);
             ShowPort(port);
         });
         ports_.at(i) = line;
     }
-    QObject::connect(lines_, &QMenu::aboutToShow, lines_, [this] {
+    connect(lines_, &QMenu::aboutToShow, lines_, [this] {
         for (std::size_t i = 0; i < ports_.size(); ++i)
             ports_.at(i)->setEnabled(isPortAvailable(static_cast<int>(i) + 1));
     });
@@ -161,7 +161,7 @@ void MainMenu::MakeViewMenu(QMenuBar& bar)
     view->addAction(&commands_[Command::ViewMenuLineMonitor]);
     view->addSeparator();
     languages_ = AddMenu(view, "LanguageMenu", Message::LanguageMenu);
-    QObject::connect(languages_, &QMenu::aboutToShow, languages_, [this] { ListLanguages(); });
+    connect(languages_, &QMenu::aboutToShow, languages_, [this] { ListLanguages(); });
 }
 
 void MainMenu::ListLanguages()
@@ -174,14 +174,14 @@ void MainMenu::ListLanguages()
         entry->setObjectName(QStringLiteral("Language") + ToQString(code));
         entry->setCheckable(true);
         entry->setChecked(code == language());
-        QObject::connect(entry, &QAction::triggered, languages_, [this, code] { changeLanguage(code); });
+        connect(entry, &QAction::triggered, languages_, [this, code] { emit languageChosen(code); });
     }
 }
 
 void MainMenu::MakeGeneralMenus(QMenuBar& bar)
 {
     QMenu* window = AddMenu(&bar, "WindowMenu", Message::WindowMenu);
-    QObject::connect(window, &QMenu::aboutToShow, window, [this, window] {
+    connect(window, &QMenu::aboutToShow, window, [this, window] {
         window->clear();
         for (const Command command :
              {Command::WindowMenuNext, Command::WindowMenuPrevious, Command::WindowMenuCascade,
@@ -210,13 +210,13 @@ void MainMenu::ListRecentFiles()
         text.replace('&', QStringLiteral("&&"));
         // The first nine are reached by their digit.
         QAction* entry = recent_->addAction(number < 10 ? '&' + text : text);
-        QObject::connect(entry, &QAction::triggered, recent_, [this, path] { openRecent(path); });
+        connect(entry, &QAction::triggered, recent_, [this, path] { emit recentFileChosen(path); });
         ++number;
     }
     recent_->addSeparator();
     QAction* clear = recent_->addAction(clearText_);
     clear->setEnabled(!files.isEmpty());
-    QObject::connect(clear, &QAction::triggered, recent_, [this] { clearRecent(); });
+    connect(clear, &QAction::triggered, this, &MainMenu::clearRecentChosen);
 }
 
 void MainMenu::Retranslate(const MessageCatalogue& catalogue)

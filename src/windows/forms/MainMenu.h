@@ -3,6 +3,7 @@
 
 #include <QMenu>
 #include <QMenuBar>
+#include <QObject>
 #include <QStringList>
 #include <array>
 #include <functional>
@@ -14,27 +15,25 @@
 
 namespace kelvora {
 
-class MainMenu {
+class MainMenu final : public QObject {
+    Q_OBJECT
+
 public:
     MainMenu(QMenuBar& bar, Commands& commands);
 
-    // All of the following must be set before a menu is shown.
+    // All of the following must be set before a menu is shown: each is asked when one that lists it is about
+    // to be.
 
-    /// Called when a menu that lists something is about to be shown.
     std::function<QStringList()> recentFiles;
-    std::function<void(const QString& path)> openRecent;
-    std::function<void()> clearRecent;
     std::function<void(QMenu&)> listWindows;
     std::function<void(QMenu&)> listComparisons;
 
     /// The ports of the Communications menu, 1 to 4.
     std::function<bool(int port)> isPortAvailable;
-    std::function<void(int port)> selectPort;
 
     /// The languages to choose from, and the one in force, by their codes.
     std::function<std::vector<std::string>()> languages;
     std::function<std::string()> language;
-    std::function<void(const std::string& code)> changeLanguage;
 
     /// Enables the submenus as a whole.
     void Apply(const CommandState& state);
@@ -48,6 +47,13 @@ public:
     void ShowSetupEntries(bool shown);
 
     QMenu& Layout() { return *layout_; }
+
+signals:
+    // What was chosen that is no command.
+    void recentFileChosen(const QString& path);
+    void clearRecentChosen();
+    void portChosen(int port);
+    void languageChosen(const std::string& code);
 
 private:
     QMenu* AddMenu(QWidget* parent, const char* name, const MessageId& caption);

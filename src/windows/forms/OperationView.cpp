@@ -39,8 +39,8 @@ OperationView::OperationView(RunningOperation& running, Comms& comms, const Text
 {
     escape_.setEnabled(false);
     escape_.setAutoRepeat(false);
-    QObject::connect(&escape_, &QShortcut::activated, &window, [this] { Interrupt(); });
-    status_.onStop = [this] { Interrupt(); };
+    connect(&escape_, &QShortcut::activated, this, &OperationView::Interrupt);
+    connect(&status_, &StatusPanels::stopRequested, this, &OperationView::Interrupt);
     running_.onChange = [this] { ShowOperation(); };
     running_.onProgress = [this](const LineProgress& progress) { ShowProgress(progress); };
     clock_.onTick = [this] { KeepPointer(); };
@@ -48,7 +48,6 @@ OperationView::OperationView(RunningOperation& running, Comms& comms, const Text
 
 OperationView::~OperationView()
 {
-    status_.onStop = nullptr;
     running_.onChange = nullptr;
     running_.onProgress = nullptr;
     clock_.onTick = nullptr;
@@ -65,8 +64,7 @@ void OperationView::ShowOperation()
     KeepPointer();
     if (!works && abort_)
         abort_->close();
-    if (onChange)
-        onChange();
+    emit changed();
 }
 
 // The pointer shows the work for as long as it lasts; the clock that looks after it ends with it.
@@ -106,14 +104,14 @@ void OperationView::Interrupt()
     if (!abort_) {
         abort_ = new frmAbort(texts_.Catalogue(), &window_);
         abort_->setAttribute(Qt::WA_DeleteOnClose);
-        abort_->onTerminate = [this] {
+        connect(abort_, &frmAbort::terminated, this, [this] {
             if (running_.IsBusy())
                 running_.AskToStop();
             running_.SayStopping(" " + texts_.Caption(Message::Stopping));
             status_.ShowStatus(QString());
             status_.ShowStop(false);
             status_.ShowOperation(ToQString(running_.Name()));
-        };
+        });
     }
     abort_->ShowInfo(ToQString(running_.Name()).trimmed() + QLatin1Char('\n') +
                      ToQString(texts_.Caption(Message::AbortInfo)));

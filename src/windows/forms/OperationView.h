@@ -2,9 +2,9 @@
 // bar, the waiting pointer, and the dialog that can stop it.
 #pragma once
 
+#include <QObject>
 #include <QPointer>
 #include <QShortcut>
-#include <functional>
 
 #include "catalogue/Texts.h"
 #include "comms/Comms.h"
@@ -17,21 +17,24 @@ namespace kelvora {
 /// The text of the status bar's operation panel while nothing runs; message 590.
 std::string IdleText(const Texts& texts);
 
-class OperationView {
+class OperationView final : public QObject {
+    Q_OBJECT
+
 public:
     /// All outlive the view, which takes the operation's callbacks and the main window's clock.
     OperationView(RunningOperation& running, Comms& comms, const Texts& texts, StatusPanels& status,
                   QWidget& window);
-    ~OperationView();
+    ~OperationView() override;
     OperationView(const OperationView&) = delete;
     OperationView& operator=(const OperationView&) = delete;
-
-    /// Called when an operation has begun or ended.
-    std::function<void()> onChange;
 
     /// The Esc key and the Stop button: asks whether the running operation is to stop; while none runs, tells
     /// what it is for.
     void Interrupt();
+
+signals:
+    /// An operation has begun or ended.
+    void changed();
 
 private:
     void ShowOperation();

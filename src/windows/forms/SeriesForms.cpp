@@ -9,7 +9,7 @@ SeriesForms::SeriesForms(const SetupDesk& desk, SetupWindows& setups) : desk_(de
 
 SeriesForms::~SeriesForms()
 {
-    onEnded = [] {};
+    blockSignals(true);
     delete window_;
 }
 
@@ -18,7 +18,7 @@ void SeriesForms::Show()
     if (!window_) {
         window_ = new SeriesWindow(desk_.files, desk_.lines, desk_.defaults, desk_.eventLoop,
                                    [] { return std::make_unique<SeriesProcess>(); });
-        window_->onVerdict = [this](bool passed) { sounds_.Play(passed); };
+        connect(window_, &SeriesWindow::judged, this, [this](bool passed) { sounds_.Play(passed); });
         const frmConfig* const setup = setups_.Active();
         // Changes that are not saved are in no file.
         if (setup && !setup->IsChanged())
@@ -39,7 +39,7 @@ bool SeriesForms::MayClose()
     if (window_->MayClose())
         return true;
     if (window_->IsClosing() && !wasClosing)
-        QObject::connect(window_, &QObject::destroyed, &ending_, [this] { onEnded(); });
+        connect(window_, &QObject::destroyed, this, &SeriesForms::ended);
     return false;
 }
 

@@ -100,7 +100,7 @@ void SetupWindows::Show(std::unique_ptr<frmConfig> window)
     // The File menu closes windows, by the same key.
     for (QAction* entry : frame->systemMenu()->actions())
         entry->setShortcut({});
-    onNew(*setup);
+    emit windowAdded(*setup);
     // Large is what a technician wants to see; one who has arranged the windows keeps the arrangement.
     const auto frames = area_.subWindowList();
     if (frames.size() > 1 && !frames.constFirst()->isMaximized())

@@ -3,7 +3,7 @@
 
 #include <QMdiArea>
 #include <QMenu>
-#include <functional>
+#include <QObject>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,16 +16,15 @@ namespace kelvora {
 
 class frmConfig;
 
-class SetupWindows {
+class SetupWindows final : public QObject {
+    Q_OBJECT
+
 public:
     /// All outlive the object.
     SetupWindows(QMdiArea& area, SetupDesk& desk, WindowMemory& memory);
-    ~SetupWindows();
+    ~SetupWindows() override;
     SetupWindows(const SetupWindows&) = delete;
     SetupWindows& operator=(const SetupWindows&) = delete;
-
-    /// Called with each new window, before it is shown; must be set.
-    std::function<void(frmConfig&)> onNew;
 
     /// Opens a new window, to be filled by hand or by a scan.
     void New(SetupMode mode);
@@ -63,6 +62,10 @@ public:
 
     /// Keeps the window's folders and file for later windows and runs.
     void Remember(const frmConfig& window);
+
+signals:
+    /// There is a new window, which is about to be shown.
+    void windowAdded(frmConfig& setup);
 
 private:
     void OpenFile(const SetupFile& file);

@@ -148,14 +148,13 @@ bool SingleCopy::HandOver(const QStringList& files) const
            recv(running.Handle(), &answer, 1, 0) == 1 && answer == Taken;
 }
 
-void SingleCopy::Listen(std::function<void(const QStringList&)> open)
+void SingleCopy::Listen()
 {
-    open_ = std::move(open);
     const int handle = MakeSocket(SOCK_NONBLOCK);
     if (handle < 0)
         return;
     server_ = std::make_unique<ReadableSocket>(handle);
-    QObject::connect(server_.get(), &QSocketNotifier::activated, server_.get(), [this] { Receive(); });
+    connect(server_.get(), &QSocketNotifier::activated, server_.get(), [this] { Receive(); });
     // The lock is ours, so a socket that is there was left behind by a copy that was killed.
     unlink(socketPath_.constData());
     // Set before it has a name: at no moment may somebody else call.
@@ -179,13 +178,14 @@ void SingleCopy::Receive()
     if (handle < 0)
         return;
     auto* caller = new ReadableSocket(handle, server_.get());
-    QObject::connect(caller, &QSocketNotifier::activated, caller, [this, caller, handle] {
+    connect(caller, &QSocketNotifier::activated, caller, [this, caller, handle] {
         const QByteArray packet = ReadPacket(handle);
         if (!packet.isEmpty()) {
             send(handle, &Taken, 1, MSG_NOSIGNAL);
             // Opening may ask the user: not inside the caller's turn.
             QMetaObject::invokeMethod(
-                server_.get(), [this, packet] { open_(SplitPaths(packet)); }, Qt::QueuedConnection);
+                server_.get(), [this, packet] { emit filesHandedOver(SplitPaths(packet)); },
+                Qt::QueuedConnection);
         }
         caller->setEnabled(false);
         caller->deleteLater();

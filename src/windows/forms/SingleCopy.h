@@ -4,18 +4,20 @@
 
 #include <QByteArray>
 #include <QLockFile>
+#include <QObject>
 #include <QSocketNotifier>
 #include <QStringList>
-#include <functional>
 #include <memory>
 
 namespace kelvora {
 
-class SingleCopy {
+class SingleCopy final : public QObject {
+    Q_OBJECT
+
 public:
     /// `folder` is the user's runtime folder.
     explicit SingleCopy(const QString& folder);
-    ~SingleCopy();
+    ~SingleCopy() override;
     SingleCopy(const SingleCopy&) = delete;
     SingleCopy& operator=(const SingleCopy&) = delete;
 
@@ -26,11 +28,15 @@ public:
     /// Sends absolute paths to the running copy; false when it does not take them.
     bool HandOver(const QStringList& files) const;
 
-    /// From now on `open` gets the files that further starts hand over.
-    void Listen(std::function<void(const QStringList&)> open);
+    /// From now on further starts can hand over their files.
+    void Listen();
 
     /// Takes no more files: the program closes down.
     void StopListening();
+
+signals:
+    /// A further start has handed over these files, by their absolute paths.
+    void filesHandedOver(const QStringList& files);
 
 private:
     void Receive();
@@ -38,7 +44,6 @@ private:
     QByteArray socketPath_;
     QLockFile lock_;
     std::unique_ptr<QSocketNotifier> server_;
-    std::function<void(const QStringList&)> open_;
 };
 
 }  // namespace kelvora

@@ -73,10 +73,7 @@ StatusPanels::StatusPanels(QWidget* parent)
     stop_->setObjectName(QStringLiteral("StopButton"));
     stop_->setFocusPolicy(Qt::NoFocus);
     stop_->hide();
-    connect(stop_, &QToolButton::clicked, this, [this] {
-        if (onStop)
-            onStop();
-    });
+    connect(stop_, &QToolButton::clicked, this, &StatusPanels::stopRequested);
     addPermanentWidget(stop_);
     addPermanentWidget(simulated_);
     setSizeGripEnabled(false);

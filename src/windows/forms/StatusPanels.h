@@ -5,7 +5,6 @@
 #include <QProgressBar>
 #include <QStatusBar>
 #include <QToolButton>
-#include <functional>
 
 #include "catalogue/MessageCatalogue.h"
 #include "platform/qt/ElidedLabel.h"
@@ -21,6 +20,8 @@ public:
 };
 
 class StatusPanels final : public QStatusBar {
+    Q_OBJECT
+
 public:
     explicit StatusPanels(QWidget* parent);
 
@@ -37,9 +38,6 @@ public:
     /// The button that stops what runs is there while it can be stopped.
     void ShowStop(bool shown) { stop_->setVisible(shown); }
 
-    /// Called when that button is pressed.
-    std::function<void()> onStop;
-
     /// Says for a few seconds, or until a panel is shown anew, why something was not done.
     void ShowHint(const QString& text);
 
@@ -47,6 +45,10 @@ public:
     void ShowSimulated(bool simulated) { simulated_->setVisible(simulated); }
 
     void Retranslate(const MessageCatalogue& catalogue);
+
+signals:
+    /// That button was pressed.
+    void stopRequested();
 
 private:
     StatusPanel* AddPanel(const char* name, int stretch);

@@ -237,15 +237,17 @@ int Run(QApplication& application, StopSignal& stopSignal)
                      [&program] { program.operation.AskToStop(); });
     MDIForm1 window(program, PathToQString(folders.person), &machine);
     BenchProcess bench;
-    window.onLanguage = [&] { TranslateQt(translator, program.texts.Catalogue()); };
-    window.onShutdown = [&copy] { copy.StopListening(); };
-    window.onClosed = [] { QCoreApplication::quit(); };
+    QObject::connect(&window, &MDIForm1::languageChanged,
+                     [&] { TranslateQt(translator, program.texts.Catalogue()); });
+    QObject::connect(&window, &MDIForm1::shutdownBegun, &copy, &SingleCopy::StopListening);
+    QObject::connect(&copy, &SingleCopy::filesHandedOver, &window, &MDIForm1::OpenFiles);
+    QObject::connect(&window, &MDIForm1::closed, &application, &QCoreApplication::quit);
     window.show();
     // What the first picture does not need comes after it.
     QTimer::singleShot(0, &window, [&] {
         if (arguments.bench)
             StartBench(bench, arguments.benchState, program, window, names);
-        copy.Listen([&window](const QStringList& handedOver) { window.OpenFiles(handedOver); });
+        copy.Listen();
         if (names.HasProblem())
             prompt.Show(ProductName, names.Problem(program.texts.Catalogue()), {BoxIcon::Exclamation});
         if (!arguments.files.isEmpty())
