@@ -7,7 +7,7 @@
 
 #include "forms/MainWindowFixture.h"
 #include "layout/LayoutCommands.h"
-#include "layout/forms/frmOptions.h"
+#include "layout/forms/OptionsDialogs.h"
 
 namespace kelvora {
 namespace {
@@ -148,11 +148,11 @@ TEST_F(LayoutForm, OptionsRefuseWhatAFileCannotCarry)
 {
     Trigger(Command::LayoutMenuAddKBMASTER);
     Trigger(Command::LayoutMenuAddMCR);
-    const auto edit = [this](const std::function<void(frmMcrOptions&)>& act) {
-        InDialog<frmMcrOptions>(
+    const auto edit = [this](const std::function<void(McrOptionsDialog&)>& act) {
+        InDialog<McrOptionsDialog>(
             [this] { QTest::mouseDClick(&Strip().Button(StripButton::MCR), Qt::LeftButton); }, act);
     };
-    edit([](frmMcrOptions& form) {
+    edit([](McrOptionsDialog& form) {
         const auto* ok = form.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
         auto* separator = form.findChild<QLineEdit*>("SeparatorText2");
         for (const QString& refused : {QString("_"), QString("a"), QString(QChar(0x0416))}) {
@@ -168,16 +168,16 @@ TEST_F(LayoutForm, OptionsRefuseWhatAFileCannotCarry)
     EXPECT_EQ(Modules().back().Options, "1,2  ^;^ON ");
     // OK without a change is no step.
     const int steps = window->ActiveSetup()->UndoStack().count();
-    edit([](frmMcrOptions& form) { form.accept(); });
+    edit([](McrOptionsDialog& form) { form.accept(); });
     EXPECT_EQ(window->ActiveSetup()->UndoStack().count(), steps);
 
     Strip().FocusButton(StripButton::Master);
-    InDialog<frmMasterOptions>([this] { Trigger(Command::LayoutMenuOptions); },
-                               [](frmMasterOptions& form) {
-                                   Press(form, "FiscalCheck");
-                                   Press(form, "BacklightCheck");
-                                   form.accept();
-                               });
+    InDialog<MasterOptionsDialog>([this] { Trigger(Command::LayoutMenuOptions); },
+                                  [](MasterOptionsDialog& form) {
+                                      Press(form, "FiscalCheck");
+                                      Press(form, "BacklightCheck");
+                                      form.accept();
+                                  });
     EXPECT_EQ(Modules()[0].Options, "NO ");
     EXPECT_EQ(static_cast<unsigned char>(window->ActiveSetup()->Session().document.DeviceMap[1]), 31);
 }

@@ -73,7 +73,7 @@ LineMonitorWindow::LineMonitorWindow(const UserFiles& files, const RunningOperat
     AddKeys(*this, {Qt::Key_Escape, QKeySequence::Close}, [this] { close(); });
     Retranslate();
     Update();
-    monitor_.onChange = [this] { LineMonitor_Change(); };
+    monitor_.onChange = [this] { UpdateSoon(); };
 }
 
 LineMonitorWindow::~LineMonitorWindow()
@@ -183,7 +183,7 @@ void LineMonitorWindow::Retranslate()
     model_->Retranslate();
 }
 
-void LineMonitorWindow::LineMonitor_Change()
+void LineMonitorWindow::UpdateSoon()
 {
     if (std::exchange(updatePending_, true))
         return;

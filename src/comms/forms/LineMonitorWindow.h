@@ -38,7 +38,7 @@ private:
     void FollowEnd();
     void MakeDetail();
     void Arrange();
-    void LineMonitor_Change();
+    void UpdateSoon();
     void Update();
     void ShowEntries();
     void ShowDetail();

@@ -101,7 +101,7 @@ void frmEeprom::MakePages()
         pages_->addWidget(page);
     }
     connect(rows_, &IdentityRows::identityChosen, this, [this] { update_->setEnabled(rows_->IsChanged()); });
-    connect(&search_->StopCommand(), &QPushButton::clicked, this, &frmEeprom::StopCommand_Click);
+    connect(&search_->StopCommand(), &QPushButton::clicked, this, &frmEeprom::Stop);
 }
 
 QPushButton* frmEeprom::MakeButton(const char* name, const MessageId& caption, void (frmEeprom::*click)())
@@ -116,7 +116,7 @@ void frmEeprom::MakeButtons()
 {
     // The Tab key follows the order in which they are made.
     update_ = MakeButton("UpdateCommand", Message::EepromWrite, &frmEeprom::UpdateCommand_Click);
-    writeBack_ = MakeButton("WriteBackCommand", Message::EepromWriteBack, &frmEeprom::WriteBackCommand_Click);
+    writeBack_ = MakeButton("WriteBackCommand", Message::EepromWriteBack, &frmEeprom::WriteBackSavedCopy);
     back_ = MakeButton("BackCommand", Message::EepromBack, &frmEeprom::BackCommand_Click);
     next_ = MakeButton("NextCommand", Message::EepromNext, &frmEeprom::NextCommand_Click);
     cancel_ = MakeButton("CancelCommand", Message::EepromCancel, &frmEeprom::CancelCommand_Click);
@@ -321,7 +321,7 @@ void frmEeprom::ReadModules(std::span<const AddressedBlock> written)
     Tell(text, BoxIcon::Exclamation);
 }
 
-void frmEeprom::StopCommand_Click()
+void frmEeprom::Stop()
 {
     desk_.operation.AskToStop();
 }
@@ -332,7 +332,7 @@ void frmEeprom::ShowInterruption()
     if (!abort_) {
         abort_ = new frmAbort(Catalogue(), this);
         abort_->setAttribute(Qt::WA_DeleteOnClose);
-        connect(abort_, &frmAbort::terminated, this, &frmEeprom::StopCommand_Click);
+        connect(abort_, &frmAbort::terminated, this, &frmEeprom::Stop);
     }
     abort_->ShowInfo(ToQString(Text(Message::EepromSearching) + "\n" + Text(Message::AbortInfo)));
     abort_->show();

@@ -102,9 +102,9 @@ private:
     void BackCommand_Click() { EepromWizard(step_ - 1); }
     void NextCommand_Click() { EepromWizard(step_ + 1); }
     void CancelCommand_Click() { reject(); }
-    void StopCommand_Click();
+    void Stop();
     void UpdateCommand_Click();
-    void WriteBackCommand_Click();
+    void WriteBackSavedCopy();
 
     void SetWizardButtons();
     void Open(Ways ways);

@@ -26,7 +26,7 @@ void frmEeprom::UpdateCommand_Click()
     Write(PlanChoices(memory_, rows_->Choices()));
 }
 
-void frmEeprom::WriteBackCommand_Click()
+void frmEeprom::WriteBackSavedCopy()
 {
     if (working_)
         return;

@@ -95,8 +95,8 @@ QWidget* frmKeyb::MakeControls()
     redo_->setToolTip(QKeySequence(QKeySequence::Redo).toString(QKeySequence::NativeText));
     connect(defaults, &QPushButton::clicked, this, &frmKeyb::DefaultMapping_Click);
     connect(back, &QPushButton::clicked, this, &frmKeyb::Back_Click);
-    connect(undo_, &QPushButton::clicked, this, &frmKeyb::Undo_Click);
-    connect(redo_, &QPushButton::clicked, this, &frmKeyb::Redo_Click);
+    connect(undo_, &QPushButton::clicked, this, &frmKeyb::Undo);
+    connect(redo_, &QPushButton::clicked, this, &frmKeyb::Redo);
 
     auto* const steps = new QHBoxLayout;
     steps->addWidget(undo_);
@@ -251,13 +251,13 @@ void frmKeyb::Back_Click()
     accept();
 }
 
-void frmKeyb::Undo_Click()
+void frmKeyb::Undo()
 {
     session_.Undo();
     ShowSession();
 }
 
-void frmKeyb::Redo_Click()
+void frmKeyb::Redo()
 {
     session_.Redo();
     ShowSession();
@@ -290,9 +290,9 @@ void frmKeyb::keyPressEvent(QKeyEvent* event)
         return;
     }
     if (event->matches(QKeySequence::Undo))
-        return Undo_Click();
+        return Undo();
     if (event->matches(QKeySequence::Redo))
-        return Redo_Click();
+        return Redo();
     const bool isDigit = event->key() >= Qt::Key_1 && event->key() <= Qt::Key_4;
     if (!bare || (!isDigit && event->key() != Qt::Key_U))
         return QDialog::keyPressEvent(event);

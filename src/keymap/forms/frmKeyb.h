@@ -53,8 +53,8 @@ private:
     void UnusedCheck_Click();
     void DefaultMapping_Click();
     void Back_Click();
-    void Undo_Click();
-    void Redo_Click();
+    void Undo();
+    void Redo();
     QSize InitialSize() const;
 
     KeyMapSession session_;

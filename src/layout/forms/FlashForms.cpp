@@ -93,7 +93,7 @@ void FlashForms::ToolsMenuFlashDownload_Click()
     Later([this] { Transfer(session_.document, {}, {}); });
 }
 
-void FlashForms::ToolsMenuFlashRestore_Click()
+void FlashForms::RestoreDump()
 {
     const auto opened = OpenDump(session_);
     emit fileChanged();
@@ -106,7 +106,7 @@ void FlashForms::RestoreLater(const FlashDump& dump, const std::string& name, co
     Later([this, dump, name, path] { Restore(dump, name, path); });
 }
 
-void FlashForms::ToolsMenuFlashBackups_Click()
+void FlashForms::ShowBackups()
 {
     SetupDesk& desk = session_.Desk();
     const Backups backups(desk.files.OnDisk(), BackupFolder(desk));

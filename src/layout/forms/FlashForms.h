@@ -32,11 +32,11 @@ public:
     void ToolsMenuFlashDumpSetup_Click();
     void ToolsMenuFlashDumpUpload_Click();
     /// Writes a dump, which is asked for, into the device as it is.
-    void ToolsMenuFlashRestore_Click();
+    void RestoreDump();
     /// Writes the dump of that file, which people know by that name, into the device as it is.
     void RestoreLater(const FlashDump& dump, const std::string& name, const std::string& path);
     /// Lists the backups, from where one can be restored.
-    void ToolsMenuFlashBackups_Click();
+    void ShowBackups();
 
     void Retranslate();
 

@@ -47,7 +47,7 @@ std::string Convert(PictureType type, const std::string& svg)
 
 // Prints, or writes the file that was chosen in place of a printer: like every file of the program, whole or
 // not at all, and told here when it cannot be written. False where nothing was drawn.
-bool SheetForms::Print(const std::string& sheet, QPrinter& printer) const
+bool SheetForms::PrintOn(QPrinter& printer, const std::string& sheet) const
 {
     const QPaintEngine* const engine = printer.paintEngine();
     if (printer.outputFileName().isEmpty() || !engine || engine->type() != QPaintEngine::Pdf)
@@ -66,7 +66,7 @@ std::string SheetForms::Sheet() const
                       session_.Desk().Catalogue());
 }
 
-void SheetForms::FileMenuPrint_Click()
+void SheetForms::Print()
 {
     QPrinter printer(QPrinter::HighResolution);
     Prepare(printer, session_.settings.Name);
@@ -75,11 +75,11 @@ void SheetForms::FileMenuPrint_Click()
     if (dialog.exec() != QDialog::Accepted)
         return;
     const std::string sheet = Sheet();
-    if (!Print(sheet, printer))
+    if (!PrintOn(printer, sheet))
         session_.Desk().Words().Show(Message::NotPrinted, {BoxIcon::Exclamation});
 }
 
-void SheetForms::FileMenuPrintPreview_Click()
+void SheetForms::Preview()
 {
     QPrinter printer(QPrinter::HighResolution);
     Prepare(printer, session_.settings.Name);
@@ -89,7 +89,7 @@ void SheetForms::FileMenuPrintPreview_Click()
     const std::string sheet = Sheet();
     bool isPrinted = true;
     QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog,
-                     [&](QPrinter* paper) { isPrinted = Print(sheet, *paper); });
+                     [&](QPrinter* paper) { isPrinted = PrintOn(*paper, sheet); });
     const QSize available = dialog.screen()->availableSize();
     dialog.resize(QSize(PreviewWidth, available.height()).boundedTo(available * 9 / 10));
     dialog.exec();
@@ -97,7 +97,7 @@ void SheetForms::FileMenuPrintPreview_Click()
         session_.Desk().Words().Show(Message::NotPrinted, {BoxIcon::Exclamation});
 }
 
-void SheetForms::FileMenuExport_Click()
+void SheetForms::Export()
 {
     // Beside the setup itself, where it has a file.
     const std::string& path = session_.File().path;

@@ -20,13 +20,13 @@ public:
     /// Whether the setup has changes that its file does not hold; must be set.
     std::function<bool()> isChanged;
 
-    void FileMenuPrint_Click();
-    void FileMenuPrintPreview_Click();
-    void FileMenuExport_Click();
+    void Print();
+    void Preview();
+    void Export();
 
 private:
     std::string Sheet() const;
-    bool Print(const std::string& sheet, QPrinter& printer) const;
+    bool PrintOn(QPrinter& printer, const std::string& sheet) const;
 
     SetupSession& session_;
     QWidget& window_;

@@ -12,9 +12,9 @@
 #include "layout/LayoutCommands.h"
 #include "layout/ModuleOptions.h"
 #include "layout/ScanTexts.h"
+#include "layout/forms/OptionsDialogs.h"
 #include "layout/forms/PlacingMode.h"
 #include "layout/forms/StripView.h"
-#include "layout/forms/frmOptions.h"
 #include "platform/Encoding.h"
 #include "platform/qt/HelpTopic.h"
 #include "platform/qt/Text.h"
@@ -90,7 +90,7 @@ void frmConfig::ConnectStrip()
     connect(strip_, &StripView::clicked, this, &frmConfig::cbModule_Click);
     connect(strip_, &StripView::doubleClicked, this, [this](StripButton button) {
         if (HasOptions(button))
-            EditOptions(KindOfButton(MainButtonOf(button)));
+            EditOptionsOf(KindOfButton(MainButtonOf(button)));
     });
     connect(strip_, &StripView::menuRequested, this, &frmConfig::layoutMenuRequested);
     connect(strip_, &StripView::masterRequested, this, [this] { LayoutMenuAdd_Click(ModuleKind::KM096); });
@@ -129,19 +129,19 @@ void frmConfig::EditKeyMap(ModuleKind kind)
         Push(Message::UndoKeyMap, *std::move(changed));
 }
 
-void frmConfig::EditOptions(ModuleKind kind)
+void frmConfig::EditOptionsOf(ModuleKind kind)
 {
     const SetupDesk& desk = session_.Desk();
     if (desk.operation.IsBusy())
         return;
     std::optional<SetupDocument> changed;
     if (const auto mcr = ReadMcrOptions(session_.document); kind == ModuleKind::MCR && mcr) {
-        frmMcrOptions form(desk.Catalogue(), *mcr, window());
+        McrOptionsDialog form(desk.Catalogue(), *mcr, window());
         if (form.exec() == QDialog::Accepted)
             changed = WithOptions(session_.document, form.Options());
     } else if (const auto master = ReadMasterOptions(session_.document);
                kind == ModuleKind::KM096 && master) {
-        frmMasterOptions form(desk.Catalogue(), *master, window());
+        MasterOptionsDialog form(desk.Catalogue(), *master, window());
         if (form.exec() == QDialog::Accepted)
             changed = WithOptions(session_.document, form.Options());
     }
@@ -149,10 +149,10 @@ void frmConfig::EditOptions(ModuleKind kind)
         Push(Message::UndoOptions, *std::move(changed));
 }
 
-void frmConfig::LayoutMenuOptions_Click()
+void frmConfig::EditOptions()
 {
     if (const auto button = strip_->FocusedButton())
-        EditOptions(KindOfButton(MainButtonOf(*button)));
+        EditOptionsOf(KindOfButton(MainButtonOf(*button)));
 }
 
 void frmConfig::LayoutMenuAdd_Click(ModuleKind kind)

@@ -38,7 +38,7 @@ public:
     void LayoutMenuMove_Click();
 
     /// Opens the options of the focused module.
-    void LayoutMenuOptions_Click();
+    void EditOptions();
 
     void SelectPort(std::int16_t port);
 
@@ -108,7 +108,7 @@ private:
 
     void ConnectStrip();
     void cbModule_Click(StripButton button);
-    void EditOptions(ModuleKind kind);
+    void EditOptionsOf(ModuleKind kind);
     void StartPlacing(ModuleKind kind, const MessageId& undoName);
     void AfterSaving(bool saved);
     void EditKeyMap(ModuleKind kind);

@@ -14,9 +14,9 @@ void MDIForm1::ConnectFileCommands()
     const auto sheet = [this](Command command, void (SheetForms::*click)()) {
         OnSetup(command, [click](frmConfig& setup) { (setup.Sheet().*click)(); });
     };
-    sheet(Command::FileMenuPrint, &SheetForms::FileMenuPrint_Click);
-    sheet(Command::FileMenuPrintPreview, &SheetForms::FileMenuPrintPreview_Click);
-    sheet(Command::FileMenuExport, &SheetForms::FileMenuExport_Click);
+    sheet(Command::FileMenuPrint, &SheetForms::Print);
+    sheet(Command::FileMenuPrintPreview, &SheetForms::Preview);
+    sheet(Command::FileMenuExport, &SheetForms::Export);
     On(Command::FileMenuClose, [this] { area_->closeActiveSubWindow(); });
     On(Command::FileMenuExit, [this] { close(); });
     On(Command::EditMenuUndo, [this] { undoGroup_.undo(); });
@@ -34,7 +34,7 @@ void MDIForm1::ConnectLayoutCommands()
     adds(Command::LayoutMenuAddICCR, ModuleKind::ICCR);
     OnSetup(Command::LayoutMenuDel, [](frmConfig& setup) { setup.LayoutMenuDel_Click(); });
     OnSetup(Command::LayoutMenuMove, [](frmConfig& setup) { setup.LayoutMenuMove_Click(); });
-    OnSetup(Command::LayoutMenuOptions, [](frmConfig& setup) { setup.LayoutMenuOptions_Click(); });
+    OnSetup(Command::LayoutMenuOptions, [](frmConfig& setup) { setup.EditOptions(); });
 }
 
 void MDIForm1::ConnectLineCommands()
@@ -70,8 +70,8 @@ void MDIForm1::ConnectFlashCommands()
     flash(Command::ToolsMenuFlashVerify, &FlashForms::ToolsMenuFlashVerify_Click);
     flash(Command::ToolsMenuFlashDumpSetup, &FlashForms::ToolsMenuFlashDumpSetup_Click);
     flash(Command::ToolsMenuFlashDumpUpload, &FlashForms::ToolsMenuFlashDumpUpload_Click);
-    flash(Command::ToolsMenuFlashRestore, &FlashForms::ToolsMenuFlashRestore_Click);
-    flash(Command::ToolsMenuFlashBackups, &FlashForms::ToolsMenuFlashBackups_Click);
+    flash(Command::ToolsMenuFlashRestore, &FlashForms::RestoreDump);
+    flash(Command::ToolsMenuFlashBackups, &FlashForms::ShowBackups);
 }
 
 void MDIForm1::ConnectGeneralCommands()

@@ -17,9 +17,9 @@ namespace kelvora {
 
 /// The badge reader: tracks, separators and auto-read. OK is refused, with the reason, while a separator is
 /// entered that a setup file cannot carry.
-class frmMcrOptions final : public QDialog {
+class McrOptionsDialog final : public QDialog {
 public:
-    frmMcrOptions(const MessageCatalogue& catalogue, const McrOptions& options, QWidget* parent);
+    McrOptionsDialog(const MessageCatalogue& catalogue, const McrOptions& options, QWidget* parent);
 
     McrOptions Options() const;
 
@@ -34,9 +34,9 @@ private:
 };
 
 /// The main keyboard: fiscal, and the backlight where it has one.
-class frmMasterOptions final : public QDialog {
+class MasterOptionsDialog final : public QDialog {
 public:
-    frmMasterOptions(const MessageCatalogue& catalogue, const MasterOptions& options, QWidget* parent);
+    MasterOptionsDialog(const MessageCatalogue& catalogue, const MasterOptions& options, QWidget* parent);
 
     MasterOptions Options() const;
 

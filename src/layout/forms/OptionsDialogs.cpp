@@ -1,4 +1,4 @@
-#include "layout/forms/frmOptions.h"
+#include "layout/forms/OptionsDialogs.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
@@ -50,11 +50,12 @@ char SeparatorOf(const QString& text)
 
 }  // namespace
 
-frmMcrOptions::frmMcrOptions(const MessageCatalogue& catalogue, const McrOptions& options, QWidget* parent)
+McrOptionsDialog::McrOptionsDialog(const MessageCatalogue& catalogue, const McrOptions& options,
+                                   QWidget* parent)
     : QDialog(parent)
 {
     const auto text = [&](const MessageId& id) { return ToQString(catalogue.Caption(id)); };
-    setObjectName(QStringLiteral("frmMcrOptions"));
+    setObjectName(QStringLiteral("McrOptionsDialog"));
     setWindowTitle(OptionsTitle(catalogue, ModuleKind::MCR));
     auto* layout = new QVBoxLayout(this);
     auto* tracksFrame = new QGroupBox(text(Message::OptionTracks), this);
@@ -100,7 +101,7 @@ frmMcrOptions::frmMcrOptions(const MessageCatalogue& catalogue, const McrOptions
     CheckSeparators();
 }
 
-void frmMcrOptions::CheckSeparators()
+void McrOptionsDialog::CheckSeparators()
 {
     bool carried = true;
     for (const QLineEdit* field : separators_)
@@ -109,7 +110,7 @@ void frmMcrOptions::CheckSeparators()
     buttons_->button(QDialogButtonBox::Ok)->setEnabled(carried);
 }
 
-McrOptions frmMcrOptions::Options() const
+McrOptions McrOptionsDialog::Options() const
 {
     McrOptions options;
     options.autoread = autoread_->isChecked();
@@ -121,14 +122,14 @@ McrOptions frmMcrOptions::Options() const
     return options;
 }
 
-frmMasterOptions::frmMasterOptions(const MessageCatalogue& catalogue, const MasterOptions& options,
-                                   QWidget* parent)
+MasterOptionsDialog::MasterOptionsDialog(const MessageCatalogue& catalogue, const MasterOptions& options,
+                                         QWidget* parent)
     : QDialog(parent),
       fiscal_(new QCheckBox(ToQString(catalogue.Caption(Message::OptionFiscal)), this)),
       backlight_(new QCheckBox(ToQString(catalogue.Caption(Message::OptionBacklight)), this)),
       hasBacklight_(options.backlight.has_value())
 {
-    setObjectName(QStringLiteral("frmMasterOptions"));
+    setObjectName(QStringLiteral("MasterOptionsDialog"));
     setWindowTitle(OptionsTitle(catalogue, ModuleKind::KM096));
     fiscal_->setObjectName(QStringLiteral("FiscalCheck"));
     fiscal_->setChecked(options.fiscal);
@@ -142,7 +143,7 @@ frmMasterOptions::frmMasterOptions(const MessageCatalogue& catalogue, const Mast
     AddButtons(*this, *layout);
 }
 
-MasterOptions frmMasterOptions::Options() const
+MasterOptions MasterOptionsDialog::Options() const
 {
     MasterOptions options;
     options.fiscal = fiscal_->isChecked();
