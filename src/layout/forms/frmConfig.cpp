@@ -1,9 +1,7 @@
 #include "layout/forms/frmConfig.h"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
-#include <QPointer>
 #include <QUndoCommand>
 #include <QVBoxLayout>
 #include <utility>
@@ -11,12 +9,9 @@
 #include "keymap/forms/frmKeyb.h"
 #include "layout/LayoutCommands.h"
 #include "layout/ModuleOptions.h"
-#include "layout/ScanTexts.h"
 #include "layout/forms/OptionsDialogs.h"
 #include "layout/forms/PlacingMode.h"
 #include "layout/forms/StripView.h"
-#include "platform/Encoding.h"
-#include "platform/qt/HelpTopic.h"
 #include "platform/qt/Text.h"
 #include "ports/Connection.h"
 
@@ -26,7 +21,7 @@ namespace kelvora {
 class frmConfig::DocumentChange final : public QUndoCommand {
 public:
     DocumentChange(frmConfig& form, const MessageId& name, SetupDocument after,
-                   std::optional<WindowFile> fileBefore = std::nullopt)
+                   std::optional<WindowFile> fileBefore)
         : form_(form),
           name_(name),
           before_(form.session_.document),
@@ -224,80 +219,6 @@ void frmConfig::SelectPort(std::int16_t port)
     emit changed();
 }
 
-void frmConfig::ToolsMenuRescanLine_Click()
-{
-    if (session_.Desk().operation.IsBusy() || placing_ || session_.IsScanning())
-        return;
-    beforeRescan_ = session_.HeldAs();
-    session_.StartScanning();
-    ShowTitle();
-    Form_Activate();
-}
-
-void frmConfig::Form_Activate()
-{
-    if (!session_.IsScanning())
-        return;
-    session_.Desk().eventLoop.After(std::chrono::milliseconds(0), [form = QPointer<frmConfig>(this)] {
-        if (form && form->session_.IsScanning() && !form->session_.Desk().operation.IsBusy())
-            form->Scan();
-    });
-}
-
-void frmConfig::Scan()
-{
-    SetupDesk& desk = session_.Desk();
-    const auto before = std::exchange(beforeRescan_, std::nullopt);
-    const std::string status =
-        desk.Words().Caption(Message::ScanStatus) + std::to_string(session_.settings.CommsPort) + " ...";
-    strip_->ShowWaiting(ToQString(status));
-    const HelpTopic topic(*this, "line.html#scan");
-    ScanOutcome outcome;
-    OperationNote note = desk.notes.Begin(JournalOperation::Scan, session_.settings.CommsPort);
-    {
-        const LineOperation operation(desk.operation, status,
-                                      " " + desk.Words().Caption(Message::ScanOperation));
-        LineHooks hooks = operation.Hooks();
-        hooks.stopRequested = [this, isAsked = hooks.stopRequested] {
-            const bool isStopped = isAsked();
-            if (isStopped)
-                strip_->SayWaiting(ToQString(session_.Desk().Catalogue().Caption(Message::Stopping)));
-            return isStopped;
-        };
-        outcome = session_.Scan(hooks);
-    }
-    note.Tell(TargetOf(session_.settings), outcome.line);
-    TakeScan(before, outcome.document);
-    desk.notes.Keep(note);
-    TellOfScan(outcome, before.has_value());
-}
-
-void frmConfig::TellOfScan(const ScanOutcome& outcome, bool canUndo)
-{
-    const SetupDesk& desk = session_.Desk();
-    const HelpTopic trouble(*this, "line.html#trouble");
-    auto messages = DescribeScan(desk.Catalogue(), TargetOf(session_.settings), outcome,
-                                 TextFromPath(session_.settings.Name));
-    if (canUndo && !outcome.IsWhole() && !messages.empty())
-        messages.front().extra += "\r\n" + desk.Words().Caption(Message::ScanUndoHint);
-    for (const LaterMessage& message : messages)
-        desk.Words().Show(message.message, {message.icon}, message.extra);
-}
-
-// A rescan is one step back, whatever came of it; a first scan is one when it has brought something.
-void frmConfig::TakeScan(const std::optional<WindowFile>& before, SetupDocument scanned)
-{
-    if (before || !scanned.Modules.empty())
-        undoStack_->push(new DocumentChange(*this, Message::UndoScan, std::move(scanned), before));
-    else
-        ShowDocument(scanned);
-    emit fileChanged();
-    ShowTitle();
-    // Who has gone on to another window stays there.
-    if (const QWidget* focused = QApplication::focusWidget(); !focused || isAncestorOf(focused))
-        FocusStrip();
-}
-
 void frmConfig::TakeBackup(const std::string& name, SetupDocument document, const FlashImage& image)
 {
     WindowFile held = session_.HeldAs();
@@ -308,9 +229,9 @@ void frmConfig::TakeBackup(const std::string& name, SetupDocument document, cons
     ShowTitle();
 }
 
-void frmConfig::Push(const MessageId& name, SetupDocument after)
+void frmConfig::Push(const MessageId& name, SetupDocument after, std::optional<WindowFile> fileBefore)
 {
-    undoStack_->push(new DocumentChange(*this, name, std::move(after)));
+    undoStack_->push(new DocumentChange(*this, name, std::move(after), std::move(fileBefore)));
 }
 
 std::optional<MessageId> frmConfig::NameOf(int step) const

@@ -112,13 +112,16 @@ private:
     void StartPlacing(ModuleKind kind, const MessageId& undoName);
     void AfterSaving(bool saved);
     void EditKeyMap(ModuleKind kind);
-    void Scan();
-    void TellOfScan(const ScanOutcome& outcome, bool canUndo);
-    void TakeScan(const std::optional<WindowFile>& before, SetupDocument scanned);
-    void Push(const MessageId& name, SetupDocument after);
+    void Push(const MessageId& name, SetupDocument after,
+              std::optional<WindowFile> fileBefore = std::nullopt);
     std::optional<MessageId> NameOf(int step) const;
     void ShowDocument(const SetupDocument& document);
     void ShowTitle();
+
+    // In frmConfigScan.cpp.
+    void Scan();
+    void TellOfScan(const ScanOutcome& outcome, bool canUndo);
+    void TakeScan(const std::optional<WindowFile>& before, SetupDocument scanned);
 
     StripView* strip_;
     SetupSession session_;
