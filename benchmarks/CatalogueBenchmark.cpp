@@ -13,7 +13,7 @@ constexpr int Lookups = 200;
 
 void LoadCatalogueAndLookUp(benchmark::State& state)
 {
-    const std::string text = PosixFiles().Read(KELVORA_SOURCE_DIR "/data/ZelENG.mes");
+    const std::string text = PosixFiles().Read(KELVORA_PROGRAM_FOLDER "/ZelENG.mes");
     for ([[maybe_unused]] const auto pass : state) {
         const MessageCatalogue catalogue(text, "ENG");
         for (int lookup = 0; lookup < Lookups; ++lookup)

@@ -72,7 +72,9 @@ TEST_F(ScanTest, WhatWasReadWholeIsWrittenWhateverFailsAfterIt)
 {
     for (const auto& [command, says] : std::vector<std::pair<std::string, std::string>>{
              {"$9904!3", "($9904: status 2)"},
-             {"$9904!0", "The terminal did not accept the connection mode. ($9904: status 2)"},
+             {"$9904!0",
+              "The terminal did not accept the connection mode. What was read is kept; check the "
+              "line and rescan if need be. ($9904: status 2)"},
              {"$9911", "($9911: status 2)"},
              {"0FB3", "(0FB3: status 2)"}}) {
         const std::string path = folder + "/" + command.substr(1) + ".dat";

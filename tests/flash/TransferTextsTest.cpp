@@ -39,8 +39,8 @@ TEST(TransferTexts, TellWhatTheDeviceHoldsAndWhy)
         {State::Old, Reason::Line, false, stopped, BoxIcon::Information, "was not changed",
          "The work was stopped."},
         {State::Old, Reason::Line, false, dead, BoxIcon::Exclamation, "was not changed",
-         "does not answer. Check that it is on, its cable, the port and the speed.\r\nCOM1: "
-         "9600,n,8,1\r\n0FB3"},
+         "does not answer. Check that it is on, its cable, the port and the speed, then try again.\r\n"
+         "COM1: 9600,n,8,1\r\n0FB3"},
         {State::Unknown, Reason::Line, false, dead, BoxIcon::Critical, "run Verify", "does not answer"},
         {State::Unknown, Reason::Line, true, dead, BoxIcon::Critical, "restore it again", "does not answer"},
         {State::New, Reason::Line, false, dead, BoxIcon::Exclamation, "The download is done.",

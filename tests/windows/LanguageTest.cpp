@@ -94,6 +94,7 @@ TEST(Language, DescribesARejectedText)
 {
     EXPECT_EQ(DescribeSetupError({}, {SetupErrorNumber::LineRejected, 7, Expected::Tracks}),
               "A line of the file is not valid.\r\nLine 7: Expected here: 1,2,3 or 1,2 or 2,3");
-    EXPECT_EQ(DescribeSetupError({}, {SetupErrorNumber::ModuleRefused, 0, Expected::LanguageCode}),
-              "A module cannot stand here.\r\nExpected here: a language of three letters");
+    EXPECT_EQ(
+        DescribeSetupError({}, {SetupErrorNumber::ModuleRefused, 0, Expected::LanguageCode}),
+        "A module of the file cannot stand where it does.\r\nExpected here: a language of three letters");
 }
