@@ -2,225 +2,32 @@
 
 #include <dirent.h>
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <cinttypes>
-#include <climits>
-#include <cstdint>
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <new>
 #include <string_view>
 #include <utility>
 
 #include "platform/posix/Descriptor.h"
+#include "platform/posix/Replacement.h"
 
 namespace kelvora {
 
 namespace {
 
-// The system's description in English, whatever the locale: the user's locale may speak in other bytes than
-// the program's texts.
-[[noreturn]] void Fail(const std::string& path, int error)
+void Replace(const std::string& path, const std::string& model, const std::string& text)
 {
-    throw FileError(path, strerrordesc_np(error));
+    Replacement replacement(path, model);
+    replacement.Write(text);
+    replacement.Sync();
+    replacement.TakePlace();
+    // The content is safe either way; without this a power cut may bring the old name back.
+    SyncFolderOf(path);
 }
-
-// The file that a chain of links leads to, so that a write replaces that file and not the link; the path
-// itself where it is no link, or leads to a file that is still to be made.
-std::string ResolveLinks(const std::string& path)
-{
-    constexpr int MostLinks = 40;
-    std::string target = path;
-    for (int links = 0; links < MostLinks; ++links) {
-        std::array<char, PATH_MAX> text{};
-        const ssize_t length = readlink(target.c_str(), text.data(), text.size());
-        if (length < 0)
-            return target;
-        const std::string next(text.data(), static_cast<std::size_t>(length));
-        const std::size_t slash = target.rfind('/');
-        target = next.starts_with('/') || slash == std::string::npos
-                     ? next
-                     : target.substr(0, slash + 1).append(next);
-    }
-    Fail(path, ELOOP);
-}
-
-std::string FolderOf(const std::string& path)
-{
-    const std::size_t slash = path.rfind('/');
-    return slash == std::string::npos ? "./" : path.substr(0, slash + 1);
-}
-
-// A rename would put the new file over a folder's or a device's name.
-void CheckReplaceable(const std::string& path)
-{
-    struct stat status {};
-    if (stat(path.c_str(), &status) != 0)
-        return;
-    if (S_ISDIR(status.st_mode))
-        Fail(path, EISDIR);
-    if (!S_ISREG(status.st_mode))
-        throw FileError(path, "Not a regular file");
-}
-
-// The temporary files of a save stand beside the file that they are to replace:
-//   .kelvora-<16 hexadecimal digits>-<number>.tmp
-// The digits are of the file's name and of this machine's: what a save on another machine has left, or is
-// still writing, is not this one's to judge. A save holds a lock on its temporary file for as long as that
-// has its name; one without a lock was left by a process that has died.
-std::string TemporaryStart(const std::string& path)
-{
-    constexpr std::uint64_t HashBasis = 0xCBF29CE484222325;
-    constexpr std::uint64_t HashPrime = 0x100000001B3;
-    std::array<char, HOST_NAME_MAX + 1> machine{};
-    gethostname(machine.data(), machine.size() - 1);
-    std::uint64_t hash = HashBasis;
-    for (const char c : path.substr(path.rfind('/') + 1) + '/' + machine.data())
-        hash = (hash ^ static_cast<unsigned char>(c)) * HashPrime;
-    std::array<char, sizeof "0123456789abcdef"> digits{};
-    std::snprintf(digits.data(), digits.size(), "%016" PRIx64, hash);
-    return FolderOf(path) + ".kelvora-" + digits.data() + "-";
-}
-
-bool IsNameOf(const std::string& path, const Descriptor& file)
-{
-    struct stat named {};
-    struct stat opened {};
-    return lstat(path.c_str(), &named) == 0 && fstat(file.Number(), &opened) == 0 &&
-           named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
-}
-
-// Takes the temporary file of that name away if a dead process has left it. Where locks are not to be had
-// nothing is known of the process, and the file stays.
-void RemoveIfLeft(const std::string& temporary)
-{
-    struct stat status {};
-    if (lstat(temporary.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
-        return;
-    constexpr int Flags = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
-    // A backup of a file that is protected from writing is so itself; some file systems lock for writers
-    // only.
-    Descriptor file(open(temporary.c_str(), O_WRONLY | Flags));
-    if (file.Number() < 0)
-        file = Descriptor(open(temporary.c_str(), O_RDONLY | Flags));
-    // With the lock nobody else takes the name away; before it, a living save may have.
-    if (file.Number() >= 0 && flock(file.Number(), LOCK_EX | LOCK_NB) == 0 && IsNameOf(temporary, file))
-        unlink(temporary.c_str());
-}
-
-bool IsSameFile(const std::string& one, const std::string& other)
-{
-    struct stat first {};
-    struct stat second {};
-    return stat(one.c_str(), &first) == 0 && stat(other.c_str(), &second) == 0 &&
-           first.st_dev == second.st_dev && first.st_ino == second.st_ino;
-}
-
-// A new file in the folder of `path` that goes away again unless it takes the place of `path`. It gets the
-// owner and the permissions of `model` where that exists.
-class Replacement {
-public:
-    Replacement(std::string path, const std::string& model)
-        : path_(std::move(path)), hasModel_(stat(model.c_str(), &model_) == 0), file_(CreateTemporary())
-    {
-    }
-    Replacement(const Replacement&) = delete;
-    Replacement& operator=(const Replacement&) = delete;
-    ~Replacement()
-    {
-        if (!temporary_.empty())
-            unlink(temporary_.c_str());
-    }
-
-    void Write(const std::string& text)
-    {
-        std::size_t done = 0;
-        while (done < text.size()) {
-            const ssize_t count = write(file_.Number(), text.data() + done, text.size() - done);
-            if (count < 0 && errno != EINTR)
-                Fail(path_, errno);
-            done += static_cast<std::size_t>(std::max<ssize_t>(count, 0));
-        }
-    }
-
-    // Puts the file in the place of `path`.
-    void TakePlace()
-    {
-        if (hasModel_)
-            TakeRights();
-        // Closing it would give up the lock on its name; after this it can bring no error any more.
-        if (fsync(file_.Number()) != 0 || rename(temporary_.c_str(), path_.c_str()) != 0)
-            Fail(path_, errno);
-        temporary_.clear();
-        // The content is safe either way; without this a power cut may bring the old name back.
-        const Descriptor folder(open(FolderOf(path_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-        if (folder.Number() >= 0)
-            fsync(folder.Number());
-    }
-
-private:
-    // As far as the system lets this user: only the administrator may give a file to another owner, and some
-    // file systems know no owners at all.
-    void TakeRights()
-    {
-        mode_t mode = model_.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
-        const bool groupKept = fchown(file_.Number(), model_.st_uid, model_.st_gid) == 0 ||
-                               fchown(file_.Number(), static_cast<uid_t>(-1), model_.st_gid) == 0;
-        // What the old group might do is not another group's right.
-        if (!groupKept)
-            mode &= ~static_cast<mode_t>(S_IRWXG);
-        if (fchmod(file_.Number(), mode) != 0 && errno != EPERM && errno != ENOTSUP && errno != ENOSYS)
-            Fail(path_, errno);
-    }
-
-    // Names that other saves hold are passed over, and what dead ones left is taken away.
-    Descriptor CreateTemporary()
-    {
-        // More saves of one file than this do not end together.
-        constexpr unsigned MostLeft = 8;
-        const std::string start = TemporaryStart(path_);
-        Descriptor file;
-        for (unsigned number = 0; file.Number() < 0 || number < MostLeft; ++number) {
-            const std::string name = start + std::to_string(number) + ".tmp";
-            RemoveIfLeft(name);
-            if (file.Number() < 0)
-                file = TryToCreate(name);
-        }
-        return file;
-    }
-
-    // Nothing when another has the name.
-    Descriptor TryToCreate(const std::string& name)
-    {
-        // Until it has its model's rights nobody else may look into it.
-        const mode_t mode = hasModel_ ? S_IRUSR | S_IWUSR : 0666;
-        Descriptor file(open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
-        if (file.Number() < 0 && errno != EEXIST)
-            Fail(path_, errno);
-        if (file.Number() < 0)
-            return {};
-        const bool isHeld = flock(file.Number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
-        // Before it was locked another save may have taken it for one that was left.
-        if (!isHeld || !IsNameOf(name, file))
-            return {};
-        temporary_ = name;
-        return file;
-    }
-
-    std::string path_;
-    std::string temporary_;
-    struct stat model_ {};
-    bool hasModel_;
-    Descriptor file_;  // made last: what names the file is there before it
-};
 
 }  // namespace
 
@@ -229,12 +36,12 @@ void ReadWholeFile(const std::string& path, std::string& text)
     // Not blocking: a pipe without a writer must not hold the program up.
     const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
     if (file.Number() < 0)
-        Fail(path, errno);
+        FailFile(path, errno);
     struct stat status {};
     if (fstat(file.Number(), &status) != 0)
-        Fail(path, errno);
+        FailFile(path, errno);
     if (S_ISDIR(status.st_mode))
-        Fail(path, EISDIR);
+        FailFile(path, EISDIR);
     if (!S_ISREG(status.st_mode))
         throw FileError(path, "Not a regular file");
     // The size is where to start from: some systems' files tell none, and one may grow meanwhile.
@@ -242,15 +49,15 @@ void ReadWholeFile(const std::string& path, std::string& text)
     std::size_t done = 0;
     for (;;) {
         if (room > MaximumFileSize + 1)
-            Fail(path, EFBIG);
+            FailFile(path, EFBIG);
         try {
             text.resize(room);
         } catch (const std::bad_alloc&) {
-            Fail(path, ENOMEM);
+            FailFile(path, ENOMEM);
         }
         const ssize_t count = read(file.Number(), text.data() + done, text.size() - done);
         if (count < 0 && errno != EINTR)
-            Fail(path, errno);
+            FailFile(path, errno);
         if (count == 0)
             break;
         done += static_cast<std::size_t>(std::max<ssize_t>(count, 0));
@@ -278,23 +85,14 @@ void PosixFiles::Copy(const std::string& from, const std::string& to)
     const std::string target = ResolveLinks(to);
     CheckReplaceable(target);
     // Another name of the same file would be written over itself.
-    if (IsSameFile(from, target))
-        return;
-    Replacement replacement(target, from);
-    replacement.Write(text);
-    replacement.TakePlace();
+    if (!IsSameFile(from, target))
+        Replace(target, from, text);
 }
 
 void PosixFiles::Write(const std::string& path, const std::string& text)
 {
-    const std::string target = ResolveLinks(path);
-    CheckReplaceable(target);
-    // A rename would also replace a file that its owner has protected from writing.
-    if (access(target.c_str(), F_OK) == 0 && access(target.c_str(), W_OK) != 0)
-        Fail(target, errno);
-    Replacement replacement(target, target);
-    replacement.Write(text);
-    replacement.TakePlace();
+    const std::string target = WriteTarget(path);
+    Replace(target, target, text);
 }
 
 std::vector<std::string> PosixFiles::List(const std::string& folder) const
@@ -303,14 +101,14 @@ std::vector<std::string> PosixFiles::List(const std::string& folder) const
     if (!entries && errno == ENOENT)
         return {};
     if (!entries)
-        Fail(folder, errno);
+        FailFile(folder, errno);
     std::vector<std::string> names;
     errno = 0;
     while (const dirent* const entry = readdir(entries.get()))
         if (const std::string_view name = entry->d_name; name != "." && name != "..")
             names.emplace_back(name);
     if (errno != 0)
-        Fail(folder, errno);
+        FailFile(folder, errno);
     std::ranges::sort(names);
     return names;
 }
@@ -328,9 +126,9 @@ void PosixFiles::MakeFolder(const std::string& folder)
     const int error = errno;
     struct stat status {};
     if (error != EEXIST || stat(folder.c_str(), &status) != 0)
-        Fail(folder, error);
+        FailFile(folder, error);
     if (!S_ISDIR(status.st_mode))
-        Fail(folder, ENOTDIR);
+        FailFile(folder, ENOTDIR);
 }
 
 }  // namespace kelvora
