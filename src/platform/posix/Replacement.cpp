@@ -141,6 +141,20 @@ Replacement::~Replacement()
         unlink(temporary_.c_str());
 }
 
+std::unique_ptr<Replacement> Replacement::ByName(std::string path, const std::string& from)
+{
+    struct stat status {};
+    if (lstat(from.c_str(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_nlink != 1)
+        return nullptr;
+    const std::string name = TemporaryStart(path) + "0.tmp";
+    RemoveIfLeft(name);
+    if (link(from.c_str(), name.c_str()) != 0)
+        return nullptr;
+    std::unique_ptr<Replacement> replacement(new Replacement(std::move(path)));
+    replacement->temporary_ = name;
+    return replacement;
+}
+
 void Replacement::Write(const std::string& text)
 {
     std::size_t done = 0;

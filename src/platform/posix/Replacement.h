@@ -4,7 +4,9 @@
 
 #include <sys/stat.h>
 
+#include <memory>
 #include <string>
+#include <utility>
 
 #include "platform/Files.h"
 #include "platform/posix/Descriptor.h"
@@ -37,11 +39,16 @@ void SyncFolderOf(const std::string& path);
 class Replacement {
 public:
     Replacement(std::string path, const std::string& model);
+
+    /// One that is no new file but `from` itself, under a further name. Null where `from` has such already,
+    /// or cannot have any.
+    static std::unique_ptr<Replacement> ByName(std::string path, const std::string& from);
+
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
     ~Replacement();
 
-    const std::string& Path() const { return path_; }
+    /// The new file, which is open.
     const Descriptor& File() const { return file_; }
 
     void Write(const std::string& text);
@@ -53,6 +60,8 @@ public:
     void TakePlace();
 
 private:
+    explicit Replacement(std::string path) : path_(std::move(path)) {}
+
     void TakeRights();
     Descriptor CreateTemporary();
     Descriptor TryToCreate(const std::string& name);
@@ -60,7 +69,7 @@ private:
     std::string path_;
     std::string temporary_;
     struct stat model_ {};
-    bool hasModel_;
+    bool hasModel_ = false;
     Descriptor file_;  // made last: what names the file is there before it
 };
 

@@ -1,0 +1,94 @@
+#include "platform/posix/FileBatch.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <map>
+#include <optional>
+#include <utility>
+
+namespace kelvora {
+
+void FileBatch::Copy(const std::string& from, const std::string& to)
+{
+    copied_ = {};
+    const std::string target = ResolveLinks(to);
+    CheckReplaceable(target);
+    if (IsSameFile(from, target))
+        return;
+    copied_.path = from;
+    copied_.copy = Replacement::ByName(target, ResolveLinks(from));
+    if (copied_.copy)
+        return;
+    const std::string text = Read(from);
+    copied_.copy = std::make_unique<Replacement>(target, from);
+    copied_.copy->Write(text);
+}
+
+void FileBatch::Write(const std::string& path, const std::string& text)
+{
+    Change change = std::exchange(copied_, {});
+    if (change.path != path)
+        change = {path, nullptr, nullptr};
+    const std::string target = WriteTarget(path);
+    change.file = std::make_unique<Replacement>(target, target);
+    change.file->Write(text);
+    changes_.push_back(std::move(change));
+}
+
+// Takes `step` with each change; one that fails is told and dropped.
+template <class Step>
+void FileBatch::ForEach(std::vector<Failure>& failures, Step step)
+{
+    std::erase_if(changes_, [&](const Change& change) {
+        try {
+            step(change);
+            return false;
+        } catch (const FileError& error) {
+            failures.push_back({change.path, error});
+            return true;
+        }
+    });
+}
+
+// Of each file system once, by any of its files.
+void FileBatch::Sync(std::vector<Failure>& failures)
+{
+    std::map<dev_t, int> errors;
+    ForEach(failures, [&](const Change& change) {
+        struct stat status {};
+        const int file = change.file->File().Number();
+        if (fstat(file, &status) != 0)
+            FailFile(change.path, errno);
+        const auto [place, isNew] = errors.try_emplace(status.st_dev, 0);
+        if (isNew && syncfs(file) != 0)
+            place->second = errno;
+        if (place->second != 0)
+            FailFile(change.path, place->second);
+    });
+}
+
+std::vector<FileBatch::Failure> FileBatch::Commit()
+{
+    std::vector<Failure> failures;
+    Sync(failures);
+    const bool hasCopies =
+        std::ranges::any_of(changes_, [](const Change& change) { return change.copy != nullptr; });
+    ForEach(failures, [](const Change& change) {
+        if (change.copy)
+            change.copy->TakePlace();
+    });
+    // Only when the old content is safe under its other name.
+    if (hasCopies)
+        Sync(failures);
+    ForEach(failures, [](const Change& change) { change.file->TakePlace(); });
+    // The contents are safe either way; this makes the new names outlast a power cut.
+    std::vector<Failure> unheeded;
+    Sync(unheeded);
+    changes_.clear();
+    return failures;
+}
+
+}  // namespace kelvora
