@@ -10,15 +10,11 @@
 #include "cli/Told.h"
 #include "flash/OwnBackup.h"
 #include "platform/Encoding.h"
-#include "platform/posix/PosixFiles.h"
 #include "setup/SetupWriter.h"
 
 namespace kelvora {
 
 namespace {
-
-// As a save does: the text ends with a line of its own.
-constexpr const char* LastLine = "\r\n";
 
 // What became of a file, as an object: the text itself where it was not written to a file.
 std::string FormatJson(const PlacedSetup& setup, const Verdict& verdict, const std::string& text)
@@ -31,16 +27,6 @@ std::string FormatJson(const PlacedSetup& setup, const Verdict& verdict, const s
     return object.dump() + "\n";
 }
 
-void Save(const std::string& path, const std::string& text)
-{
-    PosixFiles files;
-    // What a file was before it had this content is in its backup, and stays there.
-    if (files.Exists(path) && files.Read(path) == text + LastLine)
-        return;
-    MakeFolderOf(path);
-    SaveTextFileUnasked(files, path, text);
-}
-
 Told FormatFile(const PlacedSetup& setup, bool json)
 {
     std::string text;
@@ -50,11 +36,11 @@ Told FormatFile(const PlacedSetup& setup, bool json)
         text = WriteSetup(document.Modules);
         try {
             if (!setup.output.empty())
-                Save(setup.output, text);
+                WriteSetupFile(setup.output, text);
         } catch (const FileError& error) {
             verdict = NotWritten(setup.name.path, error);
         }
-        text += LastLine;
+        text += SetupFileEnd;
     }
     Told told = ToldOf(setup.name.path, verdict, false);
     if (json)

@@ -4,6 +4,7 @@
 #include <system_error>
 #include <utility>
 
+#include "flash/OwnBackup.h"
 #include "platform/TextFiles.h"
 #include "platform/posix/PosixFiles.h"
 
@@ -59,6 +60,16 @@ void MakeFolderOf(const std::string& path)
 {
     if (const std::size_t slash = path.rfind('/'); slash != std::string::npos && slash > 0)
         PosixFiles().MakeFolder(path.substr(0, slash));
+}
+
+void WriteSetupFile(const std::string& path, const std::string& text)
+{
+    PosixFiles files;
+    // What a file was before it had this content is in its backup, and stays there.
+    if (files.Exists(path) && files.Read(path) == std::string(text).append(SetupFileEnd))
+        return;
+    MakeFolderOf(path);
+    SaveTextFileUnasked(files, path, text);
 }
 
 void ReplaceFile(const std::string& path, const std::string& content)

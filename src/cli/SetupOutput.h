@@ -46,6 +46,13 @@ bool LiesBelowOneOf(std::span<const std::string> names, const std::string& folde
 /// Makes the folder of a path with those above it that are missing. Throws FileError.
 void MakeFolderOf(const std::string& path);
 
+/// What a setup file has behind the text of its setup: a save ends with a line of its own.
+inline constexpr std::string_view SetupFileEnd = "\r\n";
+
+/// Saves the text of a setup as the program does, without SetupFileEnd, in a folder that is made where it is
+/// missing. A file that has this content is left alone, with its backup. Throws FileError.
+void WriteSetupFile(const std::string& path, const std::string& text);
+
 /// Makes `content` that of the file, and keeps an older one under its name and ".bak". A setup's own backup
 /// has the name without the ending, and stays. Throws FileError.
 void ReplaceFile(const std::string& path, const std::string& content);
