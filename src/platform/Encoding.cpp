@@ -101,6 +101,21 @@ std::string Utf8FromText(std::string_view text)
     return utf8;
 }
 
+std::optional<std::string> TextFromUtf8(std::string_view utf8)
+{
+    std::string text;
+    while (!utf8.empty()) {
+        const std::size_t length = SequenceLength(utf8);
+        const std::optional<char> code =
+            length == 0 ? std::nullopt : CodeOf(Decode(utf8.substr(0, length)));
+        if (!code)
+            return std::nullopt;
+        text += *code;
+        utf8.remove_prefix(length);
+    }
+    return text;
+}
+
 bool IsUtf8(std::string_view bytes)
 {
     while (!bytes.empty()) {

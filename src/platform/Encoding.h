@@ -18,6 +18,10 @@ std::optional<char> CodeOf(char32_t character);
 /// of the same number, so that every code has a character of its own.
 std::string Utf8FromText(std::string_view text);
 
+/// UTF-8 as a Windows-1252 text, the way back of Utf8FromText; nothing where it is not UTF-8 or has a
+/// character that the text cannot hold.
+std::optional<std::string> TextFromUtf8(std::string_view utf8);
+
 /// Whether the bytes are well-formed UTF-8: no overlong forms, no surrogates, nothing past U+10FFFF.
 bool IsUtf8(std::string_view bytes);
 

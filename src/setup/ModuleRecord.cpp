@@ -96,6 +96,14 @@ std::uint8_t FirstDeviceCode(ModuleKind kind)
     return device ? device->code : DeviceCode::NotInUse;
 }
 
+std::uint8_t CodeOfTracks(std::string_view tracks)
+{
+    const auto* const device = std::ranges::find_if(Devices, [&](const DeviceRow& row) {
+        return row.kind == ModuleKind::MCR && Options::Tracks(row.options) == tracks;
+    });
+    return device == Devices.end() ? DeviceCode::NotInUse : device->code;
+}
+
 ModuleRecord CreateRecord(std::uint8_t deviceCode, std::uint8_t position)
 {
     ModuleRecord record;

@@ -48,6 +48,9 @@ ModuleKind KindOfSection(std::string_view head);
 /// The device code that a new module of that kind has: all tracks, the backlight on. 0 for None.
 std::uint8_t FirstDeviceCode(ModuleKind kind);
 
+/// The device code of the badge reader that reads these tracks ("1,2"); 0 for other tracks.
+std::uint8_t CodeOfTracks(std::string_view tracks);
+
 /// A new record for that device code, with the model's grid, matrix codes, default key map and options.
 /// Left and Top stay 0: the strip sets them. A code without a kind gives a record of kind None.
 ModuleRecord CreateRecord(std::uint8_t deviceCode, std::uint8_t position);

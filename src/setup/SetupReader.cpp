@@ -1,7 +1,5 @@
 #include "setup/SetupReader.h"
 
-#include <algorithm>
-#include <array>
 #include <string>
 
 #include "setup/DeviceCode.h"
@@ -13,8 +11,6 @@
 namespace kelvora {
 
 namespace {
-
-constexpr std::array BadgeReaders{DeviceCode::MCR12, DeviceCode::MCR23, DeviceCode::MCR123};
 
 [[noreturn]] void RefuseModule(std::size_t line, Expected expected)
 {
@@ -99,12 +95,10 @@ void Reader::TakeBacklight(const SetupLine& line)
 void Reader::TakeTracks(const SetupLine& line)
 {
     ModuleRecord& record = RecordOf(ModuleKind::MCR, line);
-    const auto* const code = std::ranges::find_if(BadgeReaders, [&](std::uint8_t reader) {
-        return line.value == Options::Tracks(CreateRecord(reader, 0).Options);
-    });
-    if (code == BadgeReaders.end())
+    const std::uint8_t code = CodeOfTracks(line.value);
+    if (code == DeviceCode::NotInUse)
         RejectLine(line.number, Expected::Tracks);
-    ChangeDeviceCode(document_.DeviceMap, record, *code);
+    ChangeDeviceCode(document_.DeviceMap, record, code);
 }
 
 void Reader::TakeSeparator(const SetupLine& line, std::size_t track)

@@ -2,11 +2,18 @@
 
 #include <gtest/gtest.h>
 
+#include <numeric>
+
 namespace kelvora {
 
 TEST(Utf8, HasACharacterForEveryCodeOfAText)
 {
     EXPECT_EQ(Utf8FromText("A\x7F\x80\x81\x9F\xA0\xFF"), "A\x7F\u20AC\xC2\x81\u0178\u00A0\u00FF");
+    std::string codes(256, '\0');
+    std::iota(codes.begin(), codes.end(), '\0');
+    EXPECT_EQ(TextFromUtf8(Utf8FromText(codes)), codes);
+    for (const char* const lost : {"\xE8", "\u0100", "a\xE2\x82", "\U0001F600"})
+        EXPECT_EQ(TextFromUtf8(lost), std::nullopt) << lost;
 }
 
 TEST(Utf8, PathsThatAreUtf8AreLeftAsTheyAre)
