@@ -11,6 +11,7 @@
 #include "cli/Diff.h"
 #include "cli/Download.h"
 #include "cli/Dump.h"
+#include "cli/Edit.h"
 #include "cli/Format.h"
 #include "cli/IdentityCommand.h"
 #include "cli/Image.h"
@@ -31,9 +32,9 @@ using AddLineCommand = void (*)(CLI::App& app, Console& console, LineAccess& acc
 
 constexpr std::array<AddFileCommand, 6> FileCommands{AddCheckCommand,  AddShowCommand,  AddDiffCommand,
                                                      AddFormatCommand, AddImageCommand, AddRenderCommand};
-constexpr std::array<AddLineCommand, 8> LineCommands{AddScanCommand,   AddDownloadCommand, AddVerifyCommand,
-                                                     AddDumpCommand,   AddRestoreCommand,  AddIdentityCommand,
-                                                     AddSeriesCommand, AddJournalCommand};
+constexpr std::array<AddLineCommand, 9> LineCommands{AddEditCommand,     AddScanCommand,   AddDownloadCommand,
+                                                     AddVerifyCommand,   AddDumpCommand,   AddRestoreCommand,
+                                                     AddIdentityCommand, AddSeriesCommand, AddJournalCommand};
 
 constexpr const char* Examples =
     "Examples:\n"
@@ -42,6 +43,7 @@ constexpr const char* Examples =
     "  kelvora-cli show till07.dat\n"
     "  kelvora-cli diff standard.dat till07.dat\n"
     "  kelvora-cli format till07.dat -o till07.dat\n"
+    "  kelvora-cli edit exports/ --where fiscal=yes --set fiscal=no --dry-run\n"
     "  kelvora-cli render till07.dat -o till07.pdf\n"
     "  kelvora-cli scan --line 1=/dev/ttyUSB0 -o till07.dat\n"
     "  kelvora-cli download --line 1=/dev/ttyUSB0 till07.dat\n"

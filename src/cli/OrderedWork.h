@@ -155,35 +155,48 @@ void RunOrdered(Make make, Work work, Take take)
     batches.ThrowFailure();
 }
 
-/// Makes a `Result` of each of `items` by `work` on all cores, and hands each to `take` in this thread, in
-/// order. Throws as RunOrdered.
+/// Makes a `Result` of each of `items` on all cores, so many of them together: `work` takes them as a span
+/// and appends a result for each to a vector. Hands each to `take` in this thread, in order. Throws as
+/// RunOrdered.
 template <class Result, class Item, class Work, class Take>
-void RunOrderedOn(const std::vector<Item>& items, Work work, Take take)
+void RunOrderedTogether(const std::vector<Item>& items, std::size_t together, Work work, Take take)
 {
-    constexpr std::size_t ItemsPerBatch = 32;
     struct Batch {
         std::span<const Item> items;
         std::vector<Result> results;
     };
     RunOrdered<Batch>(
         [&](OrderedBatches<Batch>& batches) {
-            for (std::size_t first = 0; first < items.size(); first += ItemsPerBatch) {
+            for (std::size_t first = 0; first < items.size(); first += together) {
                 Batch* const batch = batches.Fill();
                 if (!batch)
                     return;
-                batch->items = std::span(items).subspan(first, std::min(ItemsPerBatch, items.size() - first));
+                batch->items = std::span(items).subspan(first, std::min(together, items.size() - first));
                 batches.Pass();
             }
         },
         [&](Batch& batch) {
             batch.results.clear();
-            for (const Item& item : batch.items)
-                batch.results.push_back(work(item));
+            work(batch.items, batch.results);
         },
         [&](const Batch& batch) {
             for (const Result& result : batch.results)
                 take(result);
         });
+}
+
+/// The same with `work` on each by itself.
+template <class Result, class Item, class Work, class Take>
+void RunOrderedOn(const std::vector<Item>& items, Work work, Take take)
+{
+    constexpr std::size_t ItemsPerBatch = 32;
+    RunOrderedTogether<Result>(
+        items, ItemsPerBatch,
+        [&](std::span<const Item> together, std::vector<Result>& results) {
+            for (const Item& item : together)
+                results.push_back(work(item));
+        },
+        take);
 }
 
 }  // namespace kelvora

@@ -1,5 +1,6 @@
 #include "platform/posix/FileBatch.h"
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,6 +11,21 @@
 #include <utility>
 
 namespace kelvora {
+
+std::size_t FileBatch::Room(std::size_t batches)
+{
+    // More would hardly be quicker.
+    constexpr std::size_t Most = 256;
+    // Standard streams, and what each batch reads from meanwhile.
+    constexpr std::size_t Spare = 64;
+    // A file, and a copy of it that needs one of its own.
+    constexpr std::size_t EachHolds = 2;
+    rlimit limit{};
+    if (getrlimit(RLIMIT_NOFILE, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY)
+        return Most;
+    const std::size_t open = std::max<std::size_t>(limit.rlim_cur, Spare + EachHolds) - Spare;
+    return std::clamp<std::size_t>(open / EachHolds / std::max<std::size_t>(batches, 1), 1, Most);
+}
 
 void FileBatch::Copy(const std::string& from, const std::string& to)
 {

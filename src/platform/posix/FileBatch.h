@@ -2,6 +2,7 @@
 // the disk is paid once for all of them.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,6 +17,10 @@ namespace kelvora {
 /// were. Each write holds a file open.
 class FileBatch final : public Files {
 public:
+    /// How many files each of so many batches may hold at a time: the system lets a process have only so many
+    /// open.
+    static std::size_t Room(std::size_t batches);
+
     std::string Read(const std::string& path) const override { return files_.Read(path); }
     bool Exists(const std::string& path) const override { return files_.Exists(path); }
     std::vector<std::string> List(const std::string& folder) const override { return files_.List(folder); }

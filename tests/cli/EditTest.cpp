@@ -1,0 +1,146 @@
+#include <nlohmann/json.hpp>
+
+#include "CliFixture.h"
+
+namespace kelvora {
+
+class Edit : public CliTest {
+protected:
+    const std::string till = Write("shops/a.dat", "' by hand\n[KM096]\n[MCR]\nTracks = 1,2\n");
+    const std::string plain = Write("shops/b.dat", "[KM096]\nFiscal = NO\n");
+    const std::string reader = Write("shops/n/c.txt", "[MCR]\n");
+    const std::string bad = Write("shops/n/d.dat", Rejected);
+    const std::string shops = folder + "/shops";
+    const std::string differences = "--- " + till + "\n+++ " + till +
+                                    "\nComposite Keyboard, fiscal keyboard: yes -> no\n"
+                                    "MCR, separator after track 2: none -> | (7C)\n";
+};
+
+TEST_F(Edit, ChangesWhatIsChosenAndKeepsTheOldFile)
+{
+    const std::string before = files.Read(till);
+    const std::string typed = files.Read(reader);
+    const std::vector<std::string> arguments{
+        "edit", shops, "--set", "fiscal=no", "--set", "mcr.separator2=|", "--where", "KM096"};
+    const auto with = [&](std::vector<std::string> more) {
+        more.insert(more.begin(), arguments.begin(), arguments.end());
+        return more;
+    };
+    const std::string refused =
+        "kelvora-cli: " + plain + ": mcr.separator2: the setup has no MCR\n" + bad + RejectedSays;
+    const CliResult dry = Run(with({"--dry-run"}));
+    EXPECT_EQ(dry.exitCode, 1);
+    EXPECT_EQ(dry.out, differences);
+    EXPECT_EQ(dry.err, refused + "kelvora-cli: 4 files: 1 to be changed, 1 not chosen, 2 refused\n");
+    EXPECT_EQ(files.Read(till), before);
+    EXPECT_EQ(Run(arguments).exitCode, 2) << "there is nobody to ask";
+
+    access.answers = {false, true};
+    const CliResult declined = Run(arguments);
+    EXPECT_EQ(declined.exitCode, 1);
+    EXPECT_EQ(declined.out, differences);
+    EXPECT_THAT(declined.err, testing::EndsWith("kelvora-cli: nothing was changed\n"));
+    EXPECT_EQ(files.Read(till), before);
+    const CliResult done = Run(arguments);
+    EXPECT_EQ(done.exitCode, 1);
+    EXPECT_EQ(done.out, differences);
+    EXPECT_THAT(done.err, testing::EndsWith("4 files: 1 changed, 1 not chosen, 2 refused\n"));
+    EXPECT_EQ(access.questions.back(), "Change 1 setup? The old content of each is kept as \".bak\".");
+    EXPECT_EQ(files.Read(shops + "/a.bak"), before);
+    EXPECT_EQ(files.Read(till), Run({"format", till}).out);
+    EXPECT_THAT(files.Read(till), testing::HasSubstr("Track2Sep = |\r\n"));
+    EXPECT_EQ(files.Read(reader), typed);
+    EXPECT_EQ(files.List(shops + "/n"), (std::vector<std::string>{"c.txt", "d.dat"}));
+
+    const CliResult again = Run(with({"--yes", "--json", "--where", "!fiscal=yes"}));
+    std::istringstream lines(again.out);
+    std::vector<std::string> outcomes;
+    for (std::string line; std::getline(lines, line);)
+        outcomes.push_back(nlohmann::json::parse(line)["outcome"]);
+    EXPECT_EQ(outcomes, (std::vector<std::string>{"asWanted", "refused", "notChosen", "refused"}));
+    EXPECT_EQ(files.Read(shops + "/a.bak"), before) << "a file that is as wanted is left alone";
+    EXPECT_EQ(Run({"edit", till, plain, "--set", "fiscal=no"}).exitCode, 2);
+}
+
+TEST_F(Edit, TakesKeysFromAStandard)
+{
+    const std::string standard =
+        Write("standard.dat",
+              "[KM064]\nKeyMap = QQSSSSSS _\nQQSSSSSS _\n"
+              "SSSSSSSS _\nSSSSSSSS _\nSSSSSSSS _\nSSSSSSSS _\nSSSSSSSS _\nSSSSSSSS\n");
+    const std::string path = Write("till.dat", "[KM096]\n[KM064]\n");
+    const CliResult result = Run({"edit", path, "--keys-from", standard, "km064", "--set", "KM064.105=unused",
+                                  "--set", "KM064.99..100=vertical", "--yes", "--json"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(nlohmann::json::parse(result.out)["message"], "KM064.105: key 105 is part of key 97");
+    EXPECT_FALSE(files.Exists(folder + "/till.bak"));
+    const CliResult done = Run(
+        {"edit", path, "--keys-from", standard, "km064", "--set", "KM064.99..100=vertical", "-y", "--json"});
+    EXPECT_EQ(done.exitCode, 0);
+    const auto object = nlohmann::json::parse(done.out);
+    EXPECT_EQ(object["written"], true);
+    EXPECT_EQ(object["differences"].size(), 8U);
+    EXPECT_THAT(files.Read(path), testing::HasSubstr("KeyMap = QQVVSSSS _\r\n         QQVVSSSS _\r\n"));
+    EXPECT_EQ(Run({"edit", path, "--keys-from", standard, "ICCR", "-y"}).err,
+              "kelvora-cli: " + standard + ": the setup has no ICCR\n");
+}
+
+TEST_F(Edit, LeavesWhatItCannotSaveAndWhatChangedMeanwhile)
+{
+    const std::string twin = Write("shops/a.txt", files.Read(till));
+    const std::string dump = Write("shops/e.dat", "[MCR]\n");
+    Write("shops/e.bak", "0000:00 \n");
+    const std::string text = files.Read(dump);
+    const CliResult result = Run({"edit", shops, "--set", "mcr.autoread=off", "--yes"});
+    EXPECT_THAT(result.err, testing::HasSubstr(twin + ": another setup's backup has the same name: "));
+    EXPECT_THAT(result.err, testing::HasSubstr(dump + ": its backup would replace another file's, "));
+    EXPECT_EQ(files.Read(dump), text);
+    EXPECT_EQ(Run({"edit", dump, "--set", "mcr.autoread=off", "-n"}).exitCode, 1) << "foreseen";
+
+    // Somebody saves the file while the question is open.
+    struct Meddler : FakeLineAccess {
+        std::function<void()> act;
+        bool CanAsk() const override { return true; }
+        bool Ask(const std::string& /*question*/) override
+        {
+            act();
+            return stopAfter < 0;
+        }
+    } meddler;
+    meddler.act = [&] { files.Write(reader, "[ICCR]\n"); };
+    std::istringstream in;
+    std::ostringstream out;
+    std::ostringstream err;
+    EXPECT_EQ(
+        RunCli(std::vector<std::string>{"edit", reader, "--set", "mcr.tracks=1,2"}, in, out, err, meddler),
+        1);
+    EXPECT_THAT(err.str(),
+                testing::HasSubstr(reader + ": it has changed since its differences were shown\n"));
+    EXPECT_EQ(files.Read(reader), "[ICCR]\n");
+    meddler.act = [&] { meddler.stopAfter = 0; };
+    EXPECT_EQ(
+        RunCli(std::vector<std::string>{"edit", till, "--set", "mcr.tracks=2,3"}, in, out, err, meddler), 3);
+}
+
+TEST_F(Edit, RefusesWrongUsage)
+{
+    for (const std::vector<std::string>& wrong :
+         std::vector<std::vector<std::string>>{{},
+                                               {"--set", "fiscal=maybe"},
+                                               {"--set", "mcr.separator1=\u0100"},
+                                               {"--set", "fiscal=no", "--where", "code4"},
+                                               {"--keys-from", till, "MCR"},
+                                               {"--keys-from", till},
+                                               {"--set", "fiscal=no", "--json"},
+                                               {"--set", "fiscal=no", "--yes", "--dry-run"}}) {
+        std::vector<std::string> arguments{"edit", till};
+        arguments.insert(arguments.end(), wrong.begin(), wrong.end());
+        access.answer = true;
+        const CliResult result = Run(arguments);
+        EXPECT_EQ(result.exitCode, 2) << testing::PrintToString(wrong);
+        EXPECT_NE(result.err, "");
+    }
+    EXPECT_EQ(Run({"edit", folder + "/none.dat", "--set", "fiscal=no", "-y"}).exitCode, 1);
+}
+
+}  // namespace kelvora
