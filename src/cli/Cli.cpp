@@ -16,6 +16,7 @@
 #include "cli/IdentityCommand.h"
 #include "cli/Image.h"
 #include "cli/JournalCommand.h"
+#include "cli/Make.h"
 #include "cli/Render.h"
 #include "cli/Scan.h"
 #include "cli/SeriesCommand.h"
@@ -30,8 +31,9 @@ namespace {
 using AddFileCommand = void (*)(CLI::App& app, Console& console, int& exitCode);
 using AddLineCommand = void (*)(CLI::App& app, Console& console, LineAccess& access, int& exitCode);
 
-constexpr std::array<AddFileCommand, 6> FileCommands{AddCheckCommand,  AddShowCommand,  AddDiffCommand,
-                                                     AddFormatCommand, AddImageCommand, AddRenderCommand};
+constexpr std::array<AddFileCommand, 7> FileCommands{AddCheckCommand, AddShowCommand,   AddMakeCommand,
+                                                     AddDiffCommand,  AddFormatCommand, AddImageCommand,
+                                                     AddRenderCommand};
 constexpr std::array<AddLineCommand, 9> LineCommands{AddEditCommand,     AddScanCommand,   AddDownloadCommand,
                                                      AddVerifyCommand,   AddDumpCommand,   AddRestoreCommand,
                                                      AddIdentityCommand, AddSeriesCommand, AddJournalCommand};
@@ -41,6 +43,7 @@ constexpr const char* Examples =
     "  kelvora-cli check exports/\n"
     "  find . -name '*.dat' -print0 | kelvora-cli check --null --json\n"
     "  kelvora-cli show till07.dat\n"
+    "  kelvora-cli show --json till07.dat | kelvora-cli make - -o copy.dat\n"
     "  kelvora-cli diff standard.dat till07.dat\n"
     "  kelvora-cli format till07.dat -o till07.dat\n"
     "  kelvora-cli edit exports/ --where fiscal=yes --set fiscal=no --dry-run\n"

@@ -2,6 +2,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "cli/SetupFromJson.h"
 #include "keymap/Models.h"
 #include "platform/Encoding.h"
 
@@ -74,7 +75,10 @@ nlohmann::ordered_json SetupObject(const std::string& path, const SetupDocument&
 
 std::string SetupJson(const std::string& path, const SetupDocument& document)
 {
-    return SetupObject(path, document).dump() + "\n";
+    Json object;
+    object["$schema"] = SetupSchema;
+    object.update(SetupObject(path, document));
+    return object.dump() + "\n";
 }
 
 }  // namespace kelvora

@@ -27,9 +27,9 @@ nlohmann::ordered_json DeviceMapJson(std::string_view deviceMap);
 
 /// {"file", "deviceMap": [214, 23, 4], "modules": [{"position", "kind", "deviceCode", "firstKeyNumber",
 /// "keyMap", "options"}]}; "firstKeyNumber" is null for a module without keys, "position" counts from 0.
-std::string SetupJson(const std::string& path, const SetupDocument& document);
-
-/// The same without a line end, to be gone on with.
 nlohmann::ordered_json SetupObject(const std::string& path, const SetupDocument& document);
+
+/// The same with "$schema" in front, as a line, which SetupFromJson takes.
+std::string SetupJson(const std::string& path, const SetupDocument& document);
 
 }  // namespace kelvora

@@ -43,6 +43,7 @@ TEST_F(Show, JsonHoldsTheWholeSetup)
                               {"firstKeyNumber", first}, {"keyMap", keyMap}, {"options", options}};
     };
     const nlohmann::json expected{
+        {"$schema", "file:///opt/kelvora/share/setup.schema.json"},
         {"file", path},
         {"deviceMap", {214, 31, 4, 8, 3}},
         {"modules",

@@ -1,0 +1,104 @@
+#include "cli/Make.h"
+
+#include <CLI/CLI.hpp>
+#include <array>
+#include <cerrno>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include "cli/SetupFromJson.h"
+#include "cli/SetupJson.h"
+#include "cli/SetupOutput.h"
+#include "platform/Encoding.h"
+#include "platform/posix/PosixFiles.h"
+#include "setup/SetupWriter.h"
+
+namespace kelvora {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+// Throws FileError.
+std::string ReadInput(std::istream& in)
+{
+    constexpr std::size_t AtOnce = 65536;
+    std::string text;
+    std::array<char, AtOnce> part{};
+    while (in.read(part.data(), part.size()) || in.gcount() > 0) {
+        text.append(part.data(), static_cast<std::size_t>(in.gcount()));
+        if (text.size() > MaximumFileSize)
+            throw FileError(std::string(StandardInputName), std::generic_category().message(EFBIG));
+    }
+    return text;
+}
+
+// What comes of a text: the setup's, or why there is none and where.
+struct Made {
+    Verdict verdict{};
+    std::optional<std::string> pointer{};
+    std::string setup{};
+};
+
+Made MakeSetup(const MakeRequest& request, Console& console)
+{
+    try {
+        const bool isInput = request.name == StandardInputName;
+        const std::string text = isInput ? ReadInput(console.in) : PosixFiles().Read(request.name);
+        Made made{{}, {}, WriteSetup(SetupFromJson(text).Modules)};
+        if (!request.output.empty())
+            WriteSetupFile(request.output, made.setup);
+        return made;
+    } catch (const FileError& error) {
+        return {NotWritten(request.name, error)};
+    } catch (const SetupJsonError& error) {
+        const std::string at = error.Pointer().empty() ? std::string() : error.Pointer() + ": ";
+        return {Unusable(at + error.what()), error.Pointer()};
+    }
+}
+
+}  // namespace
+
+int Make(const MakeRequest& request, Console& console)
+{
+    const Made made = MakeSetup(request, console);
+    const bool isMade = made.verdict.outcome == Verdict::Outcome::Accepted;
+    const bool isWritten = isMade && !request.output.empty();
+    const std::string text = isMade ? made.setup + std::string(SetupFileEnd) : std::string();
+    console.err << VerdictLine(request.name == StandardInputName ? "standard input" : request.name,
+                               made.verdict);
+    if (request.json) {
+        Json object = VerdictObject(request.name, made.verdict);
+        object["pointer"] = made.pointer ? Json(*made.pointer) : Json();
+        object["output"] = isWritten ? Json(Utf8FromPath(request.output)) : Json();
+        object["text"] = isMade && !isWritten ? Json(Utf8FromText(text)) : Json();
+        Emit(console, object.dump() + "\n");
+    } else if (!isWritten) {
+        Emit(console, text);
+    }
+    return isMade ? ExitCode::Done : ExitCode::Rejected;
+}
+
+void AddMakeCommand(CLI::App& app, Console& console, int& exitCode)
+{
+    const auto request = std::make_shared<MakeRequest>();
+    CLI::App* command = app.add_subcommand("make", "Write a setup file from JSON, as show --json prints it");
+    command->add_option("JSON", request->name, "JSON of one setup; - for standard input")
+        ->type_name("")
+        ->required();
+    command
+        ->add_option("-o,--output", request->output,
+                     "Write the setup to that file; its old content is kept as \".bak\"")
+        ->type_name("OUT")
+        ->check(CheckOutputName);
+    command->add_flag("--json", request->json, "Print the result as an object on one line");
+    command->footer(
+        "What is no setup is told with the JSON pointer to the value, and nothing is written.\n"
+        "The schema is /opt/kelvora/share/setup.schema.json.");
+    command->callback([request, &console, &exitCode] { exitCode = Make(*request, console); });
+}
+
+}  // namespace kelvora

@@ -1,0 +1,126 @@
+#include <nlohmann/json.hpp>
+
+#include "CliFixture.h"
+
+namespace kelvora {
+
+class Make : public CliTest {
+protected:
+    const std::string till =
+        Write("till.dat", "[KM096]\nFiscal = NO\n[ICCR]\n[MCR]\nTracks = 1,2\nTrack2Sep = \x80\n[KM064]\n");
+    const std::string json = Run({"show", "--json", till}).out;
+};
+
+TEST_F(Make, GivesTheBytesOfFormatForWhatShowPrints)
+{
+    const std::string saved = Run({"format", till}).out;
+    EXPECT_EQ(Run({"make", "-"}, json).out, saved);
+    const std::string path = Write("till.json", json);
+    const std::string old = Write("out.dat", "old");
+    const CliResult result = Run({"make", path, "-o", old});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.out + result.err, "");
+    EXPECT_EQ(files.Read(old), saved);
+    EXPECT_EQ(files.Read(folder + "/out.bak"), "old");
+    const auto object = nlohmann::json::parse(Run({"make", path, "--json"}).out);
+    EXPECT_EQ(object["ok"], true);
+    EXPECT_EQ(object["output"], nullptr);
+    EXPECT_EQ(object["pointer"], nullptr);
+}
+
+TEST_F(Make, NeedsOnlyWhatDoesNotFollow)
+{
+    auto setup = nlohmann::json::parse(json);
+    for (const char* const name : {"$schema", "file", "deviceMap"})
+        setup.erase(name);
+    for (auto& module : setup["modules"]) {
+        module.erase("position");
+        module.erase("firstKeyNumber");
+        module["deviceCode"] = module["deviceCode"].get<double>();
+    }
+    EXPECT_EQ(Run({"make", "-"}, setup.dump(2)).out, Run({"format", till}).out);
+    EXPECT_EQ(Run({"make", "-"}, R"({"modules": []})").out, "[Kelvora]\r\nVersion = 2.0\r\n\r\n");
+}
+
+TEST_F(Make, NamesTheValueThatIsWrong)
+{
+    struct Row {
+        const char *op, *path, *value, *says;
+    };
+    const std::string path = folder + "/out.dat";
+    for (const Row& row :
+         {Row{"add", "/ok", "true", "/ok: expected no member but $schema, file, deviceMap, modules"},
+          Row{"add", "/modules/1/a~1b", "1", "/modules/1/a~1b: expected no member but position, kind, "},
+          Row{"replace", "", "[]", "expected an object"},
+          Row{"replace", "/modules", "{}", "/modules: expected a list"},
+          Row{"replace", "/modules/2", "null", "/modules/2: expected an object"},
+          Row{"remove", "/modules", "", "expected the member \"modules\""},
+          Row{"remove", "/modules/0/keyMap", "", "/modules/0: expected the member \"keyMap\""},
+          Row{"replace", "/$schema", "\"other\"", "/$schema: expected \"file:///opt/kelvora/share/"},
+          Row{"replace", "/file", "1", "/file: expected a text"},
+          Row{"replace", "/deviceMap/1", "31", "/deviceMap: expected [214,23,4,8,1,191]"},
+          Row{"replace", "/modules/1/position", "2", "/modules/1/position: expected 1"},
+          Row{"replace", "/modules/3/firstKeyNumber", "98", "/modules/3/firstKeyNumber: expected 97"},
+          Row{"replace", "/modules/3/kind", "3", "/modules/3/kind: expected a text"},
+          Row{"replace", "/modules/3/kind", "\"iccr\"",
+              "/modules/3/kind: expected one of KM096, BACKLIGHT, "},
+          Row{"replace", "/modules/3/deviceCode", "1",
+              "/modules/3/deviceCode: expected a device code of ICCR"},
+          Row{"replace", "/modules/3/deviceCode", "8.5",
+              "/modules/3/deviceCode: expected a device code of ICCR"},
+          Row{"replace", "/modules/4/deviceCode", "3", "/modules/4/deviceCode: expected 1 for these options"},
+          Row{"replace", "/modules/1/deviceCode", "31", "/modules/1/options: expected \"YES\" or \"NO \""},
+          Row{"replace", "/modules/0/options", "\"YES\\r\\nBacklight = NO\"",
+              "/modules/0/options: expected \"YES\""},
+          Row{"replace", "/modules/0/options", "\"yes\"", "/modules/0/options: expected \"YES\""},
+          Row{"replace", "/modules/3/options", "\"\u0100\"", "/modules/3/options: expected characters that"},
+          Row{"replace", "/modules/4/options", "\"1,2  ^_^ON \"", "/modules/4/options: expected \"1,2  \""},
+          Row{"replace", "/modules/4/options", "\"1,2  ^\\n^ON \"", "/modules/4/options: expected \"1,2  \""},
+          Row{"replace", "/modules/4/options", "\"1,2  ^a^ON \"", "/modules/4/options: expected \"1,2  \""},
+          Row{"replace", "/modules/4/options", "\"\"", "/modules/4/options: expected \"1,2  \""},
+          Row{"replace", "/modules/4/keyMap", "\"XXXXXXXXXX1\"",
+              "/modules/4/keyMap: expected \"XXXXXXXXXXX\""},
+          Row{"replace", "/modules/3/keyMap", "\"1111111111111111\"",
+              "/modules/3/keyMap: expected 18 characters"},
+          Row{"replace", "/modules/3/keyMap", "\"111111111111111111\"",
+              "/modules/3/keyMap: expected key types"},
+          Row{"replace", "/modules/3/keyMap", "\"1113011111111111XX\"",
+              "/modules/3/keyMap: expected key types"},
+          Row{"replace", "/modules/3/keyMap", "\"3111111111111111XX\"",
+              "/modules/3/keyMap: expected key types"},
+          Row{"replace", "/modules/3/keyMap", "\"S111111111111111XX\"",
+              "/modules/3/keyMap: expected key types"},
+          Row{"remove", "/modules/1", "", "/modules/1/kind: expected BACKLIGHT"},
+          Row{"move", "/modules/0", "/modules/5", "/modules/1/kind: expected "},
+          Row{"copy", "/modules/-", "/modules/3", "/modules/6/kind: expected "}}) {
+        nlohmann::json change{{"op", row.op}, {"path", row.path}};
+        const std::string_view op = row.op;
+        if (op == "move" || op == "copy")
+            change["from"] = row.value;
+        else if (op != "remove")
+            change["value"] = nlohmann::json::parse(row.value);
+        const auto changed = nlohmann::json::parse(json).patch(nlohmann::json::array({change}));
+        const CliResult result = Run({"make", "-", "-o", path}, changed.dump());
+        EXPECT_EQ(result.exitCode, 1) << change;
+        EXPECT_THAT(result.err, testing::StartsWith(std::string("kelvora-cli: standard input: ") + row.says))
+            << change;
+        EXPECT_FALSE(files.Exists(path)) << change;
+    }
+    for (const auto& [text, says] : std::vector<std::pair<std::string, std::string>>{
+             {"", "parse error at line 1, column 1"},
+             {json + json, "parse error at line 2, column 1"},
+             {"{\"modules\": [{\"kind\": 1, \"options\": [{}, {\"a\": [], \"a\": 2}]}]}",
+              "/modules/0/options/1/a: expected this member once"},
+             {R"({"modules": [{"kind":"BACKLIGHT","deviceCode":23,"keyMap":"","options":"YES"}]})",
+              "/modules/0/kind: expected parts behind their main keyboard alone"},
+             {std::string(100000, '['), "parse error"}}) {
+        const auto object = nlohmann::json::parse(Run({"make", "--json", "-"}, text).out);
+        EXPECT_EQ(object["ok"], false);
+        EXPECT_THAT(object["message"], testing::StartsWith(says));
+        EXPECT_EQ(object["pointer"], says.starts_with('/') ? says.substr(0, says.find(':')) : "");
+    }
+    EXPECT_EQ(Run({"make", folder + "/none.json"}).err,
+              "kelvora-cli: " + folder + "/none.json: No such file or directory\n");
+}
+
+}  // namespace kelvora
