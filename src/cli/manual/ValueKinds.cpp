@@ -22,6 +22,7 @@ constexpr std::array Rows{
     Row{"", "--tills", "", ValueKind::AnyFile},
     Row{"", "--output-folder", "", ValueKind::Folder},
     Row{"", "--by-name", "", ValueKind::Folder},
+    Row{"", "--keys-from", "", ValueKind::SetupFile},
     Row{"kelvora-cli restore", "", "FILE", ValueKind::DumpFile},
     Row{"kelvora-cli identity restore", "", "FILE", ValueKind::AnyFile},
     Row{"kelvora-cli dump", "--output", "", ValueKind::DumpFile},
@@ -29,6 +30,7 @@ constexpr std::array Rows{
     Row{"kelvora-cli render", "--output", "", ValueKind::PictureFile},
     Row{"", "--output", "", ValueKind::SetupFile},
     Row{"", "", "FILE", ValueKind::SetupFile},
+    Row{"kelvora-cli make", "", "JSON", ValueKind::AnyFile},
     Row{"kelvora-cli diff", "", "A", ValueKind::SetupFile},
     Row{"kelvora-cli diff", "", "B", ValueKind::SetupFile},
 };

@@ -51,9 +51,14 @@ std::string Action(const OptionText& option)
     return "_files -g \"*.(#i)(" + Joined(FileEndings(option.kind), "|") + ")(-.)\"";
 }
 
+// A value of two words has a second place, of which nothing is known.
 std::string ValueEntry(const OptionText& option)
 {
-    return ":" + Escaped(option.value, ":\\") + ":" + Action(option);
+    const std::size_t blank = option.value.find(' ');
+    const std::string second = blank == std::string::npos
+                                   ? std::string()
+                                   : ":" + Escaped(option.value.substr(blank + 1), ":\\") + ": ";
+    return ":" + Escaped(option.value.substr(0, blank), ":\\") + ":" + Action(option) + second;
 }
 
 std::string OptionEntry(const OptionText& option)
