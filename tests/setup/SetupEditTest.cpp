@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <stdexcept>
 
 #include "setup/RandomSetups.h"
@@ -17,119 +18,68 @@ namespace {
 const SetupDocument Standard = ReadSetup(
     "[KM096]\n[ICCR]\nKeyMap = QQVS _\nQQV= _\nHHSS _\nSSSS\n[MCR]\nTracks=1,2\nTrack1Sep=;\nAutoread=OFF\n");
 
-std::string Edit(SetupDocument& document, const std::vector<std::string>& settings)
+// Of settings parted by blanks.
+std::string Edit(SetupDocument& document, const std::string& settings)
 {
     SetupEdit edit;
-    for (const std::string& setting : settings)
-        edit.settings.push_back(ParseSetting(setting));
+    std::istringstream words(settings);
+    for (std::string word; words >> word;)
+        edit.settings.push_back(ParseSetting(word));
     return ApplyEdit(document, edit);
 }
 
+struct Row {
+    const char *reason, *settings, *expected;
+};
+
 TEST(SetupEdit, SetsOptionsByName)
 {
-    struct Row {
-        std::vector<std::string> settings;
-        std::string summary;
-    };
-    const std::string keys = "2:4()3:8()";
     for (const Row& row :
-         {Row{{"fiscal=no"}, "0:214(NO )1:23(YES)" + keys + "4:1(1,2  ;^^OFF)"},
-          Row{{"Backlight=OFF"}, "0:214(YES)1:31(NO )" + keys + "4:1(1,2  ;^^OFF)"},
-          Row{{"mcr.tracks=1,2,3", "MCR.AutoRead=on"}, "0:214(YES)1:23(YES)" + keys + "4:3(1,2,3;^^ON )"},
-          Row{{"mcr.tracks=2,3", "mcr.separator1=None", "mcr.separator3==", "mcr.separator2=\xA7"},
-              "0:214(YES)1:23(YES)" + keys + "4:2(2,3  ^\xA7=OFF)"},
-          Row{{"fiscal=no", "fiscal=yes"}, Summary(Standard)}}) {
+         {Row{"fiscal", "fiscal=no", "0:214(NO )1:23(YES)2:4()3:8()4:1(1,2  ;^^OFF)"},
+          {"backlight", "Backlight=OFF", "0:214(YES)1:31(NO )2:4()3:8()4:1(1,2  ;^^OFF)"},
+          {"more", "mcr.tracks=1,2,3 MCR.AutoRead=on", "0:214(YES)1:23(YES)2:4()3:8()4:3(1,2,3;^^ON )"},
+          {"separators", "mcr.tracks=2,3 mcr.separator1=None mcr.separator3== mcr.separator2=\xA7",
+           "0:214(YES)1:23(YES)2:4()3:8()4:2(2,3  ^\xA7=OFF)"},
+          {"the last counts", "fiscal=no fiscal=yes", "0:214(YES)1:23(YES)2:4()3:8()4:1(1,2  ;^^OFF)"}}) {
         SetupDocument document = Standard;
         EXPECT_EQ(Edit(document, row.settings), "");
-        EXPECT_EQ(Summary(document), row.summary);
+        EXPECT_EQ(Summary(document), row.expected) << row.reason;
         EXPECT_EQ(document.DeviceMap[4], static_cast<char>(document.Modules[4].DeviceCode));
     }
 }
 
 TEST(SetupEdit, SetsKeysUnderTheRulesOfTheGrid)
 {
-    struct Row {
-        const char* reason;
-        std::vector<std::string> settings;
-        std::string keys;  // of the chip card unit, or the refusal
-    };
-    for (const Row& row : {Row{"one",
-                               {"ICCR.107=unused"},
-                               "4021"
-                               "0000"
-                               "3001"
-                               "1111XX"},
-                           Row{"a larger key frees what it covered",
-                               {"iccr.97=unused"},
-                               "0121"
-                               "1100"
-                               "3011"
-                               "1111XX"},
-                           Row{"a range makes all of its keys unused",
-                               {"ICCR.97..98=unused"},
-                               "0021"
-                               "1100"
-                               "3011"
-                               "1111XX"},
-                           Row{"a range of wide keys",
-                               {"ICCR.109..112=double-horizontal"},
-                               "4021"
-                               "0000"
-                               "3011"
-                               "3030XX"},
-                           Row{"unused, then larger",
-                               {"ICCR.104=vertical"},
-                               "4021"
-                               "0002"
-                               "3010"
-                               "1111XX"},
-                           Row{"grown over a used and an unused key",
-                               {"ICCR.99=single", "ICCR.99=quadruple"},
-                               "4040"
-                               "0000"
-                               "3011"
-                               "1111XX"},
-                           Row{"a type that it has",
-                               {"ICCR.97..98=quadruple"},
-                               "4021"
-                               "0000"
-                               "3011"
-                               "1111XX"},
-                           Row{"covered", {"ICCR.98=unused"}, "ICCR.98: key 98 is part of key 97"},
-                           Row{"covered from above the range",
-                               {"ICCR.101..102=single"},
-                               "ICCR.101..102: key 101 is part of key 97"},
-                           Row{"the grid's right edge",
-                               {"ICCR.108=horizontal"},
-                               "ICCR.108: key 108 may only be single or double-vertical here"},
-                           Row{"the grid's corner",
-                               {"fiscal=no", "ICCR.112=quadruple"},
-                               "ICCR.112: key 112 may only be single here"},
-                           Row{"another larger key is in the way",
-                               {"ICCR.100=unused", "ICCR.108=single", "ICCR.107=vertical", "ICCR.106=single"},
-                               "ICCR.106: key 106 is part of key 105"},
-                           Row{"another module's keys",
-                               {"ICCR.96=unused"},
-                               "ICCR.96: the ICCR of this setup has the keys 97 to 112"},
-                           Row{"past its keys",
-                               {"ICCR.112..113=unused"},
-                               "ICCR.112..113: the ICCR of this setup has the keys 97 to 112"},
-                           Row{"no contact",
-                               {"KM096.2..3=unused"},
-                               "KM096.2..3: key 3 is none: the device has no key at this place"},
-                           Row{"no module", {"KM064.113=unused"}, "KM064.113: the setup has no KM064"}}) {
+    // The chip card unit's key map, or the refusal.
+    for (const Row& row :
+         {Row{"one", "ICCR.107=unused", "4021000030011111XX"},
+          {"a larger key frees what it covered", "iccr.97=unused", "0121110030111111XX"},
+          {"a range makes all of its keys unused", "ICCR.97..98=unused", "0021110030111111XX"},
+          {"a range of wide keys", "ICCR.109..112=double-horizontal", "4021000030113030XX"},
+          {"unused, then larger", "ICCR.104=vertical", "4021000230101111XX"},
+          {"over a used and an unused key", "ICCR.99=single ICCR.99=quadruple", "4040000030111111XX"},
+          {"a type that it has", "ICCR.97..98=quadruple", "4021000030111111XX"},
+          {"covered", "ICCR.98=unused", "ICCR.98: key 98 is part of key 97"},
+          {"covered from above the range", "ICCR.101..102=single",
+           "ICCR.101..102: key 101 is part of key 97"},
+          {"the right edge", "ICCR.108=horizontal",
+           "ICCR.108: key 108 may only be single or double-vertical here"},
+          {"the corner", "fiscal=no ICCR.112=quadruple", "ICCR.112: key 112 may only be single here"},
+          {"a larger key", "ICCR.106=single", "ICCR.106: key 106 is part of key 105"},
+          {"another module's key", "ICCR.96=unused",
+           "ICCR.96: the ICCR of this setup has the keys 97 to 112"},
+          {"past its keys", "ICCR.112..113=unused",
+           "ICCR.112..113: the ICCR of this setup has the keys 97 to 112"},
+          {"no contact", "KM096.2..3=unused",
+           "KM096.2..3: key 3 is none: the device has no key at this place"},
+          {"no module", "KM064.113=unused", "KM064.113: the setup has no KM064"}}) {
         SetupDocument document = Standard;
         const std::string why = Edit(document, row.settings);
-        EXPECT_EQ(why.empty() ? document.Modules[3].KeyMap : why, row.keys) << row.reason;
+        EXPECT_EQ(why.empty() ? document.Modules[3].KeyMap : why, row.expected) << row.reason;
     }
     SetupDocument other = ReadSetup("[ICCR]\n");
     EXPECT_EQ(ApplyEdit(other, {{Standard.Modules[3]}, {ParseSetting("ICCR.1=single")}}), "");
-    EXPECT_EQ(other.Modules[0].KeyMap,
-              "1121"
-              "1100"
-              "3011"
-              "1111XX")
-        << "taken, then set";
+    EXPECT_EQ(other.Modules[0].KeyMap, "1121110030111111XX") << "taken, then set";
     EXPECT_EQ(ApplyEdit(other, {{Standard.Modules[0]}, {}}), "the setup has no KM096 for the keys");
 }
 
@@ -148,17 +98,18 @@ TEST(SetupEdit, FindsWhatASetupHas)
 
 TEST(SetupEdit, RefusesWhatIsNoSetting)
 {
-    struct Row {
+    struct Refused {
         const char* expected;
         std::vector<std::string> texts;
     };
-    for (const Row& row :
-         {Row{"NAME=VALUE", {"", "fiscal"}}, Row{"yes or no", {"fiscal=", "fiscal=maybe"}},
-          Row{"tracks 1,2 or 2,3 or 1,2,3", {"mcr.tracks=1,3", "mcr.tracks=1,2  "}},
-          Row{"one character",
-              {"mcr.separator1=a", "mcr.separator1=_", "mcr.separator1= ", "mcr.separator2=;;"}},
-          Row{"single, double-vertical", {"KM096.43=triple", "ICCR.1="}},
-          Row{"the name fiscal",
+    for (const Refused& row :
+         {Refused{"NAME=VALUE", {"", "fiscal"}}, Refused{"yes or no", {"fiscal=", "fiscal=maybe"}},
+          Refused{"tracks 1,2 or 2,3 or 1,2,3", {"mcr.tracks=1,3", "mcr.tracks=1,2  "}},
+          Refused{"one character",
+                  {"mcr.separator1=a", "mcr.separator1=_", "mcr.separator1= ", "mcr.separator2=;;"}},
+          Refused{"single, double-vertical", {"KM096.43=triple", "ICCR.1="}},
+          Refused{
+              "the name fiscal",
               {"mcr.separator4=;", "mcr.43=single", "KM096.0=single", "KM096.9..4=single", "KM096.4..=single",
                "KM096.4x=single", "KM096.99999999999=single", "code4.1=single", ".1=single"}}})
         for (const std::string& text : row.texts) {
@@ -185,7 +136,7 @@ TEST(SetupEdit, MakesOnlySetupsThatAFileHoldsAndSettingsThatHold)
             std::vector{"KM096.", "KM064.", "ICCR."}[random() % 3] + std::to_string(first) + ".." +
             std::to_string(first + static_cast<int>(random() % 5)) + "=" +
             std::vector{"single", "vertical", "horizontal", "quadruple", "unused"}[random() % 5];
-        if (!Edit(document, {text}).empty())
+        if (!Edit(document, text).empty())
             continue;
         ++made;
         ASSERT_EQ(ReadSetup(WriteSetup(document.Modules)), document) << text;
