@@ -310,7 +310,7 @@ void AddEditCommand(CLI::App& app, Console& console, LineAccess& access, int& ex
     command
         ->add_option(
             "--keys-from", request->keysFrom,
-            "All keys of a module (KM096, KM064 or ICCR) as they are in that setup file; before --set")
+            "All keys of a module (KM096, KM064 or ICCR) as they are in that setup file, taken first")
         ->type_name("FILE MODULE")
         ->allow_extra_args(false);
     command
