@@ -106,8 +106,7 @@ std::optional<std::string> TextFromUtf8(std::string_view utf8)
     std::string text;
     while (!utf8.empty()) {
         const std::size_t length = SequenceLength(utf8);
-        const std::optional<char> code =
-            length == 0 ? std::nullopt : CodeOf(Decode(utf8.substr(0, length)));
+        const std::optional<char> code = length == 0 ? std::nullopt : CodeOf(Decode(utf8.substr(0, length)));
         if (!code)
             return std::nullopt;
         text += *code;

@@ -3,7 +3,7 @@
 #include <string_view>
 #include <vector>
 
-#include "bench/BenchLine.h"
+#include "bench/BareLine.h"
 #include "bench/TerminalFrame.h"
 #include "bench/TillChanges.h"
 
@@ -43,7 +43,7 @@ LineOptions At(int terminal, int modules)
     return options;
 }
 
-void Check(BenchLine& bench, const std::vector<Exchange>& exchanges)
+void Check(BareLine& bench, const std::vector<Exchange>& exchanges)
 {
     for (const auto& [sent, heard, why] : exchanges)
         EXPECT_EQ(bench.Ask(sent), heard) << why;
@@ -53,7 +53,7 @@ void Check(BenchLine& bench, const std::vector<Exchange>& exchanges)
 
 TEST(SimulatedLine, TerminalStopsAndWaits)
 {
-    BenchLine bench;
+    BareLine bench;
     bench.line.Terminal().AnswerNext("$9904", "E$9904 broken");
     Check(bench, {
                      {AskName, Name, "a command"},
@@ -109,7 +109,7 @@ TEST(SimulatedLine, TerminalStopsAndWaits)
 
 TEST(SimulatedLine, TerminalRunsACommandOnceAndLeavesItForANewOne)
 {
-    BenchLine bench;
+    BareLine bench;
     bench.line.SetFaults({.delay = 300ms});
     bench.port.Write(
         "\1"
@@ -138,7 +138,7 @@ TEST(SimulatedLine, TerminalRunsACommandOnceAndLeavesItForANewOne)
 
 TEST(SimulatedLine, NewCommandCutsTheAnswerBeforeIt)
 {
-    BenchLine bench;
+    BareLine bench;
     bench.port.Write(AskName);
     bench.loop.Pass(24 * ByteTime);
     bench.port.Write(
@@ -153,7 +153,7 @@ TEST(SimulatedLine, NewCommandCutsTheAnswerBeforeIt)
 
 TEST(SimulatedLine, ModulesAnswerTheirProtocol)
 {
-    BenchLine bench;
+    BareLine bench;
     Check(bench, {
                      {Enq, Dc1, "ready to receive"},
                      {"\2\2\3\xF7\xF4\3",
@@ -182,7 +182,7 @@ TEST(SimulatedLine, ModulesAnswerTheirProtocol)
 
 TEST(SimulatedLine, SlowModuleRepliesAfterTheHandshake)
 {
-    BenchLine bench(FreshLine({Module::KM096, Module::MCR123}), At(9600, 1200));
+    BareLine bench(FreshLine({Module::KM096, Module::MCR123}), At(9600, 1200));
     bench.port.SetSettings("1200,n,8,1");
     bench.port.Write(Enq);
     bench.loop.Pass(20ms);
@@ -196,7 +196,7 @@ TEST(SimulatedLine, SlowModuleRepliesAfterTheHandshake)
 
 TEST(SimulatedLine, OnlyTheRightSpeedIsHeard)
 {
-    BenchLine bench(FreshLine({Module::ICCR}), At(4800, 2400));
+    BareLine bench(FreshLine({Module::ICCR}), At(4800, 2400));
     const std::vector<std::pair<const char*, std::vector<std::string>>> settings{{"9600,n,8,1", {"", ""}},
                                                                                  {"4800,n,8,1", {Name, ""}},
                                                                                  {"4800,e,8,1", {"", ""}},
@@ -210,7 +210,7 @@ TEST(SimulatedLine, OnlyTheRightSpeedIsHeard)
 
 TEST(SimulatedLine, BytesTakeTheirTime)
 {
-    BenchLine bench;
+    BareLine bench;
     std::vector<std::size_t> waiting;
     bench.port.onBytes = [&] { waiting.push_back(bench.port.BytesWaiting()); };
     bench.port.Write(Enq);
@@ -247,7 +247,7 @@ TEST(SimulatedLine, IsCutAfterAnExactByte)
         {{.awayAfter = {.toHost = 0}}, 0, false, '2'},     {{.awayAfter = {.toHost = 21}}, 20, true, '2'},
     };
     for (const Cut& cut : cuts) {
-        BenchLine bench;
+        BareLine bench;
         std::size_t heard = 0;
         bench.port.onBytes = [&] { heard = bench.port.BytesWaiting(); };
         bench.line.SetFaults(cut.plan);
@@ -265,7 +265,7 @@ TEST(SimulatedLine, IsCutAfterAnExactByte)
 
 TEST(SimulatedLine, RefusesFramesAndPorts)
 {
-    BenchLine bench;
+    BareLine bench;
     bench.line.SetFaults({.naks = 2});
     Check(bench, {{AskName, "\x15", "the terminal"},
                   {Enq, Dc1, ""},
@@ -281,7 +281,7 @@ TEST(SimulatedLine, RefusesFramesAndPorts)
 TEST(SimulatedLine, RefusesCommandsPickedByName)
 {
     using enum CommandFault::Kind;
-    BenchLine bench;
+    BareLine bench;
     bench.line.SetFaults({.commands = {{Status, "$9904", 0, {}, "5"},
                                        {Status, "$9904!3", 0, {}, "2"},
                                        {Status, "0FB3+", 0, {}, "999"},
@@ -303,7 +303,7 @@ TEST(SimulatedLine, RefusesCommandsPickedByName)
 TEST(SimulatedLine, AnswersLateOrForAnotherCommand)
 {
     using enum CommandFault::Kind;
-    BenchLine bench;
+    BareLine bench;
     bench.line.SetFaults({.commands = {{Late, "$9900", 2, 1100ms}}});
     EXPECT_EQ(bench.Ask(AskName), Name);
     bench.port.Write(AskName);
@@ -331,7 +331,7 @@ TEST(SimulatedLine, AnswersLateOrForAnotherCommand)
 
 TEST(SimulatedLine, IsNeverQuietWithStrayBytes)
 {
-    BenchLine bench;
+    BareLine bench;
     bench.line.SetFaults({.stray = 100ms});
     bench.loop.Pass(1s);
     EXPECT_EQ(bench.port.Read(0), "") << "nobody has spoken yet";
@@ -348,7 +348,7 @@ TEST(SimulatedLine, IsNeverQuietWithStrayBytes)
 
 TEST(SimulatedLine, TellsWhoHoldsTheTerminal)
 {
-    BenchLine bench;
+    BareLine bench;
     std::vector<bool> told;
     bench.line.onHeld = [&] { told.push_back(bench.line.IsHeld()); };
     bench.line.SetFaults({.commands = {{CommandFault::Kind::Status, "$9911", 1, {}, "2"}}});
@@ -362,7 +362,7 @@ TEST(SimulatedLine, TellsWhoHoldsTheTerminal)
 
 TEST(SimulatedLine, GoesSilentAtACommandUntilAnotherTillIsThere)
 {
-    BenchLine bench;
+    BareLine bench;
     bench.line.SetFaults({.commands = {{CommandFault::Kind::Silent, "$9904!2"}}});
     EXPECT_EQ(bench.Ask(AskName), Name);
     EXPECT_EQ(bench.Ask(MakeFrame("0002", "$9904!2")), Nothing);

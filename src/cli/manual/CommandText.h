@@ -39,7 +39,7 @@ struct CommandText {
 /// `app` with all its commands, in their order; hidden options are left out.
 CommandText Describe(const CLI::App& app);
 
-/// The program with the windows; its options stand in app/StartOptions.h.
+/// The program with the windows; its options stand in ports/StartOptions.h.
 CommandText DescribeWindows();
 
 }  // namespace kelvora::manual

@@ -8,14 +8,13 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QSplitter>
 #include <QTableView>
 #include <algorithm>
 #include <array>
 #include <utility>
 
 #include "platform/qt/Text.h"
-#include "platform/qt/WindowKeys.h"
+#include "platform/qt/WindowParts.h"
 
 namespace kelvora {
 
@@ -57,9 +56,9 @@ LineMonitorWindow::LineMonitorWindow(const UserFiles& files, const RunningOperat
       table_(new QTableView(this)),
       empty_(new QLabel(table_)),
       detail_(new QPlainTextEdit(this)),
-      pause_(AddButton("Pause")),
-      clear_(AddButton("Clear")),
-      save_(AddButton("SaveAs"))
+      pause_(NamedButton("Pause", *this)),
+      clear_(NamedButton("Clear", *this)),
+      save_(NamedButton("SaveAs", *this))
 {
     setObjectName(QStringLiteral("LineMonitorWindow"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -83,36 +82,15 @@ LineMonitorWindow::~LineMonitorWindow()
     table_->verticalScrollBar()->disconnect(this);
 }
 
-QPushButton* LineMonitorWindow::AddButton(const char* name)
-{
-    auto* const button = new QPushButton(this);
-    button->setObjectName(QLatin1String(name));
-    return button;
-}
-
 void LineMonitorWindow::MakeTable()
 {
     table_->setObjectName(QStringLiteral("Entries"));
     table_->setModel(model_);
-    table_->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table_->setSelectionMode(QAbstractItemView::SingleSelection);
-    table_->setWordWrap(false);
-    table_->setTabKeyNavigation(false);
-    table_->setShowGrid(false);
+    ListRows(*table_, ColumnWidths);
     // From the start: if it came with the first full page, all would be laid out anew while a line works.
     table_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     table_->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
     table_->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    // Rows of one height, never measured: the table may be long.
-    table_->verticalHeader()->hide();
-    table_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    table_->verticalHeader()->setDefaultSectionSize(fontMetrics().lineSpacing() + fontMetrics().descent());
-    table_->horizontalHeader()->setStretchLastSection(true);
-    table_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    table_->horizontalHeader()->setHighlightSections(false);
-    for (int column = 0; std::cmp_less(column, ColumnWidths.size()); ++column)
-        table_->setColumnWidth(
-            column, ColumnWidths.at(static_cast<std::size_t>(column)) * fontMetrics().averageCharWidth());
     connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this] { ShowDetail(); });
 
@@ -147,19 +125,13 @@ void LineMonitorWindow::MakeDetail()
 
 void LineMonitorWindow::Arrange()
 {
-    auto* const split = new QSplitter(Qt::Vertical, this);
-    split->addWidget(table_);
-    split->addWidget(detail_);
-    split->setStretchFactor(0, 3);
-    split->setStretchFactor(1, 1);
-    split->setChildrenCollapsible(false);
     auto* const across = new QHBoxLayout;
     across->addWidget(pause_);
     across->addWidget(clear_);
     across->addStretch(1);
     across->addWidget(save_);
     auto* const layout = new QVBoxLayout(this);
-    layout->addWidget(split, 1);
+    layout->addWidget(SplitDown(*table_, *detail_, *this), 1);
     layout->addLayout(across);
     resize(InitialSize);
 }

@@ -33,7 +33,6 @@ public:
     void ShowBusy();
 
 private:
-    QPushButton* AddButton(const char* name);
     void MakeTable();
     void FollowEnd();
     void MakeDetail();

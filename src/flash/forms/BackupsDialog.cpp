@@ -16,6 +16,7 @@
 #include "flash/forms/ComparisonDialog.h"
 #include "platform/Encoding.h"
 #include "platform/qt/Text.h"
+#include "platform/qt/WindowParts.h"
 #include "setup/ModuleRecord.h"
 
 namespace kelvora {
@@ -39,8 +40,8 @@ BackupsDialog::BackupsDialog(const UserFiles& files, const Backups& backups, Bac
       target_(std::move(target)),
       list_(new QTreeWidget(this)),
       info_(new QLabel(this)),
-      restore_(AddButton("Restore", Message::BackupRestore)),
-      compare_(AddButton("Compare", Message::CompareImages))
+      restore_(NamedButton("Restore", *this, ToQString(files.Words().Caption(Message::BackupRestore)))),
+      compare_(NamedButton("Compare", *this, ToQString(files.Words().Caption(Message::CompareImages))))
 {
     setObjectName(QStringLiteral("BackupsDialog"));
     setWindowTitle(ToQString(files_.Words().Caption(Message::BackupsTitle)));
@@ -49,15 +50,6 @@ BackupsDialog::BackupsDialog(const UserFiles& files, const Backups& backups, Bac
     MakeList();
     Arrange();
     Fill();
-}
-
-QPushButton* BackupsDialog::AddButton(const char* name, const MessageId& caption)
-{
-    auto* const button = new QPushButton(ToQString(files_.Words().Caption(caption)), this);
-    button->setObjectName(QLatin1String(name));
-    // Enter in the list must not begin anything.
-    button->setAutoDefault(false);
-    return button;
 }
 
 void BackupsDialog::MakeList()

@@ -36,7 +36,6 @@ public:
     const std::string& ChosenPath() const { return chosenPath_; }
 
 private:
-    QPushButton* AddButton(const char* name, const MessageId& caption);
     void MakeList();
     void Arrange();
     void Fill();

@@ -7,13 +7,12 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScreen>
-#include <QSplitter>
 #include <utility>
 
 #include "flash/TransferTexts.h"
 #include "flash/forms/ImageTable.h"
 #include "platform/qt/Text.h"
-#include "platform/qt/WindowKeys.h"
+#include "platform/qt/WindowParts.h"
 
 namespace kelvora {
 
@@ -32,14 +31,14 @@ ComparisonDialog::ComparisonDialog(const UserFiles& files, ImageComparison image
       images_(std::move(images)),
       findLabel_(new QLabel(this)),
       find_(new QLineEdit(this)),
-      findNext_(AddButton("FindNext")),
+      findNext_(NamedButton("FindNext", *this)),
       found_(new QLabel(this)),
       table_(new ImageTable(images_, this)),
       count_(new QLabel(this)),
       list_(new QListWidget(this)),
-      previous_(AddButton("Previous")),
-      next_(AddButton("Next")),
-      save_(AddButton("SaveAs"))
+      previous_(NamedButton("Previous", *this)),
+      next_(NamedButton("Next", *this)),
+      save_(NamedButton("SaveAs", *this))
 {
     setObjectName(QStringLiteral("ComparisonDialog"));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
@@ -66,15 +65,6 @@ ComparisonDialog::ComparisonDialog(const UserFiles& files, ImageComparison image
     table_->setFocus();
 }
 
-QPushButton* ComparisonDialog::AddButton(const char* name)
-{
-    auto* const button = new QPushButton(this);
-    button->setObjectName(QLatin1String(name));
-    // Enter belongs to the field that looks for bytes.
-    button->setAutoDefault(false);
-    return button;
-}
-
 void ComparisonDialog::MakeKeys()
 {
     AddKeys(*this, {Qt::Key_F3}, [this] { Step(1); });
@@ -98,12 +88,6 @@ void ComparisonDialog::Arrange()
     belowLayout->setContentsMargins(0, 0, 0, 0);
     belowLayout->addWidget(count_);
     belowLayout->addWidget(list_, 1);
-    auto* const split = new QSplitter(Qt::Vertical, this);
-    split->addWidget(table_);
-    split->addWidget(below);
-    split->setStretchFactor(0, 3);
-    split->setStretchFactor(1, 1);
-    split->setChildrenCollapsible(false);
     auto* const closing = new QDialogButtonBox(QDialogButtonBox::Close, this);
     closing->button(QDialogButtonBox::Close)->setAutoDefault(false);
     connect(closing, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -115,7 +99,7 @@ void ComparisonDialog::Arrange()
     across->addWidget(closing);
     auto* const layout = new QVBoxLayout(this);
     layout->addLayout(above);
-    layout->addWidget(split, 1);
+    layout->addWidget(SplitDown(*table_, *below, *this), 1);
     layout->addLayout(across);
     resize(InitialSize.boundedTo(screen()->availableSize() * 9 / 10));
 }

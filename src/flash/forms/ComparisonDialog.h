@@ -25,7 +25,6 @@ public:
     void Retranslate();
 
 private:
-    QPushButton* AddButton(const char* name);
     void MakeKeys();
     void Arrange();
     void ListDifferences();

@@ -8,7 +8,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
-#include <QSplitter>
 #include <QTableView>
 #include <array>
 #include <utility>
@@ -17,7 +16,7 @@
 #include "platform/Encoding.h"
 #include "platform/Files.h"
 #include "platform/qt/Text.h"
-#include "platform/qt/WindowKeys.h"
+#include "platform/qt/WindowParts.h"
 
 namespace kelvora {
 
@@ -71,8 +70,7 @@ JournalWindow::JournalWindow(const OperationNotes& notes, const Lines& lines, co
 
 QPushButton* JournalWindow::AddButton(const char* name, const std::function<void()>& click)
 {
-    auto* const button = new QPushButton(this);
-    button->setObjectName(QLatin1String(name));
+    auto* const button = NamedButton(name, *this);
     connect(button, &QPushButton::clicked, this, click);
     return button;
 }
@@ -85,21 +83,7 @@ void JournalWindow::MakeTable()
     // The newest first, as they come.
     table_->horizontalHeader()->setSortIndicatorClearable(true);
     table_->sortByColumn(-1, Qt::AscendingOrder);
-    table_->setSelectionBehavior(QAbstractItemView::SelectRows);
-    table_->setSelectionMode(QAbstractItemView::SingleSelection);
-    table_->setWordWrap(false);
-    table_->setTabKeyNavigation(false);
-    table_->setShowGrid(false);
-    // Rows of one height, never measured: the table may be long.
-    table_->verticalHeader()->hide();
-    table_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    table_->verticalHeader()->setDefaultSectionSize(fontMetrics().lineSpacing() + fontMetrics().descent());
-    table_->horizontalHeader()->setStretchLastSection(true);
-    table_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    table_->horizontalHeader()->setHighlightSections(false);
-    for (int column = 0; std::cmp_less(column, Widths.size()); ++column)
-        table_->setColumnWidth(
-            column, Widths.at(static_cast<std::size_t>(column)) * fontMetrics().averageCharWidth());
+    ListRows(*table_, Widths);
     connect(table_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this] { ShowSelection(); });
     empty_->setAlignment(Qt::AlignCenter);
@@ -117,12 +101,6 @@ void JournalWindow::Arrange()
     top->addWidget(searchLabel_);
     top->addWidget(search_, 1);
     top->addWidget(failedOnly_);
-    auto* const split = new QSplitter(Qt::Vertical, this);
-    split->addWidget(table_);
-    split->addWidget(detail_);
-    split->setStretchFactor(0, 3);
-    split->setStretchFactor(1, 1);
-    split->setChildrenCollapsible(false);
     auto* const bottom = new QHBoxLayout;
     for (QPushButton* const button : {open_, compare_, restore_})
         bottom->addWidget(button);
@@ -131,7 +109,7 @@ void JournalWindow::Arrange()
     bottom->addWidget(reload_);
     auto* const layout = new QVBoxLayout(this);
     layout->addLayout(top);
-    layout->addWidget(split, 1);
+    layout->addWidget(SplitDown(*table_, *detail_, *this), 1);
     layout->addLayout(bottom);
     resize(InitialSize.boundedTo(screen()->availableSize() * 9 / 10));
 }

@@ -13,6 +13,7 @@
 
 #include "keymap/forms/KeyGridView.h"
 #include "platform/qt/Text.h"
+#include "platform/qt/WindowParts.h"
 
 namespace kelvora {
 
@@ -113,10 +114,8 @@ QWidget* frmKeyb::MakeControls()
 
 QPushButton* frmKeyb::MakeButton(const MessageId& caption, const char* name)
 {
-    auto* const button = new QPushButton(ToQString(texts_.Caption(caption)), this);
-    button->setObjectName(QLatin1String(name));
+    auto* const button = NamedButton(name, *this, ToQString(texts_.Caption(caption)));
     button->setAccessibleName(WithoutMnemonic(button->text()));
-    button->setAutoDefault(false);
     return button;
 }
 

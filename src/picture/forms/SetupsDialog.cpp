@@ -5,7 +5,6 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QScreen>
-#include <QSplitter>
 #include <QTabBar>
 #include <algorithm>
 #include <utility>
@@ -13,7 +12,7 @@
 #include "picture/forms/PictureView.h"
 #include "platform/qt/ElidedLabel.h"
 #include "platform/qt/Text.h"
-#include "platform/qt/WindowKeys.h"
+#include "platform/qt/WindowParts.h"
 #include "setup/SetupTexts.h"
 
 namespace kelvora {
@@ -45,8 +44,8 @@ SetupsDialog::SetupsDialog(const MessageCatalogue& catalogue, NamedSetup before,
       hint_(new QLabel(this)),
       count_(new QLabel(this)),
       list_(new QListWidget(this)),
-      previous_(AddButton("Previous")),
-      next_(AddButton("Next"))
+      previous_(NamedButton("Previous", *this)),
+      next_(NamedButton("Next", *this))
 {
     setObjectName(QStringLiteral("SetupsDialog"));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
@@ -79,14 +78,6 @@ SetupsDialog::SetupsDialog(const MessageCatalogue& catalogue, NamedSetup before,
     list_->setFocus();
 }
 
-QPushButton* SetupsDialog::AddButton(const char* name)
-{
-    auto* const button = new QPushButton(this);
-    button->setObjectName(QLatin1String(name));
-    button->setAutoDefault(false);
-    return button;
-}
-
 void SetupsDialog::MakeKeys()
 {
     AddKeys(*this, {Qt::Key_F3}, [this] { Step(1); });
@@ -113,18 +104,12 @@ void SetupsDialog::Arrange()
     belowLayout->setContentsMargins(0, 0, 0, 0);
     belowLayout->addWidget(count_);
     belowLayout->addWidget(list_, 1);
-    auto* const split = new QSplitter(Qt::Vertical, this);
-    split->addWidget(above);
-    split->addWidget(below);
-    split->setStretchFactor(0, 3);
-    split->setStretchFactor(1, 1);
-    split->setChildrenCollapsible(false);
     auto* const across = new QHBoxLayout;
     across->addWidget(previous_);
     across->addWidget(next_);
     across->addStretch(1);
     auto* const layout = new QVBoxLayout(this);
-    layout->addWidget(split, 1);
+    layout->addWidget(SplitDown(*above, *below, *this), 1);
     layout->addLayout(across);
     resize(InitialSize.boundedTo(screen()->availableSize() * 9 / 10));
 }

@@ -46,7 +46,6 @@ private:
         PictureView* picture;
     };
 
-    QPushButton* AddButton(const char* name);
     void MakeKeys();
     void Arrange();
     void ListViews();

@@ -18,7 +18,7 @@
 #include "platform/LocalTime.h"
 #include "platform/PortName.h"
 #include "platform/qt/Text.h"
-#include "platform/qt/WindowKeys.h"
+#include "platform/qt/WindowParts.h"
 #include "series/forms/LaneView.h"
 #include "series/forms/SeriesChoice.h"
 #include "series/forms/SeriesTable.h"
@@ -76,8 +76,7 @@ SeriesWindow::~SeriesWindow()
 
 QPushButton* SeriesWindow::AddButton(const char* name, void (SeriesWindow::*click)())
 {
-    auto* const button = new QPushButton(this);
-    button->setObjectName(QLatin1String(name));
+    auto* const button = NamedButton(name, *this);
     connect(button, &QPushButton::clicked, this, click);
     return button;
 }

@@ -16,7 +16,7 @@
 #include <algorithm>
 
 #include "platform/qt/Text.h"
-#include "platform/qt/WindowKeys.h"
+#include "platform/qt/WindowParts.h"
 #include "windows/forms/Icons.h"
 
 namespace kelvora {

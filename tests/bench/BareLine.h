@@ -10,9 +10,9 @@
 
 namespace kelvora::bench {
 
-struct BenchLine {
-    explicit BenchLine(LineState memory = FreshLine({Module::KM096, Module::MCR123}),
-                       const LineOptions& options = {})
+struct BareLine {
+    explicit BareLine(LineState memory = FreshLine({Module::KM096, Module::MCR123}),
+                      const LineOptions& options = {})
         : line(clock, std::move(memory), options), port(line)
     {
         port.Open();

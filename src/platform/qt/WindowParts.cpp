@@ -1,0 +1,55 @@
+#include "platform/qt/WindowParts.h"
+
+#include <QAction>
+#include <QHeaderView>
+#include <QTableView>
+
+namespace kelvora {
+
+void AddKeys(QWidget& window, const QList<QKeySequence>& keys, const std::function<void()>& action)
+{
+    auto* const entry = new QAction(&window);
+    entry->setShortcuts(keys);
+    QObject::connect(entry, &QAction::triggered, &window, action);
+    window.addAction(entry);
+}
+
+QPushButton* NamedButton(const char* name, QWidget& window, const QString& text)
+{
+    auto* const button = new QPushButton(text, &window);
+    button->setObjectName(QLatin1String(name));
+    button->setAutoDefault(false);
+    return button;
+}
+
+QSplitter* SplitDown(QWidget& above, QWidget& below, QWidget& window)
+{
+    auto* const split = new QSplitter(Qt::Vertical, &window);
+    split->addWidget(&above);
+    split->addWidget(&below);
+    split->setStretchFactor(0, 3);
+    split->setStretchFactor(1, 1);
+    split->setChildrenCollapsible(false);
+    return split;
+}
+
+void ListRows(QTableView& table, std::span<const int> columnWidths)
+{
+    table.setSelectionBehavior(QAbstractItemView::SelectRows);
+    table.setSelectionMode(QAbstractItemView::SingleSelection);
+    table.setWordWrap(false);
+    table.setTabKeyNavigation(false);
+    table.setShowGrid(false);
+    // Never measured: the table may be long.
+    const QFontMetrics metrics = table.fontMetrics();
+    table.verticalHeader()->hide();
+    table.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    table.verticalHeader()->setDefaultSectionSize(metrics.lineSpacing() + metrics.descent());
+    table.horizontalHeader()->setStretchLastSection(true);
+    table.horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    table.horizontalHeader()->setHighlightSections(false);
+    for (std::size_t column = 0; column < columnWidths.size(); ++column)
+        table.setColumnWidth(static_cast<int>(column), columnWidths[column] * metrics.averageCharWidth());
+}
+
+}  // namespace kelvora
