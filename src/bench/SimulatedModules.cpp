@@ -3,18 +3,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "bench/ControlBytes.h"
+
 namespace kelvora::bench {
 
 namespace {
 
-constexpr char Stx = '\x02';
-constexpr char Etx = '\x03';
-constexpr char Enq = '\x05';
-constexpr char Ack = '\x06';
-constexpr char Dc1 = '\x11';
-constexpr char Nak = '\x15';
-
-constexpr char Identify = '\xF7';
+constexpr char AskIdentity = '\xF7';
 constexpr char Read = '\xF9';
 constexpr char Write = '\xFA';
 
@@ -157,7 +152,7 @@ std::string SimulatedModules::Run(std::size_t address)
 {
     const char command = data_.size() > 1 ? data_[1] : '\0';
     const std::string lead = data_.substr(0, 2);
-    if (command == Identify && data_.size() == 2)
+    if (command == AskIdentity && data_.size() == 2)
         return Frame(lead + std::string(Version));
     if (command == Read && data_.size() == PlaceEnd + 1 && ByteAt(data_, PlaceEnd) <= MostRead)
         return Frame(lead + ReadEeprom(address));

@@ -9,11 +9,9 @@
 #include <string>
 #include <string_view>
 
-namespace kelvora::bench {
+#include "bench/ControlBytes.h"
 
-inline constexpr char Soh = '\x01';
-inline constexpr char Etx = '\x03';
-inline constexpr char Nak = '\x15';
+namespace kelvora::bench {
 
 /// Polynomial 1021, start value FFFF, nothing reflected.
 std::uint16_t Crc16(std::string_view bytes);

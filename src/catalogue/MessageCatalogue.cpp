@@ -3,11 +3,11 @@
 #include <cstdio>
 #include <utility>
 
+#include "platform/TextLines.h"
+
 namespace kelvora {
 
 namespace {
-
-constexpr std::string_view LineEnd = "\r\n";
 
 // CR LF, three digits, comma, blank.
 constexpr std::size_t KeyLength = 7;

@@ -60,15 +60,15 @@ struct OutcomeName {
 };
 
 // In the order of Outcome::What.
-constexpr std::array OutcomeNames{OutcomeName{"changed", "changed"},
+constexpr std::array EditOutcomes{OutcomeName{"changed", "changed"},
                                   OutcomeName{"as wanted already", "asWanted"},
                                   OutcomeName{"not chosen", "notChosen"}, OutcomeName{"refused", "refused"},
                                   OutcomeName{"not reached", "notReached"}};
-static_assert(OutcomeNames.size() == static_cast<std::size_t>(Outcome::What::Last) + 1);
+static_assert(EditOutcomes.size() == static_cast<std::size_t>(Outcome::What::Last) + 1);
 
 const OutcomeName& NameOf(Outcome::What what)
 {
-    return OutcomeNames.at(static_cast<std::size_t>(what));
+    return EditOutcomes.at(static_cast<std::size_t>(what));
 }
 
 Outcome Refused(const EditedFile& file, Verdict verdict)
@@ -125,9 +125,9 @@ std::string OutcomeJson(const Outcome& outcome, const Task& task)
     return object.dump() + "\n";
 }
 
-using Counts = std::map<Outcome::What, std::size_t>;
+using OutcomeCounts = std::map<Outcome::What, std::size_t>;
 
-std::string SummaryLine(const Counts& counts, const Task& task)
+std::string SummaryLine(const OutcomeCounts& counts, const Task& task)
 {
     std::size_t files = 0;
     std::string text;
@@ -144,10 +144,10 @@ std::string SummaryLine(const Counts& counts, const Task& task)
 
 // Edits all of them on all cores and tells what came of each, in their order; `showDifferences` where they
 // have not been shown. Gives those that change to `changed`.
-Counts EditAll(const std::vector<EditedFile>& all, const Task& task, bool showDifferences, Console& console,
-               LineAccess& access, std::vector<EditedFile>& changed)
+OutcomeCounts EditAll(const std::vector<EditedFile>& all, const Task& task, bool showDifferences,
+                      Console& console, LineAccess& access, std::vector<EditedFile>& changed)
 {
-    Counts counts;
+    OutcomeCounts counts;
     std::atomic<bool> isStopped = false;
     RunOrderedTogether<Outcome>(
         all, FileBatch::Room(std::max(1U, std::thread::hardware_concurrency())),
@@ -172,7 +172,7 @@ Counts EditAll(const std::vector<EditedFile>& all, const Task& task, bool showDi
     return counts;
 }
 
-int ExitCodeOf(const Counts& counts)
+int ExitCodeOf(const OutcomeCounts& counts)
 {
     if (counts.contains(Outcome::What::Stopped))
         return ExitCode::Line;
@@ -188,7 +188,7 @@ std::string Question(std::size_t changed)
 int EditAsked(const std::vector<EditedFile>& all, Task task, Console& console, LineAccess& access)
 {
     std::vector<EditedFile> shown;
-    Counts counts = EditAll(all, task, true, console, access, shown);
+    OutcomeCounts counts = EditAll(all, task, true, console, access, shown);
     console.err << SummaryLine(counts, task);
     if (shown.empty())
         return ExitCodeOf(counts);
@@ -289,7 +289,7 @@ int Edit(const EditRequest& request, Console& console, LineAccess& access)
     if (asks)
         return EditAsked(all, std::move(task), console, access);
     std::vector<EditedFile> changed;
-    const Counts counts = EditAll(all, task, true, console, access, changed);
+    const OutcomeCounts counts = EditAll(all, task, true, console, access, changed);
     console.err << SummaryLine(counts, task);
     return ExitCodeOf(counts);
 }

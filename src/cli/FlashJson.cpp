@@ -43,7 +43,7 @@ Json ArrayOf(const std::vector<std::string>& lines)
 }
 
 // Null for a line that did not fail.
-Json FailureOf(const LineTarget& target, const LineResult& line)
+Json LineFailureOf(const LineTarget& target, const LineResult& line)
 {
     return line.IsDone() ? Json() : Json(LineFailureText(target, line));
 }
@@ -67,7 +67,7 @@ std::string VerifyJson(const LineTarget& target, const std::string& file, const 
     object["message"] = isDifferent ? OneLineText(text.text) : MessageOf(text);
     object["firstDifference"] = isDifferent ? Json(HexText(result.firstDifference, 4)) : Json();
     object["differences"] = ArrayOf(DifferenceLines(english, result.differences));
-    object["lineFailure"] = FailureOf(target, result.line);
+    object["lineFailure"] = LineFailureOf(target, result.line);
     object["warnings"] = WarningsOf(result.line);
     return object.dump() + "\n";
 }
@@ -86,7 +86,7 @@ std::string TransferJson(const LineTarget& target, const std::string& file, cons
         ArrayOf(result.plan ? ChangeLines(english, *result.plan) : std::vector<std::string>());
     object["unheld"] = ArrayOf(result.plan ? UnheldLines(english, *result.plan) : std::vector<std::string>());
     object["backup"] = result.fileError.empty() ? FileOrNull(result.backup) : Json();
-    object["lineFailure"] = FailureOf(target, result.line);
+    object["lineFailure"] = LineFailureOf(target, result.line);
     object["warnings"] = WarningsOf(result.line);
     return object.dump() + "\n";
 }
@@ -98,8 +98,8 @@ std::string DumpJson(const LineTarget& target, const LineResult& read, const std
     object["file"] = FileOrNull(file);
     object["deviceMap"] = DeviceMapJson(read.deviceMap);
     object["crc32"] = read.image.empty() ? Json() : Json(HexText(Crc32(read.image), 8));
-    object["message"] = FailureOf(target, read);
-    object["lineFailure"] = FailureOf(target, read);
+    object["message"] = LineFailureOf(target, read);
+    object["lineFailure"] = LineFailureOf(target, read);
     object["warnings"] = WarningsOf(read);
     return object.dump() + "\n";
 }

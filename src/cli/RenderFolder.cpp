@@ -16,15 +16,15 @@ namespace kelvora {
 namespace {
 
 // Worth the start of the program that makes pictures, and few enough to keep all cores at work.
-constexpr std::size_t FilesPerBatch = 32;
+constexpr std::size_t PicturesPerBatch = 32;
 
 using RenderBatch = std::vector<RenderedFile>;
 
 // Finds the files and gives each the place of its picture.
-class BatchMaker {
+class RenderBatchMaker {
 public:
-    BatchMaker(const RenderRequest& request, PictureType type, std::istream& in,
-               OrderedBatches<RenderBatch>& batches)
+    RenderBatchMaker(const RenderRequest& request, PictureType type, std::istream& in,
+                     OrderedBatches<RenderBatch>& batches)
         : request_(request), ending_('.' + std::string(PictureTypeName(type))), in_(in), batches_(batches)
     {
     }
@@ -47,7 +47,7 @@ private:
         }
         std::string output = PlaceInFolder(request_.outputFolder, name, ending_);
         batch_->emplace_back(places_.Take(std::move(name), std::move(output)));
-        if (batch_->size() == FilesPerBatch)
+        if (batch_->size() == PicturesPerBatch)
             Pass();
         return true;
     }
@@ -103,7 +103,9 @@ std::optional<int> RenderFolder(const RenderRequest& request, PictureType type, 
 {
     std::optional<int> exitCode;
     RunOrdered<RenderBatch>(
-        [&](OrderedBatches<RenderBatch>& batches) { BatchMaker(request, type, console.in, batches).Run(); },
+        [&](OrderedBatches<RenderBatch>& batches) {
+            RenderBatchMaker(request, type, console.in, batches).Run();
+        },
         [&](RenderBatch& batch) { DrawBatch(batch, request, type); },
         [&](const RenderBatch& batch) {
             exitCode = std::max(exitCode.value_or(ExitCode::Done), Report(batch, request.json, console));

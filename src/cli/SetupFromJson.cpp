@@ -22,8 +22,8 @@ namespace kelvora {
 
 namespace {
 
-using Json = nlohmann::json;
-using Pointer = Json::json_pointer;
+using PlainJson = nlohmann::json;
+using Pointer = PlainJson::json_pointer;
 
 [[noreturn]] void Expect(const Pointer& at, const std::string& expected)
 {
@@ -42,7 +42,7 @@ constexpr std::array ModuleMembers{Member{"position", false},  Member{"kind", tr
                                    Member{"keyMap", true},     Member{"options", true}};
 
 // That it is an object of these members.
-void CheckMembers(const Json& object, std::span<const Member> members, const Pointer& at)
+void CheckMembers(const PlainJson& object, std::span<const Member> members, const Pointer& at)
 {
     if (!object.is_object())
         Expect(at, "an object");
@@ -57,9 +57,9 @@ void CheckMembers(const Json& object, std::span<const Member> members, const Poi
             Expect(at / name, "no member but " + names);
 }
 
-std::string TextAt(const Json& object, const char* name, const Pointer& at)
+std::string TextAt(const PlainJson& object, const char* name, const Pointer& at)
 {
-    const Json& value = object.at(name);
+    const PlainJson& value = object.at(name);
     if (!value.is_string())
         Expect(at / name, "a text");
     const auto text = TextFromUtf8(value.get_ref<const std::string&>());
@@ -69,13 +69,13 @@ std::string TextAt(const Json& object, const char* name, const Pointer& at)
 }
 
 // A member that may be missing must be what follows from the others. A number counts by its value: 3.0 is 3.
-void CheckAgrees(const Json& object, const char* name, const Json& value, const Pointer& at)
+void CheckAgrees(const PlainJson& object, const char* name, const PlainJson& value, const Pointer& at)
 {
     if (object.contains(name) && object.at(name) != value)
         Expect(at / name, value.dump());
 }
 
-ModuleKind KindAt(const Json& module, const Pointer& at)
+ModuleKind KindAt(const PlainJson& module, const Pointer& at)
 {
     constexpr std::array Kinds{ModuleKind::KM096, ModuleKind::Backlight, ModuleKind::Code4,
                                ModuleKind::KM064, ModuleKind::MCR,       ModuleKind::ICCR};
@@ -146,16 +146,16 @@ std::optional<ModuleRecord> ReadBack(const ModuleRecord& record)
     }
 }
 
-std::uint8_t CodeAt(const Json& module, ModuleKind kind, const Pointer& at)
+std::uint8_t CodeAt(const PlainJson& module, ModuleKind kind, const Pointer& at)
 {
-    const Json& value = module.at("deviceCode");
+    const PlainJson& value = module.at("deviceCode");
     for (int code = 1; code < DeviceCode::Unknown; ++code)
-        if (KindOf(static_cast<std::uint8_t>(code)) == kind && value == Json(code))
+        if (KindOf(static_cast<std::uint8_t>(code)) == kind && value == PlainJson(code))
             return static_cast<std::uint8_t>(code);
     Expect(at / "deviceCode", "a device code of " + std::string(KindName(kind)));
 }
 
-ModuleRecord RecordAt(const Json& module, ModuleKind kind, const Pointer& at)
+ModuleRecord RecordAt(const PlainJson& module, ModuleKind kind, const Pointer& at)
 {
     ModuleRecord record = CreateRecord(CodeAt(module, kind, at), 0);
     std::string keyMap = TextAt(module, "keyMap", at);
@@ -177,7 +177,7 @@ ModuleRecord RecordAt(const Json& module, ModuleKind kind, const Pointer& at)
     return record;
 }
 
-SetupDocument ReadModules(const Json& modules, const Pointer& at)
+SetupDocument ReadModules(const PlainJson& modules, const Pointer& at)
 {
     if (!modules.is_array())
         Expect(at, "a list");
@@ -197,9 +197,9 @@ SetupDocument ReadModules(const Json& modules, const Pointer& at)
 }
 
 // What is there besides is what the modules say.
-void CheckFollowing(const Json& setup, const SetupDocument& document)
+void CheckFollowing(const PlainJson& setup, const SetupDocument& document)
 {
-    const Json follows = Json(SetupObject({}, document));
+    const PlainJson follows = PlainJson(SetupObject({}, document));
     CheckAgrees(setup, "$schema", SetupSchema, Pointer());
     if (setup.contains("file") && !setup.at("file").is_string())
         Expect(Pointer("/file"), "a text");
@@ -214,7 +214,7 @@ void CheckFollowing(const Json& setup, const SetupDocument& document)
 
 SetupDocument SetupFromJson(std::string_view text)
 {
-    const Json setup = ParseUniqueJson(text);
+    const PlainJson setup = ParseUniqueJson(text);
     CheckMembers(setup, SetupMembers, Pointer());
     SetupDocument document = ReadModules(setup.at("modules"), Pointer("/modules"));
     CheckFollowing(setup, document);

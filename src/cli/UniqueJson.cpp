@@ -12,26 +12,26 @@ namespace kelvora {
 
 namespace {
 
-using Json = nlohmann::json;
+using PlainJson = nlohmann::json;
 
 // Follows the parser through the text.
 class MemberWatch {
 public:
-    bool See(Json::parse_event_t event, const Json& parsed)
+    bool See(PlainJson::parse_event_t event, const PlainJson& parsed)
     {
         switch (event) {
-            case Json::parse_event_t::key:
+            case PlainJson::parse_event_t::key:
                 TakeName(parsed.get_ref<const std::string&>());
                 break;
-            case Json::parse_event_t::object_start:
-            case Json::parse_event_t::array_start:
-                Begin(event == Json::parse_event_t::array_start);
+            case PlainJson::parse_event_t::object_start:
+            case PlainJson::parse_event_t::array_start:
+                Begin(event == PlainJson::parse_event_t::array_start);
                 break;
-            case Json::parse_event_t::object_end:
-            case Json::parse_event_t::array_end:
+            case PlainJson::parse_event_t::object_end:
+            case PlainJson::parse_event_t::array_end:
                 levels_.pop_back();
                 break;
-            case Json::parse_event_t::value:
+            case PlainJson::parse_event_t::value:
                 Count();
                 break;
         }
@@ -62,7 +62,7 @@ private:
         level.name = name;
         if (level.names.insert(name).second)
             return;
-        Json::json_pointer pointer;
+        PlainJson::json_pointer pointer;
         for (const Level& each : levels_)
             pointer.push_back(each.isArray ? std::to_string(each.count - 1) : each.name);
         throw SetupJsonError(pointer.to_string(), "expected this member once");
@@ -77,10 +77,10 @@ nlohmann::json ParseUniqueJson(std::string_view text)
 {
     MemberWatch watch;
     try {
-        return Json::parse(text, [&](int /*depth*/, Json::parse_event_t event, Json& parsed) {
+        return PlainJson::parse(text, [&](int /*depth*/, PlainJson::parse_event_t event, PlainJson& parsed) {
             return watch.See(event, parsed);
         });
-    } catch (const Json::parse_error& error) {
+    } catch (const PlainJson::parse_error& error) {
         // Without the library's own number of it.
         const std::string told = error.what();
         throw SetupJsonError({}, told.substr(told.find("] ") + 2));

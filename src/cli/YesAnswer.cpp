@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::array<std::string_view, 2> English{"y", "yes"};
 // The accent in UTF-8, small and capital, and in the terminals' older encoding.
-constexpr std::array<std::string_view, 6> Italian{"s", "si", "s\xC3\xAC", "s\xC3\x8C", "s\xEC", "s\xCC"};
+constexpr std::array<std::string_view, 6> YesInItalian{"s", "si", "s\xC3\xAC", "s\xC3\x8C", "s\xEC", "s\xCC"};
 
 }  // namespace
 
@@ -22,7 +22,7 @@ bool IsYes(std::string_view line, bool isItalian)
     line = line.substr(0, line.find_last_not_of("\r\n") + 1);
     const std::string word = LowerCase(Trim(line));
     return std::ranges::find(English, word) != English.end() ||
-           (isItalian && std::ranges::find(Italian, word) != Italian.end());
+           (isItalian && std::ranges::find(YesInItalian, word) != YesInItalian.end());
 }
 
 bool HasItalianLocale()

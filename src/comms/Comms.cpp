@@ -3,12 +3,11 @@
 #include <optional>
 
 #include "comms/Reply.h"
+#include "platform/TextLines.h"
 
 namespace kelvora {
 
 namespace {
-
-constexpr std::string_view LineEnd = "\r\n";
 
 std::string_view TagOf(LinkEvent event)
 {

@@ -15,8 +15,8 @@ constexpr std::size_t BodyAt = 5;
 
 constexpr std::string_view StageCommand = "0FB1";
 constexpr std::string_view BlockCommand = "20";
-constexpr std::size_t AddressDigits = 4;
-constexpr std::string_view Done = "0";
+constexpr std::size_t AddressLength = 4;
+constexpr std::string_view DoneField = "0";
 
 std::string BlockText(std::string_view address, std::size_t bytes)
 {
@@ -32,10 +32,10 @@ std::size_t DataSize(std::string_view escaped)
 std::string DescribeCommand(std::string_view command)
 {
     const std::string_view rest = command.substr(CommandName(command).size());
-    if (!command.starts_with(StageCommand) || rest.size() <= AddressDigits)
+    if (!command.starts_with(StageCommand) || rest.size() <= AddressLength)
         return std::string(command);
     return std::string(StageCommand) +
-           BlockText(rest.substr(0, AddressDigits), DataSize(rest.substr(AddressDigits)));
+           BlockText(rest.substr(0, AddressLength), DataSize(rest.substr(AddressLength)));
 }
 
 std::string DescribeReply(std::string_view reply)
@@ -45,7 +45,7 @@ std::string DescribeReply(std::string_view reply)
     const auto fields = ReplyFields(reply, name);
     if (!fields || fields->empty())
         return text + ", malformed";
-    if (fields->front() != Done)
+    if (fields->front() != DoneField)
         text += ", status " + fields->front();
     if (name != BlockCommand || fields->size() < 3) {
         for (std::size_t i = 1; i < fields->size(); ++i)

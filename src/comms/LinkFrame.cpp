@@ -10,7 +10,7 @@ namespace kelvora {
 namespace {
 
 constexpr int ExchangeDigits = 4;
-constexpr int CrcDigits = 4;
+constexpr int FrameCrcDigits = 4;
 constexpr char EscapeFlip = 0x40;
 
 bool NeedsEscape(char byte)
@@ -43,7 +43,7 @@ std::optional<std::uint16_t> HexNumber(std::string_view digits)
 std::string BuildFrame(const LinkFrame& frame)
 {
     std::string text = HexText(frame.exchange, ExchangeDigits) + frame.body;
-    const std::string crc = HexText(Crc16(text), CrcDigits);
+    const std::string crc = HexText(Crc16(text), FrameCrcDigits);
     text.insert(text.begin(), LinkByte::Soh);
     return text + LinkByte::Etx + crc;
 }
@@ -111,7 +111,7 @@ FrameReceiver::Event FrameReceiver::Take(char byte)
             }
             return bytes_.size() < MaximumBody + FrameOverhead ? Event::None : Report(Event::Damage);
         case State::Crc:
-            if (bytes_.size() == etxAt_ + 1 + CrcDigits)
+            if (bytes_.size() == etxAt_ + 1 + FrameCrcDigits)
                 return Report(Judge());
             return bytes_.size() < MaximumBody + FrameOverhead ? Event::None : Report(Event::Damage);
     }

@@ -5,6 +5,7 @@
 
 #include "platform/LocalTime.h"
 #include "platform/PortName.h"
+#include "platform/TextLines.h"
 
 namespace kelvora {
 
@@ -14,7 +15,6 @@ constexpr std::string_view Header = "Kelvora module identities";
 constexpr std::string_view DateWord = "Date ";
 constexpr std::string_view LineWord = "Line ";
 constexpr std::string_view AfterAddress = ": ";
-constexpr std::string_view LineEnd = "\r\n";
 
 // Takes the lines of a text one after the other.
 class Lines {

@@ -3,11 +3,11 @@
 #include <array>
 #include <string_view>
 
+#include "platform/TextLines.h"
+
 namespace kelvora {
 
 namespace {
-
-constexpr std::string_view LineEnd = "\r\n";
 
 // In the order of CopyExpected.
 constexpr std::array ExpectedTexts{Message::EepromCopyHeader, Message::EepromCopyDate,

@@ -9,12 +9,11 @@
 #include "platform/Encoding.h"
 #include "platform/LocalTime.h"
 #include "platform/PortName.h"
+#include "platform/TextLines.h"
 
 namespace kelvora {
 
 namespace {
-
-constexpr std::string_view LineEnd = "\r\n";
 
 std::string SaveCopy(const ModuleMemory& memory, const WriteSurroundings& surroundings)
 {

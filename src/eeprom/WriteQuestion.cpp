@@ -7,12 +7,12 @@
 
 #include "eeprom/IdentityChoices.h"
 #include "eeprom/IdentityCopy.h"
+#include "platform/TextLines.h"
 
 namespace kelvora {
 
 namespace {
 
-constexpr std::string_view LineEnd = "\r\n";
 constexpr std::string_view Indent = "    ";
 constexpr std::string_view AfterLabel = "  ";
 constexpr std::string_view Mark = "^^";

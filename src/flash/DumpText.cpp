@@ -7,6 +7,7 @@
 #include "comms/Crc.h"
 #include "platform/Blanks.h"
 #include "platform/HexText.h"
+#include "platform/TextLines.h"
 #include "setup/DeviceCode.h"
 #include "setup/ModuleRecord.h"
 
@@ -14,7 +15,6 @@ namespace kelvora {
 
 namespace {
 
-constexpr std::string_view LineEnd = "\r\n";
 constexpr char CommentMark = '\'';
 
 constexpr std::size_t BytesPerLine = 16;

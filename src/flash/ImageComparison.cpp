@@ -10,7 +10,7 @@ namespace kelvora {
 
 namespace {
 
-constexpr std::string_view Digits = "0123456789ABCDEF";
+constexpr std::string_view HexDigits = "0123456789ABCDEF";
 constexpr std::size_t AddressDigits = 4;
 constexpr std::size_t LowDigits = 2;  ///< of a dump line's address, behind the colon
 constexpr std::size_t LineBytes = 16;
@@ -24,14 +24,14 @@ std::string_view Trimmed(std::string_view text)
 }
 
 // The number in these digits; nothing when there are other characters, or none.
-std::optional<std::size_t> HexNumber(std::string_view text)
+std::optional<std::size_t> AnyHexNumber(std::string_view text)
 {
     std::size_t number = 0;
     for (const char c : text) {
-        const std::size_t digit = Digits.find(AsciiUpper(c));
+        const std::size_t digit = HexDigits.find(AsciiUpper(c));
         if (digit == std::string_view::npos)
             return std::nullopt;
-        number = number * Digits.size() + digit;
+        number = number * HexDigits.size() + digit;
     }
     return text.empty() ? std::nullopt : std::optional(number);
 }
@@ -39,11 +39,11 @@ std::optional<std::size_t> HexNumber(std::string_view text)
 std::optional<std::size_t> AddressIn(std::string_view text)
 {
     if (text.size() == AddressDigits)
-        return HexNumber(text);
+        return AnyHexNumber(text);
     if (text.size() != AddressDigits + 1 + LowDigits || text[AddressDigits] != ':')
         return std::nullopt;
-    const auto upper = HexNumber(text.substr(0, AddressDigits));
-    const auto low = HexNumber(text.substr(AddressDigits + 1));
+    const auto upper = AnyHexNumber(text.substr(0, AddressDigits));
+    const auto low = AnyHexNumber(text.substr(AddressDigits + 1));
     return upper && low ? std::optional(*upper * 256 + *low) : std::nullopt;
 }
 
@@ -53,7 +53,7 @@ std::string PairsIn(std::string_view text)
     std::string bytes;
     while (!text.empty()) {
         const std::string_view pair = text.substr(0, text.find(' '));
-        const auto byte = HexNumber(pair);
+        const auto byte = AnyHexNumber(pair);
         if (pair.size() != 2 || !byte)
             return {};
         bytes += static_cast<char>(*byte);

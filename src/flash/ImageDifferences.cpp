@@ -13,8 +13,6 @@ namespace kelvora {
 
 namespace {
 
-using What = ImageDifference::What;
-
 // Bytes with a name, as a difference that is not filled in yet.
 using Named = ImageDifference;
 
@@ -57,7 +55,7 @@ public:
     std::vector<Named> Names();
 
 private:
-    void Name(What what, std::size_t first, std::size_t length, ModuleKind kind, int number)
+    void Name(Named::What what, std::size_t first, std::size_t length, ModuleKind kind, int number)
     {
         names_.push_back({what, first, first + length - 1, std::nullopt, kind, number, 0, 0});
     }
@@ -75,12 +73,12 @@ void Namer::NamePairs()
     for (std::size_t position = 0; position < MaximumModules; ++position) {
         const std::size_t address = FlashLayout::PairsAt + position * FlashLayout::PairSize;
         const int number = static_cast<int>(position) + 1;
-        Name(What::Module, address, 1, ModuleKind::None, number);
+        Name(Named::What::Module, address, 1, ModuleKind::None, number);
         const auto isReader = [&](const FlashImage& image) {
             return KindOf(image[address]) == ModuleKind::MCR;
         };
         if (isReader(before_) && isReader(after_))
-            Name(What::Autoread, address + 1, 1, ModuleKind::MCR, number);
+            Name(Named::What::Autoread, address + 1, 1, ModuleKind::MCR, number);
     }
 }
 
@@ -90,13 +88,13 @@ void Namer::NameKeys(const ModuleRecord& record, const KeyTable& table)
     const int first = FirstKeyNumber(record.Kind, modules_);
     for (std::size_t cell = 0; cell < record.KeyCount; ++cell)
         if (positions[cell] != NoContact)
-            Name(What::Key, table.start + static_cast<unsigned char>(positions[cell]), FlashLayout::PairSize,
-                 record.Kind, first + static_cast<int>(cell));
+            Name(Named::What::Key, table.start + static_cast<unsigned char>(positions[cell]),
+                 FlashLayout::PairSize, record.Kind, first + static_cast<int>(cell));
 }
 
 std::vector<Named> Namer::Names()
 {
-    Name(What::Fiscal, FlashLayout::FiscalAt, 1, ModuleKind::KM096, 0);
+    Name(Named::What::Fiscal, FlashLayout::FiscalAt, 1, ModuleKind::KM096, 0);
     NamePairs();
     const std::vector<KeyTable> tables = KeyTablesOf(CodesOf(modules_));
     for (const ModuleRecord& record : modules_) {
@@ -107,7 +105,7 @@ std::vector<Named> Namer::Names()
             NameKeys(record, *table);
     }
     for (std::size_t track = 0; track < FlashLayout::SeparatorCount; ++track)
-        Name(What::Separator, FlashLayout::SeparatorsAt + track, 1, ModuleKind::MCR,
+        Name(Named::What::Separator, FlashLayout::SeparatorsAt + track, 1, ModuleKind::MCR,
              static_cast<int>(track) + 1);
     std::ranges::sort(names_, {}, &Named::first);
     return std::move(names_);
@@ -126,11 +124,11 @@ char ValueAt(const FlashImage& image, const Named& name)
 {
     const auto bit = [&](std::uint8_t mask) { return image[name.first] & mask ? '1' : '0'; };
     switch (name.what) {
-        case What::Fiscal:
+        case Named::What::Fiscal:
             return bit(FlashLayout::FiscalBit);
-        case What::Autoread:
+        case Named::What::Autoread:
             return bit(FlashLayout::AutoreadBit);
-        case What::Key:
+        case Named::What::Key:
             return KeyTypeOf(PairAt(image, name.first));
         default:
             return static_cast<char>(image[name.first]);
@@ -174,7 +172,7 @@ void Describer::DescribeBytes(std::size_t first, std::size_t end)
         else if (isOpen && differences_.back().region == region)
             differences_.back().last = address;
         else {
-            differences_.push_back({What::Bytes, address, address, region, ModuleKind::None, 0, 0, 0});
+            differences_.push_back({Named::What::Bytes, address, address, region, ModuleKind::None, 0, 0, 0});
             isOpen = true;
         }
     }

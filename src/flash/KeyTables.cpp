@@ -12,15 +12,15 @@ namespace kelvora {
 namespace {
 
 // A matrix column's bytes in a key table.
-constexpr std::size_t ColumnSize = 16;
+constexpr std::size_t ColumnBytes = 16;
 
 std::size_t TableLength(std::uint8_t deviceCode)
 {
     std::size_t columns = 0;
     for (const char position : ParseMatrixCodes(CreateRecord(deviceCode, 0).MatrixCodes))
         if (position != NoContact)
-            columns = std::max(columns, static_cast<unsigned char>(position) / ColumnSize + 1);
-    return columns * ColumnSize;
+            columns = std::max(columns, static_cast<unsigned char>(position) / ColumnBytes + 1);
+    return columns * ColumnBytes;
 }
 
 std::vector<ModuleKind> MainModules(std::string_view deviceCodes)

@@ -17,8 +17,6 @@ namespace kelvora {
 
 namespace {
 
-using What = TakeNotice::What;
-
 class Taker {
 public:
     Taker(SetupDocument scanned, const FlashImage& image) : image_(image), taken_{std::move(scanned), {}} {}
@@ -30,7 +28,7 @@ private:
     void TakeSeparators(ModuleRecord& record);
     void TakeAutoread(ModuleRecord& record) const;
     void TakeKeyMaps();
-    std::optional<What> TakeKeyMap(ModuleRecord& record, std::size_t start) const;
+    std::optional<TakeNotice::What> TakeKeyMap(ModuleRecord& record, std::size_t start) const;
 
     const FlashImage& image_;
     TakenSetup taken_;
@@ -51,7 +49,8 @@ void Taker::TakeSeparators(ModuleRecord& record)
         } else if (separator == Options::NoSeparator || !Options::IsSeparatorCarried(separator)) {
             // The character that means "none" in the options cannot be a separator itself.
             separator = Options::NoSeparator;
-            taken_.notices.push_back({What::SeparatorNotCarried, record.Kind, static_cast<int>(track) + 1});
+            taken_.notices.push_back(
+                {TakeNotice::What::SeparatorNotCarried, record.Kind, static_cast<int>(track) + 1});
         }
         record.Options[Options::SeparatorAt + track] = separator;
     }
@@ -70,7 +69,7 @@ void Taker::TakeAutoread(ModuleRecord& record) const
                            option & FlashLayout::AutoreadBit ? Options::On : Options::Off);
 }
 
-std::optional<What> Taker::TakeKeyMap(ModuleRecord& record, std::size_t start) const
+std::optional<TakeNotice::What> Taker::TakeKeyMap(ModuleRecord& record, std::size_t start) const
 {
     const std::string positions = ParseMatrixCodes(record.MatrixCodes);
     const std::string keys = KeyMapFromDeviceTable(TextOf(image_), positions, static_cast<int>(start),
@@ -80,11 +79,11 @@ std::optional<What> Taker::TakeKeyMap(ModuleRecord& record, std::size_t start) c
         if (keys[cell] == KeyType::NoKey || map[cell] == KeyType::Absent)
             continue;
         if (IsErased(PairAt(image_, start + static_cast<unsigned char>(positions[cell]))))
-            return What::ErasedKey;
+            return TakeNotice::What::ErasedKey;
         map[cell] = keys[cell];
     }
     if (!IsKeyMapValid(map, record.Rows, record.Columns) || !CanBeDrawn(map, record.Columns))
-        return What::InvalidKeyMap;
+        return TakeNotice::What::InvalidKeyMap;
     record.KeyMap = std::move(map);
     return std::nullopt;
 }
@@ -96,14 +95,14 @@ void Taker::TakeKeyMaps()
     // itself says.
     const std::vector<KeyTable> tables = KeyTablesOf(codes);
     if (!NamesModules(image_))
-        return taken_.notices.push_back({What::EmptyImage});
+        return taken_.notices.push_back({TakeNotice::What::EmptyImage});
     if (!HaveSameMainModules(codes, taken_.document.DeviceMap))
-        return taken_.notices.push_back({What::ModulesDisagree});
+        return taken_.notices.push_back({TakeNotice::What::ModulesDisagree});
     for (ModuleRecord& record : taken_.document.Modules) {
         if (!FindModel(record.Kind))
             continue;
         const KeyTable* const table = FindTable(tables, record.Kind);
-        const auto fault = table ? TakeKeyMap(record, table->start) : What::TableNotFound;
+        const auto fault = table ? TakeKeyMap(record, table->start) : TakeNotice::What::TableNotFound;
         if (fault)
             taken_.notices.push_back({*fault, record.Kind});
     }

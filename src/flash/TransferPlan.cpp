@@ -12,8 +12,6 @@ namespace kelvora {
 
 namespace {
 
-using Reason = TransferRefusal::Reason;
-
 // Of the lines that the content is for, the one to tell people.
 std::string KnownCodes(const WantedContent& wanted)
 {
@@ -95,9 +93,8 @@ bool Says(const ImageDifference& image, const SetupDifference& setup)
 // Whether the setup's key map of that kind is the image's.
 bool HasKeyMap(const TakenSetup& taken, ModuleKind kind)
 {
-    using What = TakeNotice::What;
     return std::ranges::none_of(taken.notices, [&](const TakeNotice& notice) {
-        return notice.what != What::SeparatorNotCarried &&
+        return notice.what != TakeNotice::What::SeparatorNotCarried &&
                (notice.kind == ModuleKind::None || notice.kind == kind);
     });
 }
@@ -149,9 +146,9 @@ std::optional<TransferRefusal> RefusalFor(const WantedContent& wanted)
 {
     const auto* const dump = std::get_if<FlashDump>(&wanted);
     if (dump ? NeedsUsersWord(*dump) : KnownCodes(wanted).empty())
-        return TransferRefusal{Reason::NoModules, 0, std::nullopt, {}, {}};
+        return TransferRefusal{TransferRefusal::Reason::NoModules, 0, std::nullopt, {}, {}};
     if (const auto build = BuildRefusalOf(wanted))
-        return TransferRefusal{Reason::NotBuilt, 0, build, {}, {}};
+        return TransferRefusal{TransferRefusal::Reason::NotBuilt, 0, build, {}, {}};
     return std::nullopt;
 }
 
@@ -160,9 +157,9 @@ std::optional<TransferRefusal> RefusalFor(const WantedContent& wanted, std::stri
     if (auto refusal = RefusalFor(wanted))
         return refusal;
     if (const auto position = UnknownPosition(deviceMap))
-        return TransferRefusal{Reason::UnknownModule, *position, std::nullopt, {}, {}};
+        return TransferRefusal{TransferRefusal::Reason::UnknownModule, *position, std::nullopt, {}, {}};
     if (!IsForLine(wanted, deviceMap))
-        return TransferRefusal{Reason::OtherModules, 0, std::nullopt, std::string(deviceMap),
+        return TransferRefusal{TransferRefusal::Reason::OtherModules, 0, std::nullopt, std::string(deviceMap),
                                KnownCodes(wanted)};
     return std::nullopt;
 }

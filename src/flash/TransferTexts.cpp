@@ -9,6 +9,7 @@
 #include "flash/FlashTexts.h"
 #include "platform/Encoding.h"
 #include "platform/HexText.h"
+#include "platform/TextLines.h"
 #include "setup/SetupTexts.h"
 
 namespace kelvora {
@@ -17,8 +18,6 @@ namespace {
 
 using Reason = TransferResult::Reason;
 using State = TransferResult::State;
-
-constexpr std::string_view LineEnd = "\r\n";
 
 struct StateText {
     MessageId ofDownload;

@@ -18,7 +18,7 @@ constexpr int PictureMargin = 90;
 constexpr int MarkWidth = 45;
 
 /// A module's marks follow its housing, whose corners are round.
-constexpr int Corner = 90;
+constexpr int MarkCorner = 90;
 
 ModuleKind MainKind(ModuleKind kind)
 {
@@ -43,9 +43,9 @@ void DrawMarks(SvgDrawing& drawing, const PlacedButton& placed, const KeyRect& p
     if (!IsMainButton(placed.button))
         return;
     if (Names(marks.marked, kind))
-        DrawMark(drawing, place, {Corner, MarkWidth, 5 * MarkWidth});
+        DrawMark(drawing, place, {MarkCorner, MarkWidth, 5 * MarkWidth});
     if (Names(marks.framed, kind))
-        DrawRing(drawing, place, {Corner, MarkWidth, 0});
+        DrawRing(drawing, place, {MarkCorner, MarkWidth, 0});
 }
 
 }  // namespace

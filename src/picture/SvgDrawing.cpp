@@ -10,7 +10,7 @@ namespace kelvora {
 
 namespace {
 
-constexpr int TwipsPerPixel = 1440 / 96;  // the two in an inch
+constexpr int TwipsPerSvgPixel = 1440 / 96;  // the two in an inch
 
 std::string Attribute(std::string_view name, std::string_view value)
 {
@@ -169,7 +169,7 @@ std::string Extent(int width, int height)
 
 std::string SvgDocument(int width, int height, std::string_view shapes)
 {
-    return Document(std::to_string(width / TwipsPerPixel), std::to_string(height / TwipsPerPixel),
+    return Document(std::to_string(width / TwipsPerSvgPixel), std::to_string(height / TwipsPerSvgPixel),
                     Extent(width, height), shapes);
 }
 

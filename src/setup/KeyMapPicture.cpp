@@ -6,6 +6,7 @@
 
 #include "keymap/Keyboard.h"
 #include "keymap/Models.h"
+#include "platform/TextLines.h"
 #include "setup/SetupError.h"
 
 namespace kelvora {
@@ -15,7 +16,6 @@ namespace {
 constexpr std::string_view KeyMapKey = "KeyMap = ";
 constexpr std::string_view KeyMapIndent = "         ";
 constexpr std::string_view RowEnd = " _\r\n";
-constexpr std::string_view LineEnd = "\r\n";
 
 constexpr char UnusedLetter = '=';
 

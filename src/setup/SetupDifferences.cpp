@@ -13,7 +13,7 @@ namespace kelvora {
 
 namespace {
 
-using What = SetupDifference::What;
+using Changed = SetupDifference::What;
 
 // A module with what tells it from others of its setup.
 struct Placed {
@@ -60,20 +60,20 @@ std::string CommonKinds(const std::vector<Placed>& modules, const std::vector<Pl
 
 // An option's place in the option text of a kind.
 struct OptionField {
-    What what;
+    Changed what;
     ModuleKind kind;
     int position;
     std::size_t at, length;
 };
 
 constexpr std::array OptionFields{
-    OptionField{What::Fiscal, ModuleKind::KM096, 0, 0, Options::Yes.size()},
-    OptionField{What::Backlight, ModuleKind::Backlight, 0, 0, Options::Yes.size()},
-    OptionField{What::Tracks, ModuleKind::MCR, 0, 0, Options::TracksLength},
-    OptionField{What::Separator, ModuleKind::MCR, 1, Options::SeparatorAt, 1},
-    OptionField{What::Separator, ModuleKind::MCR, 2, Options::SeparatorAt + 1, 1},
-    OptionField{What::Separator, ModuleKind::MCR, 3, Options::SeparatorAt + 2, 1},
-    OptionField{What::Autoread, ModuleKind::MCR, 0, Options::AutoreadAt, Options::On.size()},
+    OptionField{Changed::Fiscal, ModuleKind::KM096, 0, 0, Options::Yes.size()},
+    OptionField{Changed::Backlight, ModuleKind::Backlight, 0, 0, Options::Yes.size()},
+    OptionField{Changed::Tracks, ModuleKind::MCR, 0, 0, Options::TracksLength},
+    OptionField{Changed::Separator, ModuleKind::MCR, 1, Options::SeparatorAt, 1},
+    OptionField{Changed::Separator, ModuleKind::MCR, 2, Options::SeparatorAt + 1, 1},
+    OptionField{Changed::Separator, ModuleKind::MCR, 3, Options::SeparatorAt + 2, 1},
+    OptionField{Changed::Autoread, ModuleKind::MCR, 0, Options::AutoreadAt, Options::On.size()},
 };
 
 void CompareOptions(const ModuleRecord& before, const ModuleRecord& after,
@@ -104,7 +104,7 @@ void CompareKeys(const Placed& before, const Placed& after, std::vector<SetupDif
     for (int cell = 0; cell < cells; ++cell) {
         const auto at = static_cast<std::size_t>(cell);
         if (old[at] != now[at])
-            differences.push_back({What::Key,
+            differences.push_back({Changed::Key,
                                    before.record->Kind,
                                    cell + 1,
                                    before.firstKeyNumber + cell,
@@ -116,7 +116,7 @@ void CompareKeys(const Placed& before, const Placed& after, std::vector<SetupDif
     }
 }
 
-void AppendUnmatched(What what, const std::vector<Placed>& modules, const std::vector<Placed>& others,
+void AppendUnmatched(Changed what, const std::vector<Placed>& modules, const std::vector<Placed>& others,
                      std::vector<SetupDifference>& differences)
 {
     for (const Placed& module : modules)
@@ -124,7 +124,7 @@ void AppendUnmatched(What what, const std::vector<Placed>& modules, const std::v
             differences.push_back({what, module.record->Kind, 0, 0, 0, {}, {}});
 }
 
-void AppendChanged(What what, std::string before, std::string after,
+void AppendChanged(Changed what, std::string before, std::string after,
                    std::vector<SetupDifference>& differences)
 {
     if (before != after)
@@ -147,10 +147,11 @@ std::vector<SetupDifference> CompareSetups(const SetupDocument& before, const Se
     const std::vector<Placed> old = PlacedModules(before);
     const std::vector<Placed> now = PlacedModules(after);
     std::vector<SetupDifference> differences;
-    AppendUnmatched(What::Removed, old, now, differences);
-    AppendUnmatched(What::Added, now, old, differences);
-    AppendChanged(What::Order, CommonKinds(old, now), CommonKinds(now, old), differences);
-    AppendChanged(What::UnknownModules, UnknownDeviceCodes(before), UnknownDeviceCodes(after), differences);
+    AppendUnmatched(Changed::Removed, old, now, differences);
+    AppendUnmatched(Changed::Added, now, old, differences);
+    AppendChanged(Changed::Order, CommonKinds(old, now), CommonKinds(now, old), differences);
+    AppendChanged(Changed::UnknownModules, UnknownDeviceCodes(before), UnknownDeviceCodes(after),
+                  differences);
     for (const Placed& module : now)
         if (const Placed* const counterpart = Counterpart(module, old)) {
             CompareOptions(*counterpart->record, *module.record, differences);

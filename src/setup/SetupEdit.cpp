@@ -12,27 +12,25 @@ namespace kelvora {
 
 namespace {
 
-using What = SetupDifference::What;
-
 void SetOption(std::string& deviceMap, ModuleRecord& record, const ModuleOption& option)
 {
     switch (option.what) {
-        case What::Fiscal:
+        case SetupDifference::What::Fiscal:
             record.Options = option.value;
             break;
-        case What::Backlight:
+        case SetupDifference::What::Backlight:
             ChangeDeviceCode(
                 deviceMap, record,
                 option.value == Options::Yes ? DeviceCode::BacklightOn : DeviceCode::BacklightOff);
             break;
-        case What::Tracks:
+        case SetupDifference::What::Tracks:
             ChangeDeviceCode(deviceMap, record, CodeOfTracks(option.value));
             break;
-        case What::Separator:
+        case SetupDifference::What::Separator:
             record.Options[Options::SeparatorAt + static_cast<std::size_t>(option.position) - 1] =
                 option.value.front();
             break;
-        case What::Autoread:
+        case SetupDifference::What::Autoread:
             record.Options.replace(Options::AutoreadAt, std::string::npos, option.value);
             break;
         default:
@@ -105,7 +103,7 @@ std::string ApplySetting(SetupDocument& document, const SetupSetting& setting)
     if (!index)
         return NoModule(setting.kind);
     ModuleRecord& record = document.Modules[*index];
-    if (setting.option.what == What::Key)
+    if (setting.option.what == SetupDifference::What::Key)
         return SetKeys(record, FirstKeyNumber(record.Kind, document.Modules), setting);
     SetOption(document.DeviceMap, record, setting.option);
     return {};

@@ -15,23 +15,21 @@ namespace kelvora {
 
 namespace {
 
-using What = SetupDifference::What;
-
 struct NamedOption {
     std::string_view name;
-    What what;
+    SetupDifference::What what;
     ModuleKind kind;
     int track;
 };
 
 constexpr std::array NamedOptions{
-    NamedOption{"fiscal", What::Fiscal, ModuleKind::KM096, 0},
-    NamedOption{"backlight", What::Backlight, ModuleKind::Backlight, 0},
-    NamedOption{"mcr.tracks", What::Tracks, ModuleKind::MCR, 0},
-    NamedOption{"mcr.separator1", What::Separator, ModuleKind::MCR, 1},
-    NamedOption{"mcr.separator2", What::Separator, ModuleKind::MCR, 2},
-    NamedOption{"mcr.separator3", What::Separator, ModuleKind::MCR, 3},
-    NamedOption{"mcr.autoread", What::Autoread, ModuleKind::MCR, 0},
+    NamedOption{"fiscal", SetupDifference::What::Fiscal, ModuleKind::KM096, 0},
+    NamedOption{"backlight", SetupDifference::What::Backlight, ModuleKind::Backlight, 0},
+    NamedOption{"mcr.tracks", SetupDifference::What::Tracks, ModuleKind::MCR, 0},
+    NamedOption{"mcr.separator1", SetupDifference::What::Separator, ModuleKind::MCR, 1},
+    NamedOption{"mcr.separator2", SetupDifference::What::Separator, ModuleKind::MCR, 2},
+    NamedOption{"mcr.separator3", SetupDifference::What::Separator, ModuleKind::MCR, 3},
+    NamedOption{"mcr.autoread", SetupDifference::What::Autoread, ModuleKind::MCR, 0},
 };
 
 struct NamedKeyType {
@@ -63,14 +61,15 @@ std::optional<bool> YesOrNo(std::string_view word)
 }
 
 // The value as a record's options hold it. `word` is the value in small letters.
-std::string OptionValue(What what, std::string_view text, std::string_view value, const std::string& word)
+std::string OptionValue(SetupDifference::What what, std::string_view text, std::string_view value,
+                        const std::string& word)
 {
-    if (what == What::Tracks) {
+    if (what == SetupDifference::What::Tracks) {
         if (CodeOfTracks(value) == DeviceCode::NotInUse)
             Expect(text, "tracks 1,2 or 2,3 or 1,2,3");
         return std::string(value);
     }
-    if (what == What::Separator) {
+    if (what == SetupDifference::What::Separator) {
         if (word == "none")
             return {Options::NoSeparator};
         if (value.size() != 1 || !Options::IsSeparatorCarried(value.front()))
@@ -82,7 +81,7 @@ std::string OptionValue(What what, std::string_view text, std::string_view value
     const std::optional<bool> yes = YesOrNo(word);
     if (!yes)
         Expect(text, "yes or no");
-    const bool isAutoread = what == What::Autoread;
+    const bool isAutoread = what == SetupDifference::What::Autoread;
     return std::string(*yes ? (isAutoread ? Options::On : Options::Yes)
                             : (isAutoread ? Options::Off : Options::No));
 }
@@ -104,7 +103,7 @@ std::optional<SetupSetting> NamedKeys(std::string_view name)
     if (dot == std::string_view::npos)
         return std::nullopt;
     SetupSetting keys;
-    keys.option.what = What::Key;
+    keys.option.what = SetupDifference::What::Key;
     for (const Model& model : Models)
         if (LowerCase(KindName(model.kind)) == name.substr(0, dot))
             keys.kind = model.kind;

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "keymap/Models.h"
+#include "platform/TextLines.h"
 #include "setup/DeviceCode.h"
 #include "setup/KeyMapPicture.h"
 #include "setup/Options.h"
@@ -11,8 +12,6 @@
 namespace kelvora {
 
 namespace {
-
-constexpr std::string_view LineEnd = "\r\n";
 
 void AppendLine(std::string& text, std::string_view key, std::string_view value)
 {

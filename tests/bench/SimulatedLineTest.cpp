@@ -29,8 +29,8 @@ const std::string Name =
 const std::string Nothing;
 
 // The writable block of address 3, and the frame that reads it back.
-const std::string Enq = "\5";
-const std::string Dc1 = "\x11";
+const std::string Enquiry = "\5";
+const std::string Ready = "\x11";
 const std::string ReadThree = "\2\5\3\xF9\0\xAA\10\x58\3"s;
 
 constexpr auto ByteTime = 1042us;  // at 9600 baud
@@ -155,27 +155,27 @@ TEST(SimulatedLine, ModulesAnswerTheirProtocol)
 {
     BareLine bench;
     Check(bench, {
-                     {Enq, Dc1, "ready to receive"},
+                     {Enquiry, Ready, "ready to receive"},
                      {"\2\2\3\xF7\xF4\3",
                       "\6\6\2\6\3\xF7"
                       "1.00\xEB\3",
                       "identify"},
-                     {Enq, Dc1, ""},
+                     {Enquiry, Ready, ""},
                      {ReadThree, "\6\6\2\12\3\xF9\xAA\x55\0\0\0\3\0\0\6\3"s, "the badge reader's block"},
-                     {Enq, Dc1, ""},
+                     {Enquiry, Ready, ""},
                      {"\2\14\3\xFA\0\xAA\xAA\x55\xBF\0\0\0\0\0\x13\3"s, "\6\6", "write"},
-                     {Enq, Dc1, ""},
+                     {Enquiry, Ready, ""},
                      {ReadThree, "\6\6\2\12\3\xF9\xAA\x55\xBF\0\0\0\0\0\xBA\3"s, "the new block"},
-                     {Enq, Dc1, ""},
+                     {Enquiry, Ready, ""},
                      {"\2\2\3\xF7\xF5\3", "\x15", "a wrong LRC"},
-                     {Enq, Dc1, ""},
+                     {Enquiry, Ready, ""},
                      {"\2\2\3\xF7\xF4\4", "\6\x15", "a wrong ETX"},
-                     {Enq, Dc1, ""},
+                     {Enquiry, Ready, ""},
                      {"\2\2\4\xF7\xF3\3", Nothing, "nobody at address 4"},
                      {"\2\2\3\xF7\xF4\3", Nothing, "a frame that no ENQ announced"},
-                     {Enq, Dc1, ""},
+                     {Enquiry, Ready, ""},
                      {AskName, Name, "the terminal, after an ENQ"},
-                     {"?" + Enq, Nothing, "ENQ within other bytes"},
+                     {"?" + Enquiry, Nothing, "ENQ within other bytes"},
                  });
     EXPECT_EQ(DeviceMapOf(bench.line.Memory().modules), (std::vector<std::uint8_t>{214, 23, 4, 191}));
 }
@@ -184,9 +184,9 @@ TEST(SimulatedLine, SlowModuleRepliesAfterTheHandshake)
 {
     BareLine bench(FreshLine({Module::KM096, Module::MCR123}), At(9600, 1200));
     bench.port.SetSettings("1200,n,8,1");
-    bench.port.Write(Enq);
+    bench.port.Write(Enquiry);
     bench.loop.Pass(20ms);
-    EXPECT_EQ(bench.port.Read(0), Dc1);
+    EXPECT_EQ(bench.port.Read(0), Ready);
     bench.port.Write(ReadThree);
     bench.loop.Pass(125ms);
     EXPECT_EQ(bench.port.Read(0), "\6");
@@ -200,11 +200,11 @@ TEST(SimulatedLine, OnlyTheRightSpeedIsHeard)
     const std::vector<std::pair<const char*, std::vector<std::string>>> settings{{"9600,n,8,1", {"", ""}},
                                                                                  {"4800,n,8,1", {Name, ""}},
                                                                                  {"4800,e,8,1", {"", ""}},
-                                                                                 {"2400,n,8,1", {"", Dc1}}};
+                                                                                 {"2400,n,8,1", {"", Ready}}};
     for (const auto& [text, heard] : settings) {
         bench.port.SetSettings(text);
         EXPECT_EQ(bench.Ask(AskName), heard[0]) << text;
-        EXPECT_EQ(bench.Ask(Enq), heard[1]) << text;
+        EXPECT_EQ(bench.Ask(Enquiry), heard[1]) << text;
     }
 }
 
@@ -213,11 +213,11 @@ TEST(SimulatedLine, BytesTakeTheirTime)
     BareLine bench;
     std::vector<std::size_t> waiting;
     bench.port.onBytes = [&] { waiting.push_back(bench.port.BytesWaiting()); };
-    bench.port.Write(Enq);
+    bench.port.Write(Enquiry);
     bench.loop.Pass(2 * ByteTime - 1us);
     EXPECT_EQ(bench.port.BytesWaiting(), 0U);
     bench.loop.Pass(1us);
-    EXPECT_EQ(bench.port.Read(0), Dc1);
+    EXPECT_EQ(bench.port.Read(0), Ready);
     EXPECT_EQ(bench.Ask(AskName), Name);
     EXPECT_EQ(waiting, (std::vector<std::size_t>{1, 14, 28, 33}));
 
@@ -268,7 +268,7 @@ TEST(SimulatedLine, RefusesFramesAndPorts)
     BareLine bench;
     bench.line.SetFaults({.naks = 2});
     Check(bench, {{AskName, "\x15", "the terminal"},
-                  {Enq, Dc1, ""},
+                  {Enquiry, Ready, ""},
                   {ReadThree, "\x15", "a module"},
                   {AskName, Name, "two were refused"}});
     bench.port.Close();
@@ -338,7 +338,7 @@ TEST(SimulatedLine, IsNeverQuietWithStrayBytes)
     bench.Ask(AskName);
     bench.loop.Pass(700ms);
     EXPECT_EQ(bench.port.Read(0).size(), 7U);
-    bench.port.Write(Enq);
+    bench.port.Write(Enquiry);
     bench.loop.Pass(50ms);
     bench.port.Close();
     bench.port.Open();

@@ -8,10 +8,9 @@ namespace kelvora {
 namespace {
 
 using enum ModuleKind;
-using What = ImageDifference::What;
-
 TEST(ImageDifferences, AreNamed)
 {
+    using What = ImageDifference::What;
     const SetupDocument setup = ReadDeviceMap("\xD6\x03\xBF");
     const FlashImage before = Built(setup, Filled(0xFF));
     FlashImage after = before;
@@ -48,6 +47,7 @@ TEST(ImageDifferences, AreNamed)
 
 TEST(ImageDifferences, KeysAreNamedOnlyWhereTheTablesStandAlike)
 {
+    using What = ImageDifference::What;
     struct Case {
         std::string reason;
         FlashImage before;

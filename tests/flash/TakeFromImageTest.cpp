@@ -12,11 +12,10 @@ namespace kelvora {
 namespace {
 
 using enum ModuleKind;
-using What = TakeNotice::What;
-
 // What each image leaves untaken of a line's setup, and that the setup keeps its own there.
 TEST(TakeFromImage, TellsWhatItLeaves)
 {
+    using What = TakeNotice::What;
     struct Case {
         std::string reason, line;
         std::function<void(FlashImage&)> spoil;
@@ -80,6 +79,7 @@ TEST(TakeFromImage, TellsWhatItLeaves)
 
 TEST(TakeFromImage, AnUnknownModuleHidesTheTablesBehindIt)
 {
+    using What = TakeNotice::What;
     FlashImage image = ImageOf("\xD6\x55\xBF");
     std::fill_n(image.begin() + 256, 192, std::uint8_t{0});
     const TakenSetup taken = TakeFromImage(ReadDeviceMap("\xD6\x55\xBF"), image);
@@ -102,6 +102,7 @@ TEST(TakeFromImage, KeepsTheLineAndTakesTheOptions)
 
 TEST(TakeFromImage, SeparatorsThatNoFileCarriesAreNone)
 {
+    using What = TakeNotice::What;
     FlashImage image = ImageOf("\x03");
     image[1024] = ' ', image[1025] = '^', image[1026] = 'a';
     const TakenSetup taken = TakeFromImage(ReadDeviceMap("\x03"), image);

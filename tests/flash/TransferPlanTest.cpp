@@ -9,8 +9,6 @@
 namespace kelvora {
 namespace {
 
-using Reason = TransferRefusal::Reason;
-
 SetupDocument SetupOf(std::string_view codes)
 {
     return ReadDeviceMap(std::string(codes));
@@ -18,6 +16,7 @@ SetupDocument SetupOf(std::string_view codes)
 
 TEST(TransferPlan, IsForALineOfTheSameMainModulesAlone)
 {
+    using Reason = TransferRefusal::Reason;
     const FlashDump chain{ImageOf(WholeChain), {}};
     const FlashDump fresh{Filled(0xFF), {DeviceMapDump{"", std::string(WholeChain)}}};
     const FlashDump strayed{ImageOf("\xBF\x03"), {DeviceMapDump{"", std::string(WholeChain)}}};

@@ -76,7 +76,7 @@ TEST(PortNames, WhatIsWrittenReadsBackWhateverThePaths)
         return text;
     };
     int carried = 0;
-    for (int i = 0; i < 20'000; ++i) {
+    for (std::size_t i = 0; i < 20'000; ++i) {
         const PortDevices devices{"/" + any(1 + i % 7), "/dev/ttyUSB0", "/dev/" + any(3), "/dev/a b"};
         if (IsLineDevice(devices[0]) && IsLineDevice(devices[2])) {
             ++carried;

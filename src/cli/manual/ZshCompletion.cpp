@@ -8,7 +8,7 @@ namespace kelvora::manual {
 namespace {
 
 // In single quotes. What ends a part of an option's line is escaped where it stands inside one.
-std::string Quoted(std::string_view text)
+std::string ShellQuoted(std::string_view text)
 {
     std::string quoted("'");
     for (const char c : text)
@@ -73,7 +73,7 @@ std::string OptionEntry(const OptionText& option)
         std::string entry = before + name;
         if (hasValue)
             entry += name.starts_with("--") ? '=' : '+';
-        entries += " \\\n        " + Quoted(entry += after);
+        entries += " \\\n        " + ShellQuoted(entry += after);
     }
     return entries;
 }
@@ -83,7 +83,7 @@ std::string ArgumentEntry(const OptionText& argument)
     std::string_view before = argument.isRequired ? "" : ":";
     if (argument.isRepeated)
         before = "*";
-    return " \\\n        " + Quoted(std::string(before) + ValueEntry(argument));
+    return " \\\n        " + ShellQuoted(std::string(before) + ValueEntry(argument));
 }
 
 std::string StepsBelow(const CommandText& command, const std::string& function)
@@ -91,7 +91,8 @@ std::string StepsBelow(const CommandText& command, const std::string& function)
     std::string offered;
     std::string calls;
     for (const CommandText& below : command.commands) {
-        offered += "                " + Quoted(below.Name() + ":" + Escaped(below.summary, ":\\")) + "\n";
+        offered +=
+            "                " + ShellQuoted(below.Name() + ":" + Escaped(below.summary, ":\\")) + "\n";
         calls += "                " + below.Name() + ") " + function + "_" + below.Name() + " ;;\n";
     }
     return " \\\n        ': :->command' '*:: :->arguments'\n"

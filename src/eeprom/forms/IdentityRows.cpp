@@ -19,7 +19,7 @@ constexpr int ColumnCount = 4;
 constexpr int ColumnSpacing = 24;
 
 // The wheel scrolls past a list that it must not change.
-class IdentityList final : public QComboBox {
+class IdentityBox final : public QComboBox {
 public:
     using QComboBox::QComboBox;
 
@@ -66,7 +66,7 @@ IdentityRows::Row IdentityRows::MakeRow(QGridLayout& grid, std::size_t address,
     };
     const int line = number + 1;
     Row row{AddLabel(grid, line, 0, name("AddrInfo")), AddLabel(grid, line, 1, name("DevInfo")),
-            AddLabel(grid, line, 2, name("EepromInfo")), new IdentityList(this)};
+            AddLabel(grid, line, 2, name("EepromInfo")), new IdentityBox(this)};
     row.address->setText(QString::number(number));
     row.bytes->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     row.bytes->setTextInteractionFlags(Qt::TextSelectableByMouse);

@@ -18,6 +18,7 @@
 #include "eeprom/forms/WizardPages.h"
 #include "eeprom/forms/WizardStatus.h"
 #include "platform/Encoding.h"
+#include "platform/TextLines.h"
 #include "platform/qt/Text.h"
 #include "ports/Connection.h"
 
@@ -30,9 +31,6 @@ constexpr int SearchStep = 2;
 constexpr int ResultStep = 3;
 
 constexpr QSize InitialSize(680, 400);
-
-constexpr std::string_view LineEnd = "\r\n";
-constexpr std::string_view Paragraph = "\r\n\r\n";
 
 }  // namespace
 

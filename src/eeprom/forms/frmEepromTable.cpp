@@ -10,14 +10,12 @@
 #include "eeprom/forms/frmEeprom.h"
 #include "platform/Encoding.h"
 #include "platform/LocalTime.h"
+#include "platform/TextLines.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
 
 namespace {
-
-constexpr std::string_view LineEnd = "\r\n";
-constexpr std::string_view Paragraph = "\r\n\r\n";
 
 }  // namespace
 

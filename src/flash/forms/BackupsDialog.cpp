@@ -28,7 +28,7 @@ constexpr QSize InitialSize(1100, 420);
 /// The widest that a column but the last begins with, in characters; the whole text is in its tool tip.
 constexpr int WidestColumn = 44;
 
-enum Column { Date, Port, State, Kind, Modules, Terminal, File, ColumnCount };
+enum Column { Date, Port, State, Kind, Modules, Terminal, File, BackupColumns };
 
 }  // namespace
 
@@ -110,7 +110,7 @@ void BackupsDialog::Fill()
         if (!entry.modules.empty())
             row->setText(Modules, ToQString(ModuleNames(files_.Words().Catalogue(), entry.modules)));
         row->setText(State, StateOf(entry));
-        for (int column = 0; column < ColumnCount; ++column)
+        for (int column = 0; column < BackupColumns; ++column)
             row->setToolTip(column, column == File ? PathToQString(entry.path) : row->text(column));
     }
     for (int column = 0; column < File; ++column) {

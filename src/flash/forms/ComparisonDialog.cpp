@@ -18,7 +18,7 @@ namespace kelvora {
 
 namespace {
 
-constexpr QSize InitialSize(1240, 640);
+constexpr QSize ComparisonSize(1240, 640);
 
 /// Longer than what a person looks for.
 constexpr int LongestQuery = 64;
@@ -101,7 +101,7 @@ void ComparisonDialog::Arrange()
     layout->addLayout(above);
     layout->addWidget(SplitDown(*table_, *below, *this), 1);
     layout->addLayout(across);
-    resize(InitialSize.boundedTo(screen()->availableSize() * 9 / 10));
+    resize(ComparisonSize.boundedTo(screen()->availableSize() * 9 / 10));
 }
 
 void ComparisonDialog::Retranslate()

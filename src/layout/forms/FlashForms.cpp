@@ -14,6 +14,7 @@
 #include "layout/LineScan.h"
 #include "platform/Encoding.h"
 #include "platform/PortName.h"
+#include "platform/TextLines.h"
 #include "platform/qt/HelpTopic.h"
 #include "platform/qt/Text.h"
 
@@ -27,8 +28,6 @@ std::size_t MostLines(const QWidget& window)
     const int lines = window.screen()->availableSize().height() / window.fontMetrics().lineSpacing();
     return static_cast<std::size_t>(std::clamp(lines / 5, 3, 12));
 }
-
-constexpr std::string_view LineEnd = "\r\n";
 
 MessageId TitleOf(const std::string& dumpName)
 {

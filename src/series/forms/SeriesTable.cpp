@@ -20,7 +20,7 @@ constexpr std::array Headings{Message::ColumnTime,    Message::ColumnLine,   Mes
 /// Widths of the columns but the last, in characters.
 constexpr std::array Widths{30, 8, 20, 26, 18, 60};
 
-QString Lines(const std::vector<std::string>& lines)
+QString OnePerLine(const std::vector<std::string>& lines)
 {
     QStringList list;
     for (const std::string& line : lines)
@@ -75,7 +75,7 @@ void SeriesTable::Fill(int row, const SeriesEvent& result)
                            QString::fromStdString(entry.terminal),
                            QString::fromStdString(entry.modules),
                            ToQString(ResultText(catalogue_, entry.result)),
-                           isPassed ? Lines(result.changes) : QString::fromStdString(entry.message),
+                           isPassed ? OnePerLine(result.changes) : QString::fromStdString(entry.message),
                            backup.section(QLatin1Char('/'), -1)};
     for (int column = 0; column < static_cast<int>(cells.size()); ++column) {
         auto* const cell = new QTableWidgetItem(cells.at(static_cast<std::size_t>(column)));

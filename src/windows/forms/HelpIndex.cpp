@@ -49,8 +49,8 @@ QList<const HelpSection*> HelpIndex::Find(const QString& words) const
     for (const HelpSection& section : sections_)
         if (!wanted.isEmpty() && hasAll(section.text))
             found.append(&section);
-    std::ranges::stable_partition(
-        found, [&](const HelpSection* section) { return hasAll(Folded(section->heading)); });
+    std::stable_partition(found.begin(), found.end(),
+                          [&](const HelpSection* section) { return hasAll(Folded(section->heading)); });
     return found.isEmpty() && !wanted.isEmpty() ? BestOfPages(wanted) : found;
 }
 

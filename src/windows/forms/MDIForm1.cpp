@@ -23,7 +23,7 @@ namespace {
 // Channels and their drivers may still be at work when the last window goes.
 constexpr std::chrono::milliseconds ClosingTime{2000};
 
-constexpr QSize InitialSize(980, 620);
+constexpr QSize MainWindowSize(980, 620);
 
 // What the window system puts around a window, before it has done so.
 QSize FrameRoom(const QStyle& style)
@@ -72,7 +72,7 @@ MDIForm1::MDIForm1(Program& program, const QString& configFolder, MachinePorts* 
     setCentralWidget(area_);
     addToolBar(toolbar_);
     setStatusBar(status_);
-    resize(InitialSize);
+    resize(MainWindowSize);
     memory_.RestoreWindow(*this);
     // The screen may be smaller than the one before, or its scaling larger.
     resize(size().boundedTo(screen()->availableGeometry().size() - FrameRoom(*style())));
@@ -91,8 +91,9 @@ MDIForm1::MDIForm1(Program& program, const QString& configFolder, MachinePorts* 
 
 MDIForm1::~MDIForm1()
 {
-    // The area tells of each window that goes with it, when the rest is gone already.
+    // When the rest is gone already, the area tells of each window that goes with it, and the application of the focus.
     area_->disconnect(this);
+    qApp->disconnect(this);
 }
 
 void MDIForm1::ConnectMenus()

@@ -10,7 +10,6 @@ namespace kelvora {
 namespace {
 
 constexpr int NoProgress = -1;
-constexpr int FullProgress = 100;
 
 /// The main window's own timer.
 constexpr int WindowClock = 0;

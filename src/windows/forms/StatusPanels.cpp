@@ -12,7 +12,6 @@ namespace kelvora {
 
 namespace {
 
-constexpr int FullProgress = 100;
 constexpr int ProgressWidth = 160;
 constexpr int PanelMargin = 8;
 

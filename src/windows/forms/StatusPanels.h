@@ -11,6 +11,8 @@
 
 namespace kelvora {
 
+inline constexpr int FullProgress = 100;
+
 /// One panel: a text of any length.
 class StatusPanel final : public ElidedLabel {
 public:
@@ -32,7 +34,7 @@ public:
     void ShowOperation(const QString& text) { operation_->setText(text); }
     QString Operation() const { return operation_->text(); }
 
-    /// 0 to 100; anything else hides the bar.
+    /// 0 to FullProgress; anything else hides the bar.
     void ShowProgress(int percent);
 
     /// The button that stops what runs is there while it can be stopped.
