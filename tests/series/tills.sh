@@ -12,9 +12,10 @@ cd "$work"
 
 # until_true COMMAND...: a minute at most.
 until_true() {
-    for _ in {1..3000}; do
+    for _ in {1..600}; do
         ! "$@" || return 0
-        sleep 0.02
+        # Each look starts programs: four drivers would keep a processor busy with them.
+        sleep 0.1
     done
     echo "never: $*" >&2
     return 1
