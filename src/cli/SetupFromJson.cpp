@@ -123,11 +123,10 @@ std::string OptionsText(ModuleKind kind)
     switch (kind) {
         case ModuleKind::KM096:
         case ModuleKind::Backlight:
-            return "\"YES\" or \"NO \", which agrees with the device code";
+            return R"("YES" or "NO ", which agrees with the device code)";
         case ModuleKind::MCR:
-            return "\"1,2  \" or \"2,3  \" or \"1,2,3\", then three characters that a setup file can carry "
-                   "(\"^\" for "
-                   "none), then \"ON \" or \"OFF\"";
+            return R"("1,2  " or "2,3  " or "1,2,3", then three characters that a setup file can carry )"
+                   R"(("^" for none), then "ON " or "OFF")";
         default:
             return "an empty text";
     }

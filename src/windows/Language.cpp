@@ -142,9 +142,10 @@ std::optional<MessageCatalogue> LoadCatalogue(const Files& files, Prompt& prompt
 bool Language::Load(PosCfg& main)
 {
     auto loaded = LoadLanguage(files_, prompt_, folders_, main);
-    if (loaded)
-        texts_.Speak(*std::move(loaded));
-    return loaded.has_value();
+    if (!loaded)
+        return false;
+    texts_.Speak(*std::move(loaded));
+    return true;
 }
 
 bool Language::Change(const std::string& code)

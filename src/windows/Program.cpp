@@ -11,8 +11,8 @@ constexpr std::int16_t MainPanelIndex = 0;
 
 }  // namespace
 
-Program::Program(const Platform& platform, LanguageFolders folders)
-    : world(platform),
+Program::Program(Platform platform, LanguageFolders folders)
+    : world(std::move(platform)),
       texts(world.prompt),
       main(SetupMode::New, MainPanelIndex),
       files(texts, world.files, world.fileDialogs, main.OutInitDir),

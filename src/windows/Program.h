@@ -28,7 +28,7 @@ struct Platform {
 };
 
 struct Program {
-    Program(const Platform& platform, LanguageFolders folders);
+    Program(Platform platform, LanguageFolders folders);
 
     Platform world;
     Texts texts;
