@@ -48,7 +48,8 @@ Made MakeSetup(const MakeRequest& request, Console& console)
     try {
         const bool isInput = request.name == StandardInputName;
         const std::string text = isInput ? ReadInput(console.in) : PosixFiles().Read(request.name);
-        Made made{{}, {}, WriteSetup(SetupFromJson(text).Modules)};
+        Made made;
+        made.setup = WriteSetup(SetupFromJson(text).Modules);
         if (!request.output.empty())
             WriteSetupFile(request.output, made.setup);
         return made;
