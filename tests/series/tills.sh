@@ -23,6 +23,8 @@ until_true() {
 
 # plug LINE NAME OPTION...: a till of that name hangs on the line from now on.
 plug() {
+    # What it said when it hung there before says nothing now.
+    rm -f "$2.port"
     "$programs/kelvora-bench" --name "$2" --state "$2.state" "${@:3}" >"$2.port" &
     until_true test -s "$2.port"
     ln -sfn "$(cut -d ' ' -f 2 "$2.port")" "line$1"
