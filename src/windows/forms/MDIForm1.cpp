@@ -91,7 +91,8 @@ MDIForm1::MDIForm1(Program& program, const QString& configFolder, MachinePorts* 
 
 MDIForm1::~MDIForm1()
 {
-    // When the rest is gone already, the area tells of each window that goes with it, and the application of the focus.
+    // When the rest is gone already, the area tells of each window that goes with it, and the application of
+    // the focus.
     area_->disconnect(this);
     qApp->disconnect(this);
 }
