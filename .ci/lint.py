@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""lint.py BUILD_FOLDER: clang-tidy over the sources without windows: the others need what Qt generates.
+"""lint.py BUILD_FOLDER: clang-tidy over the sources without windows, and whether each source includes what it uses.
 
-Most of its time goes into the standard headers, which it reads and matches anew for each source. So the sources of a
-folder are put one behind the other into one file, and what it says of that is told of the source that it is from.
-Sources whose names clash are put into another file of that folder."""
+Most of its time goes into the standard headers, which clang-tidy reads and matches anew for each file. So the sources
+that are compiled together are put one behind the other into one file, and what it says of that is told of the source
+that it is from. That a source can be compiled alone, as no build does, is looked at for all of them."""
 import concurrent.futures
 import json
 import os
@@ -18,16 +18,6 @@ PLACE = re.compile(r"^(\S+):(\d+):(\d+): ")
 CHECKS = "-readability-duplicate-include,-misc-unused-using-decls"
 
 
-def sources(database):
-    """The compile commands of each folder."""
-    folders = {}
-    for entry in database:
-        name = os.path.relpath(entry["file"], ROOT)
-        if name.startswith("src/") and not re.search(r"/(forms|\w*forms|qt)/", name):
-            folders.setdefault(os.path.dirname(name), {})[name] = entry
-    return folders
-
-
 def here_wrong(name):
     """What is wrong with a source by its own text: an include said twice, a using declaration without use."""
     with open(os.path.join(ROOT, name), encoding="utf-8") as file:
@@ -40,40 +30,39 @@ def here_wrong(name):
     return told
 
 
-def arguments(entries):
-    """The flags that all of them have, and each one's own definitions and include folders."""
+def arguments(command):
+    """The flags that say what a source means."""
     flags = []
-    for entry in entries:
-        words = iter(shlex.split(entry["command"]))
-        for word in words:
-            if word in ("-o", "-c", "-MT", "-MF", "-include"):
-                next(words)
-            elif word == "-isystem":
-                word += next(words)
-                flags += [word] if word not in flags else []
-            elif re.match(r"-(I|D|W|std)", word) and word != "-Winvalid-pch" and word not in flags:
-                flags.append(word)
+    words = iter(shlex.split(command))
+    for word in words:
+        if word in ("-o", "-c", "-Xclang"):
+            next(words)
+        elif word == "-isystem":
+            flags.append(word + next(words))
+        elif re.match(r"-(I|D|W|std)", word) and word != "-Winvalid-pch":
+            flags.append(word)
     return flags
 
 
 class Unit:
-    """Sources of a folder in one file."""
+    """Sources that are compiled together, in one file."""
 
-    def __init__(self, path, names):
-        self.path, self.starts = path, []
+    def __init__(self, entry, place):
+        self.flags, self.starts = arguments(entry["command"]), []
+        with open(entry["file"], encoding="utf-8") as file:
+            sources = re.findall(r'^#include "(.*)"$', file.read(), re.M)
+        # What the build has made is not looked at.
+        self.names = [os.path.relpath(each, ROOT) for each in sources if each.startswith(f"{ROOT}/src/")]
+        self.has_windows = any(re.search(r"/(forms|\w*forms|qt)/", each) for each in self.names)
+        self.path = os.path.join(place, re.sub(r"[^\w.]+", "-", os.path.relpath(entry["file"], place)) + ".cpp")
         line = 1
-        with open(path, "w", encoding="utf-8") as unit:
-            for name in names:
+        with open(self.path, "w", encoding="utf-8") as unit:
+            for name in self.names:
                 self.starts.append((line, name))
                 with open(os.path.join(ROOT, name), encoding="utf-8") as file:
                     text = file.read()
                 unit.write(text)
                 line += text.count("\n")
-
-    def at(self, number):
-        """The source and the line of it that stand at that line."""
-        start, name = [each for each in self.starts if each[0] <= number][-1]
-        return name, number - start + 1
 
     def told(self, output):
         """What was said of the unit, told of its sources."""
@@ -81,61 +70,46 @@ class Unit:
         for line in output.splitlines():
             place = PLACE.match(line)
             if place and place[1] == self.path:
-                name, number = self.at(int(place[2]))
-                line = f"{name}:{number}:{line[place.end(2) + 1:]}"
+                start, name = [each for each in self.starts if each[0] <= int(place[2])][-1]
+                line = f"{name}:{int(place[2]) - start + 1}:{line[place.end(2) + 1:]}"
             lines.append(line)
         return lines
 
 
-def units(folder, entries, place):
-    """The folder's units with their flags: as few as its names allow."""
-    left, made = list(entries), []
-    flags = arguments(entries.values())
-    while left:
-        path = os.path.join(place, f"{folder.replace('/', '-')}-{len(made)}.cpp")
-        clashing = []
-        while True:
-            unit = Unit(path, left)
-            read = subprocess.run(["clang++-14", "-fsyntax-only", "-ferror-limit=0", *flags, path],
-                                  capture_output=True, text=True, check=False)
-            errors = [PLACE.match(line) for line in read.stderr.splitlines() if " error: " in line]
-            wrong = {unit.at(int(each[2]))[0] for each in errors if each and each[1] == path}
-            # One alone that cannot be read is for clang-tidy to tell of.
-            if read.returncode == 0 or not wrong or len(left) == 1:
-                break
-            if len(wrong) == len(left):
-                wrong = set(left[1:])
-            clashing = [name for name in left if name in wrong] + clashing
-            left = [name for name in left if name not in wrong]
-        made.append((unit, flags))
-        left = clashing
-    return made
-
-
-def lint(unit, flags):
-    run = subprocess.run(["clang-tidy", "--quiet", f"--checks={CHECKS}", unit.path, "--", *flags],
+def tidy(unit):
+    run = subprocess.run(["clang-tidy", "--quiet", f"--checks={CHECKS}", unit.path, "--", *unit.flags],
                          capture_output=True, text=True, check=False, cwd=ROOT)
     # Its standard error counts what it leaves out.
     return run.returncode, unit.told(run.stdout)
 
 
+def alone(flags, name):
+    run = subprocess.run(["clang++-14", "-fsyntax-only", *flags, name],
+                         capture_output=True, text=True, check=False, cwd=ROOT)
+    return run.returncode, run.stderr.splitlines()
+
+
 def main():
     build = os.path.abspath(sys.argv[1])
     with open(os.path.join(build, "compile_commands.json"), encoding="utf-8") as file:
-        folders = sources(json.load(file))
+        database = json.load(file)
     place = os.path.join(build, "lint")
     os.makedirs(place, exist_ok=True)
-    told = [line for entries in folders.values() for name in entries for line in here_wrong(name)]
+    together = [entry for entry in database if "/Unity/" in entry["file"]]
+    units = [unit for unit in (Unit(entry, place) for entry in together) if unit.names]
+    # The longest first, so that none is left to run alone.
+    units.sort(key=lambda unit: -os.path.getsize(unit.path))
+    told = [line for unit in units for name in unit.names for line in here_wrong(name)]
     failed = bool(told)
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        made = list(pool.map(lambda item: units(*item, place), folders.items()))
-        # The longest first, so that none is left to run alone.
-        largest = sorted([pair for each in made for pair in each], key=lambda pair: -os.path.getsize(pair[0].path))
-        for code, lines in pool.map(lambda pair: lint(*pair), largest):
+        runs = [pool.submit(tidy, unit) for unit in units if not unit.has_windows]
+        runs += [pool.submit(alone, unit.flags, name) for unit in units for name in unit.names]
+        for run in runs:
+            code, lines = run.result()
             failed = failed or code != 0
             told += lines
     print("\n".join(told))
-    print(f"{sum(map(len, folders.values()))} sources in {sum(map(len, made))} files")
+    print(f"{sum(len(unit.names) for unit in units)} sources in {len(units)} files")
     return 1 if failed else 0
 
 

@@ -9,6 +9,8 @@ endif()
 if(KELVORA_SANITIZE)
   target_compile_options(kelvora_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all)
   target_link_options(kelvora_options INTERFACE -fsanitize=address,undefined)
+  # The tests send tens of millions of bytes through these.
+  set(busy_libraries kelvora_platform kelvora_comms kelvora_flash kelvora_bench)
 endif()
 if(KELVORA_FUZZ)
   set(instrumented -fsanitize=fuzzer-no-link,address,undefined)
@@ -17,7 +19,7 @@ if(KELVORA_FUZZ)
 endif()
 
 # kelvora_precompiled(NAME LINK HEADERS...): what nearly all sources of a kind include, compiled once for all of them.
-# Their own includes stay complete: the builds for release and for fuzzing do without.
+# Their own includes stay complete: .ci/lint.py reads each source by itself.
 function(kelvora_precompiled name link)
   if(NOT KELVORA_PRECOMPILE)
     return()
@@ -62,7 +64,10 @@ function(kelvora_library name folder)
     add_library(${name} STATIC ${ARG_SOURCES})
     target_include_directories(${name} PUBLIC ${root})
     target_link_libraries(${name} PUBLIC ${ARG_LINK} PRIVATE kelvora_options)
-    if(folder MATCHES "forms$" OR "Qt6::Widgets" IN_LIST ARG_LINK)
+    if(name IN_LIST busy_libraries)
+      # What was precompiled is not optimised.
+      target_compile_options(${name} PRIVATE -O1)
+    elseif(folder MATCHES "forms$" OR "Qt6::Widgets" IN_LIST ARG_LINK)
       kelvora_use_precompiled(${name} kelvora_precompiled_forms)
     elseif(NOT folder MATCHES "qt$")
       kelvora_use_precompiled(${name} kelvora_precompiled_core)

@@ -2,9 +2,10 @@
 #pragma once
 
 #include <algorithm>
-#include <regex>
+#include <cstdio>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kelvora {
@@ -37,14 +38,20 @@ struct DrawnText {
 };
 
 /// The drawing's texts, those of the devices on a strip left out.
-inline std::vector<DrawnText> TextsOf(const std::string& svg)
+inline std::vector<DrawnText> TextsOf(std::string svg)
 {
-    const std::string own = std::regex_replace(svg, std::regex("<g [^]*?</g>"), "");
-    const std::regex pattern("<text x=\"(\\d+)\" y=\"(\\d+)\" font-size=\"(\\d+)\"[^>]*>([^<]*)</text>");
+    for (auto at = svg.find("<g "); at != std::string::npos; at = svg.find("<g ", at))
+        svg.erase(at, svg.find("</g>", at) + 4 - at);
     std::vector<DrawnText> texts;
-    for (std::sregex_iterator match(own.begin(), own.end(), pattern), end; match != end; ++match)
-        texts.push_back(
-            {std::stoi((*match)[1]), std::stoi((*match)[2]), std::stoi((*match)[3]), (*match)[4]});
+    for (auto at = svg.find("<text "); at != std::string::npos; at = svg.find("<text ", at + 1)) {
+        DrawnText drawn{};
+        if (std::sscanf(&svg[at], "<text x=\"%d\" y=\"%d\" font-size=\"%d\"", &drawn.x, &drawn.y,
+                        &drawn.size) != 3)
+            continue;
+        const auto start = svg.find('>', at) + 1;
+        drawn.text = svg.substr(start, svg.find('<', start) - start);
+        texts.push_back(std::move(drawn));
+    }
     return texts;
 }
 
