@@ -10,23 +10,15 @@ trap 'kill $(jobs -p) 2>/dev/null || true; wait; rm -rf "$work"' EXIT
 export XDG_DATA_HOME=$work/data XDG_CONFIG_HOME=$work/config LC_ALL=C.UTF-8 ASAN_OPTIONS=detect_leaks=0
 cd "$work"
 
-# until_true COMMAND...: a minute at most.
-until_true() {
-    for _ in {1..600}; do
-        ! "$@" || return 0
-        # Each look starts programs: four drivers would keep a processor busy with them.
-        sleep 0.1
-    done
-    echo "never: $*" >&2
-    return 1
-}
-
 # plug LINE NAME OPTION...: a till of that name hangs on the line from now on.
 plug() {
     # What it said when it hung there before says nothing now.
     rm -f "$2.port"
     "$programs/kelvora-bench" --name "$2" --state "$2.state" "${@:3}" >"$2.port" &
-    until_true test -s "$2.port"
+    local looks=0
+    until [[ -s $2.port ]] || ((++looks > 600)); do
+        sleep 0.1
+    done
     ln -sfn "$(cut -d ' ' -f 2 "$2.port")" "line$1"
 }
 # pull LINE: the till that hangs there is taken away, with its adapter.
@@ -36,11 +28,15 @@ pull() {
     wait %% || true
 }
 
-has_results() {
-    [[ $(grep -c '"event":"result"' "said.$1" || true) -ge $2 ]]
-}
-writes() {
-    grep '"event":"progress"' "said.$1" | grep -qv '"total":8192'
+# await EVENT [PATTERN]: the next event of that name which the line's series tells, and which is not like PATTERN.
+await() {
+    local said
+    while IFS= read -r -t 60 said <&3; do
+        # shellcheck disable=SC2053
+        [[ $said != *"\"event\":\"$1\""* || $said == ${2:-} ]] || return 0
+    done
+    echo "never: $1" >&2
+    return 1
 }
 
 # The setup that all get; the till that holds it already; and those whose image is to stay.
@@ -64,9 +60,10 @@ rm -r data
 
 # drive LINE TILL...: one till after another, each until it has its verdict.
 drive() {
-    local line=$1 done=0 name
+    local line=$1 name self=$BASHPID
     shift
     trap 'kill $(jobs -p) 2>/dev/null || true' EXIT
+    exec 3< <(exec tail -n +1 -f --pid="$self" "said.$line")
     for name; do
         case $name in
             wrong) plug "$line" wrong --unpaced --modules km096 ;;
@@ -74,12 +71,12 @@ drive() {
             pulled) plug "$line" pulled "${good[@]}" --delay 100 ;;
             *) plug "$line" "$name" --unpaced "${good[@]}" ;;
         esac
-        done=$((done + 1))
+        # It writes: reading is of 8192 bytes.
         [[ $name != pulled ]] || {
-            until_true writes "$line"
+            await progress '*"total":8192*'
             pull "$line"
         }
-        until_true has_results "$line" "$done"
+        await result
         [[ $name == pulled ]] || pull "$line"
     done
 }
