@@ -51,7 +51,6 @@ public:
     /// Bytes that have arrived.
     std::uint64_t Passed(Direction direction) const { return WayOf(direction).passed; }
 
-    bool IsSilent() const { return isSilent_; }
     bool IsAway() const { return isAway_; }
 
     /// Whether the frame at hand is one of those to refuse; counts it.

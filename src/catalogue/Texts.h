@@ -10,10 +10,10 @@ namespace kelvora {
 
 inline constexpr std::string_view ProductName = "Kelvora";
 
-/// How the catalogue's questions 201 and 203 are shown: Yes and No, No being the default.
+/// A question whose default is No.
 inline constexpr BoxStyle YesNoStyle{BoxIcon::Question, BoxButtons::YesNo, Answer::No};
 
-/// How question 202 is shown.
+/// Whether to save first: Cancel leaves all as it is.
 inline constexpr BoxStyle YesNoCancelStyle{BoxIcon::Question, BoxButtons::YesNoCancel, Answer::Yes};
 
 class Texts {

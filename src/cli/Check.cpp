@@ -57,6 +57,9 @@ private:
     CheckBatch* batch_ = nullptr;
 };
 
+// A buffer that one large file made is not kept for the many small ones after it.
+constexpr std::size_t MostKept = 1 << 20;
+
 void Count(Counts& counts, Verdict::Outcome outcome)
 {
     switch (outcome) {
@@ -80,6 +83,8 @@ void CheckFiles(CheckBatch& batch, const CheckRequest& request)
     std::string text;
     for (const FoundName& name : batch.names) {
         const Verdict verdict = CheckSetup(name, text);
+        if (text.capacity() > MostKept)
+            text = std::string();
         Count(batch.counts, verdict.outcome);
         const bool accepted = verdict.outcome == Verdict::Outcome::Accepted;
         if (request.json)

@@ -107,7 +107,7 @@ TransferResult RunTransfer(const DownloadRequest& request, const WantedContent& 
                                    request.line, access);
     note.OfFile(request.file, content);
     PosixFiles files;
-    Backups backups(files, access.DataFolder() + "/backups");
+    Backups backups(files, BackupFolder(access.DataFolder()));
     const TransferSteps steps{
         [&](const TransferPlan& plan) {
             run.bar.Wipe();

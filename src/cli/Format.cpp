@@ -10,6 +10,7 @@
 #include "cli/Told.h"
 #include "flash/OwnBackup.h"
 #include "platform/Encoding.h"
+#include "platform/TextFiles.h"
 #include "setup/SetupWriter.h"
 
 namespace kelvora {
@@ -40,7 +41,7 @@ Told FormatFile(const PlacedSetup& setup, bool json)
         } catch (const FileError& error) {
             verdict = NotWritten(setup.name.path, error);
         }
-        text += SetupFileEnd;
+        text += SavedFileEnd;
     }
     Told told = ToldOf(setup.name.path, verdict, false);
     if (json)

@@ -6,6 +6,7 @@
 #include "cli/CommandNote.h"
 #include "cli/Identity.h"
 #include "cli/LineReport.h"
+#include "eeprom/IdentityCopy.h"
 #include "platform/posix/PosixFiles.h"
 
 namespace kelvora {
@@ -40,7 +41,7 @@ int Run(IdentityArguments& arguments, Console& console, LineAccess& access)
     PosixFiles files;
     request.port = arguments.line.port;
     request.json = arguments.line.json;
-    request.folder = access.DataFolder() + "/identities";
+    request.folder = IdentityFolder(access.DataFolder());
     IdentityLine line{access.Port(arguments.line.port), comms.Loop(), files,
                       [&] { return access.StopRequested(); }};
     if (!arguments.yes)

@@ -13,6 +13,7 @@
 #include "cli/SetupJson.h"
 #include "cli/SetupOutput.h"
 #include "platform/Encoding.h"
+#include "platform/TextFiles.h"
 #include "platform/posix/PosixFiles.h"
 #include "setup/SetupWriter.h"
 
@@ -55,7 +56,7 @@ Made MakeSetup(const MakeRequest& request, Console& console)
         return made;
     } catch (const FileError& error) {
         return {NotWritten(request.name, error)};
-    } catch (const SetupJsonError& error) {
+    } catch (const JsonError& error) {
         const std::string at = error.Pointer().empty() ? std::string() : error.Pointer() + ": ";
         return {Unusable(at + error.what()), error.Pointer()};
     }
@@ -68,7 +69,7 @@ int Make(const MakeRequest& request, Console& console)
     const Made made = MakeSetup(request, console);
     const bool isMade = made.verdict.outcome == Verdict::Outcome::Accepted;
     const bool isWritten = isMade && !request.output.empty();
-    const std::string text = isMade ? made.setup + std::string(SetupFileEnd) : std::string();
+    const std::string text = isMade ? made.setup + std::string(SavedFileEnd) : std::string();
     console.err << VerdictLine(request.name == StandardInputName ? "standard input" : request.name,
                                made.verdict);
     if (request.json) {

@@ -104,7 +104,7 @@ public:
           console_(console),
           access_(access),
           run_(request.line, console, access),
-          backups_(files_, access.DataFolder() + "/backups")
+          backups_(files_, BackupFolder(access.DataFolder()))
     {
     }
 
@@ -210,7 +210,7 @@ int RunSeries(const SeriesRequest& request, Console& console, LineAccess& access
         }
     }
     SeriesRun run(request, std::move(setup), console, access);
-    if (!request.yes && !access.Ask(Question(request, access.DataFolder() + "/backups"))) {
+    if (!request.yes && !access.Ask(Question(request, BackupFolder(access.DataFolder())))) {
         console.err << DiagnosticLine(Message::TransferDeclined.fallback);
         return access.StopRequested() ? ExitCode::Line : ExitCode::Rejected;
     }

@@ -27,7 +27,7 @@ using Pointer = PlainJson::json_pointer;
 
 [[noreturn]] void Expect(const Pointer& at, const std::string& expected)
 {
-    throw SetupJsonError(at.to_string(), "expected " + expected);
+    throw JsonError(at.to_string(), "expected " + expected);
 }
 
 struct Member {

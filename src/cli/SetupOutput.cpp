@@ -66,7 +66,7 @@ void WriteSetupFile(const std::string& path, const std::string& text)
 {
     PosixFiles files;
     // What a file was before it had this content is in its backup, and stays there.
-    if (files.Exists(path) && files.Read(path) == std::string(text).append(SetupFileEnd))
+    if (files.Exists(path) && files.Read(path) == std::string(text).append(SavedFileEnd))
         return;
     MakeFolderOf(path);
     SaveTextFileUnasked(files, path, text);

@@ -46,10 +46,7 @@ bool LiesBelowOneOf(std::span<const std::string> names, const std::string& folde
 /// Makes the folder of a path with those above it that are missing. Throws FileError.
 void MakeFolderOf(const std::string& path);
 
-/// What a setup file has behind the text of its setup: a save ends with a line of its own.
-inline constexpr std::string_view SetupFileEnd = "\r\n";
-
-/// Saves the text of a setup as the program does, without SetupFileEnd, in a folder that is made where it is
+/// Saves the text of a setup as the program does, without SavedFileEnd, in a folder that is made where it is
 /// missing. A file that has this content is left alone, with its backup. Throws FileError.
 void WriteSetupFile(const std::string& path, const std::string& text);
 

@@ -65,7 +65,7 @@ private:
         PlainJson::json_pointer pointer;
         for (const Level& each : levels_)
             pointer.push_back(each.isArray ? std::to_string(each.count - 1) : each.name);
-        throw SetupJsonError(pointer.to_string(), "expected this member once");
+        throw JsonError(pointer.to_string(), "expected this member once");
     }
 
     std::vector<Level> levels_;
@@ -83,7 +83,7 @@ nlohmann::json ParseUniqueJson(std::string_view text)
     } catch (const PlainJson::parse_error& error) {
         // Without the library's own number of it.
         const std::string told = error.what();
-        throw SetupJsonError({}, told.substr(told.find("] ") + 2));
+        throw JsonError({}, told.substr(told.find("] ") + 2));
     }
 }
 

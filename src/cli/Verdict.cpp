@@ -16,9 +16,6 @@ namespace kelvora {
 
 namespace {
 
-// A buffer that one large file made is not kept for the many small ones after it.
-constexpr std::size_t MostKept = 1 << 20;
-
 std::string ExpectationText(const SetupError& error)
 {
     // Without a message file: the results of a command read the same on every machine.
@@ -52,8 +49,6 @@ Verdict CheckSetupFile(const std::string& path, std::string& text, SetupDocument
     } catch (const std::bad_alloc&) {
         verdict = Unusable(std::generic_category().message(ENOMEM));
     }
-    if (text.capacity() > MostKept)
-        text = std::string();
     return verdict;
 }
 

@@ -23,7 +23,7 @@ struct Verdict {
     std::string message;       ///< what was expected there, or the system's description
 };
 
-/// Reads the file at `path` as a setup; `text` is memory to read into, kept from file to file. Gives the
+/// Reads the file at `path` as a setup; `text` holds what was read, and is memory for the next one. Gives the
 /// setup to `document` where that is not null and the file is accepted. Throws nothing that a file can cause.
 Verdict CheckSetupFile(const std::string& path, std::string& text, SetupDocument* document = nullptr);
 
@@ -33,7 +33,7 @@ Verdict CheckSetup(const FoundName& name, std::string& text, SetupDocument* docu
 /// The verdict on a file of which nothing comes, though it was read: why not.
 Verdict Unusable(std::string why);
 
-/// Of a file whose result could not be written.
+/// Of a file that, or whose result, could not be read again or written.
 Verdict NotWritten(const std::string& path, const FileError& error);
 
 /// The setup of a file that a command needs; nothing, and why, when it is not accepted.

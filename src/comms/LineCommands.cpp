@@ -93,12 +93,4 @@ void SetLineMode(LineWork& work, char mode)
         throw ReplyError(ReplyErrorNumber::Failed, "$9904: another mode is set");
 }
 
-char AskLineMode(LineWork& work)
-{
-    const auto fields = work.Ask("$9904", 2);
-    if (fields[1].size() != 1)
-        throw ReplyError(ReplyErrorNumber::Malformed, "$9904: a mode is one character");
-    return fields[1].front();
-}
-
 }  // namespace kelvora

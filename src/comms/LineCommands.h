@@ -31,8 +31,7 @@ inline constexpr char Pos = '0';
 inline constexpr char AfterTransfer = '3';  ///< ends each transfer of the flash
 }  // namespace LineMode
 
-/// Sets and queries the connection mode ("$9904").
+/// Sets the connection mode ("$9904").
 void SetLineMode(LineWork& work, char mode);
-char AskLineMode(LineWork& work);
 
 }  // namespace kelvora

@@ -19,6 +19,7 @@ void RunningOperation::SayStopping(std::string text)
 void RunningOperation::Take(std::string status)
 {
     busy_ = true;
+    stopAsked_ = false;
     status_ = std::move(status);
     name_.clear();
 }
@@ -35,7 +36,6 @@ LineOperation::LineOperation(RunningOperation& running, std::string status, std:
 {
     running_.Take(std::move(status));
     running_.name_ = std::move(name);
-    running_.stopAsked_ = false;
     running_.Tell();
 }
 

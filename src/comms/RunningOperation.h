@@ -32,12 +32,12 @@ public:
     /// From now on the status bar says that it stops.
     void SayStopping(std::string text);
 
-    /// Takes all devices for a window of its own, which shows its work itself, and gives them back. Nobody is
-    /// called.
+    /// Takes all devices for a window of its own, which shows its work itself, with no stop asked for, and
+    /// gives them back. Nobody is called.
     void Take(std::string status);
     void GiveBack();
 
-    /// While the window works that has taken them: forgets that it was asked to stop.
+    /// Forgets that a stop was asked for, before work of a window of its own that may find nothing to take.
     void GoOn() { stopAsked_ = false; }
 
 private:

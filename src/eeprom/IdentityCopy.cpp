@@ -70,6 +70,11 @@ AddressedBlock TakeBlock(Lines& lines, const std::vector<AddressedBlock>& before
 
 }  // namespace
 
+std::string IdentityFolder(const std::string& dataFolder)
+{
+    return dataFolder + "/identities";
+}
+
 std::string WriteIdentityCopy(const IdentityCopy& copy)
 {
     std::string text;

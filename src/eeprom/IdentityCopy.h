@@ -43,6 +43,9 @@ private:
     CopyExpected expected_;
 };
 
+/// Where copies are, in the folder of the person's data.
+std::string IdentityFolder(const std::string& dataFolder);
+
 /// The copy's text; its lines end with CR LF.
 std::string WriteIdentityCopy(const IdentityCopy& copy);
 

@@ -21,7 +21,7 @@ inline constexpr std::size_t ModuleAddresses = 7;
 /// Those that are shown and written: 0 to 5.
 inline constexpr std::size_t WritableAddresses = 6;
 
-/// What SearchProgress counts up to.
+/// What the progress of a search counts up to.
 inline constexpr int SearchSteps = 21;
 
 struct ModuleRow {

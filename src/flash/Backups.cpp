@@ -51,6 +51,11 @@ bool IsOfPort(std::string_view name, int port)
 
 }  // namespace
 
+std::string BackupFolder(const std::string& dataFolder)
+{
+    return dataFolder + "/backups";
+}
+
 Backups::Backups(Files& files, std::string folder, Clock clock)
     : files_(files), folder_(std::move(folder)), clock_(std::move(clock))
 {

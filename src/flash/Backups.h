@@ -31,6 +31,9 @@ struct BackupEntry {
     bool IsWhole() const { return !damage && readError.empty(); }
 };
 
+/// Where they are, in the folder of the person's data.
+std::string BackupFolder(const std::string& dataFolder);
+
 class Backups {
 public:
     using Clock = std::function<std::chrono::local_seconds()>;

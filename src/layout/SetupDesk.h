@@ -1,4 +1,4 @@
-// What the setup windows of one run work with.
+// What the windows of one run work with.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@
 
 namespace kelvora {
 
-/// `main` or a test makes one of it, and all that it names outlives the windows.
+/// The program or a test makes one of it, and all that it names outlives the windows.
 struct SetupDesk {
     UserFiles& files;
     Lines& lines;

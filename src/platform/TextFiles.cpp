@@ -27,7 +27,7 @@ void SaveTextFile(Files& files, const std::string& path, const std::string& text
                             "its backup cannot be written, " + TextFromPath(backup) + ": " + error.what());
         }
     }
-    files.Write(path, text + "\r\n");
+    files.Write(path, std::string(text).append(SavedFileEnd));
 }
 
 }  // namespace kelvora

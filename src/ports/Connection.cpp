@@ -28,12 +28,4 @@ bool SelectPort(PosCfg& settings, std::int16_t port)
     return true;
 }
 
-bool SelectConnectionMode(PosCfg& settings, ConnectionMode mode)
-{
-    if (settings.ConnectionMode == mode)
-        return false;
-    settings.ConnectionMode = mode;
-    return true;
-}
-
 }  // namespace kelvora

@@ -13,9 +13,8 @@ std::string ModeText(ConnectionMode mode);
 /// " COM" + port + ": " + settings.
 std::string PortText(const PosCfg& settings);
 
-/// Choose a port (1 to 4) or a mode. False when it was chosen already and nothing changed.
+/// Chooses a port (1 to 4). False when it was chosen already and nothing changed.
 bool SelectPort(PosCfg& settings, std::int16_t port);
-bool SelectConnectionMode(PosCfg& settings, ConnectionMode mode);
 
 /// The devices can be talked to in either mode.
 constexpr bool AllowsScan(ConnectionMode mode)

@@ -65,7 +65,7 @@ bool IsTaken(const Json& setup, bool& isBeyond)
     try {
         SetupFromJson(setup.dump());
         return true;
-    } catch (const SetupJsonError& error) {
+    } catch (const JsonError& error) {
         const std::string name = error.Pointer().substr(error.Pointer().rfind('/') + 1);
         isBeyond = name == "deviceMap" || name == "position" || name == "firstKeyNumber" ||
                    std::string(error.what()).starts_with("expected key types");

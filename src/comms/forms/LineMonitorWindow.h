@@ -23,8 +23,6 @@ public:
     LineMonitorWindow(const UserFiles& files, const RunningOperation& running, EventLoop& eventLoop,
                       LineMonitor& monitor);
     ~LineMonitorWindow() override;
-    LineMonitorWindow(const LineMonitorWindow&) = delete;
-    LineMonitorWindow& operator=(const LineMonitorWindow&) = delete;
 
     /// Shows the texts of the program's language.
     void Retranslate();

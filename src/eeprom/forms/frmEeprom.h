@@ -48,8 +48,6 @@ public:
     frmEeprom(const WizardDesk& desk, PosCfg settings, SerialPort& port, std::string dataFolder,
               QWidget* parent = nullptr);
     ~frmEeprom() override;
-    frmEeprom(const frmEeprom&) = delete;
-    frmEeprom& operator=(const frmEeprom&) = delete;
 
     /// Says in the user's language why the port does not open, or why it was lost; the system's own words
     /// while it is empty.

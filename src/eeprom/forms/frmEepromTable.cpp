@@ -15,10 +15,6 @@
 
 namespace kelvora {
 
-namespace {
-
-}  // namespace
-
 void frmEeprom::UpdateCommand_Click()
 {
     Write(PlanChoices(memory_, rows_->Choices()));

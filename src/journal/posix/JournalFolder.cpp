@@ -10,11 +10,11 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
-#include <cstring>
 #include <thread>
 #include <utility>
 
 #include "platform/posix/Descriptor.h"
+#include "platform/posix/Replacement.h"
 
 namespace kelvora {
 
@@ -22,11 +22,6 @@ namespace {
 
 constexpr std::string_view FullStart = "journal-";
 constexpr std::string_view Extension = ".jsonl";
-
-[[noreturn]] void Fail(const std::string& path, int error)
-{
-    throw FileError(path, strerrordesc_np(error));
-}
 
 // Until the file is closed. False when another program keeps it for so long.
 bool Lock(int file, int kind, std::chrono::milliseconds patience)
@@ -69,12 +64,12 @@ void WriteWhole(int file, off_t size, const std::string& text, const std::string
             const int error = errno;
             // What cannot be taken back is a torn line, which readers skip.
             [[maybe_unused]] const int cut = ftruncate(file, size);
-            Fail(path, error);
+            FailFile(path, error);
         }
         done += static_cast<std::size_t>(count);
     }
     if (fsync(file) != 0)
-        Fail(path, errno);
+        FailFile(path, errno);
 }
 
 void SyncFolder(const std::string& folder)
@@ -110,7 +105,7 @@ void JournalFolder::Append(const std::string& line)
     for (int turn = 0; turn < MostTurns; ++turn)
         if (TryAppend(line))
             return;
-    Fail(Path(), EBUSY);
+    FailFile(Path(), EBUSY);
 }
 
 // False when another file has taken the place of the one that was opened.
@@ -121,7 +116,7 @@ bool JournalFolder::TryAppend(const std::string& line)
     const Descriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK, Mode));
     struct stat status {};
     if (file.Number() < 0 || !Lock(file.Number(), LOCK_EX, patience_) || fstat(file.Number(), &status) != 0)
-        Fail(path, errno);
+        FailFile(path, errno);
     if (!S_ISREG(status.st_mode))
         throw FileError(path, "Not a regular file");
     if (!IsStillAt(path, status))
@@ -150,7 +145,7 @@ void JournalFolder::BeginNextFile()
     digits.insert(0, Digits - std::min(Digits, digits.size()), '0');
     const std::string next = folder_ + "/" + std::string(FullStart) + digits + std::string(Extension);
     if (rename(Path().c_str(), next.c_str()) != 0)
-        Fail(next, errno);
+        FailFile(next, errno);
 }
 
 void JournalFolder::Read(const Reader& take) const

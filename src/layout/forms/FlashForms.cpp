@@ -39,11 +39,6 @@ std::string Body(const OutcomeText& outcome)
     return outcome.extra.empty() ? outcome.text : outcome.text + std::string(LineEnd) + outcome.extra;
 }
 
-std::string BackupFolder(const SetupDesk& desk)
-{
-    return desk.dataFolder + "/backups";
-}
-
 // What the question before a download is about: the changes, then what is left out.
 std::vector<std::string> QuestionLines(const MessageCatalogue& catalogue, const TransferPlan& plan)
 {
@@ -108,7 +103,7 @@ void FlashForms::RestoreLater(const FlashDump& dump, const std::string& name, co
 void FlashForms::ShowBackups()
 {
     SetupDesk& desk = session_.Desk();
-    const Backups backups(desk.files.OnDisk(), BackupFolder(desk));
+    const Backups backups(desk.files.OnDisk(), BackupFolder(desk.dataFolder));
     BackupsDialog dialog(
         desk.files, backups,
         {LineName(), session_.deviceImage ? &*session_.deviceImage : nullptr, desk.lines.HasLink()},
@@ -133,7 +128,7 @@ void FlashForms::Transfer(const WantedContent& wanted, const std::string& dumpNa
 {
     SetupDesk& desk = session_.Desk();
     const HelpTopic topic(window_, dumpName.empty() ? "flash.html#download" : "flash.html#dumps");
-    Backups backups(desk.files.OnDisk(), BackupFolder(desk));
+    Backups backups(desk.files.OnDisk(), BackupFolder(desk.dataFolder));
     const TransferSteps steps{
         [&](const TransferPlan& plan) {
             return backups.Keep({session_.settings.CommsPort, plan.deviceMap, plan.terminal, plan.held});

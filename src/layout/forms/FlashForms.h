@@ -24,8 +24,6 @@ public:
     /// The session's window; both outlive the object.
     FlashForms(SetupSession& session, QWidget& window);
     ~FlashForms() override;
-    FlashForms(const FlashForms&) = delete;
-    FlashForms& operator=(const FlashForms&) = delete;
 
     void ToolsMenuFlashDownload_Click();
     void ToolsMenuFlashVerify_Click();

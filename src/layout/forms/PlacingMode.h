@@ -23,8 +23,6 @@ public:
     /// itself at the end.
     PlacingMode(StripView& strip, const SetupDocument& document, ModuleKind kind);
     ~PlacingMode() override;
-    PlacingMode(const PlacingMode&) = delete;
-    PlacingMode& operator=(const PlacingMode&) = delete;
 
 signals:
     /// With the chosen place, or nothing when it was cancelled. The strip shows the setup as it was.

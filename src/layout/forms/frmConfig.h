@@ -22,8 +22,6 @@ public:
     /// `desk` outlives the window.
     frmConfig(SetupDesk& desk, SetupMode mode, QWidget* parent = nullptr);
     ~frmConfig() override;
-    frmConfig(const frmConfig&) = delete;
-    frmConfig& operator=(const frmConfig&) = delete;
 
     /// Fills the window as its setup mode says: with `opened` in mode Open, else anew.
     void Form_Load(std::optional<OpenedSetup> opened = std::nullopt);

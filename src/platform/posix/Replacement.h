@@ -29,6 +29,7 @@ void CheckReplaceable(const std::string& path);
 /// for a file that its owner has protected from writing, which a rename would not heed.
 std::string WriteTarget(const std::string& path);
 
+/// Whether both names lead to one file; false where one leads to none.
 bool IsSameFile(const std::string& one, const std::string& other);
 
 /// Makes what is renamed in the folder of `path` outlast a power cut, as far as the system can.

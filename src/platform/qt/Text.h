@@ -1,5 +1,5 @@
 // Between the core's bytes (one char a code, Windows-1252) and Qt's strings; all 256 codes survive the round
-// trip. Used by forms only.
+// trip.
 #pragma once
 
 #include <QString>

@@ -1,5 +1,5 @@
 // The dialog "Communications Settings": speed, parity, data bits and stop bits of the ports that exist, a tab
-// each. A choice counts at once; there is no OK. What each choice writes is said in comms/PortSetup.h.
+// each. A choice counts at once; there is no OK. What each choice writes is said in ports/PortSetup.h.
 #pragma once
 
 #include <QDialog>

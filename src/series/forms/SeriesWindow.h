@@ -35,8 +35,6 @@ public:
     SeriesWindow(const UserFiles& files, const Lines& lines, PosCfg& defaults, EventLoop& eventLoop,
                  RunnerMaker makeRunner);
     ~SeriesWindow() override;
-    SeriesWindow(const SeriesWindow&) = delete;
-    SeriesWindow& operator=(const SeriesWindow&) = delete;
 
     /// Offers a setup file, and a line, 1 to 4, to begin with.
     void Offer(const QString& setup, int line);

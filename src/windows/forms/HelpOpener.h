@@ -21,8 +21,6 @@ public:
     /// Both outlive the object. `front` is the setup window in front, or null.
     HelpOpener(const Texts& texts, const Language& language, std::function<QWidget*()> front);
     ~HelpOpener() override;
-    HelpOpener(const HelpOpener&) = delete;
-    HelpOpener& operator=(const HelpOpener&) = delete;
 
     /// Opens the help for where the keys go now.
     void Show();

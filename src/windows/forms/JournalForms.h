@@ -18,8 +18,6 @@ public:
     /// All outlive the object.
     JournalForms(const SetupDesk& desk, SetupWindows& setups, SetupComparisons& comparisons);
     ~JournalForms() override;
-    JournalForms(const JournalForms&) = delete;
-    JournalForms& operator=(const JournalForms&) = delete;
 
     /// Opens the journal, or brings it to the front with what has come to it.
     void Show();

@@ -2,6 +2,7 @@
 
 #include "comms/FrameMeaning.h"
 #include "comms/PortTrial.h"
+#include "eeprom/IdentityCopy.h"
 #include "eeprom/ModuleMeaning.h"
 #include "eeprom/forms/frmEeprom.h"
 #include "ports/forms/PortsDialog.h"
@@ -17,9 +18,7 @@ LineForms::LineForms(const SetupDesk& desk, MachinePorts* machine, QWidget& wind
 LineForms::~LineForms()
 {
     delete monitorWindow_;
-    for (const auto& channel : desk_.lines.Links())
-        if (channel)
-            channel->watcher = nullptr;
+    StopWatching();
 }
 
 void LineForms::ShowPortSettings(PosCfg& settings)
@@ -44,7 +43,7 @@ void LineForms::ShowWizard(const PosCfg& settings)
     if (!port || desk_.operation.IsBusy())
         return;
     frmEeprom form({desk_.files, desk_.operation, desk_.notes, desk_.eventLoop}, settings, *port,
-                   desk_.dataFolder + "/identities", &window_);
+                   IdentityFolder(desk_.dataFolder), &window_);
     // The line monitor can be looked at beside it.
     form.setWindowModality(Qt::WindowModal);
     connect(&form, &frmEeprom::busyChanged, this, &LineForms::busyChanged);
@@ -66,9 +65,7 @@ void LineForms::ShowMonitor()
         Watch();
         monitorWindow_ = new LineMonitorWindow(desk_.files, desk_.operation, desk_.eventLoop, *monitor_);
         connect(monitorWindow_, &QObject::destroyed, this, [this] {
-            for (const auto& channel : desk_.lines.Links())
-                if (channel)
-                    channel->watcher = nullptr;
+            StopWatching();
             monitor_.reset();
         });
     }
@@ -81,11 +78,18 @@ void LineForms::Watch()
 {
     monitor_ = std::make_unique<LineMonitor>();
     for (std::size_t i = 0; i < desk_.lines.Links().size(); ++i)
-        if (const auto& channel = desk_.lines.Links().at(i))
-            channel->watcher = [&monitor = *monitor_,
-                                line = static_cast<int>(i) + 1](const LineTraffic& traffic) {
+        if (const auto& link = desk_.lines.Links().at(i))
+            link->watcher = [&monitor = *monitor_,
+                             line = static_cast<int>(i) + 1](const LineTraffic& traffic) {
                 monitor.Add(line, traffic, FrameMeaning(traffic));
             };
+}
+
+void LineForms::StopWatching()
+{
+    for (const auto& link : desk_.lines.Links())
+        if (link)
+            link->watcher = nullptr;
 }
 
 void LineForms::Retranslate()

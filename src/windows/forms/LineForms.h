@@ -29,8 +29,6 @@ public:
     /// All outlive the object. Without `machine` there is no choice of ports.
     LineForms(const SetupDesk& desk, MachinePorts* machine, QWidget& window);
     ~LineForms() override;
-    LineForms(const LineForms&) = delete;
-    LineForms& operator=(const LineForms&) = delete;
 
     /// Edits the port settings of a setup window. They become those of the next window.
     void ShowPortSettings(PosCfg& settings);
@@ -58,6 +56,7 @@ signals:
 
 private:
     void Watch();
+    void StopWatching();
 
     const SetupDesk& desk_;
     MachinePorts* machine_;

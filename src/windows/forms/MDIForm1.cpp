@@ -20,7 +20,7 @@ namespace kelvora {
 
 namespace {
 
-// Channels and their drivers may still be at work when the last window goes.
+// Links and their drivers may still be at work when the last window goes.
 constexpr std::chrono::milliseconds ClosingTime{2000};
 
 constexpr QSize MainWindowSize(980, 620);

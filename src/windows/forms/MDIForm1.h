@@ -32,15 +32,12 @@ public:
     /// Without `machine`, which outlives the window too, the devices behind the ports cannot be chosen.
     MDIForm1(Program& program, const QString& configFolder, MachinePorts* machine = nullptr);
     ~MDIForm1() override;
-    MDIForm1(const MDIForm1&) = delete;
-    MDIForm1& operator=(const MDIForm1&) = delete;
 
     /// Opens files that were named at the start, dropped or handed over, and comes to the front.
     void OpenFiles(const QStringList& paths);
 
     Commands& Actions() { return commands_; }
     StatusPanels& Status() { return *status_; }
-    MainMenu& Menu() { return menu_; }
 
     /// Shows anew what depends on the program's state.
     void Refresh();

@@ -25,8 +25,6 @@ public:
     OperationView(RunningOperation& running, Comms& comms, const Texts& texts, StatusPanels& status,
                   QWidget& window);
     ~OperationView() override;
-    OperationView(const OperationView&) = delete;
-    OperationView& operator=(const OperationView&) = delete;
 
     /// The Esc key and the Stop button: asks whether the running operation is to stop; while none runs, tells
     /// what it is for.

@@ -18,8 +18,6 @@ public:
     /// Both outlive the object.
     SeriesForms(const SetupDesk& desk, SetupWindows& setups);
     ~SeriesForms() override;
-    SeriesForms(const SeriesForms&) = delete;
-    SeriesForms& operator=(const SeriesForms&) = delete;
 
     /// Opens the window, or brings it to the front. The setup in front, and its line, are offered.
     void Show();

@@ -23,8 +23,6 @@ public:
     /// All outlive the object.
     SetupWindows(QMdiArea& area, SetupDesk& desk, WindowMemory& memory);
     ~SetupWindows() override;
-    SetupWindows(const SetupWindows&) = delete;
-    SetupWindows& operator=(const SetupWindows&) = delete;
 
     /// Opens a new window, to be filled by hand or by a scan.
     void New(SetupMode mode);

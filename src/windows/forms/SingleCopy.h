@@ -18,8 +18,6 @@ public:
     /// `folder` is the user's runtime folder.
     explicit SingleCopy(const QString& folder);
     ~SingleCopy() override;
-    SingleCopy(const SingleCopy&) = delete;
-    SingleCopy& operator=(const SingleCopy&) = delete;
 
     /// True when no other copy runs; this one then counts as running until the object goes. A copy that is
     /// closing down is waited for.
