@@ -120,6 +120,17 @@ void KeyMapSession::ChooseRange(int from, int to)
     }
 }
 
+bool KeyMapSession::ChooseNumber(int number)
+{
+    const int cell = number - state_.firstKeyNumber;
+    if (!IsEditable() || cell < 0 || cell >= Positions())
+        return false;
+    const int key = KeyAt(cell / Columns(), cell % Columns());
+    if (key > 0)
+        Choose(key);
+    return key > 0;
+}
+
 void KeyMapSession::ChooseAll()
 {
     state_.chosen.clear();

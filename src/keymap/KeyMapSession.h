@@ -76,6 +76,9 @@ public:
     void Choose(int position, Choosing choosing = Choosing::Only);
     void ChooseAll();
 
+    /// Chooses the key with that number, or the one that covers its place. False when no key has it.
+    bool ChooseNumber(int number);
+
     /// With no key selected, chooses the one that has the ring.
     void ChooseRing();
 

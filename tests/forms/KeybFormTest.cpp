@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QGroupBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
@@ -94,6 +95,21 @@ TEST_F(KeybForm, ClickedKeyTakesAType)
     EXPECT_EQ(settings.Xchange, "4011001111111110XX");
 }
 
+TEST_F(KeybForm, FindsAKeyByItsNumber)
+{
+    Open(ModuleKind::ICCR, KeypadDefaults, 'a');
+    Press({Qt::Key_F}, Qt::ControlModifier);
+    Press({Qt::Key_2, Qt::Key_0, Qt::Key_Return});
+    EXPECT_EQ(FromQString(Find<QLabel>("Hint")->text()), "No key has the number 20");
+    Press({Qt::Key_9, Qt::Key_7, Qt::Key_Enter});
+    EXPECT_EQ(Caption(), "Key 97");
+    Press({Qt::Key_4});
+    EXPECT_TRUE(Button("KeyTypeOption3")->isChecked());
+    Press({Qt::Key_F}, Qt::ControlModifier);
+    Press({Qt::Key_Escape});
+    EXPECT_TRUE(form->focusWidget() == Button("Keys0") && form->isVisible());
+}
+
 TEST_F(KeybForm, SelectedKeyAloneIsCyan)
 {
     Open(ModuleKind::ICCR, KeypadDefaults, 1);
@@ -178,8 +194,8 @@ TEST_F(KeybForm, TabVisitsTheControlsAndEnterPressesButtonsAlone)
     Open(ModuleKind::ICCR, KeypadDefaults, 1);
     Press({Qt::Key_2});
     EXPECT_EQ(form->Session().Map(), "2111011111111111XX") << "the key with the ring, none being chosen";
-    for (const char* name : {"KeyTypeOption1", "UnusedCheck", "Undo", "DefaultMapping", "Back", "Keys0",
-                             "KeyTypeOption1", "UnusedCheck"}) {
+    for (const char* name : {"FindKey", "KeyTypeOption1", "UnusedCheck", "Undo", "DefaultMapping", "Back", "Keys0",
+                             "FindKey", "KeyTypeOption1", "UnusedCheck"}) {
         Press({Qt::Key_Tab});
         EXPECT_EQ(form->focusWidget()->objectName(), name);
         if (qobject_cast<QPushButton*>(form->focusWidget()) == nullptr)

@@ -4,14 +4,17 @@
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QIntValidator>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
 #include <algorithm>
 
 #include "keymap/forms/KeyGridView.h"
+#include "keymap/forms/KeyPicture.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WindowParts.h"
 
@@ -37,6 +40,9 @@ constexpr int ActivationTimeoutMs = 300;
 
 constexpr std::array TypeCaptions{Message::KeyTypeSingle, Message::KeyTypeVertical,
                                   Message::KeyTypeHorizontal, Message::KeyTypeQuadruple};
+
+/// The cells that a key of each type takes.
+constexpr std::array TypeCells{QSize(1, 1), QSize(1, 2), QSize(2, 1), QSize(2, 2)};
 
 /// An option with this tag is being set by the program: its click is nobody's.
 constexpr const char* Tag = "tag";
@@ -87,6 +93,7 @@ QWidget* frmKeyb::MakeControls()
 {
     auto* const panel = new QWidget(this);
     // Made in the order in which the Tab key visits them.
+    QLayout* const find = MakeFind();
     QWidget* const choices = MakeChoices();
     undo_ = MakeButton(Message::KeyUndo, "Undo");
     redo_ = MakeButton(Message::KeyRedo, "Redo");
@@ -104,12 +111,30 @@ QWidget* frmKeyb::MakeControls()
     steps->addWidget(redo_);
     auto* const layout = new QVBoxLayout(panel);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->addLayout(find);
     layout->addWidget(choices);
     layout->addLayout(steps);
     layout->addWidget(defaults);
     layout->addStretch(1);
     layout->addWidget(back);
     return panel;
+}
+
+QLayout* frmKeyb::MakeFind()
+{
+    auto* const label = new QLabel(ToQString(texts_.Caption(Message::KeyFind)), this);
+    find_ = new QLineEdit(this);
+    find_->setObjectName(QStringLiteral("FindKey"));
+    find_->setAccessibleName(WithoutMnemonic(label->text()));
+    find_->setToolTip(QKeySequence(QKeySequence::Find).toString(QKeySequence::NativeText));
+    find_->setValidator(new QIntValidator(0, 999, find_));
+    find_->setMaximumWidth(find_->fontMetrics().averageCharWidth() * 10);
+    label->setBuddy(find_);
+    connect(find_, &QLineEdit::returnPressed, this, &frmKeyb::FindKey);
+    auto* const across = new QHBoxLayout;
+    across->addWidget(label, 1);
+    across->addWidget(find_);
+    return across;
 }
 
 QPushButton* frmKeyb::MakeButton(const MessageId& caption, const char* name)
@@ -141,7 +166,17 @@ QWidget* frmKeyb::MakeChoices()
     connect(unusedCheck_, &QCheckBox::clicked, this, &frmKeyb::UnusedCheck_Click);
     layout->addSpacing(6);
     layout->addWidget(unusedCheck_);
+    ShowPictures();
     return keyControls_;
+}
+
+void frmKeyb::ShowPictures()
+{
+    for (std::size_t i = 0; i < keyTypeOption_.size(); ++i)
+        keyTypeOption_.at(i)->setIcon(KeyPicture(TypeCells.at(i), false, palette()));
+    unusedCheck_->setIcon(KeyPicture(TypeCells.front(), true, palette()));
+    for (QAbstractButton* const each : keyControls_->findChildren<QAbstractButton*>())
+        each->setIconSize({KeyPictureSide, KeyPictureSide});
 }
 
 void frmKeyb::showEvent(QShowEvent* event)
@@ -250,6 +285,17 @@ void frmKeyb::Back_Click()
     accept();
 }
 
+void frmKeyb::FindKey()
+{
+    if (session_.ChooseNumber(find_->text().toInt())) {
+        ShowSession();
+        grid_->FocusKeys();
+    } else {
+        hint_->setText(ToQString(texts_.Word(Message::KeyFindNone)) + find_->text());
+        find_->selectAll();
+    }
+}
+
 void frmKeyb::Undo()
 {
     session_.Undo();
@@ -278,6 +324,8 @@ void frmKeyb::changeEvent(QEvent* event)
     QDialog::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && discardWait_.isActive() && isActiveWindow())
         discardWait_.start(0);
+    if (event->type() == QEvent::PaletteChange && unusedCheck_)
+        ShowPictures();
 }
 
 void frmKeyb::keyPressEvent(QKeyEvent* event)
@@ -288,6 +336,12 @@ void frmKeyb::keyPressEvent(QKeyEvent* event)
             button->click();
         return;
     }
+    if (event->matches(QKeySequence::Find)) {
+        find_->setFocus(Qt::ShortcutFocusReason);
+        return find_->selectAll();
+    }
+    if (event->key() == Qt::Key_Escape && focusWidget() == find_)
+        return grid_->FocusKeys();
     if (event->matches(QKeySequence::Undo))
         return Undo();
     if (event->matches(QKeySequence::Redo))

@@ -14,6 +14,7 @@ class QButtonGroup;
 class QCheckBox;
 class QGroupBox;
 class QLabel;
+class QLineEdit;
 class QPushButton;
 class QRadioButton;
 
@@ -44,8 +45,10 @@ protected:
 
 private:
     QWidget* MakeControls();
+    QLayout* MakeFind();
     QWidget* MakeChoices();
     QPushButton* MakeButton(const MessageId& caption, const char* name);
+    void ShowPictures();
     void Activate();
     void ShowChoices(const KeyChoices& choices);
     void ShowSession();
@@ -53,6 +56,7 @@ private:
     void UnusedCheck_Click();
     void DefaultMapping_Click();
     void Back_Click();
+    void FindKey();
     void Undo();
     void Redo();
     QSize InitialSize() const;
@@ -62,6 +66,7 @@ private:
     const Texts& texts_;
     std::string& xchange_;
     KeyGridView* grid_;
+    QLineEdit* find_ = nullptr;
     QGroupBox* keyControls_ = nullptr;
     QButtonGroup* keyTypes_ = nullptr;
     QCheckBox* unusedCheck_ = nullptr;
