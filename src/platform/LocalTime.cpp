@@ -65,4 +65,14 @@ std::string ZonedTimeText(std::chrono::system_clock::time_point time)
            Padded(std::abs(minutes) % Minute, 2);
 }
 
+std::optional<std::chrono::sys_seconds> MomentOf(const std::string& zonedTime)
+{
+    std::tm parts{};
+    const char* const end = strptime(zonedTime.c_str(), "%Y-%m-%dT%H:%M:%S%z", &parts);
+    if (!end || end != zonedTime.c_str() + zonedTime.size())
+        return std::nullopt;
+    const std::chrono::seconds zone(parts.tm_gmtoff);
+    return std::chrono::sys_seconds(std::chrono::seconds(timegm(&parts))) - zone;
+}
+
 }  // namespace kelvora

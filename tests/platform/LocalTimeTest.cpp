@@ -1,0 +1,22 @@
+#include "platform/LocalTime.h"
+
+#include <gtest/gtest.h>
+
+namespace kelvora {
+
+TEST(LocalTime, MomentOfAZonedTime)
+{
+    using namespace std::chrono_literals;
+    const std::chrono::sys_seconds moment =
+        std::chrono::sys_days(std::chrono::year_month_day(2026y, std::chrono::March, 9d)) + 6h + 5min + 7s;
+    for (const char* const text : {"2026-03-09T06:05:07+00:00", "2026-03-09T06:05:07Z",
+                                   "2026-03-09T07:05:07+01:00", "2026-03-08T22:35:07-07:30"})
+        EXPECT_EQ(MomentOf(text), moment) << text;
+    for (const char* const text : {"", "2026-03-09", "2026-03-09T06:05:07", "2026-13-01T06:05:07Z",
+                                   "2026-03-09T06:05:07*00:00", "2026-03-09T06:05:07+00:00 "})
+        EXPECT_FALSE(MomentOf(text)) << text;
+    const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
+    EXPECT_EQ(MomentOf(ZonedTimeText(now)), now);
+}
+
+}  // namespace kelvora
