@@ -1,0 +1,126 @@
+#include "report/ReportPage.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "platform/LocalTime.h"
+#include "report/ReportTemplate.h"
+
+namespace kelvora {
+
+namespace {
+
+std::string Html(std::string_view text)
+{
+    std::string html;
+    for (const char c : text)
+        switch (c) {
+            case '&':
+                html += "&amp;";
+                break;
+            case '<':
+                html += "&lt;";
+                break;
+            case '>':
+                html += "&gt;";
+                break;
+            case '"':
+                html += "&quot;";
+                break;
+            default:
+                html += c;
+        }
+    return html;
+}
+
+// "2026-03-09 07:05" on this machine's clock.
+std::string ShortTime(std::chrono::sys_seconds time)
+{
+    std::string text = ZonedTimeText(time).substr(0, std::string_view("2026-03-09T07:05").size());
+    std::ranges::replace(text, 'T', ' ');
+    return text;
+}
+
+std::string DeviationsText(const FleetReport& report, const ReportTill& till)
+{
+    constexpr std::size_t MostTold = 5;
+    const std::vector<std::size_t>& list = report.DeviationLists().at(till.deviations);
+    std::string text;
+    for (std::size_t i = 0; i < std::min(list.size(), MostTold); ++i)
+        text += (i == 0 ? "" : "; ") + report.Deviations().at(list[i]);
+    if (list.size() > MostTold)
+        text += "; and " + std::to_string(list.size() - MostTold) + " more";
+    return text;
+}
+
+std::string ResultText(const TillResult& result)
+{
+    return result.action + ": " + result.outcome + (result.message.empty() ? "" : ". " + result.message);
+}
+
+std::string Row(const FleetReport& report, const ReportTill& till)
+{
+    std::string row = "<tr><th scope=row>" + Html(till.name);
+    if (till.setup) {
+        const ReportSetup& setup = report.Setups().at(*till.setup);
+        row += "<td>" + Html(setup.names) + "<td>" + Html(setup.options) + "<td>" +
+               Html(DeviationsText(report, till));
+    } else {
+        row += "<td colspan=3>" + Html(till.file.empty() ? till.why : "Could not be read: " + till.why);
+    }
+    const auto& result = till.result;
+    row += "<td>" + (result ? Html(ResultText(*result)) : "") + "<td>" +
+           (result ? Html(ShortTime(result->time)) : "");
+    return row + "\n";
+}
+
+std::string Rows(const FleetReport& report)
+{
+    std::string rows;
+    for (const ReportTill& till : report.Tills())
+        rows += Row(report, till);
+    return rows;
+}
+
+using Part = std::pair<std::string_view, std::string>;
+
+// Each part in its place; what a part holds is not looked into.
+template <std::size_t Count>
+std::string Filled(std::string_view page, const std::array<Part, Count>& parts)
+{
+    std::string text;
+    for (std::size_t at = page.find("{{"); at != std::string_view::npos; at = page.find("{{")) {
+        text.append(page.substr(0, at));
+        const std::size_t end = page.find("}}", at);
+        const std::string_view name = page.substr(at + 2, end - at - 2);
+        text += std::ranges::find(parts, name, &Part::first)->second;
+        page.remove_prefix(end + 2);
+    }
+    text.append(page);
+    return text;
+}
+
+}  // namespace
+
+std::string ReportPage(const FleetReport& report, const ReportHeading& heading)
+{
+    const bool hasStandard = !heading.standard.empty();
+    return Filled<5>(
+        ReportTemplate,
+        {Part{"FOLDER", Html(heading.folder)},
+         {"STANDARD", hasStandard ? "Standard: " + Html(heading.standard) : "Not compared with a standard"},
+         {"COUNTS", Html(CountsText(report.Counts(), hasStandard) + ". Made " + ShortTime(heading.made))},
+         {"ROWS", Rows(report)},
+         {"DATA", ReportData(report, heading)}});
+}
+
+std::string CountsText(const ReportCounts& counts, bool hasStandard)
+{
+    return std::to_string(counts.tills) + (counts.tills == 1 ? " till: " : " tills: ") +
+           (hasStandard ? std::to_string(counts.deviating) + " deviate, " : std::string()) +
+           std::to_string(counts.failed) + " failed, " + std::to_string(counts.unread) + " could not be read";
+}
+
+}  // namespace kelvora

@@ -1,0 +1,11 @@
+// The page of a report without what it tells, with its style and its script: made of page/ at the build.
+#pragma once
+
+#include <string_view>
+
+namespace kelvora {
+
+/// Holds a place for each part that a report puts in, "{{TITLE}}" say.
+extern const std::string_view ReportTemplate;
+
+}  // namespace kelvora

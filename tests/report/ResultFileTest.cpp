@@ -1,0 +1,76 @@
+#include "report/ResultFile.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "platform/LocalTime.h"
+
+namespace kelvora {
+
+namespace {
+
+const std::chrono::sys_seconds Changed = *MomentOf("2026-03-09T07:05:00+01:00");
+
+std::vector<TillResult> ResultsIn(const std::string& text)
+{
+    const auto results = ReadResults(text, Changed);
+    EXPECT_TRUE(results) << text;
+    return results.value_or(std::vector<TillResult>());
+}
+
+std::string EntryText(const std::string& operation, const std::string& terminal, const std::string& result)
+{
+    return R"({"time":"2026-03-09T08:00:00+01:00","operation":")" + operation + R"(","terminal":")" +
+           terminal + R"(","file":"/shop/Till-9.dat","result":")" + result + R"(","message":"told"})";
+}
+
+}  // namespace
+
+TEST(ResultFile, OfAFleet)
+{
+    struct Case {
+        const char* rest;
+        const char* outcome;
+        const char* message;
+        bool failed;
+    };
+    for (const Case& each : {
+             Case{R"("exit":0,"result":{"device":"new","message":"written"})", "done", "written", false},
+             Case{R"("exit":0,"result":{"device":"same"})", "same", "", false},
+             Case{R"("exit":0,"diagnostics":[],"result":{"ok":true,"message":null})", "done", "", false},
+             Case{R"("exit":1,"result":{"outcome":"different"})", "different", "", true},
+             Case{R"("exit":3,"diagnostics":["no answer","twice"],"result":null)", "failed", "no answer",
+                  true},
+             Case{R"("exit":null,"diagnostics":["not reached"],"result":null)", "not tried", "not reached",
+                  true},
+         }) {
+        const auto results =
+            ResultsIn(std::string(R"({"till":"till-7","action":"download",)") + each.rest + "}\n");
+        ASSERT_EQ(results.size(), 1U);
+        EXPECT_EQ(results[0],
+                  (TillResult{"till-7", "download", each.outcome, each.message, Changed, each.failed}));
+    }
+    EXPECT_EQ(ResultsIn(R"({"till":"a","exit":0,"time":"2026-03-09T06:06:00Z"})").at(0).time,
+              Changed + std::chrono::minutes(1));
+}
+
+TEST(ResultFile, OfASeriesAndAJournal)
+{
+    const TillResult done{"T7", "download", "done", "told", Changed + std::chrono::minutes(55), false};
+    const TillResult stopped{"Till-9", "verify", "stopped", "told", done.time, true};
+    const std::string first = EntryText("download", "T7", "done");
+    const std::string second = EntryText("verify", "", "stopped");
+    EXPECT_EQ(ResultsIn("[" + first + ",\n" + second + "]"), (std::vector{done, stopped}));
+    // What a series tells between its results, what only read a device, and a line that was torn.
+    EXPECT_EQ(
+        ResultsIn(R"({"event":"waiting","port":"COM1"})"
+                  "\n" +
+                  first + "\n" + EntryText("scan", "T7", "failed") + "\n" + second + "\n" + R"({"time":"20)"),
+        (std::vector{done, stopped}));
+    EXPECT_TRUE(ResultsIn("[]").empty());
+    for (const char* const text :
+         {"{}", "[{}]", "[1,[]]", "words\n", R"({"till":"a"})", R"({"till":7,"exit":0})"})
+        EXPECT_FALSE(ReadResults(text, Changed)) << text;
+}
+
+}  // namespace kelvora
