@@ -18,6 +18,7 @@
 #include "cli/JournalCommand.h"
 #include "cli/Make.h"
 #include "cli/Render.h"
+#include "cli/ReportCommand.h"
 #include "cli/Scan.h"
 #include "cli/SeriesCommand.h"
 #include "cli/Show.h"
@@ -31,9 +32,9 @@ namespace {
 using AddFileCommand = void (*)(CLI::App& app, Console& console, int& exitCode);
 using AddLineCommand = void (*)(CLI::App& app, Console& console, LineAccess& access, int& exitCode);
 
-constexpr std::array<AddFileCommand, 7> FileCommands{AddCheckCommand, AddShowCommand,   AddMakeCommand,
-                                                     AddDiffCommand,  AddFormatCommand, AddImageCommand,
-                                                     AddRenderCommand};
+constexpr std::array<AddFileCommand, 8> FileCommands{AddCheckCommand,  AddShowCommand,  AddMakeCommand,
+                                                     AddReportCommand, AddDiffCommand,  AddFormatCommand,
+                                                     AddImageCommand,  AddRenderCommand};
 constexpr std::array<AddLineCommand, 9> LineCommands{AddEditCommand,     AddScanCommand,   AddDownloadCommand,
                                                      AddVerifyCommand,   AddDumpCommand,   AddRestoreCommand,
                                                      AddIdentityCommand, AddSeriesCommand, AddJournalCommand};
@@ -48,6 +49,7 @@ constexpr const char* Examples =
     "  kelvora-cli format till07.dat -o till07.dat\n"
     "  kelvora-cli edit exports/ --where fiscal=yes --set fiscal=no --dry-run\n"
     "  kelvora-cli render till07.dat -o till07.pdf\n"
+    "  kelvora-cli report exports/ --standard standard.dat -o report.html\n"
     "  kelvora-cli scan --line 1=/dev/ttyUSB0 -o till07.dat\n"
     "  kelvora-cli download --line 1=/dev/ttyUSB0 till07.dat\n"
     "\n"

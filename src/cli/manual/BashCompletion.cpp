@@ -24,6 +24,7 @@ std::string ValueSteps(const OptionText& option)
         case ValueKind::SetupFile:
         case ValueKind::DumpFile:
         case ValueKind::PictureFile:
+        case ValueKind::PageFile:
             break;
     }
     return "kind=path endings='@(" + Joined(FileEndings(option.kind), "|") + ")'";

@@ -12,7 +12,7 @@ class App;
 namespace kelvora::manual {
 
 /// What may stand for a value, so that a shell can offer it.
-enum class ValueKind { Unknown, AnyFile, Folder, SetupFile, DumpFile, PictureFile, Line, Choice };
+enum class ValueKind { Unknown, AnyFile, Folder, SetupFile, DumpFile, PictureFile, PageFile, Line, Choice };
 
 /// An option, or an argument where it has no names.
 struct OptionText {

@@ -35,6 +35,7 @@ std::string ValueSwitches(const OptionText& option)
         case ValueKind::SetupFile:
         case ValueKind::DumpFile:
         case ValueKind::PictureFile:
+        case ValueKind::PageFile:
             break;
     }
     return " -f -a " + Quoted("(__kelvora_files " + Quoted(Joined(FileEndings(option.kind), "|")) + ")");

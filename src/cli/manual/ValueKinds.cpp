@@ -23,12 +23,15 @@ constexpr std::array Rows{
     Row{"", "--output-folder", "", ValueKind::Folder},
     Row{"", "--by-name", "", ValueKind::Folder},
     Row{"", "--keys-from", "", ValueKind::SetupFile},
+    Row{"", "--results", "", ValueKind::Folder},
     Row{"kelvora-cli restore", "", "FILE", ValueKind::DumpFile},
     Row{"kelvora-cli identity restore", "", "FILE", ValueKind::AnyFile},
     Row{"kelvora-cli dump", "--output", "", ValueKind::DumpFile},
     Row{"kelvora-cli image", "--output", "", ValueKind::DumpFile},
     Row{"kelvora-cli render", "--output", "", ValueKind::PictureFile},
+    Row{"kelvora-cli report", "--output", "", ValueKind::PageFile},
     Row{"", "--output", "", ValueKind::SetupFile},
+    Row{"", "--standard", "", ValueKind::SetupFile},
     Row{"", "", "FILE", ValueKind::SetupFile},
     Row{"kelvora-cli make", "", "JSON", ValueKind::AnyFile},
     Row{"kelvora-cli diff", "", "A", ValueKind::SetupFile},
@@ -59,6 +62,8 @@ std::vector<std::string> FileEndings(ValueKind kind)
             return {"mem"};
         case ValueKind::PictureFile:
             return {PictureTypeNames.begin(), PictureTypeNames.end()};
+        case ValueKind::PageFile:
+            return {"html"};
         default:
             return {};
     }

@@ -46,6 +46,7 @@ std::string Action(const OptionText& option)
         case ValueKind::SetupFile:
         case ValueKind::DumpFile:
         case ValueKind::PictureFile:
+        case ValueKind::PageFile:
             break;
     }
     return "_files -g \"*.(#i)(" + Joined(FileEndings(option.kind), "|") + ")(-.)\"";

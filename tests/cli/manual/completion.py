@@ -19,11 +19,14 @@ VALUES = {
     "kelvora-bench --speed 1": "1200",
     "kelvora-cli check ": "till.dat old.TXT folder",
     "kelvora-cli check --json -v ": "till.dat old.TXT folder",
-    "kelvora-cli identity restore --bench ": "till.dat old.TXT till.mem picture.svg folder",
+    "kelvora-cli identity restore --bench ": "till.dat old.TXT till.mem picture.svg page.html folder",
     "kelvora-cli restore --port 2 ": "till.mem folder",
     "kelvora-cli scan -o ": "till.dat old.TXT folder",
     "kelvora-cli render --output-folder ": "folder",
     "kelvora-cli render -o ": "picture.svg folder",
+    "kelvora-cli report -o ": "page.html folder",
+    "kelvora-cli report --standard ": "till.dat old.TXT folder",
+    "kelvora-cli report --results ": "folder",
     "kelvora-cli diff ": "till.dat old.TXT folder",
     "kelvora ": "till.dat old.TXT folder",
 }
@@ -53,7 +56,7 @@ def make_files(place):
     """The files that are there to be offered."""
     for folder in ("files/folder", "files of a till"):
         os.makedirs(os.path.join(place, folder))
-    for name in ("files/till.dat", "files/old.TXT", "files/till.mem", "files/picture.svg",
+    for name in ("files/till.dat", "files/old.TXT", "files/till.mem", "files/picture.svg", "files/page.html",
                  "files of a till/till.dat", "files of a till/till.mem"):
         open(os.path.join(place, name), "w", encoding="utf-8").close()
 

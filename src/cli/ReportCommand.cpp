@@ -1,0 +1,125 @@
+#include "cli/ReportCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
+
+#include "cli/ReportSources.h"
+#include "cli/SetupNames.h"
+#include "cli/SetupOutput.h"
+#include "cli/Verdict.h"
+#include "platform/Encoding.h"
+#include "report/ReportPage.h"
+
+namespace kelvora {
+
+namespace {
+
+constexpr const char* PageEnding = ".html";
+
+std::string CheckPageName(const std::string& name)
+{
+    return name.size() > std::string_view(PageEnding).size() && name.ends_with(PageEnding)
+               ? std::string()
+               : std::string("expected a name that ends in ") + PageEnding + ": " + name;
+}
+
+std::string NamesText(const std::vector<std::string>& names)
+{
+    std::string text;
+    for (const std::string& name : names)
+        text += (text.empty() ? "" : ", ") + Utf8FromPath(name);
+    return text;
+}
+
+void Tell(const ReportRequest& request, const ReportCounts& counts, Console& console)
+{
+    if (request.json)
+        Emit(console, nlohmann::ordered_json{{"output", Utf8FromPath(request.output)},
+                                             {"tills", counts.tills},
+                                             {"deviating", counts.deviating},
+                                             {"failed", counts.failed},
+                                             {"unread", counts.unread}}
+                              .dump() +
+                          "\n");
+    else
+        console.err << DiagnosticLine(CountsText(counts, !request.standard.empty()));
+}
+
+int WriteReport(const ReportRequest& request, const std::optional<SetupDocument>& standard, Console& console)
+{
+    const std::vector<FoundName> names = AllSetups(request.names, console.in);
+    if (names.empty())
+        return NothingFound(console);
+    FleetReport report;
+    int exitCode = AddTills(report, names, standard ? &*standard : nullptr, console);
+    if (!request.results.empty())
+        exitCode = std::max(exitCode, AddResultsBelow(report, request.results, console));
+    const std::string page =
+        ReportPage(report, {NamesText(request.names), Utf8FromPath(request.standard), request.now});
+    if (request.output.empty())
+        Emit(console, page);
+    else
+        ReplaceFile(request.output, page);
+    Tell(request, report.Counts(), console);
+    return exitCode;
+}
+
+}  // namespace
+
+int MakeReport(const ReportRequest& request, Console& console)
+{
+    if (request.json && request.output.empty())
+        return Misused(console, "--json needs --output");
+    std::optional<SetupDocument> standard;
+    if (!request.standard.empty()) {
+        Refusal why;
+        standard = AcceptedSetup(request.standard, why);
+        if (!standard) {
+            console.err << why.line;
+            return ExitCode::Rejected;
+        }
+    }
+    try {
+        return WriteReport(request, standard, console);
+    } catch (const FileError& error) {
+        console.err << FailureLine(error.Path(), error.what());
+        return ExitCode::Rejected;
+    }
+}
+
+void AddReportCommand(CLI::App& app, Console& console, int& exitCode)
+{
+    const auto request = std::make_shared<ReportRequest>();
+    CLI::App* command = app.add_subcommand("report", "Make a page on many tills, to look at in a browser");
+    command->add_option("FILE", request->names, SetupNamesText)->type_name("")->required();
+    command->add_option("--standard", request->standard, "Tell how each setup deviates from that setup file")
+        ->type_name("FILE")
+        ->check(CheckOutputName);
+    command
+        ->add_option("--results", request->results,
+                     "Tell what was last done with each till, from the *.json and *.jsonl of that folder")
+        ->type_name("FOLDER")
+        ->check(CheckOutputName);
+    command->add_option("-o,--output", request->output, "Write to that file, whose name ends in .html")
+        ->type_name("OUT")
+        ->check(CheckPageName);
+    command->add_flag("--json", request->json,
+                      "Print how many tills deviate and failed as an object; needs --output");
+    command->footer(
+        "A row a till: its devices, options, deviations and last result; a click shows all keys. The page "
+        "needs\n"
+        "no network. Results are those of a fleet's run, of a series, or a journal; a till is known by the "
+        "name\n"
+        "of its file, in letters of any case. A file that is no setup has a row with the reason. A page that "
+        "is\n"
+        "replaced is kept under its name and \".bak\".");
+    command->callback([request, &console, &exitCode] {
+        request->now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
+        exitCode = MakeReport(*request, console);
+    });
+}
+
+}  // namespace kelvora

@@ -1,0 +1,79 @@
+#include <nlohmann/json.hpp>
+
+#include "CliFixture.h"
+
+namespace kelvora {
+
+class ReportTest : public CliTest {
+protected:
+    const std::string standard = Write("standard.dat", "[Kelvora]\n[MCR]\nTracks = 1,2\n");
+    const std::string till = Write("shops/n1/Till7.dat", Accepted);
+    const std::string output = folder + "/tills.html";
+};
+
+TEST_F(ReportTest, WritesAPageAndKeepsWhatItReplaces)
+{
+    Write("tills.html", "old");
+    Write("results/till7.json",
+          R"({"till":"till7","action":"verify","exit":1,"result":{"outcome":"different"}})");
+    const CliResult result = Run({"report", folder + "/shops", "--standard", standard, "--results",
+                                  folder + "/results", "-o", output});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "kelvora-cli: 1 till: 1 deviate, 1 failed, 0 could not be read\n");
+    const std::string page = files.Read(output);
+    EXPECT_THAT(page, testing::StartsWith("<!DOCTYPE html>"));
+    EXPECT_THAT(page, testing::HasSubstr("<th scope=row>n1/Till7<td>"));
+    EXPECT_THAT(page, testing::HasSubstr("tracks read: 1,2 -&gt; 1,2,3<td>verify: different<td>"));
+    EXPECT_EQ(files.Read(output + ".bak"), "old");
+
+    const CliResult printed = Run({"report", till});
+    EXPECT_THAT(printed.out, testing::HasSubstr("<th scope=row>Till7<td>"));
+    EXPECT_THAT(printed.out, testing::HasSubstr("Not compared with a standard"));
+}
+
+TEST_F(ReportTest, TellsWhatIsNoSetupAndNoResult)
+{
+    const std::string bad = Write("shops/bad.dat", Rejected);
+    Write("results/other.json", "{}");
+    Write("results/begun.json", "");
+    Write("results/notes.txt", "words");
+    const CliResult result =
+        Run({"report", folder + "/shops", "--results", folder + "/results", "-o", output, "--json"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.err,
+              bad + RejectedSays + "kelvora-cli: " + folder + "/results/other.json: holds no results\n");
+    EXPECT_EQ(
+        nlohmann::json::parse(result.out),
+        (nlohmann::json{{"output", output}, {"tills", 2}, {"deviating", 0}, {"failed", 0}, {"unread", 1}}));
+    EXPECT_THAT(
+        files.Read(output),
+        testing::HasSubstr("<th scope=row>bad<td colspan=3>Could not be read: line 3: 0x80040107 expected"));
+}
+
+TEST_F(ReportTest, RefusesWhatMakesNoPage)
+{
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"report"},
+                                                      {"report", till, "-o", till},
+                                                      {"report", till, "-o", ".html"},
+                                                      {"report", till, "--json"}})
+        EXPECT_EQ(Run(arguments).exitCode, 2) << testing::PrintToString(arguments);
+    files.MakeFolder(folder + "/empty");
+    const std::string bad = Write("bad.dat", Rejected);
+    for (const auto& [arguments, says] : {
+             std::pair{std::vector<std::string>{folder + "/empty"}, std::string("no setup files were found")},
+             {{till, "--standard", bad}, bad + ":3: "},
+             {{till, "--results", folder + "/none"}, "/none: No such file"},
+         }) {
+        std::vector<std::string> all{"report", "-o", output};
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        const CliResult result = Run(all);
+        EXPECT_EQ(result.exitCode, 1);
+        EXPECT_THAT(result.err, testing::HasSubstr(says));
+        EXPECT_FALSE(files.Exists(output));
+    }
+    EXPECT_THAT(Run({"report", till, "-o", folder + "/none/a.html"}).err,
+                testing::HasSubstr("/none/a.html: No such file"));
+}
+
+}  // namespace kelvora
