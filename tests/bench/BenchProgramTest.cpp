@@ -212,6 +212,18 @@ TEST(BenchProgram, LetsTillsComeAndGo)
     fs::remove_all(folder);
 }
 
+// More of them than a user may have inotify instances.
+TEST(BenchProgram, PlaysHundredsOfLines)
+{
+    RunningBench bench({"--modules", "none", "--modules", "iccr", "--lines", "256", "--unpaced"});
+    std::string lines = bench.Output("\n256 ");
+    if (!lines.ends_with('\n'))
+        lines += bench.Output("\n");
+    const std::size_t last = lines.rfind(' ') + 1;
+    const Descriptor port = OpenPort(lines.substr(last, lines.size() - last - 1), B9600);
+    EXPECT_EQ(Ask(port, "\5", "\x11"), "\x11") << "the chip card unit";
+}
+
 TEST(BenchProgram, TakesTheDeviceAway)
 {
     RunningBench bench({"--modules", "iccr", "--away-after", "5", "--unpaced"});
@@ -238,6 +250,7 @@ TEST(BenchProgram, RefusesWrongUsage)
         {{"--drop", "1.5"}, "--drop"},
         {{"--nak", "-1"}, "--nak"},
         {{"--line", "1"}, "--line"},
+        {{"--lines", "257"}, "--lines"},
         {{"--drop", "0.5", "--flip", "0.4", "--duplicate", "0.2"}, "over 1 together"},
         {{"--stray", "0"}, "--stray"},
         {{"--late", "$9902"}, "is not COMMAND=VALUE"},
@@ -260,16 +273,16 @@ TEST(BenchProgram, RefusesWrongUsage)
     }
     std::ostringstream ignored;
     int exitCode = Done;
-    const auto options =
-        ParseBenchOptions({"--modules", "mcr12", "--modules", "none", "--drop", "0.1", "--flip", "0.2",
-                           "--duplicate", "0.7", "--late", "$9902#2=1100", "--status", "0FB3+=9"},
-                          ignored, ignored, exitCode);
+    const auto options = ParseBenchOptions(
+        {"--modules", "mcr12", "--modules", "none", "--drop", "0.1", "--flip", "0.2", "--duplicate", "0.7",
+         "--lines", "3", "--late", "$9902#2=1100", "--status", "0FB3+=9"},
+        ignored, ignored, exitCode);
     ASSERT_TRUE(options);
     ASSERT_EQ(options->line.faults.commands.size(), 2U);
     EXPECT_EQ(options->line.faults.commands[0].late, std::chrono::milliseconds(1100));
     EXPECT_EQ(options->line.faults.commands[0].number, 2U);
     EXPECT_EQ(options->line.faults.commands[1].command, "0FB3+");
-    EXPECT_EQ(options->lines, (std::vector<std::vector<Module>>{{Module::MCR12}, {}}));
+    EXPECT_EQ(options->lines, (std::vector<std::vector<Module>>{{Module::MCR12}, {}, {Module::MCR12}}));
 }
 
 TEST(TillScript, NamesTheLineThatIsWrong)

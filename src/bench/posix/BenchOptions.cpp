@@ -66,6 +66,11 @@ void AddLineOptions(CLI::App& app, BenchOptions& options)
            "or none. Once for each line")
         ->allow_extra_args(false)
         ->type_name("LIST");
+    app.add_option("--lines", options.count,
+                   "How many lines; what --modules names is repeated on them in its order. As many as those "
+                   "unless told")
+        ->type_name("N")
+        ->check(CLI::Range(std::size_t{1}, MostLines));
     app.add_option_function<std::vector<std::string>>(
            "--name",
            [&options](const std::vector<std::string>& names) {
@@ -129,6 +134,12 @@ std::optional<BenchOptions> ParseBenchOptions(const std::vector<std::string>& ar
     if (options.lines.empty() && options.tills.empty())
         options.lines = {{Module::KM096, Module::KM064, Module::MCR123, Module::ICCR},
                          {Module::KM096, Module::MCR123}};
+    if (options.count > 0) {
+        const std::size_t named = options.lines.size();
+        while (named > 0 && options.lines.size() < options.count)
+            options.lines.push_back(options.lines[options.lines.size() - named]);
+        options.lines.resize(options.count);
+    }
     return options;
 }
 

@@ -18,6 +18,7 @@ namespace kelvora::bench {
 
 struct BenchOptions {
     std::vector<std::vector<Module>> lines;  ///< what hangs on each of them
+    std::size_t count = 0;                   ///< of the lines; 0 for as many as are named
     std::vector<std::string> names;          ///< of their terminals, as far as they are given
     std::string statePath;                   ///< of the first line; empty for none
     TillScript tills;  ///< that come later; a line that stands only there begins without

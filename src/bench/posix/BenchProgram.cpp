@@ -66,12 +66,13 @@ void WatchInput(PollLoop& loop)
 void RunBench(const BenchOptions& options, std::ostream& out, std::ostream& err)
 {
     PollLoop loop;
+    CloseWatch closes(loop);
     PosixFiles files;
     const Descriptor signals = WatchSignals(loop);
     std::vector<std::unique_ptr<PlayedLine>> lines;
     const std::size_t scripted = options.tills.empty() ? 0 : options.tills.rbegin()->first;
     for (std::size_t index = 0; index < std::max(options.lines.size(), scripted); ++index) {
-        lines.push_back(std::make_unique<PlayedLine>(loop, options.line, files, err));
+        lines.push_back(std::make_unique<PlayedLine>(loop, closes, options.line, files, err));
         if (index < options.lines.size())
             lines.back()->Put(FirstTill(options, index));
     }

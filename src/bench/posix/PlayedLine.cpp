@@ -30,8 +30,14 @@ LineState LoadState(StateFile& file, const LineState& fresh)
 
 }  // namespace
 
-PlayedLine::PlayedLine(PollLoop& loop, const LineOptions& options, Files& files, std::ostream& err)
-    : loop_(loop), files_(files), err_(err), saving_(loop), line_(loop, {}, options), pty_(loop, line_)
+PlayedLine::PlayedLine(PollLoop& loop, CloseWatch& closes, const LineOptions& options, Files& files,
+                       std::ostream& err)
+    : loop_(loop),
+      files_(files),
+      err_(err),
+      saving_(loop),
+      line_(loop, {}, options),
+      pty_(loop, closes, line_)
 {
     line_.TakeAway();
     line_.onStored = [this] { saving_.Set(loop_.Now() + SaveDelay, [this] { Save(); }); };

@@ -20,7 +20,8 @@ class PlayedLine {
 public:
     /// Without a till. What goes wrong later is told on `err`. References outlive this. Throws
     /// std::system_error.
-    PlayedLine(PollLoop& loop, const LineOptions& options, Files& files, std::ostream& err);
+    PlayedLine(PollLoop& loop, CloseWatch& closes, const LineOptions& options, Files& files,
+               std::ostream& err);
     PlayedLine(const PlayedLine&) = delete;
     PlayedLine& operator=(const PlayedLine&) = delete;
     ~PlayedLine();

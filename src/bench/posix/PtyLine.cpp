@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <pty.h>
-#include <sys/inotify.h>
 #include <sys/ioctl.h>
 #include <termios.h>
 
@@ -66,17 +65,15 @@ std::pair<Descriptor, Descriptor> OpenPair()
 
 }  // namespace
 
-PtyLine::PtyLine(PollLoop& loop, SimulatedLine& line)
-    : loop_(loop), line_(line), closes_(inotify_init1(IN_NONBLOCK | IN_CLOEXEC), "inotify_init1")
+PtyLine::PtyLine(PollLoop& loop, CloseWatch& closes, SimulatedLine& line)
+    : loop_(loop), closes_(closes), line_(line)
 {
     std::tie(master_, slave_) = OpenPair();
     path_ = ttyname(slave_.Number());
-    if (inotify_add_watch(closes_.Number(), path_.c_str(), IN_CLOSE) < 0)
-        throw std::system_error(errno, std::generic_category(), "inotify_add_watch");
+    closeNumber_ = closes_.Add(path_, [this] { ProgramClosed(); });
     line_.onBytes = [this](std::string_view bytes) { Write(bytes); };
     line_.onAway = [this] { Vanish(); };
     loop_.Watch(master_.Number(), [this] { Read(); });
-    loop_.Watch(closes_.Number(), [this] { ProgramClosed(); });
 }
 
 PtyLine::~PtyLine()
@@ -123,9 +120,6 @@ void PtyLine::Write(std::string_view bytes)
 // The next program must not find what this one left: bytes that it has not read, and its exclusive use.
 void PtyLine::ProgramClosed()
 {
-    std::array<char, 4096> events{};
-    while (read(closes_.Number(), events.data(), events.size()) > 0) {
-    }
     line_.HostClosed();
     ioctl(slave_.Number(), TIOCNXCL);
     tcflush(slave_.Number(), TCIFLUSH);
@@ -133,10 +127,10 @@ void PtyLine::ProgramClosed()
 
 void PtyLine::Vanish()
 {
-    for (Descriptor* const descriptor : {&master_, &slave_, &closes_}) {
-        loop_.Unwatch(descriptor->Number());
-        descriptor->Close();
-    }
+    closes_.Remove(closeNumber_);
+    loop_.Unwatch(master_.Number());
+    master_.Close();
+    slave_.Close();
 }
 
 }  // namespace kelvora::bench

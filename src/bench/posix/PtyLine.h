@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "bench/SimulatedLine.h"
+#include "bench/posix/CloseWatch.h"
 #include "bench/posix/PollLoop.h"
 #include "platform/posix/Descriptor.h"
 
@@ -13,8 +14,8 @@ namespace kelvora::bench {
 
 class PtyLine {
 public:
-    /// Both outlive this. Throws std::system_error.
-    PtyLine(PollLoop& loop, SimulatedLine& line);
+    /// All outlive this. Throws std::system_error.
+    PtyLine(PollLoop& loop, CloseWatch& closes, SimulatedLine& line);
     PtyLine(const PtyLine&) = delete;
     PtyLine& operator=(const PtyLine&) = delete;
     ~PtyLine();
@@ -30,11 +31,12 @@ private:
     void Vanish();
 
     PollLoop& loop_;
+    CloseWatch& closes_;
     SimulatedLine& line_;
     Descriptor master_;
     Descriptor slave_;  ///< held open so that the settings last from one program to the next
-    Descriptor closes_;
     std::string path_;
+    int closeNumber_ = -1;
 };
 
 }  // namespace kelvora::bench

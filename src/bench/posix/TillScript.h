@@ -18,7 +18,7 @@
 namespace kelvora::bench {
 
 /// Lines that a bench can play.
-inline constexpr std::size_t MostLines = 64;
+inline constexpr std::size_t MostLines = 256;
 
 /// By the number of the line, from 1 on.
 using TillScript = std::map<std::size_t, std::vector<TillEvent>>;
