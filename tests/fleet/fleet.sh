@@ -1,45 +1,40 @@
 #!/usr/bin/env bash
-# fleet.sh PROGRAMS PLAYBOOK: tills on this machine: one to download to, two that hold their setup, one with other
-# modules, and those without a line, a setup and a program.
+# fleet.sh PROGRAMS COLLECTION: tills on this machine, in batches: some in order, others with every kind of trouble.
+# The first run is killed, the second takes it up and ends at a batch with too many failures.
 set -euo pipefail
 programs=$1
-playbook=$2
+collection=$2
 command -v ansible-playbook >/dev/null || exit 77
 
 work=$(mktemp -d)
 trap 'kill $(jobs -p) 2>/dev/null || true; wait; rm -rf "$work"' EXIT
 export ANSIBLE_LOCALHOST_WARNING=False ANSIBLE_NOCOWS=1 ANSIBLE_HOME=$work/ansible ASAN_OPTIONS=detect_leaks=0
-# Fewer processes, and fewer looks at those that work.
-export ANSIBLE_PIPELINING=1 ANSIBLE_INTERNAL_POLL_INTERVAL=0.01
+# Fewer looks at those that work.
+export ANSIBLE_INTERNAL_POLL_INTERVAL=0.01
 export XDG_DATA_HOME=$work/data XDG_CONFIG_HOME=$work/config LC_ALL=C.UTF-8
 export TMPDIR=$work/tmp
-mkdir "$TMPDIR"
+export ANSIBLE_COLLECTIONS_PATH=$work/collections
 cd "$work"
+mkdir -p tmp collections/ansible_collections/kelvora setups
+ln -s "$collection" collections/ansible_collections/kelvora/fleet
 
-# bench NAME MODULES: plays a till's devices and prints the name of their line.
-bench() {
-    "$programs/kelvora-bench" --unpaced --modules "$2" >"$1.line" 2>"$1.err" &
-    for _ in {1..100}; do
-        if [[ -s $1.line ]]; then
-            sed -n '1s/^1[^/]*//p' "$1.line"
-            return
-        fi
-        sleep 0.1
-    done
-    cat "$1.err" >&2
-    return 1
-}
-for till in good held same; do
-    bench "$till" km096,km064 >"$till.device"
+"$programs/kelvora-bench" --unpaced --modules km096,km064 --modules km096 --lines 5 >lines 2>bench.err &
+for _ in {1..200}; do
+    [[ $(wc -l <lines) -lt 5 ]] || break
+    sleep 0.1
 done
-bench other km096 >other.device
+mapfile -t devices < <(cut -d ' ' -f 2 lines)
+((${#devices[@]} == 5)) || { cat bench.err; exit 1; }
 
-# run NAME ARGUMENT...: also where tills fail. Most of a run's time is Ansible's own: few do much.
+# run LOG ARGUMENT...: also where tills fail, and where the run is killed. Most of a run's time is Ansible's own: few do
+# much.
 run() {
-    ansible-playbook -i inventory.yml "$playbook" "${@:2}" >"$1.log" 2>&1 || true
+    ansible-playbook -i inventory.yml kelvora.fleet.setups "${@:2}" >"$1.log" 2>&1 &
+    echo $! >playbook.pid
+    wait $! 2>wait.err || true
 }
 
-# expect TILL QUERY VALUE: of the last run's result.
+# expect TILL QUERY VALUE: of the till's result.
 expect() {
     local found
     found=$(python3 -c 'import json, sys; print(eval("of" + sys.argv[2], {"of": json.load(open(sys.argv[1]))}))' \
@@ -51,61 +46,79 @@ expect() {
     fi
 }
 
-# cli COMMAND TILL ARGUMENT...: what the program itself does on a till's line.
-cli() {
-    "$programs/kelvora-cli" "$1" --line "1=$(cat "$2.device")" "${@:3}"
-}
-
-mkdir setups
-cli scan good -o setups/good.dat
-sed 's/^Fiscal = YES/Fiscal = NO/' setups/good.dat >changed.dat
-if cmp -s changed.dat setups/good.dat; then exit 1; fi
-mv changed.dat setups/good.dat
-for till in held same; do
-    cli download "$till" --yes setups/good.dat >/dev/null
-done
-for till in held same other absent empty unlined; do
-    cp setups/good.dat "setups/$till.dat"
-done
+"$programs/kelvora-cli" scan --line "1=${devices[0]}" -o scanned
+sed 's/^Fiscal = YES/Fiscal = NO/' scanned >setups/good.dat
+if cmp -s scanned setups/good.dat; then exit 1; fi
+"$programs/kelvora-cli" download --yes --line "1=${devices[4]}" setups/good.dat >downloaded
+for till in other empty killer absent late; do cp setups/good.dat "setups/$till.dat"; done
+printf '[KM096]\r\nX = \xe9\r\n' >setups/wrong.dat
+# The first run ends here, as by a power cut, and the till's work with it.
+cat >once <<ONCE
+if [[ ! -e $work/killed ]]; then
+    touch $work/killed
+    kill -KILL "\$(cat $work/playbook.pid)"
+    exit 1
+fi
+exec "\$@"
+ONCE
+cat >keep <<KEEP
+cp "\${*: -1}" $work/brought
+exec "\$@"
+KEEP
 cat >inventory.yml <<INVENTORY
 tills:
   vars:
     ansible_connection: local
-    ansible_python_interpreter: "{{ ansible_playbook_python }}"
-    kelvora_action: download
     kelvora_command: [$programs/kelvora-cli]
+    kelvora_action: download
     kelvora_tries: 2
     kelvora_pause: 0
   hosts:
-    good: {kelvora_line: "1=$(cat good.device)"}
-    held: {kelvora_line: "1=$(cat held.device)", kelvora_action: verify}
-    same: {kelvora_line: "1=$(cat same.device)"}
-    other: {kelvora_line: "1=$(cat other.device)"}
-    absent: {kelvora_line: "1=$work/none"}
-    unlined: {kelvora_line: "1=$work/none", kelvora_action: check}
-    bare: {kelvora_setup: setups/none.dat}
+    good: {kelvora_line: "1=${devices[0]}"}
+    other: {kelvora_line: "1=${devices[1]}"}
     empty: {kelvora_command: [$work/none]}
+    again: {kelvora_line: "1=${devices[4]}", kelvora_setup: setups/good.dat, kelvora_done_hours: 0}
+
+    killer: {kelvora_line: "1=${devices[2]}", kelvora_command: [bash, $work/once, $programs/kelvora-cli]}
+    far: {ansible_connection: ssh, ansible_host: 127.0.0.1, ansible_port: 1, kelvora_setup: setups/good.dat}
+
+    fine: {kelvora_setup: setups/good.dat, kelvora_action: check}
+    bare: {kelvora_setup: setups/none.dat}
+    absent: {kelvora_line: "1=$work/none"}
+    wrong: {kelvora_command: [bash, $work/keep, $programs/kelvora-cli], kelvora_action: check}
+
+    late: {kelvora_line: "1=${devices[2]}"}
 INVENTORY
 
-run dry --check --limit good -e kelvora_action=download
+run checked --check --limit good
 expect good '["result"]["outcome"]' different
-grep -q 'good: exit code 1: The device does not hold' dry.log
-echo '{"exit": 0}' >results/bare.json
-run all
-expect unlined '["exit"]' 0
-expect bare '["exit"]' None
-expect bare '["result"]' None
-expect empty '["exit"]' None
-grep -q 'bare: not tried: .*none.dat' all.log
-grep -q 'empty: not tried: .*No such file' all.log
+grep -q 'good: exit code 1: The device does not hold' checked.log
+
+batches='{"kelvora_batch": [4, 2, 4]}'
+run killed -e "$batches"
 expect good '["result"]["device"]' new
 expect other '["result"]["reason"]' refused
 expect other '["tries"]' 1
+grep -q 'empty: not tried: .*not found' killed.log
+[[ -e killed && ! -e results/killer.json ]]
+mkdir kept
+cp results/{good,again}.json kept
+
+run taken-up -e "$batches" -e kelvora_most_failures=60
+cmp results/good.json kept/good.json
+if cmp -s results/again.json kept/again.json; then exit 1; fi
+expect again '["result"]["device"]' same
+expect killer '["result"]["device"]' new
+expect far '["exit"]' None
+grep -q 'far: not tried: .*ssh' taken-up.log
+expect fine '["exit"]' 0
+expect bare '["result"]' None
+grep -q 'bare: not tried: .*none.dat is not a file' taken-up.log
 expect absent '["exit"]' 3
 expect absent '["tries"]' 2
-grep -q 'other.*failed=1' all.log
-expect held '["exit"]' 0
-expect same '["result"]["device"]' same
-cli verify good setups/good.dat >/dev/null
+expect wrong '["exit"]' 1
+cmp brought setups/wrong.dat
+[[ ! -e results/late.json ]]
+
 # Nothing is left on the tills' machines.
-[[ -z $(find "$TMPDIR" -name till.dat) ]]
+[[ -z $(find "$TMPDIR" -name '*.dat') ]]
