@@ -14,6 +14,8 @@ export ANSIBLE_INTERNAL_POLL_INTERVAL=0.01
 export XDG_DATA_HOME=$work/data XDG_CONFIG_HOME=$work/config LC_ALL=C.UTF-8
 export TMPDIR=$work/tmp
 export ANSIBLE_COLLECTIONS_PATH=$work/collections
+# The page is made here, by the program that is found.
+export PATH=$programs:$PATH
 cd "$work"
 mkdir -p tmp collections/ansible_collections/kelvora setups
 ln -s "$collection" collections/ansible_collections/kelvora/fleet
@@ -104,7 +106,7 @@ grep -q 'empty: not tried: .*not found' killed.log
 mkdir kept
 cp results/{good,again}.json kept
 
-run taken-up -e "$batches" -e kelvora_most_failures=60
+run taken-up -e "$batches" -e kelvora_most_failures=60 -e kelvora_report=tills.html
 cmp results/good.json kept/good.json
 if cmp -s results/again.json kept/again.json; then exit 1; fi
 expect again '["result"]["device"]' same
@@ -119,6 +121,8 @@ expect absent '["tries"]' 2
 expect wrong '["exit"]' 1
 cmp brought setups/wrong.dat
 [[ ! -e results/late.json ]]
+# Of the last batch too, which ended the run.
+grep -q 'absent.*There is no such device' tills.html
 
 # Nothing is left on the tills' machines.
 [[ -z $(find "$TMPDIR" -name '*.dat') ]]
