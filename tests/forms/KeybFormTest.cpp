@@ -194,8 +194,8 @@ TEST_F(KeybForm, TabVisitsTheControlsAndEnterPressesButtonsAlone)
     Open(ModuleKind::ICCR, KeypadDefaults, 1);
     Press({Qt::Key_2});
     EXPECT_EQ(form->Session().Map(), "2111011111111111XX") << "the key with the ring, none being chosen";
-    for (const char* name : {"FindKey", "KeyTypeOption1", "UnusedCheck", "Undo", "DefaultMapping", "Back", "Keys0",
-                             "FindKey", "KeyTypeOption1", "UnusedCheck"}) {
+    for (const char* name : {"FindKey", "KeyTypeOption1", "UnusedCheck", "Undo", "DefaultMapping", "Back",
+                             "Keys0", "FindKey", "KeyTypeOption1", "UnusedCheck"}) {
         Press({Qt::Key_Tab});
         EXPECT_EQ(form->focusWidget()->objectName(), name);
         if (qobject_cast<QPushButton*>(form->focusWidget()) == nullptr)
