@@ -44,14 +44,6 @@ std::string TemporaryStart(const std::string& path)
     return FolderOf(path) + ".kelvora-" + digits.data() + "-";
 }
 
-bool IsNameOf(const std::string& path, const Descriptor& file)
-{
-    struct stat named {};
-    struct stat opened {};
-    return lstat(path.c_str(), &named) == 0 && fstat(file.Number(), &opened) == 0 &&
-           named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
-}
-
 // Takes the temporary file of that name away if a dead process has left it. Where locks are not to be had
 // nothing is known of the process, and the file stays.
 void RemoveIfLeft(const std::string& temporary)
@@ -121,6 +113,14 @@ bool IsSameFile(const std::string& one, const std::string& other)
     struct stat second {};
     return stat(one.c_str(), &first) == 0 && stat(other.c_str(), &second) == 0 &&
            first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
+bool IsNameOf(const std::string& path, const Descriptor& file)
+{
+    struct stat named {};
+    struct stat opened {};
+    return lstat(path.c_str(), &named) == 0 && fstat(file.Number(), &opened) == 0 &&
+           named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
 }
 
 void SyncFolderOf(const std::string& path)

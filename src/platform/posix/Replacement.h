@@ -32,6 +32,9 @@ std::string WriteTarget(const std::string& path);
 /// Whether both names lead to one file; false where one leads to none.
 bool IsSameFile(const std::string& one, const std::string& other);
 
+/// Whether `path` is still the name of that open file; a link to it is not.
+bool IsNameOf(const std::string& path, const Descriptor& file);
+
 /// Makes what is renamed in the folder of `path` outlast a power cut, as far as the system can.
 void SyncFolderOf(const std::string& path);
 
