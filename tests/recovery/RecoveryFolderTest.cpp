@@ -1,0 +1,124 @@
+#include "recovery/posix/RecoveryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+
+#include "platform/posix/PosixFiles.h"
+
+namespace kelvora {
+namespace {
+
+namespace fs = std::filesystem;
+
+class RecoveryFolderTest : public testing::Test {
+protected:
+    RecoveryFolderTest()
+    {
+        std::string name = testing::TempDir() + "kelvora-recovery-" + std::string(6, 'X');
+        EXPECT_NE(mkdtemp(name.data()), nullptr);
+        above = name;
+        folder = name + "/state/recovery";
+    }
+    ~RecoveryFolderTest() override { fs::remove_all(above); }
+
+    /// A run of the program; with its end, whatever ends it, the lock goes and the copies stay.
+    std::unique_ptr<RecoveryFolder> Run() { return std::make_unique<RecoveryFolder>(files, folder); }
+
+    std::size_t Count() const
+    {
+        return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), {}));
+    }
+    static std::string Texts(RecoveryFolder& run)
+    {
+        std::string texts;
+        for (const LeftCopy& left : run.Claim())
+            texts += left.text + ";";
+        return texts;
+    }
+
+    PosixFiles files;
+    std::string above;
+    std::string folder;
+};
+
+TEST_F(RecoveryFolderTest, AStartWithoutCopiesAndACleanEndLeaveNothing)
+{
+    auto run = Run();
+    EXPECT_TRUE(run->Claim().empty());
+    run->Release();
+    EXPECT_FALSE(fs::exists(folder));
+    run->Keep(1, "one");
+    run->Keep(2, "two");
+    run->Keep(1, "one again");
+    EXPECT_EQ(Count(), 3U);
+    run->Drop(1);
+    run->Drop(2);
+    run->Drop(2);
+    EXPECT_EQ(Count(), 0U);
+    run->Keep(3, "three");
+    run->Drop(3);
+    EXPECT_EQ(Count(), 0U);
+}
+
+TEST_F(RecoveryFolderTest, OnlyTheCopiesOfTheDeadAreClaimedAndByOneRunAlone)
+{
+    auto dead = Run();
+    dead->Keep(1, "dead one");
+    dead->Keep(2, "dead two");
+    auto living = Run();
+    living->Keep(1, "living");
+    dead.reset();
+
+    auto first = Run();
+    auto second = Run();
+    first->Keep(1, "own");
+    const auto left = first->Claim();
+    ASSERT_EQ(left.size(), 2U);
+    EXPECT_EQ(left[0].text, "dead one");
+    EXPECT_EQ(Texts(*second), "");
+
+    // One is taken, one thrown away: nothing of the dead run is left.
+    first->Adopt(left[0].id, 5);
+    first->Remove(left[1].id);
+    first->Release();
+    EXPECT_EQ(Texts(*second), "");
+    EXPECT_EQ(Count(), 5U);  // two runs with their locks, and one copy more
+    // What was taken dies with the one that took it, and is left again.
+    first.reset();
+    EXPECT_EQ(Texts(*second), "own;dead one;");
+    // Put off: the next start has it again.
+    second->Release();
+    EXPECT_EQ(Texts(*Run()), "own;dead one;");
+}
+
+TEST_F(RecoveryFolderTest, WhatIsNoCopyIsLeftAloneAndALostLockLosesNothing)
+{
+    fs::create_directories(folder);
+    files.Write(folder + "/notes.txt", "mine");
+    files.Write(folder + "/4-1.copy", "without lock");
+    auto run = Run();
+    run->Keep(1, "own");
+    EXPECT_TRUE(fs::exists(folder + "/5-1.copy"));
+    EXPECT_EQ(Texts(*run), "without lock;");
+    run->Release();
+    fs::remove_all(folder);
+    run->Keep(1, "again");
+    run->Drop(1);
+    EXPECT_EQ(Count(), 0U);
+}
+
+TEST_F(RecoveryFolderTest, AFolderThatCannotBeUsedIsAnError)
+{
+    files.Write(above + "/state", "a file");
+    auto run = Run();
+    EXPECT_THROW(run->Keep(1, "one"), FileError);
+    EXPECT_THROW(run->Claim(), FileError);
+    EXPECT_THROW(run->Remove(folder + "/1-1.copy"), FileError);
+    run->Drop(1);
+}
+
+}  // namespace
+}  // namespace kelvora

@@ -1,0 +1,151 @@
+#include "recovery/Recovery.h"
+
+#include <gtest/gtest.h>
+
+#include "fakes/FakeFiles.h"
+#include "fakes/MemoryRecovery.h"
+
+namespace kelvora {
+namespace {
+
+const std::string Head = "[Kelvora]\r\nVersion = 2.0\r\n";
+const std::string Badge = Head + "[MCR]\r\nTracks = 1,2  \r\nAutoread = OFF\r\n";
+const std::string AutoBadge = Head + "[MCR]\r\nTracks = 1,2  \r\nAutoread = ON \r\n";
+const std::string AllTracks = Head + "[MCR]\r\nTracks = 1,2,3\r\nAutoread = OFF\r\n";
+
+RecoveryCopy CopyOf(const std::string& path)
+{
+    return {"2026-03-09 07:05:00", "till", path, path.empty() ? Head : Badge, AutoBadge};
+}
+
+TEST(RecoveryCopy, ComesBackAsItWasAndNoDamagePasses)
+{
+    RecoveryCopy copy = CopyOf(std::string("/t/\n\0\xC3\xA8 crc 3:/till.dat", 22));
+    copy.saved.clear();
+    const std::string text = RecoveryText(copy);
+    EXPECT_EQ(text.substr(0, 47), "Kelvora recovery 1\ntime 19:2026-03-09 07:05:00\n");
+    EXPECT_EQ(ReadRecoveryCopy(text), copy);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        std::string damaged = text;
+        damaged[i] = static_cast<char>(damaged[i] ^ 1);
+        EXPECT_EQ(ReadRecoveryCopy(damaged), std::nullopt) << "byte " << i;
+        EXPECT_EQ(ReadRecoveryCopy(text.substr(0, i)), std::nullopt) << "cut at " << i;
+    }
+    EXPECT_EQ(ReadRecoveryCopy(text + "\n"), std::nullopt);
+    EXPECT_EQ(ReadRecoveryCopy("Kelvora recovery 1\ntime 99999999999999999999:x\n"), std::nullopt);
+}
+
+class RecoveryTest : public testing::Test {
+protected:
+    void Leave(const std::string& id, const RecoveryCopy& copy) { store.left[id] = RecoveryText(copy); }
+
+    FakeFiles files;
+    MemoryRecovery store;
+    Recovery recovery{store, files};
+};
+
+TEST_F(RecoveryTest, KeepsEachChangeOnceAndNothingThatIsEmpty)
+{
+    RecoveryCopy copy = CopyOf("/t/till.dat");
+    recovery.Keep(1, copy);
+    recovery.Keep(1, copy);
+    EXPECT_EQ(store.writes, 1);
+    const auto kept = ReadRecoveryCopy(store.copies.at(1));
+    ASSERT_TRUE(kept);
+    EXPECT_EQ(kept->setup, AutoBadge);
+    EXPECT_EQ(kept->time.size(), 19U);
+
+    // What could not be written is tried again, and the copy before it stays until then.
+    copy.setup = AllTracks;
+    store.isFull = true;
+    EXPECT_THROW(recovery.Keep(1, copy), FileError);
+    EXPECT_EQ(ReadRecoveryCopy(store.copies.at(1))->setup, AutoBadge);
+    store.isFull = false;
+    recovery.Keep(1, copy);
+    EXPECT_EQ(ReadRecoveryCopy(store.copies.at(1))->setup, AllTracks);
+
+    copy = CopyOf("");
+    copy.setup = Head;
+    recovery.Keep(2, copy);
+    EXPECT_FALSE(store.copies.contains(2));
+    recovery.Keep(3, CopyOf(""));
+    recovery.Drop(1);
+    EXPECT_EQ(store.copies.size(), 1U);
+    recovery.DropAll();
+    EXPECT_TRUE(store.copies.empty());
+}
+
+TEST_F(RecoveryTest, OffersSayWhatBecameOfTheFileAndWhatDiffers)
+{
+    struct Case {
+        const char* why;
+        const char* path;
+        std::string onDisk;  // empty for no file
+        bool readable;
+        FileSince file;
+        std::size_t differences;
+    };
+    const std::vector<Case> cases{
+        {"no file yet: all of it is new", "", "", true, FileSince::None, 1},
+        {"as it was", "/t/1.dat", Badge, true, FileSince::Same, 1},
+        {"written otherwise, it is the same setup", "/t/1.dat", "'by hand\r\n" + Badge, true, FileSince::Same,
+         1},
+        {"changed by somebody: that is what a save would replace", "/t/1.dat", AllTracks, true,
+         FileSince::Changed, 2},
+        {"gone: what it held serves", "/t/1.dat", "", true, FileSince::Gone, 1},
+        {"unreadable", "/t/1.dat", Badge, false, FileSince::Unreadable, 1},
+        {"no setup any more", "/t/1.dat", "[Kelvora]\r\nrubbish\r\n", true, FileSince::Unreadable, 1},
+    };
+    for (const Case& row : cases) {
+        SCOPED_TRACE(row.why);
+        files.content.clear();
+        files.unreadable.clear();
+        if (!row.onDisk.empty())
+            files.content[row.path] = row.onDisk;
+        if (!row.readable)
+            files.unreadable.insert(row.path);
+        Leave("a", CopyOf(row.path));
+        const auto offers = recovery.Offers();
+        ASSERT_EQ(offers.size(), 1U);
+        EXPECT_EQ(offers[0].damage, RecoveryDamage::None);
+        EXPECT_EQ(offers[0].file, row.file);
+        EXPECT_EQ(offers[0].differences.size(), row.differences);
+    }
+}
+
+TEST_F(RecoveryTest, WhatIsSavedIsNotOfferedAndWhatIsDamagedStays)
+{
+    files.content["/t/saved.dat"] = AutoBadge;
+    Leave("saved", CopyOf("/t/saved.dat"));
+    RecoveryCopy older = CopyOf("");
+    older.time = "2026-03-08 07:05:00";
+    Leave("second", CopyOf(""));
+    Leave("third", older);
+    store.left["torn"] = "Kelvora recovery 1\ntime 19:2026";
+    RecoveryCopy foreign = CopyOf("");
+    foreign.setup = "[Kelvora]\r\nrubbish\r\n";
+    Leave("newer program", foreign);
+    store.left["unreadable"] = "";
+
+    const auto offers = recovery.Offers();
+    ASSERT_EQ(offers.size(), 5U);
+    EXPECT_FALSE(store.left.contains("saved"));
+    for (std::size_t i = 0; i < 3; ++i)
+        EXPECT_NE(offers[i].damage, RecoveryDamage::None) << offers[i].id;
+    EXPECT_EQ(offers[2].error, "Input/output error");
+    EXPECT_EQ(offers[3].id, "third");
+    EXPECT_EQ(offers[4].id, "second");
+
+    recovery.ThrowAway(offers[0]);
+    EXPECT_EQ(store.left.size(), 4U);
+    // Taken, it is the window's own: kept as it is, and gone with the change.
+    recovery.Take(offers[4], 7);
+    const int writes = store.writes;
+    recovery.Keep(7, CopyOf(""));
+    EXPECT_EQ(store.writes, writes);
+    recovery.Drop(7);
+    EXPECT_TRUE(store.copies.empty());
+}
+
+}  // namespace
+}  // namespace kelvora
