@@ -6,6 +6,7 @@
 #include "picture/ModuleStrip.h"
 #include "platform/Encoding.h"
 #include "platform/LocalTime.h"
+#include "setup/SetupWriter.h"
 
 namespace kelvora {
 
@@ -33,6 +34,7 @@ void SetupSession::Load(std::optional<OpenedSetup> opened)
         document = std::move(opened->document);
         SetStripPlaces(document.Modules);
         SetFile(opened->file);
+        saved_ = WriteSetup(document.Modules);
         settings.Name = opened->name;
     } else if (settings.SetupMode == SetupMode::Scan) {
         StartScanning();
@@ -99,6 +101,7 @@ void SetupSession::HoldAsBase(const FlashImage& image, const LineResult& line)
 void SetupSession::HoldAs(const WindowFile& file)
 {
     SetFile(file.file);
+    saved_ = file.saved;
     settings.Name = file.name;
     deviceImage = file.image;
     deviceSource = file.source;
@@ -121,6 +124,7 @@ std::optional<bool> SetupSession::SaveTo(const SetupFile& file)
     if (file.path != file_.path)
         settings.Name = file.fileName.substr(file.fileName.rfind('/') + 1);
     SetFile(file);
+    saved_ = WriteSetup(document.Modules);
     return written;
 }
 
@@ -184,18 +188,24 @@ bool SetupSession::HandOver(ModuleKind kind)
     return true;
 }
 
+std::optional<SetupDocument> SetupSession::WithKeyMap(ModuleKind kind, const std::string& map) const
+{
+    const auto index = FindModule(document.Modules, kind);
+    if (!index || document.Modules[*index].KeyMap == map)
+        return std::nullopt;
+    SetupDocument changed = document;
+    changed.Modules[*index].KeyMap = map;
+    return changed;
+}
+
 std::optional<SetupDocument> SetupSession::TakeBack(ModuleKind kind) const
 {
     const auto index = FindModule(document.Modules, kind);
     if (!index)
         return std::nullopt;
-    const std::string& present = document.Modules[*index].KeyMap;
-    const std::string handedOver = present + static_cast<char>(FirstKeyNumber(kind, document.Modules));
-    if (settings.Xchange == handedOver || settings.Xchange == present)
-        return std::nullopt;
-    SetupDocument changed = document;
-    changed.Modules[*index].KeyMap = settings.Xchange;
-    return changed;
+    const std::string handedOver =
+        document.Modules[*index].KeyMap + static_cast<char>(FirstKeyNumber(kind, document.Modules));
+    return settings.Xchange == handedOver ? std::nullopt : WithKeyMap(kind, settings.Xchange);
 }
 
 }  // namespace kelvora

@@ -30,6 +30,7 @@ struct WindowFile {
     DumpSource source;               ///< of `image`
     std::optional<FlashImage> base;  ///< see SetupSession::BaseImage
     std::int16_t basePort = 0;       ///< where it was read
+    std::string saved{};             ///< the setup's text as the file was last read or written
 };
 
 class SetupSession {
@@ -52,6 +53,9 @@ public:
     /// False when the setup has no such module.
     bool HandOver(ModuleKind kind);
 
+    /// The setup with another key map of that module; nothing when it has that one, or no such module.
+    std::optional<SetupDocument> WithKeyMap(ModuleKind kind, const std::string& map) const;
+
     /// The setup with the key map that came back in Xchange; nothing when it is the one handed over.
     std::optional<SetupDocument> TakeBack(ModuleKind kind) const;
 
@@ -67,7 +71,7 @@ public:
 
     WindowFile HeldAs() const
     {
-        return {file_, settings.Name, deviceImage, deviceSource, baseImage_, basePort_};
+        return {file_, settings.Name, deviceImage, deviceSource, baseImage_, basePort_, saved_};
     }
     void HoldAs(const WindowFile& file);
 
@@ -101,6 +105,7 @@ private:
 
     SetupDesk& desk_;
     SetupFile file_;
+    std::string saved_;  ///< see WindowFile
     std::optional<FlashImage> baseImage_;
     std::int16_t basePort_ = 0;  ///< where it was read
 };

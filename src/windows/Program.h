@@ -11,6 +11,7 @@
 #include "layout/SetupDesk.h"
 #include "platform/EventLoop.h"
 #include "ports/Lines.h"
+#include "recovery/RecoveryStore.h"
 #include "setup/PosCfg.h"
 #include "windows/Language.h"
 
@@ -25,6 +26,7 @@ struct Platform {
     Lines::Ports ports{};
     const kelvora::Journal* journal = nullptr;  ///< where operations on devices are kept; null keeps none
     std::string dataFolder{};                   ///< see SetupDesk
+    RecoveryStore* recovery = nullptr;          ///< where unsaved setups are kept; null keeps none
 };
 
 struct Program {

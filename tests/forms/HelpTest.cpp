@@ -71,12 +71,12 @@ TEST(Help, EveryPictureOfAPageIsMadeAndEveryOneMadeIsShown)
 TEST(Help, EveryWindowHasAPageOfItsOwn)
 {
     for (const char* const window :
-         {"frmConfig",           "frmKeyb96",         "frmKeyb64",          "frmKeybICCR",
-          "MasterOptionsDialog", "McrOptionsDialog",  "frmPortSetup",       "PortsDialog",
-          "LineMonitorWindow",   "frmAbort",          "ChangesDialog",      "ComparisonDialog",
-          "BackupsDialog",       "frmEeprom",         "SetupsDialog",       "Print",
-          "PrintPreview",        "cdgExport",         "cdgFlashDump",       "cdgLineMonitor",
-          "cdgComparison",       "cdgOpenIdentities", "WriteQuestionDialog"}) {
+         {"frmConfig",           "frmKeyb96",         "frmKeyb64",           "frmKeybICCR",
+          "MasterOptionsDialog", "McrOptionsDialog",  "frmPortSetup",        "PortsDialog",
+          "LineMonitorWindow",   "frmAbort",          "ChangesDialog",       "ComparisonDialog",
+          "BackupsDialog",       "frmEeprom",         "SetupsDialog",        "Print",
+          "PrintPreview",        "cdgExport",         "cdgFlashDump",        "cdgLineMonitor",
+          "cdgComparison",       "cdgOpenIdentities", "WriteQuestionDialog", "RecoveryDialog"}) {
         QWidget form;
         form.setObjectName(QLatin1String(window));
         QWidget control(&form);

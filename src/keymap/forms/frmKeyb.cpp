@@ -220,6 +220,7 @@ void frmKeyb::ShowSession()
                                                    : texts_.Caption(Message::KeyMapUnfit)));
     undo_->setEnabled(session_.CanUndo());
     redo_->setEnabled(session_.CanRedo());
+    emit sessionShown();
 }
 
 void frmKeyb::ShowChoices(const KeyChoices& choices)

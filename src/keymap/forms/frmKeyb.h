@@ -23,6 +23,8 @@ namespace kelvora {
 class KeyGridView;
 
 class frmKeyb : public QDialog {
+    Q_OBJECT
+
 public:
     /// `kind` has keys (KM096, KM064, ICCR) and names the form's object: frmKeyb96, frmKeyb64, frmKeybICCR.
     /// `setupName` stands in the title. Texts and `xchange` outlive the form.
@@ -37,6 +39,10 @@ public:
     /// Esc and the close box. A changed map is discarded only after a question; the form then hides as soon
     /// as it has the focus again.
     void reject() override;
+
+signals:
+    /// The form shows its session anew: keys may have been chosen or changed.
+    void sessionShown();
 
 protected:
     void showEvent(QShowEvent* event) override;

@@ -78,6 +78,7 @@ frmConfig::frmConfig(SetupDesk& desk, SetupMode mode, QWidget* parent)
     connect(&flash_, &FlashForms::fileChanged, this, &frmConfig::fileChanged);
     connect(undoStack_, &QUndoStack::cleanChanged, this, &frmConfig::ShowTitle);
     connect(undoStack_, &QUndoStack::indexChanged, this, &frmConfig::changed);
+    connect(undoStack_, &QUndoStack::indexChanged, this, &frmConfig::edited);
 }
 
 void frmConfig::ConnectStrip()
@@ -118,7 +119,13 @@ void frmConfig::EditKeyMap(ModuleKind kind)
     if (!session_.HandOver(kind))
         return;
     frmKeyb form(kind, session_.Desk().Words(), session_.settings.Xchange, session_.settings.Name, window());
+    connect(&form, &frmKeyb::sessionShown, this, [&, this] {
+        keysDraft_ = session_.WithKeyMap(kind, form.Session().Map());
+        emit edited();
+    });
     form.exec();
+    keysDraft_.reset();
+    emit edited();
     window()->activateWindow();
     if (auto changed = session_.TakeBack(kind))
         Push(Message::UndoKeyMap, *std::move(changed));
@@ -227,6 +234,16 @@ void frmConfig::TakeBackup(const std::string& name, SetupDocument document, cons
     session_.HoldAs(held);
     Push(Message::UndoBackup, std::move(document));
     ShowTitle();
+}
+
+void frmConfig::TakeUnsaved(SetupDocument document)
+{
+    Push(Message::UndoRecovery, std::move(document));
+}
+
+std::optional<SetupDocument> frmConfig::Unsaved() const
+{
+    return keysDraft_ || !IsChanged() ? keysDraft_ : session_.document;
 }
 
 void frmConfig::Push(const MessageId& name, SetupDocument after, std::optional<WindowFile> fileBefore)

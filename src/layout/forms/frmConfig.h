@@ -49,6 +49,9 @@ public:
     /// Fills the fresh window with what a backup holds, under that name.
     void TakeBackup(const std::string& name, SetupDocument document, const FlashImage& image);
 
+    /// Changes the fresh window's setup to one that was left unsaved.
+    void TakeUnsaved(SetupDocument document);
+
     /// The flash commands.
     FlashForms& Flash() { return flash_; }
 
@@ -64,6 +67,10 @@ public:
     void CloseUnasked() { mayCloseUnasked_ = true; }
 
     bool IsChanged() const { return !undoStack_->isClean(); }
+
+    /// What would be lost with the window: the changed setup, with what an open key form makes of it.
+    std::optional<SetupDocument> Unsaved() const;
+
     SetupSession& Session() { return session_; }
     const SetupSession& Session() const { return session_; }
     QUndoStack& UndoStack() { return *undoStack_; }
@@ -84,6 +91,9 @@ public:
 signals:
     /// What the menus, the toolbar or the title depend on has changed.
     void changed();
+
+    /// What Unsaved gives may have changed.
+    void edited();
 
     /// The window's file or folders may have changed.
     void fileChanged();
@@ -128,6 +138,7 @@ private:
     QUndoStack* undoStack_;
     bool mayCloseUnasked_ = false;
     bool placing_ = false;
+    std::optional<SetupDocument> keysDraft_;  ///< the setup as an open key form would leave it
     std::optional<WindowFile> beforeRescan_;
 };
 

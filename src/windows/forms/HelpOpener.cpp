@@ -38,6 +38,7 @@ constexpr std::array WindowPages{
     WindowPage{"cdgSeriesReport", "series.html#report"},
     WindowPage{"JournalWindow", "series.html#journal"},
     WindowPage{"SetupsDialog", "setup.html#compare"},
+    WindowPage{"RecoveryDialog", "setup.html#recovery"},
     WindowPage{"Print", "setup.html#paper"},
     WindowPage{"PrintPreview", "setup.html#paper"},
     WindowPage{"cdgExport", "setup.html#paper"},

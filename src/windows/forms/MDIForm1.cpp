@@ -57,6 +57,7 @@ MDIForm1::MDIForm1(Program& program, const QString& configFolder, MachinePorts* 
       comparisons_(program.files, setups_),
       journal_(program.desk, setups_, comparisons_),
       series_(program.desk, setups_),
+      recovery_(program.desk, program.world.recovery, setups_),
       help_(program.texts, program.language, [this] { return ActiveSetup(); })
 {
     setObjectName(QStringLiteral("MDIForm1"));
@@ -91,9 +92,11 @@ MDIForm1::MDIForm1(Program& program, const QString& configFolder, MachinePorts* 
 
 MDIForm1::~MDIForm1()
 {
-    // When the rest is gone already, the area tells of each window that goes with it, and the application of
-    // the focus.
+    // When the rest is gone already, the area tells of each window that goes with it, a window of a module
+    // that was being placed in it, and the application of the focus.
     area_->disconnect(this);
+    for (frmConfig* const setup : AllSetups())
+        setup->disconnect(this);
     qApp->disconnect(this);
 }
 
@@ -112,6 +115,7 @@ void MDIForm1::ConnectMenus()
             QTimer::singleShot(0, this, [this] { OpenWaitingFiles(); });
     });
     connect(&setups_, &SetupWindows::windowAdded, this, &MDIForm1::Prepare);
+    connect(&recovery_, &RecoveryForms::failed, status_, &StatusPanels::ShowHint);
     connect(&series_, &SeriesForms::ended, this, &QWidget::close);
     toolbar_->mayChooseDump = [this] { return ActiveSetup() != nullptr; };
     menu_.recentFiles = [this] { return memory_.RecentFiles(); };
@@ -133,6 +137,7 @@ void MDIForm1::ConnectMenus()
 void MDIForm1::Prepare(frmConfig& setup)
 {
     undoGroup_.addStack(&setup.UndoStack());
+    recovery_.Watch(setup);
     connect(&setup, &frmConfig::changed, this, &MDIForm1::Refresh);
     connect(&setup, &frmConfig::fileChanged, this, [this, &setup] { setups_.Remember(setup); });
     connect(&setup, &frmConfig::interruptRequested, &operation_, &OperationView::Interrupt);
@@ -252,6 +257,7 @@ void MDIForm1::ShutDown()
     closing_ = Closing::Waiting;
     memory_.SaveWindow(*this);
     memory_.SaveFolders(program_.main);
+    recovery_.End();
     emit shutdownBegun();
     for (QWidget* const window : QApplication::topLevelWidgets())
         window->hide();

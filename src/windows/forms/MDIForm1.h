@@ -14,6 +14,7 @@
 #include "windows/forms/MainMenu.h"
 #include "windows/forms/MainToolbar.h"
 #include "windows/forms/OperationView.h"
+#include "windows/forms/RecoveryForms.h"
 #include "windows/forms/SeriesForms.h"
 #include "windows/forms/SetupComparisons.h"
 #include "windows/forms/SetupWindows.h"
@@ -36,6 +37,7 @@ public:
     /// Opens files that were named at the start, dropped or handed over, and comes to the front.
     void OpenFiles(const QStringList& paths);
 
+    RecoveryForms& Unsaved() { return recovery_; }
     Commands& Actions() { return commands_; }
     StatusPanels& Status() { return *status_; }
 
@@ -112,6 +114,7 @@ private:
     SetupComparisons comparisons_;
     JournalForms journal_;
     SeriesForms series_;
+    RecoveryForms recovery_;
     QUndoGroup undoGroup_;
     HelpOpener help_;
     QStringList waitingFiles_;  ///< to be opened once no dialog is open

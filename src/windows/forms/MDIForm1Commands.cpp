@@ -40,6 +40,8 @@ void MDIForm1::ConnectLayoutCommands()
 void MDIForm1::ConnectLineCommands()
 {
     const auto showBusy = [this] {
+        // A line must not wait for the disk later.
+        recovery_.KeepNow();
         lines_.ShowBusy();
         Refresh();
     };

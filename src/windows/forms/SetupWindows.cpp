@@ -91,6 +91,19 @@ frmConfig& SetupWindows::OpenBackup(const std::string& name, const SetupDocument
     return setup;
 }
 
+frmConfig& SetupWindows::OpenUnsaved(OpenedSetup opened, const SetupDocument& document)
+{
+    if (HolderOf(opened.file.path))
+        opened.file = {};
+    auto window = std::make_unique<frmConfig>(desk_, SetupMode::Open);
+    window->Form_Load(std::move(opened));
+    Remember(*window);
+    frmConfig& setup = *window;
+    Show(std::move(window));
+    setup.TakeUnsaved(document);
+    return setup;
+}
+
 void SetupWindows::Show(std::unique_ptr<frmConfig> window)
 {
     // From here on the area owns it.

@@ -10,6 +10,7 @@
 
 #include "flash/FlashImage.h"
 #include "layout/SetupDesk.h"
+#include "layout/SetupFileCommands.h"
 #include "windows/forms/WindowMemory.h"
 
 namespace kelvora {
@@ -35,6 +36,10 @@ public:
 
     /// Opens a window with the setup that a backup was of; it has no file yet.
     frmConfig& OpenBackup(const std::string& name, const SetupDocument& document, const FlashImage& image);
+
+    /// Opens a window with a setup that was left unsaved, as a change of `opened`. A file that another window
+    /// has is not its own.
+    frmConfig& OpenUnsaved(OpenedSetup opened, const SetupDocument& document);
 
     /// Opens a file of the recent ones, which may be gone.
     void OpenRecent(const QString& path);

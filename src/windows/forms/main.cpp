@@ -32,6 +32,7 @@
 #include "platform/qt/Text.h"
 #include "ports/PortNames.h"
 #include "ports/StartOptions.h"
+#include "recovery/posix/RecoveryFolder.h"
 #include "windows/forms/Icons.h"
 #include "windows/forms/MDIForm1.h"
 #include "windows/forms/SingleCopy.h"
@@ -68,6 +69,15 @@ std::string DataFolder()
 {
     const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
     return PathFromQString(data + QStringLiteral("/Kelvora"));
+}
+
+// Qt 6.4 does not know this folder.
+std::string StateFolder()
+{
+    QString state = qEnvironmentVariable("XDG_STATE_HOME");
+    if (!QDir::isAbsolutePath(state))
+        state = QDir::homePath() + QStringLiteral("/.local/state");
+    return PathFromQString(state + QStringLiteral("/Kelvora"));
 }
 
 // Qt's own dialogs speak the program's language too.
@@ -179,16 +189,18 @@ void StartBench(BenchProcess& bench, const std::string& stateFile, Program& prog
 }
 
 // The wish of the system, or of the terminal that the program was started from, to end it: what works on a
-// line stops and gives it back, then the program ends, whatever is open.
+// line stops and gives it back, then the program ends, whatever is open; what is unsaved is offered at the
+// next start.
 class EndOnSignal {
 public:
-    EndOnSignal(StopSignal& signal, RunningOperation& running)
+    EndOnSignal(StopSignal& signal, RunningOperation& running, RecoveryForms& unsaved)
         : notifier_(signal.Descriptor(), QSocketNotifier::Read)
     {
-        QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [&signal, &running] {
+        QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [&signal, &running, &unsaved] {
             if (!signal.Requested())
                 return;
             running.AskToStop();
+            unsaved.Leave();
             // Not quit(), which a window could refuse.
             QCoreApplication::exit();
         });
@@ -224,18 +236,22 @@ int Run(QApplication& application, StopSignal& stopSignal)
     MachinePorts machine{names, devices};
     JournalFolder journalFolder(posixFiles, DataFolder());
     const Journal journal(journalFolder, {AccountName(), "kelvora", KELVORA_VERSION}, Sha256);
-    Program program({posixFiles, prompt, dialogs, eventLoop, lines, &journal, DataFolder()}, folders);
+    RecoveryFolder recovery(posixFiles, StateFolder() + "/recovery");
+    Program program({posixFiles, prompt, dialogs, eventLoop, lines, &journal, DataFolder(), &recovery},
+                    folders);
     if (!program.language.Load(program.main))
         return 1;
     QTranslator translator;
     TranslateQt(translator, program.texts.Catalogue());
     QDir().mkpath(PathToQString(folders.person));
 
-    const EndOnSignal endOnSignal(stopSignal, program.operation);
-    // The session ends: others of it may wait for the line.
-    QObject::connect(&application, &QGuiApplication::commitDataRequest,
-                     [&program] { program.operation.AskToStop(); });
     MDIForm1 window(program, PathToQString(folders.person), &machine);
+    const EndOnSignal endOnSignal(stopSignal, program.operation, window.Unsaved());
+    // The session ends, unless the user takes that back: others of it may wait for the line.
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, &window, [&] {
+        program.operation.AskToStop();
+        window.Unsaved().KeepNow();
+    });
     BenchProcess bench;
     QObject::connect(&window, &MDIForm1::languageChanged,
                      [&] { TranslateQt(translator, program.texts.Catalogue()); });
@@ -250,6 +266,7 @@ int Run(QApplication& application, StopSignal& stopSignal)
         copy.Listen();
         if (names.HasProblem())
             prompt.Show(ProductName, names.Problem(program.texts.Catalogue()), {BoxIcon::Exclamation});
+        window.Unsaved().Offer(window);
         if (!arguments.files.isEmpty())
             window.OpenFiles(arguments.files);
     });

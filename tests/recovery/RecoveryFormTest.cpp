@@ -1,0 +1,231 @@
+#include "recovery/forms/RecoveryDialog.h"
+
+#include <QListWidget>
+#include <QTreeWidget>
+
+#include "fakes/MemoryRecovery.h"
+#include "forms/MainWindowFixture.h"
+#include "keymap/forms/frmKeyb.h"
+#include "setup/SetupWriter.h"
+
+namespace kelvora {
+namespace {
+
+using namespace std::chrono_literals;
+
+const std::string Empty = "[Kelvora]\r\nVersion = 2.0\r\n";
+const std::string Badge = Empty + "[MCR]\r\nTracks = 1,2  \r\nAutoread = OFF\r\n";
+const std::string AutoBadge = Empty + "[MCR]\r\nTracks = 1,2  \r\nAutoread = ON \r\n";
+
+class RecoveryForm : public MainWindowFixture {
+protected:
+    RecoveryForm()
+    {
+        program.world.recovery = &store;
+        Start();
+    }
+
+    void NewWithMaster()
+    {
+        Trigger(Command::FileMenuNew);
+        Trigger(Command::LayoutMenuAddKBMASTER);
+    }
+    /// What the copy of that window holds; empty without one.
+    std::string Kept(int number)
+    {
+        const auto copy =
+            store.copies.contains(number) ? ReadRecoveryCopy(store.copies[number]) : std::nullopt;
+        return copy ? copy->setup : std::string();
+    }
+    std::string Present() { return WriteSetup(Modules()); }
+    void Leave(const std::string& id, const std::string& file)
+    {
+        store.left[id] = RecoveryText({"2026-03-09 07:05:00", "till", file, Badge, AutoBadge});
+    }
+    void Offer(const std::function<void(RecoveryDialog&)>& act)
+    {
+        InDialog<RecoveryDialog>([this] { window->Unsaved().Offer(*window); }, act);
+    }
+    static QTreeWidget& List(RecoveryDialog& dialog) { return *dialog.findChild<QTreeWidget*>("Copies"); }
+
+    MemoryRecovery store;
+};
+
+TEST_F(RecoveryForm, ACopyFollowsTheChangesWithinTwoSecondsAndGoesWithThem)
+{
+    NewWithMaster();
+    EXPECT_TRUE(store.copies.empty());
+    loop.Pass(2s);
+    EXPECT_EQ(Kept(1), Present());
+    loop.Pass(60s);
+    EXPECT_EQ(store.writes, 1);
+
+    // Undone, done again, saved, changed, and closed without a save.
+    Trigger(Command::EditMenuUndo);
+    loop.Pass(2s);
+    EXPECT_TRUE(store.copies.empty());
+    Trigger(Command::EditMenuRedo);
+    loop.Pass(2s);
+    EXPECT_EQ(Kept(1), Present());
+    dialogs.choices.push_back({path, Folder(), 1});
+    Trigger(Command::FileMenuSave);
+    loop.Pass(2s);
+    EXPECT_TRUE(store.copies.empty());
+    Trigger(Command::LayoutMenuAddMCR);
+    loop.Pass(2s);
+    const auto copy = ReadRecoveryCopy(store.copies.at(1));
+    EXPECT_EQ(copy->path, Folder() + "/till.dat");
+    EXPECT_EQ(copy->saved + "\r\n", files.Read(copy->path));
+    EXPECT_EQ(copy->setup, Present());
+    NewWithMaster();
+    loop.Pass(2s);
+    EXPECT_EQ(store.copies.size(), 2U);
+    prompt.answers = {Answer::No};
+    Trigger(Command::FileMenuClose);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(store.copies.size(), 1U);
+    EXPECT_EQ(Kept(1), Present());
+}
+
+TEST_F(RecoveryForm, WhatAnOpenKeyFormHoldsIsKeptToo)
+{
+    NewWithMaster();
+    loop.Pass(2s);
+    const std::string before = Kept(1);
+    InDialog<frmKeyb>([this] { Click(StripButton::Master); },
+                      [&](frmKeyb& form) {
+                          Press(form, "Keys51");
+                          Press(form, "KeyTypeOption2");
+                          loop.Pass(2s);
+                          EXPECT_NE(Kept(1), before);
+                          // Given up.
+                          prompt.answers = {Answer::Yes};
+                          form.reject();
+                          QTest::qWait(0);
+                      });
+    loop.Pass(2s);
+    EXPECT_EQ(Kept(1), before);
+}
+
+TEST_F(RecoveryForm, CopiesOutliveASignalAndNoAnsweredEnd)
+{
+    NewWithMaster();
+    window->Unsaved().Leave();
+    EXPECT_EQ(Kept(1), Present());
+    window.reset();
+    EXPECT_FALSE(store.copies.empty());
+    store.copies.clear();
+
+    Start();
+    NewWithMaster();
+    loop.Pass(2s);
+    ASSERT_EQ(store.copies.size(), 1U);
+    prompt.answers = {Answer::No};
+    window->close();
+    // At once: in the two seconds that the end takes, a signal may come.
+    EXPECT_TRUE(store.copies.empty());
+    window->Unsaved().Leave();
+    loop.Pass(3s);
+    EXPECT_TRUE(closed);
+    EXPECT_TRUE(store.copies.empty());
+}
+
+TEST_F(RecoveryForm, ADiskThatIsFullIsToldOnceAndWorkGoesOn)
+{
+    std::vector<QString> told;
+    QObject::connect(&window->Unsaved(), &RecoveryForms::failed,
+                     [&told](const QString& text) { told.push_back(text); });
+    store.isFull = true;
+    NewWithMaster();
+    loop.Pass(2s);
+    Trigger(Command::LayoutMenuAddMCR);
+    loop.Pass(2s);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_TRUE(told[0].endsWith("/state/1.copy: No space left on device")) << qPrintable(told[0]);
+    EXPECT_TRUE(prompt.shown.empty());
+    store.isFull = false;
+    Trigger(Command::EditMenuUndo);
+    loop.Pass(2s);
+    EXPECT_EQ(Kept(1), Present());
+    // The end comes while a module is being placed.
+    Trigger(Command::EditMenuRedo);
+    Trigger(Command::LayoutMenuAddKB64);
+    EXPECT_TRUE(window->ActiveSetup()->IsPlacing());
+    window->Unsaved().Leave();
+    window.reset();
+    EXPECT_NE(Kept(1), "");
+}
+
+TEST_F(RecoveryForm, TakenItIsAChangeOfItsFile)
+{
+    files.Write(path, Badge + "\r\n");
+    Leave("a", path);
+    Offer([](RecoveryDialog& dialog) {
+        EXPECT_EQ(List(dialog).topLevelItem(0)->text(1), "2026-03-09 07:05:00");
+        EXPECT_EQ(dialog.findChild<QListWidget*>("Differences")->count(), 1);
+        QTest::keyClick(&List(dialog), Qt::Key_Return);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_EQ(store.releases, 1);
+    EXPECT_TRUE(store.left.empty());
+    EXPECT_EQ(Kept(1), AutoBadge);
+    frmConfig* const setup = window->ActiveSetup();
+    ASSERT_NE(setup, nullptr);
+    EXPECT_TRUE(setup->isWindowModified());
+    EXPECT_EQ(setup->windowTitle(), "till[*]");
+    EXPECT_EQ(Present(), AutoBadge);
+    Trigger(Command::EditMenuUndo);
+    EXPECT_EQ(Present(), Badge);
+    EXPECT_FALSE(setup->isWindowModified());
+    Trigger(Command::EditMenuRedo);
+    Trigger(Command::FileMenuSave);
+    EXPECT_EQ(files.Read(path), AutoBadge + "\r\n");
+    EXPECT_EQ(files.Read(Folder() + "/Till.bak"), Badge + "\r\n");
+    loop.Pass(2s);
+    EXPECT_TRUE(store.copies.empty());
+
+    // Nothing is left: nothing is asked.
+    window->Unsaved().Offer(*window);
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+TEST_F(RecoveryForm, EachIsTakenThrownAwayOrLeftAndADamagedOneCannotBeTaken)
+{
+    files.Write(path, Badge + "\r\n");
+    Leave("a", path);
+    Leave("b", path);
+    Leave("c", "");
+    store.left["0 damaged"] = "rubbish";
+    Offer([this](RecoveryDialog& dialog) {
+        const auto isEnabled = [&](const char* button) {
+            return dialog.findChild<QAbstractButton*>(QLatin1String(button))->isEnabled();
+        };
+        QApplication::setActiveWindow(&dialog);
+        EXPECT_FALSE(isEnabled("Take"));
+        EXPECT_FALSE(isEnabled("Compare"));
+        EXPECT_TRUE(isEnabled("ThrowAway"));
+        QTest::keyClick(&List(dialog), Qt::Key_Return);
+        QTest::keyClick(&List(dialog), Qt::Key_Delete);
+        // Not sure.
+        EXPECT_EQ(store.left.size(), 4U);
+        prompt.answers = {Answer::Yes};
+        QTest::keyClick(&List(dialog), Qt::Key_Delete);
+        EXPECT_EQ(store.left.size(), 3U);
+        // Two of one file: the second is no window of that file.
+        Press(dialog, "Take");
+        Press(dialog, "Take");
+        EXPECT_EQ(List(dialog).topLevelItemCount(), 1);
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    EXPECT_EQ(store.left.size(), 1U);
+    EXPECT_TRUE(store.left.contains("c"));
+    const auto setups = window->AllSetups();
+    ASSERT_EQ(setups.size(), 2U);
+    EXPECT_EQ(setups[0]->Session().File().path, path);
+    EXPECT_EQ(setups[1]->Session().File().path, "");
+    EXPECT_EQ(setups[1]->Session().settings.Name, "till");
+    EXPECT_TRUE(setups[1]->IsChanged());
+}
+
+}  // namespace
+}  // namespace kelvora
