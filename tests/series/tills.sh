@@ -7,7 +7,7 @@ programs=$1
 
 work=$(mktemp -d)
 trap 'kill $(jobs -p) 2>/dev/null || true; wait; rm -rf "$work"' EXIT
-export XDG_DATA_HOME=$work/data XDG_CONFIG_HOME=$work/config LC_ALL=C.UTF-8 ASAN_OPTIONS=detect_leaks=0
+export XDG_DATA_HOME=$work/data XDG_CONFIG_HOME=$work/config LC_ALL=C.UTF-8
 cd "$work"
 
 # plug LINE NAME OPTION...: a till of that name hangs on the line from now on.

@@ -1,0 +1,105 @@
+// Nothing grows: what is opened and closed leaves the memory where it was. KELVORA_ROUNDS=1000 looks longer.
+#include <malloc.h>
+
+#include <QPixmapCache>
+#include <algorithm>
+#include <cstdlib>
+
+#include "forms/MainWindowFixture.h"
+
+#ifdef __has_feature
+#if __has_feature(address_sanitizer) && !defined(__SANITIZE_ADDRESS__)
+#define __SANITIZE_ADDRESS__
+#endif
+#endif
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/allocator_interface.h>
+#endif
+
+namespace kelvora {
+namespace {
+
+/// The most that a round may leave, in bytes: far less than the smallest window, and more than what a table
+/// of Qt's grows by now and then.
+constexpr double MostLeft = 64;
+
+// What the program has taken and not given back.
+double LiveBytes()
+{
+#ifdef __SANITIZE_ADDRESS__
+    return static_cast<double>(__sanitizer_get_current_allocated_bytes());
+#else
+    const struct mallinfo2 info = mallinfo2();
+    return static_cast<double>(info.uordblks + info.hblkhd);
+#endif
+}
+
+class Growth : public MainWindowFixture {
+protected:
+    Growth()
+    {
+        // Qt keeps drawn icons for a while, up to a limit of its own.
+        QPixmapCache::setCacheLimit(0);
+        Start();
+    }
+
+    static void Settle()
+    {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents();
+    }
+    void CloseWindow()
+    {
+        Settle();
+        prompt.answers = {Answer::No};
+        Trigger(Command::FileMenuClose);
+        Settle();
+    }
+    /// What `round` leaves each time, in bytes. What is made once, whenever that is, does not count.
+    double Left(int rounds, const std::function<void()>& round)
+    {
+        if (const char* const asked = std::getenv("KELVORA_ROUNDS"))
+            rounds = std::atoi(asked);
+        const auto repeat = [&](int times) {
+            for (int i = 0; i < times; ++i) {
+                round();
+                prompt.shown.clear();
+            }
+            return LiveBytes();
+        };
+        const double before = repeat(rounds);
+        const double middle = repeat(rounds);
+        const double after = repeat(rounds);
+        return std::min(middle - before, after - middle) / rounds;
+    }
+};
+
+TEST_F(Growth, WindowsLeaveNothing)
+{
+    files.Write(path, "[Kelvora]\r\nVersion = 2.0\r\n");
+    struct Case {
+        const char* what;
+        int rounds;
+        std::function<void()> round;
+    };
+    const std::vector<Case> cases{
+        {"new window", 20,
+         [this] {
+             Trigger(Command::FileMenuNew);
+             Trigger(Command::LayoutMenuAddKBMASTER);
+             CloseWindow();
+         }},
+        {"opened file", 20,
+         [this] {
+             window->OpenFiles({PathToQString(path)});
+             CloseWindow();
+         }},
+    };
+    for (const Case& row : cases)
+        EXPECT_LT(Left(row.rounds, row.round), MostLeft) << row.what;
+    EXPECT_TRUE(window->AllSetups().empty());
+}
+
+}  // namespace
+}  // namespace kelvora
