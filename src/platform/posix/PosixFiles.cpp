@@ -115,12 +115,19 @@ std::vector<std::string> PosixFiles::List(const std::string& folder) const
 
 void PosixFiles::MakeFolder(const std::string& folder)
 {
-    if (mkdir(folder.c_str(), S_IRWXU) == 0)
+    const auto make = [&folder] {
+        const bool isMade = mkdir(folder.c_str(), S_IRWXU) == 0;
+        // What is kept in it is as safe as its own name.
+        if (isMade)
+            SyncFolderOf(folder);
+        return isMade;
+    };
+    if (make())
         return;
     const std::size_t slash = folder.find_last_of('/');
     if (errno == ENOENT && slash != std::string::npos && slash > 0) {
         MakeFolder(folder.substr(0, slash));
-        if (mkdir(folder.c_str(), S_IRWXU) == 0)
+        if (make())
             return;
     }
     const int error = errno;
