@@ -52,6 +52,14 @@ bool EndsWithLine(int file, off_t size)
     return size == 0 || (pread(file, &last, 1, size - 1) == 1 && last == '\n');
 }
 
+// Takes back what was begun. What cannot be taken back is a torn line, which readers skip.
+[[noreturn]] void TakeBack(int file, off_t size, const std::string& path)
+{
+    const int error = errno;
+    [[maybe_unused]] const int cut = ftruncate(file, size);
+    FailFile(path, error);
+}
+
 // The whole text, or nothing.
 void WriteWhole(int file, off_t size, const std::string& text, const std::string& path)
 {
@@ -60,16 +68,13 @@ void WriteWhole(int file, off_t size, const std::string& text, const std::string
         const ssize_t count = write(file, text.data() + done, text.size() - done);
         if (count < 0 && errno == EINTR)
             continue;
-        if (count < 0) {
-            const int error = errno;
-            // What cannot be taken back is a torn line, which readers skip.
-            [[maybe_unused]] const int cut = ftruncate(file, size);
-            FailFile(path, error);
-        }
+        if (count < 0)
+            TakeBack(file, size, path);
         done += static_cast<std::size_t>(count);
     }
+    // A first line that stays would keep the next one from making the file's name safe.
     if (fsync(file) != 0)
-        FailFile(path, errno);
+        TakeBack(file, size, path);
 }
 
 void SyncFolder(const std::string& folder)
