@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <filesystem>
 #include <functional>
 #include <map>
 #include <memory>
@@ -12,6 +13,7 @@
 #include <span>
 #include <stdexcept>
 #include <thread>
+#include <unordered_set>
 
 #include "cli/DifferenceOutput.h"
 #include "cli/LineReport.h"
@@ -252,6 +254,33 @@ bool TakeKeys(const EditRequest& request, SetupEdit& edit, Console& console)
     return true;
 }
 
+bool IsModule(const std::string& name)
+{
+    return FindModel(KindNamed(name)) != nullptr;
+}
+
+bool IsSetting(const std::string& name)
+{
+    try {
+        ParseSetting(name);
+        return true;
+    } catch (const std::invalid_argument&) {
+        return false;
+    }
+}
+
+// Those that are named, each once.
+std::vector<EditedFile> FilesOf(const EditRequest& request, Console& console)
+{
+    std::vector<EditedFile> all;
+    std::unordered_set<std::string> seen;
+    OutputPlaces places(OutputPlaces::Backup::AsSaved);
+    for (const FoundName& name : AllSetups(request.names, console.in))
+        if (seen.insert(std::filesystem::absolute(name.path).lexically_normal().string()).second)
+            all.push_back({places.Take(name, name.path).name, std::nullopt});
+    return all;
+}
+
 std::string CheckUsage(const EditRequest& request)
 {
     if (request.set.empty() && request.keysFrom.empty())
@@ -260,6 +289,11 @@ std::string CheckUsage(const EditRequest& request)
         return "either --yes or --dry-run";
     if (request.json && !request.yes && !request.dryRun)
         return "--json needs --yes or --dry-run";
+    // A second value behind an option is taken for a file: nothing is to be written of half a wish.
+    for (const std::string& name : request.names)
+        if ((IsSetting(name) || IsModule(name)) && !std::filesystem::exists(name))
+            return "\"" + Utf8FromPath(name) +
+                   "\" is no file: each value needs its own --set or --keys-from FILE";
     return {};
 }
 
@@ -280,10 +314,7 @@ int Edit(const EditRequest& request, Console& console, LineAccess& access)
         return RefuseUnasked(console);
     if (!TakeKeys(request, task.edit, console))
         return ExitCode::Rejected;
-    std::vector<EditedFile> all;
-    OutputPlaces places(OutputPlaces::Backup::AsSaved);
-    for (const FoundName& name : AllSetups(request.names, console.in))
-        all.push_back({places.Take(name, name.path).name, std::nullopt});
+    const std::vector<EditedFile> all = FilesOf(request, console);
     if (all.empty())
         return NothingFound(console);
     if (asks)
@@ -302,7 +333,8 @@ void AddEditCommand(CLI::App& app, Console& console, LineAccess& access, int& ex
     command
         ->add_option(
             "--set", request->set,
-            "A setting and its value: fiscal, backlight, mcr.autoread (yes or no); mcr.tracks (1,2 or "
+            "A setting and its value: fiscal, backlight, mcr.autoread (yes or no, on or off); mcr.tracks "
+            "(1,2 or "
             "2,3 or 1,2,3); mcr.separator1 to 3 (a character, or none); keys by number, such as KM096.43 "
             "or KM064.97..104 (single, double-vertical, double-horizontal, quadruple, unused)")
         ->type_name("NAME=VALUE")

@@ -15,6 +15,7 @@
 #include "platform/Encoding.h"
 #include "platform/TextFiles.h"
 #include "platform/posix/PosixFiles.h"
+#include "platform/posix/Replacement.h"
 #include "setup/SetupWriter.h"
 
 namespace kelvora {
@@ -66,6 +67,8 @@ Made MakeSetup(const MakeRequest& request, Console& console)
 
 int Make(const MakeRequest& request, Console& console)
 {
+    if (IsSameFile(request.name, request.output))
+        return Misused(console, "the setup would be written over its JSON");
     const Made made = MakeSetup(request, console);
     const bool isMade = made.verdict.outcome == Verdict::Outcome::Accepted;
     const bool isWritten = isMade && !request.output.empty();

@@ -95,8 +95,8 @@ std::optional<int> KeyNumber(std::string_view text)
                                                                                   : std::nullopt;
 }
 
-// Nothing where the name is none of keys. `name` is in small letters.
-std::optional<SetupSetting> NamedKeys(std::string_view name)
+// Nothing where the name is none of keys. `name` is in small letters; `text` is the whole.
+std::optional<SetupSetting> NamedKeys(std::string_view name, std::string_view text)
 {
     constexpr std::string_view Between = "..";
     const std::size_t dot = name.find('.');
@@ -112,8 +112,10 @@ std::optional<SetupSetting> NamedKeys(std::string_view name)
     const auto first = KeyNumber(numbers.substr(0, between));
     const auto last =
         between == std::string_view::npos ? first : KeyNumber(numbers.substr(between + Between.size()));
-    if (keys.kind == ModuleKind::None || !first || !last || *last < *first)
+    if (keys.kind == ModuleKind::None)
         return std::nullopt;
+    if (!first || !last || *last < *first)
+        Expect(text, "numbers of keys from 1, such as 43, or 97..104 from the smaller one to the larger");
     keys.firstKey = *first;
     keys.lastKey = *last;
     return keys;
@@ -134,7 +136,7 @@ SetupSetting ParseSetting(std::string_view text)
     if (option != NamedOptions.end()) {
         setting.kind = option->kind;
         setting.option = {option->what, option->track, OptionValue(option->what, text, value, word)};
-    } else if (const auto keys = NamedKeys(name)) {
+    } else if (const auto keys = NamedKeys(name, text)) {
         const auto* const type = std::ranges::find(NamedKeyTypes, word, &NamedKeyType::name);
         if (type == NamedKeyTypes.end())
             Expect(text, "single, double-vertical, double-horizontal, quadruple or unused");

@@ -132,6 +132,10 @@ TEST_F(Edit, RefusesWrongUsage)
                                                {"--set", "fiscal=maybe"},
                                                {"--set", "mcr.separator1=\u0100"},
                                                {"--set", "fiscal=no", "--where", "code4"},
+                                               {"--set", "fiscal=no", "mcr.autoread=off", "--yes"},
+                                               {"--set", "KM096.0=single"},
+                                               {"--set", "KM096.45..43=single"},
+                                               {"--keys-from", till, "KM096", "KM064", "--yes"},
                                                {"--keys-from", till, "MCR"},
                                                {"--keys-from", till},
                                                {"--set", "fiscal=no", "--json"},
@@ -144,6 +148,7 @@ TEST_F(Edit, RefusesWrongUsage)
         EXPECT_NE(result.err, "");
     }
     EXPECT_EQ(Run({"edit", folder + "/none.dat", "--set", "fiscal=no", "-y"}).exitCode, 1);
+    EXPECT_EQ(Run({"edit", till, till, "--set", "fiscal=no", "-n"}).exitCode, 0) << "one file";
 }
 
 }  // namespace kelvora

@@ -48,6 +48,8 @@ TEST_F(Make, NamesTheValueThatIsWrong)
         const char *op, *path, *value, *says;
     };
     const std::string path = folder + "/out.dat";
+    const std::string own = Write("own.json", "{}");
+    EXPECT_EQ(Run({"make", own, "-o", own}).exitCode, 2) << "over its JSON";
     for (const Row& row :
          {Row{"add", "/ok", "true", "/ok: expected no member but $schema, file, deviceMap, modules"},
           Row{"add", "/modules/1/a~1b", "1", "/modules/1/a~1b: expected no member but position, kind, "},
