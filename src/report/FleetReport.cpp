@@ -9,6 +9,7 @@
 #include "picture/SheetBlocks.h"
 #include "platform/AsciiCase.h"
 #include "platform/Encoding.h"
+#include "platform/Joined.h"
 #include "setup/SetupDifferences.h"
 #include "setup/SetupTexts.h"
 
@@ -20,14 +21,6 @@ namespace {
 std::string KeyOf(const std::string& file)
 {
     return LowerCase(std::filesystem::path(file).stem().string());
-}
-
-std::string Joined(const std::vector<std::string>& parts, std::string_view between)
-{
-    std::string text;
-    for (const std::string& part : parts)
-        text.append(text.empty() ? "" : between).append(part);
-    return text;
 }
 
 std::string NamesOf(const ModuleList& modules)

@@ -11,6 +11,7 @@
 #include "picture/SheetText.h"
 #include "picture/SvgDrawing.h"
 #include "platform/Encoding.h"
+#include "platform/Joined.h"
 #include "platform/PortName.h"
 
 namespace kelvora {
@@ -34,13 +35,7 @@ std::string Quoted(std::string_view text)
     return quoted + "\"";
 }
 
-std::string Joined(const std::vector<std::string>& parts)
-{
-    std::string text;
-    for (const std::string& part : parts)
-        text += (text.empty() ? "" : "; ") + part;
-    return text;
-}
+constexpr std::string_view Between = "; ";
 
 std::string SecondsText(double seconds)
 {
@@ -90,7 +85,7 @@ std::array<std::string, 2> DetailsOf(const SeriesEvent& event)
     for (const std::string& file : {entry.file, entry.backup})
         if (!file.empty())
             files.push_back(file.substr(file.rfind('/') + 1));
-    return {event.changes.empty() ? entry.message : Joined(event.changes), Joined(files)};
+    return {event.changes.empty() ? entry.message : Joined(event.changes, Between), Joined(files, Between)};
 }
 
 class ReportPage {
@@ -175,8 +170,8 @@ std::string ReportCsv(const SeriesResults& results)
         std::string row;
         for (const std::string& cell :
              {ShownTime(entry), PortName(entry.line), entry.terminal, entry.modules, entry.file,
-              std::string(ResultName(entry.result)), Joined(event.changes), entry.message, entry.backup,
-              SecondsText(entry.seconds)})
+              std::string(ResultName(entry.result)), Joined(event.changes, Between), entry.message,
+              entry.backup, SecondsText(entry.seconds)})
             row += (row.empty() ? "" : ",") + Quoted(cell);
         text += row + "\r\n";
     }

@@ -18,14 +18,6 @@ std::string PathBelow(const CommandText& command)
     return blank == std::string::npos ? std::string() : command.path.substr(blank + 1);
 }
 
-std::string Joined(const std::vector<std::string>& words, std::string_view between)
-{
-    std::string text;
-    for (const std::string& word : words)
-        text.append(text.empty() ? "" : between).append(word);
-    return text;
-}
-
 bool UsesLines(const CommandText& program)
 {
     return std::ranges::any_of(WithAllBelow(program), [](const CommandText* command) {

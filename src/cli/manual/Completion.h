@@ -3,7 +3,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "cli/manual/CommandText.h"
@@ -24,9 +23,6 @@ std::string FunctionName(const CommandText& program);
 
 /// The command's path below the program, as typed: "identity read"; empty for the program itself.
 std::string PathBelow(const CommandText& command);
-
-/// `words` with `between` between any two.
-std::string Joined(const std::vector<std::string>& words, std::string_view between);
 
 /// Whether an option of it, or of a command below it, takes a line.
 bool UsesLines(const CommandText& program);

@@ -2,6 +2,7 @@
 
 #include "cli/manual/Completion.h"
 #include "cli/manual/ValueKinds.h"
+#include "platform/Joined.h"
 
 namespace kelvora::manual {
 
