@@ -156,8 +156,8 @@ void RunOrdered(Make make, Work work, Take take)
 }
 
 /// Makes a `Result` of each of `items` on all cores, so many of them together: `work` takes them as a span
-/// and appends a result for each to a vector. Hands each to `take` in this thread, in order. Throws as
-/// RunOrdered.
+/// and appends a result for each to a vector. Hands each to `take`, which may keep it, in this thread, in
+/// order. Throws as RunOrdered.
 template <class Result, class Item, class Work, class Take>
 void RunOrderedTogether(const std::vector<Item>& items, std::size_t together, Work work, Take take)
 {
@@ -179,9 +179,9 @@ void RunOrderedTogether(const std::vector<Item>& items, std::size_t together, Wo
             batch.results.clear();
             work(batch.items, batch.results);
         },
-        [&](const Batch& batch) {
-            for (const Result& result : batch.results)
-                take(result);
+        [&](Batch& batch) {
+            for (Result& result : batch.results)
+                take(std::move(result));
         });
 }
 

@@ -11,6 +11,7 @@
 #include "cli/SetupOutput.h"
 #include "cli/Verdict.h"
 #include "platform/Encoding.h"
+#include "platform/Joined.h"
 #include "report/ReportPage.h"
 
 namespace kelvora {
@@ -26,12 +27,13 @@ std::string CheckPageName(const std::string& name)
                : std::string("expected a name that ends in ") + PageEnding + ": " + name;
 }
 
-std::string NamesText(const std::vector<std::string>& names)
+// What was named, or how many files that are where that is too much to read or says nothing.
+std::string NamesText(const std::vector<std::string>& names, std::size_t files)
 {
-    std::string text;
-    for (const std::string& name : names)
-        text += (text.empty() ? "" : ", ") + Utf8FromPath(name);
-    return text;
+    constexpr std::size_t MostNames = 2;
+    if (names.size() > MostNames || std::ranges::count(names, StandardInputName) != 0)
+        return std::to_string(files) + (files == 1 ? " file" : " files");
+    return Utf8FromPath(Joined(names, ", "));
 }
 
 void Tell(const ReportRequest& request, const ReportCounts& counts, Console& console)
@@ -57,8 +59,8 @@ int WriteReport(const ReportRequest& request, const std::optional<SetupDocument>
     int exitCode = AddTills(report, names, standard ? &*standard : nullptr, console);
     if (!request.results.empty())
         exitCode = std::max(exitCode, AddResultsBelow(report, request.results, console));
-    const std::string page =
-        ReportPage(report, {NamesText(request.names), Utf8FromPath(request.standard), request.now});
+    const std::string page = ReportPage(
+        report, {NamesText(request.names, names.size()), Utf8FromPath(request.standard), request.now});
     if (request.output.empty())
         Emit(console, page);
     else
@@ -109,13 +111,12 @@ void AddReportCommand(CLI::App& app, Console& console, int& exitCode)
     command->add_flag("--json", request->json,
                       "Print how many tills deviate and failed as an object; needs --output");
     command->footer(
-        "A row a till: its devices, options, deviations and last result; a click shows all keys. The page "
-        "needs\n"
-        "no network. Results are those of a fleet's run, of a series, or a journal; a till is known by the "
-        "name\n"
-        "of its file, in letters of any case. A file that is no setup has a row with the reason. A page that "
-        "is\n"
-        "replaced is kept under its name and \".bak\".");
+        "A row a till: its devices, options, deviations and last result; a click shows all keys.\n"
+        "The page needs no network. Results are those of a fleet's run, of a series, or a journal;\n"
+        "a till is known by the name of its file, in letters of any case (A to Z alone). Where a\n"
+        "fleet's result names one of the files as the till's setup, its row shows that one. A file\n"
+        "that is no setup has a row with the reason. A page that is replaced is kept under its name\n"
+        "and \".bak\".");
     command->callback([request, &console, &exitCode] {
         request->now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
         exitCode = MakeReport(*request, console);

@@ -3,15 +3,17 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <array>
 #include <filesystem>
 #include <iterator>
-#include <system_error>
+#include <map>
+#include <optional>
+#include <string_view>
 #include <utility>
 
 #include "cli/OrderedWork.h"
 #include "cli/Verdict.h"
 #include "picture/StripPicture.h"
-#include "platform/AsciiCase.h"
 #include "platform/Encoding.h"
 #include "platform/posix/PosixFiles.h"
 
@@ -63,8 +65,11 @@ std::chrono::sys_seconds ChangeOf(const std::string& path)
         std::chrono::seconds(stat(path.c_str(), &status) == 0 ? status.st_mtime : 0));
 }
 
-ResultsRead ReadResultFile(const std::string& path)
+ResultsRead ReadResultFile(const FoundName& name)
 {
+    const std::string& path = name.path;
+    if (!name.failure.empty())
+        return {{}, FailureLine(path, name.failure)};
     ResultsRead read;
     try {
         std::string text;
@@ -82,21 +87,28 @@ ResultsRead ReadResultFile(const std::string& path)
     return read;
 }
 
-std::vector<std::string> ResultFilesBelow(const std::string& folder)
+using FileId = std::pair<dev_t, ino_t>;
+
+// The same for a file by whatever name.
+std::optional<FileId> IdOf(const std::string& path)
 {
-    std::vector<std::string> paths;
-    std::error_code problem;
-    for (fs::recursive_directory_iterator at(folder, problem), end; !problem && at != end;
-         at.increment(problem)) {
-        const std::string ending = LowerCase(at->path().extension().string());
-        std::error_code unknown;
-        if ((ending == ".json" || ending == ".jsonl") && !at->is_directory(unknown))
-            paths.push_back(at->path().string());
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 ? std::optional(FileId(status.st_dev, status.st_ino))
+                                            : std::nullopt;
+}
+
+// Results name their setups as others reached them, the report as it was told them.
+void NameSetupsAs(const std::vector<ReportTill>& tills, std::vector<TillResult>& results)
+{
+    std::map<FileId, std::string> files;
+    for (const ReportTill& till : tills)
+        if (const auto id = IdOf(till.file))
+            files.emplace(*id, till.file);
+    for (TillResult& result : results) {
+        const auto id = result.setup.empty() ? std::nullopt : IdOf(result.setup);
+        const auto at = id ? files.find(*id) : files.end();
+        result.setup = at == files.end() ? std::string() : at->second;
     }
-    if (problem)
-        throw FileError(folder, problem.message());
-    std::ranges::sort(paths);
-    return paths;
 }
 
 }  // namespace
@@ -107,11 +119,11 @@ int AddTills(FleetReport& report, const std::vector<FoundName>& names, const Set
     int exitCode = ExitCode::Done;
     RunOrderedOn<TillRead>(
         names, [&](const FoundName& name) { return ReadTill(name, standard); },
-        [&](const TillRead& read) {
+        [&](TillRead&& read) {
             console.err << read.diagnostic;
             if (!read.diagnostic.empty())
                 exitCode = ExitCode::Rejected;
-            report.Add(read.facts);
+            report.Add(std::move(read.facts));
         });
     RunOrderedOn<std::string>(
         report.ToDraw(), [](const ModuleList& modules) { return StripPicture(modules); },
@@ -121,14 +133,19 @@ int AddTills(FleetReport& report, const std::vector<FoundName>& names, const Set
 
 int AddResultsBelow(FleetReport& report, const std::string& folder, Console& console)
 {
+    constexpr std::array<std::string_view, 2> ResultEndings{".json", ".jsonl"};
+    const std::vector<FoundName> files = FilesBelow(folder, ResultEndings);
+    if (!files.empty() && files.front().path == folder)
+        throw FileError(folder, files.front().failure);
     int exitCode = ExitCode::Done;
     std::vector<TillResult> results;
-    RunOrderedOn<ResultsRead>(ResultFilesBelow(folder), ReadResultFile, [&](const ResultsRead& read) {
+    RunOrderedOn<ResultsRead>(files, ReadResultFile, [&](const ResultsRead& read) {
         console.err << read.diagnostic;
         if (!read.diagnostic.empty())
             exitCode = ExitCode::Rejected;
         std::ranges::copy(read.results, std::back_inserter(results));
     });
+    NameSetupsAs(report.Tills(), results);
     report.AddResults(results);
     return exitCode;
 }

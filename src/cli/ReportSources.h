@@ -17,8 +17,10 @@ namespace kelvora {
 int AddTills(FleetReport& report, const std::vector<FoundName>& names, const SetupDocument* standard,
              Console& console);
 
-/// Adds what stands in the files "*.json" and "*.jsonl" in that folder and below it. Files that hold no
-/// results are told. Returns the exit code. Throws FileError where the folder cannot be read.
+/// Adds what stands in the files "*.json" and "*.jsonl", in any letter case, in that folder and below it;
+/// comes after AddTills. Files that hold no results (but for empty ones), and folders below it that cannot be
+/// read, are told and left out. Returns the exit code. Throws FileError where the folder itself cannot be
+/// read.
 int AddResultsBelow(FleetReport& report, const std::string& folder, Console& console);
 
 }  // namespace kelvora

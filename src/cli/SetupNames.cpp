@@ -23,44 +23,46 @@ namespace {
 // The names of a folder that are sorted together: bounds the memory that a folder of any size takes.
 constexpr std::size_t GroupSize = 32768;
 
-constexpr std::array<std::string_view, 2> SetupSuffixes{".dat", ".txt"};
+constexpr std::array<std::string_view, 2> SetupEndings{".dat", ".txt"};
 
-bool IsSetupName(std::string_view name)
+using Endings = std::span<const std::string_view>;
+
+bool HasEnding(std::string_view name, Endings endings)
 {
-    return std::ranges::any_of(SetupSuffixes, [&](std::string_view suffix) {
-        return name.size() >= suffix.size() &&
-               std::ranges::equal(name.substr(name.size() - suffix.size()), suffix, {}, AsciiLower);
+    return std::ranges::any_of(endings, [&](std::string_view ending) {
+        return name.size() >= ending.size() &&
+               std::ranges::equal(name.substr(name.size() - ending.size()), ending, {}, AsciiLower);
     });
 }
 
-enum class Entry { Skipped, Setup, Folder };
+enum class Entry { Skipped, File, Folder };
 
-Entry EntryOfMode(mode_t mode, std::string_view name)
+Entry EntryOfMode(mode_t mode, std::string_view name, Endings endings)
 {
     if (S_ISDIR(mode))
         return Entry::Folder;
-    return S_ISREG(mode) && IsSetupName(name) ? Entry::Setup : Entry::Skipped;
+    return S_ISREG(mode) && HasEnding(name, endings) ? Entry::File : Entry::Skipped;
 }
 
 // A link that leads nowhere counts as a file: reading it says what is wrong.
-Entry EntryOfLink(int folder, const char* name)
+Entry EntryOfLink(int folder, const char* name, Endings endings)
 {
     struct stat target {};
-    if (!IsSetupName(name) || (fstatat(folder, name, &target, 0) == 0 && !S_ISREG(target.st_mode)))
+    if (!HasEnding(name, endings) || (fstatat(folder, name, &target, 0) == 0 && !S_ISREG(target.st_mode)))
         return Entry::Skipped;
-    return Entry::Setup;
+    return Entry::File;
 }
 
-Entry EntryOf(int folder, const dirent& found)
+Entry EntryOf(int folder, const dirent& found, Endings endings)
 {
     const std::string_view name = found.d_name;
     switch (found.d_type) {
         case DT_REG:
-            return EntryOfMode(S_IFREG, name);
+            return EntryOfMode(S_IFREG, name, endings);
         case DT_DIR:
             return name == "." || name == ".." ? Entry::Skipped : Entry::Folder;
         case DT_LNK:
-            return EntryOfLink(folder, found.d_name);
+            return EntryOfLink(folder, found.d_name, endings);
         case DT_UNKNOWN:
             break;
         default:
@@ -69,7 +71,8 @@ Entry EntryOf(int folder, const dirent& found)
     struct stat status {};
     if (name == "." || name == ".." || fstatat(folder, found.d_name, &status, AT_SYMLINK_NOFOLLOW) != 0)
         return Entry::Skipped;
-    return S_ISLNK(status.st_mode) ? EntryOfLink(folder, found.d_name) : EntryOfMode(status.st_mode, name);
+    return S_ISLNK(status.st_mode) ? EntryOfLink(folder, found.d_name, endings)
+                                   : EntryOfMode(status.st_mode, name, endings);
 }
 
 // Names of a folder, in one block of memory.
@@ -110,7 +113,7 @@ using Folder = std::unique_ptr<DIR, CloseFolder>;
 
 // Fills the group with the folder's next names, and closes the folder at its end: a deep tree does not need
 // an open folder for each level. Returns the error that ended reading, 0 for none.
-int ReadGroup(Folder& folder, NameGroup& group)
+int ReadGroup(Folder& folder, Endings endings, NameGroup& group)
 {
     while (!group.IsFull()) {
         errno = 0;
@@ -120,7 +123,7 @@ int ReadGroup(Folder& folder, NameGroup& group)
             folder.reset();
             return error;
         }
-        if (const Entry entry = EntryOf(dirfd(folder.get()), *found); entry != Entry::Skipped)
+        if (const Entry entry = EntryOf(dirfd(folder.get()), *found, endings); entry != Entry::Skipped)
             group.Add(found->d_name, entry);
     }
     return 0;
@@ -132,7 +135,7 @@ std::string Description(int error)
 }
 
 // False when no more names are wanted, here and below. `start` is where names below the named folder begin.
-bool TakeFolder(const std::string& path, std::size_t start, const NameReceiver& receiver)
+bool TakeFolder(const std::string& path, std::size_t start, Endings endings, const NameReceiver& receiver)
 {
     Folder folder(opendir(path.c_str()));
     if (!folder)
@@ -140,14 +143,14 @@ bool TakeFolder(const std::string& path, std::size_t start, const NameReceiver& 
     const std::string prefix = path.ends_with('/') ? path : path + '/';
     while (folder) {
         NameGroup group;
-        if (const int error = ReadGroup(folder, group);
+        if (const int error = ReadGroup(folder, endings, group);
             error != 0 && !receiver.take({path, Description(error), std::min(start, path.size())}))
             return false;
         group.Sort();
         for (const NameGroup::Place& place : group.Places()) {
             std::string name = prefix;
             name += group.Name(place);
-            const bool more = place.entry == Entry::Folder ? TakeFolder(name, start, receiver)
+            const bool more = place.entry == Entry::Folder ? TakeFolder(name, start, endings, receiver)
                                                            : receiver.take({std::move(name), {}, start});
             if (!more)
                 return false;
@@ -159,7 +162,7 @@ bool TakeFolder(const std::string& path, std::size_t start, const NameReceiver& 
 bool TakeName(const std::string& path, const NameReceiver& receiver)
 {
     if (IsFolder(path))
-        return TakeFolder(path, path.size() + (path.ends_with('/') ? 0 : 1), receiver);
+        return TakeFolder(path, path.size() + (path.ends_with('/') ? 0 : 1), SetupEndings, receiver);
     // Without a slash this is the whole.
     return receiver.take({path, {}, path.rfind('/') + 1});
 }
@@ -175,6 +178,15 @@ bool TakeNamesOf(std::istream& in, char separator, const NameReceiver& receiver)
         if (!name.empty() && !TakeName(name, receiver))
             return false;
     }
+}
+
+NameReceiver KeepIn(std::vector<FoundName>& found)
+{
+    return {[&](FoundName name) {
+                found.push_back(std::move(name));
+                return true;
+            },
+            [] {}};
 }
 
 }  // namespace
@@ -199,12 +211,14 @@ void FindSetups(std::span<const std::string> names, std::istream& in, char separ
 std::vector<FoundName> AllSetups(std::span<const std::string> names, std::istream& in)
 {
     std::vector<FoundName> found;
-    FindSetups(names, in, '\n',
-               {[&](FoundName name) {
-                    found.push_back(std::move(name));
-                    return true;
-                },
-                [] {}});
+    FindSetups(names, in, '\n', KeepIn(found));
+    return found;
+}
+
+std::vector<FoundName> FilesBelow(const std::string& folder, std::span<const std::string_view> endings)
+{
+    std::vector<FoundName> found;
+    TakeFolder(folder, 0, endings, KeepIn(found));
     return found;
 }
 

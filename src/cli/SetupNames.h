@@ -1,5 +1,5 @@
 // Which setup files the names on a command line mean: files, all setup files below a folder, and names that
-// come in on standard input.
+// come in on standard input. Other files below a folder are found in the same way.
 #pragma once
 
 #include <cstddef>
@@ -44,5 +44,9 @@ void FindSetups(std::span<const std::string> names, std::istream& in, char separ
 
 /// All of them at once; names on `in` are one a line.
 std::vector<FoundName> AllSetups(std::span<const std::string> names, std::istream& in);
+
+/// The files below a folder whose names have one of the endings, found and sorted in the same way, whole
+/// paths.
+std::vector<FoundName> FilesBelow(const std::string& folder, std::span<const std::string_view> endings);
 
 }  // namespace kelvora

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <set>
 #include <sstream>
 #include <utility>
 
@@ -32,9 +33,8 @@ std::string NamesOf(const ModuleList& modules)
     return Joined(names, ", ");
 }
 
-std::string OptionsText(const ModuleList& modules)
+std::string OptionsText(const ModuleList& modules, const MessageCatalogue& english)
 {
-    const MessageCatalogue english;
     std::vector<std::string> texts;
     for (const ModuleRecord& record : modules)
         for (const ModuleOption& option : OptionsOf(record))
@@ -63,6 +63,34 @@ std::map<std::string, TillResult> LatestOf(const std::vector<TillResult>& result
     return latest;
 }
 
+// Where the tills stand that were found, by their files.
+class FoundPlaces {
+public:
+    explicit FoundPlaces(const std::vector<ReportTill>& tills)
+    {
+        for (std::size_t i = 0; i < tills.size(); ++i) {
+            files_.emplace(tills[i].file, i);
+            tills_[KeyOf(tills[i].file)].push_back(i);
+        }
+    }
+
+    std::optional<std::size_t> OfFile(const std::string& file) const
+    {
+        const auto at = files_.find(file);
+        return at == files_.end() ? std::nullopt : std::optional(at->second);
+    }
+
+    std::vector<std::size_t> OfTill(const std::string& key) const
+    {
+        const auto at = tills_.find(key);
+        return at == tills_.end() ? std::vector<std::size_t>() : at->second;
+    }
+
+private:
+    std::map<std::string, std::size_t> files_;
+    std::map<std::string, std::vector<std::size_t>> tills_;
+};
+
 }  // namespace
 
 TillFacts FactsOf(std::string name, std::string file, SetupDocument document, const SetupDocument* standard)
@@ -81,6 +109,7 @@ TillFacts FactsOf(std::string name, std::string file, SetupDocument document, co
     if (standard)
         for (const SetupDifference& difference : CompareSetups(*standard, document))
             facts.deviations.push_back(Utf8FromText(Describe(english, difference)));
+    facts.options = OptionsText(document.Modules, english);
     facts.document = std::move(document);
     return facts;
 }
@@ -108,7 +137,7 @@ void FleetReport::AddPicture(const std::string& svg)
 std::size_t FleetReport::SetupOf(const TillFacts& facts)
 {
     const ModuleList& modules = facts.document->Modules;
-    ReportSetup setup{NamesOf(modules), OptionsText(modules), {}, PictureOf(modules)};
+    ReportSetup setup{NamesOf(modules), facts.options, {}, PictureOf(modules)};
     for (const ReportModule& module : facts.modules)
         setup.modules.push_back(modules_.PlaceOf(module));
     return setups_.PlaceOf(setup);
@@ -136,20 +165,27 @@ void FleetReport::Add(TillFacts facts)
 
 void FleetReport::AddResults(const std::vector<TillResult>& results)
 {
-    std::multimap<std::string, std::size_t> places;
-    for (std::size_t i = 0; i < tills_.size(); ++i)
-        places.emplace(KeyOf(tills_[i].file), i);
-    for (auto& [key, result] : LatestOf(results)) {
-        const std::size_t count = places.count(key);
-        if (count == 1) {
-            tills_[places.find(key)->second].result = result;
-            continue;
+    const std::vector<ReportTill> found = tills_;
+    const FoundPlaces places(found);
+    std::set<std::string> shownElsewhere;
+    for (const auto& [key, result] : LatestOf(results)) {
+        const auto setup = places.OfFile(result.setup);
+        const bool isItsOwn = setup && KeyOf(result.setup) == key;
+        const std::vector<std::size_t> named = isItsOwn ? std::vector{*setup} : places.OfTill(key);
+        if (named.size() != 1)
+            tills_.push_back(
+                {result.till, {}, named.empty() ? "no setup of that name" : "several setups of that name"});
+        ReportTill& till = named.size() == 1 ? tills_[named.front()] : tills_.back();
+        if (setup && !isItsOwn) {
+            const std::string name = till.name;
+            till = found[*setup];
+            till.name = name;
+            shownElsewhere.insert(till.file);
         }
-        ReportTill till{result.till, {}, {}};
-        till.why = count == 0 ? "no setup of that name" : "several setups of that name";
         till.result = result;
-        tills_.push_back(std::move(till));
     }
+    std::erase_if(tills_,
+                  [&](const ReportTill& till) { return !till.result && shownElsewhere.contains(till.file); });
 }
 
 ReportCounts FleetReport::Counts() const

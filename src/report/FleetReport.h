@@ -42,7 +42,8 @@ struct ReportSetup {
 struct TillFacts {
     std::string name;  ///< UTF-8, as are the others
     std::string file;
-    std::string why{};  ///< it could not be read; empty for a setup
+    std::string why{};      ///< it could not be read; empty for a setup
+    std::string options{};  ///< as in ReportSetup
     std::optional<SetupDocument> document{};
     std::vector<ReportModule> modules{};
     std::vector<std::string> deviations{};  ///< from the standard, a line each
@@ -71,8 +72,10 @@ class FleetReport {
 public:
     void Add(TillFacts facts);
 
-    /// Gives each till the latest of its results, known by the name of its file in letters of any case. A
-    /// result whose till has no setup of its own, or more than one, gets a row of its own. After all Add.
+    /// Gives each till the latest of its results, known by the name of its file in letters of any case (A to
+    /// Z alone). Where a result names one of the files as its setup, the till's row shows that one, and the
+    /// file has no other row unless a till of its name has a result too. A result whose till has no setup
+    /// by either way, or several of its name, gets a row of its own. After all Add.
     void AddResults(const std::vector<TillResult>& results);
 
     ReportCounts Counts() const;

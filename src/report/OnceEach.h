@@ -1,4 +1,5 @@
-// Values that many things share, each kept once and known by its place.
+// Values that many things share, each known by its place and kept once for all of them (and once more as the
+// key by which it is found).
 #pragma once
 
 #include <cstddef>

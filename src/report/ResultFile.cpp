@@ -23,7 +23,7 @@ std::string TextOf(const Json& object, const char* name)
 std::string OutcomeOf(const Json& exit, const Json& result)
 {
     if (!exit.is_number_integer())
-        return "not tried";
+        return "not known: not reached, or the connection was lost";
     if (exit != 0)
         return TextOf(result, "outcome") == "different" ? "different" : "failed";
     return TextOf(result, "device") == "same" ? "same" : "done";
@@ -49,7 +49,8 @@ TillResult FleetResult(const Json& object, std::chrono::sys_seconds changed)
             outcome,
             MessageOf(object, result),
             MomentOf(TextOf(object, "time")).value_or(changed),
-            outcome != "done" && outcome != "same"};
+            outcome != "done" && outcome != "same",
+            TextOf(object, "setup")};
 }
 
 bool ChangesOrJudges(const JournalEntry& entry)
@@ -83,7 +84,11 @@ std::string LinesOf(const Json& list)
 
 std::optional<std::vector<TillResult>> ReadResults(std::string_view text, std::chrono::sys_seconds changed)
 {
-    const Json whole = Json::parse(text, nullptr, false);
+    // Deeper than any result, and no danger to the stack, which copies and texts of it use a piece of a
+    // level.
+    constexpr int MostLevels = 32;
+    const auto isTaken = [](int level, Json::parse_event_t, const Json&) { return level < MostLevels; };
+    const Json whole = Json::parse(text, isTaken, false);
     if (whole.is_object() && !TextOf(whole, "till").empty() && whole.contains("exit"))
         return std::vector{FleetResult(whole, changed)};
     JournalContent content;

@@ -15,10 +15,11 @@ namespace kelvora {
 struct TillResult {
     std::string till;     ///< what the till is called
     std::string action;   ///< "download", "verify", ...
-    std::string outcome;  ///< "done", "same", "different", "declined", "stopped", "failed", "not tried"
+    std::string outcome;  ///< "done", "same", "different", "declined", "stopped", "failed", "not known: ..."
     std::string message;  ///< what happened, in English
     std::chrono::sys_seconds time{};
     bool failed = false;  ///< somebody should look at it
+    std::string setup{};  ///< the file that it was done with, where a fleet's run tells it
 
     friend bool operator==(const TillResult&, const TillResult&) = default;
 };

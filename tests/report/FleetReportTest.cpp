@@ -72,8 +72,9 @@ TEST(FleetReport, KeepsEachLineOfPicturesOnce)
     report.AddPicture("<svg>\nkeys\nmore\n</svg>\n");
     report.AddPicture("<svg>\nother\nmore\n</svg>\n");
     EXPECT_THAT(report.PictureLines(), ElementsAre("<svg>", "keys", "more", "</svg>", "other"));
-    EXPECT_THAT(report.Pictures(), ElementsAre(ElementsAre(PicturePart(0, 4)),
-                                               ElementsAre(PicturePart(0, 1), PicturePart(4, 1), PicturePart(2, 2))));
+    EXPECT_THAT(report.Pictures(),
+                ElementsAre(ElementsAre(PicturePart(0, 4)),
+                            ElementsAre(PicturePart(0, 1), PicturePart(4, 1), PicturePart(2, 2))));
 }
 
 TEST(FleetReport, GivesEachTillItsLatestResult)
@@ -91,6 +92,29 @@ TEST(FleetReport, GivesEachTillItsLatestResult)
     EXPECT_EQ(tills[5].why, "no setup of that name");
     EXPECT_EQ(report.Counts().failed, 1U);
     EXPECT_EQ(report.Counts().unread, 0U);
+}
+
+TEST(FleetReport, ShowsTheSetupThatAResultNames)
+{
+    FleetReport report;
+    for (const char* const name : {"counter", "North/T2", "South/T2", "T3", "T4", "T5"})
+        AddTill(report, name, name == std::string("counter") ? Fiscal : Standard);
+    std::vector<TillResult> results;
+    // A shared one, two tills of one name, one with the setup of another till and that one with its own.
+    for (const auto& [till, setup] :
+         {std::pair{"t7", "counter"}, {"t8", "counter"}, {"t2", "South/T2"}, {"t4", "T3"}, {"t3", "T3"}}) {
+        results.push_back(ResultOf(till, 0));
+        results.back().setup = std::string("shop/") + setup + ".dat";
+    }
+    report.AddResults(results);
+    std::vector<std::string> told;
+    for (const ReportTill& till : report.Tills())
+        told.push_back(till.name + (till.result ? " has " : " of ") + till.file + till.why);
+    EXPECT_THAT(told, ElementsAre("North/T2 of shop/North/T2.dat", "South/T2 has shop/South/T2.dat",
+                                  "T3 has shop/T3.dat", "T4 has shop/T3.dat", "T5 of shop/T5.dat",
+                                  "t7 has shop/counter.dat", "t8 has shop/counter.dat"));
+    EXPECT_EQ(report.Tills().back().setup, 0U);
+    EXPECT_EQ(report.Counts().deviating, 2U);
 }
 
 TEST(FleetReport, PageCarriesForeignTextsUnharmed)

@@ -41,8 +41,8 @@ TEST(ResultFile, OfAFleet)
              Case{R"("exit":1,"result":{"outcome":"different"})", "different", "", true},
              Case{R"("exit":3,"diagnostics":["no answer","twice"],"result":null)", "failed", "no answer",
                   true},
-             Case{R"("exit":null,"diagnostics":["not reached"],"result":null)", "not tried", "not reached",
-                  true},
+             Case{R"("exit":null,"diagnostics":["no route"],"result":null)",
+                  "not known: not reached, or the connection was lost", "no route", true},
          }) {
         const auto results =
             ResultsIn(std::string(R"({"till":"till-7","action":"download",)") + each.rest + "}\n");
@@ -50,8 +50,10 @@ TEST(ResultFile, OfAFleet)
         EXPECT_EQ(results[0],
                   (TillResult{"till-7", "download", each.outcome, each.message, Changed, each.failed}));
     }
-    EXPECT_EQ(ResultsIn(R"({"till":"a","exit":0,"time":"2026-03-09T06:06:00Z"})").at(0).time,
-              Changed + std::chrono::minutes(1));
+    const TillResult told =
+        ResultsIn(R"({"till":"a","exit":0,"time":"2026-03-09T06:06:00Z","setup":"/b.dat"})").at(0);
+    EXPECT_EQ(told.time, Changed + std::chrono::minutes(1));
+    EXPECT_EQ(told.setup, "/b.dat");
 }
 
 TEST(ResultFile, OfASeriesAndAJournal)
@@ -68,9 +70,14 @@ TEST(ResultFile, OfASeriesAndAJournal)
                   first + "\n" + EntryText("scan", "T7", "failed") + "\n" + second + "\n" + R"({"time":"20)"),
         (std::vector{done, stopped}));
     EXPECT_TRUE(ResultsIn("[]").empty());
-    for (const char* const text :
-         {"{}", "[{}]", "[1,[]]", "words\n", R"({"till":"a"})", R"({"till":7,"exit":0})"})
-        EXPECT_FALSE(ReadResults(text, Changed)) << text;
+    // More levels than a stack has room for.
+    const std::string open(200'000, '[');
+    const std::string nested = open + std::string(open.size(), ']');
+    for (const std::string& text :
+         {std::string("{}"), std::string("[{}]"), std::string("[1,[]]"), std::string("words\n"),
+          std::string(R"({"till":"a"})"), std::string(R"({"till":7,"exit":0})"), open, nested})
+        EXPECT_FALSE(ReadResults(text, Changed)) << text.substr(0, 99);
+    EXPECT_EQ(ResultsIn(R"({"till":"a","exit":0,"result":)" + nested + "}").at(0).outcome, "done");
 }
 
 }  // namespace kelvora
