@@ -2,7 +2,11 @@
 
 #include <nlohmann/json.hpp>
 
+#include "catalogue/MessageCatalogue.h"
+#include "keymap/Models.h"
+#include "platform/Encoding.h"
 #include "platform/LocalTime.h"
+#include "setup/SetupTexts.h"
 
 namespace kelvora {
 
@@ -64,6 +68,17 @@ Json ListOf(const std::vector<Row>& rows)
     return list;
 }
 
+// What a key of each type is called, by the type as a key map has it.
+Json KeyTypeTexts()
+{
+    const MessageCatalogue english;
+    Json texts = Json::object();
+    for (const char type : {KeyType::Unused, KeyType::Single, KeyType::DoubleVertical,
+                            KeyType::DoubleHorizontal, KeyType::Quadruple})
+        texts[std::string(1, type)] = Utf8FromText(KeyTypeText(english, type));
+    return texts;
+}
+
 }  // namespace
 
 std::string ReportData(const FleetReport& report, const ReportHeading& heading)
@@ -75,6 +90,7 @@ std::string ReportData(const FleetReport& report, const ReportHeading& heading)
     object["setups"] = ListOf(report.Setups());
     object["lines"] = report.PictureLines();
     object["pictures"] = report.Pictures();
+    object["keyTypes"] = KeyTypeTexts();
     object["texts"] = report.Deviations();
     object["lists"] = report.DeviationLists();
     object["tills"] = ListOf(report.Tills());

@@ -14,9 +14,9 @@ struct ReportHeading {
     std::chrono::sys_seconds made{};
 };
 
-/// {"made", "compared", "modules", "setups", "lines", "pictures", "texts", "lists", "tills"}, on one line,
-/// that may stand within a script element. Tills, setups and lists name what they share by its place; a till
-/// has no name for what it does not have.
+/// {"made", "compared", "modules", "setups", "lines", "pictures", "keyTypes", "texts", "lists", "tills"}, on
+/// one line, that may stand within a script element. Tills, setups and lists name what they share by its
+/// place; a till has no name for what it does not have.
 std::string ReportData(const FleetReport& report, const ReportHeading& heading);
 
 }  // namespace kelvora

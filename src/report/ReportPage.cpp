@@ -86,16 +86,16 @@ std::string Rows(const FleetReport& report)
 
 using Part = std::pair<std::string_view, std::string>;
 
-// Each part in its place; what a part holds is not looked into.
+// Each part in its place; what a part holds is not looked into. A place of no part stays as it is.
 template <std::size_t Count>
 std::string Filled(std::string_view page, const std::array<Part, Count>& parts)
 {
     std::string text;
     for (std::size_t at = page.find("{{"); at != std::string_view::npos; at = page.find("{{")) {
-        text.append(page.substr(0, at));
-        const std::size_t end = page.find("}}", at);
-        const std::string_view name = page.substr(at + 2, end - at - 2);
-        text += std::ranges::find(parts, name, &Part::first)->second;
+        const std::size_t end = std::min(page.find("}}", at), page.size() - 2);
+        const auto part = std::ranges::find(parts, page.substr(at + 2, end - at - 2), &Part::first);
+        const bool isKnown = part != parts.end();
+        text.append(page.substr(0, isKnown ? at : end + 2)).append(isKnown ? part->second : "");
         page.remove_prefix(end + 2);
     }
     text.append(page);

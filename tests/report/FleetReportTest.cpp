@@ -137,6 +137,7 @@ TEST(FleetReport, PageCarriesForeignTextsUnharmed)
     EXPECT_EQ(data["tills"][1]["result"]["failed"], true);
     EXPECT_EQ(data["modules"][0]["first"], 1);
     EXPECT_EQ(data["compared"], true);
+    EXPECT_EQ(data["keyTypes"]["3"], "double horizontal key");
 }
 
 }  // namespace kelvora

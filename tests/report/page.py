@@ -13,7 +13,7 @@ from browser import Browser
 # Where the page is opened, and what it shows then: the first tills, how many they are, how they are sorted.
 SHOWN = {
     "": (["<b>t4", "t1", "t10"], "201 tills", []),
-    "deviates=1": (["t3"], "1 of 201 tills", []),
+    "deviates=1": (["t20", "t3"], "2 of 201 tills", []),
     "failed=1": (["t20"], "1 of 201 tills", []),
     "unread=1": (["<b>t4"], "1 of 201 tills", []),
     "q=KEY+97+verify": (["t3"], "1 of 201 tills", []),
@@ -55,6 +55,7 @@ def make_page(program):
         write(f"setups/t{number}.dat", standard)
     keys = " _\n".join(["=SSSSSSS", "VSSSSSSS", "VSSSSSSS"] + 5 * ["SSSSSSSS"])
     write("setups/t3.dat", f"[Kelvora]\n[KM096]\nFiscal = NO\n[KM064]\nKeyMap = {keys}\n[MCR]\n")
+    write("setups/t20.dat", "[Kelvora]\n")
     write("setups/<b>t4.dat", "nothing\n")
     write("results/t20.json", '{"till":"t20","action":"download","exit":3,"diagnostics":["no <i>answer"]}')
     write("results/t3.json", '{"till":"t3","action":"verify","exit":0,"time":"2020-01-01T12:00:00Z"}')
@@ -71,7 +72,11 @@ def look(browser):
     expect("the end of the list", browser.run("[names(99).at(-1), seen('tr.till').length < 60, byId('tills').ariaRowCount,"
                                               "[...document.querySelectorAll('tr.till')].at(-1).ariaRowIndex]"),
            ["t99", True, "202", "202"])
-    expect("a row", browser.run("go('deviates=1'), seen('tr.till > td')"), [
+    expect("rows of a long name, and pictures of what was drawn before or has no modules", browser.run(
+        "go('q=verify'), drawPictures(), go('q=t20.dat'), shown[0].name = 'long '.repeat(99), redraw(), drawPictures(),"
+        "[rows.querySelector('.till').offsetHeight === rowHeight, seen('.till img').length, pictures.size]"), [True, 0, 0])
+    browser.run("shown[0].name = 't20'")
+    expect("a row", browser.run("go('q=verify'), seen('tr.till > td')"), [
         "", "KM096, KM064, MCR", "fiscal keyboard: no; backlight: yes; tracks read: 1,2,3; separator after track 1: none; "
         "separator after track 2: none; separator after track 3: none; auto-read: yes", "4: Composite Keyboard, fiscal "
         "keyboard: yes -> no; Slave Keyboard, Key 97: single key -> unused; Slave Keyboard, Key 105: single key -> double "
@@ -83,24 +88,27 @@ def look_at_sheet(browser):
         True, ["t3"], ["Deviations from the standard: 4", "Devices", "1. Composite Keyboard (KM096)",
                        "2. Slave Keyboard (KM064)", "3. MCR"]])
     expect("keys", browser.run("[...document.querySelectorAll('svg.keys')].map((each) => each.getAttribute('aria-label'))"), [
-        "Keys: 68 single; 2 double, side by side", "Keys: 1 unused; 61 single; 1 double, one below the other"])
+        "single key: 68; double horizontal key: 2", "unused: 1; single key: 61; double vertical key: 1"])
     expect("deviating keys", browser.run("seen('.deviates title')"),
-           ["Key 97: unused", "Key 105: double, one below the other"])
+           ["Key 97: unused", "Key 105: double vertical key"])
 
 
 def use(browser):
     where = "[sheet.open, seen('h2')[0], location.hash]"
     browser.run("go(''), document.querySelector('tr.till button').focus()")
     browser.press("End", "ArrowUp", "Enter", "ArrowRight")
-    expect("opened by keys", browser.run(where), [True, "t99", "#till=t99"])
+    expect("opened by keys", browser.run(where), [True, "t99", "#till=t99&file=setups%2Ft99.dat"])
     browser.press("Escape", "/")
     expect("closed by a key", browser.run("[sheet.open, document.activeElement.id]"), [False, "search"])
     browser.run("go(''); document.querySelector('tr.till td').click()")
-    expect("opened by a click", browser.run(where), [True, "<b>t4", "#till=%3Cb%3Et4"])
-    expect("closed by the address", browser.run("go(''), sheet.open"), False)
+    expect("opened by a click", browser.run(where), [True, "<b>t4", "#till=%3Cb%3Et4&file=setups%2F%3Cb%3Et4.dat"])
+    expect("of a name, that with the file", browser.run("tills[1].name = 't10', go('till=t10&file=setups/t10.dat'), tills[1].name = 't1',"
+                                                       "seen('#sheet-content > .facts')"), ["setups/t10.dat"])
+    expect("closed by the address of a till that is not listed", browser.run("go('till=t10&q=t3'), sheet.open"), False)
+    browser.run("go('')")
     for _ in range(2):
         browser.run("document.querySelector('[data-sort=deviations]').click()")
-    expect("sorted by clicks", browser.run("[names(2), location.hash]"), [["t3", "<b>t4"], "#sort=deviations&down=1"])
+    expect("sorted by clicks", browser.run("[names(2), location.hash]"), [["t20", "t3"], "#sort=deviations&down=1"])
     browser.run("go('failed=1'), byId('all').click(), type('search', 'T20'), type('days', '3')")
     expect("typed", browser.run("[names(3), location.hash]"), [["t200"], "#q=T20&days=3"])
 

@@ -50,7 +50,7 @@ sheet.addEventListener("keydown", (event) => {
   if (event.key === "ArrowRight" && active + 1 < shown.length) openSheet(active + 1);
 });
 sheet.addEventListener("close", () => {
-  state.till = "";
+  state.till = state.file = "";
   keepState();
   activate(active);
 });
@@ -66,8 +66,12 @@ const takeState = () => {
   active = 0;
   list.scrollTop = 0;
   show();
-  if (state.till) openSheet(shown.findIndex((till) => till.name === state.till));
-  else sheet.close();
+  const place = shown.findIndex(isAskedFor);
+  if (place >= 0) openSheet(place);
+  else {
+    state.till = state.file = "";
+    sheet.close();
+  }
 };
 addEventListener("hashchange", takeState);
 

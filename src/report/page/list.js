@@ -12,15 +12,26 @@ let active = 0;
 let rowHeight = 56;
 
 const pictures = new Map();
-const pictureOf = ({ picture }) => {
+// Of a setup without modules there is none.
+const pictureOf = ({ picture }, alt = "") => {
+  if (data.pictures[picture].length === 0) return "";
   if (!pictures.has(picture)) {
     const lines = data.pictures[picture].flatMap(([first, count]) => data.lines.slice(first, first + count));
     pictures.set(picture, URL.createObjectURL(new Blob([lines.join("\n")], { type: "image/svg+xml" })));
   }
   const image = element("img");
   image.src = pictures.get(picture);
-  image.alt = "";
+  image.alt = alt;
   return image;
+};
+// What is neither drawn nor in the sheet is made again when it is.
+const forgetPictures = () => {
+  const used = new Set([...document.images].map((image) => image.src));
+  for (const [picture, address] of pictures) {
+    if (used.has(address)) continue;
+    URL.revokeObjectURL(address);
+    pictures.delete(picture);
+  }
 };
 
 const resultSpan = (result) => element("span", result.failed ? "bad" : result.outcome, resultWords(result));
@@ -36,7 +47,7 @@ const cellOf = (className, text) => {
 const resultCell = (result) => {
   const cell = cellOf("result", "");
   if (!result) return cell;
-  cell.firstChild.title = result.message ?? "";
+  cell.firstChild.title = resultWords(result) + (result.message ? `. ${result.message}` : "");
   cell.firstChild.append(resultSpan(result), result.message ? ` ${result.message}` : "");
   return cell;
 };
@@ -53,7 +64,10 @@ const deviationsCell = (till) => {
 const nameCell = (name, isActive) => {
   const cell = element("th", "name");
   cell.scope = "row";
-  const button = element("button", "", name);
+  const button = element("button");
+  const text = element("span", "text", name);
+  text.title = name;
+  button.append(text);
   button.type = "button";
   button.tabIndex = isActive ? 0 : -1;
   cell.append(button);
@@ -100,6 +114,7 @@ const drawPictures = () => {
     const cell = row.querySelector(".picture"), { setup } = shown[place];
     if (setup && !cell.firstChild) cell.append(pictureOf(setup));
   }
+  forgetPictures();
 };
 
 // A picture takes longer than all else of a row: it waits until the list stands still.

@@ -1,8 +1,7 @@
 // The sheet of a till: all that is known of it, with its keys.
 const sheet = byId("sheet");
 const Cell = 44;
-const KeyNames = { 1: "single", 2: "double, one below the other", 3: "double, side by side", 4: "quadruple",
-  0: "unused" };
+const KeyNames = data.keyTypes;
 
 // The keys of a map with where they are; covered positions are part of their larger key.
 const keysOf = ({ map, columns, first }) => {
@@ -44,9 +43,9 @@ const keyGrid = (module, deviating) => {
   const count = {};
   for (const { type } of keys) count[type] = (count[type] ?? 0) + 1;
   const words = Object.keys(KeyNames).filter((type) => count[type])
-    .map((type) => `${count[type]} ${KeyNames[type]}`);
+    .map((type) => `${KeyNames[type]}: ${count[type]}`);
   const grid = drawing("svg", { class: "keys", viewBox: `0 0 ${width} ${height}`, width, height, role: "img",
-    "aria-label": `Keys: ${words.join("; ")}` });
+    "aria-label": words.join("; ") });
   grid.append(...keys.map((key) => keyShape(key, deviating.has(key.number))));
   return grid;
 };
@@ -80,13 +79,11 @@ const sheetParts = (till) => {
   const texts = textOf(till);
   if (texts.length > 0) parts.push(element("h3", "", `Deviations from the standard: ${texts.length}`), listOf(texts));
   if (till.setup) {
-    const picture = pictureOf(till.setup);
-    picture.alt = `Picture of ${till.setup.names}`;
     const modules = element("div");
     modules.id = "sheet-modules";
     const deviating = deviatingKeys(texts);
     modules.append(...till.setup.modules.map((each) => moduleSection(data.modules[each], deviating)));
-    parts.push(element("h3", "", "Devices"), picture, modules);
+    parts.push(element("h3", "", "Devices"), pictureOf(till.setup, `Picture of ${till.setup.names}`), modules);
   }
   return parts;
 };
@@ -101,6 +98,7 @@ const openSheet = (place) => {
   byId("previous").disabled = place === 0;
   byId("next").disabled = place === shown.length - 1;
   state.till = till.name;
+  state.file = till.file ?? "";
   keepState();
   if (!sheet.open) sheet.showModal();
   byId("sheet-content").focus();

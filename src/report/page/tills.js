@@ -52,12 +52,14 @@ const sortings = {
 const readState = () => {
   const asked = new URLSearchParams(location.hash.slice(1));
   const state = { q: asked.get("q") ?? "", days: asked.get("days") ?? "", sort: asked.get("sort") ?? "",
-    down: asked.has("down"), till: asked.get("till") ?? "" };
+    down: asked.has("down"), till: asked.get("till") ?? "", file: asked.get("file") ?? "" };
   for (const check of checks) state[check] = asked.has(check);
   return state;
 };
 let state = readState();
 let shown = tills;
+// Names need not be unique, and tills may share a file.
+const isAskedFor = (till) => till.name === state.till && (!state.file || till.file === state.file);
 
 const keepState = () => {
   const asked = new URLSearchParams();
