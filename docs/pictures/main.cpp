@@ -1,11 +1,11 @@
 // kelvora-pictures LANGUAGE PROGRAMFOLDER EXAMPLES OUT: makes the help's pictures in one language.
 #include <QApplication>
-#include <QLibraryInfo>
 #include <QTranslator>
 #include <cstdio>
 #include <exception>
 
 #include "Scenes.h"
+#include "windows/forms/QtTexts.h"
 
 int main(int argc, char* argv[])
 {
@@ -15,11 +15,8 @@ int main(int argc, char* argv[])
         std::fputs("usage: kelvora-pictures LANGUAGE PROGRAMFOLDER EXAMPLES OUT\n", stderr);
         return 2;
     }
-    // Qt's own buttons speak the language too.
     QTranslator translator;
-    if (translator.load(arguments[1] == "ITA" ? QStringLiteral("qtbase_it") : QStringLiteral("qtbase_en"),
-                        QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QCoreApplication::installTranslator(&translator);
+    kelvora::TranslateQt(translator, arguments[1].toStdString());
     try {
         kelvora::TakeAll(arguments[1].toStdString(), {arguments[2], arguments[3]},
                          kelvora::Photographer(arguments[4]));

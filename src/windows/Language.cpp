@@ -1,5 +1,7 @@
 #include "windows/Language.h"
 
+#include <algorithm>
+
 #include "platform/Encoding.h"
 #include "setup/SetupError.h"
 #include "setup/SetupErrorText.h"
@@ -23,7 +25,7 @@ constexpr StartTexts ItalianStart{"errore file di sistema - default di programma
 
 const StartTexts& TextsOf(std::string_view language)
 {
-    return language == Italian ? ItalianStart : EnglishStart;
+    return language == "ITA" ? ItalianStart : EnglishStart;
 }
 
 std::string StartTitle()
@@ -46,6 +48,37 @@ std::string PersonalOrShared(const Files& files, const LanguageFolders& folders,
             return personal;
     }
     return std::string(ProgramParent(folders)) + "/" + name;
+}
+
+std::string SettingsFile(const Files& files, const LanguageFolders& folders, const std::string& code)
+{
+    return PersonalOrShared(files, folders, "Zel" + code + ".ini");
+}
+
+// The code in the name of a message file; empty for another name.
+std::string LanguageOf(std::string_view name)
+{
+    constexpr std::string_view Before = "Zel", After = ".mes";
+    constexpr std::size_t CodeLength = 3;
+    const auto isCapital = [](char c) { return c >= 'A' && c <= 'Z'; };
+    if (name.size() != Before.size() + CodeLength + After.size() || !name.starts_with(Before) ||
+        !name.ends_with(After))
+        return {};
+    const std::string_view code = name.substr(Before.size(), CodeLength);
+    return std::ranges::all_of(code, isCapital) ? std::string(code) : std::string();
+}
+
+std::string NameOf(const Files& files, const LanguageFolders& folders, const std::string& code)
+{
+    try {
+        const MessageCatalogue catalogue(files.Read(MessageFile(folders, code)), code);
+        if (catalogue.Has(static_cast<std::int16_t>(Message::LanguageName.id)))
+            return catalogue.Caption(Message::LanguageName);
+    } catch (const FileError&) {
+        // Told when it is chosen.
+        return code;
+    }
+    return code;
 }
 
 void WarnOfDefaults(Prompt& prompt, std::string_view language, const std::string& description)
@@ -101,7 +134,7 @@ std::optional<MessageCatalogue> LoadLanguage(const Files& files, Prompt& prompt,
     const std::string selection = LanguageSelectionFile(files, folders);
     LoadOrWarn(prompt, language, selection, [&] { language = ReadLanguageSelection(files.Read(selection)); });
 
-    const std::string settings = PersonalOrShared(files, folders, "Zel" + language + ".ini");
+    const std::string settings = SettingsFile(files, folders, language);
     const bool loaded = LoadOrWarn(prompt, language, settings, [&] {
         const PortDefaults defaults =
             ReadLanguageSettings(files.Read(settings), {main.CommsPort, main.PortSettings});
@@ -163,18 +196,21 @@ bool Language::Change(const std::string& code)
     return true;
 }
 
-std::vector<std::string> Language::Available() const
+std::vector<OfferedLanguage> Language::Offered() const
 {
-    std::vector<std::string> found;
-    for (const std::string_view code : {DefaultLanguage, Italian})
-        if (files_.Exists(MessageFile(folders_, code)))
-            found.emplace_back(code);
-    return found;
+    std::vector<OfferedLanguage> offered;
+    for (const std::string& file : files_.List(folders_.program)) {
+        const std::string code = LanguageOf(file);
+        if (!code.empty() && files_.Exists(SettingsFile(files_, folders_, code)))
+            offered.push_back({code, NameOf(files_, folders_, code)});
+    }
+    return offered;
 }
 
 std::string Language::HelpFolder() const
 {
-    return folders_.program + "/Fenho" + Code();
+    const std::string help = folders_.program + "/Fenho";
+    return help + (files_.Exists(help + Code()) ? Code() : std::string(DefaultLanguage));
 }
 
 }  // namespace kelvora

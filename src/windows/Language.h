@@ -20,9 +20,14 @@ struct LanguageFolders {
     std::string person;   ///< a person's own ini files, read in their place where present; empty for none
 };
 
-/// Languages that the program has a message file for, by their codes.
+/// The code of the language that serves where another one cannot. All others are known by their files alone.
 inline constexpr std::string_view DefaultLanguage = "ENG";
-inline constexpr std::string_view Italian = "ITA";
+
+/// A language that can be chosen.
+struct OfferedLanguage {
+    std::string code;
+    std::string name;  ///< in the language itself, with its mnemonic; the code where its texts do not say
+};
 
 /// The path of the selection file to read: the person's own where there is one.
 std::string LanguageSelectionFile(const Files& files, const LanguageFolders& folders);
@@ -60,11 +65,15 @@ public:
     /// message and holds for this run.
     bool Change(const std::string& code);
 
-    /// The code of the language spoken, and those whose message files are there.
+    /// The code of the language spoken.
     const std::string& Code() const { return texts_.Catalogue().Language(); }
-    std::vector<std::string> Available() const;
 
-    /// The folder of its help pages, the counterpart of a help file beside the program.
+    /// The languages that have both a message file and a settings file, by their codes. A damaged message
+    /// file is among them: choosing it tells why it cannot be had.
+    std::vector<OfferedLanguage> Offered() const;
+
+    /// The folder of its help pages, the counterpart of a help file beside the program; the English ones
+    /// where it has none.
     std::string HelpFolder() const;
 
 private:

@@ -186,6 +186,8 @@ TEST_F(LayoutForm, LanguageChangeRetextsEveryWindowAndIsKept)
 {
     const LanguageFolders folders{Folder(), Folder()};
     const std::string header = "000, Dravon Messages \r\n";
+    for (const char* const settings : {"/ZelENG.ini", "/ZelITA.ini"})
+        files.Write(Folder() + settings, "");
     files.Write(MessageFile(folders, "ENG"), header);
     files.Write(MessageFile(folders, "ITA"), header + "301, &Nuovo \r\n590, Pronto \r\n622, Tastiera \r\n");
     Trigger(Command::LayoutMenuAddKBMASTER);

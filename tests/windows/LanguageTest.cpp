@@ -90,6 +90,28 @@ TEST(Language, FallsBackWithAWarning)
     }
 }
 
+TEST(Language, OffersWhatHasTextsAndSettings)
+{
+    Start start;
+    const std::string header(CatalogueHeader);
+    const std::string program = start.folders.program;
+    for (const char* const name : {"ZelFRA.mes", "ZelABCD.mes", "Zelabc.mes", "ZelDEU.mes.bak", "FenhoDEU"})
+        start.files.content[program + "/" + name] = header + "489, Wrong \r\n";
+    start.files.content[program + "/ZelDEU.mes"] = header + "489, &Deutsch \r\n";
+    start.files.content["/home/p/Kelvora/ZelDEU.ini"] = "";
+    start.files.unreadable = {program + "/ZelITA.mes"};
+    Texts texts(start.prompt);
+    Language language(start.files, start.prompt, texts, start.folders);
+    std::string offered;
+    for (const OfferedLanguage& each : language.Offered())
+        offered += each.code + " " + each.name + ", ";
+    EXPECT_EQ(offered, "DEU &Deutsch, ENG ENG, ITA ITA, ") << "by its code where the texts do not name it";
+
+    EXPECT_EQ(language.HelpFolder(), "/opt/k/bin/FenhoENG");
+    ASSERT_TRUE(language.Change("DEU"));
+    EXPECT_EQ(language.HelpFolder(), "/opt/k/bin/FenhoDEU");
+}
+
 TEST(Language, DescribesARejectedText)
 {
     EXPECT_EQ(DescribeSetupError({}, {SetupErrorNumber::LineRejected, 7, Expected::Tracks}),

@@ -122,7 +122,7 @@ void MDIForm1::ConnectMenus()
     menu_.listWindows = [this](QMenu& menu) { setups_.List(menu); };
     menu_.listComparisons = [this](QMenu& menu) { comparisons_.List(menu); };
     menu_.isPortAvailable = [this](int port) { return program_.lines.IsAvailable(port); };
-    menu_.languages = [this] { return program_.language.Available(); };
+    menu_.languages = [this] { return program_.language.Offered(); };
     menu_.language = [this] { return program_.language.Code(); };
     connect(&menu_, &MainMenu::recentFileChosen, &setups_, &SetupWindows::OpenRecent);
     connect(&menu_, &MainMenu::clearRecentChosen, this, [this] { memory_.ClearRecentFiles(); });

@@ -3,7 +3,6 @@
 #include <QFileInfo>
 
 #include "platform/qt/Text.h"
-#include "windows/Language.h"
 
 namespace kelvora {
 
@@ -167,14 +166,14 @@ void MainMenu::MakeViewMenu(QMenuBar& bar)
 void MainMenu::ListLanguages()
 {
     languages_->clear();
-    for (const std::string& code : languages()) {
+    for (const auto& [code, name] : languages()) {
         // Each in its own language, for one who cannot read the present one.
-        QAction* entry =
-            languages_->addAction(code == Italian ? QStringLiteral("&Italiano") : QStringLiteral("&English"));
+        QAction* entry = languages_->addAction(ToQString(name));
         entry->setObjectName(QStringLiteral("Language") + ToQString(code));
         entry->setCheckable(true);
         entry->setChecked(code == language());
-        connect(entry, &QAction::triggered, languages_, [this, code] { emit languageChosen(code); });
+        connect(entry, &QAction::triggered, languages_,
+                [this, chosen = code] { emit languageChosen(chosen); });
     }
 }
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "catalogue/MessageCatalogue.h"
+#include "windows/Language.h"
 #include "windows/forms/Commands.h"
 
 namespace kelvora {
@@ -31,8 +32,8 @@ public:
     /// The ports of the Communications menu, 1 to 4.
     std::function<bool(int port)> isPortAvailable;
 
-    /// The languages to choose from, and the one in force, by their codes.
-    std::function<std::vector<std::string>()> languages;
+    /// The languages to choose from, and the code of the one in force.
+    std::function<std::vector<OfferedLanguage>()> languages;
     std::function<std::string()> language;
 
     /// Enables the submenus as a whole.

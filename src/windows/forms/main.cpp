@@ -3,7 +3,6 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFileInfo>
-#include <QLibraryInfo>
 #include <QLocale>
 #include <QSocketNotifier>
 #include <QStandardPaths>
@@ -35,6 +34,7 @@
 #include "recovery/posix/RecoveryFolder.h"
 #include "windows/forms/Icons.h"
 #include "windows/forms/MDIForm1.h"
+#include "windows/forms/QtTexts.h"
 #include "windows/forms/SingleCopy.h"
 
 namespace kelvora {
@@ -78,15 +78,6 @@ std::string StateFolder()
     if (!QDir::isAbsolutePath(state))
         state = QDir::homePath() + QStringLiteral("/.local/state");
     return PathFromQString(state + QStringLiteral("/Kelvora"));
-}
-
-// Qt's own dialogs speak the program's language too.
-void TranslateQt(QTranslator& translator, const MessageCatalogue& catalogue)
-{
-    const QString language = catalogue.Language() == Italian ? QStringLiteral("it") : QStringLiteral("en");
-    if (translator.load(QStringLiteral("qtbase_") + language,
-                        QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QCoreApplication::installTranslator(&translator);
 }
 
 struct Arguments {
@@ -242,7 +233,7 @@ int Run(QApplication& application, StopSignal& stopSignal)
     if (!program.language.Load(program.main))
         return 1;
     QTranslator translator;
-    TranslateQt(translator, program.texts.Catalogue());
+    TranslateQt(translator, program.language.Code());
     QDir().mkpath(PathToQString(folders.person));
 
     MDIForm1 window(program, PathToQString(folders.person), &machine);
@@ -254,7 +245,7 @@ int Run(QApplication& application, StopSignal& stopSignal)
     });
     BenchProcess bench;
     QObject::connect(&window, &MDIForm1::languageChanged,
-                     [&] { TranslateQt(translator, program.texts.Catalogue()); });
+                     [&] { TranslateQt(translator, program.language.Code()); });
     QObject::connect(&window, &MDIForm1::shutdownBegun, &copy, &SingleCopy::StopListening);
     QObject::connect(&copy, &SingleCopy::filesHandedOver, &window, &MDIForm1::OpenFiles);
     QObject::connect(&window, &MDIForm1::closed, &application, &QCoreApplication::quit);
