@@ -1,12 +1,9 @@
 #include "Photographer.h"
 
-#include <QApplication>
-#include <QDialog>
+#include <QCoreApplication>
 #include <QDir>
 #include <QPainter>
 #include <QPixmap>
-#include <QTimer>
-#include <exception>
 #include <stdexcept>
 
 namespace kelvora {
@@ -65,36 +62,6 @@ void Photographer::Save(const QImage& picture, const QString& name) const
     const QString path = folder_ + '/' + name + ".png";
     if (!picture.save(path))
         throw std::runtime_error(path.toStdString() + ": cannot be written");
-}
-
-void Photographer::TakeDialog(const std::function<void()>& open,
-                              const std::function<void(QWidget&)>& act) const
-{
-    bool seen = false;
-    std::exception_ptr failure;
-    QTimer watch;
-    watch.callOnTimeout([&] {
-        QWidget* const modal = QApplication::activeModalWidget();
-        if (!modal)
-            return;
-        watch.stop();
-        seen = true;
-        try {
-            act(*modal);
-        } catch (...) {
-            // Qt's event loop must not see it; it goes on below.
-            failure = std::current_exception();
-        }
-        // Not closed: a window may ask whether it may.
-        if (modal->isVisible())
-            modal->hide();
-    });
-    watch.start(0);
-    open();
-    if (failure)
-        std::rethrow_exception(failure);
-    if (!seen)
-        throw std::runtime_error("no dialog came");
 }
 
 }  // namespace kelvora

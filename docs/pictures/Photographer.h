@@ -1,27 +1,20 @@
 // Takes pictures of windows and writes them as files.
 #pragma once
 
-#include <QImage>
-#include <QString>
-#include <QWidget>
-#include <functional>
+#include "Viewer.h"
 
 namespace kelvora {
 
-class Photographer {
+class Photographer final : public Viewer {
 public:
     /// Makes the folder. Throws std::runtime_error.
     explicit Photographer(const QString& folder);
 
-    /// Writes the window as "NAME.png". Throws std::runtime_error.
-    void Take(QWidget& window, const QString& name) const;
+    /// Writes the window as "NAME.png".
+    void Take(QWidget& window, const QString& name) const override;
 
-    /// Writes a picture as "NAME.png", with a thin edge. Throws std::runtime_error.
-    void Keep(QImage picture, const QString& name) const;
-
-    /// Does `open`, and `act` with the dialog that it opens and waits for; the dialog is closed after that.
-    /// Throws std::runtime_error when none comes, and what `act` throws.
-    void TakeDialog(const std::function<void()>& open, const std::function<void(QWidget&)>& act) const;
+    /// Writes the picture as "NAME.png", with a thin edge.
+    void Keep(QImage picture, const QString& name) const override;
 
 private:
     void Save(const QImage& picture, const QString& name) const;

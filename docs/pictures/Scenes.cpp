@@ -87,9 +87,9 @@ Widget& Find(QWidget& form, const char* name)
 
 class Studio {
 public:
-    Studio(const std::string& language, const SceneFolders& folders, const Photographer& photographer)
+    Studio(const std::string& language, const SceneFolders& folders, const Viewer& viewer)
         : folders_(folders),
-          photographer_(photographer),
+          viewer_(viewer),
           names_(files_, "/home/shop/.config/Kelvora/ports.ini", {}),
           program_(
               {files_, prompt_, dialogs_, loop_, {&port_}, &kept_.journal, "/home/shop/.local/share/Kelvora"},
@@ -131,15 +131,14 @@ private:
     }
     void TakeDialogOf(Command command, const QString& name)
     {
-        photographer_.TakeDialog([&] { Run(command); },
-                                 [&](QWidget& dialog) { photographer_.Take(dialog, name); });
+        viewer_.TakeDialog([&] { Run(command); }, [&](QWidget& dialog) { viewer_.Take(dialog, name); });
     }
     StripView& Strip() { return window_->ActiveSetup()->Strip(); }
     SetupSession& Session() { return window_->ActiveSetup()->Session(); }
 
     QTemporaryDir folder_;
     SceneFolders folders_;
-    const Photographer& photographer_;
+    const Viewer& viewer_;
     MemoryJournal kept_;
     FakeFiles files_ = FilesWithPort();
     FakePrompt prompt_;
@@ -161,7 +160,7 @@ void Studio::TakeSetup()
     const std::string till = "/home/shop/till.dat";
     files_.content[till] = PosixFiles().Read(PathFromQString(folders_.examples) + "/all-four.dat");
     window_->OpenFiles({PathToQString(till)});
-    photographer_.Take(*window_, "main");
+    viewer_.Take(*window_, "main");
     Strip().Button(StripButton::MCR).setFocus();
     TakeDialogOf(Command::LayoutMenuOptions, "options");
 }
@@ -172,7 +171,7 @@ void Studio::TakePlacing()
     for (const Command add : {Command::FileMenuNew, Command::LayoutMenuAddKBMASTER,
                               Command::LayoutMenuAddKB64, Command::LayoutMenuAddMCR})
         Run(add);
-    photographer_.Take(*window_, "placing");
+    viewer_.Take(*window_, "placing");
     QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
     QCoreApplication::sendEvent(&Strip(), &escape);
     prompt_.answers = {Answer::No};
@@ -192,32 +191,32 @@ void Studio::TakePaper()
     }
     SetupsDialog comparison(program_.texts.Catalogue(), std::move(before), std::move(after), window_.get());
     comparison.show();
-    photographer_.Take(comparison, "setups");
+    viewer_.Take(comparison, "setups");
     const std::string sheet = "/home/shop/till.png";
     dialogs_.choices = {{sheet, "/home/shop", 2}};
     Run(Command::FileMenuExport);
     const QImage picture = QImage::fromData(QByteArray::fromStdString(files_.content.at(sheet)), "PNG");
-    photographer_.Keep(picture.scaledToWidth(SheetWidth, Qt::SmoothTransformation), "sheet");
+    viewer_.Keep(picture.scaledToWidth(SheetWidth, Qt::SmoothTransformation), "sheet");
 }
 
 void Studio::TakeKeys()
 {
-    photographer_.TakeDialog([&] { Strip().Button(StripButton::Master).click(); },
-                             [&](QWidget& form) {
-                                 // Some keys that are not what they were at first: a double one and a
-                                 // quadruple one.
-                                 const auto press = [&](Qt::Key key, const QString& text) {
-                                     QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
-                                     QCoreApplication::sendEvent(form.focusWidget(), &event);
-                                 };
-                                 for (int step = 0; step < 4; ++step)
-                                     press(Qt::Key_Down, {});
-                                 press(Qt::Key_2, QStringLiteral("2"));
-                                 for (int step = 0; step < 3; ++step)
-                                     press(Qt::Key_Right, {});
-                                 press(Qt::Key_4, QStringLiteral("4"));
-                                 photographer_.Take(form, "keys");
-                             });
+    viewer_.TakeDialog([&] { Strip().Button(StripButton::Master).click(); },
+                       [&](QWidget& form) {
+                           // Some keys that are not what they were at first: a double one and a
+                           // quadruple one.
+                           const auto press = [&](Qt::Key key, const QString& text) {
+                               QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier, text);
+                               QCoreApplication::sendEvent(form.focusWidget(), &event);
+                           };
+                           for (int step = 0; step < 4; ++step)
+                               press(Qt::Key_Down, {});
+                           press(Qt::Key_2, QStringLiteral("2"));
+                           for (int step = 0; step < 3; ++step)
+                               press(Qt::Key_Right, {});
+                           press(Qt::Key_4, QStringLiteral("4"));
+                           viewer_.Take(form, "keys");
+                       });
 }
 
 void Studio::TakeLine()
@@ -226,18 +225,18 @@ void Studio::TakeLine()
     TakeDialogOf(Command::CommunicationsMenuSettings, "settings");
     Run(Command::ViewMenuLineMonitor);
     loop_.After(milliseconds(4000), [&] {
-        photographer_.Take(*window_, "scan");
+        viewer_.Take(*window_, "scan");
         QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
         QCoreApplication::sendEvent(window_.get(), &escape);
         auto* const abort = window_->findChild<frmAbort*>();
-        photographer_.Take(*abort, "stop");
+        viewer_.Take(*abort, "stop");
         Find<QAbstractButton>(*abort, "ContinueCommand").click();
     });
     Run(Command::FileMenuScan);
     for (QWidget* const widget : QApplication::topLevelWidgets())
         if (auto* const monitor = dynamic_cast<LineMonitorWindow*>(widget)) {
             monitor->resize(WindowSize);
-            photographer_.Take(*monitor, "monitor");
+            viewer_.Take(*monitor, "monitor");
             monitor->close();
         }
 }
@@ -248,30 +247,28 @@ void Studio::TakeFlash()
     for (ModuleRecord& record : document.Modules)
         if (record.Kind == ModuleKind::KM064)
             record.KeyMap.replace(0, 3, "010");
-    photographer_.TakeDialog([&] { Run(Command::ToolsMenuFlashDownload); },
-                             [&](QWidget& question) {
-                                 photographer_.Take(question, "download");
-                                 photographer_.TakeDialog(
-                                     [&] { Find<QAbstractButton>(question, "Compare").click(); },
-                                     [&](QWidget& comparison) {
-                                         comparison.resize(WindowSize);
-                                         photographer_.Take(comparison, "compare");
-                                     });
-                             });
+    viewer_.TakeDialog([&] { Run(Command::ToolsMenuFlashDownload); },
+                       [&](QWidget& question) {
+                           viewer_.Take(question, "download");
+                           viewer_.TakeDialog([&] { Find<QAbstractButton>(question, "Compare").click(); },
+                                              [&](QWidget& comparison) {
+                                                  comparison.resize(WindowSize);
+                                                  viewer_.Take(comparison, "compare");
+                                              });
+                       });
     TakeDialogOf(Command::ToolsMenuFlashBackups, "backups");
 }
 
 void Studio::TakeWizard()
 {
-    photographer_.TakeDialog([&] { Run(Command::EpromWizard); },
-                             [&](QWidget& wizard) { TakeWizardPages(wizard); });
+    viewer_.TakeDialog([&] { Run(Command::EpromWizard); }, [&](QWidget& wizard) { TakeWizardPages(wizard); });
 }
 
 void Studio::TakeWizardPages(QWidget& wizard)
 {
     constexpr std::array Pages{"identity-start", "identity-cables", "identity-line", "identity-table"};
     for (const char* const page : Pages) {
-        photographer_.Take(wizard, QLatin1String(page));
+        viewer_.Take(wizard, QLatin1String(page));
         if (page != Pages.back())
             Find<QAbstractButton>(wizard, "NextCommand").click();
     }
@@ -279,8 +276,8 @@ void Studio::TakeWizardPages(QWidget& wizard)
     auto& list = Find<QComboBox>(wizard, "NewDev3");
     list.setCurrentIndex(Identity);
     emit list.activated(Identity);
-    photographer_.TakeDialog([&] { Find<QAbstractButton>(wizard, "UpdateCommand").click(); },
-                             [&](QWidget& question) { photographer_.Take(question, "identity-write"); });
+    viewer_.TakeDialog([&] { Find<QAbstractButton>(wizard, "UpdateCommand").click(); },
+                       [&](QWidget& question) { viewer_.Take(question, "identity-write"); });
 }
 
 // One till that failed, one that is worked on, and two that are done.
@@ -309,7 +306,7 @@ void Studio::TakeSeries()
         runners.at(0)->Say(FakeSeriesRunner::Verdict(1, terminal, result));
     runners.at(1)->Say({.kind = Kind::Found, .line = 2, .terminal = "TILL 08"});
     runners.at(1)->Say(FakeSeriesRunner::Verdict(2, "TILL 08", Result::Done));
-    photographer_.Take(series, "series");
+    viewer_.Take(series, "series");
     for (FakeSeriesRunner* const runner : runners)
         runner->onEnd({});
 }
@@ -321,16 +318,16 @@ void Studio::TakeJournal()
         if (auto* const journal = dynamic_cast<JournalWindow*>(widget)) {
             journal->resize(WindowSize);
             Find<QTableView>(*journal, "Entries").selectRow(0);
-            photographer_.Take(*journal, "journal");
+            viewer_.Take(*journal, "journal");
             journal->close();
         }
 }
 
 }  // namespace
 
-void TakeAll(const std::string& language, const SceneFolders& folders, const Photographer& photographer)
+void TakeAll(const std::string& language, const SceneFolders& folders, const Viewer& viewer)
 {
-    Studio studio(language, folders, photographer);
+    Studio studio(language, folders, viewer);
     studio.TakeSetup();
     studio.TakePlacing();
     studio.TakePaper();

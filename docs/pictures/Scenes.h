@@ -4,7 +4,7 @@
 #include <QString>
 #include <string>
 
-#include "Photographer.h"
+#include "Viewer.h"
 #include "windows/Program.h"
 
 namespace kelvora {
@@ -14,7 +14,7 @@ struct SceneFolders {
     QString examples;  ///< setup files
 };
 
-/// Takes every picture in that language. Throws std::runtime_error.
-void TakeAll(const std::string& language, const SceneFolders& folders, const Photographer& photographer);
+/// Shows the viewer every window in that language. Throws std::runtime_error.
+void TakeAll(const std::string& language, const SceneFolders& folders, const Viewer& viewer);
 
 }  // namespace kelvora

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <exception>
 
+#include "Photographer.h"
 #include "Scenes.h"
 #include "windows/forms/QtTexts.h"
 
