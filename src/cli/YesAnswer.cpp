@@ -11,27 +11,40 @@ namespace kelvora {
 
 namespace {
 
-constexpr std::array<std::string_view, 2> English{"y", "yes"};
-// The accent in UTF-8, small and capital, and in the terminals' older encoding.
-constexpr std::array<std::string_view, 6> YesInItalian{"s", "si", "s\xC3\xAC", "s\xC3\x8C", "s\xEC", "s\xCC"};
+struct YesWord {
+    std::string_view locale;  ///< how the locales begin in which it is one
+    std::string_view word;
+};
+
+// The accents in UTF-8, small and capital, and in the terminals' older encoding.
+constexpr auto YesWords = std::to_array<YesWord>({{"", "y"},
+                                                  {"", "yes"},
+                                                  {"it", "s"},
+                                                  {"it", "si"},
+                                                  {"it", "s\xC3\xAC"},
+                                                  {"it", "s\xC3\x8C"},
+                                                  {"it", "s\xEC"},
+                                                  {"it", "s\xCC"},
+                                                  {"de", "j"},
+                                                  {"de", "ja"}});
 
 }  // namespace
 
-bool IsYes(std::string_view line, bool isItalian)
+bool IsYes(std::string_view line, std::string_view locale)
 {
     line = line.substr(0, line.find_last_not_of("\r\n") + 1);
-    const std::string word = LowerCase(Trim(line));
-    return std::ranges::find(English, word) != English.end() ||
-           (isItalian && std::ranges::find(YesInItalian, word) != YesInItalian.end());
+    const std::string typed = LowerCase(Trim(line));
+    return std::ranges::any_of(
+        YesWords, [&](const YesWord& yes) { return locale.starts_with(yes.locale) && typed == yes.word; });
 }
 
-bool HasItalianLocale()
+std::string_view PersonsLocale()
 {
     // The first one that is set decides.
     for (const char* const name : {"LC_ALL", "LC_MESSAGES", "LANG"})
         if (const char* const value = std::getenv(name); value && *value != '\0')
-            return std::string_view(value).starts_with("it");
-    return false;
+            return value;
+    return {};
 }
 
 }  // namespace kelvora

@@ -5,11 +5,11 @@
 
 namespace kelvora {
 
-/// Whether the typed line, with its end or without, says yes: "y" or "yes", with `isItalian` also "s" or
-/// "sì", in letters of any size. Blanks around it do not count.
-bool IsYes(std::string_view line, bool isItalian);
+/// Whether the typed line, with its end or without, says yes: "y" or "yes", where `locale` is Italian also
+/// "s" or "sì", where it is German "j" or "ja", in letters of any size. Blanks around it do not count.
+bool IsYes(std::string_view line, std::string_view locale);
 
-/// Whether the person's locale is an Italian one.
-bool HasItalianLocale();
+/// The person's locale, such as "it_IT.UTF-8"; empty when none is set.
+std::string_view PersonsLocale();
 
 }  // namespace kelvora

@@ -171,11 +171,13 @@ TEST_F(FlashCommandsTest, ADumpThatNamesNoModulesIsRestoredOnTheUsersWord)
 TEST(YesAnswer, KnowsTheWords)
 {
     for (const char* const yes : {"y\n", "Y\n", "yes\r\n", "YES", " Yes "})
-        EXPECT_TRUE(IsYes(yes, false) && IsYes(yes, true)) << yes;
+        EXPECT_TRUE(IsYes(yes, "") && IsYes(yes, "it_IT.UTF-8")) << yes;
     for (const char* const yes : {"s\n", "S", "si", "s\xC3\xAC\n", "S\xC3\x8C\n", "S\xEC"})
-        EXPECT_TRUE(IsYes(yes, true) && !IsYes(yes, false)) << yes;
+        EXPECT_TRUE(IsYes(yes, "it") && !IsYes(yes, "C.UTF-8") && !IsYes(yes, "de_DE")) << yes;
+    for (const char* const yes : {"j\n", "Ja"})
+        EXPECT_TRUE(IsYes(yes, "de_AT") && !IsYes(yes, "en_GB") && !IsYes(yes, "it_CH")) << yes;
     for (const char* const no : {"", "\n", "n", "ye", "yess", "y n", "no"})
-        EXPECT_FALSE(IsYes(no, true)) << no;
+        EXPECT_FALSE(IsYes(no, "it_IT") || IsYes(no, "de_DE")) << no;
 }
 
 TEST_F(FlashCommandsTest, WhatWasReadIsUsedThoughTheLineFailsAfterIt)

@@ -132,7 +132,7 @@ bool QtLineAccess::Ask(const std::string& question)
             return false;
         answer += byte;
     }
-    return IsYes(answer, HasItalianLocale());
+    return IsYes(answer, PersonsLocale());
 }
 
 }  // namespace
