@@ -25,7 +25,7 @@ namespace {
 constexpr QSize InitialSize(1100, 620);
 
 /// Widths of the columns but the last, in characters, in their order.
-constexpr std::array Widths{30, 8, 18, 16, 20, 26, 22, 50, 32, 12};
+constexpr std::array Widths{30, 8, 26, 16, 20, 26, 22, 50, 32, 12};
 
 constexpr std::string_view DumpEnding = ".mem";
 

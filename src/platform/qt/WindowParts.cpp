@@ -33,6 +33,18 @@ QSplitter* SplitDown(QWidget& above, QWidget& below, QWidget& window)
     return split;
 }
 
+void KeepHeadsWhole(QTableView& table)
+{
+    const auto widen = [&table] {
+        const QHeaderView& heads = *table.horizontalHeader();
+        for (int column = 0; column < heads.count(); ++column)
+            table.setColumnWidth(column, std::max(table.columnWidth(column), heads.sectionSizeHint(column)));
+    };
+    widen();
+    // The language may change.
+    QObject::connect(table.model(), &QAbstractItemModel::headerDataChanged, &table, widen);
+}
+
 void ListRows(QTableView& table, std::span<const int> columnWidths)
 {
     table.setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -50,6 +62,7 @@ void ListRows(QTableView& table, std::span<const int> columnWidths)
     table.horizontalHeader()->setHighlightSections(false);
     for (std::size_t column = 0; column < columnWidths.size(); ++column)
         table.setColumnWidth(static_cast<int>(column), columnWidths[column] * metrics.averageCharWidth());
+    KeepHeadsWhole(table);
 }
 
 }  // namespace kelvora

@@ -22,6 +22,9 @@ QPushButton* NamedButton(const char* name, QWidget& window, const QString& text 
 /// The main part of a window above, three times as high as the part below.
 QSplitter* SplitDown(QWidget& above, QWidget& below, QWidget& window);
 
+/// From now on each column of the table, which has its model, is at least as wide as its head.
+void KeepHeadsWhole(QTableView& table);
+
 /// A table for many rows of one height, chosen one at a time; its columns are so many characters wide.
 void ListRows(QTableView& table, std::span<const int> columnWidths);
 

@@ -8,6 +8,7 @@
 #include "journal/JournalFilter.h"
 #include "platform/PortName.h"
 #include "platform/qt/Text.h"
+#include "platform/qt/WindowParts.h"
 
 namespace kelvora {
 
@@ -48,6 +49,7 @@ SeriesTable::SeriesTable(const MessageCatalogue& catalogue, QWidget* parent)
     for (int column = 0; column < static_cast<int>(Widths.size()); ++column)
         setColumnWidth(column,
                        Widths.at(static_cast<std::size_t>(column)) * fontMetrics().averageCharWidth());
+    KeepHeadsWhole(*this);
     empty_->setAlignment(Qt::AlignCenter);
     empty_->setWordWrap(true);
     auto* const over = new QHBoxLayout(viewport());
