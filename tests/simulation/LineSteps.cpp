@@ -1,0 +1,193 @@
+// What a person does with a till from a window, as layout/forms/FlashForms and frmConfigScan do it.
+#include <algorithm>
+
+#include "flash/Backups.h"
+#include "flash/TransferTexts.h"
+#include "layout/FlashTools.h"
+#include "layout/LineScan.h"
+#include "layout/ScanTexts.h"
+#include "simulation/Session.h"
+
+namespace kelvora::simulation {
+
+namespace {
+
+bool IsReleaseTold(const LineWarnings& warnings)
+{
+    return std::ranges::any_of(
+        warnings, [](const LineWarning& warning) { return warning.step == LineWarning::Step::NotReleased; });
+}
+
+}  // namespace
+
+Rules::Work Session::BeginWork(int port)
+{
+    return {.till = *world_.tills.at(static_cast<std::size_t>(port) - 1), .start = world_.loop.Now()};
+}
+
+// While it runs the user may want it to stop, and nothing but what it wants may come into the till.
+void Session::WaitIn(Rules::Work& work, RunningOperation& running)
+{
+    world_.onCommit = [this, &work](Till& till) {
+        Require(&till == &work.till, Rule::Flash, "another till was written");
+        rules_.JudgeCommit(work);
+    };
+    work.till.line.onCommand = [&work](std::string_view command) {
+        constexpr std::string_view Close = "0FB3";
+        work.isHolding = work.isHolding || command == "$9918";
+        work.isCommitting =
+            work.isCommitting || (command.starts_with(Close) && command.size() > Close.size());
+    };
+    const std::size_t stopAfter = world_.random.Once(5) ? world_.waits + world_.random.Scale(12) : 0;
+    world_.whileWaiting = [this, &work, &running, stopAfter] {
+        if (world_.waits == stopAfter && running.IsWorking()) {
+            running.AskToStop();
+            work.stop = world_.loop.Now();
+        }
+    };
+}
+
+// The journal keeps it, or says why not.
+void Session::EndNote(OperationNote& note)
+{
+    world_.onCommit = nullptr;
+    world_.whileWaiting = nullptr;
+    const std::size_t told = world_.told.size();
+    const bool isSound = world_.disk.faults.AreNone();
+    copy_->program.notes.Keep(note);
+    // What fails for the same reason again is told once.
+    if (world_.Moment() && world_.told.size() == told && isSound)
+        rules_.NoteJournalled();
+}
+
+void Session::ScanInto(Window& window, std::optional<WindowFile> before)
+{
+    SetupDesk& desk = copy_->program.desk;
+    const int port = window.session.settings.CommsPort;
+    Rules::Work work = BeginWork(port);
+    WaitIn(work, desk.operation);
+    OperationNote note = desk.notes.Begin(JournalOperation::Scan, port);
+    ScanOutcome outcome;
+    {
+        const LineOperation running(desk.operation, "scan", "scan");
+        outcome = window.session.Scan(running.Hooks());
+    }
+    note.Tell(TargetOf(window.session.settings), outcome.line);
+    if (before || !outcome.document.Modules.empty())
+        window.Push(outcome.document, std::move(before));
+    EndNote(note);
+    if (!world_.Moment())
+        return;
+    Require(!outcome.image || *outcome.image == work.till.Flash(), Rule::Truth,
+            "the scan has read another image");
+    Require(outcome.line.deviceMap.empty() || outcome.line.deviceMap == work.till.DeviceMap(), Rule::Truth,
+            "the scan has read other modules");
+    rules_.JudgeEnd(work, IsReleaseTold(outcome.line.warnings));
+    for (const LaterMessage& message :
+         DescribeScan(desk.Catalogue(), TargetOf(window.session.settings), outcome))
+        desk.Words().Show(message.message, {message.icon}, message.extra);
+}
+
+void Session::Scan()
+{
+    Window& window = AddWindow(SetupMode::Scan);
+    window.session.settings.CommsPort = static_cast<std::int16_t>(world_.random.Below(2) + 1);
+    window.session.Load(std::nullopt);
+    ScanInto(window, std::nullopt);
+}
+
+void Session::Rescan()
+{
+    Window& window = Any();
+    const WindowFile before = window.session.HeldAs();
+    window.session.StartScanning();
+    ScanInto(window, before);
+}
+
+void Session::Transfer(Window& window, const WantedContent& wanted, const std::string& path)
+{
+    SetupDesk& desk = copy_->program.desk;
+    SetupSession& session = window.session;
+    const int port = session.settings.CommsPort;
+    Rules::Work work = BeginWork(port);
+    work.wanted = wanted;
+    WaitIn(work, desk.operation);
+    Backups backups(desk.files.OnDisk(), desk.dataFolder + "/backups");
+    const TransferSteps steps{[&](const TransferPlan& plan) {
+                                  return backups.Keep({port, plan.deviceMap, plan.terminal, plan.held});
+                              },
+                              [&](const TransferPlan& /*plan*/, const std::string& /*backup*/) {
+                                  const OperationQuestion asking(desk.operation);
+                                  Require(!work.till.line.IsHeld() || !work.till.isClean, Rule::Released,
+                                          "the till waits for the user");
+                                  work.isForeign = world_.random.Once(10);
+                                  if (work.isForeign)
+                                      world_.WriteElsewhere(work.till);
+                                  work.isAllowed = world_.Moment() && !world_.random.Once(6);
+                                  return work.isAllowed ? TransferAnswer::Yes : TransferAnswer::No;
+                              }};
+    OperationNote note =
+        desk.notes.Begin(path.empty() ? JournalOperation::Download : JournalOperation::Restore, port);
+    path.empty() ? NoteFile(note, session) : NoteFile(note, desk.files.OnDisk(), path);
+    TransferResult result;
+    {
+        const LineOperation running(desk.operation, "download", "download");
+        result = DownloadFrom(session, wanted, running.Hooks(), steps);
+    }
+    note.Tell(TargetOf(session.settings), result);
+    EndNote(note);
+    if (!world_.Moment())
+        return;
+    rules_.JudgeTransfer(work, result);
+    // Who has just said No knows it.
+    if (result.reason == TransferResult::Reason::Declined)
+        return;
+    const OutcomeText outcome = DescribeTransfer(desk.Catalogue(), TargetOf(session.settings), result);
+    desk.Words().Tell(outcome.text, {outcome.icon});
+}
+
+void Session::Download()
+{
+    Window& window = Any();
+    Transfer(window, window.session.document, {});
+}
+
+void Session::Restore()
+{
+    Window& window = Any();
+    auto opened = OpenDump(window.session);
+    if (!opened)
+        return;
+    opened->dump.isForTheLine = NeedsUsersWord(opened->dump);
+    Transfer(window, opened->dump, opened->path);
+}
+
+void Session::Verify()
+{
+    Window& window = Any();
+    SetupDesk& desk = copy_->program.desk;
+    Rules::Work work = BeginWork(window.session.settings.CommsPort);
+    WaitIn(work, desk.operation);
+    OperationNote note = desk.notes.Begin(JournalOperation::Verify, window.session.settings.CommsPort);
+    VerifyResult result;
+    {
+        const LineOperation running(desk.operation, "verify", "verify");
+        result = VerifyAgainst(window.session, running.Hooks());
+    }
+    note.Tell(TargetOf(window.session.settings), result);
+    EndNote(note);
+    if (world_.Moment())
+        rules_.JudgeVerify(work, result);
+}
+
+void Session::DumpSetup()
+{
+    DumpSetupImage(Any().session);
+}
+
+void Session::DumpDevice()
+{
+    DumpDeviceImage(Any().session);
+}
+
+}  // namespace kelvora::simulation

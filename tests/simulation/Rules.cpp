@@ -1,0 +1,195 @@
+#include "simulation/Rules.h"
+
+#include <algorithm>
+
+#include "flash/DumpSource.h"
+#include "journal/JournalText.h"
+#include "setup/SetupError.h"
+#include "setup/SetupReader.h"
+#include "setup/SetupWriter.h"
+
+namespace kelvora::simulation {
+
+namespace {
+
+constexpr const char* JournalPath = "/sim/data/journal.jsonl";
+constexpr const char* BackupFolder = "/sim/data/backups";
+
+/// A line that works, at 9600 baud; one that does not; a stop, before a commit.
+constexpr std::chrono::seconds CleanBound{90};
+constexpr std::chrono::minutes WorstBound{60};
+constexpr std::chrono::seconds StopBound{8};
+
+std::optional<FlashDump> DumpOf(const std::string& text)
+{
+    try {
+        return ReadDump(text);
+    } catch (const DumpError&) {
+        return std::nullopt;
+    }
+}
+
+std::string Seconds(EventLoop::Time::duration time)
+{
+    return std::to_string(std::chrono::duration_cast<std::chrono::seconds>(time).count()) + " s";
+}
+
+}  // namespace
+
+bool IsWholeFile(const std::string& text)
+{
+    if (text.starts_with('\'') || text.starts_with("0000:")) {
+        const auto dump = DumpOf(text);
+        return dump && text.starts_with(FormatFlashDump(*dump));
+    }
+    try {
+        return text == WriteSetup(ReadSetup(text).Modules) + "\r\n";
+    } catch (const SetupError&) {
+        return false;
+    }
+}
+
+void Rules::NoteSaving(const WatchedFiles::Saving& saving)
+{
+    if (world_.IsDead())
+        return;
+    auto& versions = versions_[saving.path];
+    if (saving.isDone) {
+        versions = {saving.text};
+        saved_.insert(saving.path);
+        return;
+    }
+    const bool isBackup = saving.path.starts_with(BackupFolder);
+    Require(!isBackup || !world_.disk.Content(saving.path), Rule::Backup, saving.path + " is written over");
+    if (versions.empty())
+        versions.push_back(world_.disk.Content(saving.path));
+    versions.push_back(saving.text);
+}
+
+void Rules::NoteForeign(const std::string& path, const std::string& text)
+{
+    versions_[path] = {text};
+}
+
+void Rules::NoteWritten(const std::string& path, bool isTold)
+{
+    const auto now = world_.disk.Content(path);
+    auto& versions = versions_[path];
+    Require(!now || std::ranges::count(versions, now) > 0 || IsWholeFile(*now), Rule::Whole,
+            path + " was written in part");
+    versions = {now};
+    if (isTold)
+        saved_.insert(path);
+}
+
+void Rules::EndStep()
+{
+    for (const std::string& path : saved_)
+        if (!world_.IsDead() && world_.disk.faults.failedSyncs == 0)
+            Require(world_.disk.Certain(path) == versions_[path].front(), Rule::Kept,
+                    path + " was said to be saved and may be lost");
+    saved_.clear();
+    for (auto& [path, versions] : versions_) {
+        const auto now = world_.disk.Content(path);
+        Require(std::ranges::count(versions, now) > 0, versions.size() == 1 ? Rule::Kept : Rule::Whole,
+                path + (now ? " is no version that was saved" : " is gone"));
+        if (world_.WasPowerCut())
+            versions = {now};
+    }
+    CheckJournal();
+}
+
+void Rules::CheckJournal() const
+{
+    const auto text = world_.disk.Content(JournalPath);
+    JournalContent content;
+    if (text)
+        TakeJournalText(content, *text);
+    Require(content.entries.size() >= journalled_, Rule::Kept,
+            "the journal has " + std::to_string(content.entries.size()) + " of " +
+                std::to_string(journalled_) + " entries");
+}
+
+FlashImage Rules::Wanted(const WantedContent& wanted, const FlashImage& held)
+{
+    if (const auto* const dump = std::get_if<FlashDump>(&wanted))
+        return dump->image;
+    const auto built = BuildSetupImage(std::get<SetupDocument>(wanted), &held);
+    const auto* const image = std::get_if<FlashImage>(&built);
+    return image ? *image : held;
+}
+
+bool Rules::IsKept(const FlashImage& image) const
+{
+    for (const std::string& name : world_.disk.List(BackupFolder))
+        if (const auto text = world_.disk.Certain(std::string(BackupFolder) + "/" + name))
+            if (const auto dump = DumpOf(*text); dump && dump->image == image)
+                return true;
+    return false;
+}
+
+void Rules::JudgeCommit(const Work& work)
+{
+    FlashImage held{};
+    std::ranges::copy(work.till.held, held.begin());
+    Require(work.wanted.has_value(), Rule::Flash, "it was written by an operation that only reads");
+    Require(work.isAllowed, Rule::Flash, "it was written before the user had said so");
+    Require(work.till.Flash() == Wanted(*work.wanted, held), Rule::Flash, "it holds what nobody wanted");
+    Require(IsKept(held), Rule::Backup, "what the device held is not safe");
+}
+
+void Rules::JudgeTransfer(const Work& work, const TransferResult& result)
+{
+    using State = TransferResult::State;
+    const FlashImage now = work.till.Flash();
+    const bool isHeld = !result.plan || now == result.plan->held;
+    const bool isWanted = result.plan && now == result.plan->wanted;
+    switch (result.state) {
+        case State::Old:
+        case State::Same:
+            Require(isHeld || work.isForeign, Rule::Truth,
+                    "the device does not hold what it held, as was told");
+            break;
+        case State::New:
+            Require(isWanted, Rule::Truth, "the device does not hold the new content, as was told");
+            break;
+        case State::Unknown:
+            Require(isHeld || isWanted, Rule::Truth, "the device holds neither content");
+            Require(!work.till.isClean, Rule::Truth,
+                    "what the device holds is not told, and nothing went wrong");
+            break;
+        case State::Foreign:
+            Require(!isHeld && !isWanted, Rule::Truth, "nobody has changed the device");
+            break;
+    }
+    Require(!result.image || *result.image == now || work.isForeign, Rule::Truth,
+            "the device was read as what it is not");
+    JudgeEnd(work, std::ranges::any_of(result.line.warnings, [](const LineWarning& warning) {
+                 return warning.step == LineWarning::Step::NotReleased;
+             }));
+}
+
+void Rules::JudgeVerify(const Work& work, const VerifyResult& result)
+{
+    const FlashImage now = work.till.Flash();
+    if (result.outcome == VerifyResult::Outcome::Same)
+        Require(FirstDifference(*result.setupImage, now, false) == 0, Rule::Truth, "the device differs");
+    if (result.outcome == VerifyResult::Outcome::Different && work.till.isClean)
+        Require(FirstDifference(*result.setupImage, now, false) != 0, Rule::Truth,
+                "the device does not differ");
+    JudgeEnd(work, false);
+}
+
+void Rules::JudgeEnd(const Work& work, bool isWarned)
+{
+    Require(!work.isHolding || !work.till.line.IsHeld() || isWarned, Rule::Released,
+            "the terminal leaves its devices alone still");
+    Require(work.till.user == nullptr, Rule::Released, "the port is open still");
+    const auto time = world_.loop.Now() - work.start;
+    Require(time < (work.till.isClean ? CleanBound : WorstBound), Rule::Bound, "it took " + Seconds(time));
+    if (work.stop && !work.isCommitting)
+        Require(world_.loop.Now() - *work.stop < StopBound, Rule::Bound,
+                "it went on for " + Seconds(world_.loop.Now() - *work.stop) + " after it was to stop");
+}
+
+}  // namespace kelvora::simulation

@@ -1,0 +1,79 @@
+// What must hold, whatever happens, and the memory that it takes to judge it. README.md says it in words.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "flash/FlashTransfer.h"
+#include "simulation/Copies.h"
+
+namespace kelvora::simulation {
+
+namespace Rule {
+inline constexpr const char* Flash = "flash";    ///< an image that it held, or one that it was asked to hold
+inline constexpr const char* Backup = "backup";  ///< is safe before each write
+inline constexpr const char* Whole = "whole";    ///< a file is a version that was saved
+inline constexpr const char* Kept = "kept";      ///< what was said to be saved is there after a kill
+inline constexpr const char* Unsaved = "unsaved";  ///< no change is lost without a question
+inline constexpr const char* Released =
+    "released";                                ///< the line is, at the end of an operation, or the user knows
+inline constexpr const char* Truth = "truth";  ///< what was told is so
+inline constexpr const char* Undo = "undo";    ///< gives back the bytes
+inline constexpr const char* Bound = "bound";  ///< no operation outlasts its own
+inline constexpr const char* Enabled = "enabled";  ///< nothing that would do nothing
+}  // namespace Rule
+
+class Rules {
+public:
+    explicit Rules(World& world) : world_(world) {}
+
+    /// A save begins, or has come to its end.
+    void NoteSaving(const WatchedFiles::Saving& saving);
+    /// Somebody else has written that.
+    void NoteForeign(const std::string& path, const std::string& text);
+    /// Something that does not tell what it writes may have written there; it said so when `isTold`.
+    void NoteWritten(const std::string& path, bool isTold);
+    /// The journal has said that it keeps an entry more.
+    void NoteJournalled() { ++journalled_; }
+    /// The step has ended, well or by a kill.
+    void EndStep();
+
+    /// An operation with a till.
+    struct Work {
+        Till& till;
+        std::optional<WantedContent> wanted;  ///< that the till may come to hold
+        bool isAllowed = false;               ///< the user has said so
+        FlashImage before = till.Flash();
+        EventLoop::Time start;
+        std::optional<EventLoop::Time> stop{};  ///< when it was asked to stop
+        bool isForeign = false;                 ///< somebody else has written meanwhile
+        bool isHolding = false;                 ///< it has told the terminal to leave its devices alone
+        bool isCommitting = false;              ///< past the point where it can be
+    };
+    void JudgeCommit(const Work& work);
+    void JudgeTransfer(const Work& work, const TransferResult& result);
+    void JudgeVerify(const Work& work, const VerifyResult& result);
+    /// At the end of every operation; `isWarned` when it told that the line may still be held.
+    void JudgeEnd(const Work& work, bool isWarned);
+
+    /// The image that the till is to hold, over what it held.
+    static FlashImage Wanted(const WantedContent& wanted, const FlashImage& held);
+
+private:
+    void CheckFile(const std::string& path, const std::string& text) const;
+    void CheckJournal() const;
+    bool IsKept(const FlashImage& image) const;
+
+    World& world_;
+    std::map<std::string, std::vector<std::optional<std::string>>> versions_;  ///< what each file may be
+    std::set<std::string> saved_;  ///< in this step, as it was told
+    std::size_t journalled_ = 0;
+};
+
+/// Whether a text is what the program makes of the setup or dump that it holds.
+bool IsWholeFile(const std::string& text);
+
+}  // namespace kelvora::simulation

@@ -1,0 +1,149 @@
+#include "simulation/Session.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace kelvora::simulation {
+
+struct StepTable {
+    struct Kind {
+        std::string_view name;
+        unsigned weight;  ///< how often it comes, against the others
+        void (Session::*take)();
+    };
+    static constexpr std::array Kinds{
+        Kind{"new", 4, &Session::New},
+        Kind{"open", 8, &Session::Open},
+        Kind{"keys", 10, &Session::EditKeys},
+        Kind{"options", 8, &Session::EditOptions},
+        Kind{"add", 10, &Session::Add},
+        Kind{"delete", 3, &Session::Delete},
+        Kind{"move", 3, &Session::Move},
+        Kind{"undo", 5, &Session::Undo},
+        Kind{"redo", 3, &Session::Redo},
+        Kind{"save", 12, &Session::Save},
+        Kind{"save-as", 4, &Session::SaveAs},
+        Kind{"close", 5, &Session::Close},
+        Kind{"scan", 5, &Session::Scan},
+        Kind{"rescan", 2, &Session::Rescan},
+        Kind{"download", 7, &Session::Download},
+        Kind{"verify", 2, &Session::Verify},
+        Kind{"dump-setup", 2, &Session::DumpSetup},
+        Kind{"dump-device", 2, &Session::DumpDevice},
+        Kind{"restore", 4, &Session::Restore},
+        Kind{"command", 5, &Session::Command},
+        Kind{"identity", 1, &Session::WriteIdentity},
+        Kind{"series", 1, &Session::Series},
+        Kind{"kill", 9, &Session::Kill},
+        Kind{"line-fault", 5, &Session::LineFault},
+        Kind{"line-heals", 4, &Session::LineHeals},
+        Kind{"restart-till", 2, &Session::RestartTill},
+        Kind{"disk-fault", 4, &Session::DiskFault},
+        Kind{"disk-heals", 4, &Session::DiskHeals},
+        Kind{"set-clock", 2, &Session::SetClock},
+        Kind{"foreign", 3, &Session::Foreign},
+    };
+};
+
+namespace {
+
+constexpr auto& Kinds = StepTable::Kinds;
+
+std::size_t Drawn(Random& random)
+{
+    unsigned all = 0;
+    for (const auto& kind : Kinds)
+        all += kind.weight;
+    std::size_t left = random.Below(all);
+    std::size_t kind = 0;
+    while (left >= Kinds[kind].weight)
+        left -= Kinds[kind++].weight;
+    return kind;
+}
+
+}  // namespace
+
+std::string TextOf(const std::vector<Step>& steps)
+{
+    std::string text;
+    for (const Step& step : steps)
+        text += (text.empty() ? "" : "; ") + std::string(Kinds.at(step.kind).name) + " " +
+                std::to_string(step.number);
+    return text;
+}
+
+std::vector<Step> StepsOf(std::string_view text)
+{
+    std::vector<Step> steps;
+    while (!text.empty()) {
+        const std::string_view one = text.substr(0, text.find(';'));
+        text.remove_prefix(std::min(text.size(), one.size() + 2));
+        const std::size_t blank = one.find(' ');
+        const auto* const kind =
+            std::ranges::find_if(Kinds, [&](const auto& each) { return each.name == one.substr(0, blank); });
+        if (kind == Kinds.end() || blank == std::string_view::npos)
+            throw std::invalid_argument("no step: " + std::string(one));
+        steps.push_back(
+            {static_cast<std::size_t>(kind - Kinds.begin()), std::stoull(std::string(one.substr(blank)))});
+    }
+    return steps;
+}
+
+std::vector<Step> StepsOf(std::uint64_t seed, std::size_t count)
+{
+    constexpr std::size_t LargestNumber = 1'000'000;
+    Random random(seed);
+    std::vector<Step> steps;
+    while (steps.size() < count)
+        steps.push_back({Drawn(random), random.Below(LargestNumber)});
+    return steps;
+}
+
+Session::Session(std::uint64_t seed) : world_(seed)
+{
+    for (const char* const folder : {"/sim/shop", "/sim/anna", "/sim/program"})
+        world_.disk.MakeFolder(folder);
+    world_.disk.SyncAll();
+}
+
+Session::~Session()
+{
+    world_.EndKill();
+}
+
+void Session::Play(const Step& step)
+{
+    world_.random = Random(step.number);
+    world_.Begin();
+    const bool isKillSet = world_.IsKillSet();
+    auto& copy = copies_.at(world_.random.Once(6) ? 1 : 0);
+    if (!copy)
+        copy = std::make_unique<Copy>(world_, [this](const auto& saving) { rules_.NoteSaving(saving); });
+    copy_ = copy.get();
+    copy_->person.answers.clear();
+    copy_->program.desk.isOpenElsewhere = [this](std::string_view path, std::string_view current) {
+        return path != current && std::ranges::any_of(copy_->windows, [&](const auto& window) {
+                   return window->session.File().path == path;
+               });
+    };
+    (this->*Kinds.at(step.kind).take)();
+    if (isKillSet)
+        world_.EndKill();
+    if (world_.IsDead())
+        TakeDown();
+    rules_.EndStep();
+}
+
+// The dead program's windows go, and those of the other copy when the power was cut.
+void Session::TakeDown()
+{
+    for (auto& copy : copies_)
+        if (world_.WasPowerCut() || copy.get() == copy_)
+            copy.reset();
+    world_.onCommit = nullptr;
+    world_.whileWaiting = nullptr;
+    if (world_.WasPowerCut())
+        world_.disk.faults = {};
+}
+
+}  // namespace kelvora::simulation

@@ -1,0 +1,49 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "simulation/Play.h"
+
+namespace kelvora::simulation {
+namespace {
+
+// What the simulation has found, step for step.
+void Replay(std::uint64_t seed, const char* steps)
+{
+    const auto failure = Play(seed, StepsOf(steps));
+    EXPECT_FALSE(failure) << failure->what;
+}
+
+TEST(Simulation, HoldsItsRules)
+{
+    for (std::uint64_t seed = 1; seed <= 20; ++seed) {
+        const auto failure = Play(seed, StepsOf(seed, 100));
+        ASSERT_FALSE(failure) << failure->what << "\n" << TestOf(Shortest(*failure));
+    }
+}
+
+// How much is done in the sessions of some seeds: commits into tills, and saves.
+std::vector<std::pair<int, int>> Done()
+{
+    std::vector<std::pair<int, int>> done;
+    for (std::uint64_t seed = 1; seed <= 4; ++seed) {
+        Session session(seed);
+        for (const Step& step : StepsOf(TextOf(StepsOf(seed, 100))))
+            session.Play(step);
+        done.emplace_back(session.Commits(), session.Saves());
+    }
+    return done;
+}
+
+TEST(Simulation, SeedDecidesAll)
+{
+    const auto done = Done();
+    EXPECT_EQ(Done(), done);
+    EXPECT_TRUE(
+        std::ranges::any_of(done, [](const auto& each) { return each.first > 0 && each.second > 0; }));
+}
+
+}  // namespace
+}  // namespace kelvora::simulation

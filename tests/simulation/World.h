@@ -1,0 +1,108 @@
+// What there is besides the programs: time, a disk, two lines with a till at each, and the things that happen
+// to them. A program is killed, or loses its power, in the middle of its work: from then on nothing that it
+// does has an effect, while what it has built is taken down.
+#pragma once
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "bench/SimulatedPort.h"
+#include "fakes/FakeLineClock.h"
+#include "flash/FlashImage.h"
+#include "simulation/Disk.h"
+#include "simulation/Random.h"
+#include "simulation/SystemCalls.h"
+
+namespace kelvora::simulation {
+
+/// A rule does not hold. The text begins with the rule's name.
+class Broken : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// `rule` of Rules.h; `what` says what was found.
+void Require(bool holds, const char* rule, const std::string& what);
+
+/// Virtual time, in which things happen to a program that waits.
+class Loop final : public FakeEventLoop {
+public:
+    void Yield() override
+    {
+        onYield();
+        FakeEventLoop::Yield();
+    }
+    std::function<void()> onYield;
+};
+
+/// A line and the till at its end, which remembers what it held.
+struct Till {
+    Till(Loop& loop, std::uint64_t seed, bool isPaced);
+
+    FlashImage Flash() const;
+    std::string DeviceMap() const;
+
+    bench::FakeLineClock clock;
+    bench::SimulatedLine line;
+    bench::SimulatedPort port;
+    bench::FlashBytes held;      ///< what the flash held before its last change
+    int commits = 0;             ///< how often it has changed
+    const void* user = nullptr;  ///< who has the port open
+    bool isClean = true;         ///< nothing goes wrong on the line
+};
+
+class World {
+public:
+    /// What an operation that runs may do: while it does, the flash may become what is wanted, once the user
+    /// has said so. `mayCommit` throws Broken when it must not be what it has become.
+    using Judge = std::function<void(Till&)>;
+
+    explicit World(std::uint64_t seed);
+    World(const World&) = delete;
+    World& operator=(const World&) = delete;
+    ~World();
+
+    /// Something that a kill may come before. False when the program that works is dead.
+    bool Moment();
+
+    /// The program that works from now on; it lives until it is killed or the power fails.
+    void Begin();
+    bool IsDead() const { return isDead_; }
+    /// Kills it after so many moments, or takes the power from the whole machine.
+    void KillAfter(std::size_t moments, bool isPowerCut);
+    /// Kills it now when that has not happened yet. Whether the power was cut.
+    bool EndKill();
+    bool IsKillSet() const { return killAfter_ > 0; }
+    bool WasPowerCut() const { return wasPowerCut_; }
+
+    /// Somebody else writes a byte into a till that nobody has the port of.
+    void WriteElsewhere(Till& till) const;
+
+    std::chrono::system_clock::time_point WallTime() const;
+
+    Random random;
+    Loop loop;
+    Disk disk;
+    std::array<std::unique_ptr<Till>, 2> tills;
+    std::chrono::seconds clockAhead{0};  ///< what somebody has set the clock forward by
+    Judge onCommit;
+    std::function<void()> whileWaiting;  ///< what else happens while a program waits; may be empty
+    std::size_t waits = 0;               ///< since Begin
+    std::vector<std::string> told;       ///< to the user, since Begin
+
+private:
+    void Kill();
+
+    SimulatedSystem system_;
+    bool isDead_ = false;
+    bool isPowerCut_ = false;
+    bool wasPowerCut_ = false;
+    std::size_t killAfter_ = 0;
+};
+
+}  // namespace kelvora::simulation

@@ -1,0 +1,97 @@
+// What happens without anybody's wish: kills, faults of lines and disk, clocks that are set, other people's
+// writes.
+#include "setup/SetupWriter.h"
+#include "simulation/Session.h"
+
+namespace kelvora::simulation {
+
+namespace {
+
+bench::FaultPlan Faults(Random& random)
+{
+    constexpr std::array Rates{0.0, 0.0, 0.0005, 0.005, 0.05};
+    bench::FaultPlan plan;
+    plan.seed = random.Next();
+    plan.drop = random.Of(Rates);
+    plan.flip = random.Of(Rates);
+    plan.duplicate = random.Of(Rates);
+    plan.delay = std::chrono::milliseconds(random.Once(3) ? random.Below(1500) : 0);
+    if (random.Once(6))
+        plan.stray = std::chrono::milliseconds(random.Below(400) + 20);
+    if (random.Once(3))
+        (random.Once(2) ? plan.silentAfter : plan.awayAfter).toDevice = random.Scale(14);
+    else if (random.Once(3))
+        (random.Once(2) ? plan.silentAfter : plan.awayAfter).toHost = random.Scale(15);
+    if (random.Once(4)) {
+        using enum bench::CommandFault::Kind;
+        constexpr std::array FaultKinds{Late, WrongReply, Silent, Status};
+        constexpr std::array Commands{"$9900", "$9918", "$9911", "0F02", "0FB1", "0FB3+", "0FB3.", "20"};
+        plan.commands.push_back({.kind = random.Of(FaultKinds),
+                                 .command = random.Of(Commands),
+                                 .number = static_cast<unsigned>(random.Below(3)),
+                                 .late = std::chrono::milliseconds(random.Below(40'000)),
+                                 .status = random.Once(2) ? "1" : "999"});
+    }
+    return plan;
+}
+
+}  // namespace
+
+void Session::Kill()
+{
+    world_.KillAfter(world_.random.Scale(12), world_.random.Once(2));
+}
+
+void Session::LineFault()
+{
+    Till& till = *world_.random.Of(world_.tills);
+    till.line.SetFaults(Faults(world_.random));
+    till.isClean = false;
+}
+
+void Session::LineHeals()
+{
+    for (const auto& till : world_.tills) {
+        till->line.SetFaults({});
+        till->isClean = true;
+    }
+}
+
+void Session::RestartTill()
+{
+    world_.random.Of(world_.tills)->line.Restart();
+}
+
+void Session::DiskFault()
+{
+    switch (world_.random.Below(3)) {
+        case 0:
+            world_.disk.faults.room = static_cast<long>(world_.random.Scale(16));
+            break;
+        case 1:
+            world_.disk.faults.isReadOnly = true;
+            break;
+        default:
+            world_.disk.faults.failedSyncs = 1 + static_cast<int>(world_.random.Below(2));
+    }
+}
+
+void Session::DiskHeals()
+{
+    world_.disk.faults = {};
+}
+
+void Session::SetClock()
+{
+    world_.clockAhead += std::chrono::seconds(world_.random.Below(200'000)) - std::chrono::seconds(100'000);
+}
+
+void Session::Foreign()
+{
+    const std::string path = copy_->person.Path(".dat");
+    const std::string text = WriteSetup(Any().session.document.Modules) + "\r\n";
+    world_.disk.Put(path, text);
+    rules_.NoteForeign(path, text);
+}
+
+}  // namespace kelvora::simulation
