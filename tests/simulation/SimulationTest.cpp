@@ -24,6 +24,11 @@ TEST(Simulation, HoldsItsRules)
     }
 }
 
+TEST(Simulation, KeepsTheJournalOfANewFolder)
+{
+    Replay(1, "scan 823251; kill 990315; save-as 135197");
+}
+
 // How much is done in the sessions of some seeds: commits into tills, and saves.
 std::vector<std::pair<int, int>> Done()
 {
