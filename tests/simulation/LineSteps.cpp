@@ -149,6 +149,14 @@ void Session::Transfer(Window& window, const WantedContent& wanted, const std::s
 void Session::Download()
 {
     Window& window = Any();
+    const Till& till = *world_.tills.at(static_cast<std::size_t>(window.session.settings.CommsPort) - 1);
+    // Mostly a person downloads what was scanned there and then changed.
+    if (RefusalFor(window.session.document, till.DeviceMap()) && !world_.random.Once(4)) {
+        ScanInto(window, window.session.HeldAs());
+        if (!world_.Moment())
+            return;
+        ChangeOptions(window);
+    }
     Transfer(window, window.session.document, {});
 }
 

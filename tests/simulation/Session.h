@@ -62,6 +62,7 @@ private:
     Window& Any();
     Window& AddWindow(SetupMode mode);
     void Edit(Window& window, SetupDocument after);
+    void ChangeOptions(Window& window);
 
     // In LineSteps.cpp.
     void Scan();

@@ -129,7 +129,11 @@ void Session::EditKeys()
 
 void Session::EditOptions()
 {
-    Window& window = Any();
+    ChangeOptions(Any());
+}
+
+void Session::ChangeOptions(Window& window)
+{
     const SetupDocument& document = window.session.document;
     const auto mcr = ReadMcrOptions(document);
     const auto master = ReadMasterOptions(document);
