@@ -62,8 +62,7 @@ struct Session::CommandLine final : LineAccess {
         program.program.operation.Take({});
         const int code = RunCli(arguments, in, out, err, *this);
         program.program.operation.GiveBack();
-        session.world_.onCommit = nullptr;
-        session.world_.whileWaiting = nullptr;
+        session.WaitNoMore();
         said = out.str() + err.str();
         return code;
     }

@@ -47,11 +47,18 @@ void Session::WaitIn(Rules::Work& work, RunningOperation& running)
     };
 }
 
-// The journal keeps it, or says why not.
-void Session::EndNote(OperationNote& note)
+void Session::WaitNoMore()
 {
     world_.onCommit = nullptr;
     world_.whileWaiting = nullptr;
+    for (const auto& till : world_.tills)
+        till->line.onCommand = nullptr;
+}
+
+// The journal keeps it, or says why not.
+void Session::EndNote(OperationNote& note)
+{
+    WaitNoMore();
     const std::size_t told = world_.told.size();
     const bool isSound = world_.disk.faults.AreNone();
     copy_->program.notes.Keep(note);

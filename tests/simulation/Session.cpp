@@ -140,8 +140,7 @@ void Session::TakeDown()
     for (auto& copy : copies_)
         if (world_.WasPowerCut() || copy.get() == copy_)
             copy.reset();
-    world_.onCommit = nullptr;
-    world_.whileWaiting = nullptr;
+    WaitNoMore();
     if (world_.WasPowerCut())
         world_.disk.faults = {};
 }

@@ -76,6 +76,7 @@ private:
     void Transfer(Window& window, const WantedContent& wanted, const std::string& path);
     Rules::Work BeginWork(int port);
     void WaitIn(Rules::Work& work, RunningOperation& running);
+    void WaitNoMore();
     void EndNote(OperationNote& note);
 
     // In CommandSteps.cpp.
