@@ -44,7 +44,12 @@ void CloseWatch::Read()
         inotify_event event{};
         for (ssize_t at = 0; at < length; at += static_cast<ssize_t>(sizeof event + event.len)) {
             std::memcpy(&event, bytes.data() + at, sizeof event);
-            numbers.insert(event.wd);
+            if ((event.mask & IN_CLOSE) != 0)
+                numbers.insert(event.wd);
+            // More has come than the system keeps: any of them may have been closed.
+            if ((event.mask & IN_Q_OVERFLOW) != 0)
+                for (const auto& watched : closed_)
+                    numbers.insert(watched.first);
         }
     }
     // A number that was removed may still have been told, and one is removed by what another calls.

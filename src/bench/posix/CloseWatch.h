@@ -19,8 +19,9 @@ public:
     CloseWatch& operator=(const CloseWatch&) = delete;
     ~CloseWatch();
 
-    /// Calls `closed` after the file was closed, once for several times that have come together. Returns the
-    /// number for Remove. Throws std::system_error.
+    /// Calls `closed` after the file was closed, once for several times that have come together; also when
+    /// so much was closed that the system has lost count. Returns the number for Remove. Throws
+    /// std::system_error.
     int Add(const std::string& path, std::function<void()> closed);
     /// Nothing happens for a number that is not there.
     void Remove(int number);

@@ -25,13 +25,13 @@ void PollLoop::At(Time due, std::function<void()> action)
 
 void PollLoop::Watch(int descriptor, std::function<void()> ready)
 {
-    watched_[descriptor] = std::move(ready);
     epoll_event event{.events = EPOLLIN, .data = {.fd = descriptor}};
-    if (epoll_ctl(epoll_.Number(), EPOLL_CTL_ADD, descriptor, &event) == 0)
-        return;
-    if (errno != EPERM)
+    const bool isFile = epoll_ctl(epoll_.Number(), EPOLL_CTL_ADD, descriptor, &event) != 0;
+    if (isFile && errno != EPERM)
         throw std::system_error(errno, std::generic_category(), "epoll_ctl");
-    At(Now(), [this, descriptor] { AlwaysReady(descriptor); });
+    watched_[descriptor] = std::move(ready);
+    if (isFile)
+        At(Now(), [this, descriptor] { AlwaysReady(descriptor); });
 }
 
 void PollLoop::Unwatch(int descriptor)

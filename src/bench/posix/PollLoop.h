@@ -18,7 +18,8 @@ public:
     void At(Time due, std::function<void()> action) override;
 
     /// Calls `ready` whenever the descriptor can be read or has failed; that of a file, which always can, at
-    /// each turn. Throws std::system_error.
+    /// each turn. Throws std::system_error and watches nothing new, with EEXIST for one that is watched
+    /// already.
     void Watch(int descriptor, std::function<void()> ready);
     void Unwatch(int descriptor);
 

@@ -58,7 +58,8 @@ void ParseEvent(const std::string& text, std::uint64_t seed, TillScript& script)
     ParseTime(time, event);
     std::size_t line = 0;
     if (!CLI::detail::lexical_cast(number, line) || line < 1 || line > MostLines)
-        throw TillScriptError("the number of a line, 1 to 256, expected after the time");
+        throw TillScriptError("the number of a line, 1 to " + std::to_string(MostLines) +
+                              ", expected after the time");
     std::string rest;
     std::getline(words, rest);
     const bool isGone = what == "gone" && rest.find_first_not_of(" \t\r") == std::string::npos;
