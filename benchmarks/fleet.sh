@@ -6,7 +6,7 @@
 # nobody else has. Told are the processor's seconds and the most memory of all that Ansible started here, the
 # processor's seconds of the tills, and the bytes both ways, each with the frames around them. A machine that has more to
 # do takes more of the processor's time for the same; so the seconds are also told in starts of ansible-playbook, ten of
-# which are measured around each run.
+# which are measured around each run. What it prints is the table of benchmarks/README.md.
 set -euo pipefail
 [[ ${FLEET_NETWORK-} ]] || FLEET_NETWORK=own exec unshare --net "$0" "$@"
 root=$(dirname "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")")
@@ -42,12 +42,27 @@ SetEnv SHLVL=2 XDG_DATA_HOME=$work/data XDG_CONFIG_HOME=$work/config
 SERVER
 mkdir -p /run/sshd
 
+# await PROCESS LOG COMMAND...: until the command is true. Tells the log and ends where the process is gone before, or a
+# minute is.
+await() {
+    for ((turn = 0; turn < 600; ++turn)); do
+        if "${@:3}"; then return; fi
+        kill -0 "$1" 2>/dev/null || break
+        sleep 0.1
+    done
+    cat "$2" >&2
+    exit 1
+}
+
+plays() { (($(wc -l <lines) >= $1)); }
+answers() { (: </dev/tcp/127.0.0.1/2222) 2>/dev/null; }
+
 # play N: the lines of N tills, in the array "devices".
 play() {
     : >lines
-    "$bin/kelvora-bench" --unpaced --modules km096,km064 --lines "$1" >lines &
+    "$bin/kelvora-bench" --unpaced --modules km096,km064 --lines "$1" >lines 2>bench.log &
     bench=$!
-    until [[ $(wc -l <lines) -ge $1 ]]; do sleep 0.1; done
+    await "$bench" bench.log plays "$1"
     mapfile -t devices < <(cut -d ' ' -f 2 lines)
 }
 
@@ -89,11 +104,12 @@ run() {
     inventory "$1" >inventory.yml
     python3 "$root/benchmarks/fleet/spent.py" "there.$1" /usr/sbin/sshd -D -e -f "$work/sshd" 2>sshd.log &
     server=$!
-    until (: </dev/tcp/127.0.0.1/2222) 2>/dev/null; do sleep 0.1; done
+    await "$server" sshd.log answers
     start "before.$1"
     before=$(bytes)
     python3 "$root/benchmarks/fleet/spent.py" "here.$1" ansible-playbook -i inventory.yml kelvora.fleet.setups \
-        --forks "$forks" -e "kelvora_action=download kelvora_results=results.$1" >"log.$1" 2>&1
+        --forks "$forks" -e "kelvora_action=download kelvora_results=results.$1" >"log.$1" 2>&1 ||
+        { tail -n 40 "log.$1"; exit 1; }
     echo $(($(bytes) - before)) >"bytes.$1"
     start "after.$1"
     kill "$server" "$bench"
@@ -104,7 +120,10 @@ run() {
     fi
 }
 
-printf '%6s %12s %14s %12s %12s %12s\n' tills 's a till' 'starts a till' 'MB in all' 's, the till' 'kB a till'
+cat <<'HEAD'
+| tills | processor, s a till | the same in starts | memory in all, MB | the tills' own processor, s a till | network, kB a till |
+|---|---|---|---|---|---|
+HEAD
 for number in "${tills[@]}"; do
     run "$number"
     python3 - "$number" <<'FIGURES'
@@ -112,7 +131,7 @@ import json, sys
 n = int(sys.argv[1])
 here, there, before, after = (json.load(open(f"{name}.{n}")) for name in ("here", "there", "before", "after"))
 start = (before["seconds"] + after["seconds"]) / 10
-print("%6d %12.2f %14.2f %12.0f %12.2f %12.1f" % (n, here["seconds"] / n, here["seconds"] / n / start, here["mb"],
-                                                  there["seconds"] / n, int(open(f"bytes.{n}").read()) / n / 1000))
+print("| %d | %.2f | %.2f | %.0f | %.2f | %.1f |" % (n, here["seconds"] / n, here["seconds"] / n / start, here["mb"],
+                                                     there["seconds"] / n, int(open(f"bytes.{n}").read()) / n / 1000))
 FIGURES
 done

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # spent.py FILE COMMAND...: runs the command and writes to FILE how many seconds of the processor it and all that it
-# left behind took, and how many MB of memory they held at most (each shared page counted in parts).
+# left behind took, and how many MB of memory they held at most (each shared page counted in parts). Ends as the command.
 import ctypes
 import json
 import os
@@ -63,4 +63,5 @@ ended.set()
 watcher.join()
 spent = resource.getrusage(resource.RUSAGE_CHILDREN)
 with open(sys.argv[1], "w") as file:
-    json.dump({"seconds": spent.ru_utime + spent.ru_stime, "mb": most[0] / 1024, "exit": code}, file)
+    json.dump({"seconds": spent.ru_utime + spent.ru_stime, "mb": most[0] / 1024}, file)
+sys.exit(code if code >= 0 else 128 - code)
