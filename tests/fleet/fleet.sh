@@ -75,8 +75,10 @@ tills:
     kelvora_action: download
     kelvora_tries: 2
     kelvora_pause: 0
+    # Names no setup, which is seen when the page is made.
+    kelvora_standard: setups/wrong.dat
   hosts:
-    good: {kelvora_line: "1=${devices[0]}"}
+    good: {kelvora_line: "1=${devices[0]}", kelvora_report: page.html}
     other: {kelvora_line: "1=${devices[1]}"}
     empty: {kelvora_command: [$work/none]}
     again: {kelvora_line: "1=${devices[4]}", kelvora_setup: setups/good.dat, kelvora_done_hours: 0}
@@ -88,16 +90,23 @@ tills:
     bare: {kelvora_setup: setups/none.dat}
     absent: {kelvora_line: "1=$work/none"}
     wrong: {kelvora_command: [bash, $work/keep, $programs/kelvora-cli], kelvora_action: check}
+    torn: {kelvora_command: [echo, "{"], kelvora_setup: setups/good.dat, kelvora_action: check}
 
-    late: {kelvora_line: "1=${devices[2]}"}
+    late: {kelvora_line: "1=${devices[2]}", kelvora_report: tills.txt}
 INVENTORY
 
-run checked --check --limit good
+# A page that is not made fails no till; one that can never be made ends a batch before anything is done.
+run checked --check --limit good,fine,late -e '{"kelvora_batch": [2, 1]}'
 expect good '["result"]["outcome"]' different
 grep -q 'good: exit code 1: The device does not hold' checked.log
+grep -q '"stderr": "[^"]*wrong.dat' checked.log
+grep -q '^fine .* failed=0 ' checked.log
+grep -q 'tills.txt cannot be made' checked.log
+[[ ! -e results/late.json ]]
 
-batches='{"kelvora_batch": [4, 2, 4]}'
-run killed -e "$batches"
+batches='{"kelvora_batch": [4, 2, 5]}'
+echo '{"exit": 0,}' >results/other.json
+run killed -e "$batches" -e kelvora_report=
 expect good '["result"]["device"]' new
 expect other '["result"]["reason"]' refused
 expect other '["tries"]' 1
@@ -106,13 +115,14 @@ grep -q 'empty: not tried: .*not found' killed.log
 mkdir kept
 cp results/{good,again}.json kept
 
-run taken-up -e "$batches" -e kelvora_most_failures=60 -e kelvora_report=tills.html
+run taken-up -e "$batches" -e kelvora_most_failures=50 -e kelvora_report=tills.html -e kelvora_standard=
 cmp results/good.json kept/good.json
 if cmp -s results/again.json kept/again.json; then exit 1; fi
 expect again '["result"]["device"]' same
 expect killer '["result"]["device"]' new
 expect far '["exit"]' None
-grep -q 'far: not tried: .*ssh' taken-up.log
+expect far '["tries"]' None
+grep -q 'far: not known: not reached, or the connection was lost: .*ssh' taken-up.log
 expect fine '["exit"]' 0
 expect bare '["result"]' None
 grep -q 'bare: not tried: .*none.dat is not a file' taken-up.log
@@ -120,6 +130,8 @@ expect absent '["exit"]' 3
 expect absent '["tries"]' 2
 expect wrong '["exit"]' 1
 cmp brought setups/wrong.dat
+expect torn '["result"]' None
+expect torn '["diagnostics"][0][:7]' '{ check'
 [[ ! -e results/late.json ]]
 # Of the last batch too, which ended the run.
 grep -q 'absent.*There is no such device' tills.html
