@@ -7,6 +7,7 @@
 #include "forms/MainWindowFixture.h"
 #include "keymap/forms/frmKeyb.h"
 #include "layout/forms/OptionsDialogs.h"
+#include "recovery/forms/RecoveryDialog.h"
 #include "windows/forms/HelpWindow.h"
 #include "windows/forms/QtTexts.h"
 
@@ -89,6 +90,11 @@ public:
         QTest::keyClick(&Strip(), Qt::Key_Return);
         InDialog<frmKeyb>([this] { Click(StripButton::Keypad); },
                           [&](QWidget& form) { viewer.Take(form, "keys-iccr"); });
+        for (const RecoveryDamage damage : {RecoveryDamage::None, RecoveryDamage::Content}) {
+            RecoveryDialog recovery(program.texts, {{.id = path, .damage = damage}});
+            recovery.show();
+            viewer.Take(recovery, "recovery");
+        }
     }
 };
 
