@@ -17,6 +17,7 @@ SHOWN = {
     "failed=1": (["t20"], "1 of 201 tills", []),
     "unread=1": (["<b>t4"], "1 of 201 tills", []),
     "q=KEY+97+verify": (["t3"], "1 of 201 tills", []),
+    "days=-1": (["<b>t4", "t1", "t10"], "201 tills", []),
     "days=30&sort=name": (["<b>t4", "t1", "t2"], "200 of 201 tills", ["ascending"]),
     "sort=name&down=1": (["t200", "t199", "t198"], "201 tills", ["descending"]),
     "sort=result": (["t20", "t3", "<b>t4"], "201 tills", ["ascending"]),
@@ -29,6 +30,11 @@ const seen = (where) => [...document.querySelectorAll(where)].map((each) => each
 const names = (many) => seen("tr.till button").slice(0, many);
 const go = (hash) => { history.replaceState(null, "", `#${hash}`); dispatchEvent(new Event("hashchange")); };
 const type = (where, text) => { byId(where).value = text; byId(where).dispatchEvent(new Event("input")); };
+const frames = async () => { for (let i = 0; i < 3; ++i) await new Promise(requestAnimationFrame); };
+const focused = () => {
+  const { top, bottom } = document.activeElement.getBoundingClientRect(), seen = list.getBoundingClientRect();
+  return [document.activeElement.textContent, top >= seen.top && bottom <= seen.bottom];
+};
 const settled = async () => {
   const drawn = () => [...document.querySelectorAll("tr.till")].slice(1, 9).every((row) => row.querySelector("img")?.naturalWidth);
   do await new Promise(requestAnimationFrame); while (!drawn());
@@ -98,7 +104,15 @@ def use(browser):
     browser.run("go(''), document.querySelector('tr.till button').focus()")
     browser.press("End", "ArrowUp", "Enter", "ArrowRight")
     expect("opened by keys", browser.run(where), [True, "t99", "#till=t99&file=setups%2Ft99.dat"])
-    browser.press("Escape", "/")
+    browser.press("Escape")
+    expect("the till last shown has the focus", browser.run("frames().then(focused)"), ["t99", True])
+    for width in (1200, 390):
+        browser.call("Emulation.setDeviceMetricsOverride", width=width, height=800, deviceScaleFactor=1, mobile=False)
+        browser.run("go(''), document.querySelector('tr.till button').focus()")
+        browser.press("End")
+        expect(f"the last till, {width} wide", browser.run("frames().then(focused)"), ["t99", True])
+    browser.call("Emulation.clearDeviceMetricsOverride")
+    browser.press("/")
     expect("closed by a key", browser.run("[sheet.open, document.activeElement.id]"), [False, "search"])
     browser.run("go(''); document.querySelector('tr.till td').click()")
     expect("opened by a click", browser.run(where), [True, "<b>t4", "#till=%3Cb%3Et4&file=setups%2F%3Cb%3Et4.dat"])
@@ -114,6 +128,12 @@ def use(browser):
 
 
 def print_page(browser):
+    browser.call("Emulation.setEmulatedMedia", media="print")
+    expect("a filtered list on paper", browser.run(
+        "go('q=verify&deviates=1&days=3'), till = tills.find((each) => each.name === 't3'), till.deviations = Array(9).fill(0),"
+        "redraw(), [byId('filtered').innerText, deviationsCell(till).textContent.split('; ').pop()]"),
+        ['Filtered by: "verify"; Deviates; older than 3 days', "and 4 more"])
+    browser.call("Emulation.setEmulatedMedia", media="")
     browser.run("go('')")
     paper = base64.b64decode(browser.call("Page.printToPDF", landscape=True)["data"])
     expect("all rows are on paper", paper.count(b"/Type /Page\n") > 4, True)

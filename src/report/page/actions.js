@@ -20,7 +20,8 @@ rows.addEventListener("click", (event) => {
 });
 rows.addEventListener("focusin", (event) => {
   const row = event.target.closest("tr.till");
-  if (row && Number(row.dataset.place) !== active) activate(Number(row.dataset.place));
+  // A sheet that is closed gives the focus back to the till it was opened with, which need not be the last one shown.
+  if (row && !state.till && Number(row.dataset.place) !== active) activate(Number(row.dataset.place));
 });
 byId("tills").tHead.addEventListener("click", (event) => {
   const sort = event.target.closest("[data-sort]")?.dataset.sort;
@@ -29,7 +30,7 @@ byId("tills").tHead.addEventListener("click", (event) => {
   else if (sort) change({ sort, down: sort === state.sort });
 });
 byId("search").addEventListener("input", (event) => change({ q: event.target.value }));
-byId("days").addEventListener("input", (event) => change({ days: event.target.value }));
+byId("days").addEventListener("input", (event) => change({ days: daysOf(event.target.value) }));
 for (const check of checks)
   byId(check).addEventListener("change", (event) => change({ [check]: event.target.checked }));
 byId("all").addEventListener("click", () => {

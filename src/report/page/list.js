@@ -52,12 +52,15 @@ const resultCell = (result) => {
   return cell;
 };
 
+const MostTold = 5;  // as in the table without scripts
 const deviationsCell = (till) => {
   const cell = cellOf("deviations", "");
   if (till.deviations.length === 0) return cell;
+  const count = till.deviations.length;
   // More than two lines' worth is not seen.
-  const told = till.deviations.slice(0, 6).map((each) => data.texts[each]).join("; ");
-  cell.firstChild.append(element("b", "count", String(till.deviations.length)), `: ${told}`);
+  const told = till.deviations.slice(0, MostTold).map((each) => data.texts[each]);
+  if (count > MostTold) told.push(`and ${count - MostTold} more`);
+  cell.firstChild.append(element("b", "count", String(count)), `: ${told.join("; ")}`);
   return cell;
 };
 
@@ -92,9 +95,12 @@ const rowOf = (place) => {
 };
 
 const draw = (first, last) => {
+  const isSeen = (place) => place >= first && place < last;
+  const focused = document.activeElement.closest("tr.till");
+  // Before the first row goes: of a list that is shorter for a moment the end would not be reached.
+  if (focused && !isSeen(Number(focused.dataset.place))) list.focus({ preventScroll: true });
   for (const [place, row] of drawn) {
-    if (place >= first && place < last) continue;
-    if (row.contains(document.activeElement)) list.focus({ preventScroll: true });
+    if (isSeen(place)) continue;
     row.remove();
     drawn.delete(place);
   }
@@ -127,11 +133,20 @@ const drawSeen = () => {
   draw(first, Math.min(shown.length, first + Math.ceil(list.clientHeight / rowHeight) + 2 * Beyond));
 };
 
+const filterWords = () => {
+  const words = checks.filter((check) => state[check]).map((check) => byId(check).parentElement.textContent.trim());
+  if (state.q.trim() !== "") words.unshift(`"${state.q.trim()}"`);
+  if (state.days !== "") words.push(`older than ${state.days} days`);
+  return words;
+};
+
 const showState = () => {
   byId("search").value = state.q;
   byId("days").value = state.days;
   for (const check of checks) byId(check).checked = state[check];
-  const isFiltered = state.q !== "" || state.days !== "" || checks.some((check) => state[check]);
+  const filters = filterWords();
+  const isFiltered = filters.length > 0;
+  byId("filtered").textContent = isFiltered ? `Filtered by: ${filters.join("; ")}` : "";
   byId("all").disabled = !isFiltered;
   const count = (many) => many.toLocaleString("en");
   byId("count").textContent = isFiltered ? `${count(shown.length)} of ${count(tills.length)} tills`

@@ -49,9 +49,10 @@ const sortings = {
   time: (a, b) => number(a.time) - number(b.time),
 };
 
+const daysOf = (text) => (/^\d+$/.test(text) ? text : "");
 const readState = () => {
   const asked = new URLSearchParams(location.hash.slice(1));
-  const state = { q: asked.get("q") ?? "", days: asked.get("days") ?? "", sort: asked.get("sort") ?? "",
+  const state = { q: asked.get("q") ?? "", days: daysOf(asked.get("days") ?? ""), sort: asked.get("sort") ?? "",
     down: asked.has("down"), till: asked.get("till") ?? "", file: asked.get("file") ?? "" };
   for (const check of checks) state[check] = asked.has(check);
   return state;
@@ -75,7 +76,7 @@ const choose = () => {
   shown = tills.filter((till) =>
     (!state.deviates || till.deviations.length > 0) &&
     (!state.failed || till.result?.failed) &&
-    (!state.unread || till.why) &&
+    (!state.unread || (till.file && till.why)) &&
     (Number.isNaN(oldest) || !(till.time >= oldest)) &&
     (words.length === 0 || words.every((word) => searchText(till).includes(word))));
   const compare = sortings[state.sort];
