@@ -91,6 +91,9 @@ void Rules::EndStep()
     saved_.clear();
     for (auto& [path, versions] : versions_) {
         const auto now = world_.disk.Content(path);
+        // What the command line makes is not watched: where nothing was, a whole file may be.
+        if (now && versions.size() == 1 && !versions.front() && IsWholeFile(*now))
+            versions = {now};
         Require(std::ranges::count(versions, now) > 0, versions.size() == 1 ? Rule::Kept : Rule::Whole,
                 path + (now ? " is no version that was saved" : " is gone"));
         if (world_.WasPowerCut())
