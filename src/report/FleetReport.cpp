@@ -146,6 +146,7 @@ std::size_t FleetReport::SetupOf(const TillFacts& facts)
 std::size_t FleetReport::ListOf(const std::vector<std::string>& deviations)
 {
     std::vector<std::size_t> list;
+    list.reserve(deviations.size());
     for (const std::string& deviation : deviations)
         list.push_back(deviations_.PlaceOf(deviation));
     return lists_.PlaceOf(list);
