@@ -14,15 +14,27 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// One name for all spellings of a path.
-std::string PlainPath(const std::string& path)
+// One name for all spellings of a folder, which is named with its "/" or is empty.
+std::string PlainFolder(const std::string& folder)
 {
     std::error_code problem;
-    const fs::path folder = fs::weakly_canonical(fs::absolute(path, problem).parent_path(), problem);
-    return problem ? path : (folder / fs::path(path).filename()).string();
+    const fs::path plain =
+        fs::weakly_canonical(fs::absolute(folder.empty() ? "." : folder, problem), problem);
+    return problem ? folder : (plain / "").string();
 }
 
 }  // namespace
+
+std::string OutputPlaces::PlainPath(const std::string& path)
+{
+    const std::size_t name = path.rfind('/') + 1;
+    const std::string folder = path.substr(0, name);
+    if (!plainFolder_ || folder != folder_) {
+        folder_ = folder;
+        plainFolder_ = PlainFolder(folder);
+    }
+    return *plainFolder_ + path.substr(name);
+}
 
 PlacedSetup OutputPlaces::Take(FoundName name, std::string output)
 {

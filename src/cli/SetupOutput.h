@@ -2,6 +2,7 @@
 // the files themselves, so that none takes the place of another's.
 #pragma once
 
+#include <optional>
 #include <set>
 #include <span>
 #include <string>
@@ -32,8 +33,13 @@ public:
     PlacedSetup Take(FoundName name, std::string output);
 
 private:
+    // One name for all spellings of a path.
+    std::string PlainPath(const std::string& path);
+
     Backup backup_;
     std::set<std::string> taken_;
+    std::string folder_;  ///< of the path before, whose files mostly stand together
+    std::optional<std::string> plainFolder_;
 };
 
 /// The path of a setup's output in `folder`: under the folders that the setup has below the folder that was

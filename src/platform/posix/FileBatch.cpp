@@ -14,17 +14,24 @@ namespace kelvora {
 
 std::size_t FileBatch::Room(std::size_t batches)
 {
-    // More would hardly be quicker.
-    constexpr std::size_t Most = 256;
+    // What a batch waits for the disk is little for each of so many.
+    constexpr rlim_t Most = 2048;
     // Standard streams, and what each batch reads from meanwhile.
-    constexpr std::size_t Spare = 64;
+    constexpr rlim_t Spare = 64;
     // A file, and a copy of it that needs one of its own.
-    constexpr std::size_t EachHolds = 2;
+    constexpr rlim_t EachHolds = 2;
+    const rlim_t each = EachHolds * std::max<std::size_t>(batches, 1);
     rlimit limit{};
-    if (getrlimit(RLIMIT_NOFILE, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY)
-        return Most;
-    const std::size_t open = std::max<std::size_t>(limit.rlim_cur, Spare + EachHolds) - Spare;
-    return std::clamp<std::size_t>(open / EachHolds / std::max<std::size_t>(batches, 1), 1, Most);
+    if (getrlimit(RLIMIT_NOFILE, &limit) != 0)
+        return 1;
+    // The first limit is low for the sake of old programs; a process may go up to the second by itself.
+    if (const rlim_t wanted = std::min(limit.rlim_max, Spare + Most * each); wanted > limit.rlim_cur) {
+        rlimit higher{wanted, limit.rlim_max};
+        if (setrlimit(RLIMIT_NOFILE, &higher) == 0)
+            limit = higher;
+    }
+    const rlim_t open = std::max(limit.rlim_cur, Spare) - Spare;
+    return std::clamp<rlim_t>(open / each, 1, Most);
 }
 
 void FileBatch::Copy(const std::string& from, const std::string& to)
@@ -49,7 +56,8 @@ void FileBatch::Write(const std::string& path, const std::string& text)
     if (change.path != path)
         change = {path, nullptr, nullptr};
     const std::string target = WriteTarget(path);
-    change.file = std::make_unique<Replacement>(target, target);
+    // A look for each name that might be left costs as much as making the file.
+    change.file = std::make_unique<Replacement>(target, target, 1);
     change.file->Write(text);
     changes_.push_back(std::move(change));
 }

@@ -18,7 +18,7 @@ namespace kelvora {
 class FileBatch final : public Files {
 public:
     /// How many files each of so many batches may hold at a time: the system lets a process have only so many
-    /// open.
+    /// open. Asks it for more.
     static std::size_t Room(std::size_t batches);
 
     std::string Read(const std::string& path) const override { return files_.Read(path); }

@@ -130,8 +130,8 @@ void SyncFolderOf(const std::string& path)
         fsync(folder.Number());
 }
 
-Replacement::Replacement(std::string path, const std::string& model)
-    : path_(std::move(path)), hasModel_(stat(model.c_str(), &model_) == 0), file_(CreateTemporary())
+Replacement::Replacement(std::string path, const std::string& model, unsigned mostLeft)
+    : path_(std::move(path)), hasModel_(stat(model.c_str(), &model_) == 0), file_(CreateTemporary(mostLeft))
 {
 }
 
@@ -186,8 +186,11 @@ void Replacement::TakePlace()
 // file systems know no owners at all.
 void Replacement::TakeRights()
 {
+    struct stat own {};
+    const bool isOwned =
+        fstat(file_.Number(), &own) == 0 && own.st_uid == model_.st_uid && own.st_gid == model_.st_gid;
     mode_t mode = model_.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
-    const bool groupKept = fchown(file_.Number(), model_.st_uid, model_.st_gid) == 0 ||
+    const bool groupKept = isOwned || fchown(file_.Number(), model_.st_uid, model_.st_gid) == 0 ||
                            fchown(file_.Number(), static_cast<uid_t>(-1), model_.st_gid) == 0;
     // What the old group might do is not another group's right.
     if (!groupKept)
@@ -197,13 +200,11 @@ void Replacement::TakeRights()
 }
 
 // Names that other saves hold are passed over, and what dead ones left is taken away.
-Descriptor Replacement::CreateTemporary()
+Descriptor Replacement::CreateTemporary(unsigned mostLeft)
 {
-    // More saves of one file than this do not end together.
-    constexpr unsigned MostLeft = 8;
     const std::string start = TemporaryStart(path_);
     Descriptor file;
-    for (unsigned number = 0; file.Number() < 0 || number < MostLeft; ++number) {
+    for (unsigned number = 0; file.Number() < 0 || number < mostLeft; ++number) {
         const std::string name = start + std::to_string(number) + ".tmp";
         RemoveIfLeft(name);
         if (file.Number() < 0)

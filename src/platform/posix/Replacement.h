@@ -42,7 +42,11 @@ void SyncFolderOf(const std::string& path);
 /// owner and the permissions of `model` where that exists. All that fails throws FileError.
 class Replacement {
 public:
-    Replacement(std::string path, const std::string& model);
+    /// Of what dead processes have left for `path`, so many are looked for; they may be more where several
+    /// have saved it at the same time.
+    static constexpr unsigned MostLeft = 8;
+
+    Replacement(std::string path, const std::string& model, unsigned mostLeft = MostLeft);
 
     /// One that is no new file but `from` itself, under a further name. Null where `from` has such already,
     /// or cannot have any.
@@ -67,7 +71,7 @@ private:
     explicit Replacement(std::string path) : path_(std::move(path)) {}
 
     void TakeRights();
-    Descriptor CreateTemporary();
+    Descriptor CreateTemporary(unsigned mostLeft);
     Descriptor TryToCreate(const std::string& name);
 
     std::string path_;
