@@ -17,7 +17,8 @@ missing_packages() {
         [[ " $* " != *" $step "* ]] || wanted+=("$package")
     done <"$root/packaging/packages.txt"
     # dpkg-query fails when it knows one of the names not at all, and still shows the others.
-    { dpkg-query --show --showformat='${db:Status-Status} ${Package}\n' "${wanted[@]}" 2>/dev/null || true; } |
+    { dpkg-query --show --showformat='${db:Status-Status} ${Package}\n${db:Status-Status} ${Package}:${Architecture}\n' \
+        "${wanted[@]}" 2>/dev/null || true; } |
         sed -n 's/^installed //p' |
         { grep -vxFf - <(printf '%s\n' "${wanted[@]}") || true; }
 }
@@ -48,6 +49,11 @@ install_packages() {
 
     say "Installing: ${missing[*]}"
     compgen -G '/var/lib/apt/lists/*_Packages*' >/dev/null || apt_get update || true
+    # Packages for another processor are known only when that has been told.
+    if [[ " ${missing[*]} " == *:arm64\ * && $(dpkg --print-foreign-architectures) != *arm64* ]]; then
+        "${as_root[@]}" dpkg --add-architecture arm64
+        apt_get update || true
+    fi
     apt_get install --no-install-recommends "${missing[@]}" && return 0
     # The lists may be older than what the mirror still has.
     apt_get update || true

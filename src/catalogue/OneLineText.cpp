@@ -37,7 +37,7 @@ std::string WithoutControls(std::string line)
 {
     constexpr char Delete = 0x7F;
     std::ranges::replace_if(
-        line, [](char c) { return (c >= 0 && c < ' ') || c == Delete; }, ' ');
+        line, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == Delete; }, ' ');
     return line;
 }
 
