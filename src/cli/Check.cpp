@@ -1,10 +1,13 @@
-#include "cli/Check.h"
-
+// The command "check": which setup files would a setup window accept?
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
+#include <string>
 #include <utility>
+#include <vector>
 
+#include "cli/Commands.h"
+#include "cli/Console.h"
 #include "cli/OrderedWork.h"
 #include "cli/SetupJson.h"
 #include "cli/SetupNames.h"
@@ -13,6 +16,14 @@
 namespace kelvora {
 
 namespace {
+
+struct CheckRequest {
+    std::vector<std::string> names;  ///< files, folders, "-" for names on standard input
+    bool json = false;
+    bool verbose = false;        ///< accepted files have a line too
+    bool quiet = false;          ///< no summary
+    bool nullSeparated = false;  ///< names on standard input end with a NUL
+};
 
 // Large enough that the threads seldom meet, small enough that the first results come at once.
 constexpr std::size_t FilesPerBatch = 64;
@@ -106,8 +117,8 @@ std::string SummaryLine(const Counts& counts)
     return DiagnosticLine(text);
 }
 
-}  // namespace
-
+// Prints a line for each file that is rejected, in the order of the names, and a summary as a diagnostic.
+// Returns the exit code. Throws OutputError.
 int Check(const CheckRequest& request, Console& console)
 {
     const auto make = [&](OrderedBatches<CheckBatch>& batches) {
@@ -131,6 +142,8 @@ int Check(const CheckRequest& request, Console& console)
         console.err << SummaryLine(counts);
     return counts.rejected + counts.unreadable == 0 ? ExitCode::Done : ExitCode::Rejected;
 }
+
+}  // namespace
 
 void AddCheckCommand(CLI::App& app, Console& console, int& exitCode)
 {

@@ -6,23 +6,8 @@
 #include <sstream>
 #include <vector>
 
-#include "cli/Check.h"
+#include "cli/Commands.h"
 #include "cli/Console.h"
-#include "cli/Diff.h"
-#include "cli/Download.h"
-#include "cli/Dump.h"
-#include "cli/Edit.h"
-#include "cli/Format.h"
-#include "cli/IdentityCommand.h"
-#include "cli/Image.h"
-#include "cli/JournalCommand.h"
-#include "cli/Make.h"
-#include "cli/Render.h"
-#include "cli/ReportCommand.h"
-#include "cli/Scan.h"
-#include "cli/SeriesCommand.h"
-#include "cli/Show.h"
-#include "cli/Verify.h"
 
 namespace kelvora {
 

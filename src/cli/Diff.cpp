@@ -1,5 +1,4 @@
-#include "cli/Diff.h"
-
+// The command "diff": what is different between a setup file and others, or the files of two folders.
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <functional>
@@ -7,8 +6,12 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
+#include "cli/Commands.h"
+#include "cli/Console.h"
 #include "cli/DifferenceOutput.h"
 #include "cli/SetupNames.h"
 #include "cli/Told.h"
@@ -17,6 +20,14 @@
 namespace kelvora {
 
 namespace {
+
+struct DiffRequest {
+    std::string before;
+    std::vector<std::string> after;  ///< each is compared with `before`: files and folders, as for the
+                                     ///< command "check"; where `before` is a folder, folders
+    bool json = false;
+    bool quiet = false;  ///< nothing is printed
+};
 
 constexpr int Same = 0;
 constexpr int Different = 1;
@@ -152,12 +163,16 @@ int DiffFiles(const DiffRequest& request, Console& console)
         console);
 }
 
-}  // namespace
-
+// Prints the differences of each pair that has some, a line each. Of two folders the files are pairs that
+// have the same name below them, and one that stands in one of them only is told. Returns the exit code as
+// programs of this name do: 0 all are the same, 1 some differ, 2 a file was rejected or could not be read,
+// or there is none. Throws OutputError.
 int Diff(const DiffRequest& request, Console& console)
 {
     return IsFolder(request.before) ? DiffFolders(request, console) : DiffFiles(request, console);
 }
+
+}  // namespace
 
 void AddDiffCommand(CLI::App& app, Console& console, int& exitCode)
 {

@@ -1,12 +1,15 @@
-#include "cli/Download.h"
-
+// The commands "download" and "restore": a setup file, or a dump as it is, brought into the device on a line.
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "cli/CommandNote.h"
+#include "cli/Commands.h"
+#include "cli/Console.h"
 #include "cli/FlashJson.h"
+#include "cli/LineAccess.h"
 #include "cli/LineReport.h"
 #include "cli/LineRun.h"
 #include "cli/Verdict.h"
@@ -19,6 +22,15 @@
 namespace kelvora {
 
 namespace {
+
+struct DownloadRequest {
+    LineOptions line;
+    std::string file;
+    bool isDump = false;        ///< `file` is a dump
+    bool yes = false;           ///< not asked
+    bool eraseContent = false;  ///< the device may lose key contents
+    bool thisLine = false;      ///< a dump that names no modules is for this line
+};
 
 using Reason = TransferResult::Reason;
 
@@ -143,8 +155,8 @@ int ExitCodeOf(const TransferResult& result)
     return ExitCode::Line;
 }
 
-}  // namespace
-
+// Shows what will change and asks, keeps a backup, and prints what the device holds in the end. Returns the
+// exit code: Usage when nobody can be asked. Throws OutputError, LineAccessError.
 int RunDownload(const DownloadRequest& request, Console& console, LineAccess& access)
 {
     if (!request.yes && !access.CanAsk())
@@ -173,8 +185,6 @@ int RunDownload(const DownloadRequest& request, Console& console, LineAccess& ac
         Emit(console, PortName(request.line.port) + ": " + text + "\n");
     return exitCode;
 }
-
-namespace {
 
 void AddCommand(CLI::App* command, const std::string& fileHelp, bool isDump, Console& console,
                 LineAccess& access, int& exitCode)

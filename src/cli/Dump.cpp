@@ -1,10 +1,13 @@
-#include "cli/Dump.h"
-
+// The command "dump": the flash image of the device on a line, as a dump that can be restored.
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <string>
 
 #include "cli/CommandNote.h"
+#include "cli/Commands.h"
+#include "cli/Console.h"
 #include "cli/FlashJson.h"
+#include "cli/LineAccess.h"
 #include "cli/LineReport.h"
 #include "cli/LineRun.h"
 #include "flash/DumpSource.h"
@@ -13,6 +16,15 @@
 
 namespace kelvora {
 
+namespace {
+
+struct DumpRequest {
+    LineOptions line;
+    std::string output;  ///< where it is written, the old file kept as ".bak"; standard output when empty
+};
+
+// Nothing is printed or written when the line fails. Returns the exit code. Throws OutputError,
+// LineAccessError.
 int Dump(const DumpRequest& request, Console& console, LineAccess& access)
 {
     if (!WorkOnOutput(request.line, console,
@@ -49,6 +61,8 @@ int Dump(const DumpRequest& request, Console& console, LineAccess& access)
         Emit(console, dump);
     return read.IsDone() ? ExitCode::Done : ExitCode::Line;
 }
+
+}  // namespace
 
 void AddDumpCommand(CLI::App& app, Console& console, LineAccess& access, int& exitCode)
 {

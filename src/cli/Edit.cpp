@@ -1,5 +1,4 @@
-#include "cli/Edit.h"
-
+// The command "edit": settings and keys changed in many setup files alike.
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
@@ -12,10 +11,16 @@
 #include <optional>
 #include <span>
 #include <stdexcept>
+#include <string>
 #include <thread>
 #include <unordered_set>
+#include <utility>
+#include <vector>
 
+#include "cli/Commands.h"
+#include "cli/Console.h"
 #include "cli/DifferenceOutput.h"
+#include "cli/LineAccess.h"
 #include "cli/LineReport.h"
 #include "cli/OrderedWork.h"
 #include "cli/SetupJson.h"
@@ -32,6 +37,16 @@
 namespace kelvora {
 
 namespace {
+
+struct EditRequest {
+    std::vector<std::string> names;  ///< files and folders, as for the command "check"
+    std::vector<std::string> set;    ///< as ParseSetting takes them, in UTF-8
+    std::vector<std::pair<std::string, std::string>> keysFrom;  ///< a setup file, and the module in it
+    std::vector<std::string> where;  ///< as ParseCondition takes them; all are to hold
+    bool dryRun = false;             ///< nothing is written, and nothing asked
+    bool yes = false;                ///< nothing is asked
+    bool json = false;               ///< with one of these two
+};
 
 // What is to be done with each setup.
 struct Task {
@@ -297,8 +312,9 @@ std::string CheckUsage(const EditRequest& request)
     return {};
 }
 
-}  // namespace
-
+// Prints what changes in each setup, asks once for all (on `access`), and saves those that change. One in
+// which a change is not legal is told and left whole, and so is one that has changed since it was shown.
+// Returns the exit code. Throws OutputError.
 int Edit(const EditRequest& request, Console& console, LineAccess& access)
 {
     if (const std::string wrong = CheckUsage(request); !wrong.empty())
@@ -324,6 +340,8 @@ int Edit(const EditRequest& request, Console& console, LineAccess& access)
     console.err << SummaryLine(counts, task);
     return ExitCodeOf(counts);
 }
+
+}  // namespace
 
 void AddEditCommand(CLI::App& app, Console& console, LineAccess& access, int& exitCode)
 {

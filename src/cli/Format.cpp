@@ -1,10 +1,13 @@
-#include "cli/Format.h"
-
+// The command "format": setup files written anew, as a setup window saves them.
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <string>
 #include <utility>
+#include <vector>
 
+#include "cli/Commands.h"
+#include "cli/Console.h"
 #include "cli/SetupJson.h"
 #include "cli/SetupOutput.h"
 #include "cli/Told.h"
@@ -16,6 +19,14 @@
 namespace kelvora {
 
 namespace {
+
+struct FormatRequest {
+    std::vector<std::string> names;  ///< files and folders, as for the command "check"
+    std::string output;              ///< where the one is written; standard output when empty
+    std::string outputFolder;        ///< where each is written, under its name; not together with `output`
+    bool inPlace = false;            ///< each is written over itself; not together with either
+    bool json = false;
+};
 
 // What became of a file, as an object: the text itself where it was not written to a file.
 std::string FormatJson(const PlacedSetup& setup, const Verdict& verdict, const std::string& text)
@@ -65,8 +76,8 @@ std::vector<PlacedSetup> Place(const FormatRequest& request, std::vector<FoundNa
     return placed;
 }
 
-}  // namespace
-
+// A file that is replaced is kept as ".bak"; one that already has the content is left alone, with its
+// ".bak". Nothing is written of a file that is not accepted. Returns the exit code. Throws OutputError.
 int Format(const FormatRequest& request, Console& console)
 {
     const bool toFolder = !request.outputFolder.empty();
@@ -85,6 +96,8 @@ int Format(const FormatRequest& request, Console& console)
         Place(request, std::move(names)),
         [&](const PlacedSetup& setup) { return FormatFile(setup, request.json); }, console);
 }
+
+}  // namespace
 
 void AddFormatCommand(CLI::App& app, Console& console, int& exitCode)
 {

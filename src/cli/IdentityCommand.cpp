@@ -1,10 +1,12 @@
-#include "cli/IdentityCommand.h"
-
+// The options of the command "identity", which cli/Identity.h carries out.
 #include <CLI/CLI.hpp>
 #include <memory>
 
 #include "cli/CommandNote.h"
+#include "cli/Commands.h"
+#include "cli/Console.h"
 #include "cli/Identity.h"
+#include "cli/LineAccess.h"
 #include "cli/LineReport.h"
 #include "eeprom/IdentityCopy.h"
 #include "platform/posix/PosixFiles.h"

@@ -1,10 +1,13 @@
-#include "cli/Image.h"
-
+// The command "image": the flash images of setup files, without a device.
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <string>
 #include <utility>
 #include <variant>
+#include <vector>
 
+#include "cli/Commands.h"
+#include "cli/Console.h"
 #include "cli/FlashJson.h"
 #include "cli/LineReport.h"
 #include "cli/SetupOutput.h"
@@ -21,6 +24,13 @@
 namespace kelvora {
 
 namespace {
+
+struct ImageRequest {
+    std::vector<std::string> names;  ///< files and folders, as for the command "check"
+    std::string output;              ///< where the one is written; standard output when empty
+    std::string outputFolder;        ///< where each is written, named after its file; not with `output`
+    bool json = false;
+};
 
 constexpr std::string_view DumpEnding = ".mem";
 
@@ -85,8 +95,9 @@ std::vector<PlacedSetup> Place(const ImageRequest& request, std::vector<FoundNam
     return placed;
 }
 
-}  // namespace
-
+// Writes the images as dumps; what a device would hold and the setup does not say is erased in them. What
+// is replaced in `output` is kept as a save does, in `outputFolder` under its name and ".bak". Returns the
+// exit code. Throws OutputError.
 int Image(const ImageRequest& request, Console& console)
 {
     const bool toFolder = !request.outputFolder.empty();
@@ -101,6 +112,8 @@ int Image(const ImageRequest& request, Console& console)
         Place(request, std::move(names)),
         [&](const PlacedSetup& setup) { return ImageOfFile(setup, request); }, console);
 }
+
+}  // namespace
 
 void AddImageCommand(CLI::App& app, Console& console, int& exitCode)
 {

@@ -1,16 +1,24 @@
-#include "cli/JournalCommand.h"
-
+// The command "journal": what was done with devices, from windows, commands and the wizard.
 #include <CLI/CLI.hpp>
 #include <memory>
 
 #include "catalogue/OneLineText.h"
+#include "cli/Commands.h"
+#include "cli/Console.h"
+#include "cli/LineAccess.h"
 #include "journal/Journal.h"
+#include "journal/JournalFilter.h"
 #include "platform/Files.h"
 #include "platform/PortName.h"
 
 namespace kelvora {
 
 namespace {
+
+struct JournalRequest {
+    JournalFilter filter;
+    bool json = false;  ///< the entries as the journal has them
+};
 
 // For people: what is not known is left out.
 std::string EntryLine(const JournalEntry& entry)
@@ -28,8 +36,7 @@ std::string CheckDate(const std::string& text)
     return IsJournalDate(text) ? std::string() : "expected a day such as 2026-03-09, or 2026-03-09 07:05";
 }
 
-}  // namespace
-
+// Prints a line for each entry that fits, the oldest first. Returns the exit code. Throws OutputError.
 int ShowJournal(const JournalRequest& request, Console& console, const LineAccess& access)
 {
     JournalContent content;
@@ -50,6 +57,8 @@ int ShowJournal(const JournalRequest& request, Console& console, const LineAcces
                                       std::to_string(content.damaged));
     return ExitCode::Done;
 }
+
+}  // namespace
 
 void AddJournalCommand(CLI::App& app, Console& console, LineAccess& access, int& exitCode)
 {

@@ -1,14 +1,16 @@
-#include "cli/Make.h"
-
+// The command "make": a setup file from the JSON of a setup.
 #include <CLI/CLI.hpp>
 #include <array>
 #include <cerrno>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <string>
 #include <system_error>
 #include <utility>
 
+#include "cli/Commands.h"
+#include "cli/Console.h"
 #include "cli/SetupFromJson.h"
 #include "cli/SetupJson.h"
 #include "cli/SetupOutput.h"
@@ -21,6 +23,12 @@
 namespace kelvora {
 
 namespace {
+
+struct MakeRequest {
+    std::string name;    ///< a file, or "-" for standard input
+    std::string output;  ///< where the setup is written; standard output when empty
+    bool json = false;
+};
 
 using Json = nlohmann::ordered_json;
 
@@ -63,8 +71,8 @@ Made MakeSetup(const MakeRequest& request, Console& console)
     }
 }
 
-}  // namespace
-
+// Writes the setup as the program saves it; a file that is replaced is kept as ".bak". Nothing is written of
+// what is no setup. Returns the exit code. Throws OutputError.
 int Make(const MakeRequest& request, Console& console)
 {
     if (IsSameFile(request.name, request.output))
@@ -86,6 +94,8 @@ int Make(const MakeRequest& request, Console& console)
     }
     return isMade ? ExitCode::Done : ExitCode::Rejected;
 }
+
+}  // namespace
 
 void AddMakeCommand(CLI::App& app, Console& console, int& exitCode)
 {

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <optional>
 
+#include "cli/Commands.h"
 #include "cli/RenderFolder.h"
 #include "cli/RenderedFile.h"
 #include "cli/SetupNames.h"

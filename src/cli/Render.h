@@ -7,10 +7,6 @@
 
 #include "cli/Console.h"
 
-namespace CLI {
-class App;
-}
-
 namespace kelvora {
 
 struct RenderRequest {
@@ -26,7 +22,5 @@ struct RenderRequest {
 /// Makes the pictures; what is replaced is kept under its name and ".bak". Files that are not accepted give a
 /// diagnostic, the others are drawn. Returns the exit code. Throws OutputError, PictureError.
 int Render(const RenderRequest& request, Console& console);
-
-void AddRenderCommand(CLI::App& app, Console& console, int& exitCode);
 
 }  // namespace kelvora

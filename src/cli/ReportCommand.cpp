@@ -1,11 +1,15 @@
-#include "cli/ReportCommand.h"
-
+// The command "report": one page on many tills, for people who look rather than read.
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <chrono>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
+#include <string>
+#include <vector>
 
+#include "cli/Commands.h"
+#include "cli/Console.h"
 #include "cli/ReportSources.h"
 #include "cli/SetupNames.h"
 #include "cli/SetupOutput.h"
@@ -17,6 +21,15 @@
 namespace kelvora {
 
 namespace {
+
+struct ReportRequest {
+    std::vector<std::string> names;  ///< files and folders, as for the command "check"
+    std::string standard{};          ///< the setup that the others are compared with; empty for none
+    std::string results{};           ///< the folder of the results; empty for none
+    std::string output{};            ///< standard output when empty
+    bool json = false;
+    std::chrono::sys_seconds now{};
+};
 
 constexpr const char* PageEnding = ".html";
 
@@ -69,8 +82,9 @@ int WriteReport(const ReportRequest& request, const std::optional<SetupDocument>
     return exitCode;
 }
 
-}  // namespace
-
+// Writes the page; what is replaced is kept under its name and ".bak". Files that are not accepted give a
+// diagnostic and a row with the reason; without the standard, or the folder of the results, there is no
+// page. Returns the exit code. Throws OutputError.
 int MakeReport(const ReportRequest& request, Console& console)
 {
     if (request.json && request.output.empty())
@@ -91,6 +105,8 @@ int MakeReport(const ReportRequest& request, Console& console)
         return ExitCode::Rejected;
     }
 }
+
+}  // namespace
 
 void AddReportCommand(CLI::App& app, Console& console, int& exitCode)
 {

@@ -1,12 +1,15 @@
-#include "cli/Scan.h"
-
+// The command "scan": the modules that hang on a line, as a setup.
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <string>
 #include <vector>
 
 #include "cli/CommandNote.h"
+#include "cli/Commands.h"
+#include "cli/Console.h"
 #include "cli/FlashJson.h"
+#include "cli/LineAccess.h"
 #include "cli/LineReport.h"
 #include "cli/LineRun.h"
 #include "cli/SetupJson.h"
@@ -18,6 +21,11 @@
 namespace kelvora {
 
 namespace {
+
+struct ScanRequest {
+    LineOptions line;
+    std::string output;  ///< the setup file to write; empty for none
+};
 
 ScanOutcome RunScan(const ScanRequest& request, Console& console, LineAccess& access)
 {
@@ -55,8 +63,8 @@ void PrintSetup(const ScanRequest& request, const ScanOutcome& scan, const std::
     }
 }
 
-}  // namespace
-
+// Prints the setup and writes it where it is wanted. Nothing is printed or written when the line fails.
+// Returns the exit code. Throws OutputError, LineAccessError.
 int Scan(const ScanRequest& request, Console& console, LineAccess& access)
 {
     if (!WorkOnOutput(request.line, console,
@@ -77,6 +85,8 @@ int Scan(const ScanRequest& request, Console& console, LineAccess& access)
     PrintSetup(request, scan, remarks, console);
     return ExitCode::Done;
 }
+
+}  // namespace
 
 void AddScanCommand(CLI::App& app, Console& console, LineAccess& access, int& exitCode)
 {

@@ -1,11 +1,14 @@
-#include "cli/SeriesCommand.h"
-
+// The command "series": the same setup, or each terminal's own, into one till after another on one line.
 #include <CLI/CLI.hpp>
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "catalogue/OneLineText.h"
 #include "cli/CommandNote.h"
+#include "cli/Commands.h"
+#include "cli/Console.h"
+#include "cli/LineAccess.h"
 #include "cli/LineReport.h"
 #include "cli/LineRun.h"
 #include "flash/Backups.h"
@@ -19,6 +22,14 @@
 namespace kelvora {
 
 namespace {
+
+struct SeriesRequest {
+    LineOptions line;
+    std::string setup;   ///< a setup file; empty with `folder`
+    std::string folder;  ///< of the terminals' own setups; empty with `setup`
+    int count = 0;       ///< tills after which it ends; 0 for never
+    bool yes = false;    ///< not asked
+};
 
 using Kind = SeriesEvent::Kind;
 using Result = JournalEntry::Result;
@@ -183,8 +194,8 @@ int ExitCodeOf(const SeriesCounts& counts)
     return counts.failed > 0 ? ExitCode::Rejected : ExitCode::Done;
 }
 
-}  // namespace
-
+// Asks once, then prints what happens as it does. Returns the exit code. Throws OutputError,
+// LineAccessError.
 int RunSeries(const SeriesRequest& request, Console& console, LineAccess& access)
 {
     if (!request.yes && !access.CanAsk())
@@ -216,6 +227,8 @@ int RunSeries(const SeriesRequest& request, Console& console, LineAccess& access
     }
     return ExitCodeOf(run.Run());
 }
+
+}  // namespace
 
 void AddSeriesCommand(CLI::App& app, Console& console, LineAccess& access, int& exitCode)
 {

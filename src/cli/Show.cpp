@@ -1,3 +1,4 @@
+// The command "show": the modules of setup files, with their options and key grids.
 #include "cli/Show.h"
 
 #include <CLI/CLI.hpp>
@@ -5,8 +6,12 @@
 #include <array>
 #include <cstdio>
 #include <memory>
+#include <string>
 #include <string_view>
+#include <vector>
 
+#include "cli/Commands.h"
+#include "cli/Console.h"
 #include "cli/KeyGridText.h"
 #include "cli/SetupJson.h"
 #include "cli/SetupNames.h"
@@ -20,6 +25,11 @@
 namespace kelvora {
 
 namespace {
+
+struct ShowRequest {
+    std::vector<std::string> names;  ///< files and folders, as for the command "check"
+    bool json = false;
+};
 
 constexpr std::string_view GridIndent = "  ";
 constexpr std::size_t NameWidth = 31;
@@ -113,18 +123,6 @@ std::string ModuleText(const ModuleRecord& record, int firstKeyNumber)
     return text;
 }
 
-}  // namespace
-
-std::string SetupText(const SetupDocument& document)
-{
-    std::string text;
-    for (const ModuleRecord& record : document.Modules)
-        text += ModuleText(record, FirstKeyNumber(record.Kind, document.Modules));
-    return text.empty() ? "no modules\n" : text;
-}
-
-namespace {
-
 Told ShowFile(const FoundName& name, bool json)
 {
     std::string text;
@@ -135,8 +133,8 @@ Told ShowFile(const FoundName& name, bool json)
     return {json ? SetupJson(name.path, document) : name.path + "\n" + SetupText(document), {}};
 }
 
-}  // namespace
-
+// Prints the setups in the order of the names; a file that is rejected or cannot be read gives a
+// diagnostic. Returns the exit code. Throws OutputError.
 int Show(const ShowRequest& request, Console& console)
 {
     const std::vector<FoundName> names = AllSetups(request.names, console.in);
@@ -145,6 +143,16 @@ int Show(const ShowRequest& request, Console& console)
     return TellInOrder(
         names, [&](const FoundName& name) { return ShowFile(name, request.json); }, console,
         request.json ? "" : "\n");
+}
+
+}  // namespace
+
+std::string SetupText(const SetupDocument& document)
+{
+    std::string text;
+    for (const ModuleRecord& record : document.Modules)
+        text += ModuleText(record, FirstKeyNumber(record.Kind, document.Modules));
+    return text.empty() ? "no modules\n" : text;
 }
 
 void AddShowCommand(CLI::App& app, Console& console, int& exitCode)

@@ -1,10 +1,13 @@
-#include "cli/Verify.h"
-
+// The command "verify": does the device on a line hold what a setup file says?
 #include <CLI/CLI.hpp>
 #include <memory>
+#include <string>
 
 #include "cli/CommandNote.h"
+#include "cli/Commands.h"
+#include "cli/Console.h"
 #include "cli/FlashJson.h"
+#include "cli/LineAccess.h"
 #include "cli/LineReport.h"
 #include "cli/LineRun.h"
 #include "cli/Verdict.h"
@@ -13,6 +16,11 @@
 namespace kelvora {
 
 namespace {
+
+struct VerifyRequest {
+    LineOptions line;
+    std::string file;
+};
 
 using Outcome = VerifyResult::Outcome;
 
@@ -51,8 +59,8 @@ void Report(const VerifyRequest& request, const VerifyResult& result, Console& c
     Emit(console, lines);
 }
 
-}  // namespace
-
+// Compares what the setup decides; prints the outcome and what differs. Returns the exit code: Rejected when
+// something does. Throws OutputError, LineAccessError.
 int VerifyFile(const VerifyRequest& request, Console& console, LineAccess& access)
 {
     Refusal why;
@@ -71,6 +79,8 @@ int VerifyFile(const VerifyRequest& request, Console& console, LineAccess& acces
     Report(request, result, console);
     return ExitCodeOf(result.outcome);
 }
+
+}  // namespace
 
 void AddVerifyCommand(CLI::App& app, Console& console, LineAccess& access, int& exitCode)
 {
