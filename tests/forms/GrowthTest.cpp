@@ -6,6 +6,8 @@
 #include <cstdlib>
 
 #include "forms/MainWindowFixture.h"
+#include "keymap/forms/frmKeyb.h"
+#include "picture/forms/SetupsDialog.h"
 
 #ifdef __has_feature
 #if __has_feature(address_sanitizer) && !defined(__SANITIZE_ADDRESS__)
@@ -36,7 +38,7 @@ double LiveBytes()
 
 class Growth : public MainWindowFixture {
 protected:
-    Growth()
+    Growth() : MainWindowFixture(true)
     {
         // Qt keeps drawn icons for a while, up to a limit of its own.
         QPixmapCache::setCacheLimit(0);
@@ -53,7 +55,7 @@ protected:
     {
         Settle();
         prompt.answers = {Answer::No};
-        Trigger(Command::FileMenuClose);
+        window->AllSetups().front()->parentWidget()->close();
         Settle();
     }
     /// What `round` leaves each time, in bytes. What is made once, whenever that is, does not count.
@@ -65,6 +67,7 @@ protected:
             for (int i = 0; i < times; ++i) {
                 round();
                 prompt.shown.clear();
+                dialogs.asked.clear();
             }
             return LiveBytes();
         };
@@ -95,10 +98,37 @@ TEST_F(Growth, WindowsLeaveNothing)
              window->OpenFiles({PathToQString(path)});
              CloseWindow();
          }},
+        {"key form", 20,
+         [this] {
+             Trigger(Command::FileMenuNew);
+             Trigger(Command::LayoutMenuAddKBMASTER);
+             InDialog<frmKeyb>([this] { Click(StripButton::Master); },
+                               [](frmKeyb& form) { Press(form, "Back"); });
+             CloseWindow();
+         }},
+        {"scan", 5,
+         [this] {
+             Trigger(Command::FileMenuScan);
+             loop.Pass(std::chrono::milliseconds(0));
+             CloseWindow();
+         }},
+        {"comparison", 20,
+         [this] {
+             window->OpenFiles({PathToQString(path)});
+             dialogs.choices.push_back({path, PathFromQString(folder.path()), 1});
+             auto* const menu = window->findChild<QMenu*>("FileMenuCompare");
+             emit menu->aboutToShow();
+             menu->actions().constFirst()->trigger();
+             for (QWidget* const widget : QApplication::topLevelWidgets())
+                 if (auto* const dialog = dynamic_cast<SetupsDialog*>(widget))
+                     dialog->close();
+             CloseWindow();
+         }},
     };
-    for (const Case& row : cases)
+    for (const Case& row : cases) {
         EXPECT_LT(Left(row.rounds, row.round), MostLeft) << row.what;
-    EXPECT_TRUE(window->AllSetups().empty());
+        EXPECT_TRUE(window->AllSetups().empty()) << row.what;
+    }
 }
 
 }  // namespace
