@@ -1,10 +1,7 @@
 #include "layout/forms/ModuleButton.h"
 
-#include <QCryptographicHash>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QPixmapCache>
-#include <QSvgRenderer>
 #include <utility>
 
 namespace kelvora {
@@ -27,11 +24,9 @@ ModuleButton::ModuleButton(StripButton button, QWidget* parent) : QAbstractButto
 
 void ModuleButton::SetPicture(QByteArray svg)
 {
-    if (svg == svg_)
+    if (svg == picture_.Svg())
         return;
-    svg_ = std::move(svg);
-    // Windows that show the same module share its picture.
-    cacheKey_ = QString::fromLatin1(QCryptographicHash::hash(svg_, QCryptographicHash::Md5).toHex());
+    picture_ = SvgPicture(std::move(svg));
     update();
 }
 
@@ -47,27 +42,10 @@ QSize ModuleButton::sizeHint() const
     return {shape.width / TwipsPerPixel, shape.height / TwipsPerPixel};
 }
 
-QPixmap ModuleButton::Picture() const
-{
-    const QSize pixels = size() * devicePixelRatioF();
-    const QString key = cacheKey_ + QStringLiteral("-%1x%2").arg(pixels.width()).arg(pixels.height());
-    QPixmap picture;
-    if (QPixmapCache::find(key, &picture))
-        return picture;
-    picture = QPixmap(pixels);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    QSvgRenderer(svg_).render(&painter);
-    painter.end();
-    picture.setDevicePixelRatio(devicePixelRatioF());
-    QPixmapCache::insert(key, picture);
-    return picture;
-}
-
 void ModuleButton::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
-    painter.drawPixmap(rect(), Picture());
+    painter.drawPixmap(rect(), picture_.Pixels(size(), devicePixelRatioF()));
     QColor mark = palette().color(QPalette::Highlight);
     painter.setRenderHint(QPainter::Antialiasing);
     if (selected_) {

@@ -5,6 +5,7 @@
 #include <QByteArray>
 
 #include "picture/ModuleStrip.h"
+#include "picture/forms/SvgPicture.h"
 
 namespace kelvora {
 
@@ -29,12 +30,9 @@ protected:
     void leaveEvent(QEvent* event) override;
 
 private:
-    QPixmap Picture() const;
-
     StripButton button_;
-    QByteArray svg_;
+    SvgPicture picture_;
     bool selected_ = false;
-    QString cacheKey_;  ///< of the picture, without its size
 };
 
 }  // namespace kelvora
