@@ -111,6 +111,7 @@ public:
         QApplication::setActiveWindow(window_.get());
     }
 
+    void TakeStart();
     void TakeSetup();
     void TakePlacing();
     void TakeKeys();
@@ -154,6 +155,22 @@ private:
     Program program_;
     std::unique_ptr<MDIForm1> window_;
 };
+
+// Files that were opened before, one of which is gone.
+void Studio::TakeStart()
+{
+    for (const char* const name : {"master-mcr.dat", "key-types.dat", "all-four.dat"}) {
+        files_.content[std::string("/home/shop/") + name] =
+            PosixFiles().Read(PathFromQString(folders_.examples) + '/' + name);
+        window_->OpenFiles({QStringLiteral("/home/shop/") + QLatin1String(name)});
+        Run(Command::FileMenuClose);
+        loop_.Pass(milliseconds(0));
+    }
+    files_.content.erase("/home/shop/key-types.dat");
+    for (int pass = 0; pass < 8; ++pass)
+        QCoreApplication::processEvents();
+    viewer_.Take(*window_, "start");
+}
 
 void Studio::TakeSetup()
 {
@@ -328,6 +345,7 @@ void Studio::TakeJournal()
 void TakeAll(const std::string& language, const SceneFolders& folders, const Viewer& viewer)
 {
     Studio studio(language, folders, viewer);
+    studio.TakeStart();
     studio.TakeSetup();
     studio.TakePlacing();
     studio.TakePaper();

@@ -13,6 +13,7 @@ CommandState CommandStateOf(const CommandSituation& situation)
     state.language = true;
     state.about = true;
     state.portNames = true;
+    state.practice = true;
     state.series = true;
     if (!situation.modules)
         return state;

@@ -36,10 +36,11 @@ struct CommandState {
     bool portSettings = false;
     bool portNames = false;  ///< which device stands behind which port
     bool rescan = false;
-    bool flash = false;    ///< download, verify, the dumps and restoring one
-    bool backups = false;  ///< the list of backups, which needs no line
-    bool wizard = false;   ///< the EEPROM wizard
-    bool series = false;   ///< many tills one after another, on lines of their own
+    bool flash = false;     ///< download, verify, the dumps and restoring one
+    bool backups = false;   ///< the list of backups, which needs no line
+    bool wizard = false;    ///< the EEPROM wizard
+    bool practice = false;  ///< begin or end simulated devices
+    bool series = false;    ///< many tills one after another, on lines of their own
     bool language = false;
     bool about = false;    ///< a box that must not come in between
     bool windows = false;  ///< changing between the open windows, and closing them

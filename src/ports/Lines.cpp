@@ -62,6 +62,11 @@ bool Lines::IsAvailable(int line) const
     return opened;
 }
 
+bool Lines::HasSimulation() const
+{
+    return std::ranges::any_of(simulated_, [](bool isSimulated) { return isSimulated; });
+}
+
 bool Lines::IsSimulated(int line) const
 {
     return simulated_.at(IndexOf(line));

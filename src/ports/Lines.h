@@ -39,6 +39,9 @@ public:
     /// Whether a simulation of this program answers on a line, 1 to 4.
     bool IsSimulated(int line) const;
 
+    /// Whether one answers on any line.
+    bool HasSimulation() const;
+
     /// Puts a simulation behind a line that has a port, and takes all simulations away: what stands behind
     /// the ports then is the caller's to say.
     void Simulate(int line, const std::string& device);

@@ -45,6 +45,8 @@ constexpr std::array<CommandRow, CommandCount> Rows{{
     {Command::CommunicationsMenuSettings, "CommunicationsMenuSettings", Message::CommunicationsMenuSettings,
      "", ""},
     {Command::CommunicationsMenuPorts, "CommunicationsMenuPorts", Message::SerialPortsMenu, "", ""},
+    {Command::CommunicationsMenuPractice, "CommunicationsMenuPractice", Message::PracticeMenu, "",
+     "practice"},
     {Command::ToolsMenuRescanLine, "ToolsMenuRescanLine", Message::ToolsMenuRescanLine, "F5", "rescan"},
     {Command::ToolsMenuFlashDownload, "ToolsMenuFlashDownload", Message::ToolsMenuFlashDownload, "",
      "download"},
@@ -56,7 +58,7 @@ constexpr std::array<CommandRow, CommandCount> Rows{{
     {Command::ToolsMenuFlashRestore, "ToolsMenuFlashRestore", Message::RestoreMenu, "", ""},
     {Command::ToolsMenuFlashBackups, "ToolsMenuFlashBackups", Message::BackupsMenu, "", ""},
     {Command::EpromWizard, "EpromWizard", Message::EepromWizard, "", ""},
-    {Command::ToolsMenuSeries, "ToolsMenuSeries", Message::SeriesMenu, "Ctrl+Shift+T", ""},
+    {Command::ToolsMenuSeries, "ToolsMenuSeries", Message::SeriesMenu, "Ctrl+Shift+T", "series"},
     {Command::ToolsMenuJournal, "ToolsMenuJournal", Message::JournalMenu, "Ctrl+J", ""},
     {Command::ViewMenuToolbar, "ViewMenuToolbar", Message::ViewMenuToolbar, "", ""},
     {Command::ViewMenuStatusBar, "ViewMenuStatusBar", Message::ViewMenuStatusBar, "", ""},
@@ -86,7 +88,7 @@ Commands::Commands(QObject* parent)
     (*this)[Command::FileMenuExit].setMenuRole(QAction::QuitRole);
     for (const Command command :
          {Command::CommunicationsMenuPosConnection, Command::CommunicationsMenuKeybConnection,
-          Command::ViewMenuToolbar, Command::ViewMenuStatusBar})
+          Command::CommunicationsMenuPractice, Command::ViewMenuToolbar, Command::ViewMenuStatusBar})
         (*this)[command].setCheckable(true);
 }
 
@@ -132,6 +134,7 @@ void Commands::Apply(const CommandState& state)
         std::pair{Command::LayoutMenuOptions, state.options},
         std::pair{Command::CommunicationsMenuSettings, state.portSettings},
         std::pair{Command::CommunicationsMenuPorts, state.portNames},
+        std::pair{Command::CommunicationsMenuPractice, state.practice},
         std::pair{Command::ToolsMenuRescanLine, state.rescan},
         std::pair{Command::ToolsMenuFlashDownload, state.flash},
         std::pair{Command::ToolsMenuFlashVerify, state.flash},

@@ -36,6 +36,7 @@ enum class Command {
     CommunicationsMenuKeybConnection,
     CommunicationsMenuSettings,
     CommunicationsMenuPorts,
+    CommunicationsMenuPractice,
     ToolsMenuRescanLine,
     ToolsMenuFlashDownload,
     ToolsMenuFlashVerify,

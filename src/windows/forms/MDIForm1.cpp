@@ -5,7 +5,6 @@
 #include <QDragEnterEvent>
 #include <QMdiSubWindow>
 #include <QMimeData>
-#include <QPainter>
 #include <QScreen>
 #include <QStyle>
 #include <QTimer>
@@ -48,6 +47,7 @@ MDIForm1::MDIForm1(Program& program, const QString& configFolder, MachinePorts* 
       commands_(this),
       menu_(*menuBar(), commands_),
       area_(new QMdiArea(this)),
+      start_(new StartPage(commands_, program.world.files, program.texts.Catalogue(), area_)),
       toolbar_(new MainToolbar(commands_, program.texts.Catalogue(), this)),
       status_(new StatusPanels(this)),
       operation_(program.operation, program.lines.Terminals(), program.texts, *status_, *this),
@@ -85,6 +85,7 @@ MDIForm1::MDIForm1(Program& program, const QString& configFolder, MachinePorts* 
     ConnectFlashCommands();
     ConnectGeneralCommands();
     ConnectMenus();
+    ConnectStartPage();
     status_->ShowOperation(ToQString(IdleText(program_.texts)));
     Retranslate();
     Refresh();
@@ -125,7 +126,10 @@ void MDIForm1::ConnectMenus()
     menu_.languages = [this] { return program_.language.Offered(); };
     menu_.language = [this] { return program_.language.Code(); };
     connect(&menu_, &MainMenu::recentFileChosen, &setups_, &SetupWindows::OpenRecent);
-    connect(&menu_, &MainMenu::clearRecentChosen, this, [this] { memory_.ClearRecentFiles(); });
+    connect(&menu_, &MainMenu::clearRecentChosen, this, [this] {
+        memory_.ClearRecentFiles();
+        start_->ListRecentFiles();
+    });
     connect(&menu_, &MainMenu::portChosen, this, [this](int port) {
         if (frmConfig* setup = ActiveSetup())
             setup->SelectPort(static_cast<std::int16_t>(port));
@@ -134,8 +138,35 @@ void MDIForm1::ConnectMenus()
     connect(&menu_, &MainMenu::languageChosen, this, &MDIForm1::ChangeLanguage);
 }
 
+void MDIForm1::ConnectStartPage()
+{
+    start_->hide();
+    start_->recentFiles = [this] { return memory_.RecentFiles(); };
+    connect(start_, &StartPage::opened, this, [this](const QString& path) {
+        setups_.OpenRecent(path);
+        // One that was gone is no longer in the list.
+        if (start_->isVisible())
+            start_->ListRecentFiles();
+    });
+    connect(start_, &StartPage::taken, this, [this](const QString& path) {
+        memory_.RemoveRecentFile(path);
+        if (memory_.RecentFiles().isEmpty())
+            ShowStartPage();
+    });
+}
+
+void MDIForm1::ShowStartPage()
+{
+    start_->setGeometry(area_->rect());
+    start_->raise();
+    start_->show();
+    start_->ListRecentFiles();
+    start_->setFocus();
+}
+
 void MDIForm1::Prepare(frmConfig& setup)
 {
+    connect(setup.parentWidget(), &QObject::destroyed, this, &MDIForm1::Refresh, Qt::QueuedConnection);
     undoGroup_.addStack(&setup.UndoStack());
     recovery_.Watch(setup);
     connect(&setup, &frmConfig::changed, this, &MDIForm1::Refresh);
@@ -172,7 +203,7 @@ void MDIForm1::Retranslate()
     menu_.Retranslate(program_.texts.Catalogue());
     toolbar_->Retranslate();
     status_->Retranslate(program_.texts.Catalogue());
-    area_->viewport()->update();
+    start_->Retranslate();
     lines_.Retranslate();
     setups_.Retranslate();
     comparisons_.Retranslate();
@@ -197,6 +228,11 @@ void MDIForm1::ChangeLanguage(const std::string& language)
 void MDIForm1::Refresh()
 {
     frmConfig* setup = ActiveSetup();
+    const bool isEmpty = area_->subWindowList().isEmpty();
+    if (isEmpty && start_->isHidden())
+        ShowStartPage();
+    else if (!isEmpty)
+        start_->hide();
     comparisons_.Refresh();
     journal_.Refresh();
     undoGroup_.setActiveStack(setup ? &setup->UndoStack() : nullptr);
@@ -215,12 +251,12 @@ void MDIForm1::Refresh()
     status_->ShowMode(ToQString(ModeText(settings.ConnectionMode)));
     status_->ShowPort(ToQString(PortText(settings)));
     status_->ShowSimulated(program_.lines.IsSimulated(settings.CommsPort));
+    commands_[Command::CommunicationsMenuPractice].setChecked(program_.lines.HasSimulation());
     // The wizard is busy and says so with its status alone.
     if (program_.operation.Name().empty())
         status_->ShowOperation(program_.operation.IsBusy() ? QString() : ToQString(IdleText(program_.texts)));
     if (!setup) {
         status_->ShowStatus(QString());
-        area_->viewport()->update();
         return;
     }
     if (program_.operation.IsBusy()) {
@@ -230,6 +266,13 @@ void MDIForm1::Refresh()
     commands_.NameUndo(program_.texts.Catalogue(), setup->UndoName(), setup->RedoName());
     status_->ShowStatus(setup->IsPlacing() ? ToQString(program_.texts.Caption(Message::PlacingHint))
                                            : PathToQString(setup->Session().File().path));
+}
+
+void MDIForm1::ShowPractice()
+{
+    Refresh();
+    if (program_.lines.HasSimulation())
+        ShowHint(Message::PracticeBegun);
 }
 
 void MDIForm1::ShowHint(const MessageId& hint)
@@ -292,12 +335,20 @@ void MDIForm1::closeEvent(QCloseEvent* event)
 
 void MDIForm1::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (!LocalFiles(*event->mimeData()).isEmpty())
-        event->acceptProposedAction();
+    if (LocalFiles(*event->mimeData()).isEmpty())
+        return;
+    event->acceptProposedAction();
+    start_->ShowDrop(true);
+}
+
+void MDIForm1::dragLeaveEvent(QDragLeaveEvent* /*event*/)
+{
+    start_->ShowDrop(false);
 }
 
 void MDIForm1::dropEvent(QDropEvent* event)
 {
+    start_->ShowDrop(false);
     // A copy: the source must not take the file away. Opening may ask questions, and the source waits for
     // this.
     event->setDropAction(Qt::CopyAction);
@@ -307,19 +358,11 @@ void MDIForm1::dropEvent(QDropEvent* event)
 
 bool MDIForm1::eventFilter(QObject* watched, QEvent* event)
 {
-    const bool handled = QMainWindow::eventFilter(watched, event);
     if (event->type() == QEvent::PaletteChange)
         area_->setBackground(palette().brush(QPalette::Window));
-    if (event->type() != QEvent::Paint || watched != area_->viewport() || !area_->subWindowList().isEmpty())
-        return handled;
-    QPainter painter(area_->viewport());
-    painter.fillRect(area_->viewport()->rect(), palette().brush(QPalette::Window));
-    QColor faint = palette().color(QPalette::WindowText);
-    faint.setAlphaF(0.75F);
-    painter.setPen(faint);
-    painter.drawText(area_->viewport()->rect().adjusted(40, 0, -40, 0), Qt::AlignCenter | Qt::TextWordWrap,
-                     ToQString(program_.texts.Caption(Message::EmptyMain)));
-    return true;
+    else if (event->type() == QEvent::Resize)
+        start_->setGeometry(area_->rect());
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void MDIForm1::ShowAbout()

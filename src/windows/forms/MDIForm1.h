@@ -18,6 +18,7 @@
 #include "windows/forms/SeriesForms.h"
 #include "windows/forms/SetupComparisons.h"
 #include "windows/forms/SetupWindows.h"
+#include "windows/forms/StartPage.h"
 #include "windows/forms/StatusPanels.h"
 #include "windows/forms/WindowMemory.h"
 
@@ -44,6 +45,9 @@ public:
     /// Shows anew what depends on the program's state.
     void Refresh();
 
+    /// Simulated devices have begun, or ended.
+    void ShowPractice();
+
     frmConfig* ActiveSetup() const { return setups_.Active(); }
     std::vector<frmConfig*> AllSetups() const { return setups_.All(); }
 
@@ -57,12 +61,16 @@ signals:
     /// The two seconds of closing down are over.
     void closed();
 
+    /// Simulated devices are to be begun, or ended.
+    void practiceChosen(bool isWanted);
+
     /// The program speaks another language.
     void languageChanged();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -73,6 +81,8 @@ private:
     void ConnectFlashCommands();
     void ConnectGeneralCommands();
     void ConnectMenus();
+    void ConnectStartPage();
+    void ShowStartPage();
     void Prepare(frmConfig& setup);
     void Retranslate();
     void ChangeLanguage(const std::string& language);
@@ -105,6 +115,7 @@ private:
     Commands commands_;
     MainMenu menu_;
     QMdiArea* area_;
+    StartPage* start_;
     MainToolbar* toolbar_;
     StatusPanels* status_;
     OperationView operation_;

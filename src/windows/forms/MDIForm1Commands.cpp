@@ -58,6 +58,7 @@ void MDIForm1::ConnectLineCommands()
     On(Command::ToolsMenuJournal, [this] { journal_.Show(); });
     commands_[Command::ToolsMenuJournal].setVisible(program_.notes.Journal() != nullptr);
     On(Command::CommunicationsMenuPorts, [this] { lines_.ShowPorts(); });
+    On(Command::CommunicationsMenuPractice, [this](bool isWanted) { emit practiceChosen(isWanted); });
     On(Command::ViewMenuLineMonitor, [this] { lines_.ShowMonitor(); });
     commands_[Command::CommunicationsMenuPorts].setVisible(lines_.HasPorts());
     OnSetup(Command::ToolsMenuRescanLine, [](frmConfig& setup) { setup.ToolsMenuRescanLine_Click(); });

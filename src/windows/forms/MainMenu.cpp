@@ -108,6 +108,8 @@ void MainMenu::MakeCommunicationsMenu(QMenuBar& bar)
     });
     menu->addAction(&commands_[Command::CommunicationsMenuSettings]);
     menu->addAction(&commands_[Command::CommunicationsMenuPorts]);
+    menu->addSeparator();
+    menu->addAction(&commands_[Command::CommunicationsMenuPractice]);
     // Without a setup window only the ports themselves can be chosen.
     setupEntries_.push_back(lines_->menuAction());
     setupEntries_.push_back(&commands_[Command::CommunicationsMenuSettings]);

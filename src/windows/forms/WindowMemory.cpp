@@ -10,7 +10,7 @@ namespace kelvora {
 
 namespace {
 
-constexpr qsizetype MostRecentFiles = 10;
+constexpr qsizetype MostRecentFiles = 12;
 
 constexpr auto GeometryKey = "Window/Geometry";
 constexpr auto StateKey = "Window/State";

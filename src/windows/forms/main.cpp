@@ -23,7 +23,6 @@
 #include "network/qt/QtLinePort.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/posix/StopSignal.h"
-#include "platform/qt/BenchProcess.h"
 #include "platform/qt/QtEventLoop.h"
 #include "platform/qt/QtFileDialogs.h"
 #include "platform/qt/QtPrompt.h"
@@ -35,6 +34,7 @@
 #include "windows/forms/Icons.h"
 #include "windows/forms/MDIForm1.h"
 #include "windows/forms/QtTexts.h"
+#include "windows/forms/SimulatedDevices.h"
 #include "windows/forms/SingleCopy.h"
 
 namespace kelvora {
@@ -147,38 +147,6 @@ public:
     }
 };
 
-// The names of a dead simulation may soon be another program's. No box comes into a running operation.
-void TellBenchEnded(Program& program, MDIForm1& window, const PortNames& names)
-{
-    constexpr std::chrono::milliseconds LookAgain{200};
-    if (program.operation.IsBusy()) {
-        program.world.eventLoop.After(LookAgain, [&] { TellBenchEnded(program, window, names); });
-        return;
-    }
-    program.lines.EndSimulation();
-    names.ApplyTo(program.lines.AllPorts());
-    window.Refresh();
-    program.texts.Show(Message::BenchEnded, {BoxIcon::Exclamation});
-}
-
-// The simulated devices take the place of COM1 and COM2.
-void StartBench(BenchProcess& bench, const std::string& stateFile, Program& program, MDIForm1& window,
-                const PortNames& names)
-{
-    if (!bench.Start(stateFile)) {
-        program.texts.Show(Message::BenchNotStarted, {BoxIcon::Exclamation}, bench.LastError());
-        return;
-    }
-    for (std::size_t i = 0; i < bench.Devices().size(); ++i) {
-        // A line that was named is meant.
-        if (names.IsFixed(static_cast<int>(i) + 1))
-            continue;
-        program.lines.Simulate(static_cast<int>(i) + 1, bench.Devices()[i]);
-    }
-    bench.onEnded = [&] { TellBenchEnded(program, window, names); };
-    window.Refresh();
-}
-
 // The wish of the system, or of the terminal that the program was started from, to end it: what works on a
 // line stops and gives it back, then the program ends, whatever is open; what is unsaved is offered at the
 // next start.
@@ -243,7 +211,14 @@ int Run(QApplication& application, StopSignal& stopSignal)
         program.operation.AskToStop();
         window.Unsaved().KeepNow();
     });
-    BenchProcess bench;
+    SimulatedDevices simulated(program, names);
+    QObject::connect(&simulated, &SimulatedDevices::changed, &window, &MDIForm1::ShowPractice);
+    QObject::connect(&window, &MDIForm1::practiceChosen, &simulated, [&](bool isWanted) {
+        if (isWanted)
+            simulated.Begin({});
+        else
+            simulated.End();
+    });
     QObject::connect(&window, &MDIForm1::languageChanged,
                      [&] { TranslateQt(translator, program.language.Code()); });
     QObject::connect(&window, &MDIForm1::shutdownBegun, &copy, &SingleCopy::StopListening);
@@ -253,7 +228,7 @@ int Run(QApplication& application, StopSignal& stopSignal)
     // What the first picture does not need comes after it.
     QTimer::singleShot(0, &window, [&] {
         if (arguments.bench)
-            StartBench(bench, arguments.benchState, program, window, names);
+            simulated.Begin(arguments.benchState);
         copy.Listen();
         if (names.HasProblem())
             prompt.Show(ProductName, names.Problem(program.texts.Catalogue()), {BoxIcon::Exclamation});

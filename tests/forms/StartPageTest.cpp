@@ -1,0 +1,77 @@
+#include <QSettings>
+
+#include "forms/MainWindowFixture.h"
+
+namespace kelvora {
+namespace {
+
+class StartPageForm : public MainWindowFixture {
+protected:
+    StartPageForm()
+    {
+        files.Write(path, "[Kelvora]\r\nVersion = 2.0\r\n[KM096]\r\n[MCR]\r\n");
+        files.Write(broken, "[KM064]\r\n[KM096]\r\n");
+        QSettings memory(folder.path() + QStringLiteral("/Kelvora.ini"), QSettings::IniFormat);
+        memory.setValue("RecentFiles",
+                        QStringList{PathToQString(broken), folder.path() + "/gone.dat", PathToQString(path)});
+        memory.sync();
+        Start();
+        // A pass for each card and one more.
+        for (int pass = 0; pass < 8; ++pass)
+            QCoreApplication::processEvents();
+    }
+
+    StartPage& Page() { return *window->findChild<StartPage*>(); }
+    SetupCards& Cards() { return *Page().findChild<SetupCards*>(); }
+    QString Told(int row) { return Cards().model()->index(row, 0).data(Qt::AccessibleTextRole).toString(); }
+    void Key(Qt::Key key) { QTest::keyClick(&Cards(), key); }
+
+    std::string broken = Folder() + "/broken.dat";
+};
+
+TEST_F(StartPageForm, TellsOfEachFileOpensItAndTakesItFromTheList)
+{
+    ASSERT_EQ(Cards().model()->rowCount(), 3);
+    EXPECT_TRUE(Told(0).startsWith("broken.dat, The file cannot be read.")) << Told(0).toStdString();
+    EXPECT_TRUE(Told(1).startsWith("gone.dat, The file is no longer there.")) << Told(1).toStdString();
+    EXPECT_TRUE(Told(2).startsWith("Till.dat, KM096, MCR, 2")) << Told(2).toStdString();
+
+    EXPECT_TRUE(Cards().hasFocus());
+    Key(Qt::Key_Delete);
+    EXPECT_EQ(Cards().model()->rowCount(), 2);
+    Key(Qt::Key_Return);
+    ASSERT_EQ(prompt.shown.size(), 1U);
+    EXPECT_TRUE(prompt.shown[0].body.starts_with(Message::NotFound.fallback));
+    EXPECT_EQ(Cards().model()->rowCount(), 1) << "what is gone is told of once";
+
+    Key(Qt::Key_Space);
+    ASSERT_NE(window->ActiveSetup(), nullptr);
+    EXPECT_FALSE(Page().isVisible());
+    Trigger(Command::FileMenuClose);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(Page().isVisible());
+    EXPECT_TRUE(Cards().hasFocus());
+    Key(Qt::Key_Delete);
+    EXPECT_TRUE(Page().findChild<QLabel*>("NoRecent")->isVisible());
+    EXPECT_TRUE(Page().isAncestorOf(QApplication::focusWidget())) << "the keys still go to the page";
+    EXPECT_TRUE(files.Exists(path)) << "the files stay";
+}
+
+TEST_F(StartPageForm, ItsButtonsAreTheMenusCommands)
+{
+    auto& practice = *Page().findChild<QAbstractButton*>("StartCommunicationsMenuPractice");
+    std::vector<bool> wanted;
+    QObject::connect(window.get(), &MDIForm1::practiceChosen,
+                     [&](bool isWanted) { wanted.push_back(isWanted); });
+    practice.click();
+    EXPECT_EQ(wanted, std::vector{true});
+    EXPECT_FALSE(Page().findChild<QAbstractButton*>("StartFileMenuScan")->isEnabled()) << "there is no port";
+    auto& create = *Page().findChild<QAbstractButton*>("StartFileMenuNew");
+    create.setFocus();
+    QTest::keyClick(&create, Qt::Key_Return);
+    EXPECT_NE(window->ActiveSetup(), nullptr);
+}
+
+}  // namespace
+}  // namespace kelvora
