@@ -67,7 +67,7 @@ using() {
         [[ $(as_person "$program" --version) == *" ${version%-*}" ]] || fail "$program has another version than its package"
         zcat "/usr/share/man/man1/$program.1.gz" | grep -q '^\.SH OPTIONS' || fail "$program has no manual page"
     done
-    quietly as_person kelvora-cli check "$examples"
+    quietly as_person kelvora-cli check "$examples" /opt/kelvora/bin/templates
     quietly as_person kelvora-cli scan --bench -o "$home/till.dat"
     quietly as_person kelvora-cli check "$home/till.dat"
     for kind in svg png pdf; do

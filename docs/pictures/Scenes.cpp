@@ -49,6 +49,8 @@ using std::chrono::milliseconds;
 /// Wide enough for the toolbar in every language; a page of the help shows it a little smaller.
 constexpr QSize WindowSize(900, 520);
 
+constexpr const char* DataFolder = "/home/shop/.local/share/Kelvora";
+
 /// The sheet is taller than a window; its numbers can still be read.
 constexpr int SheetWidth = 620;
 
@@ -91,9 +93,8 @@ public:
         : folders_(folders),
           viewer_(viewer),
           names_(files_, "/home/shop/.config/Kelvora/ports.ini", {}),
-          program_(
-              {files_, prompt_, dialogs_, loop_, {&port_}, &kept_.journal, "/home/shop/.local/share/Kelvora"},
-              {PathFromQString(folders.program), PathFromQString(folder_.path())})
+          program_({files_, prompt_, dialogs_, loop_, {&port_}, &kept_.journal, DataFolder},
+                   {PathFromQString(folders.program), PathFromQString(folder_.path())})
     {
         for (const SerialDevice& adapter : Adapters())
             devices_.devices.push_back(adapter);
@@ -134,6 +135,12 @@ private:
     {
         viewer_.TakeDialog([&] { Run(command); }, [&](QWidget& dialog) { viewer_.Take(dialog, name); });
     }
+    // A pass for each file, and some for what is drawn.
+    static void ReadCards()
+    {
+        for (int pass = 0; pass < 10; ++pass)
+            QCoreApplication::processEvents();
+    }
     StripView& Strip() { return window_->ActiveSetup()->Strip(); }
     SetupSession& Session() { return window_->ActiveSetup()->Session(); }
 
@@ -167,9 +174,18 @@ void Studio::TakeStart()
         loop_.Pass(milliseconds(0));
     }
     files_.content.erase("/home/shop/key-types.dat");
-    for (int pass = 0; pass < 8; ++pass)
-        QCoreApplication::processEvents();
+    ReadCards();
     viewer_.Take(*window_, "start");
+    const std::string own = std::string(DataFolder) + "/templates/corner shop.dat";
+    files_.content[own] = files_.content["/home/shop/all-four.dat"];
+    for (const char* const name : {"KM096.dat", "KM096+MCR.dat"})
+        files_.content[PathFromQString(folders_.program) + "/templates/" + name] =
+            PosixFiles().Read(PathFromQString(folders_.program) + "/templates/" + name);
+    viewer_.TakeDialog([&] { Run(Command::FileMenuNewFromTemplate); },
+                       [&](QWidget& dialog) {
+                           ReadCards();
+                           viewer_.Take(dialog, "templates");
+                       });
 }
 
 void Studio::TakeSetup()

@@ -21,11 +21,11 @@ struct CommandSituation {
 
 /// The enabled state of each command, named after its menu entry.
 struct CommandState {
-    bool fileNew = false;
+    bool fileNew = false;   ///< also from a template
     bool fileOpen = false;  ///< with recent files, dropped ones and those that another start hands over
     bool fileScan = false;
     bool fileSave = false;
-    bool fileSaveAs = false;
+    bool fileSaveAs = false;  ///< also as a template
     bool fileClose = false;
     bool sheet = false;  ///< print, preview, export, and comparing with another setup
     bool undo = false;

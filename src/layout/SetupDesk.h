@@ -31,6 +31,9 @@ struct SetupDesk {
     /// Where the person's copies of what devices held are kept; made when there is none.
     std::string dataFolder{};
 
+    /// Where the program's own templates are.
+    std::string templateFolder{};
+
     const Texts& Words() const { return files.Words(); }
     const MessageCatalogue& Catalogue() const { return Words().Catalogue(); }
 };

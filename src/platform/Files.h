@@ -51,6 +51,9 @@ public:
     /// Makes that folder and those above it that are missing, for this user alone. Throws FileError.
     virtual void MakeFolder(const std::string& folder) = 0;
 
+    /// Takes that file, or a link in its place, away for good. Throws FileError.
+    virtual void Remove(const std::string& path) = 0;
+
 protected:
     Files() = default;
     Files(const Files&) = default;

@@ -11,12 +11,12 @@ constexpr std::int16_t MainPanelIndex = 0;
 
 }  // namespace
 
-Program::Program(Platform platform, LanguageFolders folders)
+Program::Program(Platform platform, const LanguageFolders& folders)
     : world(std::move(platform)),
       texts(world.prompt),
       main(SetupMode::New, MainPanelIndex),
       files(texts, world.files, world.fileDialogs, main.OutInitDir),
-      language(world.files, world.prompt, texts, std::move(folders)),
+      language(world.files, world.prompt, texts, folders),
       lines(world.ports, world.eventLoop),
       notes(world.journal, lines, texts),
       desk{.files = files,
@@ -25,7 +25,8 @@ Program::Program(Platform platform, LanguageFolders folders)
            .notes = notes,
            .eventLoop = world.eventLoop,
            .defaults = main,
-           .dataFolder = world.dataFolder}
+           .dataFolder = world.dataFolder,
+           .templateFolder = folders.program + "/templates"}
 {
     main.FileName = "Kelvora.dat";
 }

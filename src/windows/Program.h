@@ -30,7 +30,7 @@ struct Platform {
 };
 
 struct Program {
-    Program(Platform platform, LanguageFolders folders);
+    Program(Platform platform, const LanguageFolders& folders);
 
     Platform world;
     Texts texts;

@@ -44,6 +44,11 @@ public:
             throw FileError(folder, "Permission denied");
         folders.insert(folder);
     }
+    void Remove(const std::string& path) override
+    {
+        if (unwritable.contains(path) || content.erase(path) == 0)
+            throw FileError(path, "Permission denied");
+    }
 
     std::map<std::string, std::string> content;
     std::set<std::string> folders;  ///< that were made

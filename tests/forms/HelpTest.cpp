@@ -33,13 +33,15 @@ bool Leads(const QString& folder, const QString& link)
 
 TEST(Help, EveryWindowHasAPageOfItsOwn)
 {
-    for (const char* const window :
-         {"frmConfig",           "frmKeyb96",         "frmKeyb64",           "frmKeybICCR",
-          "MasterOptionsDialog", "McrOptionsDialog",  "frmPortSetup",        "PortsDialog",
-          "LineMonitorWindow",   "frmAbort",          "ChangesDialog",       "ComparisonDialog",
-          "BackupsDialog",       "frmEeprom",         "SetupsDialog",        "Print",
-          "PrintPreview",        "cdgExport",         "cdgFlashDump",        "cdgLineMonitor",
-          "cdgComparison",       "cdgOpenIdentities", "WriteQuestionDialog", "RecoveryDialog"}) {
+    for (const char* const window : {"TemplatesDialog",     "TemplateName",      "frmConfig",
+                                     "frmKeyb96",           "frmKeyb64",         "frmKeybICCR",
+                                     "MasterOptionsDialog", "McrOptionsDialog",  "frmPortSetup",
+                                     "PortsDialog",         "LineMonitorWindow", "frmAbort",
+                                     "ChangesDialog",       "ComparisonDialog",  "BackupsDialog",
+                                     "frmEeprom",           "SetupsDialog",      "Print",
+                                     "PrintPreview",        "cdgExport",         "cdgFlashDump",
+                                     "cdgLineMonitor",      "cdgComparison",     "cdgOpenIdentities",
+                                     "WriteQuestionDialog", "RecoveryDialog"}) {
         QWidget form;
         form.setObjectName(QLatin1String(window));
         QWidget control(&form);

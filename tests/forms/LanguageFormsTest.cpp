@@ -1,5 +1,6 @@
 // Every window in every language: all its texts can be read, and each mnemonic belongs to one control.
 #include <QDir>
+#include <QInputDialog>
 #include <QTranslator>
 
 #include "Scenes.h"
@@ -74,6 +75,8 @@ public:
         viewer.Take(*window, "empty");
         Trigger(Command::FileMenuNew);
         viewer.Take(*window, "no-modules");
+        InDialog<QInputDialog>([this] { Trigger(Command::FileMenuSaveAsTemplate); },
+                               [&](QWidget& form) { viewer.Take(form, "template-name"); });
         Trigger(Command::HelpMenuGuide);
         for (QWidget* const top : QApplication::topLevelWidgets())
             if (dynamic_cast<HelpWindow*>(top))

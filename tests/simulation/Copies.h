@@ -90,6 +90,7 @@ public:
     void Write(const std::string& path, const std::string& text) override;
     std::vector<std::string> List(const std::string& folder) const override { return files_.List(folder); }
     void MakeFolder(const std::string& folder) override { files_.MakeFolder(folder); }
+    void Remove(const std::string& path) override { files_.Remove(path); }
 
     std::function<void(const Saving&)> onSaving;  ///< called before and after
 

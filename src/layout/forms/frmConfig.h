@@ -46,6 +46,9 @@ public:
     /// Fills the window from its line anew.
     void ToolsMenuRescanLine_Click();
 
+    /// Begins the fresh window with this setup, which counts as unchanged.
+    void BeginWith(const SetupDocument& document) { ShowDocument(document); }
+
     /// Fills the fresh window with what a backup holds, under that name.
     void TakeBackup(const std::string& name, SetupDocument document, const FlashImage& image);
 

@@ -142,7 +142,8 @@ void SetupCards::Take(const QModelIndex& index)
 
 void SetupCards::Retranslate()
 {
-    setAccessibleName(ToQString(catalogue_.Caption(Message::StartRecent)));
+    setAccessibleName(
+        ToQString(catalogue_.Caption(use_ == Use::Open ? Message::StartRecent : Message::TemplatesTitle)));
     updateGeometry();
 }
 

@@ -113,6 +113,12 @@ std::vector<std::string> PosixFiles::List(const std::string& folder) const
     return names;
 }
 
+void PosixFiles::Remove(const std::string& path)
+{
+    if (unlink(path.c_str()) != 0)
+        FailFile(path, errno);
+}
+
 void PosixFiles::MakeFolder(const std::string& folder)
 {
     const auto make = [&folder] {

@@ -15,6 +15,7 @@ public:
     void Write(const std::string& path, const std::string& text) override;
     std::vector<std::string> List(const std::string& folder) const override;
     void MakeFolder(const std::string& folder) override;
+    void Remove(const std::string& path) override;
 };
 
 /// Files::Read into `text`, whose memory is reused. Throws FileError.

@@ -19,9 +19,12 @@ struct CommandRow {
 
 constexpr std::array<CommandRow, CommandCount> Rows{{
     {Command::FileMenuNew, "FileMenuNew", Message::FileMenuNew, "Ctrl+N", "file-new"},
+    {Command::FileMenuNewFromTemplate, "FileMenuNewFromTemplate", Message::NewFromTemplateMenu,
+     "Ctrl+Shift+N", "template"},
     {Command::FileMenuOpen, "FileMenuOpen", Message::FileMenuOpen, "Ctrl+O", "file-open"},
     {Command::FileMenuSave, "FileMenuSave", Message::FileMenuSave, "Ctrl+S", "file-save"},
     {Command::FileMenuSaveAs, "FileMenuSaveAs", Message::FileMenuSaveAs, "Ctrl+Shift+S", "file-save-as"},
+    {Command::FileMenuSaveAsTemplate, "FileMenuSaveAsTemplate", Message::SaveAsTemplateMenu, "", ""},
     {Command::FileMenuClose, "FileMenuClose", Message::FileMenuClose, "Ctrl+W", ""},
     {Command::FileMenuPrint, "FileMenuPrint", Message::PrintMenu, "Ctrl+P", ""},
     {Command::FileMenuPrintPreview, "FileMenuPrintPreview", Message::PrintPreviewMenu, "", ""},
@@ -115,10 +118,12 @@ void Commands::Apply(const CommandState& state)
 {
     const std::array enabled{
         std::pair{Command::FileMenuNew, state.fileNew},
+        std::pair{Command::FileMenuNewFromTemplate, state.fileNew},
         std::pair{Command::FileMenuOpen, state.fileOpen},
         std::pair{Command::FileMenuScan, state.fileScan},
         std::pair{Command::FileMenuSave, state.fileSave},
         std::pair{Command::FileMenuSaveAs, state.fileSaveAs},
+        std::pair{Command::FileMenuSaveAsTemplate, state.fileSaveAs},
         std::pair{Command::FileMenuClose, state.fileClose},
         std::pair{Command::FileMenuPrint, state.sheet},
         std::pair{Command::FileMenuPrintPreview, state.sheet},

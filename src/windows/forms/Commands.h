@@ -14,9 +14,11 @@ namespace kelvora {
 
 enum class Command {
     FileMenuNew,
+    FileMenuNewFromTemplate,
     FileMenuOpen,
     FileMenuSave,
     FileMenuSaveAs,
+    FileMenuSaveAsTemplate,
     FileMenuClose,
     FileMenuPrint,
     FileMenuPrintPreview,

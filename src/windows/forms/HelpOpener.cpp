@@ -20,6 +20,8 @@ struct WindowPage {
 };
 
 constexpr std::array WindowPages{
+    WindowPage{"TemplatesDialog", "main.html#templates"},
+    WindowPage{"TemplateName", "main.html#templates"},
     WindowPage{"frmConfig", "setup.html"},
     WindowPage{"frmKeyb96", "keys.html"},
     WindowPage{"frmKeyb64", "keys.html"},

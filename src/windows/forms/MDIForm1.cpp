@@ -54,6 +54,7 @@ MDIForm1::MDIForm1(Program& program, const QString& configFolder, MachinePorts* 
       lines_(program.desk, machine, *this),
       memory_(configFolder),
       setups_(*area_, program.desk, memory_),
+      templates_(program.desk, setups_, *this),
       comparisons_(program.files, setups_),
       journal_(program.desk, setups_, comparisons_),
       series_(program.desk, setups_),

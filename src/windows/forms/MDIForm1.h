@@ -20,6 +20,7 @@
 #include "windows/forms/SetupWindows.h"
 #include "windows/forms/StartPage.h"
 #include "windows/forms/StatusPanels.h"
+#include "windows/forms/TemplateForms.h"
 #include "windows/forms/WindowMemory.h"
 
 namespace kelvora {
@@ -122,6 +123,7 @@ private:
     LineForms lines_;
     WindowMemory memory_;
     SetupWindows setups_;
+    TemplateForms templates_;
     SetupComparisons comparisons_;
     JournalForms journal_;
     SeriesForms series_;

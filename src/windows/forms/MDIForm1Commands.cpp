@@ -7,10 +7,15 @@ namespace kelvora {
 void MDIForm1::ConnectFileCommands()
 {
     On(Command::FileMenuNew, [this] { setups_.New(SetupMode::New); });
+    On(Command::FileMenuNewFromTemplate, [this] { templates_.New(); });
     On(Command::FileMenuOpen, [this] { setups_.Open(); });
     On(Command::FileMenuScan, [this] { setups_.New(SetupMode::Scan); });
     OnSetup(Command::FileMenuSave, [](frmConfig& setup) { setup.FileMenuSave_Click(); });
     OnSetup(Command::FileMenuSaveAs, [](frmConfig& setup) { setup.FileMenuSaveAs_Click(); });
+    OnSetup(Command::FileMenuSaveAsTemplate, [this](const frmConfig& setup) {
+        const std::string& name = setup.Session().settings.Name;
+        templates_.Save(setup.Session().document, name.substr(0, name.find('.')));
+    });
     const auto sheet = [this](Command command, void (SheetForms::*click)()) {
         OnSetup(command, [click](frmConfig& setup) { (setup.Sheet().*click)(); });
     };

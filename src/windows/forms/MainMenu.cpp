@@ -36,10 +36,12 @@ void MainMenu::MakeFileMenu(QMenuBar& bar)
 {
     QMenu* file = AddMenu(&bar, "FileMenu", Message::FileMenu);
     file->addAction(&commands_[Command::FileMenuNew]);
+    file->addAction(&commands_[Command::FileMenuNewFromTemplate]);
     file->addAction(&commands_[Command::FileMenuOpen]);
     recent_ = AddMenu(file, "FileMenuRecent", Message::FileMenuRecent);
     connect(recent_, &QMenu::aboutToShow, recent_, [this] { ListRecentFiles(); });
-    for (const Command command : {Command::FileMenuSave, Command::FileMenuSaveAs, Command::FileMenuClose}) {
+    for (const Command command : {Command::FileMenuSave, Command::FileMenuSaveAs,
+                                  Command::FileMenuSaveAsTemplate, Command::FileMenuClose}) {
         file->addAction(&commands_[command]);
         setupEntries_.push_back(&commands_[command]);
     }

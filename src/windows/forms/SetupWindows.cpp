@@ -58,6 +58,14 @@ void SetupWindows::New(SetupMode mode)
     Show(std::move(window));
 }
 
+void SetupWindows::NewFrom(const SetupDocument& document)
+{
+    auto window = std::make_unique<frmConfig>(desk_, SetupMode::New);
+    window->Form_Load();
+    window->BeginWith(document);
+    Show(std::move(window));
+}
+
 void SetupWindows::Open()
 {
     if (const auto file = GetConfigFileName(desk_.files, desk_.defaults, {}))

@@ -28,6 +28,9 @@ public:
     /// Opens a new window, to be filled by hand or by a scan.
     void New(SetupMode mode);
 
+    /// Opens a new window that begins with this setup, which counts as unchanged.
+    void NewFrom(const SetupDocument& document);
+
     /// Asks for a setup file and opens it.
     void Open();
 

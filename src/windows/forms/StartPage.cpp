@@ -62,8 +62,9 @@ QWidget* StartPage::MakeCommands(const Commands& commands)
     auto* const layout = new QVBoxLayout(column);
     layout->setContentsMargins(0, 0, 0, 0);
     begin_ = AddHeading(*column, "Begin");
-    for (const Command command : {Command::FileMenuNew, Command::FileMenuOpen, Command::FileMenuScan,
-                                  Command::CommunicationsMenuPractice, Command::ToolsMenuSeries}) {
+    for (const Command command :
+         {Command::FileMenuNew, Command::FileMenuNewFromTemplate, Command::FileMenuOpen,
+          Command::FileMenuScan, Command::CommunicationsMenuPractice, Command::ToolsMenuSeries}) {
         QAction& action = commands[command];
         auto* const button = new QToolButton(column);
         button->setObjectName(QStringLiteral("Start") + action.objectName());

@@ -1,0 +1,33 @@
+// The windows about templates: a new setup made from one, and the setup in front kept as one.
+#pragma once
+
+#include "layout/SetupDesk.h"
+#include "layout/Templates.h"
+#include "windows/forms/SetupWindows.h"
+
+class QWidget;
+
+namespace kelvora {
+
+class TemplateForms {
+public:
+    /// All outlive the object.
+    TemplateForms(const SetupDesk& desk, SetupWindows& setups, QWidget& window);
+
+    /// Asks for a template and opens a new window with what it holds.
+    void New();
+
+    /// Asks for a name and keeps that setup under it; `name` is offered.
+    void Save(const SetupDocument& document, const std::string& name);
+
+private:
+    std::optional<std::string> AskName(const QString& offered);
+    std::optional<std::string> PathFor(const std::string& name) const;
+
+    const SetupDesk& desk_;
+    SetupWindows& setups_;
+    QWidget& window_;
+    Templates templates_;
+};
+
+}  // namespace kelvora

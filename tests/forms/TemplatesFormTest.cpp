@@ -1,0 +1,64 @@
+#include <QInputDialog>
+
+#include "forms/MainWindowFixture.h"
+#include "setup/SetupWriter.h"
+#include "windows/forms/TemplatesDialog.h"
+
+namespace kelvora {
+namespace {
+
+class TemplatesForm : public MainWindowFixture {
+protected:
+    // The program brings none.
+    TemplatesForm() : MainWindowFixture(false, nullptr, "/nowhere")
+    {
+        Start();
+        Trigger(Command::FileMenuNew);
+        Trigger(Command::LayoutMenuAddKBMASTER);
+    }
+
+    void InTemplates(const std::function<void(TemplatesDialog&, SetupCards&)>& act)
+    {
+        InDialog<TemplatesDialog>(
+            [this] { Trigger(Command::FileMenuNewFromTemplate); },
+            [&](TemplatesDialog& dialog) { act(dialog, *dialog.findChild<SetupCards*>()); });
+    }
+};
+
+TEST_F(TemplatesForm, ASetupIsKeptBegunWithAndRemoved)
+{
+    const SetupDocument kept = window->ActiveSetup()->Session().document;
+    const std::string file = Folder() + "/templates/Corner Shop.dat";
+    for (const Answer replaces : {Answer::Yes, Answer::No}) {
+        prompt.answers = {replaces};
+        InDialog<QInputDialog>([this] { Trigger(Command::FileMenuSaveAsTemplate); },
+                               [](QInputDialog& dialog) {
+                                   EXPECT_EQ(dialog.textValue(), "PosConfiguration1");
+                                   dialog.setTextValue(" Corner Shop ");
+                                   dialog.accept();
+                               });
+        EXPECT_EQ(files.Read(file), WriteSetup(kept.Modules) + "\r\n");
+        Trigger(Command::LayoutMenuAddMCR);
+    }
+    EXPECT_EQ(prompt.shown.size(), 1U) << "only what is there is asked about";
+
+    InTemplates([](TemplatesDialog&, SetupCards& cards) { QTest::keyClick(&cards, Qt::Key_Return); });
+    ASSERT_EQ(window->AllSetups().size(), 2U);
+    const frmConfig& begun = *window->ActiveSetup();
+    EXPECT_EQ(begun.Session().document, kept);
+    EXPECT_EQ(begun.windowTitle(), "PosConfiguration2[*]");
+    EXPECT_TRUE(begun.Session().settings.FileName.empty());
+    EXPECT_FALSE(begun.IsChanged());
+
+    InTemplates([&](TemplatesDialog& dialog, SetupCards& cards) {
+        prompt.answers = {Answer::No, Answer::Yes};
+        Press(dialog, "Remove");
+        EXPECT_TRUE(files.Exists(file));
+        QTest::keyClick(&cards, Qt::Key_Delete);
+        EXPECT_FALSE(files.Exists(file));
+        EXPECT_FALSE(dialog.findChild<QAbstractButton*>("Create")->isEnabled());
+    });
+}
+
+}  // namespace
+}  // namespace kelvora
