@@ -23,6 +23,8 @@ CommandState CommandStateOf(const CommandSituation& situation)
     state.sheet = true;
     state.undo = situation.canUndo;
     state.redo = situation.canRedo;
+    state.copy = situation.focused.has_value();
+    state.paste = true;
     state.layout = LayoutStateOf(*situation.modules);
     state.options = situation.focused && HasOptions(*situation.focused);
     state.ports = true;

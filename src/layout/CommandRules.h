@@ -30,6 +30,8 @@ struct CommandState {
     bool sheet = false;  ///< print, preview, export, and comparing with another setup
     bool undo = false;
     bool redo = false;
+    bool copy = false;  ///< the focused module
+    bool paste = false;
     LayoutState layout;
     bool options = false;  ///< of the focused module
     bool ports = false;

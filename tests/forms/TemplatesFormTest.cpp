@@ -60,5 +60,22 @@ TEST_F(TemplatesForm, ASetupIsKeptBegunWithAndRemoved)
     });
 }
 
+TEST_F(TemplatesForm, AModuleIsPastedAsOneStep)
+{
+    Strip().FocusButton(StripButton::Master);
+    window->ActiveSetup()->Session().document.Modules.front().KeyMap.front() = '0';
+    Trigger(Command::EditMenuCopy);
+    Trigger(Command::FileMenuNew);
+    Trigger(Command::EditMenuPaste);
+    EXPECT_EQ(window->Status().currentMessage().toStdString(), Message::PasteNotThere.fallback);
+    EXPECT_FALSE(IsEnabled(Command::EditMenuCopy)) << "there is nothing to copy";
+    Trigger(Command::LayoutMenuAddKBMASTER);
+    Trigger(Command::EditMenuPaste);
+    EXPECT_EQ(Modules().front().KeyMap.front(), '0');
+    EXPECT_EQ(window->ActiveSetup()->UndoName()->id, Message::UndoPaste.id);
+    Trigger(Command::EditMenuUndo);
+    EXPECT_EQ(Modules().front().KeyMap.front(), '1');
+}
+
 }  // namespace
 }  // namespace kelvora

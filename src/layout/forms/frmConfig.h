@@ -38,6 +38,11 @@ public:
     /// Opens the options of the focused module.
     void EditOptions();
 
+    /// Puts the focused module on the clipboard; takes the keys and options of the one there into the
+    /// setup's module of its kind.
+    void CopyFocusedModule();
+    void PasteIntoModule();
+
     void SelectPort(std::int16_t port);
 
     /// The window has come to the front: one that waits for its scan is then scanned, as soon as it is shown.

@@ -27,6 +27,8 @@ enum class Command {
     FileMenuExit,
     EditMenuUndo,
     EditMenuRedo,
+    EditMenuCopy,
+    EditMenuPaste,
     LayoutMenuAddKBMASTER,
     LayoutMenuAddKB64,
     LayoutMenuAddMCR,

@@ -37,6 +37,8 @@ void MDIForm1::ConnectLayoutCommands()
     adds(Command::LayoutMenuAddKB64, ModuleKind::KM064);
     adds(Command::LayoutMenuAddMCR, ModuleKind::MCR);
     adds(Command::LayoutMenuAddICCR, ModuleKind::ICCR);
+    OnSetup(Command::EditMenuCopy, [](frmConfig& setup) { setup.CopyFocusedModule(); });
+    OnSetup(Command::EditMenuPaste, [](frmConfig& setup) { setup.PasteIntoModule(); });
     OnSetup(Command::LayoutMenuDel, [](frmConfig& setup) { setup.LayoutMenuDel_Click(); });
     OnSetup(Command::LayoutMenuMove, [](frmConfig& setup) { setup.LayoutMenuMove_Click(); });
     OnSetup(Command::LayoutMenuOptions, [](frmConfig& setup) { setup.EditOptions(); });

@@ -68,6 +68,9 @@ void MainMenu::MakeSetupMenus(QMenuBar& bar)
     QMenu* edit = AddMenu(&bar, "EditMenu", Message::EditMenu);
     edit->addAction(&commands_[Command::EditMenuUndo]);
     edit->addAction(&commands_[Command::EditMenuRedo]);
+    edit->addSeparator();
+    edit->addAction(&commands_[Command::EditMenuCopy]);
+    edit->addAction(&commands_[Command::EditMenuPaste]);
     layout_ = AddMenu(&bar, "LayoutMenu", Message::LayoutMenu);
     add_ = AddMenu(layout_, "LayoutMenuAdd", Message::LayoutMenuAdd);
     for (const Command command : {Command::LayoutMenuAddKBMASTER, Command::LayoutMenuAddKB64,
