@@ -84,12 +84,15 @@ std::string ReadWholeFlash(LineWork& work)
 LineResult ScanWithUpload(Comms& comms, const LineTarget& target, const LineHooks& hooks,
                           std::optional<char> mode)
 {
-    return WorkOnLine(comms, target, hooks, [mode](LineWork& work, LineResult& result) {
+    return WorkOnLine(comms, target, hooks, [mode, &hooks](LineWork& work, LineResult& result) {
         result.terminalName = Attention(work);
         HoldLine(work);
         result.deviceMap = AskDeviceMap(work);
-        if (!result.deviceMap.empty())
+        if (!result.deviceMap.empty()) {
             work.Debts().mode = mode;
+            if (hooks.mapRead)
+                hooks.mapRead(result.deviceMap);
+        }
         ResetBlockAddress(work);
         OpenFlash(work);
         result.image = ReadWholeFlash(work);

@@ -22,11 +22,13 @@ struct LineProgress {
     std::optional<std::chrono::seconds> left;  ///< as far as it can be told
 };
 
-/// How the work reaches its user. Either may be empty.
+/// How the work reaches its user. Each may be empty.
 struct LineHooks {
     /// Asked ten times a second while a reply is waited for.
     std::function<bool()> stopRequested;
     std::function<void(const LineProgress&)> progress;
+    /// The line's device map has come, which is not empty; what the devices hold is read from then on.
+    std::function<void(const std::string& deviceMap)> mapRead{};
 };
 
 /// The user has stopped the work.

@@ -4,6 +4,12 @@
 
 namespace kelvora {
 
+std::string TimeLeft(std::chrono::seconds left)
+{
+    const auto seconds = left.count();
+    return std::to_string(seconds / 60) + (seconds % 60 < 10 ? ":0" : ":") + std::to_string(seconds % 60);
+}
+
 void RunningOperation::Tell() const
 {
     if (onChange)

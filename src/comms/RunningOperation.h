@@ -2,12 +2,16 @@
 // its end, its texts stand in the status bar, and the user can ask it to stop.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <string>
 
 #include "comms/LineWork.h"
 
 namespace kelvora {
+
+/// "1:05", in minutes and seconds.
+std::string TimeLeft(std::chrono::seconds left);
 
 class RunningOperation {
 public:

@@ -30,6 +30,15 @@ LineTarget TargetOf(const PosCfg& settings)
     return {settings.CommsPort, settings.PortSettings, 0};
 }
 
+ModuleList ModulesOfMap(const std::string& deviceMap)
+{
+    try {
+        return ReadDeviceMap(deviceMap).Modules;
+    } catch (const DeviceMapError&) {
+        return {};
+    }
+}
+
 ScanOutcome ScanLine(Comms& comms, const LineTarget& target, ConnectionMode mode, const LineHooks& hooks)
 {
     ScanOutcome outcome;

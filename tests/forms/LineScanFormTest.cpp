@@ -48,6 +48,13 @@ TEST_F(LineScanForm, ScanFillsTheWindowAndIsSavedAsAFile)
         const auto* bar = window->Status().findChild<QProgressBar*>();
         EXPECT_TRUE(bar->isVisible() && bar->value() > 30 && bar->value() < 70) << bar->value();
         EXPECT_TRUE(MainChain(Modules()).empty());
+        // The devices are there, greyed, before their keys.
+        for (const StripButton button : {StripButton::Master, StripButton::KM064, StripButton::Keypad})
+            EXPECT_TRUE(Strip().Button(button).isVisible() && !Strip().Button(button).isEnabled());
+        WaitingPanel& waiting = *Strip().Waiting();
+        EXPECT_EQ(waiting.findChild<QProgressBar*>()->value(), bar->value());
+        EXPECT_TRUE(waiting.findChild<QLabel*>("WaitingTimeLeft")->text().startsWith("Time left: 0:0"));
+        EXPECT_FALSE(waiting.geometry().intersects(Strip().StripRect()));
         for (const Command command : {Command::FileMenuScan, Command::FileMenuNew, Command::FileMenuClose,
                                       Command::ToolsMenuRescanLine, Command::LayoutMenuAddKBMASTER})
             EXPECT_FALSE(IsEnabled(command));
@@ -63,6 +70,8 @@ TEST_F(LineScanForm, ScanFillsTheWindowAndIsSavedAsAFile)
     EXPECT_TRUE(seen);
     EXPECT_TRUE(prompt.shown.empty());
     EXPECT_EQ(MainChain(Modules()), allFour);
+    EXPECT_TRUE(Strip().Button(StripButton::Master).isEnabled());
+    EXPECT_FALSE(Strip().Waiting());
     EXPECT_EQ(Session().settings.Name, "PosConfiguration 1");
     EXPECT_TRUE(window->ActiveSetup()->IsChanged());
     EXPECT_TRUE(IsEnabled(Command::ToolsMenuRescanLine));
@@ -131,7 +140,7 @@ TEST_F(LineScanForm, OnlyTerminateStopsIt)
             EXPECT_TRUE(stop->isVisible());
             // The key and the button ask for the same.
             if (row.stops)
-                stop->click();
+                Strip().Waiting()->Stop().click();
             else
                 QTest::keyClick(window.get(), Qt::Key_Escape);
             ASSERT_TRUE(Abort() && Abort()->isVisible()) << row.why;

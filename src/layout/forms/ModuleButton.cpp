@@ -11,6 +11,7 @@ namespace {
 constexpr int FrameWidth = 2;
 constexpr int FrameRadius = 5;
 constexpr float FaintFrame = 0.5F;
+constexpr double DisabledOpacity = 0.4;
 constexpr float HoverTint = 0.12F;
 
 }  // namespace
@@ -45,6 +46,7 @@ QSize ModuleButton::sizeHint() const
 void ModuleButton::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
+    painter.setOpacity(isEnabled() ? 1 : DisabledOpacity);
     painter.drawPixmap(rect(), picture_.Pixels(size(), devicePixelRatioF()));
     QColor mark = palette().color(QPalette::Highlight);
     painter.setRenderHint(QPainter::Antialiasing);

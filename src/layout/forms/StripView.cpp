@@ -9,7 +9,6 @@
 #include <algorithm>
 
 #include "layout/LayoutCommands.h"
-#include "layout/StripScale.h"
 #include "layout/forms/StripTexts.h"
 #include "picture/DevicePicture.h"
 #include "platform/qt/Text.h"
@@ -76,6 +75,12 @@ void StripView::MakeButton(StripButton button)
 void StripView::ShowModules(const ModuleList& modules)
 {
     waiting_ = false;
+    // Its own button may have led here.
+    if (panel_) {
+        panel_->hide();
+        panel_->deleteLater();
+    }
+    panel_ = nullptr;
     Show(modules);
 }
 
@@ -92,6 +97,7 @@ void StripView::Show(const ModuleList& modules)
             ShowTexts(*button);
         }
         button->setVisible(placed != strip_.end());
+        button->setEnabled(!waiting_);
     }
     QWidget* before = nullptr;
     for (const PlacedButton& placed : strip_) {
@@ -102,15 +108,9 @@ void StripView::Show(const ModuleList& modules)
         if (!IsMainButton(placed.button))
             button.raise();
     }
-    empty_->setVisible(strip_.empty());
-    ShowEmptyText();
+    empty_->setVisible(strip_.empty() && !waiting_);
     ShowSelection();
     Arrange();
-}
-
-void StripView::SayWaiting(const QString& text)
-{
-    emptyText_->setText(text);
 }
 
 void StripView::ShowSelection()
@@ -125,20 +125,25 @@ void StripView::ShowWaiting(const QString& text)
     // The buttons go one after the other: each would pass the focus on to the next.
     waiting_ = true;
     setFocus();
+    if (!panel_) {
+        panel_ = new WaitingPanel(catalogue_, this);
+        panel_->Stop().installEventFilter(this);
+        connect(&panel_->Stop(), &QPushButton::clicked, this, &StripView::stopRequested);
+    }
+    panel_->Begin(text);
     Show({});
-    emptyText_->setText(text);
-    addMaster_->hide();
+    panel_->show();
 }
 
-void StripView::ShowEmptyText()
+void StripView::ShowExpected(const ModuleList& modules)
 {
-    emptyText_->setText(ToQString(catalogue_.Caption(Message::EmptyStrip)));
-    addMaster_->show();
+    Show(modules);
+    panel_->raise();
 }
 
 void StripView::Retranslate()
 {
-    ShowEmptyText();
+    emptyText_->setText(ToQString(catalogue_.Caption(Message::EmptyStrip)));
     addMaster_->setText(ToQString(catalogue_.Caption(Message::AddMasterNow)));
     for (ModuleButton* button : buttons_)
         ShowTexts(*button);
@@ -164,12 +169,12 @@ void StripView::FocusButton(std::optional<StripButton> button)
     const auto shown = [this](StripButton wanted) {
         return std::ranges::find(strip_, wanted, &PlacedButton::button) != strip_.end();
     };
-    if (button && shown(*button))
+    if (waiting_)
+        setFocus();
+    else if (button && shown(*button))
         Button(*button).setFocus();
     else if (!strip_.empty())
         Button(strip_.front().button).setFocus();
-    else if (waiting_)
-        setFocus();
     else
         addMaster_->setFocus();
 }
@@ -183,7 +188,7 @@ void StripView::Float(std::optional<StripButton> button, std::optional<int> x)
 
 QRect StripView::StripRect() const
 {
-    const StripScale scale = FitStrip(strip_, width(), height());
+    const StripScale scale = Scale();
     QRect all;
     for (const PlacedButton& placed : strip_)
         if (IsMainButton(placed.button))
@@ -194,7 +199,7 @@ QRect StripView::StripRect() const
 std::optional<StripHit> StripView::HitAt(int x) const
 {
     // In twips from the pixel on: rounding twice would fall off the edges.
-    const int position = FitStrip(strip_, width(), height()).ToTwips(x);
+    const int position = Scale().ToTwips(x);
     return HitTest(strip_, ClampToStrip(position, strip_));
 }
 
@@ -232,13 +237,41 @@ void StripView::resizeEvent(QResizeEvent* /*event*/)
     Arrange();
 }
 
+// What is waited with has room below the strip.
+StripScale StripView::Scale() const
+{
+    const int panel = panel_ && !strip_.empty() ? panel_->sizeHint().height() + TextOverhang : 0;
+    return FitStrip(strip_, width(), height() - panel);
+}
+
+// Of the texts below the devices.
+int StripView::TextTop() const
+{
+    int bottom = 0;
+    for (const PlacedButton& placed : strip_)
+        bottom = std::max(bottom, PlaceOf(Scale(), placed).bottom());
+    return bottom + fontMetrics().height() / 2;
+}
+
+void StripView::ArrangeWaiting()
+{
+    if (!panel_)
+        return;
+    QRect place(QPoint(), panel_->sizeHint());
+    place.moveCenter(rect().center());
+    if (!strip_.empty())
+        place.moveTop(std::min(TextTop() + 5 * fontMetrics().height() / 2, height() - place.height()));
+    panel_->setGeometry(place);
+}
+
 void StripView::Arrange()
 {
     empty_->setGeometry(rect().adjusted(TextOverhang, 0, -TextOverhang, 0));
-    const StripScale scale = FitStrip(strip_, width(), height());
+    const StripScale scale = Scale();
     for (const PlacedButton& placed : strip_)
         Button(placed.button).setGeometry(PlaceOf(scale, placed));
     ArrangeFloating();
+    ArrangeWaiting();
     update();
 }
 
@@ -261,16 +294,13 @@ void StripView::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
     const QFontMetrics metrics(font());
-    const StripScale scale = FitStrip(strip_, width(), height());
-    int bottom = 0;
-    for (const PlacedButton& placed : strip_)
-        bottom = std::max(bottom, PlaceOf(scale, placed).bottom());
+    const StripScale scale = Scale();
     for (const PlacedButton& placed : strip_) {
         if (!IsMainButton(placed.button))
             continue;
         const QRect button = PlaceOf(scale, placed);
-        QRect line(button.left() - TextOverhang / 2, bottom + metrics.height() / 2,
-                   button.width() + TextOverhang, metrics.height());
+        QRect line(button.left() - TextOverhang / 2, TextTop(), button.width() + TextOverhang,
+                   metrics.height());
         painter.setPen(palette().color(QPalette::WindowText));
         painter.drawText(
             line, Qt::AlignCenter,
@@ -295,11 +325,11 @@ bool StripView::IsSwallowed(const QEvent& event) const
 
 bool StripView::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == addMaster_ && event->type() == QEvent::KeyPress) {
+    if (auto* const plain = dynamic_cast<QPushButton*>(watched); plain && event->type() == QEvent::KeyPress) {
         // Outside a dialog Enter does not press a button by itself.
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-            addMaster_->click();
+            plain->click();
             return true;
         }
     }

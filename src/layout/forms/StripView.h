@@ -11,7 +11,9 @@
 #include <vector>
 
 #include "catalogue/MessageCatalogue.h"
+#include "layout/StripScale.h"
 #include "layout/forms/ModuleButton.h"
+#include "layout/forms/WaitingPanel.h"
 #include "picture/ModuleStrip.h"
 #include "setup/PosCfg.h"
 
@@ -26,10 +28,12 @@ public:
     /// Shows the chain of these modules.
     void ShowModules(const ModuleList& modules);
 
-    /// Shows no modules, and what they are waited for, until the next ShowModules.
+    /// Shows no modules, and that they are waited for, until the next ShowModules.
     void ShowWaiting(const QString& text);
-    /// Changes that text.
-    void SayWaiting(const QString& text);
+    /// Shows meanwhile, greyed, which ones will come.
+    void ShowExpected(const ModuleList& modules);
+    /// What stands there while they are waited for; null while they are not.
+    WaitingPanel* Waiting() { return panel_; }
 
     /// Sets all texts anew from the catalogue.
     void Retranslate();
@@ -75,6 +79,9 @@ signals:
     /// The empty strip's own button was pressed.
     void masterRequested();
 
+    /// What is waited for is to be stopped.
+    void stopRequested();
+
     /// Another button has got the focus.
     void focusChanged();
 
@@ -87,16 +94,19 @@ protected:
 private:
     void MakeButton(StripButton button);
     void MakeEmptyState();
-    void ShowEmptyText();
     void Show(const ModuleList& modules);
     void ShowSelection();
     void Arrange();
     void ArrangeFloating();
+    void ArrangeWaiting();
+    StripScale Scale() const;
+    int TextTop() const;
     void ShowTexts(ModuleButton& button);
     bool IsSwallowed(const QEvent& event) const;
 
     const MessageCatalogue& catalogue_;
     std::array<ModuleButton*, StripButtonCount> buttons_{};
+    WaitingPanel* panel_ = nullptr;
     QWidget* empty_ = nullptr;
     QLabel* emptyText_ = nullptr;
     QPushButton* addMaster_ = nullptr;

@@ -90,6 +90,7 @@ void frmConfig::ConnectStrip()
     });
     connect(strip_, &StripView::menuRequested, this, &frmConfig::layoutMenuRequested);
     connect(strip_, &StripView::masterRequested, this, [this] { LayoutMenuAdd_Click(ModuleKind::KM096); });
+    connect(strip_, &StripView::stopRequested, this, &frmConfig::interruptRequested);
     connect(strip_, &StripView::focusChanged, this, &frmConfig::changed);
 }
 

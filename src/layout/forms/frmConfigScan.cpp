@@ -50,9 +50,14 @@ void frmConfig::Scan()
         hooks.stopRequested = [this, isAsked = hooks.stopRequested] {
             const bool isStopped = isAsked();
             if (isStopped)
-                strip_->SayWaiting(ToQString(session_.Desk().Catalogue().Caption(Message::Stopping)));
+                strip_->Waiting()->ShowStopping();
             return isStopped;
         };
+        hooks.progress = [this, tell = hooks.progress](const LineProgress& progress) {
+            tell(progress);
+            strip_->Waiting()->ShowProgress(progress);
+        };
+        hooks.mapRead = [this](const std::string& map) { strip_->ShowExpected(ModulesOfMap(map)); };
         outcome = session_.Scan(hooks);
     }
     note.Tell(TargetOf(session_.settings), outcome.line);

@@ -14,12 +14,6 @@ constexpr int NoProgress = -1;
 /// The main window's own timer.
 constexpr int WindowClock = 0;
 
-QString TimeLeftText(std::chrono::seconds left)
-{
-    const auto seconds = static_cast<int>(left.count());
-    return QStringLiteral(" - %1:%2").arg(seconds / 60).arg(seconds % 60, 2, 10, QLatin1Char('0'));
-}
-
 }  // namespace
 
 std::string IdleText(const Texts& texts)
@@ -87,7 +81,7 @@ void OperationView::ShowProgress(const LineProgress& progress)
     status_.ShowProgress(static_cast<int>(progress.done * FullProgress / progress.total));
     QString text = ToQString(running_.Name());
     if (progress.left)
-        text += TimeLeftText(*progress.left);
+        text += ToQString(" - " + TimeLeft(*progress.left));
     status_.ShowOperation(text);
 }
 
