@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 #include <vector>
 
+#include "eeprom/forms/CableView.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -59,10 +60,12 @@ QFrame* MakeIntroductionPage(const MessageCatalogue& catalogue)
 
 QFrame* MakeInstructionPage(const MessageCatalogue& catalogue)
 {
-    return MakeTextPage(
+    QFrame* const page = MakeTextPage(
         "Info2", {Joined(catalogue, {Message::EepromDisconnect, Message::EepromDisconnectMore}),
                   Joined(catalogue, {Message::EepromConnect, Message::EepromConnectMore}),
                   Joined(catalogue, {Message::EepromPower}), Joined(catalogue, {Message::EepromReady})});
+    static_cast<QVBoxLayout*>(page->layout())->addWidget(new CableView(catalogue), 1);
+    return page;
 }
 
 SearchPage::SearchPage(const MessageCatalogue& catalogue, int port)
