@@ -51,6 +51,9 @@ public:
         now_ = std::max(now_, end);
     }
 
+    /// The program itself takes so long: what falls due meanwhile has to wait.
+    void Block(std::chrono::microseconds time) { now_ += time; }
+
 private:
     void RunFirst()
     {

@@ -80,15 +80,19 @@ std::string Person::Path(const char* ending)
     return "/sim/shop/till" + std::to_string(world_.random.Below(3)) + ending;
 }
 
+std::string Person::Dump()
+{
+    const std::string folder = std::string(DataFolder) + "/backups";
+    const auto backups = world_.disk.List(folder);
+    return backups.empty() || world_.random.Once(2) ? Path(".mem") : folder + "/" + world_.random.Of(backups);
+}
+
 std::optional<FileDialogChoice> Person::Choose(const FileDialogRequest& request, bool isForOpening)
 {
     if (!world_.Moment() || world_.random.Once(6))
         return std::nullopt;
     const bool isDump = request.name == "cdgFlashDump";
-    std::string path = Path(isDump ? ".mem" : ".dat");
-    if (const auto backups = world_.disk.List("/sim/data/backups");
-        isDump && isForOpening && !backups.empty() && world_.random.Once(2))
-        path = "/sim/data/backups/" + world_.random.Of(backups);
+    const std::string path = isDump && isForOpening ? Dump() : Path(isDump ? ".mem" : ".dat");
     return FileDialogChoice{path, path.substr(0, path.rfind('/')), 1};
 }
 
@@ -138,7 +142,7 @@ void Window::Redo()
     session.document = edit.after;
 }
 
-Copy::Copy(World& given, std::function<void(const WatchedFiles::Saving&)> onSaving)
+Copy::Copy(World& given, OnSaving onSaving)
     : world(given),
       person(world),
       port1(world, *world.tills[0]),

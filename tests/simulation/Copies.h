@@ -13,6 +13,8 @@
 #include "journal/posix/JournalFolder.h"
 #include "layout/SetupSession.h"
 #include "platform/posix/PosixFiles.h"
+#include "recovery/Recovery.h"
+#include "recovery/posix/RecoveryFolder.h"
 #include "simulation/World.h"
 #include "windows/Program.h"
 
@@ -66,6 +68,8 @@ public:
 
     /// One of the names that people give files here.
     std::string Path(const char* ending);
+    /// Of a dump that there may be: that name, or one of the program's backups.
+    std::string Dump();
 
     std::map<std::string, Answer> answers;  ///< since Begin, by the box's text
 
@@ -117,12 +121,13 @@ struct Window {
     std::vector<Edit> edits;
     std::size_t at = 0;  ///< edits that are done
     std::optional<std::size_t> clean = 0;
-    bool isFirstScan = false;
 };
 
 /// A copy of the program; kelvora-cli is one without windows.
 struct Copy {
-    Copy(World& world, std::function<void(const WatchedFiles::Saving&)> onSaving);
+    using OnSaving = std::function<void(const WatchedFiles::Saving&)>;
+
+    Copy(World& world, OnSaving onSaving);
 
     World& world;
     Person person;
@@ -130,6 +135,9 @@ struct Copy {
     SharedPort port1, port2;
     JournalFolder journalFolder;
     Journal journal;
+    PosixFiles ownFiles;
+    RecoveryFolder recoveryFolder{ownFiles, "/sim/state/recovery"};
+    Recovery recovery{recoveryFolder, ownFiles};
     Program program;
     std::vector<std::unique_ptr<Window>> windows;
 };

@@ -22,7 +22,9 @@ bool IsReleaseTold(const LineWarnings& warnings)
 
 Rules::Work Session::BeginWork(int port)
 {
-    return {.till = *world_.tills.at(static_cast<std::size_t>(port) - 1), .start = world_.loop.Now()};
+    return {.till = *world_.tills.at(static_cast<std::size_t>(port) - 1),
+            .start = world_.loop.Now(),
+            .blockedBefore = world_.loop.blocked};
 }
 
 // While it runs the user may want it to stop, and nothing but what it wants may come into the till.
@@ -53,6 +55,12 @@ void Session::WaitNoMore()
     world_.whileWaiting = nullptr;
     for (const auto& till : world_.tills)
         till->line.onCommand = nullptr;
+}
+
+bool Session::IsLong() const
+{
+    constexpr std::size_t Patience = 3000;
+    return world_.waits > Patience;
 }
 
 // The journal keeps it, or says why not.

@@ -19,9 +19,10 @@ std::optional<Failure> Play(std::uint64_t seed, const std::vector<Step>& steps)
         played.push_back(step);
         try {
             session.Play(step);
+        } catch (const Broken& broken) {
+            return Failure{seed, broken.what, played};
         } catch (const std::exception& error) {
-            const bool isRule = dynamic_cast<const Broken*>(&error) != nullptr;
-            return Failure{seed, (isRule ? "" : "crash: ") + std::string(error.what()), played};
+            return Failure{seed, std::string("crash: ") + error.what(), played};
         }
     }
     return std::nullopt;

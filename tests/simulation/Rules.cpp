@@ -20,6 +20,13 @@ constexpr std::chrono::seconds CleanBound{90};
 constexpr std::chrono::minutes WorstBound{60};
 constexpr std::chrono::seconds StopBound{8};
 
+std::string Seconds(EventLoop::Time::duration time)
+{
+    return std::to_string(std::chrono::duration_cast<std::chrono::seconds>(time).count()) + " s";
+}
+
+}  // namespace
+
 std::optional<FlashDump> DumpOf(const std::string& text)
 {
     try {
@@ -28,13 +35,6 @@ std::optional<FlashDump> DumpOf(const std::string& text)
         return std::nullopt;
     }
 }
-
-std::string Seconds(EventLoop::Time::duration time)
-{
-    return std::to_string(std::chrono::duration_cast<std::chrono::seconds>(time).count()) + " s";
-}
-
-}  // namespace
 
 bool IsWholeFile(const std::string& text)
 {
@@ -55,10 +55,15 @@ void Rules::NoteSaving(const WatchedFiles::Saving& saving)
         return;
     auto& versions = versions_[saving.path];
     if (saving.isDone) {
-        versions = {saving.text};
+        --saving_[saving.path];
+        // Of two at once either may have been the last.
+        if (!contested_.contains(saving.path))
+            versions = {saving.text};
         saved_.insert(saving.path);
         return;
     }
+    if (++saving_[saving.path] > 1)
+        contested_.insert(saving.path);
     const bool isBackup = saving.path.starts_with(BackupFolder);
     Require(!isBackup || !world_.disk.Content(saving.path), Rule::Backup, saving.path + " is written over");
     if (versions.empty())
@@ -86,31 +91,38 @@ void Rules::EndStep()
 {
     for (const std::string& path : saved_)
         if (!world_.IsDead() && world_.disk.faults.failedSyncs == 0)
-            Require(world_.disk.Certain(path) == versions_[path].front(), Rule::Kept,
+            Require(std::ranges::count(versions_[path], world_.disk.Certain(path)) > 0, Rule::Kept,
                     path + " was said to be saved and may be lost");
     saved_.clear();
+    saving_.clear();
     for (auto& [path, versions] : versions_) {
         const auto now = world_.disk.Content(path);
         // What the command line makes is not watched: where nothing was, a whole file may be.
         if (now && versions.size() == 1 && !versions.front() && IsWholeFile(*now))
             versions = {now};
+        if (now && contested_.contains(path) && IsWholeFile(*now))
+            versions.push_back(now);
         Require(std::ranges::count(versions, now) > 0, versions.size() == 1 ? Rule::Kept : Rule::Whole,
                 path + (now ? " is no version that was saved" : " is gone"));
         if (world_.WasPowerCut())
             versions = {now};
     }
+    contested_.clear();
     CheckJournal();
 }
 
-void Rules::CheckJournal() const
+void Rules::CheckJournal()
 {
-    const auto text = world_.disk.Content(JournalPath);
-    JournalContent content;
-    if (text)
-        TakeJournalText(content, *text);
-    Require(content.entries.size() >= journalled_, Rule::Kept,
-            "the journal has " + std::to_string(content.entries.size()) + " of " +
-                std::to_string(journalled_) + " entries");
+    const std::string text = world_.disk.Content(JournalPath).value_or("");
+    if (text != journalText_) {
+        JournalContent content;
+        TakeJournalText(content, text);
+        journalText_ = text;
+        journalEntries_ = content.entries.size();
+    }
+    Require(journalEntries_ >= journalled_, Rule::Kept,
+            "the journal has " + std::to_string(journalEntries_) + " of " + std::to_string(journalled_) +
+                " entries");
 }
 
 FlashImage Rules::Wanted(const WantedContent& wanted, const FlashImage& held)
@@ -188,10 +200,11 @@ void Rules::JudgeEnd(const Work& work, bool isWarned)
     Require(!work.isHolding || !work.till.line.IsHeld() || isWarned, Rule::Released,
             "the terminal leaves its devices alone still");
     Require(work.till.user == nullptr, Rule::Released, "the port is open still");
-    const auto time = world_.loop.Now() - work.start;
+    const auto blocked = world_.loop.blocked - work.blockedBefore;
+    const auto time = world_.loop.Now() - work.start - blocked;
     Require(time < (work.till.isClean ? CleanBound : WorstBound), Rule::Bound, "it took " + Seconds(time));
     if (work.stop && !work.isCommitting)
-        Require(world_.loop.Now() - *work.stop < StopBound, Rule::Bound,
+        Require(world_.loop.Now() - *work.stop - blocked < StopBound, Rule::Bound,
                 "it went on for " + Seconds(world_.loop.Now() - *work.stop) + " after it was to stop");
 }
 

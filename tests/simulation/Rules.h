@@ -38,6 +38,8 @@ public:
     void NoteWritten(const std::string& path, bool isTold);
     /// The journal has said that it keeps an entry more.
     void NoteJournalled() { ++journalled_; }
+    /// How many it has said so of.
+    std::size_t Journalled() const { return journalled_; }
     /// The step has ended, well or by a kill.
     void EndStep();
 
@@ -48,10 +50,11 @@ public:
         bool isAllowed = false;               ///< the user has said so
         FlashImage before = till.Flash();
         EventLoop::Time start;
-        std::optional<EventLoop::Time> stop{};  ///< when it was asked to stop
-        bool isForeign = false;                 ///< somebody else has written meanwhile
-        bool isHolding = false;                 ///< it has told the terminal to leave its devices alone
-        bool isCommitting = false;              ///< past the point where it can be
+        EventLoop::Time::duration blockedBefore{};  ///< of Loop::blocked
+        std::optional<EventLoop::Time> stop{};      ///< when it was asked to stop
+        bool isForeign = false;                     ///< somebody else has written meanwhile
+        bool isHolding = false;                     ///< it has told the terminal to leave its devices alone
+        bool isCommitting = false;                  ///< past the point where it can be
     };
     void JudgeCommit(const Work& work);
     void JudgeTransfer(const Work& work, const TransferResult& result);
@@ -64,14 +67,21 @@ public:
 
 private:
     void CheckFile(const std::string& path, const std::string& text) const;
-    void CheckJournal() const;
+    void CheckJournal();
     bool IsKept(const FlashImage& image) const;
 
     World& world_;
     std::map<std::string, std::vector<std::optional<std::string>>> versions_;  ///< what each file may be
-    std::set<std::string> saved_;  ///< in this step, as it was told
+    std::map<std::string, int> saving_;  ///< in this step, how many saves of a file have begun and not ended
+    std::set<std::string> contested_;    ///< in this step, files that two have saved at once
+    std::set<std::string> saved_;        ///< in this step, as it was told
     std::size_t journalled_ = 0;
+    std::string journalText_;  ///< as it was looked at last
+    std::size_t journalEntries_ = 0;
 };
+
+/// Nothing for a text that is none.
+std::optional<FlashDump> DumpOf(const std::string& text);
 
 /// Whether a text is what the program makes of the setup or dump that it holds.
 bool IsWholeFile(const std::string& text);

@@ -24,6 +24,8 @@ struct StepTable {
         Kind{"save", 12, &Session::Save},
         Kind{"save-as", 4, &Session::SaveAs},
         Kind{"close", 5, &Session::Close},
+        Kind{"quit", 2, &Session::Quit},
+        Kind{"terminate", 1, &Session::Terminate},
         Kind{"scan", 5, &Session::Scan},
         Kind{"rescan", 2, &Session::Rescan},
         Kind{"download", 7, &Session::Download},
@@ -31,9 +33,11 @@ struct StepTable {
         Kind{"dump-setup", 2, &Session::DumpSetup},
         Kind{"dump-device", 2, &Session::DumpDevice},
         Kind{"restore", 4, &Session::Restore},
-        Kind{"command", 5, &Session::Command},
+        Kind{"command", 6, &Session::Command},
         Kind{"identity", 1, &Session::WriteIdentity},
-        Kind{"series", 1, &Session::Series},
+        Kind{"wizard", 1, &Session::Wizard},
+        Kind{"edit", 3, &Session::EditFiles},
+        Kind{"journal", 1, &Session::ShowJournal},
         Kind{"kill", 9, &Session::Kill},
         Kind{"line-fault", 5, &Session::LineFault},
         Kind{"line-heals", 4, &Session::LineHeals},
@@ -114,32 +118,39 @@ Session::~Session()
 void Session::Play(const Step& step)
 {
     world_.random = Random(step.number);
-    world_.Begin();
     const bool isKillSet = world_.IsKillSet();
     auto& copy = copies_.at(world_.random.Once(6) ? 1 : 0);
-    if (!copy)
+    const bool isNew = !copy;
+    if (isNew)
         copy = std::make_unique<Copy>(world_, [this](const auto& saving) { rules_.NoteSaving(saving); });
     copy_ = copy.get();
+    world_.Begin(copy_);
+    if (isNew)
+        Start();
     copy_->person.answers.clear();
     copy_->program.desk.isOpenElsewhere = [this](std::string_view path, std::string_view current) {
         return path != current && std::ranges::any_of(copy_->windows, [&](const auto& window) {
                    return window->session.File().path == path;
                });
     };
-    (this->*Kinds.at(step.kind).take)();
+    if (world_.Moment())
+        (this->*Kinds.at(step.kind).take)();
+    if (copy_)
+        KeepUnsaved();
     if (isKillSet)
         world_.EndKill();
     if (world_.IsDead())
         TakeDown();
     rules_.EndStep();
+    unsaved_.EndStep();
 }
 
 // The dead program's windows go, and those of the other copy when the power was cut.
 void Session::TakeDown()
 {
     for (auto& copy : copies_)
-        if (world_.WasPowerCut() || copy.get() == copy_)
-            copy.reset();
+        if (copy && (world_.WasPowerCut() || copy.get() == copy_))
+            EndCopy(*copy);
     WaitNoMore();
     if (world_.WasPowerCut())
         world_.disk.faults = {};

@@ -9,8 +9,10 @@
 #include <string_view>
 #include <vector>
 
+#include "eeprom/ModuleMemory.h"
 #include "simulation/Copies.h"
 #include "simulation/Rules.h"
+#include "simulation/UnsavedCopies.h"
 #include "simulation/World.h"
 
 namespace kelvora::simulation {
@@ -47,7 +49,6 @@ private:
 
     // In WindowSteps.cpp.
     void New();
-    void Open();
     void EditKeys();
     void EditOptions();
     void Add();
@@ -55,14 +56,26 @@ private:
     void Move();
     void Undo();
     void Redo();
-    void Save();
-    void SaveAs();
-    void Close();
-    void SaveWith(bool (SetupSession::*save)());
     Window& Any();
     Window& AddWindow(SetupMode mode);
     void Edit(Window& window, SetupDocument after);
     void ChangeOptions(Window& window);
+
+    // In FileSteps.cpp.
+    void Open();
+    void Save();
+    void SaveAs();
+    void Close();
+    void Quit();
+    void Terminate();
+    bool SaveMeanwhile(const Window& window);
+    void SaveWith(bool (SetupSession::*save)());
+    static std::string FileText(const Window& window);
+    bool MayClose(Window& window);
+    void EndCopy(Copy& ended);
+    void KeepUnsaved();
+    void Start();
+    void Answer(const RecoveryOffer& offer);
 
     // In LineSteps.cpp.
     void Scan();
@@ -78,12 +91,23 @@ private:
     void WaitIn(Rules::Work& work, RunningOperation& running);
     void WaitNoMore();
     void EndNote(OperationNote& note);
+    /// Nobody waits for what does not come.
+    bool IsLong() const;
 
     // In CommandSteps.cpp.
     void Command();
-    void WriteIdentity();
+    void EditFiles();
+    void ShowJournal();
     void WriteFile(CommandLine& command, const std::vector<std::string>& arguments);
-    void Series();
+    std::optional<SetupDocument> SetupIn(const std::string& path) const;
+
+    // In IdentitySteps.cpp.
+    using Modules = std::vector<bench::IdentityBytes>;
+    void WriteIdentity();
+    void Wizard();
+    void WatchModules(Rules::Work& work);
+    void JudgeModules(const Rules::Work& work, const Modules& before,
+                      const std::vector<AddressedBlock>& wanted, bool isTold);
 
     // In WorldSteps.cpp.
     void Kill();
@@ -99,9 +123,9 @@ private:
 
     World world_;
     Rules rules_{world_};
+    UnsavedCopies unsaved_{world_};
     std::array<std::unique_ptr<Copy>, 2> copies_;
     Copy* copy_ = nullptr;  ///< that is worked with
-    bool isKillStep_ = false;
     int saves_ = 0;
 };
 

@@ -19,6 +19,7 @@ SimulatedSystem* answering = nullptr;
 
 /// An open folder: readdir gives one name after another.
 struct Listing {
+    std::string path;
     std::vector<std::string> names;
     std::size_t next = 0;
     dirent entry{};
@@ -44,21 +45,14 @@ Result Told(Result result)
     return -1;
 }
 
-// Of calls that nobody else makes.
-template <class Call>
-int Here(Call call)
-{
-    return Told(answering ? call(answering->disk) : -ENOSYS);
-}
-
-int Describe(const Disk::InodePtr& inode, struct stat* status)
+int Describe(const InodePtr& inode, struct stat* status)
 {
     if (!inode)
-        return Told(-ENOENT);
+        return -ENOENT;
     *status = {};
     status->st_dev = 1;
     status->st_ino = inode->number;
-    status->st_nlink = static_cast<nlink_t>(inode->names);
+    status->st_nlink = static_cast<nlink_t>(answering->disk.NamesOf(inode));
     status->st_mode = inode->isFolder ? S_IFDIR | S_IRWXU : S_IFREG | S_IRUSR | S_IWUSR;
     status->st_size = static_cast<off_t>(inode->content.size());
     return 0;
@@ -79,20 +73,24 @@ using namespace kelvora::simulation;  // NOLINT: the calls below belong to no na
 // NOLINTBEGIN(bugprone-reserved-identifier, cert-dcl37-c, cert-dcl51-cpp)
 extern "C" {
 
-int __real_open(const char* path, int flags, ...);
-int __real_close(int file);
-ssize_t __real_read(int file, void* bytes, size_t size);
-ssize_t __real_pread(int file, void* bytes, size_t size, off_t at);
-ssize_t __real_write(int file, const void* bytes, size_t size);
-int __real_stat(const char* path, struct stat* status);
-int __real_lstat(const char* path, struct stat* status);
-int __real_fstat(int file, struct stat* status);
-int __real_access(const char* path, int mode);
-ssize_t __real_readlink(const char* path, char* text, size_t size);
-DIR* __real_opendir(const char* path);
-dirent* __real_readdir(DIR* folder);
-int __real_closedir(DIR* folder);
+// Calls for paths under /sim and for files that are open there; the system's own for all others.
+#define HERE_OR_REAL(result, name, parameters, arguments, subject, told)       \
+    result __real_##name parameters;                                           \
+    result __wrap_##name parameters                                            \
+    {                                                                          \
+        return IsHere(subject) ? Told<result>(told) : __real_##name arguments; \
+    }
+HERE_OR_REAL(int, close, (int file), (file), file, answering->disk.Close(file))
+HERE_OR_REAL(ssize_t, read, (int file, void* bytes, size_t size), (file, bytes, size), file,
+             answering->disk.Read(file, static_cast<char*>(bytes), size))
+HERE_OR_REAL(ssize_t, write, (int file, const void* bytes, size_t size), (file, bytes, size), file,
+             answering->disk.Write(file, {static_cast<const char*>(bytes), size}))
+HERE_OR_REAL(int, stat, (const char* path, struct stat* status), (path, status), path,
+             Describe(answering->disk.Find(path), status))
+HERE_OR_REAL(int, fstat, (int file, struct stat* status), (file, status), file,
+             Describe(answering->disk.Opened(file), status))
 
+int __real_open(const char* path, int flags, ...);
 int __wrap_open(const char* path, int flags, ...)
 {
     std::va_list rest;
@@ -102,131 +100,50 @@ int __wrap_open(const char* path, int flags, ...)
     return IsHere(path) ? Told(answering->disk.Open(path, flags)) : __real_open(path, flags, mode);
 }
 
-int __wrap_close(int file)
-{
-    return IsHere(file) ? Told(answering->disk.Close(file)) : __real_close(file);
-}
-
-ssize_t __wrap_read(int file, void* bytes, size_t size)
-{
-    return IsHere(file) ? Told(answering->disk.Read(file, static_cast<char*>(bytes), size))
-                        : __real_read(file, bytes, size);
-}
-
-ssize_t __wrap_pread(int file, void* bytes, size_t size, off_t at)
-{
-    if (!IsHere(file))
-        return __real_pread(file, bytes, size, at);
-    return Told(answering->disk.Read(file, static_cast<char*>(bytes), size, static_cast<std::size_t>(at)));
-}
-
-ssize_t __wrap_write(int file, const void* bytes, size_t size)
-{
-    if (!IsHere(file))
-        return __real_write(file, bytes, size);
-    return Told(answering->disk.Write(file, {static_cast<const char*>(bytes), size}));
-}
-
-int __wrap_stat(const char* path, struct stat* status)
-{
-    return IsHere(path) ? Describe(answering->disk.Find(path), status) : __real_stat(path, status);
-}
-
-int __wrap_lstat(const char* path, struct stat* status)
-{
-    return IsHere(path) ? Describe(answering->disk.Find(path), status) : __real_lstat(path, status);
-}
-
-int __wrap_fstat(int file, struct stat* status)
-{
-    return IsHere(file) ? Describe(answering->disk.Opened(file), status) : __real_fstat(file, status);
-}
-
-int __wrap_access(const char* path, int mode)
-{
-    if (!IsHere(path))
-        return __real_access(path, mode);
-    if (!answering->disk.Find(path))
-        return Told(-ENOENT);
-    return answering->disk.faults.isReadOnly && (mode & W_OK) != 0 ? Told(-EROFS) : 0;
-}
-
-ssize_t __wrap_readlink(const char* path, char* text, size_t size)
-{
-    if (!IsHere(path))
-        return __real_readlink(path, text, size);
-    return Told<ssize_t>(answering->disk.Find(path) ? -EINVAL : -ENOENT);
-}
-
-// These come to the programs' files alone.
-int __wrap_fsync(int file)
-{
-    return Here([&](Disk& disk) { return disk.Sync(file); });
-}
-int __wrap_syncfs(int /*file*/)
-{
-    return Here([](Disk& disk) { return disk.SyncAll(); });
-}
-int __wrap_flock(int file, int /*kind*/)
-{
-    return Here([&](Disk& disk) { return disk.Lock(file); });
-}
-int __wrap_ftruncate(int file, off_t size)
-{
-    return Here([&](Disk& disk) { return disk.Cut(file, static_cast<std::size_t>(size)); });
-}
-int __wrap_fchmod(int /*file*/, mode_t /*mode*/)
-{
-    return 0;
-}
-int __wrap_fchown(int /*file*/, uid_t /*user*/, gid_t /*group*/)
-{
-    return 0;
-}
-int __wrap_rename(const char* from, const char* to)
-{
-    return Here([&](Disk& disk) { return disk.Rename(from, to); });
-}
-int __wrap_unlink(const char* path)
-{
-    return Here([&](Disk& disk) { return disk.Unlink(path); });
-}
-int __wrap_link(const char* from, const char* to)
-{
-    return Here([&](Disk& disk) { return disk.Link(from, to); });
-}
-int __wrap_mkdir(const char* path, mode_t /*mode*/)
-{
-    return Here([&](Disk& disk) { return disk.MakeFolder(path); });
-}
+// Calls of the programs' files alone.
+#define HERE(result, name, parameters, told)                             \
+    result __wrap_##name parameters                                      \
+    {                                                                    \
+        return Told<result>(answering ? result{told} : result{-ENOSYS}); \
+    }
+HERE(int, lstat, (const char* path, struct stat* status), Describe(answering->disk.Find(path), status))
+HERE(int, access, (const char* path, int mode), answering->disk.MayAccess(path, (mode & W_OK) != 0))
+HERE(ssize_t, readlink, (const char* path, char*, size_t), answering->disk.Find(path) ? -EINVAL : -ENOENT)
+HERE(ssize_t, pread, (int file, void* bytes, size_t size, off_t at),
+     answering->disk.Read(file, static_cast<char*>(bytes), size, static_cast<std::size_t>(at)))
+HERE(int, fsync, (int file), answering->disk.Sync(file))
+HERE(int, syncfs, (int), answering->disk.SyncAll())
+HERE(int, flock, (int file, int), answering->disk.Lock(file))
+HERE(int, ftruncate, (int file, off_t size), answering->disk.Cut(file, static_cast<std::size_t>(size)))
+HERE(int, fchmod, (int, mode_t), 0)
+HERE(int, fchown, (int, uid_t, gid_t), 0)
+HERE(int, rename, (const char* from, const char* to), answering->disk.Rename(from, to))
+HERE(int, unlink, (const char* path), answering->disk.Unlink(path))
+HERE(int, link, (const char* from, const char* to), answering->disk.Link(from, to))
+HERE(int, mkdir, (const char* path, mode_t), answering->disk.MakeFolder(path))
 
 DIR* __wrap_opendir(const char* path)
 {
-    if (!IsHere(path))
-        return __real_opendir(path);
-    if (!answering->disk.Find(path)) {
-        errno = ENOENT;
-        return nullptr;
-    }
-    return reinterpret_cast<DIR*>(new Listing{answering->disk.List(path)});
+    if (answering && answering->disk.Find(path))
+        return reinterpret_cast<DIR*>(new Listing{path, answering->disk.List(path)});
+    errno = ENOENT;
+    return nullptr;
 }
 
 dirent* __wrap_readdir(DIR* folder)
 {
-    if (!answering)
-        return __real_readdir(folder);
     auto& listing = *reinterpret_cast<Listing*>(folder);
     if (listing.next == listing.names.size())
         return nullptr;
-    std::snprintf(listing.entry.d_name, sizeof listing.entry.d_name, "%s",
-                  listing.names[listing.next++].c_str());
+    const std::string& name = listing.names[listing.next++];
+    const InodePtr inode = answering->disk.Find(listing.path + "/" + name);
+    listing.entry.d_type = inode && inode->isFolder ? DT_DIR : DT_REG;
+    std::snprintf(listing.entry.d_name, sizeof listing.entry.d_name, "%s", name.c_str());
     return &listing.entry;
 }
 
 int __wrap_closedir(DIR* folder)
 {
-    if (!answering)
-        return __real_closedir(folder);
     delete reinterpret_cast<Listing*>(folder);
     return 0;
 }

@@ -1,15 +1,9 @@
-// What a person does in setup windows.
-#include <algorithm>
-
+// How a person changes setups in their windows.
 #include "keymap/KeyMapSession.h"
 #include "layout/CommandRules.h"
 #include "layout/LayoutCommands.h"
 #include "layout/ModuleOptions.h"
-#include "platform/TextFiles.h"
 #include "setup/DeviceCode.h"
-#include "setup/SetupDifferences.h"
-#include "setup/SetupFileNames.h"
-#include "setup/SetupReader.h"
 #include "setup/SetupWriter.h"
 #include "simulation/Session.h"
 
@@ -34,15 +28,6 @@ MasterOptions Changed(MasterOptions options, Random& random)
     if (options.backlight)
         options.backlight = random.Once(2);
     return options;
-}
-
-// Whether a file can say it: lines that were scanned may have parts missing, and modules of unknown kinds.
-bool FitsFile(const SetupDocument& document)
-{
-    const auto has = [&](ModuleKind kind) { return FindModule(document.Modules, kind).has_value(); };
-    return UnknownDeviceCodes(document).empty() && !HasRepeatedKind(document.Modules) &&
-           has(ModuleKind::KM096) == has(ModuleKind::Backlight) &&
-           has(ModuleKind::KM096) == has(ModuleKind::Code4);
 }
 
 // Some clicks in a key form.
@@ -88,21 +73,6 @@ Window& Session::Any()
 void Session::New()
 {
     AddWindow(SetupMode::New).session.Load(std::nullopt);
-}
-
-void Session::Open()
-{
-    SetupDesk& desk = copy_->program.desk;
-    const auto file = GetConfigFileName(desk.files, desk.defaults, {});
-    if (!file || desk.isOpenElsewhere(file->path, {}))
-        return;
-    const auto text = world_.disk.Content(file->path);
-    auto opened = OpenSetup(desk.files, *file);
-    if (text && IsWholeFile(*text) && world_.Moment())
-        Require(opened && WriteSetup(opened->document.Modules) + "\r\n" == *text, Rule::Whole,
-                file->path + " was saved and is not opened as it was");
-    if (opened)
-        AddWindow(SetupMode::Open).session.Load(std::move(opened));
 }
 
 void Session::Edit(Window& window, SetupDocument after)
@@ -223,55 +193,6 @@ void Session::Redo()
     Window& window = Any();
     if (window.at < window.edits.size())
         window.Redo();
-}
-
-void Session::Save()
-{
-    SaveWith(&SetupSession::Save);
-}
-
-void Session::SaveAs()
-{
-    SaveWith(&SetupSession::SaveAs);
-}
-
-void Session::SaveWith(bool (SetupSession::*save)())
-{
-    Window& window = Any();
-    const auto before = world_.disk.All();
-    std::map<std::string, std::string> contents;
-    for (const auto& [path, inode] : before)
-        contents[path] = inode->content;
-    const bool isSaved = (window.session.*save)();
-    if (!world_.Moment() || !isSaved)
-        return;
-    window.clean = window.at;
-    ++saves_;
-    const std::string& path = window.session.File().path;
-    Require(world_.disk.Content(path) == WriteSetup(window.session.document.Modules) + "\r\n", Rule::Kept,
-            path + " is not the setup that was saved");
-    const SetupDocument& document = window.session.document;
-    Require(!FitsFile(document) || CompareSetups(ReadSetup(*world_.disk.Content(path)), document).empty(),
-            Rule::Kept, path + " says another setup");
-    if (contents.contains(path))
-        Require(world_.disk.Content(BackupName(path)) == contents[path], Rule::Kept,
-                path + " was replaced and is not in its backup");
-}
-
-void Session::Close()
-{
-    Window& window = Any();
-    const bool isChanged = window.IsChanged();
-    const Closing closing = window.session.AskToClose(isChanged);
-    if (!world_.Moment() || closing == Closing::Stay)
-        return;
-    Require(closing != Closing::Saved || world_.disk.Content(window.session.File().path) ==
-                                             WriteSetup(window.session.document.Modules) + "\r\n",
-            Rule::Unsaved, "a changed setup was closed and is not saved, as was told");
-    const auto isNo = [](const auto& answer) { return answer.second != Answer::Cancel; };
-    Require(!isChanged || closing == Closing::Saved || std::ranges::any_of(copy_->person.answers, isNo),
-            Rule::Unsaved, "a changed setup was closed without a question");
-    std::erase_if(copy_->windows, [&](const auto& each) { return each.get() == &window; });
 }
 
 }  // namespace kelvora::simulation

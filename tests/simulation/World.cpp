@@ -1,6 +1,7 @@
 #include "simulation/World.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "bench/FreshLine.h"
 
@@ -36,7 +37,7 @@ std::vector<bench::Module> Modules(std::uint64_t seed)
 void Require(bool holds, const char* rule, const std::string& what)
 {
     if (!holds)
-        throw Broken(std::string(rule) + ": " + what);
+        throw Broken{std::string(rule) + ": " + what};
 }
 
 Till::Till(Loop& loop, std::uint64_t seed, bool isPaced)
@@ -83,11 +84,12 @@ World::World(std::uint64_t seed)
     }
     loop.onYield = [this] {
         if (++waits > MostWaits)
-            throw Broken("bound: the program waits for what never comes");
+            throw Broken{"bound: the program waits for what never comes"};
         if (Moment() && whileWaiting)
             whileWaiting();
     };
     disk.onChange = [this] { return Moment(); };
+    disk.onSlowness = [this](std::chrono::milliseconds time) { loop.Block(time); };
     AnswerCalls(&system_);
 }
 
@@ -112,9 +114,11 @@ void World::WriteElsewhere(Till& till) const
     till.isClean = true;
 }
 
-void World::Begin()
+void World::Begin(const void* program)
 {
+    program_ = disk.user = program;
     isDead_ = false;
+    midstAfter_ = 0;
     wasPowerCut_ = false;
     waits = 0;
     told.clear();
@@ -124,7 +128,19 @@ bool World::Moment()
 {
     if (!isDead_ && killAfter_ > 0 && --killAfter_ == 0)
         Kill();
+    if (!isDead_ && midstAfter_ > 0 && --midstAfter_ == 0)
+        inTheMidst_();
     return !isDead_;
+}
+
+void World::InTheMidst(std::size_t moments, const void* program, std::function<void()> action)
+{
+    midstAfter_ = moments;
+    inTheMidst_ = [this, program, action = std::move(action)] {
+        const void* const user = std::exchange(disk.user, program);
+        action();
+        disk.user = user;
+    };
 }
 
 void World::KillAfter(std::size_t moments, bool isPowerCut)
@@ -148,7 +164,7 @@ void World::Kill()
     if (isPowerCut_)
         disk.PowerCut(random);
     else
-        disk.CloseAll();
+        disk.CloseFilesOf(program_);
     for (const auto& till : tills) {
         till->port.Close();
         till->user = nullptr;

@@ -7,7 +7,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -20,10 +19,9 @@
 
 namespace kelvora::simulation {
 
-/// A rule does not hold. The text begins with the rule's name.
-class Broken : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
+/// A rule does not hold. It is none of the errors that a program handles.
+struct Broken {
+    std::string what;  ///< begins with the rule's name
 };
 
 /// `rule` of Rules.h; `what` says what was found.
@@ -37,7 +35,13 @@ public:
         onYield();
         FakeEventLoop::Yield();
     }
+    void Block(std::chrono::microseconds time)
+    {
+        FakeEventLoop::Block(time);
+        blocked += time;
+    }
     std::function<void()> onYield;
+    Time::duration blocked{};  ///< all that it was
 };
 
 /// A line and the till at its end, which remembers what it held.
@@ -71,7 +75,7 @@ public:
     bool Moment();
 
     /// The program that works from now on; it lives until it is killed or the power fails.
-    void Begin();
+    void Begin(const void* program);
     bool IsDead() const { return isDead_; }
     /// Kills it after so many moments, or takes the power from the whole machine.
     void KillAfter(std::size_t moments, bool isPowerCut);
@@ -79,6 +83,9 @@ public:
     bool EndKill();
     bool IsKillSet() const { return killAfter_ > 0; }
     bool WasPowerCut() const { return wasPowerCut_; }
+
+    /// After so many moments another program does something, in the midst of this one's step.
+    void InTheMidst(std::size_t moments, const void* program, std::function<void()> action);
 
     /// Somebody else writes a byte into a till that nobody has the port of.
     void WriteElsewhere(Till& till) const;
@@ -99,10 +106,13 @@ private:
     void Kill();
 
     SimulatedSystem system_;
+    const void* program_ = nullptr;  ///< that works
     bool isDead_ = false;
     bool isPowerCut_ = false;
     bool wasPowerCut_ = false;
     std::size_t killAfter_ = 0;
+    std::size_t midstAfter_ = 0;
+    std::function<void()> inTheMidst_;
 };
 
 }  // namespace kelvora::simulation

@@ -64,11 +64,14 @@ void Session::RestartTill()
 
 void Session::DiskFault()
 {
-    switch (world_.random.Below(3)) {
+    switch (world_.random.Below(4)) {
         case 0:
-            world_.disk.faults.room = static_cast<long>(world_.random.Scale(16));
+            world_.disk.faults.slowness = std::chrono::milliseconds(world_.random.Scale(12));
             break;
         case 1:
+            world_.disk.faults.room = static_cast<long>(world_.random.Scale(16));
+            break;
+        case 2:
             world_.disk.faults.isReadOnly = true;
             break;
         default:
