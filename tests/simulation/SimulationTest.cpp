@@ -29,6 +29,15 @@ TEST(Simulation, KeepsTheJournalOfANewFolder)
     Replay(1, "scan 823251; kill 990315; save-as 135197");
 }
 
+// The power fails after a copy was taken whose program had died before its change was safe.
+TEST(Simulation, KeepsAnUnsavedSetupThatWasTaken)
+{
+    Replay(700080,
+           "restart-till 188739; save-as 689879; close 133005; scan 977955; open 523790; add 723023; "
+           "kill 322362; download 567299; save-as 631892; options 661593; kill 769174; delete 231585; "
+           "kill 556464; foreign 905572");
+}
+
 // How much is done in the sessions of some seeds: commits into tills, and saves.
 std::vector<std::pair<int, int>> Done()
 {

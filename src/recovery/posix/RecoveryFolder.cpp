@@ -149,6 +149,8 @@ void RecoveryFolder::Adopt(const std::string& id, int window)
     BeginRun();
     if (rename(id.c_str(), CopyPath(window).c_str()) != 0)
         FailFile(id, errno);
+    // Its run may have died before what it says was safe.
+    SyncFolderOf(id);
     windows_.insert(window);
 }
 
