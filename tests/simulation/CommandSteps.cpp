@@ -54,9 +54,8 @@ void Session::WriteFile(CommandLine& command, const std::vector<std::string>& ar
     const std::string& path = arguments.back();
     const auto before = world_.disk.Content(path);
     const bool isTold = command.RunOnLine(arguments) == 0 && world_.Moment();
-    if (isTold && before && before != world_.disk.Content(path))
-        Require(world_.disk.Content(BackupName(path)) == before, Rule::Kept,
-                path + " was replaced and is not in its backup");
+    if (isTold)
+        rules_.JudgeReplaced(path, before);
     rules_.NoteWritten(BackupName(path), false);
     rules_.NoteWritten(path, isTold);
 }
@@ -137,9 +136,7 @@ void Session::EditFiles()
         const auto now = world_.disk.Content(path);
         const bool isChanged = now != file.before;
         Require(!isChanged || now == file.wanted, Rule::Whole, path + " is neither as it was nor as wanted");
-        if (isChanged)
-            Require(world_.disk.Content(BackupName(path)) == file.before, Rule::Kept,
-                    path + " was replaced and is not in its backup");
+        rules_.JudgeReplaced(path, file.before);
         Require(!isDone || !world_.Moment() || now == file.wanted, Rule::Truth,
                 path + " is not edited: " + command.said);
         rules_.NoteWritten(BackupName(path), false);

@@ -2,7 +2,6 @@
 // is unsaved is kept as windows/forms/RecoveryForms does it.
 #include <algorithm>
 
-#include "platform/TextFiles.h"
 #include "setup/SetupDifferences.h"
 #include "setup/SetupReader.h"
 #include "setup/SetupWriter.h"
@@ -85,8 +84,7 @@ void Session::SaveWith(bool (SetupSession::*save)())
     Require(!FitsFile(document) || CompareSetups(ReadSetup(*world_.disk.Content(path)), document).empty(),
             Rule::Kept, path + " says another setup");
     if (const auto old = before.find(path); old != before.end())
-        Require(world_.disk.Content(BackupName(path)) == old->second, Rule::Kept,
-                path + " was replaced and is not in its backup");
+        rules_.JudgeReplaced(path, old->second);
 }
 
 std::string Session::FileText(const Window& window)

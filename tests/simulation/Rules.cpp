@@ -4,6 +4,7 @@
 
 #include "flash/DumpSource.h"
 #include "journal/JournalText.h"
+#include "platform/TextFiles.h"
 #include "setup/SetupError.h"
 #include "setup/SetupReader.h"
 #include "setup/SetupWriter.h"
@@ -85,6 +86,12 @@ void Rules::NoteWritten(const std::string& path, bool isTold)
     versions = {now};
     if (isTold)
         saved_.insert(path);
+}
+
+void Rules::JudgeReplaced(const std::string& path, const std::optional<std::string>& before) const
+{
+    Require(!before || before == world_.disk.Content(path) || before == world_.disk.Content(BackupName(path)),
+            Rule::Kept, path + " was replaced and is not in its backup");
 }
 
 void Rules::EndStep()
@@ -174,7 +181,8 @@ void Rules::JudgeTransfer(const Work& work, const TransferResult& result)
                     "what the device holds is not told, and nothing went wrong");
             break;
         case State::Foreign:
-            Require(!isHeld && !isWanted, Rule::Truth, "nobody has changed the device");
+            // What somebody else has written may be what was wanted.
+            Require(!isHeld && (!isWanted || work.isForeign), Rule::Truth, "nobody has changed the device");
             break;
     }
     Require(!result.image || *result.image == now || work.isForeign, Rule::Truth,

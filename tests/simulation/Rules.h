@@ -36,6 +36,8 @@ public:
     void NoteForeign(const std::string& path, const std::string& text);
     /// Something that does not tell what it writes may have written there; it said so when `isTold`.
     void NoteWritten(const std::string& path, bool isTold);
+    /// What the file held is still there, or in its backup.
+    void JudgeReplaced(const std::string& path, const std::optional<std::string>& before) const;
     /// The journal has said that it keeps an entry more.
     void NoteJournalled() { ++journalled_; }
     /// How many it has said so of.
