@@ -143,7 +143,9 @@ bool Transfer::IsStillHeld(LineWork& work)
 void Transfer::Write()
 {
     LineResult read = std::move(result_.line);
+    bool hasLine = false;
     result_.line = WorkOnLine(comms_, target_, hooks_, [&](LineWork& work, LineResult& line) {
+        hasLine = true;
         line.deviceMap = std::move(read.deviceMap);
         line.image = std::move(read.image);
         line.terminalName = std::move(read.terminalName);
@@ -157,6 +159,9 @@ void Transfer::Write()
         work.CheckStop();
         work.Unstoppably([&] { Commit(work); });
     });
+    // What the terminal was not told at the end of the reading it still does not know.
+    if (!hasLine)
+        result_.line.warnings = std::move(read.warnings);
     if (LostPortInCommit())
         AskOnReopenedPort();
     if (!result_.line.IsDone() && result_.reason == Reason::Done)

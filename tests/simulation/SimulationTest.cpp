@@ -38,6 +38,12 @@ TEST(Simulation, KeepsAnUnsavedSetupThatWasTaken)
            "kill 556464; foreign 905572");
 }
 
+// The line goes away at the end of the reading, and is still away when the writing begins.
+TEST(Simulation, TellsOfATillThatIsHeldSinceTheReading)
+{
+    Replay(2000184, "download 639341; line-fault 55201; restore 932892");
+}
+
 // How much is done in the sessions of some seeds: commits into tills, and saves.
 std::vector<std::pair<int, int>> Done()
 {
