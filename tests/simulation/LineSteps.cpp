@@ -154,8 +154,7 @@ void Session::Transfer(Window& window, const WantedContent& wanted, const std::s
     if (!world_.Moment())
         return;
     rules_.JudgeTransfer(work, result);
-    // Who has just said No knows it.
-    if (result.reason == TransferResult::Reason::Declined)
+    if (result.reason == TransferResult::Reason::Declined && result.line.warnings.empty())
         return;
     const OutcomeText outcome = DescribeTransfer(desk.Catalogue(), TargetOf(session.settings), result);
     desk.Words().Tell(outcome.text, {outcome.icon});

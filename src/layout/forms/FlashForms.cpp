@@ -152,8 +152,8 @@ void FlashForms::Transfer(const WantedContent& wanted, const std::string& dumpNa
     }
     note.Tell(TargetOf(session_.settings), result);
     desk.notes.Keep(note);
-    // Who has just said No knows it.
-    if (result.reason == TransferResult::Reason::Declined)
+    // Who has just said No knows it, but not what the terminal did not confirm before.
+    if (result.reason == TransferResult::Reason::Declined && result.line.warnings.empty())
         return;
     const OutcomeText outcome = DescribeTransfer(desk.Catalogue(), TargetOf(session_.settings), result);
     desk.Words().Tell(Body(outcome), {outcome.icon}, desk.Words().Caption(TitleOf(dumpName)));
