@@ -70,8 +70,10 @@ bool LiesBelowOneOf(std::span<const std::string> names, const std::string& folde
 
 void MakeFolderOf(const std::string& path)
 {
-    if (const std::size_t slash = path.rfind('/'); slash != std::string::npos && slash > 0)
-        PosixFiles().MakeFolder(path.substr(0, slash));
+    const std::size_t slash = path.rfind('/');
+    // Many files go into one: making it safe takes time.
+    if (PosixFiles files; slash != std::string::npos && slash > 0 && !files.Exists(path.substr(0, slash)))
+        files.MakeFolder(path.substr(0, slash));
 }
 
 void WriteSetupFile(const std::string& path, const std::string& text)

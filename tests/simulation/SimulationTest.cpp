@@ -24,9 +24,11 @@ TEST(Simulation, HoldsItsRules)
     }
 }
 
-TEST(Simulation, KeepsTheJournalOfANewFolder)
+TEST(Simulation, KeepsWhatIsInANewFolder)
 {
     Replay(1, "scan 823251; kill 990315; save-as 135197");
+    // Whose name was not safe yet when its program died.
+    Replay(3001359, "kill 918530; add 115514; add 497485; kill 886077; add 239658");
 }
 
 // The power fails after a copy was taken whose program had died before its change was safe.

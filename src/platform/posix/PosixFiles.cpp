@@ -121,27 +121,22 @@ void PosixFiles::Remove(const std::string& path)
 
 void PosixFiles::MakeFolder(const std::string& folder)
 {
-    const auto make = [&folder] {
-        const bool isMade = mkdir(folder.c_str(), S_IRWXU) == 0;
-        // What is kept in it is as safe as its own name.
-        if (isMade)
-            SyncFolderOf(folder);
-        return isMade;
-    };
-    if (make())
-        return;
     const std::size_t slash = folder.find_last_of('/');
-    if (errno == ENOENT && slash != std::string::npos && slash > 0) {
+    int error = mkdir(folder.c_str(), S_IRWXU) == 0 ? 0 : errno;
+    if (error == ENOENT && slash != std::string::npos && slash > 0) {
         MakeFolder(folder.substr(0, slash));
-        if (make())
-            return;
+        error = mkdir(folder.c_str(), S_IRWXU) == 0 ? 0 : errno;
     }
-    const int error = errno;
     struct stat status {};
-    if (error != EEXIST || stat(folder.c_str(), &status) != 0)
+    if (error != 0 && (error != EEXIST || stat(folder.c_str(), &status) != 0))
         FailFile(folder, error);
-    if (!S_ISDIR(status.st_mode))
+    if (error != 0 && !S_ISDIR(status.st_mode))
         FailFile(folder, ENOTDIR);
+    // What is kept in it is as safe as its own name, and those above it: who made them may have died before
+    // they were.
+    for (std::size_t end = folder.size(); end != std::string::npos && end > 0;
+         end = folder.rfind('/', end - 1))
+        SyncFolderOf(folder.substr(0, end));
 }
 
 }  // namespace kelvora
