@@ -54,8 +54,8 @@ def run(arguments, seconds, **options):
 
 
 class Trial:
-    def __init__(self, clone, seconds, jobs):
-        self.clone, self.seconds, self.jobs = clone, seconds, jobs
+    def __init__(self, clone, seconds, jobs, tests):
+        self.clone, self.seconds, self.jobs, self.tests = clone, seconds, jobs, tests
         self.build_folder = clone / "build-faults"
 
     def prepare(self):
@@ -68,13 +68,16 @@ class Trial:
                        check=True, stdout=subprocess.DEVNULL)
 
     def build(self):
-        return run(["ninja", "-C", self.build_folder, f"-j{self.jobs}"], 3600)
+        targets = ["kelvora_simulation", *self.tests] if self.tests else []
+        return run(["ninja", "-C", self.build_folder, f"-j{self.jobs}", *targets], 3600)
 
     def seen_by(self):
         """Who sees what is planted; nothing when nobody does."""
         if not self.build():
             return "the compiler"
-        if not run(["ctest", "--test-dir", self.build_folder, f"-j{self.jobs}", "--stop-on-failure", "--timeout", "120"], 900):
+        chosen = ["-R", "^(" + "|".join(self.tests) + ")"] if self.tests else []
+        if not run(["ctest", "--test-dir", self.build_folder, f"-j{self.jobs}", "--stop-on-failure", "--timeout", "120",
+                    *chosen], 900):
             return "the tests"
         simulation = [self.build_folder / "tests/kelvora_simulation", "--jobs", str(self.jobs), "--seconds",
                       str(self.seconds)]
@@ -96,11 +99,12 @@ def main():
     parser.add_argument("--count", type=int, default=20, help="faults that build")
     parser.add_argument("--seconds", type=int, default=20, help="of simulation for each that the tests do not see")
     parser.add_argument("--jobs", type=int, default=2)
+    parser.add_argument("--test", action="append", default=[], help="a test program in place of all of the core's")
     parser.add_argument("--clone", type=pathlib.Path, help="where to; one that is there is used again")
     parser.add_argument("folders", nargs="*", default=FOLDERS, metavar="FOLDER", help="of src; the core's")
     arguments = parser.parse_args()
     clone = arguments.clone or pathlib.Path(tempfile.mkdtemp()) / "clone"
-    trial = Trial(clone.resolve(), arguments.seconds, arguments.jobs)
+    trial = Trial(clone.resolve(), arguments.seconds, arguments.jobs, arguments.test)
     trial.prepare()
     if (seen := trial.build() and trial.seen_by()) is not None:
         sys.exit(f"without any fault it fails: {seen or 'the compiler'}")
