@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
@@ -77,7 +78,7 @@ TEST_F(KeybForm, ClickedKeyTakesAType)
     Open(ModuleKind::ICCR, KeypadDefaults, 'a');
     Click("Keys0");
     EXPECT_EQ(Caption(), "Key 97");
-    EXPECT_EQ(Button("Keys0")->accessibleName(), "Key 97, single key");
+    EXPECT_EQ(Button("Keys0")->accessibleName(), "Key 97, single key, row 1, column 1");
     EXPECT_TRUE(Button("KeyTypeOption0")->isChecked());
     const QRect single = Button("Keys0")->geometry();
     Click("KeyTypeOption3");
@@ -207,6 +208,24 @@ TEST_F(KeybForm, TabVisitsTheControlsAndEnterPressesButtonsAlone)
     Button("Back")->setFocus();
     Press({Qt::Key_Return});
     EXPECT_EQ(settings.Xchange, KeypadDefaults);
+}
+
+TEST_F(KeybForm, ScreenReaderKnowsKeysAndHearsOfChanges)
+{
+    Open(ModuleKind::ICCR, KeypadDefaults, 'a');
+    const QAccessibleInterface* const key = QAccessible::queryAccessibleInterface(Button("Keys5"));
+    EXPECT_TRUE(key->role() == QAccessible::ListItem && key->parent()->role() == QAccessible::List);
+    EXPECT_EQ(key->text(QAccessible::Name), "Key 102, single key, row 2, column 2");
+    EXPECT_TRUE(key->state().selectable && !key->state().selected);
+    Click("Keys5");
+    EXPECT_TRUE(key->state().selected);
+    Press({Qt::Key_4});
+    const auto* const said = Find<QWidget>("Announcement");
+    EXPECT_EQ(said->accessibleName(), "Key 102, quadruple key, row 2, column 2");
+    Click("Keys0");
+    EXPECT_FALSE(key->state().selected);
+    Click("Undo");
+    EXPECT_EQ(said->accessibleName(), "Key 102, single key, row 2, column 2");
 }
 
 double Luminance(const QColor& colour)

@@ -1,3 +1,4 @@
+#include <QAccessible>
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QLabel>
@@ -55,11 +56,13 @@ TEST_F(LayoutForm, FirstTwoModulesStandAtOnceTheThirdIsPlacedByKeyboard)
     EXPECT_TRUE(window->ActiveSetup()->IsPlacing());
     EXPECT_FALSE(IsEnabled(Command::FileMenuSave)) << "it is dropped or cancelled first";
     Key(Qt::Key_Left);
+    EXPECT_EQ(Strip().findChild<QWidget*>("Announcement")->accessibleName(), "MCR, device 2 of 3");
     Trigger(Command::HelpMenuGuide);
     Key(Qt::Key_Left);
     Key(Qt::Key_Return);
     EXPECT_EQ(Shown(), (Chain{Master, Mcr, Slave}));
     EXPECT_EQ(Strip().FocusedButton(), StripButton::MCR);
+    EXPECT_TRUE(QAccessible::queryAccessibleInterface(&Strip().Button(StripButton::MCR))->state().selected);
     EXPECT_TRUE(IsEnabled(Command::LayoutMenuMove));
 
     Trigger(Command::LayoutMenuMove);
@@ -198,7 +201,8 @@ TEST_F(LayoutForm, LanguageChangeRetextsEveryWindowAndIsKept)
     menu->actions().at(1)->trigger();
     EXPECT_EQ(window->Actions()[Command::FileMenuNew].text(), "&Nuovo");
     EXPECT_EQ(window->Status().Operation().trimmed(), "Pronto");
-    EXPECT_EQ(window->AllSetups().at(0)->Strip().Button(StripButton::Master).accessibleName(), "Tastiera");
+    EXPECT_EQ(window->AllSetups().at(0)->Strip().Button(StripButton::Master).accessibleName(),
+              "Tastiera, device 1 of 1");
     EXPECT_EQ(files.Read(PersonalSelectionFile(folders)), "[CHOOSE]\r\nEXT = ITA\r\n");
     // A language without texts changes nothing.
     files.Write(MessageFile(folders, "ENG"), "damaged");

@@ -96,6 +96,7 @@ void IdentityRows::Show(const ModuleMemory& memory)
         row.list->setEnabled(read);
         row.bytes->setText(read ? ToQString(BlockText(*module.block)) : QString());
         row.device->setText(address < memory.Count() ? ToQString(module.identity.name) : QString());
+        row.list->setAccessibleDescription(row.device->text() + QLatin1Char(' ') + row.bytes->text());
         const auto& offered = module.identity.offered;
         OfferNone(*row.list, !offered);
         row.list->setCurrentIndex(offered ? static_cast<int>(*offered) : -1);

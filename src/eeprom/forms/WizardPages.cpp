@@ -3,10 +3,12 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QVBoxLayout>
 #include <vector>
 
 #include "eeprom/forms/CableView.h"
+#include "platform/qt/Announcement.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -66,6 +68,16 @@ QFrame* MakeInstructionPage(const MessageCatalogue& catalogue)
                   Joined(catalogue, {Message::EepromPower}), Joined(catalogue, {Message::EepromReady})});
     static_cast<QVBoxLayout*>(page->layout())->addWidget(new CableView(catalogue), 1);
     return page;
+}
+
+void AnnouncePage(QWidget& page)
+{
+    QStringList texts;
+    for (const QLabel* const text :
+         page.findChildren<QLabel*>(QRegularExpression(QStringLiteral("^Info[12]"))))
+        texts << text->text();
+    if (!texts.isEmpty())
+        Announce(page, texts.join(QLatin1Char(' ')));
 }
 
 SearchPage::SearchPage(const MessageCatalogue& catalogue, int port)
@@ -128,17 +140,20 @@ void SearchPage::ShowSearching(bool searching)
 void SearchPage::ShowRepeating()
 {
     repeats_->show();
+    Announce(*this, repeats_->text());
 }
 
 void SearchPage::ShowOutcome(const QString& text)
 {
     outcome_->setText(QString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
     outcome_->show();
+    Announce(*this, outcome_->text());
 }
 
 void SearchPage::ShowReady()
 {
     ready_->show();
+    Announce(*this, ready_->text());
 }
 
 }  // namespace kelvora

@@ -16,6 +16,9 @@ QFrame* MakeIntroductionPage(const MessageCatalogue& catalogue);
 /// Step 1: how the cables are connected.
 QFrame* MakeInstructionPage(const MessageCatalogue& catalogue);
 
+/// Lets a screen reader say the text of one of the two: the focus goes to a button, which says nothing of it.
+void AnnouncePage(QWidget& page);
+
 /// Step 2: the search and how it went.
 class SearchPage final : public QFrame {
 public:

@@ -156,6 +156,7 @@ void frmEeprom::EepromWizard(int step)
     step_ = step;
     SetWizardButtons();
     pages_->setCurrentIndex(step_);
+    AnnouncePage(*pages_->currentWidget());
     Ways ways{step_ > 0, step_ < ResultStep};
     if (step_ == InstructionStep)
         CloseLine();

@@ -6,6 +6,8 @@
 #include <QPainterPath>
 #include <algorithm>
 
+#include "platform/qt/ReaderRoles.h"
+
 namespace kelvora {
 
 namespace {
@@ -73,19 +75,21 @@ const KeyboardColours& KeyboardColours::For(const QPalette& palette)
 
 KeyCap::KeyCap(QWidget* parent) : QAbstractButton(parent)
 {
-    setCheckable(true);
+    ShowAsEntry(*this, [this] { return mark_ != CapMark::None; });
     setFocusPolicy(Qt::ClickFocus);
     setAttribute(Qt::WA_Hover);
 }
 
 void KeyCap::Show(bool unused, CapMark mark)
 {
-    setChecked(mark != CapMark::None);
     if (unused == unused_ && mark == mark_)
         return;
+    const bool wasChosen = mark_ != CapMark::None;
     unused_ = unused;
     mark_ = mark;
     update();
+    if (wasChosen != (mark != CapMark::None))
+        TellSelection(*this);
 }
 
 void KeyCap::SetUnit(int keyHeight)

@@ -42,7 +42,6 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
-    void nextCheckState() override {}
 
 private:
     bool unused_ = false;

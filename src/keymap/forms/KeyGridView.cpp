@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "keymap/forms/KeyCap.h"
+#include "platform/qt/ReaderRoles.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -50,6 +51,7 @@ KeyGridView::KeyGridView(KeyMapSession& session, const MessageCatalogue& catalog
     for (const MessageId& name : {Message::KeyStateUnused, Message::KeyStateSingle, Message::KeyStateVertical,
                                   Message::KeyStateHorizontal, Message::KeyStateQuadruple})
         stateNames_.push_back(ToQString(catalogue.Caption(name)));
+    ShowAsList(*this);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     for (int position = 1; position <= session.Positions(); ++position) {
         auto* const cap = new KeyCap(this);
@@ -105,8 +107,14 @@ void KeyGridView::ShowKey(int position)
 QString KeyGridView::KeyName(int position) const
 {
     const int state = std::clamp(session_.Type(position) - KeyType::Unused, 0, 4);
-    return ToQString(catalogue_.Word(Message::KeyWord)) + QString::number(session_.KeyNumber(position)) +
-           QStringLiteral(", ") + stateNames_[static_cast<std::size_t>(state)];
+    const auto numbered = [this](const MessageId& word, int number) {
+        return ToQString(catalogue_.Word(word)) + QString::number(number);
+    };
+    return QStringList{numbered(Message::KeyWord, session_.KeyNumber(position)),
+                       stateNames_[static_cast<std::size_t>(state)],
+                       numbered(Message::KeyRow, (position - 1) / session_.Columns() + 1),
+                       numbered(Message::KeyColumn, (position - 1) % session_.Columns() + 1)}
+        .join(QStringLiteral(", "));
 }
 
 void KeyGridView::FocusKeys()

@@ -24,6 +24,9 @@ public:
     /// Shows what the session holds. A map that does not fit leaves the picture as it was, dimmed.
     void LayoutKeyGrid();
 
+    /// "Key 43, quadruple key, row 4, column 7".
+    QString KeyName(int position) const;
+
     /// Gives the keyboard focus to the cap of the session's ring.
     void FocusKeys();
 
@@ -47,7 +50,6 @@ private:
     void PlaceKeys();
     void FindRecesses();
     void AddRecess(const KeyRect& part);
-    QString KeyName(int position) const;
 
     KeyMapSession& session_;
     const MessageCatalogue& catalogue_;

@@ -15,6 +15,7 @@
 
 #include "keymap/forms/KeyGridView.h"
 #include "keymap/forms/KeyPicture.h"
+#include "platform/qt/Announcement.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WindowParts.h"
 
@@ -154,8 +155,11 @@ QWidget* frmKeyb::MakeChoices()
         auto* const option = new QRadioButton(ToQString(texts_.Caption(TypeCaptions.at(i))), keyControls_);
         option->setObjectName(QStringLiteral("KeyTypeOption%1").arg(i));
         option->setAccessibleName(WithoutMnemonic(option->text()));
-        connect(option, &QRadioButton::clicked, this,
-                [this, i] { KeyTypeOption_Click(static_cast<int>(i)); });
+        // Not clicked: a screen reader sets it.
+        connect(option, &QRadioButton::toggled, this, [this, i](bool isChosen) {
+            if (isChosen)
+                KeyTypeOption_Click(static_cast<int>(i));
+        });
         keyTypes_->addButton(option);
         layout->addWidget(option);
         keyTypeOption_.at(i) = option;
@@ -163,7 +167,7 @@ QWidget* frmKeyb::MakeChoices()
     unusedCheck_ = new QCheckBox(ToQString(texts_.Caption(Message::UnusedCheck)), keyControls_);
     unusedCheck_->setObjectName(QStringLiteral("UnusedCheck"));
     unusedCheck_->setAccessibleName(WithoutMnemonic(unusedCheck_->text()));
-    connect(unusedCheck_, &QCheckBox::clicked, this, &frmKeyb::UnusedCheck_Click);
+    connect(unusedCheck_, &QCheckBox::stateChanged, this, &frmKeyb::UnusedCheck_Click);
     layout->addSpacing(6);
     layout->addWidget(unusedCheck_);
     ShowPictures();
@@ -192,7 +196,10 @@ void frmKeyb::showEvent(QShowEvent* event)
 
 QSize frmKeyb::InitialSize() const
 {
-    return sizeHint().boundedTo(screen()->availableSize() * 9 / 10);
+    // The hint may take more lines than the layout takes it for.
+    const QSize hinted = sizeHint();
+    const QSize wanted = hinted.expandedTo({0, layout()->totalHeightForWidth(hinted.width())});
+    return wanted.boundedTo(screen()->availableSize() * 9 / 10);
 }
 
 void frmKeyb::Activate()
@@ -223,6 +230,17 @@ void frmKeyb::ShowSession()
     emit sessionShown();
 }
 
+// What a key, a button or a step back has just changed.
+void frmKeyb::ShowChange()
+{
+    ShowSession();
+    const KeyChoices choices = session_.Choices();
+    if (choices.count > 1)
+        Announce(*grid_, keyControls_->title() + QStringLiteral(", ") + grid_->KeyName(session_.Selected()));
+    else if (session_.Selected() > 0)
+        Announce(*grid_, grid_->KeyName(session_.Selected()));
+}
+
 void frmKeyb::ShowChoices(const KeyChoices& choices)
 {
     QString caption = ToQString(texts_.Word(Message::KeyWord)) + QLatin1Char('?');
@@ -232,6 +250,7 @@ void frmKeyb::ShowChoices(const KeyChoices& choices)
         caption = ToQString(texts_.Word(Message::KeyWord)) + QString::number(choices.keyNumber);
     keyControls_->setTitle(caption);
 
+    const QSignalBlocker quiet(unusedCheck_);
     unusedCheck_->setEnabled(choices.unusedEnabled);
     unusedCheck_->setTristate(choices.unusedMixed);
     unusedCheck_->setCheckState(choices.unusedMixed     ? Qt::PartiallyChecked
@@ -262,13 +281,13 @@ void frmKeyb::KeyTypeOption_Click(int index)
     if (keyTypeOption_.at(static_cast<std::size_t>(index))->property(Tag).toString() == BusyTag)
         return;
     session_.SetType(index);
-    ShowSession();
+    ShowChange();
 }
 
 void frmKeyb::UnusedCheck_Click()
 {
     session_.ToggleUnused();
-    ShowSession();
+    ShowChange();
 }
 
 void frmKeyb::DefaultMapping_Click()
@@ -293,6 +312,7 @@ void frmKeyb::FindKey()
         grid_->FocusKeys();
     } else {
         hint_->setText(ToQString(texts_.Word(Message::KeyFindNone)) + find_->text());
+        Announce(*hint_, hint_->text());
         find_->selectAll();
     }
 }
@@ -300,13 +320,13 @@ void frmKeyb::FindKey()
 void frmKeyb::Undo()
 {
     session_.Undo();
-    ShowSession();
+    ShowChange();
 }
 
 void frmKeyb::Redo()
 {
     session_.Redo();
-    ShowSession();
+    ShowChange();
 }
 
 void frmKeyb::reject()

@@ -4,6 +4,8 @@
 #include <QPainter>
 #include <utility>
 
+#include "platform/qt/ReaderRoles.h"
+
 namespace kelvora {
 
 namespace {
@@ -20,6 +22,7 @@ ModuleButton::ModuleButton(StripButton button, QWidget* parent) : QAbstractButto
 {
     setObjectName(QStringLiteral("cbModule%1").arg(static_cast<int>(button)));
     setFocusPolicy(Qt::StrongFocus);
+    ShowAsEntry(*this, [this] { return selected_; });
     hide();
 }
 
@@ -33,8 +36,10 @@ void ModuleButton::SetPicture(QByteArray svg)
 
 void ModuleButton::SetSelected(bool selected)
 {
-    if (std::exchange(selected_, selected) != selected)
-        update();
+    if (std::exchange(selected_, selected) == selected)
+        return;
+    update();
+    TellSelection(*this);
 }
 
 QSize ModuleButton::sizeHint() const

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "layout/forms/StripView.h"
+#include "platform/qt/Announcement.h"
 
 namespace kelvora {
 
@@ -30,6 +31,7 @@ PlacingMode::PlacingMode(StripView& strip, const SetupDocument& document, Module
       pointerAtStart_(QCursor::pos())
 {
     Preview(std::nullopt);
+    TellPlace();
     strip_.setFocus();
     strip_.installEventFilter(this);
     strip_.grabMouse(Qt::SizeAllCursor);
@@ -51,10 +53,16 @@ void PlacingMode::Preview(std::optional<int> pointerX)
     strip_.Float(*ButtonOf(kind_), pointerX);
 }
 
+void PlacingMode::TellPlace()
+{
+    Announce(strip_, strip_.Button(*ButtonOf(kind_)).accessibleName());
+}
+
 void PlacingMode::MoveTo(std::size_t place)
 {
     place_ = std::clamp(place, range_.first, range_.last);
     Preview(std::nullopt);
+    TellPlace();
 }
 
 void PlacingMode::HoldPointer(QPoint global)

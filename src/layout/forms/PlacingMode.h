@@ -33,6 +33,7 @@ protected:
 
 private:
     void Preview(std::optional<int> pointerX);
+    void TellPlace();
     void MouseMoved(const QMouseEvent& event);
     void FollowPointer(int x);
     void HoldPointer(QPoint global);

@@ -47,6 +47,23 @@ QString StripCaption(const MessageCatalogue& catalogue, StripButton button)
     return ToQString(catalogue.Caption(CaptionOf(button)));
 }
 
+QString StripName(const MessageCatalogue& catalogue, StripButton button, const ModuleList& modules)
+{
+    int count = 0;
+    int place = 0;
+    for (const PlacedButton& placed : LayOutStrip(modules)) {
+        count += IsMainButton(placed.button) ? 1 : 0;
+        if (placed.button == button && IsMainButton(button))
+            place = count;
+    }
+    const QString caption = StripCaption(catalogue, button);
+    if (place == 0)
+        return caption;
+    return caption + QStringLiteral(", ") + ToQString(catalogue.Word(Message::StripDevice)) +
+           QString::number(place) + QLatin1Char(' ') + ToQString(catalogue.Word(Message::StripDeviceOf)) +
+           QString::number(count);
+}
+
 QString StripSummary(const MessageCatalogue& catalogue, StripButton button, const ModuleList& modules)
 {
     const ModuleRecord* record = StripRecord(button, modules);

@@ -14,6 +14,9 @@ const ModuleRecord* StripRecord(StripButton button, const ModuleList& modules);
 /// "Slave Keyboard".
 QString StripCaption(const MessageCatalogue& catalogue, StripButton button);
 
+/// The same with its place in the chain, for who does not see it: "Slave Keyboard, device 2 of 4".
+QString StripName(const MessageCatalogue& catalogue, StripButton button, const ModuleList& modules);
+
 /// What the line below the caption says: "Keys from 97"; empty where there is nothing to tell.
 QString StripSummary(const MessageCatalogue& catalogue, StripButton button, const ModuleList& modules);
 

@@ -11,6 +11,7 @@
 #include "layout/LayoutCommands.h"
 #include "layout/forms/StripTexts.h"
 #include "picture/DevicePicture.h"
+#include "platform/qt/ReaderRoles.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -35,6 +36,7 @@ StripView::StripView(const MessageCatalogue& catalogue, QWidget* parent)
     : QWidget(parent), catalogue_(catalogue)
 {
     setObjectName(QStringLiteral("ModuleStrip"));
+    ShowAsList(*this);
     for (const StripButtonShape& shape : StripButtons)
         MakeButton(shape.button);
     setFocusPolicy(Qt::ClickFocus);
@@ -143,6 +145,7 @@ void StripView::ShowExpected(const ModuleList& modules)
 
 void StripView::Retranslate()
 {
+    setAccessibleName(ToQString(catalogue_.Caption(Message::StripDevices)));
     emptyText_->setText(ToQString(catalogue_.Caption(Message::EmptyStrip)));
     addMaster_->setText(ToQString(catalogue_.Caption(Message::AddMasterNow)));
     for (ModuleButton* button : buttons_)
@@ -152,7 +155,7 @@ void StripView::Retranslate()
 
 void StripView::ShowTexts(ModuleButton& button)
 {
-    button.setAccessibleName(StripCaption(catalogue_, button.Button()));
+    button.setAccessibleName(StripName(catalogue_, button.Button(), modules_));
     button.setAccessibleDescription(StripDetails(catalogue_, button.Button(), modules_));
     button.setToolTip(StripTip(catalogue_, button.Button(), modules_));
 }

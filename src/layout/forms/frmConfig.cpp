@@ -12,6 +12,7 @@
 #include "layout/forms/OptionsDialogs.h"
 #include "layout/forms/PlacingMode.h"
 #include "layout/forms/StripView.h"
+#include "platform/qt/Announcement.h"
 #include "platform/qt/Text.h"
 #include "ports/Connection.h"
 
@@ -290,6 +291,8 @@ void frmConfig::AfterSaving(bool saved)
         undoStack_->setClean();
     emit fileChanged();
     ShowTitle();
+    if (saved)
+        Announce(*this, ToQString(session_.Desk().Words().Caption(Message::SavedNote)));
 }
 
 CommandState frmConfig::State(bool canScan) const

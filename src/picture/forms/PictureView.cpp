@@ -4,6 +4,8 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "platform/qt/ReaderRoles.h"
+
 namespace kelvora {
 
 namespace {
@@ -17,6 +19,7 @@ constexpr double MostScale = 1.5;
 
 PictureView::PictureView(QWidget* parent) : QWidget(parent)
 {
+    ShowAsPicture(*this);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 

@@ -107,12 +107,18 @@ void frmPortSetup::AddOption(QButtonGroup& group, int index, const QString& capt
     frame->layout()->addWidget(option);
 }
 
-// A click counts also on the option that is shown already: what the text holds may be something else.
+// A click counts also on the option that is shown already: what the text holds may be something else. A
+// screen reader sets an option without a click.
 void frmPortSetup::OnChoice(QButtonGroup& group, Choose choose)
 {
-    connect(&group, &QButtonGroup::idClicked, this, [this, choose](int option) {
+    const auto take = [this, choose](int option) {
         (setup_.*choose)(option);
         emit changed();
+    };
+    connect(&group, &QButtonGroup::idClicked, this, take);
+    connect(&group, &QButtonGroup::idToggled, this, [take](int option, bool isChosen) {
+        if (isChosen)
+            take(option);
     });
 }
 
@@ -143,10 +149,12 @@ void frmPortSetup::TabStrip1_Click(int tab)
 void frmPortSetup::ShowChoices()
 {
     const PortChoices choices = setup_.Choices();
-    baud_->button(choices.baud)->setChecked(true);
-    parity_->button(choices.parity)->setChecked(true);
-    dataBits_->button(choices.dataBits)->setChecked(true);
-    stopBits_->button(choices.stopBits)->setChecked(true);
+    for (const auto& [group, option] :
+         {std::pair{baud_, choices.baud}, std::pair{parity_, choices.parity},
+          std::pair{dataBits_, choices.dataBits}, std::pair{stopBits_, choices.stopBits}}) {
+        const QSignalBlocker quiet(group);
+        group->button(option)->setChecked(true);
+    }
 }
 
 }  // namespace kelvora

@@ -6,6 +6,7 @@
 #include <array>
 #include <utility>
 
+#include "platform/qt/Announcement.h"
 #include "platform/qt/Text.h"
 #include "series/forms/VerdictSign.h"
 
@@ -101,9 +102,12 @@ QString LaneView::BelowSign() const
 
 void LaneView::ShowLane(const Lane& lane, bool isStopping)
 {
+    const bool isNews = lane.Now() != lane_.Now();
     lane_ = lane;
     isStopping_ = isStopping;
     Paint();
+    if (isNews)
+        Announce(*this, accessibleName() + QLatin1Char(' ') + hint_->text());
 }
 
 void LaneView::Paint()

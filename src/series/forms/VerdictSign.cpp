@@ -3,6 +3,8 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "platform/qt/ReaderRoles.h"
+
 namespace kelvora {
 
 namespace {
@@ -42,6 +44,7 @@ std::optional<QColor> GroundOf(State state)
 VerdictSign::VerdictSign(QWidget* parent) : QWidget(parent)
 {
     setObjectName(QStringLiteral("VerdictSign"));
+    ShowAsPicture(*this);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 

@@ -46,6 +46,7 @@ HelpWindow::HelpWindow(const MessageCatalogue& catalogue, const QString& folder,
     resize(InitialSize);
     browser_->document()->setDocumentMargin(PageMargin);
     browser_->setOpenExternalLinks(false);
+    browser_->setAccessibleName(windowTitle());
     auto* const split = new QSplitter(this);
     split->addWidget(found_);
     split->addWidget(browser_);

@@ -1,5 +1,6 @@
 // The commands of the main window: what each of them does, as a list.
 #include "layout/forms/frmConfig.h"
+#include "platform/qt/Announcement.h"
 #include "windows/forms/MDIForm1.h"
 
 namespace kelvora {
@@ -24,8 +25,14 @@ void MDIForm1::ConnectFileCommands()
     sheet(Command::FileMenuExport, &SheetForms::Export);
     On(Command::FileMenuClose, [this] { area_->closeActiveSubWindow(); });
     On(Command::FileMenuExit, [this] { close(); });
-    On(Command::EditMenuUndo, [this] { undoGroup_.undo(); });
-    On(Command::EditMenuRedo, [this] { undoGroup_.redo(); });
+    const auto steps = [this](Command command, void (QUndoGroup::*step)()) {
+        On(command, [this, command, step] {
+            Announce(*this, commands_[command].text().remove('&'));
+            (undoGroup_.*step)();
+        });
+    };
+    steps(Command::EditMenuUndo, &QUndoGroup::undo);
+    steps(Command::EditMenuRedo, &QUndoGroup::redo);
 }
 
 void MDIForm1::ConnectLayoutCommands()

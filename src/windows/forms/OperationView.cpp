@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 
 #include "catalogue/Messages.h"
+#include "platform/qt/Announcement.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -54,6 +55,9 @@ void OperationView::ShowOperation()
     status_.ShowStop(works && !running_.IsStopAsked());
     status_.ShowProgress(NoProgress);
     status_.ShowOperation(ToQString(running_.IsBusy() ? running_.Name() : IdleText(texts_)));
+    // Not each second that is left: those are for who asks.
+    if (works && !pointerIsBusy_)
+        Announce(status_, ToQString(running_.Name()).trimmed());
     KeepPointer();
     if (!works && abort_)
         abort_->close();

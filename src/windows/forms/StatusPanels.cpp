@@ -6,6 +6,7 @@
 #include <QSizeGrip>
 #include <algorithm>
 
+#include "platform/qt/Announcement.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -44,6 +45,19 @@ StatusPanel::StatusPanel(const char* name, QWidget* parent) : ElidedLabel(parent
     setObjectName(QString::fromLatin1(name));
     setMargin(2);
     setContentsMargins(PanelMargin, 0, PanelMargin, 0);
+}
+
+void StatusPanel::SetPurpose(const QString& purpose)
+{
+    purpose_ = purpose;
+    setToolTip(purpose);
+    Show(text());
+}
+
+void StatusPanel::Show(const QString& text)
+{
+    setText(text);
+    setAccessibleName(purpose_ + QStringLiteral(": ") + text.trimmed());
 }
 
 QSize StatusPanel::minimumSizeHint() const
@@ -90,13 +104,13 @@ void StatusPanels::ShowMode(const QString& text)
 {
     // A hint has the place of the panels.
     clearMessage();
-    mode_->setText(text);
+    mode_->Show(text);
     mode_->setVisible(!text.isEmpty());
 }
 
 void StatusPanels::ShowStatus(const QString& text)
 {
-    status_->setText(text);
+    status_->Show(text);
     status_->setToolTip(text.isEmpty() ? statusTip_ : text);
 }
 
@@ -111,13 +125,13 @@ void StatusPanels::ShowProgress(int percent)
 void StatusPanels::ShowHint(const QString& text)
 {
     showMessage(text, HintTimeMs);
+    Announce(*this, text);
 }
 
 void StatusPanels::Retranslate(const MessageCatalogue& catalogue)
 {
     const auto name = [&](StatusPanel& panel, const MessageId& message) {
-        panel.setToolTip(ToQString(catalogue.Caption(message)));
-        panel.setAccessibleName(panel.toolTip());
+        panel.SetPurpose(ToQString(catalogue.Caption(message)));
     };
     name(*mode_, Message::ModePanel);
     name(*port_, Message::PortPanel);
@@ -128,6 +142,7 @@ void StatusPanels::Retranslate(const MessageCatalogue& catalogue)
     stop_->setText(ToQString(catalogue.Caption(Message::StopOperation)));
     stop_->setToolTip(ToQString(catalogue.Caption(Message::StopOperationTip)));
     statusTip_ = status_->toolTip();
+    progress_->setAccessibleName(operation_->toolTip());
     ShowStatus(status_->text());
 }
 

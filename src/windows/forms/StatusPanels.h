@@ -18,7 +18,14 @@ class StatusPanel final : public ElidedLabel {
 public:
     StatusPanel(const char* name, QWidget* parent);
 
+    /// What the panel is for, which a screen reader says before its text.
+    void SetPurpose(const QString& purpose);
+    void Show(const QString& text);
+
     QSize minimumSizeHint() const override;
+
+private:
+    QString purpose_;
 };
 
 class StatusPanels final : public QStatusBar {
@@ -29,9 +36,9 @@ public:
 
     // Each text replaces the one before; an empty mode hides its panel.
     void ShowMode(const QString& text);
-    void ShowPort(const QString& text) { port_->setText(text); }
+    void ShowPort(const QString& text) { port_->Show(text); }
     void ShowStatus(const QString& text);
-    void ShowOperation(const QString& text) { operation_->setText(text); }
+    void ShowOperation(const QString& text) { operation_->Show(text); }
     QString Operation() const { return operation_->text(); }
 
     /// 0 to FullProgress; anything else hides the bar.
