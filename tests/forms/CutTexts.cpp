@@ -1,4 +1,4 @@
-#include "forms/CutTexts.h"
+#include "forms/WindowFaults.h"
 
 #include <QAbstractButton>
 #include <QAbstractScrollArea>

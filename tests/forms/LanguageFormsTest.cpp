@@ -1,22 +1,14 @@
-// Every window in every language: all its texts can be read, and each mnemonic belongs to one control.
+// Every window in every language: all its texts can be read, each mnemonic belongs to one control, and each
+// control has a name.
 #include <QDir>
-#include <QInputDialog>
 #include <QTranslator>
 
-#include "Scenes.h"
-#include "forms/CutTexts.h"
-#include "forms/MainWindowFixture.h"
-#include "keymap/forms/frmKeyb.h"
-#include "layout/forms/OptionsDialogs.h"
-#include "recovery/forms/RecoveryDialog.h"
-#include "windows/forms/HelpWindow.h"
+#include "forms/OtherForms.h"
+#include "forms/WindowFaults.h"
 #include "windows/forms/QtTexts.h"
 
 namespace kelvora {
 namespace {
-
-// Room for a window on a small screen, in pixels of 100 %.
-constexpr QSize SmallScreen(1024, 600);
 
 QStringList Languages()
 {
@@ -38,6 +30,8 @@ public:
             ADD_FAILURE() << where << cut.toStdString();
         for (const QString& shared : SharedMnemonics(window))
             ADD_FAILURE() << where << shared.toStdString();
+        for (const QString& nameless : Nameless(window))
+            ADD_FAILURE() << where << nameless.toStdString();
         const QSize least = window.minimumSizeHint();
         EXPECT_TRUE(least.width() <= SmallScreen.width() && least.height() <= SmallScreen.height())
             << where << least.width() << 'x' << least.height();
@@ -60,46 +54,6 @@ TEST_P(LanguageForms, WindowsOfTheHelpCanBeRead)
 {
     TakeAll(GetParam().toStdString(), {KELVORA_PROGRAM_FOLDER, KELVORA_EXAMPLES}, proofreader);
 }
-
-// What the help has no picture of.
-class OtherForms : public MainWindowFixture {
-public:
-    OtherForms() : MainWindowFixture(true, nullptr, KELVORA_PROGRAM_FOLDER) {}
-    void TestBody() override {}
-
-    void Show(const std::string& language, const Viewer& viewer)
-    {
-        ASSERT_TRUE(program.language.Change(language));
-        Start();
-        window->resize(SmallScreen);
-        viewer.Take(*window, "empty");
-        Trigger(Command::FileMenuNew);
-        viewer.Take(*window, "no-modules");
-        InDialog<QInputDialog>([this] { Trigger(Command::FileMenuSaveAsTemplate); },
-                               [&](QWidget& form) { viewer.Take(form, "template-name"); });
-        Trigger(Command::HelpMenuGuide);
-        for (QWidget* const top : QApplication::topLevelWidgets())
-            if (dynamic_cast<HelpWindow*>(top))
-                viewer.Take(*top, "help");
-        QApplication::setActiveWindow(window.get());
-        for (const Command add : {Command::LayoutMenuAddKBMASTER, Command::LayoutMenuAddKB64})
-            Trigger(add);
-        Strip().FocusButton(StripButton::Master);
-        InDialog<MasterOptionsDialog>([this] { Trigger(Command::LayoutMenuOptions); },
-                                      [&](QWidget& form) { viewer.Take(form, "master-options"); });
-        InDialog<frmKeyb>([this] { Click(StripButton::KM064); },
-                          [&](QWidget& form) { viewer.Take(form, "keys-64"); });
-        Trigger(Command::LayoutMenuAddICCR);
-        QTest::keyClick(&Strip(), Qt::Key_Return);
-        InDialog<frmKeyb>([this] { Click(StripButton::Keypad); },
-                          [&](QWidget& form) { viewer.Take(form, "keys-iccr"); });
-        for (const RecoveryDamage damage : {RecoveryDamage::None, RecoveryDamage::Content}) {
-            RecoveryDialog recovery(program.texts, {{.id = path, .damage = damage}});
-            recovery.show();
-            viewer.Take(recovery, "recovery");
-        }
-    }
-};
 
 TEST_P(LanguageForms, OtherWindowsCanBeRead)
 {
