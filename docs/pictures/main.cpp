@@ -6,6 +6,7 @@
 
 #include "Photographer.h"
 #include "Scenes.h"
+#include "platform/qt/ProgramStyle.h"
 #include "windows/forms/QtTexts.h"
 
 int main(int argc, char* argv[])
@@ -16,6 +17,7 @@ int main(int argc, char* argv[])
         std::fputs("usage: kelvora-pictures LANGUAGE PROGRAMFOLDER EXAMPLES OUT\n", stderr);
         return 2;
     }
+    QApplication::setStyle(new kelvora::ProgramStyle(false));
     QTranslator translator;
     kelvora::TranslateQt(translator, arguments[1].toStdString());
     try {

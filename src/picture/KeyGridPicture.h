@@ -26,7 +26,7 @@ struct KeyGridLook {
 };
 
 /// Light caps on dark ground.
-inline constexpr KeyGridLook ScreenLook{"#434a54", "#bcc3cc", "#f6f7f9", "none", "#22272e", "#98a0ab", ""};
+inline constexpr KeyGridLook ScreenLook{"#434a54", "#bcc3cc", "#f6f7f9", "none", "#22272e", "#b6bdc6", ""};
 
 /// Black on white, to be told apart in grey too.
 inline constexpr KeyGridLook PaperLook{"#dcdcdc", "#ffffff", "#ffffff", "#000000",

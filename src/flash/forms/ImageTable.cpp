@@ -9,6 +9,7 @@
 #include <span>
 
 #include "flash/DumpText.h"
+#include "platform/qt/ProgramStyle.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -195,7 +196,8 @@ void ImageTable::FitColumns()
     for (int column = 0; column < ColumnCount; ++column)
         setColumnWidth(column, 2 * Margin + static_cast<int>(digit * static_cast<qreal>(ColumnWidths.at(
                                                                          static_cast<std::size_t>(column)))));
-    verticalHeader()->setDefaultSectionSize(fontMetrics().lineSpacing() + fontMetrics().descent());
+    verticalHeader()->setDefaultSectionSize(
+        ProgramStyle::LeastTarget(*this, fontMetrics().lineSpacing() + fontMetrics().descent()));
 }
 
 void ImageTable::ShowBytes(std::size_t first, std::size_t last)
@@ -227,7 +229,7 @@ std::size_t ImageTable::SearchStart() const
 void ImageTable::changeEvent(QEvent* event)
 {
     QTableView::changeEvent(event);
-    if (event->type() == QEvent::FontChange && model())
+    if ((event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) && model())
         FitColumns();
 }
 

@@ -60,6 +60,14 @@ void PaintHatch(QPainter& painter, const QRectF& face, double radius, QColor col
     painter.restore();
 }
 
+/// What tells a chosen key without its colour; `width` tells the one that is named.
+void PaintFrame(QPainter& painter, const QRectF& face, double radius, double width)
+{
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(MarkedNumber, std::max(1.0, width)));
+    painter.drawRoundedRect(face.adjusted(width, width, -width, -width), radius, radius);
+}
+
 }  // namespace
 
 const KeyboardColours& KeyboardColours::For(const QPalette& palette)
@@ -133,6 +141,8 @@ void KeyCap::paintEvent(QPaintEvent* /*event*/)
     painter.drawRoundedRect(face, radius * 0.8, radius * 0.8);
     if (unused_)
         PaintHatch(painter, face, radius * 0.8, colours.number, unit * 0.18);
+    if (mark_ != CapMark::None)
+        PaintFrame(painter, face, radius * 0.8, unit * (mark_ == CapMark::Selected ? 0.09 : 0.04));
     if (hasFocus()) {
         painter.setBrush(Qt::NoBrush);
         painter.setPen(QPen(KeyboardColours::For(palette()).focus, std::max(2.0, unit * 0.05)));

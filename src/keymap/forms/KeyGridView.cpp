@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "keymap/forms/KeyCap.h"
+#include "platform/qt/ProgramStyle.h"
 #include "platform/qt/ReaderRoles.h"
 #include "platform/qt/Text.h"
 
@@ -147,7 +148,10 @@ QSize KeyGridView::sizeHint() const
 
 QSize KeyGridView::minimumSizeHint() const
 {
-    return SizeFor(SmallestKey.width(), SmallestKey.height());
+    // A pixel more: what is left over of the width is no key's.
+    const QSize touched = QSize(1, 1) * (ProgramStyle::LeastTarget(*this, -1) + 1);
+    const QSize least = SmallestKey.expandedTo(touched);
+    return SizeFor(least.width(), least.height());
 }
 
 /// Lays single keys out regularly in the largest housing of fair proportions, then sizes each key after its

@@ -16,6 +16,7 @@
 #include "keymap/forms/KeyGridView.h"
 #include "keymap/forms/KeyPicture.h"
 #include "platform/qt/Announcement.h"
+#include "platform/qt/ProgramStyle.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WindowParts.h"
 
@@ -179,8 +180,10 @@ void frmKeyb::ShowPictures()
     for (std::size_t i = 0; i < keyTypeOption_.size(); ++i)
         keyTypeOption_.at(i)->setIcon(KeyPicture(TypeCells.at(i), false, palette()));
     unusedCheck_->setIcon(KeyPicture(TypeCells.front(), true, palette()));
-    for (QAbstractButton* const each : keyControls_->findChildren<QAbstractButton*>())
+    for (QAbstractButton* const each : keyControls_->findChildren<QAbstractButton*>()) {
         each->setIconSize({KeyPictureSide, KeyPictureSide});
+        each->setMinimumHeight(ProgramStyle::LeastTarget(*each, 0));
+    }
 }
 
 void frmKeyb::showEvent(QShowEvent* event)
@@ -196,10 +199,11 @@ void frmKeyb::showEvent(QShowEvent* event)
 
 QSize frmKeyb::InitialSize() const
 {
-    // The hint may take more lines than the layout takes it for.
-    const QSize hinted = sizeHint();
-    const QSize wanted = hinted.expandedTo({0, layout()->totalHeightForWidth(hinted.width())});
-    return wanted.boundedTo(screen()->availableSize() * 9 / 10);
+    const QSize room = screen()->availableSize() * 9 / 10;
+    const int width = std::max(std::min(sizeHint().width(), room.width()), minimumSizeHint().width());
+    // The narrower, the more lines the hint takes.
+    return {width,
+            std::min(std::max(sizeHint().height(), layout()->totalHeightForWidth(width)), room.height())};
 }
 
 void frmKeyb::Activate()
@@ -345,7 +349,8 @@ void frmKeyb::changeEvent(QEvent* event)
     QDialog::changeEvent(event);
     if (event->type() == QEvent::ActivationChange && discardWait_.isActive() && isActiveWindow())
         discardWait_.start(0);
-    if (event->type() == QEvent::PaletteChange && unusedCheck_)
+    const bool isOfLook = event->type() == QEvent::PaletteChange || event->type() == QEvent::StyleChange;
+    if (isOfLook && unusedCheck_)
         ShowPictures();
 }
 

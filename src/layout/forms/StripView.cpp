@@ -11,6 +11,7 @@
 #include "layout/LayoutCommands.h"
 #include "layout/forms/StripTexts.h"
 #include "picture/DevicePicture.h"
+#include "platform/qt/ProgramStyle.h"
 #include "platform/qt/ReaderRoles.h"
 #include "platform/qt/Text.h"
 
@@ -225,7 +226,10 @@ int StripView::ContainerHeight() const
 
 QSize StripView::minimumSizeHint() const
 {
-    return sizeHint() * SmallestStripScale;
+    // The narrowest module can be touched too.
+    const double touched =
+        double(ProgramStyle::LeastTarget(*this, 0)) * TwipsPerPixel / ShapeOf(StripButton::MCR).width;
+    return sizeHint() * std::max(SmallestStripScale, touched);
 }
 
 QSize StripView::sizeHint() const

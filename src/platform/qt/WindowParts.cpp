@@ -4,6 +4,8 @@
 #include <QHeaderView>
 #include <QTableView>
 
+#include "platform/qt/ProgramStyle.h"
+
 namespace kelvora {
 
 void AddKeys(QWidget& window, const QList<QKeySequence>& keys, const std::function<void()>& action)
@@ -56,7 +58,8 @@ void ListRows(QTableView& table, std::span<const int> columnWidths)
     const QFontMetrics metrics = table.fontMetrics();
     table.verticalHeader()->hide();
     table.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    table.verticalHeader()->setDefaultSectionSize(metrics.lineSpacing() + metrics.descent());
+    table.verticalHeader()->setDefaultSectionSize(
+        ProgramStyle::LeastTarget(table, metrics.lineSpacing() + metrics.descent()));
     table.horizontalHeader()->setStretchLastSection(true);
     table.horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     table.horizontalHeader()->setHighlightSections(false);

@@ -67,6 +67,7 @@ constexpr std::array<CommandRow, CommandCount> Rows{{
     {Command::ToolsMenuJournal, "ToolsMenuJournal", Message::JournalMenu, "Ctrl+J", ""},
     {Command::ViewMenuToolbar, "ViewMenuToolbar", Message::ViewMenuToolbar, "", ""},
     {Command::ViewMenuStatusBar, "ViewMenuStatusBar", Message::ViewMenuStatusBar, "", ""},
+    {Command::ViewMenuTouchSize, "ViewMenuTouchSize", Message::TouchSizeMenu, "", ""},
     {Command::ViewMenuLineMonitor, "ViewMenuLineMonitor", Message::LineMonitorMenu, "Ctrl+Shift+L", ""},
     {Command::WindowMenuCascade, "WindowMenuCascade", Message::WindowMenuCascade, "", ""},
     {Command::WindowMenuTile, "WindowMenuTile", Message::WindowMenuTile, "", ""},
@@ -93,7 +94,8 @@ Commands::Commands(QObject* parent)
     (*this)[Command::FileMenuExit].setMenuRole(QAction::QuitRole);
     for (const Command command :
          {Command::CommunicationsMenuPosConnection, Command::CommunicationsMenuKeybConnection,
-          Command::CommunicationsMenuPractice, Command::ViewMenuToolbar, Command::ViewMenuStatusBar})
+          Command::CommunicationsMenuPractice, Command::ViewMenuToolbar, Command::ViewMenuStatusBar,
+          Command::ViewMenuTouchSize})
         (*this)[command].setCheckable(true);
 }
 

@@ -53,6 +53,7 @@ enum class Command {
     ToolsMenuJournal,
     ViewMenuToolbar,
     ViewMenuStatusBar,
+    ViewMenuTouchSize,
     ViewMenuLineMonitor,
     WindowMenuCascade,
     WindowMenuTile,

@@ -1,6 +1,9 @@
 // The commands of the main window: what each of them does, as a list.
+#include <QApplication>
+
 #include "layout/forms/frmConfig.h"
 #include "platform/qt/Announcement.h"
+#include "platform/qt/ProgramStyle.h"
 #include "windows/forms/MDIForm1.h"
 
 namespace kelvora {
@@ -107,6 +110,11 @@ void MDIForm1::ConnectGeneralCommands()
     });
     On(Command::HelpMenuGuide, [this] { help_.Show(); });
     On(Command::HelpMenuAbout, [this] { ShowAbout(); });
+    commands_[Command::ViewMenuTouchSize].setChecked(memory_.IsTouchSize());
+    On(Command::ViewMenuTouchSize, [this](bool forTouch) {
+        QApplication::setStyle(new ProgramStyle(forTouch));
+        memory_.SaveTouchSize(forTouch);
+    });
     commands_[Command::ViewMenuToolbar].setChecked(toolbar_->isVisibleTo(this));
     commands_[Command::ViewMenuStatusBar].setChecked(status_->isVisibleTo(this));
 }

@@ -164,6 +164,7 @@ void MainMenu::MakeViewMenu(QMenuBar& bar)
     QMenu* view = AddMenu(&bar, "ViewMenu", Message::ViewMenu);
     view->addAction(&commands_[Command::ViewMenuToolbar]);
     view->addAction(&commands_[Command::ViewMenuStatusBar]);
+    view->addAction(&commands_[Command::ViewMenuTouchSize]);
     view->addAction(&commands_[Command::ViewMenuLineMonitor]);
     view->addSeparator();
     languages_ = AddMenu(view, "LanguageMenu", Message::LanguageMenu);

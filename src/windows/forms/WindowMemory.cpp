@@ -15,6 +15,7 @@ constexpr qsizetype MostRecentFiles = 12;
 constexpr auto GeometryKey = "Window/Geometry";
 constexpr auto StateKey = "Window/State";
 constexpr auto StatusBarKey = "Window/StatusBar";
+constexpr auto TouchSizeKey = "Window/TouchSize";
 constexpr auto OpenFolderKey = "Folders/Open";
 constexpr auto SaveFolderKey = "Folders/Save";
 constexpr auto OpenFilterKey = "Folders/OpenFilter";
@@ -95,6 +96,17 @@ void WindowMemory::SaveLine(const PosCfg& settings)
         return;
     settings_.setValue(PortKey, settings.CommsPort);
     settings_.setValue(PortSettingsKey, ToQString(settings.PortSettings));
+}
+
+bool WindowMemory::IsTouchSize() const
+{
+    return remembers_ && settings_.value(TouchSizeKey).toBool();
+}
+
+void WindowMemory::SaveTouchSize(bool isTouchSize)
+{
+    if (remembers_)
+        settings_.setValue(TouchSizeKey, isTouchSize);
 }
 
 QStringList WindowMemory::RecentFiles() const

@@ -24,6 +24,10 @@ public:
     void RestoreLine(PosCfg& settings) const;
     void SaveLine(const PosCfg& settings);
 
+    /// Whether all that is pressed is large enough for fingers.
+    bool IsTouchSize() const;
+    void SaveTouchSize(bool isTouchSize);
+
     /// Paths, the last used first.
     QStringList RecentFiles() const;
     void AddRecentFile(const QString& path);

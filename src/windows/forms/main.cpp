@@ -23,6 +23,7 @@
 #include "network/qt/QtLinePort.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/posix/StopSignal.h"
+#include "platform/qt/ProgramStyle.h"
 #include "platform/qt/QtEventLoop.h"
 #include "platform/qt/QtFileDialogs.h"
 #include "platform/qt/QtPrompt.h"
@@ -36,6 +37,7 @@
 #include "windows/forms/QtTexts.h"
 #include "windows/forms/SimulatedDevices.h"
 #include "windows/forms/SingleCopy.h"
+#include "windows/forms/WindowMemory.h"
 
 namespace kelvora {
 
@@ -204,6 +206,8 @@ int Run(QApplication& application, StopSignal& stopSignal)
     TranslateQt(translator, program.language.Code());
     QDir().mkpath(PathToQString(folders.person));
 
+    const WindowMemory remembered(PathToQString(folders.person));
+    QApplication::setStyle(new ProgramStyle(remembered.IsTouchSize()));
     MDIForm1 window(program, PathToQString(folders.person), &machine);
     const EndOnSignal endOnSignal(stopSignal, program.operation, window.Unsaved());
     // The session ends, unless the user takes that back: others of it may wait for the line.

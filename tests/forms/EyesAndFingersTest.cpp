@@ -1,0 +1,112 @@
+// Every window in the palettes that desktops have, and in the size for fingers.
+#include <QLabel>
+#include <QPushButton>
+
+#include "forms/OtherForms.h"
+#include "forms/WindowFaults.h"
+#include "platform/qt/Contrast.h"
+#include "platform/qt/ProgramStyle.h"
+
+namespace kelvora {
+namespace {
+
+/// Says what `judge` finds in each window.
+class Judge final : public Viewer {
+public:
+    Judge(QString where, QStringList (*judge)(QWidget&)) : where_(std::move(where)), judge_(judge) {}
+
+    void Take(QWidget& window, const QString& name) const override
+    {
+        QCoreApplication::processEvents();
+        for (const QString& fault : judge_(window))
+            ADD_FAILURE() << where_.toStdString() << ' ' << name.toStdString() << ": " << fault.toStdString();
+    }
+    void Keep(QImage /*picture*/, const QString& /*name*/) const override {}
+
+private:
+    QString where_;
+    QStringList (*judge_)(QWidget&);
+};
+
+void TakeEveryWindow(const Viewer& viewer)
+{
+    TakeAll("ENG", {KELVORA_PROGRAM_FOLDER, KELVORA_EXAMPLES}, viewer);
+    OtherForms().Show("ENG", viewer);
+}
+
+struct Desktop {
+    const char* name;
+    QColor window;
+    QColor base;
+    QColor text;
+    QColor highlight;
+    QColor highlighted;
+    QColor link;
+};
+
+const Desktop Desktops[]{
+    {"Light", "#efefef", "#ffffff", "#000000", "#308cc6", "#ffffff", "#0000ff"},
+    {"Dark", "#353535", "#232323", "#ffffff", "#2a82da", "#000000", "#0000ff"},
+    {"HighContrast", "#000000", "#000000", "#ffffff", "#ffff00", "#000000", "#ffff00"},
+};
+
+QPalette PaletteOf(const Desktop& desktop)
+{
+    QPalette palette(desktop.window, desktop.window);
+    for (const QPalette::ColorRole role :
+         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
+        palette.setColor(role, desktop.text);
+    palette.setColor(QPalette::Base, desktop.base);
+    palette.setColor(QPalette::AlternateBase, desktop.window);
+    palette.setColor(QPalette::ToolTipBase, desktop.window);
+    palette.setColor(QPalette::Highlight, desktop.highlight);
+    palette.setColor(QPalette::HighlightedText, desktop.highlighted);
+    palette.setColor(QPalette::Link, desktop.link);
+    // As the style does with the desktop's own.
+    QApplication::style()->polish(palette);
+    return palette;
+}
+
+class Eyes : public testing::TestWithParam<Desktop> {
+protected:
+    Eyes() { QApplication::setPalette(PaletteOf(GetParam())); }
+    ~Eyes() override { QApplication::setPalette(PaletteOf(Desktops[0])); }
+};
+
+TEST_P(Eyes, SeeEveryTextAndSign)
+{
+    TakeEveryWindow(Judge(GetParam().name, Faint));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Eyes, testing::ValuesIn(Desktops),
+                         [](const auto& desktop) { return desktop.param.name; });
+
+TEST(Fingers, HitEveryTarget)
+{
+    QApplication::setStyle(new ProgramStyle(true));
+    TakeEveryWindow(Judge(QStringLiteral("touch"), SmallTargets));
+    QApplication::setStyle(new ProgramStyle(false));
+}
+
+// The proof that these can fail.
+TEST(Eyes, MissAFaintTextAndFingersASmallButton)
+{
+    EXPECT_DOUBLE_EQ(Contrast(Qt::black, Qt::white), 21);
+    QWidget window;
+    window.resize(300, 200);
+    QLabel label(QStringLiteral("A text"), &window);
+    QPushButton button(QStringLiteral("A button"), &window);
+    label.setGeometry(10, 10, 200, 40);
+    button.setGeometry(10, 100, 200, 40);
+    window.show();
+    EXPECT_TRUE(Faint(window).isEmpty() && SmallTargets(window).isEmpty());
+    button.resize(200, 39);
+    QPalette faint = label.palette();
+    faint.setColor(QPalette::WindowText, "#777777");
+    label.setPalette(faint);
+    EXPECT_EQ(Faint(window).size(), 1);
+    EXPECT_EQ(SmallTargets(window).size(), 1);
+}
+
+}  // namespace
+}  // namespace kelvora
