@@ -30,8 +30,7 @@ play 10 || { cat "$said"; echo "a rule breaks without any fault"; exit 1; }
 missed=0
 for patch; do
   name=$(basename "$patch" .patch)
-  git -C "$clone" apply "$(realpath "$patch")"
-  if ! make; then
+  if ! git -C "$clone" apply "$(realpath "$patch")" || ! make; then
     echo "$name: not built"
     missed=$((missed + 1))
   elif play "$seconds"; then
