@@ -115,21 +115,29 @@ void Rules::EndStep()
             versions = {now};
     }
     contested_.clear();
-    CheckJournal();
-}
-
-void Rules::CheckJournal()
-{
-    const std::string text = world_.disk.Content(JournalPath).value_or("");
-    if (text != journalText_) {
-        JournalContent content;
-        TakeJournalText(content, text);
-        journalText_ = text;
-        journalEntries_ = content.entries.size();
-    }
+    CountJournal();
     Require(journalEntries_ >= journalled_, Rule::Kept,
             "the journal has " + std::to_string(journalEntries_) + " of " + std::to_string(journalled_) +
                 " entries");
+}
+
+void Rules::CountJournal()
+{
+    const std::string text = world_.disk.Content(JournalPath).value_or("");
+    if (text == journalText_)
+        return;
+    JournalContent content;
+    TakeJournalText(content, text);
+    journalText_ = text;
+    journalEntries_ = content.entries.size();
+}
+
+void Rules::NoteJournalled()
+{
+    const std::size_t before = journalEntries_;
+    CountJournal();
+    Require(journalEntries_ > before, Rule::Kept, "an entry of the journal is not there, as was told");
+    journalled_ = journalEntries_;
 }
 
 FlashImage Rules::Wanted(const WantedContent& wanted, const FlashImage& held)

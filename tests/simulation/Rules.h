@@ -39,8 +39,8 @@ public:
     /// What the file held is still there, or in its backup.
     void JudgeReplaced(const std::string& path, const std::optional<std::string>& before) const;
     /// The journal has said that it keeps an entry more.
-    void NoteJournalled() { ++journalled_; }
-    /// How many it has said so of.
+    void NoteJournalled();
+    /// How many entries it keeps at least.
     std::size_t Journalled() const { return journalled_; }
     /// The step has ended, well or by a kill.
     void EndStep();
@@ -69,7 +69,7 @@ public:
 
 private:
     void CheckFile(const std::string& path, const std::string& text) const;
-    void CheckJournal();
+    void CountJournal();
     bool IsKept(const FlashImage& image) const;
 
     World& world_;
