@@ -11,11 +11,12 @@ trap 'rm -rf "$work"' EXIT
 
 # made FOLDER VARIABLE=VALUE...: the name of the package.
 made() {
-    git -c safe.directory="$root" clone --quiet "$root" "$work/$1"
+    git clone --quiet "$work/committed" "$work/$1"
     env "${@:2}" "$work/$1/packaging/make-package.sh" ${arguments[0]+"${arguments[@]}"}
 }
 
 arguments=("$@")
+git -c safe.directory="$root" clone --quiet --bare "$root" "$work/committed"
 umask 022
 first=$(made one TZ=UTC LC_ALL=C.UTF-8 HOME="$work")
 umask 077

@@ -11,6 +11,8 @@ preset=${1:-release}
 # The package's date is that of what it was made from.
 SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git -c safe.directory="$root" -C "$root" log -1 --format=%ct 2>/dev/null || date +%s)}
 export SOURCE_DATE_EPOCH
+# The rights of its folders and files are not those that the person is used to.
+umask 022
 
 install_packages core forms package "$@"
 cmake -S "$root" --preset "$preset" -DKELVORA_FORMS:BOOL=ON >&2
