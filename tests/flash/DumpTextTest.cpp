@@ -88,6 +88,12 @@ TEST(DumpText, RejectsWhatIsNoWholeImage)
         std::size_t address;
     };
     const std::string shortMap = FormatDeviceMapDump({"COM1", "\xD6"});
+    const auto begins = [](const std::string& lines) {
+        return [lines](std::string& t) { t.insert(0, lines); };
+    };
+    const std::string shortLine = "0000:00 D6" + std::string(46, ' ') + ".\n";
+    const std::string noCode = FormatDeviceMapDump({"COM1", "\xD6\x18"});
+    const std::string eight = FormatDeviceMapDump({"COM1", "12345678"});
     const std::vector<Case> cases{
         {"empty", [](std::string& t) { t.clear(); }, 1, DumpFault::MissingEnd, 0},
         {"last line missing", [](std::string& t) { t.resize(511 * 74); }, 512, DumpFault::MissingEnd, 8176},
@@ -98,29 +104,18 @@ TEST(DumpText, RejectsWhatIsNoWholeImage)
         {"a line too many", [](std::string& t) { t += t.substr(0, 74); }, 513, DumpFault::AfterEnd, 8192},
         {"an empty line inside", [](std::string& t) { t.insert(74, "\r\n"); }, 2, DumpFault::Form, 16},
         {"a character too many", [](std::string& t) { t.insert(72, " "); }, 1, DumpFault::Form, 0},
-        {"no device code",
-         [](std::string& t) {
-             t.insert(0, FormatDeviceMapDump({"COM1", "\xD6\x18"}));
-         },
-         2, DumpFault::DeviceMapCode, 0},
-        {"an unknown kind", [](std::string& t) { t.insert(0, "'Kind: backup\n"); }, 1, DumpFault::Kind, 0},
-        {"two kinds", [](std::string& t) { t.insert(0, "'Kind: setup\n'Kind: device\n"); }, 2,
-         DumpFault::Kind, 0},
-        {"no checksum", [](std::string& t) { t.insert(0, "'CRC: 1234567\n"); }, 1, DumpFault::CrcForm, 0},
-        {"two checksums", [](std::string& t) { t.insert(0, "'CRC: 12345678\n'CRC: 12345678\n"); }, 2,
-         DumpFault::CrcForm, 0},
+        {"no device code", begins(noCode), 2, DumpFault::DeviceMapCode, 0},
+        {"an unknown kind", begins("'Kind: backup\n"), 1, DumpFault::Kind, 0},
+        {"two kinds", begins("'Kind: setup\n'Kind: device\n"), 2, DumpFault::Kind, 0},
+        {"no checksum", begins("'CRC: 1234567\n"), 1, DumpFault::CrcForm, 0},
+        {"two checksums", begins("'CRC: 12345678\n'CRC: 12345678\n"), 2, DumpFault::CrcForm, 0},
         {"a letter in a number", [](std::string& t) { t[8] = 'G'; }, 1, DumpFault::Digits, 0},
         {"numbers run together", [](std::string& t) { t[10] = '0'; }, 1, DumpFault::Digits, 0},
         {"a byte changed", [](std::string& t) { t[2 * 74 + 8] = '3'; }, 3, DumpFault::Characters, 32},
         {"a character changed", [](std::string& t) { t[2 * 74 + 71] = 'x'; }, 3, DumpFault::Characters, 32},
-        {"a short line", [](std::string& t) { t.insert(0, "0000:00 D6" + std::string(46, ' ') + ".\n"); }, 1,
-         DumpFault::Form, 0},
-        {"two device maps", [&](std::string& t) { t = shortMap + shortMap + t; }, 4, DumpFault::Form, 0},
-        {"a device map of eight",
-         [](std::string& t) {
-             t.insert(0, FormatDeviceMapDump({"COM1", "12345678"}));
-         },
-         2, DumpFault::DeviceMapSize, 0},
+        {"a short line", begins(shortLine), 1, DumpFault::Form, 0},
+        {"two device maps", begins(shortMap + shortMap), 4, DumpFault::Form, 0},
+        {"a device map of eight", begins(eight), 2, DumpFault::DeviceMapSize, 0},
         {"a dump of another address", [](std::string& t) { t = FormatDump(16, Sample()); }, 1,
          DumpFault::Address, 0},
         {"any bytes", [](std::string& t) { t = "\x00\xFF\n"s; }, 1, DumpFault::Form, 0},
@@ -195,17 +190,18 @@ TEST(DumpText, NoWrongDigitPasses)
     for (std::size_t start = 0; start < text.size(); start = text.find('\n', start) + 1, ++line) {
         const std::size_t mark = text.substr(start, 12).find("CRC: ");
         const bool isNumbers = text[start] != '\'';
+        if (!isNumbers && mark == std::string::npos)
+            continue;
+        // Every digit of the head; of the image's lines one each, from left to right, in every eighth line.
         const std::size_t first = isNumbers ? start : start + mark + 5;
-        // Every digit of the head, and four in its place; of the image's lines one each, from left to right,
-        // and one other in its place.
-        const std::size_t step = line < 8 ? 1 : 61;
-        if (isNumbers || mark != std::string::npos)
-            for (std::size_t at = first + (line < 8 ? 0 : line % step);
-                 at < start + (isNumbers ? 56 : first - start + 8); at += step)
+        const std::size_t end = isNumbers ? start + 56 : first + 8;
+        const bool isHead = line < 8;
+        if (isHead || line % 8 == 0)
+            for (std::size_t at = first + (isHead ? 0 : line % 61); at < end; at += isHead ? 1 : 61)
                 if (HexDigits.find(text[at]) != std::string_view::npos)
-                    expectRejected(at, line, HexDigits.substr(at % 13, line < 8 ? 4 : 1));
+                    expectRejected(at, line, HexDigits.substr(at % 13, isHead ? 4 : 1));
     }
-    EXPECT_GT(tried, 700U);
+    EXPECT_GT(tried, 200U);
 }
 
 TEST(BackupTitle, ReadsBack)

@@ -75,25 +75,22 @@ TEST(KeyTables, StandInLineOrder)
 {
     using enum ModuleKind;
     using Tables = std::vector<KeyTable>;
+    const Tables all{{KM096, 0, 256, 192},
+                     {Code4, 2, 448, 32},
+                     {KM064, 3, 480, 128},
+                     {MCR, 4, 608, 32},
+                     {ICCR, 5, 640, 48}};
+    const Tables noParts{{MCR, 0, 256, 32}, {ICCR, 1, 288, 48}, {KM096, 2, 336, 192}};
+    const Tables twice{{KM096, 0, 256, 192}, {KM096, 1, 448, 192}};
     struct Case {
         std::string reason, codes;
         Tables tables;
     };
     const std::vector<Case> cases{
-        {"all modules",
-         std::string(WholeChain),
-         {{KM096, 0, 256, 192},
-          {Code4, 2, 448, 32},
-          {KM064, 3, 480, 128},
-          {MCR, 4, 608, 32},
-          {ICCR, 5, 640, 48}}},
-        {"other order, no parts",
-         "\x01\x08\xD6",
-         {{MCR, 0, 256, 32}, {ICCR, 1, 288, 48}, {KM096, 2, 336, 192}}},
+        {"all modules", std::string(WholeChain), all},
+        {"other order, no parts", "\x01\x08\xD6", noParts},
         {"an unknown code hides what follows", "\xD6\x55\xBF", {{KM096, 0, 256, 192}}},
-        {"no table passes the region's end",
-         "\xD6\xD6\xD6\x08",
-         {{KM096, 0, 256, 192}, {KM096, 1, 448, 192}}},
+        {"no table passes the region's end", "\xD6\xD6\xD6\x08", twice},
     };
     for (const Case& c : cases)
         EXPECT_EQ(KeyTablesOf(c.codes), c.tables) << c.reason;

@@ -18,20 +18,12 @@ void ExpectText(const Finding& finding, const std::string& text)
 
 TEST(FlashTexts, NameWhatTheyMean)
 {
-    ExpectText(
-        BuildRefusal{BuildRefusal::Reason::RepeatedKind, 3, KM064},
-        "The flash image cannot be built: this module stands on the line more than once: Slave Keyboard");
     ExpectText(BuildRefusal{BuildRefusal::Reason::UnknownModule, 2, None},
                "The flash image cannot be built: an unknown module stands on the line at position 3");
-    ExpectText(
-        TakeNotice{TakeNotice::What::ErasedKey, ICCR, 0},
-        "ICCR: its key map was not read from the device, because some of the keys were never written.");
     ExpectText(TakeNotice{TakeNotice::What::SeparatorNotCarried, MCR, 2},
                "MCR: this separator was read as none, because a setup file cannot carry it: track 2");
     ExpectText(UnheldSetting{UnheldSetting::What::Key, KM096, 4, '2'},
                "Composite Keyboard, Key 4: the keyboard cannot hold this key type: double vertical key");
-    ExpectText(UnheldSetting{UnheldSetting::What::Key, ModuleKind::KM064, 1, KeyType::NoKey},
-               "Slave Keyboard, Key 1: the keyboard has a key here, which becomes unused");
     ExpectText(
         UnheldSetting{UnheldSetting::What::Separator, MCR, 1, '\xFF'},
         "MCR, separator after track 1: the reader cannot hold this separator, it would be none: \xFF (FF)");
@@ -39,32 +31,20 @@ TEST(FlashTexts, NameWhatTheyMean)
         DumpError(12, DumpFault::Address, 0x1F0),
         "The file is not a whole flash dump.\r\nLine 12: a line is missing, repeated or out of order. The "
         "address that belongs here is 0001:F0");
-    ExpectText(DumpError(1, DumpFault::AfterEnd, 8192),
-               "The file is not a whole flash dump.\r\nLine 1: the dump goes on behind the end of the flash "
-               "memory.");
 }
 
 TEST(FlashTexts, OfSetupDifferences)
 {
     using What = SetupDifference::What;
-    ExpectText(SetupDifference{What::Removed, MCR, 0, 0, 0, "", ""}, "MCR: removed");
     ExpectText(SetupDifference{What::Order, None, 0, 0, 0, "\x05\x06", "\x06\x05"},
                "Order of the modules: MCR, ICCR -> ICCR, MCR");
     ExpectText(SetupDifference{What::UnknownModules, None, 0, 0, 0, "", "\xFF\x55"},
                "Unknown modules: none -> 255, 85");
-    ExpectText(SetupDifference{What::Tracks, MCR, 0, 0, 0, "1,2  ", "1,2,3"},
-               "MCR, tracks read: 1,2 -> 1,2,3");
-    ExpectText(SetupDifference{What::Separator, MCR, 3, 0, 0, "^", ";"},
-               "MCR, separator after track 3: none -> ; (3B)");
-    ExpectText(SetupDifference{What::Autoread, MCR, 0, 0, 0, "ON ", "OFF"}, "MCR, auto-read: yes -> no");
-    ExpectText(SetupDifference{What::Fiscal, KM096, 0, 0, 0, "NO ", "YES"},
-               "Composite Keyboard, fiscal keyboard: no -> yes");
     ExpectText(SetupDifference{What::Key, KM064, 1, 97, 97, "1", "0"},
                "Slave Keyboard, Key 97: single key -> unused");
     ExpectText(SetupDifference{What::Key, KM064, 9, 105, 9, "1", "0", 0, 1},
                "Slave Keyboard, Key 105 -> 9: single key -> part of key 1");
     ExpectText(ModuleOption{What::Separator, 3, ";"}, "separator after track 3: ; (3B)");
-    ExpectText(ModuleOption{What::Backlight, 0, "NO "}, "backlight: no");
 }
 
 TEST(FlashTexts, OfImageDifferences)
@@ -75,9 +55,6 @@ TEST(FlashTexts, OfImageDifferences)
         return ImageDifference{what, first, last, std::nullopt, kind, number, before, after};
     };
     ExpectText(row(What::Bytes, 0x403, 0x1FFF, None, 0, 0, 0), "Bytes 0403-1FFF");
-    ExpectText(row(What::Bytes, 5, 5, None, 0, 0, 0), "Bytes 0005");
-    ExpectText(row(What::Fiscal, 6, 6, KM096, 0, '1', '0'),
-               "0006: Composite Keyboard, fiscal keyboard: yes -> no");
     ExpectText(row(What::Autoread, 131, 131, MCR, 2, '1', '1'), "0083: MCR, auto-read: yes, other bits");
     ExpectText(row(What::Module, 130, 130, None, 2, '\x17', 0),
                "0082: Module at position 2: Backlight yes -> none");

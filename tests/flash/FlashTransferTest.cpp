@@ -114,90 +114,78 @@ TEST(FlashTransfer, ASetupIsBroughtIntoTheDeviceAfterABackupAndAQuestion)
 // What ends a download, and what is then said. Nothing but a commit changes the device.
 TEST(FlashTransfer, EveryEndIsTold)
 {
-    using Prepare = void (*)(TransferLine&);
-    const auto answersWhenAsked = [](TransferLine& line, const char* name, const char* body) {
-        line.whileAsked = [&line, name, body] { line.bench.line.Terminal().AnswerNext(name, body); };
-    };
-    static const auto answers = answersWhenAsked;
-    // The commit's answer is lost, and the line is silent for a while.
-    static const auto silent = [](TransferLine& line, bench::LineCut cut, int milli) {
-        line.whileAsked = [&line, cut, milli] {
-            bench::FaultPlan faults;
-            faults.silentAfter = cut;
-            line.bench.line.SetFaults(faults);
-            line.loop.After(milliseconds(milli), [&line] { line.bench.line.SetFaults({}); });
+    using Prepare = std::function<void(TransferLine&)>;
+    const auto answers = [](const char* name, const char* body) -> Prepare {
+        return [=](TransferLine& line) {
+            line.whileAsked = [&line, name, body] { line.bench.line.Terminal().AnswerNext(name, body); };
         };
     };
+    const auto says = [](TransferAnswer answer) -> Prepare {
+        return [=](TransferLine& line) { line.answer = answer; };
+    };
+    // The commit or its answer is lost, and the line is silent for a while.
+    const auto silent = [](const bench::LineCut& cut) -> Prepare {
+        return [=](TransferLine& line) {
+            line.whileAsked = [&line, cut] {
+                line.bench.line.SetFaults({.silentAfter = cut});
+                line.loop.After(milliseconds(4500), [&line] { line.bench.line.SetFaults({}); });
+            };
+        };
+    };
+    const Prepare unkept = [](TransferLine& line) { line.files.unwritable.insert("/backups"); };
+    const Prepare gone = [](TransferLine& line) {
+        line.whileAsked = [&line] { line.bench.port.refusal = PortFailure::Missing; };
+    };
+    const Prepare meaningless = [&](TransferLine& line) {
+        answers("0FB3", "M0FB3")(line);
+        line.onSent = [&line](const std::string& command) {
+            if (command.size() == 12 && command.starts_with("0FB3"))
+                line.bench.line.Terminal().AnswerNext("0F02", "M0F02!0(00000000");
+        };
+    };
+    using enum TransferResult::Reason;
     const struct {
         const char* why;
         Prepare prepare;
         State state;
         Reason reason;
-        bool isAsked;
+        bool isAsked = true;
     } cases[]{
-        {"answered No", [](TransferLine& line) { line.answer = TransferAnswer::No; }, State::Old,
-         Reason::Declined, true},
-        {"answered No for the contents",
-         [](TransferLine& line) { line.answer = TransferAnswer::KeepContents; }, State::Old,
-         Reason::ContentsKept, true},
-        {"no backup", [](TransferLine& line) { line.files.unwritable.insert("/backups"); }, State::Old,
-         Reason::NotKept, false},
-        {"the port is gone after the question",
-         [](TransferLine& line) {
-             line.whileAsked = [&line] { line.bench.port.refusal = PortFailure::Missing; };
-         },
-         State::Old, Reason::Line, true},
-        {"another CRC after the question",
-         [](TransferLine& line) { answers(line, "0F02", "M0F02!0(00000000"); }, State::Foreign,
-         Reason::DeviceChanged, true},
-        {"a block is refused", [](TransferLine& line) { answers(line, "0FB1", "M0FB1!2"); }, State::Old,
-         Reason::Line, true},
-        {"the commit is refused", [](TransferLine& line) { answers(line, "0FB3", "M0FB3!2"); }, State::Old,
-         Reason::Line, true},
-        {"a commit without a meaning, and a third image",
-         [](TransferLine& line) {
-             answers(line, "0FB3", "M0FB3");
-             line.onSent = [&line](const std::string& command) {
-                 if (command.size() == 12 && command.starts_with("0FB3"))
-                     line.bench.line.Terminal().AnswerNext("0F02", "M0F02!0(00000000");
-             };
-         },
-         State::Unknown, Reason::Line, true},
-        {"the commit is lost, then the terminal answers",
-         [](TransferLine& line) {
-             silent(line, {320, {}}, 4500);
-         },
-         State::Old, Reason::Line, true},
-        {"the commit's answer is lost, then the terminal answers",
-         [](TransferLine& line) {
-             silent(line, {{}, 145}, 4500);
-         },
-         State::New, Reason::Done, true},
-        {"the line fails behind the commit, which is a warning",
-         [](TransferLine& line) { answers(line, "$9911", "Ebusy"); }, State::New, Reason::Done, true},
+        {"answered No", says(TransferAnswer::No), State::Old, Declined},
+        {"answered No for the contents", says(TransferAnswer::KeepContents), State::Old, ContentsKept},
+        {"no backup", unkept, State::Old, NotKept, false},
+        {"the port is gone after the question", gone, State::Old, Line},
+        {"another CRC after the question", answers("0F02", "M0F02!0(00000000"), State::Foreign,
+         DeviceChanged},
+        {"a block is refused", answers("0FB1", "M0FB1!2"), State::Old, Line},
+        {"the commit is refused", answers("0FB3", "M0FB3!2"), State::Old, Line},
+        {"a commit without a meaning, and a third image", meaningless, State::Unknown, Line},
+        {"the commit is lost, then the terminal answers", silent({320, {}}), State::Old, Line},
+        {"the commit's answer is lost, then the terminal answers", silent({{}, 145}), State::New, Done},
+        {"the line fails behind the commit, which is a warning", answers("$9911", "Ebusy"), State::New, Done},
     };
     for (const auto& row : cases) {
+        SCOPED_TRACE(row.why);
         TransferLine line;
         const FlashImage before = line.Flash();
         const SetupDocument setup = line.OtherSetup();
         row.prepare(line);
         const TransferResult result = line.Run(setup);
-        EXPECT_EQ(result.state, row.state) << row.why << result.line.failure.detail;
-        EXPECT_EQ(result.reason, row.reason) << row.why;
-        EXPECT_EQ(!line.asked.empty(), row.isAsked) << row.why;
-        EXPECT_EQ(line.Flash(), row.state == State::New ? Built(setup, before) : before) << row.why;
-        EXPECT_EQ(result.image.has_value(),
-                  result.state != State::Unknown && result.reason != Reason::DeviceChanged)
-            << row.why;
+        EXPECT_EQ(result.state, row.state) << result.line.failure.detail;
+        EXPECT_EQ(result.reason, row.reason);
+        EXPECT_EQ(!line.asked.empty(), row.isAsked);
+        EXPECT_EQ(line.Flash(), row.state == State::New ? Built(setup, before) : before);
+        EXPECT_EQ(result.image.has_value(), row.state != State::Unknown && row.reason != DeviceChanged);
         const bool wasHeldAgain = !line.asked.empty() && line.sent.back() != "?";
         EXPECT_TRUE(!wasHeldAgain || line.sent.back() == "$9911" || line.sent.back() == "$9904!3")
-            << row.why << ": the line stays held after " << line.sent.back();
+            << "the line stays held after " << line.sent.back();
     }
 }
 
 TEST(FlashTransfer, AStopBetweenAnyTwoCommandsLeavesTheDeviceAsItWas)
 {
-    for (int commands = 0;; ++commands) {
+    // Many of the commands before the question are alike.
+    for (int commands = 0, step = 1;; commands += step) {
         TransferLine line;
         const FlashImage before = line.Flash();
         int left = commands;
@@ -214,48 +202,8 @@ TEST(FlashTransfer, AStopBetweenAnyTwoCommandsLeavesTheDeviceAsItWas)
         ASSERT_EQ(result.line.outcome, LineOutcome::Stopped) << commands;
         ASSERT_EQ(result.state, State::Old) << commands;
         ASSERT_EQ(line.Flash(), before) << commands;
+        step = commands > 8 && line.asked.empty() ? 4 : 1;
     }
-}
-
-TEST(FlashTransfer, AStopAtTheLastMomentIsHeard)
-{
-    TransferLine line;
-    bool wantsStop = false;
-    line.hooks.stopRequested = [&] { return wantsStop; };
-    line.onSent = [&](const std::string& command) { wantsStop |= command == "0FB1" && !line.asked.empty(); };
-    const FlashImage before = line.Flash();
-    EXPECT_EQ(line.Run(line.OtherSetup()).line.outcome, LineOutcome::Stopped);
-    EXPECT_EQ(line.Flash(), before);
-}
-
-TEST(FlashTransfer, NoiseLeavesOneOfTheTwoImagesAndIsToldTruly)
-{
-    constexpr std::uint64_t Runs = 150;
-    int done = 0;
-    for (std::uint64_t seed = 1; seed <= Runs; ++seed) {
-        bench::LineOptions options = Unpaced();
-        options.faults.seed = seed;
-        options.faults.drop = options.faults.flip = options.faults.duplicate = 1.0 / 3000;
-        TransferLine line(options);
-        const FlashImage before = line.Flash();
-        const SetupDocument setup = line.OtherSetup();
-        const TransferResult result = line.Run(setup);
-        const FlashImage after = line.Flash();
-        ASSERT_TRUE(after == before || after == Built(setup, before)) << seed;
-        ASSERT_NE(result.state, after == before ? State::New : State::Old) << seed;
-        done += result.state == State::New ? 1 : 0;
-    }
-    EXPECT_GE(done, 148);
-}
-
-TEST(FlashTransfer, ARestoreWritesTheDumpAsItIs)
-{
-    TransferLine line;
-    const FlashImage before = line.Flash();
-    const std::string backup = line.Run(line.OtherSetup()).backup;
-    EXPECT_NE(line.Flash(), before);
-    EXPECT_EQ(line.Run(line.backups.Read(backup)).state, State::New);
-    EXPECT_EQ(line.Flash(), before);
 }
 
 TEST(FlashTransfer, VerifyTellsWhatDiffers)

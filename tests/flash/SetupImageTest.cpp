@@ -8,8 +8,7 @@
 
 #include "flash/Images.h"
 #include "flash/TakeFromImage.h"
-#include "keymap/Keyboard.h"
-#include "keymap/Models.h"
+#include "setup/RandomSetups.h"
 
 namespace kelvora {
 namespace {
@@ -123,66 +122,13 @@ TEST(SetupImage, WhatTheDeviceCannotHold)
     EXPECT_EQ(WhatTheDeviceCannotHold(document), unheld);
 }
 
-using Random = std::mt19937;
-
-int Below(Random& random, int limit)
+// A device that was set up for other modules, with anything in between.
+FlashImage RandomImage(std::mt19937& random, std::string_view chain)
 {
-    return std::uniform_int_distribution(0, limit - 1)(random);
-}
-
-// Makes keys larger, single or unused at random, as the key mapping forms allow it.
-void Shuffle(Random& random, ModuleRecord& record)
-{
-    const int cells = record.Rows * record.Columns;
-    for (int i = 0; i < 2 * cells; ++i) {
-        const int position = 1 + Below(random, cells);
-        const int allowed = AllowedKeyTypes(position, record.Columns, record.KeyMap);
-        const int type = Below(random, 5);
-        if (type == 0 ? record.KeyMap[static_cast<std::size_t>(position) - 1] == '1'
-                      : allowed & 1 << (type - 1))
-            SetKeyType(position, static_cast<char>('0' + type), record.Columns, record.KeyMap);
-    }
-}
-
-// Every order of every choice of modules behind the main keyboard, in every variant of their codes.
-std::vector<std::string> AllChains()
-{
-    std::vector<std::string> chains;
-    for (const std::string& master : {"\xD6\x17\x04"s, "\xD6\x1F\x04"s, "\xD6"s})
-        for (const char reader : {'\x01', '\x02', '\x03'}) {
-            std::string others = {reader, '\x08', '\xBF'};
-            do
-                for (std::size_t count = 0; count <= 3; ++count)
-                    chains.push_back(master + others.substr(0, count));
-            while (std::next_permutation(others.begin(), others.end()));
-        }
-    return chains;
-}
-
-SetupDocument RandomSetup(Random& random, const std::string& chain)
-{
-    constexpr std::string_view Separators = "^;A%|\xA7";
-    SetupDocument document = ReadDeviceMap(chain);
-    for (ModuleRecord& record : document.Modules) {
-        if (FindModel(record.Kind))
-            Shuffle(random, record);
-        if (record.Kind == ModuleKind::KM096)
-            record.Options = Below(random, 2) ? "YES" : "NO ";
-        if (record.Kind != ModuleKind::MCR)
-            continue;
-        for (std::size_t at = 5; at < 8; ++at)
-            record.Options[at] = Separators[static_cast<std::size_t>(Below(random, 6))];
-        record.Options.replace(8, 3, Below(random, 2) ? "ON " : "OFF");
-    }
-    return document;
-}
-
-FlashImage RandomImage(Random& random, const std::string& chain)
-{
-    FlashImage image;
-    std::ranges::generate(image, [&] { return static_cast<std::uint8_t>(Below(random, 256)); });
-    for (std::size_t position = 0; position < chain.size(); ++position)
-        image[128 + 2 * position] = static_cast<std::uint8_t>(chain[position]);
+    FlashImage image = ImageOf(chain);
+    for (std::size_t address = 0; address < image.size(); ++address)
+        if (address < 128 || address >= 142 || address % 2 != 0)
+            image[address] = static_cast<std::uint8_t>(random());
     return image;
 }
 
@@ -196,13 +142,16 @@ std::string Undecided(const FlashImage& image)
 
 TEST(SetupImage, WhatIsBuiltReadsBack)
 {
-    Random random(20);
-    const std::vector<std::string> chains = AllChains();
-    for (const std::string& chain : chains) {
-        const SetupDocument document = RandomSetup(random, chain);
-        const FlashImage device = RandomImage(random, chains[static_cast<std::size_t>(Below(random, 100))]);
+    std::mt19937 random(20);
+    RandomSetups setups;
+    std::string chain;
+    for (int round = 0; round < 200; ++round) {
+        const SetupDocument document = setups.Next();
+        const FlashImage device = RandomImage(random, std::exchange(chain, document.DeviceMap));
+        if (document.Modules.empty() || !WhatTheDeviceCannotHold(document).empty())
+            continue;
         const FlashImage image = Built(document, device);
-        const TakenSetup taken = TakeFromImage(ReadDeviceMap(chain), image);
+        const TakenSetup taken = TakeFromImage(ReadDeviceMap(document.DeviceMap), image);
         ASSERT_EQ(taken.document, document);
         EXPECT_TRUE(taken.notices.empty());
         EXPECT_EQ(Built(taken.document, image), image) << "nothing is left to write";
@@ -212,9 +161,9 @@ TEST(SetupImage, WhatIsBuiltReadsBack)
 
 TEST(SetupImage, OneKeyChangesItsPairAlone)
 {
-    Random random(21);
+    std::mt19937 random(21);
     const SetupDocument before = ReadDeviceMap(std::string(WholeChain));
-    const FlashImage image = Built(before, RandomImage(random, std::string(WholeChain)));
+    const FlashImage image = Built(before, RandomImage(random, WholeChain));
     for (const ModuleKind kind : {ModuleKind::KM096, ModuleKind::KM064, ModuleKind::ICCR}) {
         SetupDocument after = before;
         std::string& map = Module(after, kind).KeyMap;

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
+#include <optional>
 #include <vector>
 
 #include "flash/Images.h"
@@ -18,54 +18,38 @@ TEST(TakeFromImage, TellsWhatItLeaves)
     using What = TakeNotice::What;
     struct Case {
         std::string reason, line;
-        std::function<void(FlashImage&)> spoil;
+        std::optional<FlashImage> image;  // in place of the setup's own
+        std::vector<std::pair<std::size_t, int>> bytes;
         std::vector<TakeNotice> notices;
     };
     const std::string keyboards = "\xD6\xBF\x08";
-    const auto pairs = [](const std::string& codes) {
-        return [codes](FlashImage& image) { image = ImageOf(codes); };
-    };
+    const std::vector<TakeNotice> invalid{{What::InvalidKeyMap, ICCR}};
     const std::vector<Case> cases{
-        {"nothing spoilt", keyboards, [](FlashImage&) {}, {}},
-        {"erased", keyboards, [](FlashImage& image) { image = Filled(0xFF); }, {{What::EmptyImage}}},
-        {"no pairs", keyboards, pairs(""), {{What::EmptyImage}}},
-        {"another order", keyboards, pairs("\xD6\x08\xBF"), {{What::ModulesDisagree}}},
-        {"a module more", keyboards, pairs("\xD6\xBF\x08\x01"), {{What::ModulesDisagree}}},
-        {"nothing on the line", "", pairs("\xD6"), {}},
-        {"erased key",
-         keyboards,
-         [](FlashImage& image) { image[448] = image[449] = 0xFF; },
-         {{What::ErasedKey, KM064}}},
-        {"erased where the model has no key",
-         keyboards,
-         [](FlashImage& image) { image[256 + 14] = image[256 + 15] = 0xFF; },
-         {}},
-        {"a wide key over a key",
-         keyboards,
-         [](FlashImage& image) { image[576] = 0x81; },
-         {{What::InvalidKeyMap, ICCR}}},
-        {"a wide key over the right edge",
-         keyboards,
-         [](FlashImage& image) {
-             image[576 + 14] = 0x80;               // key 8, h1
-             image[576 + 2] = image[576 + 3] = 0;  // key 9, b1
-         },
-         {{What::InvalidKeyMap, ICCR}}},
+        {"nothing spoilt", keyboards, {}, {}, {}},
+        {"erased", keyboards, Filled(0xFF), {}, {{What::EmptyImage}}},
+        {"no pairs", keyboards, ImageOf(""), {}, {{What::EmptyImage}}},
+        {"another order", keyboards, ImageOf("\xD6\x08\xBF"), {}, {{What::ModulesDisagree}}},
+        {"a module more", keyboards, ImageOf("\xD6\xBF\x08\x01"), {}, {{What::ModulesDisagree}}},
+        {"nothing on the line", "", ImageOf("\xD6"), {}, {}},
+        {"erased key", keyboards, {}, {{448, 0xFF}, {449, 0xFF}}, {{What::ErasedKey, KM064}}},
+        {"erased where the model has no key", keyboards, {}, {{270, 0xFF}, {271, 0xFF}}, {}},
+        {"a wide key over a key", keyboards, {}, {{576, 0x81}}, invalid},
+        // Key 8 at h1; key 9, b1, is unused.
+        {"a wide key over the right edge", keyboards, {}, {{590, 0x80}, {578, 0}, {579, 0}}, invalid},
+        // Key 2 at f1, key 5 at c2; key 6, h2, is unused.
         {"a tall and a wide key share a cell",
          keyboards,
-         [](FlashImage& image) {
-             image[576 + 10] = 0x40;                 // key 2, f1
-             image[576 + 20] = 0x80;                 // key 5, c2
-             image[576 + 30] = image[576 + 31] = 0;  // key 6, h2
-         },
-         {{What::InvalidKeyMap, ICCR}}},
+         {},
+         {{586, 0x40}, {596, 0x80}, {606, 0}, {607, 0}},
+         invalid},
     };
     for (const Case& c : cases) {
         SetupDocument device = ReadDeviceMap(keyboards);
         for (const ModuleKind kind : {KM096, KM064, ICCR})
             Module(device, kind).KeyMap[0] = '0';
-        FlashImage image = Built(device, Filled(0xFF));
-        c.spoil(image);
+        FlashImage image = c.image.value_or(Built(device, Filled(0xFF)));
+        for (const auto& [address, byte] : c.bytes)
+            image.at(address) = static_cast<std::uint8_t>(byte);
         const TakenSetup taken = TakeFromImage(ReadDeviceMap(c.line), image);
         EXPECT_EQ(taken.notices, c.notices) << c.reason;
         for (const ModuleRecord& record : taken.document.Modules) {
