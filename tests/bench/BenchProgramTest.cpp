@@ -46,6 +46,16 @@ std::string Ask(const Descriptor& port, std::string_view bytes, std::string_view
     return Hear(port.Number(), end);
 }
 
+struct Folder {
+    explicit Folder(const std::string& name)
+        : path(fs::path(testing::TempDir()) / ("kelvora-bench-" + name + std::to_string(getpid())))
+    {
+        fs::create_directories(path);
+    }
+    ~Folder() { fs::remove_all(path); }
+    const fs::path path;
+};
+
 char ModeIn(const std::string& state)
 {
     return ReadState((std::stringstream() << std::ifstream(state).rdbuf()).str()).mode;
@@ -56,6 +66,14 @@ public:
     explicit RunningBench(std::vector<std::string> arguments, int heard = STDOUT_FILENO)
         : ChildProgram(WithProgram(std::move(arguments)), heard)
     {
+    }
+
+    /// The port of the line that the program names next, at 9600 baud.
+    Descriptor Port() const
+    {
+        const std::string line = Output("\n");
+        EXPECT_GT(line.size(), 3U);
+        return OpenPort(line.substr(line.rfind(' ') + 1, line.size() - line.rfind(' ') - 2), B9600);
     }
 
 private:
@@ -77,14 +95,8 @@ TEST(BenchProgram, PlaysEachLineAtItsSpeedUntilItsParentEnds)
     lines >> number >> path;
     EXPECT_EQ(number, "1");
 
-    const std::string ask =
-        "\1"
-        "0001$9900\3"
-        "AFD3";
-    const std::string name =
-        "\1"
-        "0001M$9900!0.BENCH TERMINAL\3"
-        "C586";
+    const std::string ask = MakeFrame("0001", "$9900");
+    const std::string name = MakeFrame("0001", "M$9900!0.BENCH TERMINAL");
     Descriptor port = OpenPort(path, B1200);
     const auto start = std::chrono::steady_clock::now();
     EXPECT_EQ(Ask(port, ask, "C586"), name);
@@ -97,9 +109,7 @@ TEST(BenchProgram, PlaysEachLineAtItsSpeedUntilItsParentEnds)
     poll(nullptr, 0, 200);
     port = OpenPort(path, B9600);
     EXPECT_EQ(Ask(port, "\5", "\x11"), "\x11") << "the modules work at 9600";
-    EXPECT_EQ(Ask(port, "\2\2\0\xF7\xF7\3"s, "\3"),
-              "\6\6\2\6\0\xF7"
-              "1.00\xE8\3"s);
+    EXPECT_EQ(Ask(port, "\2\2\0\xF7\xF7\3"s, "\3"), "\6\6\2\6\0\3671.00\xE8\3"s);
 
     bench.CloseInput();
     EXPECT_EQ(bench.Wait(), Done);
@@ -107,13 +117,12 @@ TEST(BenchProgram, PlaysEachLineAtItsSpeedUntilItsParentEnds)
 
 TEST(BenchProgram, KeepsItsStateAndLeavesABrokenOneAlone)
 {
-    const fs::path folder = fs::path(testing::TempDir()) / ("kelvora-bench-" + std::to_string(getpid()));
-    fs::create_directories(folder);
+    const Folder own("");
+    const fs::path& folder = own.path;
     const std::string state = folder / "state";
     struct Request {
         const char* modules;
-        std::string sent;
-        std::string heard;
+        std::string sent, heard;
     };
     const std::vector<Request> requests{
         {"iccr", "\2\14\0\xFA\0\xAA\xAA\x55\xBF\0\0\0\0\0\x10\3"s, "\6\6"},
@@ -121,9 +130,7 @@ TEST(BenchProgram, KeepsItsStateAndLeavesABrokenOneAlone)
     };
     for (const auto& [modules, sent, heard] : requests) {
         RunningBench bench({"--modules", modules, "--state", state});
-        const std::string line = bench.Output("\n");
-        ASSERT_EQ(line.substr(0, 2), "1 ");
-        const Descriptor port = OpenPort(line.substr(2, line.size() - 3), B9600);
+        const Descriptor port = bench.Port();
         EXPECT_EQ(Ask(port, "\5", "\x11"), "\x11");
         EXPECT_EQ(Ask(port, sent, heard), heard);
         bench.Signal(SIGTERM);
@@ -135,17 +142,15 @@ TEST(BenchProgram, KeepsItsStateAndLeavesABrokenOneAlone)
     RunningBench bench({"--state", state});
     EXPECT_EQ(bench.Wait(), Failed);
     EXPECT_EQ(fs::file_size(state), size);
-    fs::remove_all(folder);
 }
 
 TEST(BenchProgram, KeepsItsWordAndItsStateToItself)
 {
-    const fs::path folder = fs::path(testing::TempDir()) / ("kelvora-bench-word-" + std::to_string(getpid()));
-    fs::create_directories(folder);
+    const Folder own("word-");
+    const fs::path& folder = own.path;
     const std::string state = folder / "state";
     RunningBench bench({"--modules", "none", "--state", state, "--unpaced"});
-    const std::string line = bench.Output("\n");
-    const Descriptor port = OpenPort(line.substr(2, line.size() - 3), B9600);
+    const Descriptor port = bench.Port();
     Ask(port, MakeFrame("0001", "$9904!3"), "$9904!0!3");
     EXPECT_EQ(ModeIn(state), '3') << "kept before it was answered";
 
@@ -171,30 +176,17 @@ TEST(BenchProgram, KeepsItsWordAndItsStateToItself)
     next.Signal(SIGTERM);
     EXPECT_EQ(next.Wait(), Done);
     EXPECT_FALSE(fs::exists(state + ".lock"));
-    fs::remove_all(folder);
-}
-
-TEST(BenchProgram, TellsWhetherTheTerminalIsHeld)
-{
-    RunningBench bench({"--modules", "none", "--log", "--unpaced"});
-    const std::string line = bench.Output("\n");
-    const Descriptor port = OpenPort(line.substr(2, line.size() - 3), B9600);
-    Ask(port, MakeFrame("0001", "$9918"), "$9918!0");
-    EXPECT_EQ(bench.Output("\n"), "1 held\n");
-    Ask(port, MakeFrame("0002", "$9911"), "$9911!0");
-    EXPECT_EQ(bench.Output("\n"), "1 released\n");
 }
 
 TEST(BenchProgram, LetsTillsComeAndGo)
 {
-    const fs::path folder =
-        fs::path(testing::TempDir()) / ("kelvora-bench-tills-" + std::to_string(getpid()));
-    fs::create_directories(folder);
+    const Folder own("tills-");
+    const fs::path& folder = own.path;
     const std::string state = folder / "till02";
     std::ofstream(folder / "tills") << "# two tills on the second of two lines\n\n"
                                        "0 2 till --modules km096 --name 'TILL 01'\n"
                                        "idle+0.05 2 till --name TILL02 --modules none --state "
-                                    << state << "\n+0.2 2 gone\n";
+                                    << state << "\nidle+0.3 2 gone\n";
     RunningBench bench({"--tills", folder / "tills", "--log", "--unpaced"});
     std::istringstream lines(bench.Output("there TILL 01\n"));
     std::string word;
@@ -206,10 +198,13 @@ TEST(BenchProgram, LetsTillsComeAndGo)
     EXPECT_EQ(bench.Output("\n"), "2 there TILL02\n");
     EXPECT_TRUE(fs::exists(state + ".lock"));
     Ask(port, MakeFrame("0003", "$9904!3"), "$9904!0!3");
+    Ask(port, MakeFrame("0004", "$9918"), "$9918!0");
+    EXPECT_EQ(bench.Output("\n"), "2 held\n");
+    Ask(port, MakeFrame("0005", "$9911"), "$9911!0");
+    EXPECT_EQ(bench.Output("\n"), "2 released\n");
     EXPECT_EQ(bench.Output("\n"), "2 gone\n");
     EXPECT_FALSE(fs::exists(state + ".lock"));
     EXPECT_EQ(ModeIn(state), '3');
-    fs::remove_all(folder);
 }
 
 // More of them than a user may have inotify instances.
@@ -227,17 +222,8 @@ TEST(BenchProgram, PlaysHundredsOfLines)
 TEST(BenchProgram, TakesTheDeviceAway)
 {
     RunningBench bench({"--modules", "iccr", "--away-after", "5", "--unpaced"});
-    const std::string line = bench.Output("\n");
-    const Descriptor port = OpenPort(line.substr(2, line.size() - 3), B9600);
-    const std::string heard = Ask(port,
-                                  "\1"
-                                  "0001$9900\3"
-                                  "AFD3",
-                                  "(gone)");
-    EXPECT_TRUE(std::string_view("\1"
-                                 "0001(gone)")
-                    .ends_with(heard.substr(heard.size() - 6)))
-        << heard;
+    const Descriptor port = bench.Port();
+    EXPECT_TRUE(Ask(port, MakeFrame("0001", "$9900"), "(gone)").ends_with("(gone)"));
 }
 
 TEST(BenchProgram, RefusesWrongUsage)

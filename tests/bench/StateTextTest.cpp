@@ -74,12 +74,3 @@ TEST(StateText, BrokenFileNamesItsLineAndStays)
         EXPECT_EQ(files.content["state"], text);
     }
 }
-
-TEST(StateText, FileKeepsTheState)
-{
-    FakeFiles files;
-    StateFile file(files, "state");
-    EXPECT_FALSE(file.Load());
-    file.Save(Sample());
-    EXPECT_EQ(file.Load(), Sample());
-}

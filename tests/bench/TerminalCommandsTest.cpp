@@ -42,8 +42,7 @@ TEST(TerminalCommands, KeepTheirOrder)
     int stored = 0;
     terminal.onStored = [&] { return ++stored > 0; };
     struct Step {
-        std::string command;
-        std::string reply;
+        std::string command, reply;
         int stored;
     };
     const std::vector<Step> steps{
@@ -53,59 +52,24 @@ TEST(TerminalCommands, KeepTheirOrder)
         {"$9904!3", "$9904!0!3", 1},
         {"$9904!3", "$9904!0!3", 1},
         {"20", "20!2", 1},  // not open
-        {"0FB1"
-         "0040" +
-             Counting,
-         "0FB1!2", 1},
+        {"0FB10040" + Counting, "0FB1!2", 1},
         {"0FB3", "0FB3!2", 1},
         {"0F02", "0F02!0(B4293435", 1},
         {"0FB3B4293435", "0FB3!0", 1},  // that is what the device already has
         {"0FB0", "0FB0!0$8192", 1},
-        {"0FB1"
-         "0040" +
-             Counting,
-         "0FB1!0", 1},
-        {"0FB1"
-         "0041" +
-             Letters,
-         "0FB1!2", 1},  // not aligned
-        {"0FB1"
-         "2000" +
-             Letters,
-         "0FB1!2", 1},  // past the end
-        {"0FB1"
-         "0000" +
-             Letters.substr(1),
-         "0FB1!2", 1},
-        {"0FB1"
-         "0000" +
-             Letters.substr(1) + "\x1B",
-         "0FB1!2", 1},
-        {"0FB1"
-         "0000" +
-             Letters.substr(1) +
-             "\x1B"
-             "a",
-         "0FB1!2", 1},
+        {"0FB10040" + Counting, "0FB1!0", 1},
+        {"0FB10041" + Letters, "0FB1!2", 1},  // not aligned
+        {"0FB12000" + Letters, "0FB1!2", 1},  // past the end
+        {"0FB10000" + Letters.substr(1), "0FB1!2", 1},
+        {"0FB10000" + Letters.substr(1) + "\x1B", "0FB1!2", 1},
+        {"0FB10000" + Letters.substr(1) + "\33a", "0FB1!2", 1},
         {"0F02", "0F02!0(B4293435", 1},  // staging changes nothing
         {"0FB0", "0FB0!0$8192", 1},      // and is gone with a new open
-        {"0FB1"
-         "0000" +
-             Letters,
-         "0FB1!0", 1},
-        {"0FB1"
-         "0040" +
-             Counting,
-         "0FB1!0", 1},
-        {"0FB1"
-         "0000" +
-             std::string(64, '\xFF'),
-         "0FB1!0", 1},
+        {"0FB10000" + Letters, "0FB1!0", 1},
+        {"0FB10040" + Counting, "0FB1!0", 1},
+        {"0FB10000" + std::string(64, '\xFF'), "0FB1!0", 1},
         {"0FB1", "0FB1!0", 1},
-        {"0FB1"
-         "0000" +
-             Letters,
-         "0FB1!2", 1},  // no more blocks
+        {"0FB10000" + Letters, "0FB1!2", 1},  // no more blocks
         {"0FB300000000", "0FB3!2", 1},
         {"0FB38ad4e742", "0FB3!2", 1},
         {"0F02", "0F02!0(B4293435", 1},
@@ -114,10 +78,7 @@ TEST(TerminalCommands, KeepTheirOrder)
         {"0FB38AD4E742", "0FB3!0", 2},  // asked again, done as well
         {"20", "20!2", 2},              // closed
         {"0FB0", "0FB0!0$8192", 2},
-        {"0FB1"
-         "0000" +
-             Letters,
-         "0FB1!0", 2},
+        {"0FB10000" + Letters, "0FB1!0", 2},
         {"0FB3", "0FB3!0", 2},  // discarded
         {"0FB377861B96", "0FB3!2", 2},
         {"0FB0x", "0FB0!2", 2},
@@ -144,9 +105,7 @@ TEST(TerminalCommands, BlocksHoldWhatFitsAndMakeTheWholeImage)
     const std::string field = "\xFF" + std::string(223, '\xFF');
     std::string pairs;
     for (int count = 0; count < 111; ++count)
-        pairs +=
-            "\x1B"
-            "C";
+        pairs += "\33C";
     EXPECT_EQ(terminal.Run("20"), "20!0$0000\xFE" + pairs + "\xFE" + pairs);
     const std::string mixed = pairs.substr(0, 2 * 78) + std::string(67, '\xFF');
     EXPECT_EQ(terminal.Run("20"), "20!0$00DE\xFF" + mixed + field);
@@ -167,25 +126,6 @@ TEST(TerminalCommands, BlocksHoldWhatFitsAndMakeTheWholeImage)
     EXPECT_LT(blocks, 22);
     EXPECT_TRUE(std::ranges::equal(image, memory.flash, {},
                                    [](char byte) { return static_cast<std::uint8_t>(byte); }));
-}
-
-TEST(TerminalCommands, FreshLineSuitsItsModules)
-{
-    const LineState line = FreshLine({Module::KM096, Module::KM064, Module::MCR12, Module::ICCR});
-    const std::vector<std::uint8_t> codes{214, 23, 4, 191, 1, 8};
-    EXPECT_EQ(DeviceMapOf(line.modules), codes);
-    const std::vector<std::uint8_t> pairs(line.flash.begin() + 128, line.flash.begin() + 142);
-    EXPECT_EQ(pairs, (std::vector<std::uint8_t>{214, 0, 23, 0, 4, 0, 191, 0, 1, 1, 8, 0, 0, 0}));
-    // Tables: main keyboard 192 bytes, code 4 32, extension keyboard 128, badge reader 32, chip card unit 48.
-    struct Key {
-        std::size_t address;
-        int code;
-    };
-    for (const auto& [address, code] :
-         {Key{256, 2}, Key{446, 97}, Key{480, 98}, Key{606, 161}, Key{640, 162}, Key{686, 185}}) {
-        EXPECT_EQ(line.flash[address], 0) << address;
-        EXPECT_EQ(line.flash[address + 1], code) << address;
-    }
 }
 
 TEST(TerminalCommands, DeviceMapIsDecodedFromTheBlocks)
