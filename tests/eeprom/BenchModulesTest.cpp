@@ -108,29 +108,20 @@ TEST(BenchModules, FaultyModulesAreToldAndReadAsTheyAre)
         bool isWritten, hasLine;
     };
     const Names none(2, "UNKNOWN");
-    const Names silence{"No response from MID"};
+    const Names both{"KM64", "MCR 1+2"};
+    const Names second{"UNKNOWN", "MCR 1+2"};
+    const std::string silence = "No response from MID";
     const std::string nak = "MID NAK response indicates LRC error";
+    const std::string checksum = "checksum error on received message";
+    const std::string corrupted = "corrupted data packet received";
+    const Names twice(2, silence);
     const std::vector<Row> rows{
-        {"slow", {.delay = milliseconds(30)}, {}, {"KM64", "MCR 1+2"}, 0, {}, true, true},
-        {"too slow", {.delay = milliseconds(60)}, silence, none, 2, Names(2, silence[0]), true, true},
+        {"slow", {.delay = milliseconds(30)}, {}, both, 0, {}, true, true},
+        {"too slow", {.delay = milliseconds(60)}, {silence}, none, 2, twice, true, true},
         {"NAK", {.naks = 1}, {nak}, none, 1, {nak}, true, true},
-        {"wrong LRC",
-         {.wrongLrcs = 1},
-         {"checksum error on received message"},
-         {"UNKNOWN", "MCR 1+2"},
-         0,
-         {},
-         true,
-         true},
-        {"wrong length",
-         {.wrongLengths = 1},
-         {"corrupted data packet received"},
-         {"UNKNOWN", "MCR 1+2"},
-         0,
-         {},
-         true,
-         true},
-        {"silent", {.silentAfter = {.toHost = 0}}, silence, none, 2, Names(2, silence[0]), false, true},
+        {"wrong LRC", {.wrongLrcs = 1}, {checksum}, second, 0, {}, true, true},
+        {"wrong length", {.wrongLengths = 1}, {corrupted}, second, 0, {}, true, true},
+        {"silent", {.silentAfter = {.toHost = 0}}, {silence}, none, 2, twice, false, true},
         {"away", {.awayAfter = {.toHost = 1}}, {}, none, 2, {}, false, false},
     };
     for (const Row& row : rows) {

@@ -85,19 +85,13 @@ protected:
 
     WriteResult Write(const std::vector<AddressedBlock>& blocks)
     {
-        return WriteIdentities(memory, blocks,
-                               {prompt,
-                                catalogue,
-                                files,
-                                "/data",
-                                2,
-                                port.Settings(),
-                                Afternoon,
-                                [this](const WriteQuestion& question) {
-                                    asked.push_back(question);
-                                    return yes;
-                                },
-                                {"Mind this.", ""}});
+        const auto ask = [this](const WriteQuestion& question) {
+            asked.push_back(question);
+            return yes;
+        };
+        return WriteIdentities(
+            memory, blocks,
+            {prompt, catalogue, files, "/data", 2, port.Settings(), Afternoon, ask, {"Mind this.", ""}});
     }
 
     FakeEventLoop loop;

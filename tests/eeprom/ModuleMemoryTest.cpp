@@ -65,17 +65,14 @@ TEST_F(Memory, FindsAndReadsALine)
     EXPECT_TRUE(prompt.shown.empty());
 
     port.answers.clear();
-    EXPECT_EQ(memory.FindModules(SearchRepeats::UntilInterrupted), SearchOutcome::NotFound);
-    EXPECT_EQ(memory.Count(), 0U) << "what was found before is forgotten";
-    EXPECT_FALSE(memory.Rows()[0].block);
-}
-
-TEST_F(Memory, TriesAllSpeedsOnce)
-{
+    speeds.clear();
+    progress.clear();
     EXPECT_EQ(memory.FindModules(SearchRepeats::UntilInterrupted), SearchOutcome::NotFound);
     EXPECT_EQ(speeds, (std::vector<std::string>{"9600,n,8,1", "4800,n,8,1", "2400,n,8,1", "1200,n,8,1"}));
     EXPECT_EQ(progress, (std::vector{0, 1, 2, 3, 4}));
     EXPECT_TRUE(prompt.shown.empty()) << "the search is silent";
+    EXPECT_EQ(memory.Count(), 0U) << "what was found before is forgotten";
+    EXPECT_FALSE(memory.Rows()[0].block);
 }
 
 TEST_F(Memory, SearchBelow9600RepeatsUntilInterrupted)
@@ -127,43 +124,6 @@ TEST_F(Memory, OddRepliesToIdentifyAreNotRecorded)
     EXPECT_EQ(memory.Count(), 2U) << "up to the highest that answered";
     EXPECT_TRUE(memory.Rows()[0].reply.empty());
     EXPECT_EQ(TimesWritten(Identify[4]), 1) << "only silence ends the pass";
-}
-
-TEST_F(Memory, ModulesThatCannotBeReadAreUnknown)
-{
-    Attach(port, {CompositeReply, CompositeReply, SlaveReply, SlaveReply});
-    memory.FindModules(SearchRepeats::Never);
-    ASSERT_TRUE(memory.ReadEeprom());
-    port.answers[ReadRequest[0]] = {{{20, "\x06"}}};
-    port.answers[ReadRequest[1]] = {Reply(Bytes("\x02\x0A\x00\xF9\xAA\x55\xD6\x17\xFF\xFF\x04\x00\xC2\x03"))};
-    EXPECT_FALSE(memory.ReadEeprom());
-    EXPECT_EQ(Names(), (std::vector<std::string>{"UNKNOWN", "UNKNOWN", "KM64", "KM64"}));
-    ASSERT_EQ(prompt.shown.size(), 1U) << "silence after an acknowledgement is told by the caller";
-    EXPECT_EQ(prompt.shown[0].body, "checksum error on received message");
-
-    port.answers[ReadRequest[1]] = {{{20, "\x15"}}};
-    EXPECT_FALSE(memory.ReadEeprom());
-    EXPECT_FALSE(memory.Rows()[2].block) << "a refused request ends the reading";
-    EXPECT_EQ(TimesWritten(ReadRequest[2]), 2);
-}
-
-TEST_F(Memory, WritesTwelveBytesAndGoesOnAfterAFailure)
-{
-    Attach(port, {CompositeReply, CompositeReply, CompositeReply});
-    const std::string first = Bytes("\x02\x0C\x00\xFA\x00\xAA\xAA\x55\xD6\x17\x00\x00\x04\x00\x6A\x03");
-    const std::string second = Bytes("\x02\x0C\x01\xFA\x00\xAA\xAA\x55\xBF\x00\x00\x00\x00\x00\x11\x03");
-    const std::string third = Bytes("\x02\x0C\x02\xFA\x00\xAA\xAA\x55\xBF\x00\x00\x00\x00\x00\x12\x03");
-    port.answers[first] = {{{20, "\x06\x06"}}};
-    port.answers[second] = {{{250, "\x06"}}};
-    port.answers[third] = {{{20, "\x06"}}};
-    EXPECT_EQ(memory.WriteEeprom(
-                  std::vector<AddressedBlock>{{0, CompositeBlock}, {1, SlaveBlock}, {2, SlaveBlock}}),
-              Addresses{1});
-    EXPECT_EQ(port.written, (std::vector{Enquiry, first, Enquiry, second, Enquiry, third}));
-    // 110 for each of the first two; the late ACK comes 255 after its ENQ, and 200 of quiet after that.
-    EXPECT_GE(loop.Now().time_since_epoch(), std::chrono::milliseconds(110 + 255 + 200 + 110));
-    ASSERT_EQ(prompt.shown.size(), 1U);
-    EXPECT_EQ(prompt.shown[0].body, "No response from MID");
 }
 
 TEST_F(Memory, NothingIsWrittenPastTheLineOrTheRows)
