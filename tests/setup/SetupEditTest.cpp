@@ -129,7 +129,7 @@ TEST(SetupEdit, MakesOnlySetupsThatAFileHoldsAndSettingsThatHold)
     RandomSetups setups;
     std::mt19937 random(31);
     int made = 0;
-    for (int round = 0; round < 3000; ++round) {
+    for (int round = 0; round < 600; ++round) {
         SetupDocument document = setups.Next();
         const int first = 1 + static_cast<int>(random() % 180);
         const std::string text =
@@ -142,7 +142,7 @@ TEST(SetupEdit, MakesOnlySetupsThatAFileHoldsAndSettingsThatHold)
         ASSERT_EQ(ReadSetup(WriteSetup(document.Modules)), document) << text;
         ASSERT_TRUE(HoldAll(document, std::vector{ParseCondition(text)})) << text;
     }
-    EXPECT_GT(made, 100);
+    EXPECT_GT(made, 20);
 }
 
 }  // namespace

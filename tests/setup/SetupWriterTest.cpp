@@ -8,7 +8,6 @@
 #include "keymap/Models.h"
 #include "setup/DeviceCode.h"
 #include "setup/KeyMapPicture.h"
-#include "setup/RandomSetups.h"
 #include "setup/SetupReader.h"
 
 using namespace kelvora;
@@ -55,15 +54,5 @@ TEST(SetupWriter, DrawsKeyMaps)
         std::string text;
         AppendKeyMapPicture(text, row.map, row.columns);
         EXPECT_EQ(text, "KeyMap = " + row.picture + "\r\n") << row.reason;
-    }
-}
-
-TEST(SetupWriter, WhatIsWrittenReadsBack)
-{
-    RandomSetups setups;
-    for (int round = 0; round < 2000; ++round) {
-        const SetupDocument setup = setups.Next();
-        const std::string text = WriteSetup(setup.Modules);
-        ASSERT_EQ(ReadSetup(text), setup) << text;
     }
 }
