@@ -4,10 +4,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstdlib>
 #include <deque>
 #include <filesystem>
+#include <iterator>
+#include <nlohmann/json.hpp>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -65,9 +66,47 @@ public:
     Comms comms{loop, {&bench.link, nullptr, nullptr, nullptr}};
 };
 
+/// What stands between blanks.
+inline std::vector<std::string> Words(const std::string& text)
+{
+    std::istringstream in(text);
+    return {std::istream_iterator<std::string>(in), {}};
+}
+
+/// The objects that a command prints, one a line.
+inline std::vector<nlohmann::json> JsonLines(const std::string& text)
+{
+    std::vector<nlohmann::json> objects;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);)
+        objects.push_back(nlohmann::json::parse(line));
+    return objects;
+}
+
 class CliTest : public testing::Test {
 protected:
     ~CliTest() override { std::filesystem::remove_all(folder); }
+
+    std::string At(const std::string& name) const { return folder + "/" + name; }
+
+    /// Fails unless each command, in words, is one that makes no sense.
+    void ExpectUsage(std::initializer_list<std::string> commands)
+    {
+        for (const std::string& command : commands) {
+            const CliResult result = Run(Words(command));
+            EXPECT_EQ(result.exitCode, 2) << command;
+            EXPECT_EQ(result.out, "") << command;
+            EXPECT_NE(result.err, "") << command;
+        }
+    }
+
+    /// Writes till.dat, the setup of the line, and other.dat, which is that but for its fiscal option.
+    void WriteTills()
+    {
+        EXPECT_EQ(Run({"scan", "-o", At("till.dat")}).exitCode, 0);
+        std::string text = files.Read(At("till.dat"));
+        Write("other.dat", text.replace(text.find(" YES\r", text.find("Fiscal")), 5, " NO\r"));
+    }
 
     CliResult Run(const std::vector<std::string>& arguments, const std::string& input = {})
     {

@@ -1,5 +1,3 @@
-#include <nlohmann/json.hpp>
-
 #include "CliFixture.h"
 
 namespace kelvora {
@@ -10,7 +8,7 @@ protected:
     const std::string plain = Write("shops/b.dat", "[KM096]\nFiscal = NO\n");
     const std::string reader = Write("shops/n/c.txt", "[MCR]\n");
     const std::string bad = Write("shops/n/d.dat", Rejected);
-    const std::string shops = folder + "/shops";
+    const std::string shops = At("shops");
     const std::string differences = "--- " + till + "\n+++ " + till +
                                     "\nComposite Keyboard, fiscal keyboard: yes -> no\n"
                                     "MCR, separator after track 2: none -> | (7C)\n";
@@ -53,10 +51,9 @@ TEST_F(Edit, ChangesWhatIsChosenAndKeepsTheOldFile)
     EXPECT_EQ(files.List(shops + "/n"), (std::vector<std::string>{"c.txt", "d.dat"}));
 
     const CliResult again = Run(with({"--yes", "--json", "--where", "!fiscal=yes"}));
-    std::istringstream lines(again.out);
     std::vector<std::string> outcomes;
-    for (std::string line; std::getline(lines, line);)
-        outcomes.push_back(nlohmann::json::parse(line)["outcome"]);
+    for (const auto& object : JsonLines(again.out))
+        outcomes.push_back(object["outcome"]);
     EXPECT_EQ(outcomes, (std::vector<std::string>{"asWanted", "refused", "notChosen", "refused"}));
     EXPECT_EQ(files.Read(shops + "/a.bak"), before) << "a file that is as wanted is left alone";
     EXPECT_EQ(Run({"edit", till, plain, "--set", "fiscal=no"}).exitCode, 2);
@@ -73,7 +70,7 @@ TEST_F(Edit, TakesKeysFromAStandard)
                                   "--set", "KM064.99..100=vertical", "--yes", "--json"});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(nlohmann::json::parse(result.out)["message"], "KM064.105: key 105 is part of key 97");
-    EXPECT_FALSE(files.Exists(folder + "/till.bak"));
+    EXPECT_FALSE(files.Exists(At("till.bak")));
     const CliResult done = Run(
         {"edit", path, "--keys-from", standard, "km064", "--set", "KM064.99..100=vertical", "-y", "--json"});
     EXPECT_EQ(done.exitCode, 0);
@@ -127,27 +124,15 @@ TEST_F(Edit, LeavesWhatItCannotSaveAndWhatChangedMeanwhile)
 
 TEST_F(Edit, RefusesWrongUsage)
 {
-    for (const std::vector<std::string>& wrong :
-         std::vector<std::vector<std::string>>{{},
-                                               {"--set", "fiscal=maybe"},
-                                               {"--set", "mcr.separator1=\u0100"},
-                                               {"--set", "fiscal=no", "--where", "code4"},
-                                               {"--set", "fiscal=no", "mcr.autoread=off", "--yes"},
-                                               {"--set", "KM096.0=single"},
-                                               {"--set", "KM096.45..43=single"},
-                                               {"--keys-from", till, "KM096", "KM064", "--yes"},
-                                               {"--keys-from", till, "MCR"},
-                                               {"--keys-from", till},
-                                               {"--set", "fiscal=no", "--json"},
-                                               {"--set", "fiscal=no", "--yes", "--dry-run"}}) {
-        std::vector<std::string> arguments{"edit", till};
-        arguments.insert(arguments.end(), wrong.begin(), wrong.end());
-        access.answer = true;
-        const CliResult result = Run(arguments);
-        EXPECT_EQ(result.exitCode, 2) << testing::PrintToString(wrong);
-        EXPECT_NE(result.err, "");
-    }
-    EXPECT_EQ(Run({"edit", folder + "/none.dat", "--set", "fiscal=no", "-y"}).exitCode, 1);
+    access.answer = true;
+    const std::string edit = "edit " + till + " ";
+    ExpectUsage({edit, edit + "--set fiscal=maybe", edit + "--set mcr.separator1=\u0100",
+                 edit + "--set fiscal=no --where code4", edit + "--set fiscal=no mcr.autoread=off --yes",
+                 edit + "--set KM096.0=single", edit + "--set KM096.45..43=single",
+                 edit + "--keys-from " + till + " KM096 KM064 --yes", edit + "--keys-from " + till + " MCR",
+                 edit + "--keys-from " + till, edit + "--set fiscal=no --json",
+                 edit + "--set fiscal=no --yes --dry-run"});
+    EXPECT_EQ(Run({"edit", At("none.dat"), "--set", "fiscal=no", "-y"}).exitCode, 1);
     EXPECT_EQ(Run({"edit", till, till, "--set", "fiscal=no", "-n"}).exitCode, 0) << "one file";
 }
 

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <csignal>
 #include <nlohmann/json.hpp>
+#include <tuple>
 
 #include "cli/CliFixture.h"
 #include "cli/Console.h"
@@ -30,16 +31,10 @@ protected:
     FlashCommandsTest()
     {
         access.data = folder + "/data";
-        EXPECT_EQ(Run({"scan", "-o", At("till.dat")}).exitCode, ExitCode::Done);
-        std::string text = files.Read(At("till.dat"));
-        const std::size_t fiscal = text.find(" YES\r", text.find("Fiscal"));
-        EXPECT_NE(fiscal, std::string::npos) << text;
-        text.replace(fiscal, 5, " NO\r");
-        Write("other.dat", text);
+        WriteTills();
         before = access.bench.Flash();
     }
 
-    std::string At(const std::string& name) const { return folder + "/" + name; }
     std::string BackupFolder() const { return access.data + "/backups"; }
     std::size_t BackupCount() const { return files.List(BackupFolder()).size(); }
 
@@ -113,21 +108,20 @@ TEST_F(FlashCommandsTest, ADumpIsRestoredAsItIs)
 TEST_F(FlashCommandsTest, ADumpOfASetupTakesKeyContentsOnlyOnASecondYes)
 {
     ASSERT_EQ(Run({"image", At("till.dat"), "-o", At("setup.mem")}).exitCode, ExitCode::Done);
-    const auto lost = std::to_string(
-        std::count_if(before.begin() + 1027, before.end(), [](char c) { return c != '\xFF'; }));
+    const auto lost = std::count_if(before.begin() + 1027, before.end(), [](char c) { return c != '\xFF'; });
     const std::string first =
-        "This dump was made from a setup. Bytes of key contents that the device loses: " + lost;
+        "This dump was made from a setup. Bytes of key contents that the device loses: " +
+        std::to_string(lost);
     CliResult result = Run({"restore", "--yes", At("setup.mem")});
     EXPECT_EQ(result.exitCode, ExitCode::Rejected);
     EXPECT_THAT(result.out, StartsWith(first + "\nThis will change"));
     EXPECT_THAT(result.err, HasSubstr("--erase-content"));
-    result = Run({"restore", "--yes", "--json", At("setup.mem")});
-    EXPECT_EQ(Json::parse(result.out)["reason"], "contents");
-    EXPECT_EQ(std::to_string(Json::parse(result.out)["contentsLost"].get<int>()), lost);
+    const auto json = Json::parse(Run({"restore", "--yes", "--json", At("setup.mem")}).out);
+    EXPECT_EQ(json["reason"], "contents");
+    EXPECT_EQ(json["contentsLost"], lost);
 
     access.answers = {true, false};
-    result = Run({"restore", At("setup.mem")});
-    EXPECT_EQ(result.exitCode, ExitCode::Rejected);
+    EXPECT_EQ(Run({"restore", At("setup.mem")}).exitCode, ExitCode::Rejected);
     ASSERT_EQ(access.questions.size(), 2U);
     EXPECT_THAT(access.questions[0], StartsWith(first));
     EXPECT_THAT(access.questions[1], HasSubstr("Take this from the device all the same?"));
@@ -137,35 +131,16 @@ TEST_F(FlashCommandsTest, ADumpOfASetupTakesKeyContentsOnlyOnASecondYes)
     EXPECT_EQ(Run({"restore", At("setup.mem")}).exitCode, ExitCode::Done);
     EXPECT_FALSE(access.bench.Flash() == before);
     // The copy of what the device held asks for no second yes.
-    EXPECT_EQ(BackupCount(), 1U);
-    access.answer.reset();
-    EXPECT_EQ(Run({"restore", "--yes", BackupFolder() + "/" + files.List(BackupFolder())[0]}).exitCode,
-              ExitCode::Done);
+    ASSERT_EQ(BackupCount(), 1U);
+    const std::string backup = BackupFolder() + "/" + files.List(BackupFolder())[0];
+    EXPECT_EQ(Run({"restore", "--yes", backup}).exitCode, ExitCode::Done);
     EXPECT_TRUE(access.bench.Flash() == before);
     EXPECT_EQ(Run({"restore", "--yes", "--erase-content", At("setup.mem")}).exitCode, ExitCode::Done);
     EXPECT_FALSE(access.bench.Flash() == before);
-}
-
-TEST_F(FlashCommandsTest, ADumpThatNamesNoModulesIsRestoredOnTheUsersWord)
-{
-    FlashImage nameless = *ImageFrom(before);
-    std::fill_n(nameless.begin() + 128, 14, std::uint8_t{0xFF});
-    Write("bare.mem", FormatDump(0, nameless));
-    access.answers = {false};
-    CliResult result = Run({"restore", At("bare.mem")});
-    EXPECT_EQ(result.exitCode, ExitCode::Rejected);
-    EXPECT_THAT(result.err, HasSubstr("The answer was no."));
-    access.answers = {true, true};
-    EXPECT_EQ(Run({"restore", At("bare.mem")}).exitCode, ExitCode::Done);
-    EXPECT_EQ(access.bench.Flash(), TextOf(nameless));
-    // What is dumped of that device says for which line it is.
-    ASSERT_EQ(Run({"dump", "-o", At("told.mem")}).exitCode, ExitCode::Done);
-    ASSERT_EQ(Run({"download", "--yes", At("other.dat")}).exitCode, ExitCode::Done);
-    EXPECT_EQ(Run({"restore", "--yes", At("told.mem")}).exitCode, ExitCode::Done);
-    EXPECT_EQ(access.bench.Flash(), TextOf(nameless));
-    ASSERT_EQ(Run({"download", "--yes", At("other.dat")}).exitCode, ExitCode::Done);
+    // One that names no modules is for this line on the user's word.
+    Write("bare.mem", FormatDump(0, Filled(0xFF)));
     EXPECT_EQ(Run({"restore", "--yes", "--this-line", At("bare.mem")}).exitCode, ExitCode::Done);
-    EXPECT_EQ(access.bench.Flash(), TextOf(nameless));
+    EXPECT_EQ(access.bench.Flash(), std::string(8192, '\xFF'));
 }
 
 TEST(YesAnswer, KnowsTheWords)
@@ -240,62 +215,51 @@ TEST_F(FlashCommandsTest, EveryFailureHasItsExitCodeAndLeavesTheDevice)
     const std::string broken = Write("broken.mem", "0000:00 oops\r\n");
     const std::string kept = Write("kept.dat", Accepted);
     Write("kept.bak", FormatDump(0, Filled(0)));
-    const struct {
-        std::vector<std::string> arguments;
-        int exitCode;
-        const char* says;
-    } cases[]{
-        {{"download", "--yes", lone},
-         ExitCode::Rejected,
-         "On the line: Composite Keyboard, Slave Keyboard, "},
-        {{"download", "--yes", At("none.dat")}, ExitCode::Rejected, "No such file"},
-        {{"restore", "--yes", broken}, ExitCode::Rejected, "Line 1: "},
-        {{"restore", "--yes", At("none.mem")}, ExitCode::Rejected, "No such file"},
-        {{"verify", At("none.dat")}, ExitCode::Rejected, "No such file"},
-        {{"image", At("none.dat")}, ExitCode::Rejected, "No such file"},
-        {{"dump", "-o", folder}, ExitCode::Rejected, "Is a directory"},
-        {{"download", "--yes", "--port", "2", At("other.dat")}, ExitCode::Line, "There is no such device."},
-        {{"verify", "--port", "2", At("till.dat")}, ExitCode::Line, "There is no such device."},
-        {{"dump", "--port", "2"}, ExitCode::Line, "There is no such device."},
-        {{"download", "--yes"}, ExitCode::Usage, "FILE"},
-        {{"dump", "-o", ""}, ExitCode::Usage, "expected the name of a file"},
-        {{"image", "-o", "", lone}, ExitCode::Usage, "expected the name of a file"},
-        {{"scan", "-o", ""}, ExitCode::Usage, "expected the name of a file"},
-        {{"format", "-o", "", lone}, ExitCode::Usage, "expected the name of a file"},
-        {{"render", "-o", "", lone}, ExitCode::Usage, "expected the name of a file"},
-        {{"image", Write("empty.dat", "[Kelvora]\n")}, ExitCode::Rejected, "no modules are named"},
-        {{"restore", "--yes", Write("nameless.mem", FormatDump(0, Filled(0xFF)))},
-         ExitCode::Rejected,
-         "--this-line"},
-        {{"format", lone, "-o", kept}, ExitCode::Rejected, "kept.bak: move that away"},
-        {{"dump", "--port", "2", "-o", kept}, ExitCode::Rejected, "kept.bak: move that away"},
-    };
-    for (const auto& row : cases) {
-        const CliResult result = Run(row.arguments);
-        EXPECT_EQ(result.exitCode, row.exitCode) << row.arguments[0] << row.says;
-        EXPECT_THAT(result.err, HasSubstr(row.says));
-        EXPECT_EQ(result.out, "") << row.says;
+    const std::string empty = Write("empty.dat", "[Kelvora]\n");
+    const std::string nameless = Write("nameless.mem", FormatDump(0, Filled(0xFF)));
+    const std::string other = At("other.dat");
+    const std::string none = At("none.dat");
+    for (const auto& [command, exitCode, says] : std::vector<std::tuple<std::string, int, const char*>>{
+             {"download --yes " + lone, ExitCode::Rejected,
+              "On the line: Composite Keyboard, Slave Keyboard, "},
+             {"download --yes " + none, ExitCode::Rejected, "No such file"},
+             {"restore --yes " + broken, ExitCode::Rejected, "Line 1: "},
+             {"restore --yes " + none, ExitCode::Rejected, "No such file"},
+             {"verify " + none, ExitCode::Rejected, "No such file"},
+             {"image " + none, ExitCode::Rejected, "No such file"},
+             {"dump -o " + folder, ExitCode::Rejected, "Is a directory"},
+             {"format " + lone + " -o " + folder, ExitCode::Rejected, "Is a directory"},
+             {"download --yes --port 2 " + other, ExitCode::Line, "There is no such device."},
+             {"verify --port 2 " + other, ExitCode::Line, "There is no such device."},
+             {"dump --port 2", ExitCode::Line, "There is no such device."},
+             {"download --yes", ExitCode::Usage, "FILE"},
+             {"image " + empty, ExitCode::Rejected, "no modules are named"},
+             {"restore --yes " + nameless, ExitCode::Rejected, "--this-line"},
+             {"format " + lone + " -o " + kept, ExitCode::Rejected, "kept.bak: move that away"},
+             {"dump --port 2 -o " + kept, ExitCode::Rejected, "kept.bak: move that away"},
+         }) {
+        const CliResult result = Run(Words(command));
+        EXPECT_EQ(result.exitCode, exitCode) << command;
+        EXPECT_THAT(result.err, HasSubstr(says)) << command;
+        EXPECT_EQ(result.out, "") << command;
+    }
+    for (const std::string& command :
+         {std::string("dump"), std::string("scan"), "image " + lone, "format " + lone, "render " + lone}) {
+        std::vector<std::string> arguments = Words(command);
+        arguments.insert(arguments.end(), {"-o", ""});
+        EXPECT_THAT(Run(arguments).err, HasSubstr("expected the name of a file")) << command;
     }
     // A script always gets an object that says why.
-    for (std::vector<std::string> command : {std::vector<std::string>{"download", "--yes", broken},
-                                             {"verify", broken},
-                                             {"restore", "--yes", broken},
-                                             {"dump", "--port", "2"},
-                                             {"dump", "-o", folder},
-                                             {"scan", "--port", "2"},
-                                             {"scan", "-o", folder},
-                                             {"show", broken},
-                                             {"diff", At("none.dat"), broken},
-                                             {"format", At("till.dat"), "-o", folder},
-                                             {"image", broken},
-                                             {"image", At("till.dat"), "-o", folder},
-                                             {"identity", "restore", "--yes", broken}}) {
-        command.emplace_back("--json");
-        const CliResult result = Run(command);
-        EXPECT_NE(result.exitCode, ExitCode::Done) << command[0];
-        ASSERT_TRUE(Json::accept(result.out)) << command[0] << result.out;
-        const Json object = Json::parse(result.out);
-        EXPECT_NE(object.value("message", ""), "") << result.out;
+    for (const std::string& command :
+         {"download --yes " + broken, "verify " + broken, "restore --yes " + broken,
+          std::string("dump --port 2"), "dump -o " + folder, std::string("scan --port 2"),
+          "scan -o " + folder, "show " + broken, "diff " + none + " " + broken,
+          "format " + other + " -o " + folder, "image " + broken, "image " + other + " -o " + folder,
+          "identity restore --yes " + broken}) {
+        const CliResult result = Run(Words(command + " --json"));
+        EXPECT_NE(result.exitCode, ExitCode::Done) << command;
+        ASSERT_TRUE(Json::accept(result.out)) << command << result.out;
+        EXPECT_NE(Json::parse(result.out).value("message", ""), "") << result.out;
         EXPECT_EQ(result.out.find("kelvora-cli: "), std::string::npos) << result.out;
     }
     // Where no backup can be kept nothing is written.

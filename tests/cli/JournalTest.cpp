@@ -18,14 +18,10 @@ class JournalCommandTest : public CliTest {
 protected:
     JournalCommandTest() { access.data = folder + "/data"; }
 
-    std::string At(const std::string& name) const { return folder + "/" + name; }
-
-    std::string Fiscal()
+    std::string Other()
     {
-        EXPECT_EQ(Run({"scan", "-o", At("till.dat")}).exitCode, ExitCode::Done);
-        std::string text = files.Read(At("till.dat"));
-        text.replace(text.find(" YES\r", text.find("Fiscal")), 5, " NO\r");
-        return Write("other.dat", text);
+        WriteTills();
+        return At("other.dat");
     }
 };
 
@@ -33,22 +29,15 @@ protected:
 
 TEST_F(JournalCommandTest, EveryOperationOnADeviceLeavesAnEntry)
 {
-    const std::string other = Fiscal();
+    const std::string other = Other();
     access.answer = false;
-    const std::vector<std::vector<std::string>> commands{{"verify", other},
-                                                         {"download", other},
-                                                         {"download", "--yes", other},
-                                                         {"download", "--yes", other},
-                                                         {"dump", "-o", At("d.mem")},
-                                                         {"restore", "--yes", At("d.mem")},
-                                                         {"identity", "read"},
-                                                         {"identity", "write", "3", "MCR 2+3", "--yes"},
-                                                         {"dump", "--port", "2"},
-                                                         {"identity", "write", "3", "MCR 2+3"}};
-    for (const auto& command : commands)
-        Run(command);
-    Run({"check", other});
-    Run({"download", "--yes", At("none.dat")});
+    const std::string dump = At("d.mem");
+    for (const std::string& command :
+         {"verify " + other, "download " + other, "download --yes " + other, "download --yes " + other,
+          "dump -o " + dump, "restore --yes " + dump, std::string("identity read"),
+          std::string("identity write 3 KEYLOCK --yes"), std::string("dump --port 2"),
+          std::string("identity write 3 KEYLOCK"), "check " + other, "download --yes " + At("none.dat")})
+        Run(Words(command));
     const std::vector<JournalEntry> entries = access.kept.Entries();
     std::vector<std::string> story;
     for (const JournalEntry& entry : entries)
@@ -111,11 +100,10 @@ TEST_F(JournalCommandTest, ShowsWhatFits)
               {{"--failed"}, {"09 00:00:00"}},
               {{"--failed", "--name", "TILL1"}, {}}};
     for (const auto& row : cases) {
-        std::vector<std::string> arguments{"journal"};
-        arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
+        std::vector<std::string> arguments = row.arguments;
+        arguments.insert(arguments.begin(), "journal");
         const CliResult shown = Run(arguments);
         EXPECT_EQ(shown.exitCode, ExitCode::Done);
-        std::string expected;
         std::istringstream lines(shown.out);
         std::vector<std::string> times;
         for (std::string line; std::getline(lines, line);)
@@ -132,7 +120,7 @@ TEST_F(JournalCommandTest, ShowsWhatFits)
 
 TEST_F(JournalCommandTest, ASeriesAsksOnceAndTellsWhatHappens)
 {
-    const std::string other = Fiscal();
+    const std::string other = Other();
     EXPECT_EQ(Run({"series", other}).exitCode, ExitCode::Usage) << "nobody can be asked";
     access.answer = false;
     EXPECT_EQ(Run({"series", other, "--count", "1"}).exitCode, ExitCode::Rejected);
@@ -151,18 +139,15 @@ TEST_F(JournalCommandTest, ASeriesAsksOnceAndTellsWhatHappens)
     const CliResult json = Run({"series", "--yes", "--json", "--count", "1", "--by-name", folder});
     EXPECT_EQ(json.exitCode, ExitCode::Rejected) << "the folder has no file of that name";
     std::vector<std::string> events;
-    std::istringstream lines(json.out);
-    for (std::string line; std::getline(lines, line);)
-        events.push_back(Json::parse(line)["event"]);
+    for (const Json& line : JsonLines(json.out))
+        events.push_back(line["event"]);
     EXPECT_THAT(events, ElementsAre("waiting", "found", "result", "end"));
     Write("Bench Terminal.dat", files.Read(other));
     EXPECT_THAT(Run({"series", "--yes", "--count", "1", "--by-name", folder}).out,
                 HasSubstr("held the setup already"));
 
-    for (const std::vector<std::string>& wrong : {std::vector<std::string>{"series", "--yes"},
-                                                  {"series", "--yes", other, "--by-name", folder},
-                                                  {"series", "--yes", other, "--count", "0"}})
-        EXPECT_EQ(Run(wrong).exitCode, ExitCode::Usage);
+    ExpectUsage({"series --yes", "series --yes " + other + " --by-name " + folder,
+                 "series --yes --count 0 " + other});
     EXPECT_EQ(Run({"series", "--yes", At("none.dat")}).exitCode, ExitCode::Rejected);
     EXPECT_EQ(Run({"series", "--yes", "--by-name", At("none")}).exitCode, ExitCode::Rejected);
     // A single line is the one that is meant.

@@ -1,5 +1,3 @@
-#include <nlohmann/json.hpp>
-
 #include "CliFixture.h"
 
 namespace kelvora {
@@ -8,7 +6,7 @@ class ReportTest : public CliTest {
 protected:
     const std::string standard = Write("standard.dat", "[Kelvora]\n[MCR]\nTracks = 1,2\n");
     const std::string till = Write("shops/n1/Till7.dat", Accepted);
-    const std::string output = folder + "/tills.html";
+    const std::string output = At("tills.html");
 };
 
 TEST_F(ReportTest, WritesAPageAndKeepsWhatItReplaces)
@@ -16,8 +14,8 @@ TEST_F(ReportTest, WritesAPageAndKeepsWhatItReplaces)
     Write("tills.html", "old");
     Write("results/till7.json",
           R"({"till":"till7","action":"verify","exit":1,"result":{"outcome":"different"}})");
-    const CliResult result = Run({"report", folder + "/shops", "--standard", standard, "--results",
-                                  folder + "/results", "-o", output});
+    const CliResult result =
+        Run({"report", At("shops"), "--standard", standard, "--results", At("results"), "-o", output});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.out, "");
     EXPECT_EQ(result.err, "kelvora-cli: 1 till: 1 deviate, 1 failed, 0 could not be read\n");
@@ -41,8 +39,7 @@ TEST_F(ReportTest, ShowsASharedSetupWhereItIsUsed)
                                                             R"(","exit":0,"setup":")" + folder +
                                                             R"(/shops/../shops/n1/Till7.dat"})");
     // Names that come in say nothing in a title.
-    const CliResult result =
-        Run({"report", "-", "--results", folder + "/results", "-o", output}, till + "\n");
+    const CliResult result = Run({"report", "-", "--results", At("results"), "-o", output}, till + "\n");
     EXPECT_EQ(result.err, "kelvora-cli: 2 tills: 0 failed, 0 could not be read\n");
     const std::string page = files.Read(output);
     EXPECT_THAT(page, testing::HasSubstr("<h1>Tills in 1 file</h1>"));
@@ -59,17 +56,16 @@ TEST_F(ReportTest, TellsWhatIsNoSetupAndNoResult)
     // A folder whose path is too long for the system.
     const std::string name(250, 'd');
     const auto here = std::filesystem::current_path();
-    std::filesystem::current_path(folder + "/results");
+    std::filesystem::current_path(At("results"));
     for (int level = 0; level < 17; ++level) {
         std::filesystem::create_directory(name);
         std::filesystem::current_path(name);
     }
     std::filesystem::current_path(here);
-    const CliResult result =
-        Run({"report", folder + "/shops", "--results", folder + "/results", "-o", output, "--json"});
+    const CliResult result = Run({"report", At("shops"), "--results", At("results"), "-o", output, "--json"});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_THAT(result.err,
-                testing::StartsWith(bad + RejectedSays + "kelvora-cli: " + folder + "/results/" + name));
+                testing::StartsWith(bad + RejectedSays + "kelvora-cli: " + At("results/") + name));
     EXPECT_THAT(result.err, testing::EndsWith(name + ": File name too long\nkelvora-cli: " + folder +
                                               "/results/other.json: holds no results\n"));
     EXPECT_EQ(
@@ -82,17 +78,14 @@ TEST_F(ReportTest, TellsWhatIsNoSetupAndNoResult)
 
 TEST_F(ReportTest, RefusesWhatMakesNoPage)
 {
-    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"report"},
-                                                      {"report", till, "-o", till},
-                                                      {"report", till, "-o", ".html"},
-                                                      {"report", till, "--json"}})
-        EXPECT_EQ(Run(arguments).exitCode, 2) << testing::PrintToString(arguments);
-    files.MakeFolder(folder + "/empty");
+    ExpectUsage({"report", "report " + till + " -o " + till, "report " + till + " -o .html",
+                 "report " + till + " --json"});
+    files.MakeFolder(At("empty"));
     const std::string bad = Write("bad.dat", Rejected);
     for (const auto& [arguments, says] : {
-             std::pair{std::vector<std::string>{folder + "/empty"}, std::string("no setup files were found")},
+             std::pair{std::vector<std::string>{At("empty")}, std::string("no setup files were found")},
              {{till, "--standard", bad}, bad + ":3: "},
-             {{till, "--results", folder + "/none"}, "/none: No such file"},
+             {{till, "--results", At("none")}, "/none: No such file"},
          }) {
         std::vector<std::string> all{"report", "-o", output};
         all.insert(all.end(), arguments.begin(), arguments.end());
@@ -101,7 +94,7 @@ TEST_F(ReportTest, RefusesWhatMakesNoPage)
         EXPECT_THAT(result.err, testing::HasSubstr(says));
         EXPECT_FALSE(files.Exists(output));
     }
-    EXPECT_THAT(Run({"report", till, "-o", folder + "/none/a.html"}).err,
+    EXPECT_THAT(Run({"report", till, "-o", At("none/a.html")}).err,
                 testing::HasSubstr("/none/a.html: No such file"));
 }
 

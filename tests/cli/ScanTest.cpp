@@ -70,24 +70,16 @@ TEST_F(ScanTest, AFailureWritesNothingAndExitsWithThree)
 
 TEST_F(ScanTest, WhatWasReadWholeIsWrittenWhateverFailsAfterIt)
 {
-    for (const auto& [command, says] : std::vector<std::pair<std::string, std::string>>{
-             {"$9904!3", "($9904: status 2)"},
-             {"$9904!0",
-              "The terminal did not accept the connection mode. What was read is kept; check the "
-              "line and rescan if need be. ($9904: status 2)"},
-             {"$9911", "($9911: status 2)"},
-             {"0FB3", "(0FB3: status 2)"}}) {
-        const std::string path = folder + "/" + command.substr(1) + ".dat";
-        access.bench.line.Terminal().AnswerNext(
-            command, "M" + (command.starts_with("$") ? command.substr(0, 5) : command) + "!2");
-        const CliResult result = Run({"scan", "--json", "-o", path});
-        EXPECT_EQ(result.exitCode, ExitCode::Done) << command;
-        EXPECT_EQ(Run({"check", path}).exitCode, ExitCode::Done) << command;
-        const auto warnings = nlohmann::json::parse(result.out)["warnings"];
-        ASSERT_EQ(warnings.size(), 1U) << command;
-        EXPECT_THAT(warnings[0].get<std::string>(), HasSubstr(says));
-        EXPECT_THAT(result.err, HasSubstr("COM1: " + warnings[0].get<std::string>()));
-    }
+    access.bench.line.Terminal().AnswerNext("$9904!0", "M$9904!2");
+    const CliResult result = Run({"scan", "--json", "-o", At("till.dat")});
+    EXPECT_EQ(result.exitCode, ExitCode::Done);
+    EXPECT_EQ(Run({"check", At("till.dat")}).exitCode, ExitCode::Done);
+    const auto warnings = nlohmann::json::parse(result.out)["warnings"];
+    ASSERT_EQ(warnings.size(), 1U);
+    EXPECT_THAT(warnings[0].get<std::string>(),
+                HasSubstr("The terminal did not accept the connection mode. What was read is kept; check the "
+                          "line and rescan if need be. ($9904: status 2)"));
+    EXPECT_THAT(result.err, HasSubstr("COM1: " + warnings[0].get<std::string>()));
 }
 
 TEST_F(ScanTest, AMapThatMakesNoSetupIsToldByItsPosition)
@@ -103,18 +95,8 @@ TEST_F(ScanTest, AMapThatMakesNoSetupIsToldByItsPosition)
 
 TEST_F(ScanTest, RefusesOptionsThatMakeNoSense)
 {
-    for (const std::vector<std::string>& arguments :
-         std::vector<std::vector<std::string>>{{"--port", "5"},
-                                               {"--port", "0"},
-                                               {"--settings", "9600,n,7,1"},
-                                               {"--settings", "fast"},
-                                               {"--timeout", "0"},
-                                               {"--timeout", "x"},
-                                               {"file.dat"}}) {
-        std::vector<std::string> all{"scan"};
-        all.insert(all.end(), arguments.begin(), arguments.end());
-        EXPECT_EQ(Run(all).exitCode, ExitCode::Usage) << arguments[0];
-    }
+    ExpectUsage({"scan --port 5", "scan --port 0", "scan --settings 9600,n,7,1", "scan --settings fast",
+                 "scan --timeout 0", "scan --timeout x", "scan file.dat"});
 }
 
 }  // namespace

@@ -21,14 +21,6 @@ SetupComparison Example()
     return {before, after};
 }
 
-std::size_t Count(const std::string& svg, std::string_view part)
-{
-    std::size_t count = 0;
-    for (auto at = svg.find(part); at != std::string::npos; at = svg.find(part, at + 1))
-        ++count;
-    return count;
-}
-
 constexpr std::string_view MarkColour = "fill=\"#c04a00\"";
 constexpr std::string_view RingColour = "#0a5fd0";
 

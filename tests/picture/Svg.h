@@ -32,6 +32,15 @@ inline bool IsWellFormed(std::string_view svg)
     return open.empty();
 }
 
+/// How often `part` stands in it.
+inline std::size_t Count(const std::string& svg, std::string_view part)
+{
+    std::size_t count = 0;
+    for (auto at = svg.find(part); at != std::string::npos; at = svg.find(part, at + 1))
+        ++count;
+    return count;
+}
+
 struct DrawnText {
     int x, y, size;
     std::string text;

@@ -5,7 +5,6 @@
 #include <set>
 
 #include "cli/manual/Completion.h"
-#include "cli/manual/ValueKinds.h"
 
 namespace kelvora::manual {
 
@@ -57,14 +56,10 @@ TEST_F(CommandTextTest, TellsWhatTheParserTakes)
 
     ASSERT_EQ(Write().options.size(), 6U) << "the hidden one is left out";
     EXPECT_THAT(Option(0).names, ElementsAre("-h", "--help"));
-    EXPECT_THAT(Option(1).choices, ElementsAre("1", "2", "3"));
     EXPECT_THAT(Option(2).choices, IsEmpty()) << "too many to offer";
     EXPECT_EQ(Option(2).help, "Seconds (1 to 3600)");
     EXPECT_THAT(Option(3).choices, ElementsAre("300", "600"));
-    EXPECT_EQ(Option(4).value, "N=PORT");
     EXPECT_TRUE(Option(4).isRepeated);
-    EXPECT_THAT(Option(5).names, ElementsAre("-y", "--yes"));
-    EXPECT_EQ(Option(5).value, "");
     EXPECT_FALSE(Option(5).isRepeated);
 }
 
@@ -77,28 +72,6 @@ TEST_F(CommandTextTest, QuotesWhatAShellWouldTakeForItsOwn)
     EXPECT_THAT(FishCompletion(program),
                 HasSubstr(R"(-n '__kelvora_cli_at \'identity\'' -a write -d 'Gives a module\'s identity')"));
     EXPECT_THAT(BashCompletion(program), HasSubstr("'identity' | 'identity write')"));
-}
-
-TEST(ValueKinds, TellFilesByTheirCommand)
-{
-    struct Case {
-        std::string_view path;
-        OptionText option;
-        ValueKind kind;
-    };
-    const OptionText file{.value = "FILE"};
-    const OptionText output{.names = {"-o", "--output"}, .value = "OUT"};
-    const std::vector<Case> cases{
-        {"kelvora-cli check", file, ValueKind::SetupFile},
-        {"kelvora-cli restore", file, ValueKind::DumpFile},
-        {"kelvora-cli identity restore", file, ValueKind::AnyFile},
-        {"kelvora-cli scan", output, ValueKind::SetupFile},
-        {"kelvora-cli dump", output, ValueKind::DumpFile},
-        {"kelvora-cli scan", {.names = {"--timeout"}, .value = "S"}, ValueKind::Unknown},
-        {"kelvora-cli scan", {.names = {"--json"}}, ValueKind::Unknown},
-    };
-    for (const Case& c : cases)
-        EXPECT_EQ(KindOf(c.path, c.option), c.kind) << c.path << " " << c.option.value;
 }
 
 }  // namespace
