@@ -108,12 +108,14 @@ void frmPortSetup::AddOption(QButtonGroup& group, int index, const QString& capt
 }
 
 // A click counts also on the option that is shown already: what the text holds may be something else. A
-// screen reader sets an option without a click.
+// screen reader sets an option without a click. Both come for most, and tell of one change.
 void frmPortSetup::OnChoice(QButtonGroup& group, Choose choose)
 {
     const auto take = [this, choose](int option) {
+        const std::string before = setup_.Text();
         (setup_.*choose)(option);
-        emit changed();
+        if (setup_.Text() != before)
+            emit changed();
     };
     connect(&group, &QButtonGroup::idClicked, this, take);
     connect(&group, &QButtonGroup::idToggled, this, [take](int option, bool isChosen) {
