@@ -104,8 +104,8 @@ TEST(LineEnd, AClosingStepThatFailsIsAWarningAndLosesNothing)
 
 TEST(LineEnd, AReleaseThatIsNotAnsweredIsSentTwice)
 {
-    const Ended ended =
-        Scan(nothing, {}, {}, Faulty({{bench::CommandFault::Kind::Late, "$9911", 0, seconds(60), ""}}));
+    const Ended ended = Scan(nothing, {1, "9600,n,8,1", 0}, {},
+                             Faulty({{bench::CommandFault::Kind::Late, "$9911", 0, seconds(60), ""}}));
     EXPECT_TRUE(ended.result.IsDone());
     EXPECT_EQ(StepsOf(ended.result.warnings), std::vector{Step::NotReleased});
     EXPECT_TRUE(ended.sent.ends_with(" 0FB3 $9911 $9911 $9904!3 $9904!0")) << ended.sent;
