@@ -13,7 +13,7 @@ int main(int argc, char* argv[])
     window.setCentralWidget(new QMdiArea(&window));
     window.addToolBar(new QToolBar(&window));
     window.setStatusBar(new QStatusBar(&window));
-    window.resize(980, 620);
+    window.resize(1000, 620);
     window.show();
     return QApplication::exec();
 }

@@ -1,7 +1,6 @@
 #include "layout/Templates.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include "platform/AsciiCase.h"
@@ -22,23 +21,16 @@ Templates::Templates(Files& files, std::string programFolder, std::string ownFol
 {
 }
 
-std::vector<Template> Templates::List() const
+std::vector<Template> Templates::List(bool isOwn) const
 {
-    std::vector<Template> list;
-    ListFolder(ownFolder_, true, list);
-    ListFolder(programFolder_, false, list);
-    return list;
-}
-
-void Templates::ListFolder(const std::string& folder, bool isOwn, std::vector<Template>& list) const
-{
+    const std::string& folder = isOwn ? ownFolder_ : programFolder_;
     std::vector<Template> found;
     for (const std::string& file : files_.List(folder))
         if (LowerCase(file).ends_with(TemplateEnding) && !file.starts_with('.'))
             found.push_back(
                 {folder + "/" + file, file.substr(0, file.size() - TemplateEnding.size()), isOwn});
     std::ranges::sort(found, {}, &Template::name);
-    std::ranges::move(found, std::back_inserter(list));
+    return found;
 }
 
 std::string Templates::PathFor(std::string_view name) const

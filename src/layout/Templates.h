@@ -21,9 +21,8 @@ public:
     /// Neither folder need exist. `files` outlives the object.
     Templates(Files& files, std::string programFolder, std::string ownFolder);
 
-    /// The person's own first, then the program's, each by name. Throws FileError when a folder cannot be
-    /// read.
-    std::vector<Template> List() const;
+    /// The person's own, or the program's, by name. Throws FileError when the folder cannot be read.
+    std::vector<Template> List(bool isOwn) const;
 
     /// The path of the person's own template of that name, whose folder is there then. Throws FileError.
     std::string PathFor(std::string_view name) const;
@@ -32,8 +31,6 @@ public:
     void Remove(const std::string& path) const { files_.Remove(path); }
 
 private:
-    void ListFolder(const std::string& folder, bool isOwn, std::vector<Template>& list) const;
-
     Files& files_;
     std::string programFolder_;
     std::string ownFolder_;

@@ -7,7 +7,7 @@
 namespace kelvora {
 namespace {
 
-TEST(Templates, OwnOnesComeFirstAndOnlySetupFilesCount)
+TEST(Templates, OnlySetupFilesCountAndOwnOnesCanGo)
 {
     FakeFiles files;
     for (const char* const path : {"/own/shop b.DAT", "/own/shop b.bak", "/own/.hidden.dat", "/own/old/x.dat",
@@ -15,12 +15,13 @@ TEST(Templates, OwnOnesComeFirstAndOnlySetupFilesCount)
         files.content[path] = "";
     const Templates templates(files, "/program", "/own");
     std::vector<std::string> listed;
-    for (const Template& entry : templates.List())
-        listed.push_back((entry.isOwn ? "own " : "") + entry.name);
+    for (const bool isOwn : {true, false})
+        for (const Template& entry : templates.List(isOwn))
+            listed.push_back((entry.isOwn ? "own " : "") + entry.name);
     EXPECT_EQ(listed, (std::vector<std::string>{"own shop b", "KM096", "KM096+MCR"}));
     templates.Remove("/own/shop b.DAT");
-    EXPECT_EQ(templates.List().size(), 2U);
-    EXPECT_TRUE(Templates(files, "/none", "/nowhere").List().empty());
+    EXPECT_TRUE(templates.List(true).empty());
+    EXPECT_TRUE(Templates(files, "/none", "/nowhere").List(false).empty());
     EXPECT_EQ(templates.PathFor("corner shop"), "/own/corner shop.dat");
     EXPECT_TRUE(files.folders.contains("/own"));
 }

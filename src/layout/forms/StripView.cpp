@@ -264,7 +264,7 @@ void StripView::ArrangeWaiting()
 {
     if (!panel_)
         return;
-    QRect place(QPoint(), panel_->sizeHint());
+    QRect place(QPoint(), panel_->sizeHint().expandedTo(panel_->minimumSize()));
     place.moveCenter(rect().center());
     if (!strip_.empty())
         place.moveTop(std::min(TextTop() + 5 * fontMetrics().height() / 2, height() - place.height()));

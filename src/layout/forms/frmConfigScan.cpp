@@ -49,13 +49,14 @@ void frmConfig::Scan()
         LineHooks hooks = operation.Hooks();
         hooks.stopRequested = [this, isAsked = hooks.stopRequested] {
             const bool isStopped = isAsked();
-            if (isStopped)
+            if (isStopped && strip_->Waiting())
                 strip_->Waiting()->ShowStopping();
             return isStopped;
         };
         hooks.progress = [this, tell = hooks.progress](const LineProgress& progress) {
             tell(progress);
-            strip_->Waiting()->ShowProgress(progress);
+            if (strip_->Waiting())
+                strip_->Waiting()->ShowProgress(progress);
         };
         hooks.mapRead = [this](const std::string& map) { strip_->ShowExpected(ModulesOfMap(map)); };
         outcome = session_.Scan(hooks);

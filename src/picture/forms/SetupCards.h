@@ -42,6 +42,11 @@ public:
 
     QSize minimumSizeHint() const override;
     QSize sizeHint() const override;
+    /// Whether no card stands to the left of the one that has the focus.
+    bool IsAtLeft() const
+    {
+        return visualRect(currentIndex()).left() <= visualRect(model()->index(0, 0)).left();
+    }
 
 signals:
     void opened(const QString& path);

@@ -22,7 +22,7 @@ namespace {
 // Links and their drivers may still be at work when the last window goes.
 constexpr std::chrono::milliseconds ClosingTime{2000};
 
-constexpr QSize MainWindowSize(980, 620);
+constexpr QSize MainWindowSize(1000, 620);
 
 // What the window system puts around a window, before it has done so.
 QSize FrameRoom(const QStyle& style)
@@ -272,8 +272,7 @@ void MDIForm1::Refresh()
 void MDIForm1::ShowPractice()
 {
     Refresh();
-    if (program_.lines.HasSimulation())
-        ShowHint(Message::PracticeBegun);
+    ShowHint(program_.lines.HasSimulation() ? Message::PracticeBegun : Message::PracticeEnded);
 }
 
 void MDIForm1::ShowHint(const MessageId& hint)

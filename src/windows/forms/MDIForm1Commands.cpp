@@ -1,5 +1,6 @@
 // The commands of the main window: what each of them does, as a list.
 #include <QApplication>
+#include <QFileInfo>
 
 #include "layout/forms/frmConfig.h"
 #include "platform/qt/Announcement.h"
@@ -17,8 +18,12 @@ void MDIForm1::ConnectFileCommands()
     OnSetup(Command::FileMenuSave, [](frmConfig& setup) { setup.FileMenuSave_Click(); });
     OnSetup(Command::FileMenuSaveAs, [](frmConfig& setup) { setup.FileMenuSaveAs_Click(); });
     OnSetup(Command::FileMenuSaveAsTemplate, [this](const frmConfig& setup) {
-        const std::string& name = setup.Session().settings.Name;
-        templates_.Save(setup.Session().document, name.substr(0, name.find('.')));
+        const SetupSession& session = setup.Session();
+        const std::string& path = session.File().path;
+        const std::string name = PathFromQString(
+            QFileInfo(PathToQString(path.empty() ? session.settings.Name : path)).completeBaseName());
+        if (templates_.Save(session.document, name))
+            ShowHint(Message::TemplateKept);
     });
     const auto sheet = [this](Command command, void (SheetForms::*click)()) {
         OnSetup(command, [click](frmConfig& setup) { (setup.Sheet().*click)(); });
@@ -75,7 +80,14 @@ void MDIForm1::ConnectLineCommands()
     On(Command::ToolsMenuJournal, [this] { journal_.Show(); });
     commands_[Command::ToolsMenuJournal].setVisible(program_.notes.Journal() != nullptr);
     On(Command::CommunicationsMenuPorts, [this] { lines_.ShowPorts(); });
-    On(Command::CommunicationsMenuPractice, [this](bool isWanted) { emit practiceChosen(isWanted); });
+    On(Command::CommunicationsMenuPractice, [this](bool isWanted) {
+        if (!series_.IsRunning()) {
+            emit practiceChosen(isWanted);
+            return;
+        }
+        Refresh();
+        ShowHint(Message::SeriesKeepsLines);
+    });
     On(Command::ViewMenuLineMonitor, [this] { lines_.ShowMonitor(); });
     commands_[Command::CommunicationsMenuPorts].setVisible(lines_.HasPorts());
     OnSetup(Command::ToolsMenuRescanLine, [](frmConfig& setup) { setup.ToolsMenuRescanLine_Click(); });

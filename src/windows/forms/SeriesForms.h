@@ -24,6 +24,7 @@ public:
 
     /// Whether the program may end: a series that runs is asked about.
     bool MayClose();
+    bool IsRunning() const { return window_ && window_->IsRunning(); }
     void Retranslate();
 
 signals:

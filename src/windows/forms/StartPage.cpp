@@ -40,6 +40,7 @@ StartPage::StartPage(const Commands& commands, const Files& files, const Message
     columns->addWidget(MakeCommands(commands));
     columns->addWidget(MakeRecent(), 1);
     setWidget(page);
+    cards_->installEventFilter(this);
     connect(cards_, &SetupCards::opened, this, &StartPage::opened);
     connect(cards_, &SetupCards::taken, this, &StartPage::taken);
     Retranslate();
@@ -113,8 +114,6 @@ void StartPage::ListRecentFiles()
     cards_->setVisible(!files.empty());
     none_->setVisible(files.empty());
     cards_->ShowFiles(files);
-    // The keys go to what is opened most.
-    setFocusProxy(files.empty() ? static_cast<QWidget*>(buttons_.front()) : cards_);
 }
 
 void StartPage::Retranslate()
@@ -130,13 +129,26 @@ void StartPage::Retranslate()
         ListRecentFiles();
 }
 
-// The buttons are gone through by the arrows too, and pressed by Enter as by the space bar.
+// A focus proxy would hold Tab in the cards.
+void StartPage::focusInEvent(QFocusEvent* event)
+{
+    // The keys go to what is opened most.
+    QWidget* const first = none_->isHidden() ? static_cast<QWidget*>(cards_) : buttons_.front();
+    first->setFocus(event->reason());
+}
+
+// From the cards at the left the arrow leads to the buttons. These are gone through by the arrows too, and
+// pressed by Enter as by the space bar.
 bool StartPage::eventFilter(QObject* watched, QEvent* event)
 {
-    auto* const button = dynamic_cast<QToolButton*>(watched);
-    if (!button || event->type() != QEvent::KeyPress)
+    if (event->type() != QEvent::KeyPress)
         return QScrollArea::eventFilter(watched, event);
     const int key = static_cast<QKeyEvent*>(event)->key();
+    if (watched == cards_ && key == Qt::Key_Left && cards_->IsAtLeft())
+        buttons_.front()->setFocus();
+    auto* const button = dynamic_cast<QToolButton*>(watched);
+    if (!button)
+        return QScrollArea::eventFilter(watched, event);
     if (key == Qt::Key_Return || key == Qt::Key_Enter) {
         button->click();
         return true;

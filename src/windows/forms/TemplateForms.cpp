@@ -26,20 +26,25 @@ TemplateForms::TemplateForms(const SetupDesk& desk, SetupWindows& setups, QWidge
 void TemplateForms::New()
 {
     TemplatesDialog dialog(desk_.files, templates_, &window_);
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-    if (const auto document = ReadOtherSetup(desk_.files, dialog.Chosen()))
-        setups_.NewFrom(*document);
+    // One that cannot be read is told, and another can be chosen.
+    while (dialog.exec() == QDialog::Accepted)
+        if (const auto document = ReadOtherSetup(desk_.files, dialog.Chosen())) {
+            setups_.NewFrom(*document);
+            return;
+        }
 }
 
-void TemplateForms::Save(const SetupDocument& document, const std::string& name)
+bool TemplateForms::Save(const SetupDocument& document, const std::string& name)
 {
     const auto given = AskName(PathToQString(name));
-    if (!given)
-        return;
-    const auto path = PathFor(*given);
-    if (path && desk_.files.MayWrite(*path))
-        SaveSetup(desk_.files, document, *path);
+    const auto path = given ? PathFor(*given) : std::nullopt;
+    if (!path)
+        return false;
+    if (desk_.isOpenElsewhere && desk_.isOpenElsewhere(*path, {})) {
+        desk_.Words().Show(Message::OpenElsewhere, {BoxIcon::Exclamation}, TextFromPath(*path));
+        return false;
+    }
+    return desk_.files.MayWrite(*path) && SaveSetup(desk_.files, document, *path).value_or(false);
 }
 
 // Asks until the name can be a file's.

@@ -17,8 +17,8 @@ public:
     /// Asks for a template and opens a new window with what it holds.
     void New();
 
-    /// Asks for a name and keeps that setup under it; `name` is offered.
-    void Save(const SetupDocument& document, const std::string& name);
+    /// Asks for a name and keeps that setup under it; `name` is offered. Returns whether it is kept.
+    bool Save(const SetupDocument& document, const std::string& name);
 
 private:
     std::optional<std::string> AskName(const QString& offered);

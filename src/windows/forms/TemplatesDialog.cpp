@@ -6,6 +6,7 @@
 #include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <iterator>
 
 #include "platform/Encoding.h"
 #include "platform/qt/Text.h"
@@ -53,12 +54,14 @@ void TemplatesDialog::Arrange()
 void TemplatesDialog::List()
 {
     const Texts& words = files_.Words();
-    try {
-        list_ = templates_.List();
-    } catch (const FileError& error) {
-        list_.clear();
-        words.Show(Message::FileNotOpened, {BoxIcon::Exclamation},
-                   TextFromPath(error.Path()) + "\r\n" + error.what());
+    list_.clear();
+    for (const bool isOwn : {true, false}) {
+        try {
+            std::ranges::move(templates_.List(isOwn), std::back_inserter(list_));
+        } catch (const FileError& error) {
+            words.Show(Message::FileNotOpened, {BoxIcon::Exclamation},
+                       TextFromPath(error.Path()) + "\r\n" + error.what());
+        }
     }
     std::vector<CardFile> cards;
     for (const Template& entry : list_)
