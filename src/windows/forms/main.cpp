@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLocale>
+#include <QSignalBlocker>
 #include <QSocketNotifier>
 #include <QStandardPaths>
 #include <QTimer>
@@ -231,8 +232,12 @@ int Run(QApplication& application, StopSignal& stopSignal)
     window.show();
     // What the first picture does not need comes after it.
     QTimer::singleShot(0, &window, [&] {
-        if (arguments.bench)
+        if (arguments.bench) {
+            // Who has asked for them knows; a hint would lie over panels that are only coming up.
+            const QSignalBlocker quiet(simulated);
             simulated.Begin(arguments.benchState);
+            window.Refresh();
+        }
         copy.Listen();
         if (names.HasProblem())
             prompt.Show(ProductName, names.Problem(program.texts.Catalogue()), {BoxIcon::Exclamation});
