@@ -24,11 +24,11 @@ Templates::Templates(Files& files, std::string programFolder, std::string ownFol
 std::vector<Template> Templates::List(bool isOwn) const
 {
     const std::string& folder = isOwn ? ownFolder_ : programFolder_;
+    const std::string start = folder + "/";
     std::vector<Template> found;
     for (const std::string& file : files_.List(folder))
         if (LowerCase(file).ends_with(TemplateEnding) && !file.starts_with('.'))
-            found.push_back(
-                {folder + "/" + file, file.substr(0, file.size() - TemplateEnding.size()), isOwn});
+            found.push_back({start + file, file.substr(0, file.size() - TemplateEnding.size()), isOwn});
     std::ranges::sort(found, {}, &Template::name);
     return found;
 }

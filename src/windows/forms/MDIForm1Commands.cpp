@@ -5,6 +5,7 @@
 #include "layout/forms/frmConfig.h"
 #include "platform/qt/Announcement.h"
 #include "platform/qt/ProgramStyle.h"
+#include "platform/qt/Text.h"
 #include "windows/forms/MDIForm1.h"
 
 namespace kelvora {
