@@ -19,7 +19,7 @@ if(KELVORA_FUZZ)
 endif()
 
 # kelvora_precompiled(NAME LINK HEADERS...): what nearly all sources of a kind include, compiled once for all of them.
-# Their own includes stay complete: .ci/lint.py reads each source by itself.
+# Their own includes stay complete: .ci/alone.py reads each source by itself.
 function(kelvora_precompiled name link)
   if(NOT KELVORA_PRECOMPILE)
     return()
