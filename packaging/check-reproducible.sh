@@ -21,6 +21,14 @@ umask 022
 first=$(made one TZ=UTC LC_ALL=C.UTF-8 HOME="$work")
 umask 077
 second=$(made another/of-them TZ=Asia/Tokyo LC_ALL=C HOME="$work/another")
-cmp "$first" "$second"
+if ! cmp "$first" "$second" >&2; then
+    for each in first second; do
+        dpkg-deb -R "${!each}" "$work/$each"
+        dpkg-deb -c "${!each}" >"$work/$each.names"
+    done
+    diff -rq "$work/first" "$work/second" >&2 || true
+    diff "$work/first.names" "$work/second.names" >&2 || true
+    exit 1
+fi
 sha256sum "$first" "$second" >&2
 say "The same commit gives the same package."
