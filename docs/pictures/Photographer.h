@@ -1,6 +1,7 @@
 // Takes pictures of windows and writes them as files.
 #pragma once
 
+#include "ClockAndChance.h"
 #include "Viewer.h"
 
 namespace kelvora {
@@ -15,6 +16,9 @@ public:
 
     /// Writes the picture as "NAME.png", with a thin edge.
     void Keep(QImage picture, const QString& name) const override;
+
+    /// The machine's clock in the pictures follows.
+    void TimeIs(std::chrono::steady_clock::duration passed) const override { SetPictureClock(passed); }
 
 private:
     void Save(const QImage& picture, const QString& name) const;

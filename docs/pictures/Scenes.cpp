@@ -57,11 +57,18 @@ constexpr int SheetWidth = 620;
 // Virtual time, in which Qt's own events happen too.
 class PictureLoop final : public FakeEventLoop {
 public:
+    explicit PictureLoop(const Viewer& viewer) : viewer_(viewer) {}
+
     void Yield() override
     {
         QCoreApplication::processEvents();
         FakeEventLoop::Yield();
+        viewer_.TimeIs(Now() - start_);
     }
+
+private:
+    const Viewer& viewer_;
+    Time start_ = Now();
 };
 
 std::array<SerialDevice, 2> Adapters()
@@ -152,7 +159,7 @@ private:
     FakePrompt prompt_;
     FakeFileDialogs dialogs_;
     FakeSerialDevices devices_;
-    PictureLoop loop_;
+    PictureLoop loop_{viewer_};
     bench::FakeLineClock clock_{loop_};
     bench::SimulatedLine line_{clock_, bench::FreshLine({bench::Module::KM096, bench::Module::KM064,
                                                          bench::Module::MCR123, bench::Module::ICCR})};

@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QString>
 #include <QWidget>
+#include <chrono>
 #include <functional>
 
 namespace kelvora {
@@ -17,6 +18,9 @@ public:
 
     /// Looks at a picture that the program made. Throws std::runtime_error.
     virtual void Keep(QImage picture, const QString& name) const = 0;
+
+    /// Virtual time has passed since the start of the scenes.
+    virtual void TimeIs(std::chrono::steady_clock::duration /*passed*/) const {}
 
     /// Does `open`, and `act` with the dialog that it opens and waits for; the dialog is closed after that.
     /// Throws std::runtime_error when none comes, and what `act` throws.
