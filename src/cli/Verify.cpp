@@ -22,17 +22,16 @@ struct VerifyRequest {
     std::string file;
 };
 
-using Outcome = VerifyResult::Outcome;
-
-int ExitCodeOf(Outcome outcome)
+int ExitCodeOf(VerifyResult::Outcome outcome)
 {
+    using enum VerifyResult::Outcome;
     switch (outcome) {
-        case Outcome::Same:
+        case Same:
             return ExitCode::Done;
-        case Outcome::Different:
-        case Outcome::NotBuilt:
+        case Different:
+        case NotBuilt:
             return ExitCode::Rejected;
-        case Outcome::NotRead:
+        case NotRead:
             break;
     }
     return ExitCode::Line;
@@ -42,7 +41,8 @@ void Report(const VerifyRequest& request, const VerifyResult& result, Console& c
 {
     const MessageCatalogue english;
     const OutcomeText text = DescribeVerify(english, request.line.Target(), result, 0);
-    const bool isCompared = result.outcome == Outcome::Same || result.outcome == Outcome::Different;
+    const bool isCompared = result.outcome == VerifyResult::Outcome::Same ||
+                            result.outcome == VerifyResult::Outcome::Different;
     if (!isCompared)
         console.err << DiagnosticLine(OneLineText(text.text + "\n" + text.extra));
     if (isCompared && !result.line.IsDone())

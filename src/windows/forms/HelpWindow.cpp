@@ -25,7 +25,7 @@ namespace {
 
 constexpr QSize InitialSize(960, 680);
 constexpr int ResultsWidth = 260;
-constexpr int PageMargin = 16;
+constexpr int TextMargin = 16;
 
 }  // namespace
 
@@ -44,7 +44,7 @@ HelpWindow::HelpWindow(const MessageCatalogue& catalogue, const QString& folder,
     setWindowTitle(ToQString(catalogue.Caption(Message::HelpTitle)));
     setWindowIcon(ProgramIcon());
     resize(InitialSize);
-    browser_->document()->setDocumentMargin(PageMargin);
+    browser_->document()->setDocumentMargin(TextMargin);
     browser_->setOpenExternalLinks(false);
     browser_->setAccessibleName(windowTitle());
     auto* const split = new QSplitter(this);
@@ -117,7 +117,7 @@ void HelpWindow::MakeBar(const MessageCatalogue& catalogue)
     bar->addWidget(space);
     auto* const label = new QLabel(ToQString(catalogue.Caption(Message::HelpSearch)), bar);
     label->setBuddy(search_);
-    label->setContentsMargins(0, 0, PageMargin / 2, 0);
+    label->setContentsMargins(0, 0, TextMargin / 2, 0);
     bar->addWidget(label);
     bar->addWidget(search_);
 }

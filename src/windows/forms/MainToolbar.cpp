@@ -9,7 +9,7 @@ namespace kelvora {
 
 namespace {
 
-constexpr int IconSide = 24;
+constexpr int ToolbarIconSide = 24;
 
 constexpr QLatin1StringView DumpSetupKey("DUMPSETUP");
 constexpr QLatin1StringView DumpUploadKey("DUMPUPLOAD");
@@ -20,7 +20,7 @@ MainToolbar::MainToolbar(Commands& commands, const MessageCatalogue& catalogue, 
     : QToolBar(parent), catalogue_(catalogue)
 {
     setObjectName(QStringLiteral("MainToolbar"));
-    setIconSize({IconSide, IconSide});
+    setIconSize({ToolbarIconSide, ToolbarIconSide});
     setMovable(false);
     AddButton(commands, "FILENEW", Command::FileMenuNew, Message::ToolNew, Message::ToolNewTip);
     AddButton(commands, "FILEOPEN", Command::FileMenuOpen, Message::ToolOpen, Message::ToolOpenTip);
