@@ -1,14 +1,8 @@
 #include "cli/SetupNames.h"
 
-#include <dirent.h>
-#include <fcntl.h>
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <cstdint>
-#include <memory>
+#include <filesystem>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -17,6 +11,8 @@
 #include "platform/AsciiCase.h"
 
 namespace kelvora {
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -35,127 +31,54 @@ bool HasEnding(std::string_view name, Endings endings)
     });
 }
 
-enum class Entry { Skipped, File, Folder };
-
-Entry EntryOfMode(mode_t mode, std::string_view name, Endings endings)
-{
-    if (S_ISDIR(mode))
-        return Entry::Folder;
-    return S_ISREG(mode) && HasEnding(name, endings) ? Entry::File : Entry::Skipped;
-}
-
-// A link that leads nowhere counts as a file: reading it says what is wrong.
-Entry EntryOfLink(int folder, const char* name, Endings endings)
-{
-    struct stat target {};
-    if (!HasEnding(name, endings) || (fstatat(folder, name, &target, 0) == 0 && !S_ISREG(target.st_mode)))
-        return Entry::Skipped;
-    return Entry::File;
-}
-
-Entry EntryOf(int folder, const dirent& found, Endings endings)
-{
-    const std::string_view name = found.d_name;
-    switch (found.d_type) {
-        case DT_REG:
-            return EntryOfMode(S_IFREG, name, endings);
-        case DT_DIR:
-            return name == "." || name == ".." ? Entry::Skipped : Entry::Folder;
-        case DT_LNK:
-            return EntryOfLink(folder, found.d_name, endings);
-        case DT_UNKNOWN:
-            break;
-        default:
-            return Entry::Skipped;
-    }
-    struct stat status {};
-    if (name == "." || name == ".." || fstatat(folder, found.d_name, &status, AT_SYMLINK_NOFOLLOW) != 0)
-        return Entry::Skipped;
-    return S_ISLNK(status.st_mode) ? EntryOfLink(folder, found.d_name, endings)
-                                   : EntryOfMode(status.st_mode, name, endings);
-}
-
-// Names of a folder, in one block of memory.
-class NameGroup {
-public:
-    void Add(std::string_view name, Entry entry)
-    {
-        places_.push_back(
-            {static_cast<std::uint32_t>(text_.size()), static_cast<std::uint16_t>(name.size()), entry});
-        text_ += name;
-    }
-    void Sort()
-    {
-        std::ranges::sort(places_, {}, [&](const Place& place) { return Name(place); });
-    }
-    bool IsFull() const { return places_.size() >= GroupSize; }
-
-    struct Place {
-        std::uint32_t start;
-        std::uint16_t length;
-        Entry entry;
-    };
-    std::string_view Name(const Place& place) const
-    {
-        return std::string_view(text_).substr(place.start, place.length);
-    }
-    const std::vector<Place>& Places() const { return places_; }
-
-private:
-    std::string text_;
-    std::vector<Place> places_;
+struct Entry {
+    std::string name;
+    bool isFolder;
 };
 
-struct CloseFolder {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
-using Folder = std::unique_ptr<DIR, CloseFolder>;
-
-// Fills the group with the folder's next names, and closes the folder at its end: a deep tree does not need
-// an open folder for each level. Returns the error that ended reading, 0 for none.
-int ReadGroup(Folder& folder, Endings endings, NameGroup& group)
+// A link to a folder is neither a file nor gone into. One that leads nowhere counts as a file: reading it
+// says what is wrong.
+bool IsFile(const fs::directory_entry& entry)
 {
-    while (!group.IsFull()) {
-        errno = 0;
-        const dirent* found = readdir(folder.get());
-        if (!found) {
-            const int error = errno;
-            folder.reset();
-            return error;
-        }
-        if (const Entry entry = EntryOf(dirfd(folder.get()), *found, endings); entry != Entry::Skipped)
-            group.Add(found->d_name, entry);
-    }
-    return 0;
+    std::error_code none;
+    return entry.is_regular_file(none) || (entry.is_symlink(none) && !entry.exists(none));
 }
 
-std::string Description(int error)
+// The folder's next names, sorted. The folder is closed at its end: a deep tree does not need an open folder
+// for each level. `problem` is what ended reading, if anything did.
+std::vector<Entry> ReadGroup(fs::directory_iterator& folder, Endings endings, std::error_code& problem)
 {
-    return std::generic_category().message(error);
+    std::vector<Entry> group;
+    for (; folder != fs::directory_iterator() && group.size() < GroupSize; folder.increment(problem)) {
+        std::error_code none;
+        std::string name = folder->path().filename().string();
+        if (!folder->is_symlink(none) && folder->is_directory(none))
+            group.push_back({std::move(name), true});
+        else if (HasEnding(name, endings) && IsFile(*folder))
+            group.push_back({std::move(name), false});
+    }
+    std::ranges::sort(group, {}, &Entry::name);
+    return group;
 }
 
 // False when no more names are wanted, here and below. `start` is where names below the named folder begin.
 bool TakeFolder(const std::string& path, std::size_t start, Endings endings, const NameReceiver& receiver)
 {
-    Folder folder(opendir(path.c_str()));
-    if (!folder)
-        return receiver.take({path, Description(errno), std::min(start, path.size())});
     const std::string prefix = path.ends_with('/') ? path : path + '/';
-    while (folder) {
-        NameGroup group;
-        if (const int error = ReadGroup(folder, endings, group);
-            error != 0 && !receiver.take({path, Description(error), std::min(start, path.size())}))
+    std::error_code problem;
+    fs::directory_iterator folder(path, problem);
+    do {
+        const std::vector<Entry> group = ReadGroup(folder, endings, problem);
+        if (problem && !receiver.take({path, problem.message(), std::min(start, path.size())}))
             return false;
-        group.Sort();
-        for (const NameGroup::Place& place : group.Places()) {
-            std::string name = prefix;
-            name += group.Name(place);
-            const bool more = place.entry == Entry::Folder ? TakeFolder(name, start, endings, receiver)
-                                                           : receiver.take({std::move(name), {}, start});
+        for (const Entry& entry : group) {
+            std::string name = prefix + entry.name;
+            const bool more = entry.isFolder ? TakeFolder(name, start, endings, receiver)
+                                             : receiver.take({std::move(name), {}, start});
             if (!more)
                 return false;
         }
-    }
+    } while (folder != fs::directory_iterator());
     return true;
 }
 
@@ -193,8 +116,8 @@ NameReceiver KeepIn(std::vector<FoundName>& found)
 
 bool IsFolder(const std::string& path)
 {
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+    std::error_code none;
+    return fs::is_directory(path, none);
 }
 
 void FindSetups(std::span<const std::string> names, std::istream& in, char separator,
