@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
 namespace kelvora {
 namespace {
 
@@ -63,17 +61,6 @@ TEST(KeyMapSession, AKeyIsFoundByItsNumber)
     for (const int none : {0, 1, 96, 113, 114, 115, 999})
         EXPECT_FALSE(session.ChooseNumber(none)) << none;
     EXPECT_EQ(session.Selected(), 1);
-}
-
-TEST(KeyMapSession, UnusedAndBack)
-{
-    KeyMapSession session = Keypad("4011001111111111XX");
-    session.Choose(1);
-    session.ToggleUnused();
-    EXPECT_EQ(session.Map(), "0111111111111111XX");
-    EXPECT_FALSE(session.SetType(0)) << "an unused key takes no type";
-    session.ToggleUnused();
-    EXPECT_EQ(session.Map(), "1111111111111111XX");
 }
 
 TEST(KeyMapSession, SeveralKeysAtOnce)
@@ -165,31 +152,6 @@ TEST(KeyMapSession, DefaultsNumberTheKeysAnew)
             session.Undo();
         EXPECT_EQ(session.FirstKeyNumber(), c.first) << "which is no step that undo takes back";
     }
-}
-
-TEST(KeyMapSession, EditsKeepTheMapValidAndUndoToTheStart)
-{
-    std::mt19937 random(20);
-    const auto upTo = [&](int last) { return std::uniform_int_distribution<int>(0, last)(random); };
-    for (const Model& model : Models)
-        for (int round = 0; round < 40; ++round) {
-            KeyMapSession session(model.kind);
-            session.Load(std::string(model.defaultMap) + '\x01');
-            for (int step = 0; step < 60; ++step) {
-                session.Choose(1 + upTo(model.mapLength - 1), static_cast<Choosing>(upTo(3)));
-                if (upTo(5) == 0)
-                    session.ToggleUnused();
-                else
-                    session.SetType(upTo(3));
-                ASSERT_TRUE(IsKeyMapValid(session.Map(), model.rows, model.columns)) << session.Map();
-                ASSERT_TRUE(session.Selected() == 0 || session.HasKey(session.Selected()));
-                if (upTo(9) == 0)
-                    session.Undo();
-            }
-            while (session.CanUndo())
-                session.Undo();
-            ASSERT_FALSE(session.IsChanged());
-        }
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 
 #include <array>
 
-#include "fakes/FakePrompt.h"
 #include "keymap/Models.h"
 
 namespace kelvora {
@@ -126,21 +125,6 @@ TEST(Keyboard, SetKeyType)
         SetKeyType(c.position, c.type, 3, map);
         EXPECT_EQ(map, c.after) << c.reason;
     }
-}
-
-TEST(Keyboard, ConfirmDefaultKeyMap)
-{
-    FakePrompt prompt;
-    prompt.answers = {Answer::Cancel, Answer::Ok};
-    std::string map = "mine";
-    EXPECT_FALSE(ConfirmDefaultKeyMap(ModuleKind::ICCR, map, prompt, "Kelvora", "Sure?"));
-    EXPECT_EQ(map, "mine");
-    EXPECT_TRUE(ConfirmDefaultKeyMap(ModuleKind::ICCR, map, prompt, "Kelvora", "Sure?"));
-    EXPECT_EQ(map, "1111111111111111XX");
-    EXPECT_FALSE(ConfirmDefaultKeyMap(ModuleKind::MCR, map, prompt, "Kelvora", "Sure?"));
-    ASSERT_EQ(prompt.shown.size(), 2U);
-    EXPECT_EQ(prompt.shown[0].style.icon, BoxIcon::Exclamation);
-    EXPECT_EQ(prompt.shown[0].style.buttons, BoxButtons::OkCancel);
 }
 
 }  // namespace
