@@ -22,13 +22,16 @@ struct Request {
     std::uint64_t sessions = 1;
     int seconds = 0;  ///< in place of `sessions`
     unsigned jobs = 2;
+    bool isEnough = false;  ///< to know that a rule breaks
     std::string replay{};
 };
 
-int Tell(const Failure& failure)
+int Tell(const Request& request, const Failure& failure)
 {
     std::printf("seed %llu, step %zu: %s\n", static_cast<unsigned long long>(failure.seed),
                 failure.steps.size(), failure.what.c_str());
+    if (request.isEnough)
+        return 1;
     const Failure shortest = Shortest(failure);
     std::printf("%zu steps are enough:\n\n%s\n", shortest.steps.size(), TestOf(shortest).c_str());
     return 1;
@@ -43,7 +46,7 @@ int PlayShare(const Request& request, unsigned share)
     for (std::uint64_t at = share; request.seconds > 0 ? Clock::now() < end : at < request.sessions;
          at += request.jobs) {
         if (const auto failure = Play(request.seed + at, StepsOf(request.seed + at, request.steps)))
-            return Tell(*failure);
+            return Tell(request, *failure);
         ++played;
     }
     std::printf("%llu sessions of %zu steps\n", static_cast<unsigned long long>(played), request.steps);
@@ -83,10 +86,11 @@ int main(int argc, char* argv[])
     app.add_option("--sessions", request.sessions, "How many");
     app.add_option("--seconds", request.seconds, "As many sessions as fit into that time");
     app.add_option("--jobs", request.jobs, "Processes")->check(CLI::Range(1, 64));
+    app.add_flag("--first", request.isEnough, "Only say what breaks first: do not look for fewer steps");
     app.add_option("--replay", request.replay, "The steps to play, as a failure shows them");
     CLI11_PARSE(app, argc, argv);
     if (request.replay.empty())
         return PlayAll(request);
     const auto failure = Play(request.seed, StepsOf(request.replay));
-    return failure ? Tell(*failure) : 0;
+    return failure ? Tell(request, *failure) : 0;
 }

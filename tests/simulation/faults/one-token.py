@@ -3,14 +3,17 @@
 
 A fault is a comparison, a condition, an offset or a number that is a little wrong. They are drawn at random by a seed
 from the sources of the core, in a clone of the last commit; the core's tests and the simulation are built there without
-sanitizers, and a fault counts as seen when the build, a test or the simulation fails. Those that nobody sees are printed
-as a patch: each is to be read, and given a test or shown to change nothing.
+sanitizers, and a fault counts as seen when a test or the simulation fails: first the tests of its folder, then all
+others. Those that nobody sees are printed as a patch: each is to be read, and given a test or shown to change nothing.
 """
 
 import argparse
+import os
 import pathlib
 import random
 import re
+import resource
+import signal
 import subprocess
 import sys
 import tempfile
@@ -44,18 +47,25 @@ def faults_of(path):
                 yield path, found.start(), found.end(), each
 
 
-def run(arguments, seconds, **options):
+def limit():
+    """What goes wrong may go on for ever, and take memory while it does."""
+    resource.setrlimit(resource.RLIMIT_AS, (4 << 30, 4 << 30))
+
+
+def run(arguments, seconds):
     """Whether it succeeds in that time."""
-    try:
-        return subprocess.run(arguments, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, timeout=seconds,
-                              **options).returncode == 0
-    except subprocess.TimeoutExpired:
-        return False
+    with subprocess.Popen(arguments, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True,
+                          preexec_fn=limit) as process:
+        try:
+            return process.wait(seconds) == 0
+        except subprocess.TimeoutExpired:
+            os.killpg(process.pid, signal.SIGKILL)
+            return False
 
 
 class Trial:
-    def __init__(self, clone, seconds, jobs, tests):
-        self.clone, self.seconds, self.jobs, self.tests = clone, seconds, jobs, tests
+    def __init__(self, clone, seconds, jobs):
+        self.clone, self.seconds, self.jobs = clone, seconds, jobs
         self.build_folder = clone / "build-faults"
 
     def prepare(self):
@@ -64,22 +74,28 @@ class Trial:
         subprocess.run(["git", "-C", self.clone, "fetch", "--quiet", ROOT, "HEAD"], check=True)
         subprocess.run(["git", "-C", self.clone, "checkout", "--quiet", "--force", "FETCH_HEAD"], check=True)
         subprocess.run(["cmake", "-S", self.clone, "-B", self.build_folder, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=Release",
-                        "-DCMAKE_CXX_FLAGS_RELEASE=-O1 -Wno-error", "-DKELVORA_FORMS=OFF", "-DKELVORA_PRECOMPILE=ON"],
+                        "-DCMAKE_CXX_FLAGS_RELEASE=-O1", "-DCMAKE_CXX_COMPILER=clang++-14",
+                        "-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld", "-DKELVORA_FORMS=OFF", "-DKELVORA_PRECOMPILE=ON"],
                        check=True, stdout=subprocess.DEVNULL)
 
-    def build(self):
-        targets = ["kelvora_simulation", *self.tests] if self.tests else []
+    def build(self, *targets):
         return run(["ninja", "-C", self.build_folder, f"-j{self.jobs}", *targets], 3600)
 
-    def seen_by(self):
-        """Who sees what is planted; nothing when nobody does."""
+    def test(self, *choice):
+        return run(["ctest", "--test-dir", self.build_folder, f"-j{self.jobs}", "--stop-on-failure", "--timeout", "60",
+                    *choice], 600)
+
+    def seen_by(self, folder):
+        """Who sees what is planted: the tests of its folder, all tests, the simulation; nothing when nobody does."""
+        if not self.build(f"{folder}_tests"):
+            return "the compiler"
+        if not self.test("-R", f"^{folder}_tests"):
+            return "its tests"
         if not self.build():
             return "the compiler"
-        chosen = ["-R", "^(" + "|".join(self.tests) + ")"] if self.tests else []
-        if not run(["ctest", "--test-dir", self.build_folder, f"-j{self.jobs}", "--stop-on-failure", "--timeout", "120",
-                    *chosen], 900):
-            return "the tests"
-        simulation = [self.build_folder / "tests/kelvora_simulation", "--jobs", str(self.jobs), "--seconds",
+        if not self.test("-E", f"^{folder}_tests"):
+            return "other tests"
+        simulation = [self.build_folder / "tests/kelvora_simulation", "--first", "--jobs", str(self.jobs), "--seconds",
                       str(self.seconds)]
         return None if run(simulation, self.seconds + 120) else "the simulation"
 
@@ -88,7 +104,7 @@ class Trial:
         path.write_text(text[:start] + instead + text[end:], encoding="utf-8")
         diff = subprocess.run(["git", "-C", self.clone, "diff", "-U1"], check=True, capture_output=True, text=True).stdout
         try:
-            return self.seen_by(), diff
+            return self.seen_by(path.relative_to(self.clone / "src").parts[0]), diff
         finally:
             path.write_text(text, encoding="utf-8")
 
@@ -99,15 +115,14 @@ def main():
     parser.add_argument("--count", type=int, default=20, help="faults that build")
     parser.add_argument("--seconds", type=int, default=20, help="of simulation for each that the tests do not see")
     parser.add_argument("--jobs", type=int, default=2)
-    parser.add_argument("--test", action="append", default=[], help="a test program in place of all of the core's")
     parser.add_argument("--clone", type=pathlib.Path, help="where to; one that is there is used again")
     parser.add_argument("folders", nargs="*", default=FOLDERS, metavar="FOLDER", help="of src; the core's")
     arguments = parser.parse_args()
     clone = arguments.clone or pathlib.Path(tempfile.mkdtemp()) / "clone"
-    trial = Trial(clone.resolve(), arguments.seconds, arguments.jobs, arguments.test)
+    trial = Trial(clone.resolve(), arguments.seconds, arguments.jobs)
     trial.prepare()
-    if (seen := trial.build() and trial.seen_by()) is not None:
-        sys.exit(f"without any fault it fails: {seen or 'the compiler'}")
+    if (seen := trial.seen_by(arguments.folders[0])) is not None:
+        sys.exit(f"without any fault it fails: {seen}")
     faults = [fault for folder in arguments.folders for path in sorted((trial.clone / "src" / folder).rglob("*.cpp"))
               if not NOT_CORE & set(path.parts) for fault in faults_of(path)]
     random.Random(arguments.seed).shuffle(faults)
@@ -123,7 +138,7 @@ def main():
         print(f"{fault[0].relative_to(trial.clone)}:{line}: seen by {seen or 'NOBODY'}", flush=True)
         if seen is None:
             print(diff, flush=True)
-    print(f"{arguments.count} faults: " + ", ".join(f"{count} by {who or 'nobody'}" for who, count in counts.items()))
+    print(f"{sum(counts.values())} faults: " + ", ".join(f"{count} by {who or 'nobody'}" for who, count in counts.items()))
 
 
 if __name__ == "__main__":
