@@ -88,6 +88,9 @@ def ending(text):
 def check_text(language, english, number):
     name = language.texts_file.name
     there, here = english.texts[number], language.texts[number]
+    # One word may be the same; what stands in quotes is written so into files.
+    if here == there and language is not english and len(re.findall("[A-Za-z]{2,}", there)) > 1 and there[0] != '"':
+        language.say(name, f"{number} is still English: {there}")
     if kept(there) != kept(here):
         differs = (kept(there) - kept(here)) + (kept(here) - kept(there))
         language.say(name, f"{number} lacks, or has too much of: {' '.join(sorted(differs))}")
@@ -194,7 +197,7 @@ def check_help(language, english):
         where = f"{language.help.name}/{name}"
         page, original = pages[name], originals[name]
         if language is not english and page.language == original.language or not page.language:
-            language.say(where, "does not say its language: <html lang=...>")
+            language.say(where, f'has to say its own language: <html lang="xx">, not {page.language}')
         heads = [[bone for bone in each.bones if not bone.startswith(("p", "li"))] for each in (page, original)]
         if heads[0] != heads[1]:
             at = next((i for i, pair in enumerate(zip(*heads)) if pair[0] != pair[1]), min(map(len, heads)))

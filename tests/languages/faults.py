@@ -9,6 +9,7 @@ import tempfile
 FAULTS = [
     ("ZelITA.mes", "590, Pronto \r\n", "", "590 is missing: Ready"),
     ("ZelITA.mes", "590, Pronto \r\n", "589, Pronto \r\n590, Pronto \r\n", "589 is read by nobody"),
+    ("ZelITA.mes", "642, Guida di Kelvora", "642, Kelvora Help", "642 is still English"),
     ("ZelITA.mes", "590, Pronto", f"590, {'x' * 126}", "590 has 127 characters"),
     ("ZelITA.mes", "590, Pronto \r\n", "590, Pronto\r\n", "not \"number, text \": '590, Pronto'"),
     ("ZelITA.mes", "590, Pronto \r\n", "590, Pronto \r\n112, x \r\n", "112 stands behind 590"),
@@ -29,7 +30,7 @@ FAULTS = [
     ("FenhoITA/main.html", "<b>KB64,", "<b>KB 64,", "names by other words than the windows: KB64"),
     ("FenhoITA/main.html", ' alt="', ' title="', "the picture has no alt text: pictures/main.png"),
     ("FenhoITA/main.html", "pictures/main.png", "pictures/mian.png", "was not made: pictures/mian.png"),
-    ("FenhoITA/main.html", 'lang="it"', 'lang="en"', "does not say its language"),
+    ("FenhoITA/main.html", 'lang="it"', 'lang="en"', "has to say its own language"),
     ("FenhoITA/index.html", "files.html", "flash.html", "FenhoITA/files.html: is not in the index"),
     ("FenhoITA/keys.html", None, None, "FenhoITA/keys.html: is missing"),
 ]
