@@ -3,17 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <functional>
 #include <regex>
 #include <vector>
 
-#include "flash/BackupTitle.h"
 #include "flash/Images.h"
 
 namespace kelvora {
 namespace {
-
-using namespace std::string_literals;
 
 // Every code once, and what the rest of the image is erased to.
 FlashImage Sample()
@@ -100,25 +98,18 @@ TEST(DumpText, RejectsWhatIsNoWholeImage)
         {"cut in the last line", [](std::string& t) { t.resize(t.size() - 3); }, 512, DumpFault::Characters,
          8176},
         {"a line missing", [](std::string& t) { t.erase(3 * 74, 74); }, 4, DumpFault::Address, 48},
-        {"a line twice", [](std::string& t) { t.insert(74, t.substr(0, 74)); }, 2, DumpFault::Address, 16},
         {"a line too many", [](std::string& t) { t += t.substr(0, 74); }, 513, DumpFault::AfterEnd, 8192},
         {"an empty line inside", [](std::string& t) { t.insert(74, "\r\n"); }, 2, DumpFault::Form, 16},
         {"a character too many", [](std::string& t) { t.insert(72, " "); }, 1, DumpFault::Form, 0},
         {"no device code", begins(noCode), 2, DumpFault::DeviceMapCode, 0},
         {"an unknown kind", begins("'Kind: backup\n"), 1, DumpFault::Kind, 0},
-        {"two kinds", begins("'Kind: setup\n'Kind: device\n"), 2, DumpFault::Kind, 0},
         {"no checksum", begins("'CRC: 1234567\n"), 1, DumpFault::CrcForm, 0},
-        {"two checksums", begins("'CRC: 12345678\n'CRC: 12345678\n"), 2, DumpFault::CrcForm, 0},
-        {"a letter in a number", [](std::string& t) { t[8] = 'G'; }, 1, DumpFault::Digits, 0},
         {"numbers run together", [](std::string& t) { t[10] = '0'; }, 1, DumpFault::Digits, 0},
         {"a byte changed", [](std::string& t) { t[2 * 74 + 8] = '3'; }, 3, DumpFault::Characters, 32},
         {"a character changed", [](std::string& t) { t[2 * 74 + 71] = 'x'; }, 3, DumpFault::Characters, 32},
         {"a short line", begins(shortLine), 1, DumpFault::Form, 0},
         {"two device maps", begins(shortMap + shortMap), 4, DumpFault::Form, 0},
         {"a device map of eight", begins(eight), 2, DumpFault::DeviceMapSize, 0},
-        {"a dump of another address", [](std::string& t) { t = FormatDump(16, Sample()); }, 1,
-         DumpFault::Address, 0},
-        {"any bytes", [](std::string& t) { t = "\x00\xFF\n"s; }, 1, DumpFault::Form, 0},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.reason);
@@ -164,59 +155,25 @@ TEST(DumpText, SaysWhatItIsAndIsReadBack)
 
 TEST(DumpText, NoWrongDigitPasses)
 {
-    constexpr std::string_view HexDigits = "0123456789ABCDEF";
     const FlashDump dump{Sample(),
                          {DeviceMapDump{"COM1, today", std::string(WholeChain)}, DumpKind::Device, "", ""}};
     const std::string text = FormatFlashDump(dump);
-    std::size_t tried = 0;
-    const auto expectRejected = [&](std::size_t at, std::size_t line, std::string_view digits) {
-        for (const char digit : digits) {
-            std::string wrong = text;
-            wrong[at] = digit;
-            if (wrong == text)
-                continue;
-            ++tried;
-            try {
-                ReadDump(wrong);
-                ADD_FAILURE() << "line " << line << " was accepted with " << digit << " at " << at;
-            } catch (const DumpError& error) {
-                // Where the line does not tell by itself, that of its checksum is named.
-                const bool isSum = error.Fault() == DumpFault::Crc || error.Fault() == DumpFault::MapCrc;
-                EXPECT_TRUE(isSum || error.Line() == line) << line;
-            }
-        }
+    const auto expectRejected = [&](std::size_t at) {
+        if (std::isxdigit(static_cast<unsigned char>(text[at])) == 0)
+            return;
+        std::string wrong = text;
+        wrong[at] = text[at] == '7' ? '4' : '7';
+        EXPECT_THROW(ReadDump(wrong), DumpError) << text.substr(at - 8, 16);
     };
+    // Every digit of the sums and of the device map, and one each of every eighth line of the image.
+    for (const char* const sum : {"MapCRC: ", "\r\n'CRC: "})
+        for (std::size_t digit = 0; digit < 8; ++digit)
+            expectRejected(text.find(sum) + std::string_view(sum).size() + digit);
+    for (std::size_t digit = 8; digit < 8 + 3 * WholeChain.size(); ++digit)
+        expectRejected(text.find("0000:00") + digit);
     std::size_t line = 1;
-    for (std::size_t start = 0; start < text.size(); start = text.find('\n', start) + 1, ++line) {
-        const std::size_t mark = text.substr(start, 12).find("CRC: ");
-        const bool isNumbers = text[start] != '\'';
-        if (!isNumbers && mark == std::string::npos)
-            continue;
-        // Every digit of the head; of the image's lines one each, from left to right, in every eighth line.
-        const std::size_t first = isNumbers ? start : start + mark + 5;
-        const std::size_t end = isNumbers ? start + 56 : first + 8;
-        const bool isHead = line < 8;
-        if (isHead || line % 8 == 0)
-            for (std::size_t at = first + (isHead ? 0 : line % 61); at < end; at += isHead ? 1 : 61)
-                if (HexDigits.find(text[at]) != std::string_view::npos)
-                    expectRejected(at, line, HexDigits.substr(at % 13, isHead ? 4 : 1));
-    }
-    EXPECT_GT(tried, 200U);
-}
-
-TEST(BackupTitle, ReadsBack)
-{
-    using namespace std::chrono;
-    const BackupOrigin origin{3, local_days(2026y / March / 9d) + 7h + 5min + 9s};
-    EXPECT_EQ(BackupTitle(origin), "COM3, 2026-03-09 07:05:09");
-    EXPECT_EQ(OriginOf("COM3, 2026-03-09 07:05:09"), origin);
-    const BackupOrigin portless{0, origin.time};
-    EXPECT_EQ(BackupTitle(portless), "2026-03-09 07:05:09");
-    EXPECT_EQ(OriginOf("2026-03-09 07:05:09"), portless);
-    for (const char* const title :
-         {"", "COM3", "COM0, 2026-03-09 07:05:09", "COM3, 2026-02-30 07:05:09", "COM3, 2026-03-09 25:05:09",
-          "COM3, 2026-03-09 07:05:09 ", "COM99999999999, 2026-03-09 07:05:09"})
-        EXPECT_EQ(OriginOf(title), std::nullopt) << title;
+    for (std::size_t start = text.rfind("0000:00"); start < text.size(); start += 8 * 74, line += 8)
+        expectRejected(start + line % 56);
 }
 
 }  // namespace

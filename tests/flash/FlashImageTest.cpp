@@ -96,13 +96,5 @@ TEST(KeyTables, StandInLineOrder)
         EXPECT_EQ(KeyTablesOf(c.codes), c.tables) << c.reason;
 }
 
-TEST(KeyTables, MainModules)
-{
-    EXPECT_TRUE(HaveSameMainModules("\xD6\x17\x04\xBF\x03", "\xD6\x1F\xBF\x01"))
-        << "tracks, backlight, parts";
-    EXPECT_FALSE(HaveSameMainModules("\xD6\xBF\x03", "\xD6\x03\xBF")) << "order";
-    EXPECT_FALSE(HaveSameMainModules("\xD6\xBF", "\xD6\xBF\xFF")) << "an unknown module";
-}
-
 }  // namespace
 }  // namespace kelvora

@@ -1,5 +1,4 @@
 #include "flash/FlashTexts.h"
-#include "setup/SetupTexts.h"
 
 #include <gtest/gtest.h>
 
@@ -33,20 +32,6 @@ TEST(FlashTexts, NameWhatTheyMean)
         "address that belongs here is 0001:F0");
 }
 
-TEST(FlashTexts, OfSetupDifferences)
-{
-    using What = SetupDifference::What;
-    ExpectText(SetupDifference{What::Order, None, 0, 0, 0, "\x05\x06", "\x06\x05"},
-               "Order of the modules: MCR, ICCR -> ICCR, MCR");
-    ExpectText(SetupDifference{What::UnknownModules, None, 0, 0, 0, "", "\xFF\x55"},
-               "Unknown modules: none -> 255, 85");
-    ExpectText(SetupDifference{What::Key, KM064, 1, 97, 97, "1", "0"},
-               "Slave Keyboard, Key 97: single key -> unused");
-    ExpectText(SetupDifference{What::Key, KM064, 9, 105, 9, "1", "0", 0, 1},
-               "Slave Keyboard, Key 105 -> 9: single key -> part of key 1");
-    ExpectText(ModuleOption{What::Separator, 3, ";"}, "separator after track 3: ; (3B)");
-}
-
 TEST(FlashTexts, OfImageDifferences)
 {
     using What = ImageDifference::What;
@@ -54,10 +39,7 @@ TEST(FlashTexts, OfImageDifferences)
                         char before, char after) {
         return ImageDifference{what, first, last, std::nullopt, kind, number, before, after};
     };
-    ExpectText(row(What::Bytes, 0x403, 0x1FFF, None, 0, 0, 0), "Bytes 0403-1FFF");
     ExpectText(row(What::Autoread, 131, 131, MCR, 2, '1', '1'), "0083: MCR, auto-read: yes, other bits");
-    ExpectText(row(What::Module, 130, 130, None, 2, '\x17', 0),
-               "0082: Module at position 2: Backlight yes -> none");
     ExpectText(row(What::Key, 256, 257, KM096, 7, ' ', '4'),
                "0100-0101: Composite Keyboard, Key 7: erased -> quadruple key");
     ExpectText(row(What::Key, 256, 257, KM096, 7, '1', '1'),

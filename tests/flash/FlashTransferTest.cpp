@@ -182,30 +182,6 @@ TEST(FlashTransfer, EveryEndIsTold)
     }
 }
 
-TEST(FlashTransfer, AStopBetweenAnyTwoCommandsLeavesTheDeviceAsItWas)
-{
-    // Many of the commands before the question are alike.
-    for (int commands = 0, step = 1;; commands += step) {
-        TransferLine line;
-        const FlashImage before = line.Flash();
-        int left = commands;
-        bool isCommitted = false;
-        line.hooks.stopRequested = [&] { return left-- <= 0; };
-        line.bench.line.onStored = [&] { isCommitted |= line.Flash() != before; };
-        const TransferResult result = line.Run(line.OtherSetup());
-        if (isCommitted) {
-            EXPECT_EQ(result.state, State::New);
-            EXPECT_EQ(result.reason, Reason::Done) << "no stop is asked for behind the commit";
-            EXPECT_GT(commands, 30);
-            break;
-        }
-        ASSERT_EQ(result.line.outcome, LineOutcome::Stopped) << commands;
-        ASSERT_EQ(result.state, State::Old) << commands;
-        ASSERT_EQ(line.Flash(), before) << commands;
-        step = commands > 8 && line.asked.empty() ? 4 : 1;
-    }
-}
-
 TEST(FlashTransfer, VerifyTellsWhatDiffers)
 {
     TransferLine line;

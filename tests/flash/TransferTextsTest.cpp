@@ -32,7 +32,8 @@ TEST(TransferTexts, TellWhatTheDeviceHoldsAndWhy)
         const char* extra;
     } cases[]{
         {State::New, Reason::Done, false, done, Information, "download is done", "in:\r\n/backups/a.mem"},
-        {State::New, Reason::Done, true, done, Information, "dump is restored", "kept in:"},
+        {State::New, Reason::Done, true, done, Information, "dump is restored",
+         "it is left out:\r\nComposite Keyboard, Key 7"},
         {State::Same, Reason::Done, false, done, Information, "holds this image already", ""},
         {State::Old, Reason::Declined, false, done, Information, "was not changed", "answer was no"},
         {State::Old, Reason::Line, false, stopped, Information, "was not changed", "was stopped"},
@@ -46,33 +47,22 @@ TEST(TransferTexts, TellWhatTheDeviceHoldsAndWhy)
          "On the line: Slave Keyboard, 85\r\nWanted there: Composite Keyboard, MCR"},
     };
     for (const auto& row : cases) {
-        const TransferResult result{row.isRestore,
-                                    row.state,
-                                    row.reason,
-                                    row.line,
-                                    other,
-                                    {},
-                                    "/backups/a.mem",
-                                    "No space left on device",
-                                    {}};
+        TransferResult result{row.isRestore,
+                              row.state,
+                              row.reason,
+                              row.line,
+                              other,
+                              {},
+                              "/backups/a.mem",
+                              "No space left on device",
+                              {}};
+        if (row.isRestore)
+            result.plan.emplace().unheld = {{UnheldSetting::What::Key, ModuleKind::KM096, 7, '1'}};
         const OutcomeText outcome = DescribeTransfer(MessageCatalogue(), Target, result);
         EXPECT_THAT(outcome.text, HasSubstr(row.text));
         EXPECT_THAT(outcome.extra, HasSubstr(row.extra));
         EXPECT_EQ(outcome.extra.empty(), *row.extra == '\0') << outcome.extra;
         EXPECT_EQ(outcome.icon, row.icon) << row.text;
-    }
-}
-
-TEST(TransferTexts, WhatTheDeviceCannotHoldIsToldWheneverItIsLeftOut)
-{
-    TransferResult result;
-    result.plan.emplace().unheld = {{UnheldSetting::What::Key, ModuleKind::KM096, 7, '1'},
-                                    {UnheldSetting::What::Separator, ModuleKind::MCR, 2, '\xFF'}};
-    for (const State state : {State::Old, State::Same, State::New, State::Unknown}) {
-        result.state = state;
-        const bool isHeld = state == State::Same || state == State::New;
-        const std::string extra = DescribeTransfer(MessageCatalogue(), Target, result).extra;
-        EXPECT_EQ(extra.find("it is left out:\r\nComposite Keyboard, Key 7") != std::string::npos, isHeld);
     }
 }
 
@@ -103,27 +93,6 @@ TEST(TransferTexts, WhatWeighsMostIsToldFirst)
     plan.isOfSetup = true;
     EXPECT_THAT(ContentsText(MessageCatalogue(), plan),
                 testing::StartsWith("This dump was made from a setup. "));
-}
-
-TEST(TransferTexts, OfAVerify)
-{
-    using What = ImageDifference::What;
-    VerifyResult result;
-    result.outcome = VerifyResult::Outcome::Different;
-    result.firstDifference = 0x1A0;
-    result.differences = {{What::Key, 0x1A0, 0x1A1, 2, ModuleKind::KM064, 97, '1', '0'},
-                          {What::Bytes, 0x402, 0x410, 3, ModuleKind::None, 0, 0, 0},
-                          {What::Bytes, 0x7F, 0x7F, std::nullopt, ModuleKind::None, 0, 0, 0}};
-    result.line = {LineOutcome::Stopped, {}, {}, {}};
-    EXPECT_EQ(DescribeVerify({}, Target, result, 1).extra,
-              "What differs, from the setup to the device:\r\n"
-              "key tables, 01A0-01A1: Slave Keyboard, Key 97: single key -> unused\r\n"
-              "More differences: 2\r\nThe work was stopped.");
-    EXPECT_THAT(DifferenceLines({}, result.differences),
-                ElementsAre(HasSubstr("key tables"), "key contents, Bytes 0402-0410",
-                            "outside the regions, Bytes 007F"));
-    result.outcome = VerifyResult::Outcome::NotRead;
-    EXPECT_EQ(DescribeVerify({}, Target, result, 1).extra, "The work was stopped.");
 }
 
 TEST(TransferTexts, ADumpSaysWhereItIsFromAndWhetherTheLineIsAnother)
