@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "comms/LineCommands.h"
-#include "comms/LineDrivers.h"
 #include "comms/Reply.h"
 #include "fakes/BenchLine.h"
 
@@ -148,15 +147,6 @@ TEST_F(CommsTest, TheDeviceListBecomesAMapOfCodes)
                                                           {"1", " 8"},
                                                           {"8", "1,2,3,4,8,23,31,191"}})
         EXPECT_THROW(ParseDeviceList(count, codes), ReplyError) << codes;
-}
-
-TEST_F(CommsTest, ALineThatDoesNotOpenSaysWhy)
-{
-    bench.port.refusal = PortFailure::InUse;
-    const LineResult result = Upload(comms, {1, "9600,n,8,1", 0}, {});
-    EXPECT_EQ(result.outcome, LineOutcome::NoPort);
-    EXPECT_EQ(result.failure.port, PortFailure::InUse);
-    EXPECT_EQ(Upload(comms, {2, "9600,n,8,1", 0}, {}).failure.port, PortFailure::Missing);
 }
 
 }  // namespace kelvora

@@ -46,10 +46,6 @@ TEST(LineMonitor, ForgetsTheOldestByNumberAndBytesButNeverTheNewest)
     add(half + half + half, "d");
     ASSERT_EQ(monitor.Entries().size(), 1U);
     EXPECT_EQ(shown->bytes.size(), half.size()) << "who shows an entry keeps it";
-    monitor.Clear();
-    add(half, "e");
-    add(half.substr(2), "f");
-    EXPECT_EQ(monitor.Entries().size(), 2U) << "what is forgotten does not count";
 }
 
 TEST(LineMonitor, TextHasALineAnEntryWhateverTheBytes)

@@ -91,15 +91,4 @@ TEST(Reply, FieldsAreCounted)
     EXPECT_EQ(CountedField(std::string(MaximumField, 'x')).front(), '\xFF');
 }
 
-TEST(Reply, NamesStandBeforeTheParameters)
-{
-    for (const auto& [command, name] :
-         std::vector<std::pair<const char*, const char*>>{{"$9904!3", "$9904"},
-                                                          {"$9904", "$9904"},
-                                                          {"0FB10040data", "0FB1"},
-                                                          {"0FB3", "0FB3"},
-                                                          {"000", "000"}})
-        EXPECT_EQ(CommandName(command), name);
-}
-
 }  // namespace kelvora
