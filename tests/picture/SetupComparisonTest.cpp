@@ -60,27 +60,4 @@ TEST(SetupComparison, ShowsEachDifferenceWhereItIsSeen)
     EXPECT_EQ(empty.Picture(Side::Before, None, std::nullopt), "");
 }
 
-TEST(SetupComparison, APointMeansItsDifference)
-{
-    const SetupComparison comparison = Example();
-    // A grid position is 600 wide behind a margin of 60; a strip has a margin of 90, KM064 stands behind
-    // 2960.
-    struct Row {
-        Side side;
-        ModuleKind view;
-        int x, y;
-        std::optional<std::size_t> meant;
-    };
-    for (const Row& row :
-         {Row{Side::Before, KM064, 700, 300, 3}, Row{Side::Before, KM064, 1300, 300, 4},
-          Row{Side::After, KM064, 1300, 300, 3}, Row{Side::After, KM064, 1300, 900, 3},
-          Row{Side::After, KM064, 300, 300, std::nullopt}, Row{Side::After, KM064, 10, 10, std::nullopt},
-          Row{Side::After, KM064, 6000, 300, std::nullopt}, Row{Side::Before, ICCR, 300, 300, std::nullopt},
-          Row{Side::Before, None, 500, 500, 2}, Row{Side::Before, None, 3200, 500, 3},
-          Row{Side::Before, None, 5300, 500, 0}, Row{Side::After, None, 5300, 500, 1},
-          Row{Side::After, None, 9000, 500, std::nullopt}})
-        EXPECT_EQ(comparison.DifferenceAt(row.side, row.view, row.x, row.y), row.meant)
-            << row.x << " " << row.y;
-}
-
 }  // namespace kelvora

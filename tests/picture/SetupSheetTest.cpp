@@ -78,17 +78,6 @@ TEST(SetupSheet, EveryKeyOnceAndInItsPlaceWhateverTheLine)
     } while (std::ranges::next_permutation(others).found);
 }
 
-TEST(SetupSheet, KeysAreAsLargeAsThereIsRoomFor)
-{
-    const auto cellOf = [](const char* map) {
-        const auto keys = Keys(Sheet(ReadDeviceMap(map)));
-        return keys.at(2).x - keys.at(1).x;
-    };
-    EXPECT_EQ(cellOf("\x08"), 1020) << "the size of a real key at most";
-    EXPECT_EQ(cellOf("\xD6"), 840) << "twelve across the page";
-    EXPECT_LT(cellOf("\xD6\xBF\x08"), 600);
-}
-
 TEST(SetupSheet, TellsWhatTheSetupIsAndHolds)
 {
     SetupDocument document = ReadDeviceMap("\xD6\x1F\x04\x02\x08\xFF");
