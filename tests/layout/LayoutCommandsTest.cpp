@@ -2,15 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
-
-#include "keymap/Keyboard.h"
-#include "layout/LayoutRules.h"
 #include "layout/ModuleOptions.h"
 #include "setup/DeviceCode.h"
 #include "setup/Options.h"
-#include "setup/SetupReader.h"
-#include "setup/SetupWriter.h"
 
 namespace kelvora {
 namespace {
@@ -65,16 +59,6 @@ TEST(LayoutCommands, DropOnAButtonMeansBeforeOrAfterIt)
     EXPECT_EQ(PlaceOfHit({StripButton::MCR, true}, Slave, modules), 2U) << "the moved one does not count";
 }
 
-TEST(LayoutCommands, PointerStaysBetweenTheOuterButtons)
-{
-    const auto strip = LayOutStrip(Document({Master, Mcr, Iccr}).Modules);
-    // 20 + 2940, 20 + 675, 20 + 1140: the last twip of the chip card unit is 4814.
-    EXPECT_EQ(ClampToStrip(-500, strip), 20);
-    EXPECT_EQ(ClampToStrip(3000, strip), 3000);
-    EXPECT_EQ(ClampToStrip(9000, strip), 4814);
-    EXPECT_EQ(ClampToStrip(9000, {}), 9000);
-}
-
 TEST(LayoutCommands, DeletingTheMasterTakesAllAndAsksOnlyForMore)
 {
     const SetupDocument full = Document({Master, Mcr, Iccr});
@@ -100,60 +84,6 @@ TEST(ModuleOptions, KeepCodeMapAndOptionsInStep)
     EXPECT_EQ(dark.Modules[1].Options, Options::No);
     EXPECT_EQ(dark.DeviceMap, "\xD6\x1F\x04\x03");
     EXPECT_EQ(ReadMasterOptions(Document({Mcr})), std::nullopt);
-}
-
-// One random command, as the menu would allow it.
-SetupDocument RandomStep(const SetupDocument& document, std::mt19937& random)
-{
-    constexpr std::array Kinds{Master, Slave, Mcr, Iccr};
-    const ModuleKind kind = Kinds.at(random() % Kinds.size());
-    const auto index = FindModule(document.Modules, kind);
-    const LayoutState state = LayoutStateOf(document.Modules);
-    if (!index)
-        return state.addMaster == (kind == Master) ? PlaceModule(document, kind, random() % 5) : document;
-    switch (random() % 8) {
-        case 0:
-            return Delete(document, *ButtonOf(kind));
-        case 1:
-        case 2:
-            return state.move ? PlaceModule(document, kind, random() % 5) : document;
-        case 3:
-            return WithOptions(document, McrOptions{static_cast<std::uint8_t>(1 + random() % 3),
-                                                    {static_cast<char>('!' + random() % 64), '^', ';'},
-                                                    random() % 2 == 0});
-        case 4:
-            return WithOptions(document, MasterOptions{random() % 2 == 0, random() % 2 == 0});
-        default:
-            break;
-    }
-    SetupDocument changed = document;
-    ModuleRecord& record = changed.Modules[*index];
-    const int position = 1 + static_cast<int>(random() % (record.KeyMap.size()));
-    const unsigned mask = AllowedKeyTypes(position, record.Columns, record.KeyMap);
-    const unsigned type = random() % 4;
-    if (kind != Mcr && (mask >> type & 1U) != 0)
-        SetKeyType(position, static_cast<char>('1' + type), record.Columns, record.KeyMap);
-    return changed;
-}
-
-TEST(LayoutCommands, AnySequenceKeepsTheSetupWholeAndSavable)
-{
-    std::mt19937 random(20);
-    SetupDocument document;
-    for (int step = 0; step < 4000; ++step) {
-        document = RandomStep(document, random);
-        ASSERT_FALSE(HasRepeatedKind(document.Modules)) << step;
-        ASSERT_EQ(document.DeviceMap.size(), document.Modules.size()) << step;
-        for (std::size_t i = 0; i < document.Modules.size(); ++i) {
-            ASSERT_EQ(document.Modules[i].Position, i) << step;
-            ASSERT_EQ(static_cast<std::uint8_t>(document.DeviceMap[i]), document.Modules[i].DeviceCode)
-                << step;
-        }
-        if (!document.Modules.empty()) {
-            ASSERT_EQ(document.Modules.front().Kind, Master) << step;
-        }
-        ASSERT_EQ(ReadSetup(WriteSetup(document.Modules)), document) << step;
-    }
 }
 
 }  // namespace

@@ -8,7 +8,6 @@
 
 #include "layout/LayoutCommands.h"
 #include "layout/StripScale.h"
-#include "setup/DeviceCode.h"
 
 using namespace kelvora;
 using enum StripButton;
@@ -70,23 +69,6 @@ TEST(ModuleStrip, PlacesTheChainFromLeftToRight)
         EXPECT_EQ(LayOutStrip(modules), expected) << reason;
 }
 
-TEST(ModuleStrip, SetsEachRecordsPlaceAnew)
-{
-    ModuleList modules = Line({214, 23, 4, 191, 8});
-    SetStripPlaces(modules);
-    const int expected[][3]{
-        {20, 585, 196}, {2360, 585, 24}, {570, 935, 116}, {2980, 585, 138}, {5070, 600, 76}};
-    for (std::size_t i = 0; i < modules.size(); ++i) {
-        EXPECT_EQ(modules[i].Left, expected[i][0]) << i;
-        EXPECT_EQ(modules[i].Top, expected[i][1]) << i;
-        EXPECT_EQ(modules[i].Width, expected[i][2]) << i;
-    }
-    modules.erase(modules.begin());
-    SetStripPlaces(modules);
-    EXPECT_EQ(modules[0].Left, 0) << "a lamp that lost its master keeps no place";
-    EXPECT_EQ(modules[2].Left, 20);
-}
-
 TEST(ModuleStrip, HitTestFindsMainButtonAndHalf)
 {
     const auto strip = LayOutStrip(Line({214, 23, 4, 3}));
@@ -109,19 +91,6 @@ TEST(ModuleStrip, HitTestFindsMainButtonAndHalf)
     };
     for (const auto& [x, expected] : cases)
         EXPECT_EQ(HitTest(strip, x), expected) << x;
-}
-
-TEST(ModuleStrip, PartTagsNameParentAndOffset)
-{
-    EXPECT_EQ(MainButtonOf(Backlight), Master);
-    EXPECT_EQ(MainButtonOf(Keypad), ICCR);
-    EXPECT_EQ(MainButtonOf(MasterTemplate), MasterTemplate);
-    EXPECT_EQ(KindOfButton(Keypad), ModuleKind::ICCR);
-    EXPECT_EQ(ButtonOf(ModuleKind::ICCR), ICCR);
-    EXPECT_EQ(ButtonOf(ModuleKind::KM096), Master);
-    EXPECT_EQ(ButtonOf(ModuleKind::None), std::nullopt);
-    for (const char* tag : {"", "1", "1-2", "1x2-3", "8-1x1", "1-ax2", "1-2x", "-1x2"})
-        EXPECT_FALSE(ParsePartTag(tag)) << tag;
 }
 
 TEST(StripScale, FitsTheMiddleOfTheWindowAndFindsEachPixelsButton)

@@ -13,68 +13,8 @@ class Session : public testing::Test {
 protected:
     FakeDesk fake;
     FakeFiles& files = fake.files;
-    FakePrompt& prompt = fake.prompt;
     FakeFileDialogs& dialogs = fake.dialogs;
 };
-
-TEST_F(Session, ClosingAsksSavesAndStaysAsTheAnswersSay)
-{
-    struct Case {
-        const char* why;
-        bool changed, busy, hasFile, writable;
-        std::deque<Answer> answers;
-        bool nameChosen;
-        Closing closing;
-        std::size_t questions;  // of 202 and 203, and messages of failed writing
-    };
-    const std::vector<Case> cases{
-        {"unchanged", false, false, true, true, {}, false, Closing::Unsaved, 0},
-        {"busy: nothing is asked", true, true, true, true, {}, false, Closing::Stay, 0},
-        {"given up", true, false, true, true, {Answer::No}, false, Closing::Unsaved, 1},
-        {"cancelled", true, false, true, true, {Answer::Cancel}, false, Closing::Stay, 1},
-        {"saved", true, false, true, true, {Answer::Yes}, false, Closing::Saved, 1},
-        {"no name chosen", true, false, false, true, {Answer::Yes}, false, Closing::Stay, 1},
-        {"saved under a name", true, false, false, true, {Answer::Yes}, true, Closing::Saved, 1},
-        {"not written, kept",
-         true,
-         false,
-         true,
-         false,
-         {Answer::Yes, Answer::Ok, Answer::No},
-         false,
-         Closing::Stay,
-         3},
-        {"not written, let go",
-         true,
-         false,
-         true,
-         false,
-         {Answer::Yes, Answer::Ok, Answer::Yes},
-         false,
-         Closing::Unsaved,
-         3},
-    };
-    for (const Case& row : cases) {
-        SetupSession session(fake.desk, SetupMode::New);
-        if (row.hasFile)
-            session.Load(OpenedSetup{{}, MakeSetupFile("/t/Till.dat"), "till"});
-        files.unwritable.clear();
-        if (!row.writable)
-            files.unwritable.insert("/t/Till.dat");
-        dialogs.choices.clear();
-        if (row.nameChosen)
-            dialogs.choices.push_back({"/t/New", "/t", 2});
-        files.content.erase("/t/new.txt");
-        prompt.answers = row.answers;
-        prompt.shown.clear();
-        std::optional<LineOperation> running;
-        if (row.busy)
-            running.emplace(fake.operation, "", "");
-        EXPECT_EQ(session.AskToClose(row.changed), row.closing) << row.why;
-        EXPECT_EQ(prompt.shown.size(), row.questions) << row.why;
-        EXPECT_EQ(files.content.contains("/t/new.txt"), row.nameChosen) << row.why;
-    }
-}
 
 TEST_F(Session, ATypedNameKeepsItsDotsAndGetsAnEndingThatTheDialogKnows)
 {
@@ -103,19 +43,6 @@ TEST_F(Session, ATypedNameKeepsItsDotsAndGetsAnEndingThatTheDialogKnows)
     dialogs.choices.push_back({"/proc/x", "/proc", 1});
     EXPECT_FALSE(session.SaveAs());
     EXPECT_EQ(session.settings.OutInitDir, "/t");
-}
-
-TEST_F(Session, StartsWithTheProgramsDefaultsAndItsOwnNumber)
-{
-    fake.defaults.SetBaudRate(2);
-    fake.defaults.PortSettings = "2400,E,7,2";
-    fake.defaults.CommsPort = 3;
-    SetupSession session(fake.desk, SetupMode::New);
-    EXPECT_EQ(session.settings.PanelIndex, 1);
-    EXPECT_EQ(session.settings.PortSettings, "2400,E,7,2") << "the speed must not rewrite them";
-    EXPECT_EQ(PortText(session.settings), " COM3: 2400,E,7,2");
-    EXPECT_EQ(ModeText(session.settings.ConnectionMode), " POS");
-    EXPECT_FALSE(SelectPort(session.settings, 3)) << "chosen already";
 }
 
 TEST(CommandRules, WhatRunsDisablesEverythingAndToolsFollowTheScan)
