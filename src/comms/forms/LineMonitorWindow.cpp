@@ -13,6 +13,7 @@
 #include <array>
 #include <utility>
 
+#include "platform/qt/ReaderRoles.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WindowParts.h"
 
@@ -62,6 +63,7 @@ LineMonitorWindow::LineMonitorWindow(const UserFiles& files, const RunningOperat
 {
     setObjectName(QStringLiteral("LineMonitorWindow"));
     setAttribute(Qt::WA_DeleteOnClose);
+    ShowAsWindow(*this);
     MakeTable();
     MakeDetail();
     Arrange();
@@ -133,7 +135,7 @@ void LineMonitorWindow::Arrange()
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(SplitDown(*table_, *detail_, *this), 1);
     layout->addLayout(across);
-    resize(InitialSize);
+    resize(InitialSize.boundedTo(screen()->availableSize() * 9 / 10));
 }
 
 void LineMonitorWindow::ShowBusy()

@@ -11,6 +11,7 @@
 
 #include "flash/TransferTexts.h"
 #include "flash/forms/ImageTable.h"
+#include "platform/qt/Announcement.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WindowParts.h"
 
@@ -152,6 +153,8 @@ void ComparisonDialog::Step(int by)
     const auto passed = std::ranges::partition_point(all, isBefore(place)) - all.begin();
     const auto count = static_cast<std::ptrdiff_t>(all.size());
     list_->setCurrentRow(static_cast<int>((by > 0 ? passed : passed - 1 + count) % count));
+    if (!list_->hasFocus())
+        Announce(*list_, list_->currentItem()->text());
     ShowDifference();
 }
 
@@ -168,7 +171,7 @@ void ComparisonDialog::Find()
 {
     const auto query = ParseImageQuery(FromQString(find_->text()));
     const auto place = query ? FindInImages(images_, *query, table_->SearchStart()) : std::nullopt;
-    found_->setText(place ? QString() : ToQString(files_.Words().Caption(Message::ComparisonNotFound)));
+    ShowNews(*found_, place ? QString() : ToQString(files_.Words().Caption(Message::ComparisonNotFound)));
     if (place)
         table_->ShowBytes(*place, *place + std::max<std::size_t>(query->bytes.size(), 1) - 1);
 }

@@ -15,6 +15,8 @@
 #include "journal/forms/JournalModel.h"
 #include "platform/Encoding.h"
 #include "platform/Files.h"
+#include "platform/qt/Announcement.h"
+#include "platform/qt/ReaderRoles.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WindowParts.h"
 
@@ -51,6 +53,7 @@ JournalWindow::JournalWindow(const OperationNotes& notes, const Lines& lines, co
 {
     setObjectName(QStringLiteral("JournalWindow"));
     setAttribute(Qt::WA_DeleteOnClose);
+    ShowAsWindow(*this);
     search_->setObjectName(QStringLiteral("Search"));
     search_->setClearButtonEnabled(true);
     searchLabel_->setBuddy(search_);
@@ -146,7 +149,7 @@ void JournalWindow::ShowCount()
     if (damaged_ > 0)
         count += QStringLiteral("    ") + text(Message::JournalDamaged) + QLatin1Char(' ') +
                  QString::number(damaged_);
-    count_->setText(count);
+    ShowNews(*count_, count);
     empty_->setText(problem_.empty()
                         ? text(Message::JournalEmpty)
                         : text(Message::JournalUnreadable) + QLatin1Char('\n') + ToQString(problem_));

@@ -71,6 +71,9 @@ void KeyGridView::LayoutKeyGrid()
 {
     const bool hadFocus = isAncestorOf(window()->focusWidget());
     const bool fits = session_.IsEditable();
+    // A cap that is going to be hidden would hand the focus to the next control first.
+    if (const int ring = session_.Ring(); hadFocus && ring > 0 && Cap(ring)->isVisible())
+        Cap(ring)->setFocus(Qt::OtherFocusReason);
     for (int position = 1; position <= session_.Positions(); ++position) {
         Cap(position)->setEnabled(fits);
         if (fits)

@@ -10,6 +10,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "platform/qt/Announcement.h"
 #include "platform/qt/Text.h"
 #include "setup/DeviceCode.h"
 #include "setup/Options.h"
@@ -106,6 +107,8 @@ void McrOptionsDialog::CheckSeparators()
     bool carried = true;
     for (const QLineEdit* field : separators_)
         carried = carried && kelvora::Options::IsSeparatorCarried(SeparatorOf(field->text()));
+    if (!carried && reason_->isHidden() && isVisible())
+        Announce(*reason_, reason_->text());
     reason_->setVisible(!carried);
     buttons_->button(QDialogButtonBox::Ok)->setEnabled(carried);
 }

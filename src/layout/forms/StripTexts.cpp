@@ -5,6 +5,7 @@
 
 #include "keymap/Models.h"
 #include "platform/qt/Text.h"
+#include "setup/DeviceCode.h"
 #include "setup/Options.h"
 #include "setup/SetupTexts.h"
 
@@ -84,8 +85,14 @@ QString StripDetails(const MessageCatalogue& catalogue, StripButton button, cons
 {
     QString details = StripSummary(catalogue, button, modules);
     const ModuleRecord* record = StripRecord(button, modules);
+    if (record && button == StripButton::Backlight)
+        return ToQString(catalogue.Caption(record->DeviceCode == DeviceCode::BacklightOn
+                                               ? Message::ChangeYes
+
+                                               : Message::ChangeNo));
     if (!record || record->Kind != ModuleKind::MCR)
         return details;
+    details.prepend(ToQString(catalogue.Caption(Message::OptionTracks) + ": ").remove('&'));
     const std::array captions{Message::OptionSeparator1, Message::OptionSeparator2,
                               Message::OptionSeparator3};
     for (std::size_t track = 0; track < captions.size(); ++track) {

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "picture/forms/PictureView.h"
+#include "platform/qt/Announcement.h"
 #include "platform/qt/ElidedLabel.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WindowParts.h"
@@ -183,8 +184,12 @@ void SetupsDialog::ListDifferences()
 // Round and round: the last difference is before the first one.
 void SetupsDialog::Step(int by)
 {
-    if (const int count = list_->count(); count > 0)
-        list_->setCurrentRow((list_->currentRow() + by + count) % count);
+    const int count = list_->count();
+    if (count == 0)
+        return;
+    list_->setCurrentRow((list_->currentRow() + by + count) % count);
+    if (!list_->hasFocus())
+        Announce(*list_, list_->currentItem()->text());
 }
 
 std::optional<std::size_t> SetupsDialog::Chosen() const

@@ -41,4 +41,12 @@ void Announce(QWidget& place, const QString& text)
     QAccessible::updateAccessibility(&event);
 }
 
+void ShowNews(QLabel& label, const QString& text)
+{
+    const bool isNews = text != label.text() && !text.isEmpty() && label.window()->isVisible();
+    label.setText(text);
+    if (isNews)
+        Announce(label, text);
+}
+
 }  // namespace kelvora

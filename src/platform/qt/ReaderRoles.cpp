@@ -45,6 +45,11 @@ private:
 
 }  // namespace
 
+void ShowAsWindow(QWidget& window)
+{
+    QAccessible::registerAccessibleInterface(new QAccessibleWidget(&window, QAccessible::Window));
+}
+
 void ShowAsPicture(QWidget& picture)
 {
     QAccessible::registerAccessibleInterface(new QAccessibleWidget(&picture, QAccessible::Graphic));

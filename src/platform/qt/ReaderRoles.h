@@ -1,11 +1,15 @@
-// What a screen reader takes widgets for that paint themselves: pictures, and lists of entries, each of them
-// pressed like a button, and selected or not. All go by their accessible names.
+// What a screen reader takes widgets for that Qt tells nothing about: those that paint themselves (pictures,
+// and lists of entries, each of them pressed like a button, and selected or not), which go by their
+// accessible names, and windows.
 #pragma once
 
 #include <QAbstractButton>
 #include <functional>
 
 namespace kelvora {
+
+/// For a window that is neither a dialog nor a main window: it goes by its title.
+void ShowAsWindow(QWidget& window);
 
 void ShowAsPicture(QWidget& picture);
 

@@ -127,8 +127,8 @@ void LaneView::Paint()
     hint_->setToolTip(hint_->text());
     retry_->setVisible(lane_.CanRetry() && !(isStopping_ && lane_.IsRunning()));
     last_->setText(BelowSign());
-    setAccessibleName(title_ + QStringLiteral(": ") + Words(lane_.Now()) + QLatin1Char(' ') +
-                      terminal_->text());
+    const QString state = QStringList{Words(lane_.Now()), terminal_->text()}.join(QLatin1Char(' ')).trimmed();
+    setAccessibleName(state.isEmpty() ? title_ : title_ + QStringLiteral(": ") + state);
 }
 
 void LaneView::Retranslate()

@@ -131,6 +131,7 @@ void SeriesChoice::Retranslate()
     for (const Row& row : {setup_, folder_}) {
         row.browse->setText(text(Message::SeriesBrowse));
         row.path->setAccessibleName(row.choice->text().remove(QLatin1Char('&')));
+        row.browse->setAccessibleName(row.browse->text() + QLatin1Char(' ') + row.path->accessibleName());
     }
     linesLabel_->setText(text(Message::SeriesLines));
     for (std::size_t i = 0; i < lines_.size(); ++i) {

@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
+#include <QScreen>
 #include <QScrollBar>
 #include <QShortcut>
 #include <QSplitter>
@@ -15,6 +16,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "platform/qt/Announcement.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WindowParts.h"
 #include "windows/forms/Icons.h"
@@ -43,7 +45,7 @@ HelpWindow::HelpWindow(const MessageCatalogue& catalogue, const QString& folder,
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(ToQString(catalogue.Caption(Message::HelpTitle)));
     setWindowIcon(ProgramIcon());
-    resize(InitialSize);
+    resize(InitialSize.boundedTo(screen()->availableSize() * 9 / 10));
     browser_->document()->setDocumentMargin(TextMargin);
     browser_->setOpenExternalLinks(false);
     browser_->setAccessibleName(windowTitle());
@@ -180,6 +182,10 @@ void HelpWindow::Search()
     found_->setVisible(isAsked);
     count_->setVisible(sections_.isEmpty());
     results_->setVisible(!sections_.isEmpty());
+    if (isAsked)
+        Announce(*found_, sections_.isEmpty() ? count_->text()
+                                              : results_->accessibleName() + QStringLiteral(": ") +
+                                                    QString::number(sections_.size()));
     // The page stays while words are typed: a result is gone to with Enter, Down or a click.
     MarkWords();
 }
