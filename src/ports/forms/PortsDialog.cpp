@@ -11,6 +11,7 @@
 #include "comms/PortTrial.h"
 #include "platform/Encoding.h"
 #include "platform/LineAddress.h"
+#include "platform/qt/Announcement.h"
 #include "platform/qt/ElidedLabel.h"
 #include "platform/qt/Text.h"
 
@@ -48,8 +49,7 @@ PortsDialog::PortsDialog(const Texts& texts, const Lines& lines, PortNames& name
       lines_(lines),
       names_(names),
       devices_(devices),
-      result_(new QLabel(this)),
-      buttons_(new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this))
+      result_(new QLabel(this))
 {
     setObjectName(QStringLiteral("PortsDialog"));
     setWindowTitle(Text(Message::PortsTitle));
@@ -69,6 +69,8 @@ PortsDialog::PortsDialog(const Texts& texts, const Lines& lines, PortNames& name
     result_->setMinimumHeight(ResultLines * fontMetrics().lineSpacing());
     result_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
 
+    // Made after the fields: before them in the order of the Tab key, it would lead back to its own buttons.
+    buttons_ = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     auto* const again = buttons_->addButton(Text(Message::PortsLookAgain), QDialogButtonBox::ResetRole);
     again->setObjectName(QStringLiteral("LookAgain"));
     again->setAutoDefault(false);
@@ -147,7 +149,7 @@ void PortsDialog::FindDevices()
         row.device->setCurrentIndex(-1);
         row.device->setEditText(typed);
     }
-    result_->setText(found_.empty() ? Text(Message::PortsNone) : QString());
+    ShowNews(*result_, found_.empty() ? Text(Message::PortsNone) : QString());
     ShowAdapters();
 }
 
@@ -210,8 +212,8 @@ void PortsDialog::Try(int port)
     trying_ = false;
     rows_.at(index).tryIt->setFocus();
     const QString described = ToQString(DescribeTrial(texts_.Catalogue(), trial));
-    result_->setText(QStringLiteral("COM%1: ").arg(port) +
-                     QString(described).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+    ShowNews(*result_, QStringLiteral("COM%1: ").arg(port) +
+                           QString(described).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
 }
 
 void PortsDialog::reject()

@@ -56,7 +56,7 @@ private:
     std::vector<SerialDevice> found_;
     std::array<Row, PortCount> rows_{};
     QLabel* result_;
-    QDialogButtonBox* buttons_;
+    QDialogButtonBox* buttons_ = nullptr;
     bool trying_ = false;
 };
 

@@ -17,6 +17,7 @@
 #include "platform/Encoding.h"
 #include "platform/LocalTime.h"
 #include "platform/PortName.h"
+#include "platform/qt/ReaderRoles.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WindowParts.h"
 #include "series/forms/LaneView.h"
@@ -47,17 +48,20 @@ SeriesWindow::SeriesWindow(const UserFiles& files, const Lines& lines, PosCfg& d
       makeRunner_(std::move(makeRunner)),
       choice_(new SeriesChoice(files, lines, defaults, this)),
       lanes_(new QHBoxLayout),
-      table_(new SeriesTable(files.Words().Catalogue(), this)),
       start_(AddButton("Start", &SeriesWindow::Start)),
       stopAfter_(AddButton("StopAfter", &SeriesWindow::StopAfter)),
-      stopNow_(AddButton("StopNow", &SeriesWindow::StopNow)),
-      save_(AddButton("SaveReport", &SeriesWindow::SaveReport)),
-      print_(AddButton("Print", &SeriesWindow::Print))
+      stopNow_(AddButton("StopNow", &SeriesWindow::StopNow))
 {
     setObjectName(QStringLiteral("SeriesWindow"));
     setAttribute(Qt::WA_DeleteOnClose);
+    ShowAsWindow(*this);
     for (QLabel*& counter : counters_)
         counter = AddCounter();
+    // Made in the order in which the Tab key visits them.
+    MakeLanes();
+    save_ = AddButton("SaveReport", &SeriesWindow::SaveReport);
+    print_ = AddButton("Print", &SeriesWindow::Print);
+    table_ = new SeriesTable(files.Words().Catalogue(), this);
     Arrange();
     connect(choice_, &SeriesChoice::changed, this, &SeriesWindow::Update);
     AddKeys(*this, {QKeySequence::Close}, [this] { close(); });
@@ -91,6 +95,17 @@ QLabel* SeriesWindow::AddCounter()
     return counter;
 }
 
+void SeriesWindow::MakeLanes()
+{
+    for (int number = 1; number <= LineCount; ++number) {
+        Line& line = lines_.at(static_cast<std::size_t>(number) - 1);
+        line.view = new LaneView(files_.Words().Catalogue(), LineTitle(number), this);
+        line.view->setObjectName(QStringLiteral("Lane%1").arg(number));
+        connect(line.view, &LaneView::retryRequested, this, [this, number] { Retry(number); });
+        lanes_->addWidget(line.view, 1);
+    }
+}
+
 void SeriesWindow::Arrange()
 {
     auto* const buttons = new QHBoxLayout;
@@ -104,17 +119,12 @@ void SeriesWindow::Arrange()
     }
     for (QPushButton* const button : {save_, print_})
         counts->addWidget(button);
-    for (int number = 1; number <= LineCount; ++number) {
-        Line& line = lines_.at(static_cast<std::size_t>(number) - 1);
-        line.view = new LaneView(files_.Words().Catalogue(), LineTitle(number), this);
-        line.view->setObjectName(QStringLiteral("Lane%1").arg(number));
-        connect(line.view, &LaneView::retryRequested, this, [this, number] { Retry(number); });
-        lanes_->addWidget(line.view, 1);
-    }
     // Where the screen is smaller than all of it.
     auto* const area = new QScrollArea(this);
     auto* const content = new QWidget(area);
     area->setFrameShape(QFrame::NoFrame);
+    // It follows the focus to what is below.
+    area->setFocusPolicy(Qt::NoFocus);
     area->setWidgetResizable(true);
     area->setWidget(content);
     auto* const whole = new QVBoxLayout(this);

@@ -67,6 +67,7 @@ private:
 
     QPushButton* AddButton(const char* name, void (SeriesWindow::*click)());
     QLabel* AddCounter();
+    void MakeLanes();
     void Arrange();
     void Start();
     void StartLine(int number, const QStringList& arguments);
@@ -91,13 +92,13 @@ private:
     std::array<Line, LineCount> lines_;
     SeriesChoice* choice_;
     QHBoxLayout* lanes_;
-    SeriesTable* table_;
     std::array<QLabel*, 3> counters_{};
     QPushButton* start_;
     QPushButton* stopAfter_;
     QPushButton* stopNow_;
-    QPushButton* save_;
-    QPushButton* print_;
+    QPushButton* save_ = nullptr;
+    QPushButton* print_ = nullptr;
+    SeriesTable* table_ = nullptr;
     bool closes_ = false;  ///< when all programs have ended
 };
 
