@@ -31,11 +31,14 @@ constexpr int SmallLabelSize = 110;
 
 constexpr std::string_view EdgeColour = "#7f8792";
 constexpr std::string_view GrooveColour = "#b3bac3";
-constexpr std::string_view LabelColour = "#59616c";
+constexpr std::string_view LabelColour = "#525a64";
 constexpr std::string_view DarkColour = "#2c323a";
 constexpr std::string_view DigitColour = "#23352b";
-constexpr std::string_view DimColour = "#a9b1bb";
-constexpr std::string_view LitColour = "#2a7de1";
+
+// What is on is filled, what is off an outline: the colours alone would be one grey to some.
+constexpr std::string_view LitColour = "#1b63bf";
+constexpr std::string_view LampColour = "#1c7f45";
+constexpr Paint Off{"none", "#6b737e", 12};
 
 /// Ids are unique within a strip, so that its pictures can share one document.
 std::string Id(std::string_view name, StripButton button)
@@ -73,7 +76,7 @@ void DrawFrontGroove(SvgDrawing& drawing, int width)
 
 void DrawLamp(SvgDrawing& drawing, int x, int y, bool lit)
 {
-    drawing.Circle(x, y, 42, {lit ? "#35b56a" : DimColour, EdgeColour, 12});
+    drawing.Circle(x, y, 42, lit ? Paint{LampColour, EdgeColour, 12} : Off);
 }
 
 /// The seal of a fiscal keyboard: a shield with a tick.
@@ -178,9 +181,9 @@ void DrawBadgeReader(SvgDrawing& drawing, StripButton button, const ModuleRecord
     for (const char track : {'1', '2', '3'}) {
         const bool lit = ReadsTrack(record, track);
         const int middle = BodyMiddle + (track - '2') * 120;
-        drawing.Text(middle, TrackTop + 20, SmallLabelSize, lit ? LitColour : DimColour,
+        drawing.Text(middle, TrackTop + 20, SmallLabelSize, lit ? LitColour : LabelColour,
                      std::string_view(&track, 1));
-        drawing.Rect({middle - 34, TrackTop + 120, 68, 1240}, 34, {lit ? LitColour : DimColour});
+        drawing.Rect({middle - 34, TrackTop + 120, 68, 1240}, 34, lit ? Paint{LitColour} : Off);
     }
     DrawLamp(drawing, BodyMiddle, 2200, ReadsUnasked(record));
     drawing.Text(BodyMiddle, 2350, SmallLabelSize, LabelColour, "AUTO");

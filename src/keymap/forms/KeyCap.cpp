@@ -6,6 +6,7 @@
 #include <QPainterPath>
 #include <algorithm>
 
+#include "platform/qt/Contrast.h"
 #include "platform/qt/ReaderRoles.h"
 
 namespace kelvora {
@@ -20,6 +21,9 @@ const QColor MarkedNumber(8, 44, 50);
 
 /// How much of a cap that cannot be chosen shows before its housing.
 constexpr double DisabledOpacity = 0.4;
+
+/// How much the lines on an unused key stand out of it at least, a little more than the 3 to 1 of a sign.
+constexpr double SignContrast = 3.2;
 
 struct CapColours {
     QColor face;
@@ -43,14 +47,16 @@ CapColours ColoursOf(const KeyboardColours& colours, bool unused, CapMark mark)
     return {colours.face, colours.side, colours.number, false};
 }
 
-/// Thin slanting lines over the face of a key that does nothing.
-void PaintHatch(QPainter& painter, const QRectF& face, double radius, QColor colour, double step)
+/// Thin slanting lines over the face of a key that does nothing, clear of its number.
+void PaintHatch(QPainter& painter, const QRectF& face, const QRectF& number, double radius,
+                const QColor& colour, double step)
 {
     QPainterPath clip;
     clip.addRoundedRect(face, radius, radius);
+    QPainterPath clear;
+    clear.addRect(number);
     painter.save();
-    painter.setClipPath(clip);
-    colour.setAlphaF(0.2F);
+    painter.setClipPath(clip.subtracted(clear));
     painter.setPen(QPen(colour, std::max(1.0, step / 7)));
     const int lines = static_cast<int>((face.width() + face.height()) / step) + 1;
     for (int i = 0; i < lines; ++i) {
@@ -73,10 +79,10 @@ void PaintFrame(QPainter& painter, const QRectF& face, double radius, double wid
 const KeyboardColours& KeyboardColours::For(const QPalette& palette)
 {
     static const KeyboardColours light{{92, 98, 107},   {70, 75, 83},  {79, 85, 93},    {250, 250, 247},
-                                       {206, 208, 206}, {38, 42, 48},  {168, 173, 180}, {138, 144, 151},
+                                       {206, 208, 206}, {38, 42, 48},  {186, 191, 198}, {154, 160, 167},
                                        {34, 38, 44},    {255, 196, 64}};
-    static const KeyboardColours dark{{24, 26, 29},    {62, 66, 72},    {18, 19, 22}, {78, 84, 93},
-                                      {48, 52, 58},    {238, 240, 243}, {43, 46, 51}, {36, 38, 42},
+    static const KeyboardColours dark{{14, 15, 17},    {62, 66, 72},    {8, 9, 10},   {92, 98, 108},
+                                      {58, 63, 70},    {238, 240, 243}, {43, 46, 51}, {36, 38, 42},
                                       {196, 201, 208}, {255, 196, 64}};
     return palette.color(QPalette::Window).lightness() < 128 ? dark : light;
 }
@@ -123,6 +129,9 @@ void KeyCap::paintEvent(QPaintEvent* /*event*/)
     painter.setRenderHint(QPainter::Antialiasing);
     if (!isEnabled())
         painter.setOpacity(DisabledOpacity);
+    const QRectF number = text().isEmpty()
+                              ? QRectF()
+                              : painter.boundingRect(face, Qt::AlignCenter, text()).adjusted(-2, 0, 2, 0);
     painter.setPen(Qt::NoPen);
     painter.setBrush(colours.side);
     painter.drawRoundedRect(body, radius, radius);
@@ -137,10 +146,12 @@ void KeyCap::paintEvent(QPaintEvent* /*event*/)
         slope.setColorAt(1, top.darker(105));
         painter.setBrush(slope);
     }
-    painter.setPen(QPen(colours.side.lighter(colours.flat ? 104 : 112), 1));
+    const QColor edge = colours.side.lighter(colours.flat ? 104 : 112);
+    painter.setPen(QPen(unused_ ? Standing(colours.number, colours.face, SignContrast) : edge, 1));
     painter.drawRoundedRect(face, radius * 0.8, radius * 0.8);
     if (unused_)
-        PaintHatch(painter, face, radius * 0.8, colours.number, unit * 0.18);
+        PaintHatch(painter, face, number, radius * 0.8, Standing(colours.number, colours.face, SignContrast),
+                   unit * 0.24);
     if (mark_ != CapMark::None)
         PaintFrame(painter, face, radius * 0.8, unit * (mark_ == CapMark::Selected ? 0.09 : 0.04));
     if (hasFocus()) {

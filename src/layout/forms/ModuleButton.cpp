@@ -10,7 +10,7 @@ namespace kelvora {
 
 namespace {
 
-constexpr int FrameWidth = 2;
+constexpr int FrameWidth = 3;
 constexpr int FrameRadius = 5;
 constexpr float FaintFrame = 0.5F;
 constexpr double DisabledOpacity = 0.4;

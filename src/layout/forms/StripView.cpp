@@ -121,6 +121,7 @@ void StripView::ShowSelection()
     const auto selected = FocusedButton();
     for (ModuleButton* button : buttons_)
         button->SetSelected(button->Button() == selected);
+    update();
 }
 
 void StripView::ShowWaiting(const QString& text)
@@ -302,6 +303,9 @@ void StripView::paintEvent(QPaintEvent* /*event*/)
     QPainter painter(this);
     const QFontMetrics metrics(font());
     const StripScale scale = Scale();
+    const auto selected = FocusedButton();
+    QFont bold = font();
+    bold.setBold(true);
     for (const PlacedButton& placed : strip_) {
         if (!IsMainButton(placed.button))
             continue;
@@ -309,9 +313,12 @@ void StripView::paintEvent(QPaintEvent* /*event*/)
         QRect line(button.left() - TextOverhang / 2, TextTop(), button.width() + TextOverhang,
                    metrics.height());
         painter.setPen(palette().color(QPalette::WindowText));
-        painter.drawText(
-            line, Qt::AlignCenter,
-            metrics.elidedText(StripCaption(catalogue_, placed.button), Qt::ElideRight, line.width()));
+        // Told by more than the frame's colour.
+        painter.setFont(selected && MainButtonOf(*selected) == placed.button ? bold : font());
+        painter.drawText(line, Qt::AlignCenter,
+                         painter.fontMetrics().elidedText(StripCaption(catalogue_, placed.button),
+                                                          Qt::ElideRight, line.width()));
+        painter.setFont(font());
         line.translate(0, metrics.height());
         QColor faint = palette().color(QPalette::WindowText);
         faint.setAlphaF(0.7F);
