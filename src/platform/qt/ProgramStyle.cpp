@@ -76,11 +76,13 @@ int ProgramStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, co
     switch (metric) {
         case PM_HeaderDefaultSectionSizeVertical:
         case PM_MenuButtonIndicator:
+        case PM_ScrollBarExtent:
+        case PM_ScrollBarSliderMin:
+        case PM_SplitterWidth:
         case PM_TabBarScrollButtonWidth:
         case PM_TitleBarHeight:
         case PM_ToolBarExtensionExtent:
             return std::max(own, TouchTarget);
-        case PM_ScrollBarExtent:
         case PM_IndicatorWidth:
         case PM_IndicatorHeight:
         case PM_ExclusiveIndicatorWidth:
@@ -121,6 +123,23 @@ QSize ProgramStyle::sizeFromContents(ContentsType type, const QStyleOption* opti
         default:
             return own;
     }
+}
+
+QRect ProgramStyle::subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                                   const QWidget* widget) const
+{
+    QRect own = QProxyStyle::subControlRect(control, option, part, widget);
+    const auto* const list = qstyleoption_cast<const QStyleOptionComboBox*>(option);
+    if (!forTouch_ || control != CC_ComboBox || !list || !list->editable)
+        return own;
+    // Beside a field that is typed in, the arrow alone opens the list.
+    const QRect arrow = visualRect(list->direction, list->rect,
+                                   list->rect.adjusted(list->rect.width() - TouchTarget, 0, 0, 0));
+    if (part == SC_ComboBoxArrow)
+        return arrow;
+    if (part == SC_ComboBoxEditField && list->direction == Qt::LeftToRight)
+        own.setRight(arrow.left() - 1);
+    return own;
 }
 
 void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,

@@ -1,6 +1,7 @@
 #include "platform/qt/WindowParts.h"
 
 #include <QAction>
+#include <QEvent>
 #include <QHeaderView>
 #include <QTableView>
 
@@ -47,6 +48,37 @@ void KeepHeadsWhole(QTableView& table)
     QObject::connect(table.model(), &QAbstractItemModel::headerDataChanged, &table, widen);
 }
 
+namespace {
+
+// The style is another one when the touch size is switched.
+class RowHeight final : public QObject {
+public:
+    explicit RowHeight(QTableView& table) : QObject(&table), table_(table)
+    {
+        table.installEventFilter(this);
+        Set();
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::StyleChange || event->type() == QEvent::FontChange)
+            Set();
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    void Set()
+    {
+        const QFontMetrics metrics = table_.fontMetrics();
+        table_.verticalHeader()->setDefaultSectionSize(
+            ProgramStyle::LeastTarget(table_, metrics.lineSpacing() + metrics.descent()));
+    }
+
+    QTableView& table_;
+};
+
+}  // namespace
+
 void ListRows(QTableView& table, std::span<const int> columnWidths)
 {
     table.setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -54,17 +86,16 @@ void ListRows(QTableView& table, std::span<const int> columnWidths)
     table.setWordWrap(false);
     table.setTabKeyNavigation(false);
     table.setShowGrid(false);
-    // Never measured: the table may be long.
-    const QFontMetrics metrics = table.fontMetrics();
     table.verticalHeader()->hide();
+    // Never measured: the table may be long.
     table.verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    table.verticalHeader()->setDefaultSectionSize(
-        ProgramStyle::LeastTarget(table, metrics.lineSpacing() + metrics.descent()));
+    new RowHeight(table);
     table.horizontalHeader()->setStretchLastSection(true);
     table.horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     table.horizontalHeader()->setHighlightSections(false);
     for (std::size_t column = 0; column < columnWidths.size(); ++column)
-        table.setColumnWidth(static_cast<int>(column), columnWidths[column] * metrics.averageCharWidth());
+        table.setColumnWidth(static_cast<int>(column),
+                             columnWidths[column] * table.fontMetrics().averageCharWidth());
     KeepHeadsWhole(table);
 }
 
