@@ -1,32 +1,21 @@
 // Every window in the palettes that desktops have, and in the size for fingers.
 #include <QLabel>
 #include <QPushButton>
+#include <QStandardItemModel>
+#include <QTableView>
 
 #include "forms/OtherForms.h"
 #include "forms/WindowFaults.h"
+#include "picture/DevicePicture.h"
+#include "picture/forms/SvgPicture.h"
 #include "platform/qt/Contrast.h"
 #include "platform/qt/ProgramStyle.h"
+#include "platform/qt/WindowParts.h"
+#include "setup/DeviceCode.h"
+#include "setup/ModuleRecord.h"
 
 namespace kelvora {
 namespace {
-
-/// Says what `judge` finds in each window.
-class Judge final : public Viewer {
-public:
-    Judge(QString where, QStringList (*judge)(QWidget&)) : where_(std::move(where)), judge_(judge) {}
-
-    void Take(QWidget& window, const QString& name) const override
-    {
-        QCoreApplication::processEvents();
-        for (const QString& fault : judge_(window))
-            ADD_FAILURE() << where_.toStdString() << ' ' << name.toStdString() << ": " << fault.toStdString();
-    }
-    void Keep(QImage /*picture*/, const QString& /*name*/) const override {}
-
-private:
-    QString where_;
-    QStringList (*judge_)(QWidget&);
-};
 
 void TakeEveryWindow(const Viewer& viewer)
 {
@@ -75,7 +64,7 @@ protected:
 
 TEST_P(Eyes, SeeEveryTextAndSign)
 {
-    TakeEveryWindow(Judge(GetParam().name, Faint));
+    TakeEveryWindow(Judge(GetParam().name, {Faint}));
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Eyes, testing::ValuesIn(Desktops),
@@ -83,9 +72,36 @@ INSTANTIATE_TEST_SUITE_P(All, Eyes, testing::ValuesIn(Desktops),
 
 TEST(Fingers, HitEveryTarget)
 {
+    QTableView open;
+    QStandardItemModel model(1, 1);
+    open.setModel(&model);
+    ListRows(open, {});
+    open.show();
     QApplication::setStyle(new ProgramStyle(true));
-    TakeEveryWindow(Judge(QStringLiteral("touch"), SmallTargets));
+    TakeEveryWindow(Judge("touch", {SmallTargets}));
+    EXPECT_GE(open.rowHeight(0), TouchTarget) << "of a table that was open before";
     QApplication::setStyle(new ProgramStyle(false));
+}
+
+// By lightness alone: colours of one lightness are the same to some.
+TEST(Eyes, TellOnFromOffWithoutColour)
+{
+    const auto paint = [](const char* options) {
+        ModuleRecord record = CreateRecord(DeviceCode::MCR123, 0);
+        record.Options = options;
+        const std::string svg = DevicePicture(StripButton::MCR, &record);
+        return SvgPicture(QByteArray::fromStdString(svg)).Pixels({100, 400}, 1).toImage();
+    };
+    const QImage on = paint("1,2,3^^^ON ");
+    for (const char* const options : {"1,2,3^^^OFF", "1,2  ^^^ON "}) {
+        const QImage off = paint(options);
+        double most = 1;
+        for (int pixel = 0; pixel < on.width() * on.height(); ++pixel) {
+            const QPoint at(pixel % on.width(), pixel / on.width());
+            most = std::max(most, Contrast(on.pixelColor(at), off.pixelColor(at)));
+        }
+        EXPECT_GE(most, 3) << options;
+    }
 }
 
 // The proof that these can fail.

@@ -1,5 +1,5 @@
 // Every window in every language: all its texts can be read, each mnemonic belongs to one control, and each
-// control has a name.
+// control has a name and is reached by the Tab key.
 #include <QDir>
 #include <QTranslator>
 
@@ -18,36 +18,12 @@ QStringList Languages()
     return codes;
 }
 
-class Proofreader final : public Viewer {
-public:
-    explicit Proofreader(QString language) : language_(std::move(language)) {}
-
-    void Take(QWidget& window, const QString& name) const override
-    {
-        QCoreApplication::processEvents();
-        const std::string where = (language_ + ' ' + name + ": ").toStdString();
-        for (const QString& cut : CutTexts(window))
-            ADD_FAILURE() << where << cut.toStdString();
-        for (const QString& shared : SharedMnemonics(window))
-            ADD_FAILURE() << where << shared.toStdString();
-        for (const QString& nameless : Nameless(window))
-            ADD_FAILURE() << where << nameless.toStdString();
-        const QSize least = window.minimumSizeHint();
-        EXPECT_TRUE(least.width() <= SmallScreen.width() && least.height() <= SmallScreen.height())
-            << where << least.width() << 'x' << least.height();
-    }
-    void Keep(QImage /*picture*/, const QString& /*name*/) const override {}
-
-private:
-    QString language_;
-};
-
 class LanguageForms : public testing::TestWithParam<QString> {
 protected:
     LanguageForms() { TranslateQt(qt, GetParam().toStdString()); }
 
     QTranslator qt;
-    const Proofreader proofreader{GetParam()};
+    const Judge proofreader{GetParam().toStdString(), {CutTexts, SharedMnemonics, Nameless, Unreached}};
 };
 
 TEST_P(LanguageForms, WindowsOfTheHelpCanBeRead)

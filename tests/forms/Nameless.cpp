@@ -3,8 +3,11 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QLabel>
+#include <QMainWindow>
 #include <QProgressBar>
+#include <QSet>
 #include <QTabBar>
+#include <QTest>
 
 namespace kelvora {
 
@@ -44,6 +47,30 @@ QStringList Nameless(QWidget& window)
                 check(*tabs, access->child(tab));
     }
     return nameless;
+}
+
+QStringList Unreached(QWidget& window)
+{
+    // Tab stays within the setup there, and menus reach the rest.
+    if (qobject_cast<const QMainWindow*>(&window))
+        return {};
+    QSet<const QWidget*> reached;
+    QWidget* const before = window.focusWidget();
+    const QList<QWidget*> all = window.findChildren<QWidget*>();
+    for (qsizetype step = 0; step < all.size(); ++step) {
+        QTest::keyClick(window.focusWidget() ? window.focusWidget() : &window, Qt::Key_Tab);
+        reached << window.focusWidget();
+    }
+    if (before)
+        before->setFocus();
+    QStringList unreached;
+    for (const QWidget* const widget : all)
+        if (widget->isVisibleTo(&window) && widget->isEnabled() && widget->window() == &window &&
+            widget->focusPolicy().testFlag(Qt::TabFocus) && !widget->focusProxy() &&
+            !reached.contains(widget))
+            unreached << QLatin1String(widget->metaObject()->className()) + ' ' + widget->objectName() +
+                             " is reached by no Tab";
+    return unreached;
 }
 
 }  // namespace kelvora

@@ -15,6 +15,33 @@ namespace kelvora {
 // Room for a window on a small screen, in pixels of 100 %.
 inline constexpr QSize SmallScreen(1024, 600);
 
+/// Says what is wrong with each window, and whether one is larger than a small screen.
+class Judge final : public Viewer {
+public:
+    using Faults = QStringList (*)(QWidget&);
+
+    Judge(std::string where, std::vector<Faults> judges)
+        : where_(std::move(where)), judges_(std::move(judges))
+    {
+    }
+
+    void Take(QWidget& window, const QString& name) const override
+    {
+        QCoreApplication::processEvents();
+        const std::string where = where_ + ' ' + name.toStdString() + ": ";
+        for (const Faults& judge : judges_)
+            for (const QString& fault : judge(window))
+                ADD_FAILURE() << where << fault.toStdString();
+        const QSize least = window.minimumSizeHint();
+        EXPECT_EQ(least.boundedTo(SmallScreen), least) << where << least.width() << 'x' << least.height();
+    }
+    void Keep(QImage /*picture*/, const QString& /*name*/) const override {}
+
+private:
+    std::string where_;
+    std::vector<Faults> judges_;
+};
+
 class OtherForms : public MainWindowFixture {
 public:
     OtherForms() : MainWindowFixture(true, nullptr, KELVORA_PROGRAM_FOLDER) {}

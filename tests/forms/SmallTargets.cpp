@@ -7,6 +7,8 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScrollBar>
+#include <QSplitterHandle>
 #include <QTabBar>
 
 #include "layout/forms/ModuleButton.h"
@@ -41,6 +43,11 @@ QList<QSize> TargetsOf(const QWidget& widget)
                (module && !TakesFocus(module->Button())) ||
                qobject_cast<const QComboBox*>(widget.parentWidget())) {
         // Parts that a press does nothing to, and that belong to a whole that is large enough.
+    } else if (const auto* const scroll = qobject_cast<const QScrollBar*>(&widget)) {
+        targets << (scroll->orientation() == Qt::Horizontal ? QSize(Wide, scroll->height())
+                                                            : QSize(scroll->width(), Wide));
+    } else if (const auto* const handle = qobject_cast<const QSplitterHandle*>(&widget)) {
+        targets << handle->size();
     } else if (qobject_cast<const QAbstractButton*>(&widget) || qobject_cast<const QComboBox*>(&widget) ||
                qobject_cast<const QLineEdit*>(&widget)) {
         targets << widget.size();

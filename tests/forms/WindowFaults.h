@@ -16,6 +16,9 @@ QStringList SharedMnemonics(QWidget& window);
 /// What takes the focus, can be pressed, or is a picture, and has no name, a line each.
 QStringList Nameless(QWidget& window);
 
+/// What the Tab key stops at nowhere on its way through the window, though it should, a line each.
+QStringList Unreached(QWidget& window);
+
 /// The texts that stand out of their ground by less than 4.5 to 1, and the signs and borders that do by less
 /// than 3 to 1, by the pixels that are painted, a line each. What is disabled may.
 QStringList Faint(QWidget& window);
