@@ -1,7 +1,9 @@
 #include "layout/forms/ModuleButton.h"
 
-#include <QKeyEvent>
+#include <QApplication>
+#include <QContextMenuEvent>
 #include <QPainter>
+#include <QStyleHints>
 #include <utility>
 
 #include "platform/qt/ReaderRoles.h"
@@ -68,6 +70,38 @@ void ModuleButton::paintEvent(QPaintEvent* /*event*/)
     }
     constexpr qreal Inset = FrameWidth / 2.0;
     painter.drawRoundedRect(QRectF(rect()).adjusted(Inset, Inset, -Inset, -Inset), FrameRadius, FrameRadius);
+}
+
+void ModuleButton::mousePressEvent(QMouseEvent* event)
+{
+    QAbstractButton::mousePressEvent(event);
+    heldAt_ = event->pos();
+    if (event->button() == Qt::LeftButton)
+        hold_.start(QGuiApplication::styleHints()->mousePressAndHoldInterval(), this);
+}
+
+void ModuleButton::mouseMoveEvent(QMouseEvent* event)
+{
+    QAbstractButton::mouseMoveEvent(event);
+    if ((event->pos() - heldAt_).manhattanLength() >= QApplication::startDragDistance())
+        hold_.stop();
+}
+
+void ModuleButton::mouseReleaseEvent(QMouseEvent* event)
+{
+    hold_.stop();
+    QAbstractButton::mouseReleaseEvent(event);
+}
+
+void ModuleButton::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != hold_.timerId())
+        return QAbstractButton::timerEvent(event);
+    hold_.stop();
+    // The release that follows is no click.
+    setDown(false);
+    QContextMenuEvent menu(QContextMenuEvent::Other, heldAt_, mapToGlobal(heldAt_));
+    QCoreApplication::sendEvent(this, &menu);
 }
 
 void ModuleButton::keyPressEvent(QKeyEvent* event)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QBasicTimer>
 #include <QByteArray>
 
 #include "picture/ModuleStrip.h"
@@ -24,6 +25,11 @@ public:
     QSize sizeHint() const override;
 
 protected:
+    // A press that is held opens the menu, as the right button does: a finger has no other.
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
@@ -33,6 +39,8 @@ private:
     StripButton button_;
     SvgPicture picture_;
     bool selected_ = false;
+    QBasicTimer hold_;
+    QPoint heldAt_;
 };
 
 }  // namespace kelvora
