@@ -6,17 +6,15 @@
 #include <QStyleHints>
 #include <utility>
 
+#include "platform/qt/ChoiceMarks.h"
 #include "platform/qt/ReaderRoles.h"
 
 namespace kelvora {
 
 namespace {
 
-constexpr int FrameWidth = 3;
 constexpr int FrameRadius = 5;
-constexpr float FaintFrame = 0.5F;
 constexpr double DisabledOpacity = 0.4;
-constexpr float HoverTint = 0.12F;
 
 }  // namespace
 
@@ -55,20 +53,16 @@ void ModuleButton::paintEvent(QPaintEvent* /*event*/)
     QPainter painter(this);
     painter.setOpacity(isEnabled() ? 1 : DisabledOpacity);
     painter.drawPixmap(rect(), picture_.Pixels(size(), devicePixelRatioF()));
-    QColor mark = palette().color(QPalette::Highlight);
     painter.setRenderHint(QPainter::Antialiasing);
     if (selected_) {
-        mark.setAlphaF(hasFocus() ? 1 : FaintFrame);
-        painter.setPen(QPen(mark, FrameWidth));
+        painter.setPen(ChosenFrame(palette(), hasFocus()));
     } else if (underMouse() && isEnabled()) {
-        // A frame would look like another selection.
-        mark.setAlphaF(HoverTint);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(mark);
+        painter.setBrush(HoverTint(palette()));
     } else {
         return;
     }
-    constexpr qreal Inset = FrameWidth / 2.0;
+    constexpr qreal Inset = ChosenFrameWidth / 2.0;
     painter.drawRoundedRect(QRectF(rect()).adjusted(Inset, Inset, -Inset, -Inset), FrameRadius, FrameRadius);
 }
 

@@ -5,6 +5,8 @@
 #include <QPainter>
 
 #include "picture/forms/SvgPicture.h"
+#include "platform/qt/ChoiceMarks.h"
+#include "platform/qt/Contrast.h"
 
 namespace kelvora {
 
@@ -15,7 +17,6 @@ constexpr int Around = 5;
 constexpr int Within = 10;
 
 constexpr int Corner = 6;
-constexpr int FrameWidth = 2;
 constexpr int SignSide = 20;
 
 /// The whole chain's form.
@@ -24,17 +25,7 @@ constexpr double PictureForm = 0.4;
 /// How wide a card is, in characters.
 constexpr int CardColumns = 32;
 
-// As the setup window's devices have them.
-constexpr float FaintFrame = 0.5F;
-constexpr float HoverTint = 0.12F;
 constexpr float FaintText = 0.75F;
-constexpr float FaintEdge = 0.3F;
-
-QColor Faded(QColor colour, float alpha)
-{
-    colour.setAlphaF(alpha);
-    return colour;
-}
 
 bool IsChosen(const QStyleOptionViewItem& option)
 {
@@ -50,17 +41,14 @@ void DrawGround(QPainter& painter, const QRect& card, const QStyleOptionViewItem
 {
     const QPalette& palette = option.palette;
     const auto* const view = dynamic_cast<const QAbstractItemView*>(option.widget);
-    QPen edge(Faded(palette.color(QPalette::WindowText), FaintEdge), 1);
-    if (IsChosen(option))
-        edge = QPen(Faded(palette.color(QPalette::Highlight), view && view->hasFocus() ? 1 : FaintFrame),
-                    FrameWidth);
-    painter.setPen(edge);
+    painter.setPen(IsChosen(option) ? ChosenFrame(palette, view && view->hasFocus())
+                                    : QPen(BorderColour(palette), 1));
     painter.setBrush(palette.brush(QPalette::Base));
     painter.drawRoundedRect(QRectF(card).adjusted(0.5, 0.5, -0.5, -0.5), Corner, Corner);
     if (!IsUnderMouse(option))
         return;
     painter.setPen(Qt::NoPen);
-    painter.setBrush(Faded(palette.color(QPalette::Highlight), HoverTint));
+    painter.setBrush(HoverTint(palette));
     painter.drawRoundedRect(card, Corner, Corner);
 }
 
@@ -112,7 +100,7 @@ void CardDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     const QRect content = card.adjusted(Within, Within, -Within, -Within);
     QRect line = content;
     line.setHeight(qRound(content.width() * PictureForm));
-    const QColor ink = option.palette.color(QPalette::Text);
+    QColor ink = option.palette.color(QPalette::Text);
     painter->setPen(ink);
     DrawPicture(*painter, line, index);
     if (hasTakeSign && (IsChosen(option) || IsUnderMouse(option)))
@@ -126,7 +114,8 @@ void CardDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->drawText(line, Qt::AlignLeft | Qt::AlignVCenter,
                       QFontMetrics(bold).elidedText(index.data().toString(), Qt::ElideMiddle, line.width()));
     painter->setFont(option.font);
-    painter->setPen(Faded(ink, FaintText));
+    ink.setAlphaF(FaintText);
+    painter->setPen(ink);
     for (const QString& text : index.data(CardLines).toStringList()) {
         line.translate(0, option.fontMetrics.lineSpacing());
         painter->drawText(line, Qt::AlignLeft | Qt::AlignVCenter,

@@ -9,6 +9,9 @@ namespace {
 
 constexpr int MixingSteps = 20;
 
+/// A border stands out of the window by more than 3 to 1, which it shall have with its softened corners too.
+constexpr double BorderContrast = 3.6;
+
 double Luminance(const QColor& colour)
 {
     const auto linear = [](double part) {
@@ -52,6 +55,11 @@ QColor Standing(const QColor& ink, const QColor& ground, double least)
             Contrast(mixed, ground) >= least)
             return mixed;
     return ink;
+}
+
+QColor BorderColour(const QPalette& palette)
+{
+    return Standing(palette.color(QPalette::WindowText), palette.color(QPalette::Window), BorderContrast);
 }
 
 }  // namespace kelvora

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QColor>
+#include <QPalette>
 
 namespace kelvora {
 
@@ -17,5 +18,8 @@ QColor Readable(const QColor& ink, const QColor& ground);
 /// `ink` as faint as it may be: mixed with `ground` as long as it stands out of it by `least`. `ink` itself
 /// where that does not.
 QColor Standing(const QColor& ink, const QColor& ground, double least);
+
+/// What a border is drawn in, to be seen on the window and on what lies on it.
+QColor BorderColour(const QPalette& palette);
 
 }  // namespace kelvora

@@ -16,18 +16,13 @@ namespace {
 /// Asked of the style by what draws itself: a touch target's side, or 0.
 constexpr auto TargetMetric = static_cast<QStyle::PixelMetric>(QStyle::PM_CustomBase + 1);
 
-/// A border stands out of the window by more than 3 to 1, which it shall have with its softened corners too.
-constexpr double BorderContrast = 3.6;
-
 /// How much darker than the window Qt's own style draws a border, in percent.
 constexpr int OutlineDarkness = 140;
 
 // The style takes the colour of all borders from that of the window.
 QPalette WithSeenBorders(QPalette palette)
 {
-    const QColor border =
-        Standing(palette.color(QPalette::WindowText), palette.color(QPalette::Window), BorderContrast);
-    palette.setColor(QPalette::Window, border.lighter(OutlineDarkness));
+    palette.setColor(QPalette::Window, BorderColour(palette).lighter(OutlineDarkness));
     return palette;
 }
 
