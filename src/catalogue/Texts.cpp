@@ -3,6 +3,8 @@
 #include <string>
 #include <utility>
 
+#include "platform/Encoding.h"
+
 namespace kelvora {
 
 void Texts::Speak(MessageCatalogue catalogue)
@@ -23,6 +25,11 @@ Answer Texts::Show(const MessageId& message, BoxStyle style, std::string_view ex
     return Tell(
         body, style,
         title.id > 0 ? catalogue_.Lookup(static_cast<std::int16_t>(title.id)) : std::string(ProductName));
+}
+
+void Texts::TellOf(const MessageId& message, const FileError& error) const
+{
+    Show(message, {BoxIcon::Exclamation}, TextFromPath(error.Path()) + "\r\n" + error.what());
 }
 
 Answer Texts::Tell(std::string_view text, BoxStyle style, std::string_view title) const

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "catalogue/MessageCatalogue.h"
+#include "platform/Files.h"
 #include "platform/Prompt.h"
 
 namespace kelvora {
@@ -34,6 +35,9 @@ public:
     /// `extra` stands on lines of its own below it.
     Answer Show(const MessageId& message, BoxStyle style, std::string_view extra = {},
                 const MessageId& title = {}) const;
+
+    /// Shows a message about a file, with its path and why on lines below it.
+    void TellOf(const MessageId& message, const FileError& error) const;
 
     /// Shows a text that was made of others, under the product's name or under a title of its own.
     Answer Tell(std::string_view text, BoxStyle style, std::string_view title = ProductName) const;

@@ -55,8 +55,7 @@ bool UserFiles::Write(const std::string& path, const std::string& content) const
         files_.Write(path, content);
         return true;
     } catch (const FileError& error) {
-        texts_.Show(Message::FileNotWritten, {BoxIcon::Exclamation},
-                    TextFromPath(error.Path()) + "\r\n" + error.what());
+        texts_.TellOf(Message::FileNotWritten, error);
         return false;
     }
 }

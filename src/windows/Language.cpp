@@ -190,8 +190,7 @@ bool Language::Change(const std::string& code)
     try {
         files_.Write(PersonalSelectionFile(folders_), LanguageSelectionText(code));
     } catch (const FileError& error) {
-        texts_.Show(Message::LanguageNotKept, {BoxIcon::Exclamation},
-                    TextFromPath(error.Path()) + "\r\n" + error.what());
+        texts_.TellOf(Message::LanguageNotKept, error);
     }
     return true;
 }

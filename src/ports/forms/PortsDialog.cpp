@@ -250,8 +250,7 @@ void PortsDialog::Keep()
     try {
         names_.Save();
     } catch (const FileError& error) {
-        texts_.Show(Message::PortsNotKept, {BoxIcon::Exclamation},
-                    TextFromPath(error.Path()) + "\r\n" + error.what());
+        texts_.TellOf(Message::PortsNotKept, error);
     }
 }
 

@@ -117,7 +117,7 @@ void RecoveryForms::Offer(QWidget& window)
     try {
         offers = recovery_->Offers();
     } catch (const FileError& error) {
-        Tell(Message::RecoveryNotFound, error);
+        desk_.Words().TellOf(Message::RecoveryNotFound, error);
     }
     if (!offers.empty()) {
         RecoveryDialog dialog(desk_.Words(), std::move(offers), &window);
@@ -136,7 +136,7 @@ bool RecoveryForms::Take(const RecoveryOffer& offer)
     try {
         recovery_->Take(offer, NumberOf(setup));
     } catch (const FileError& error) {
-        Tell(Message::RecoveryNotMoved, error);
+        desk_.Words().TellOf(Message::RecoveryNotMoved, error);
     }
     return true;
 }
@@ -147,14 +147,9 @@ bool RecoveryForms::ThrowAway(const RecoveryOffer& offer)
         recovery_->ThrowAway(offer);
         return true;
     } catch (const FileError& error) {
-        Tell(Message::RecoveryNotMoved, error);
+        desk_.Words().TellOf(Message::RecoveryNotMoved, error);
         return false;
     }
-}
-
-void RecoveryForms::Tell(const MessageId& message, const FileError& error) const
-{
-    desk_.Words().Show(message, {BoxIcon::Exclamation}, TextFromPath(error.Path()) + "\r\n" + error.what());
 }
 
 }  // namespace kelvora

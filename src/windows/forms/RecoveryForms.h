@@ -48,7 +48,6 @@ private:
     void Forget(int window);
     bool Take(const RecoveryOffer& offer);
     bool ThrowAway(const RecoveryOffer& offer);
-    void Tell(const MessageId& message, const FileError& error) const;
 
     const SetupDesk& desk_;
     std::optional<Recovery> recovery_;
