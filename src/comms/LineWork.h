@@ -16,10 +16,15 @@
 
 namespace kelvora {
 
+/// In percent.
+inline constexpr int FullProgress = 100;
+
 struct LineProgress {
     std::size_t done = 0;                      ///< bytes
     std::size_t total = 0;                     ///< bytes; more than 0
     std::optional<std::chrono::seconds> left;  ///< as far as it can be told
+
+    int Percent() const { return static_cast<int>(done * FullProgress / total); }
 };
 
 /// How the work reaches its user. Each may be empty.

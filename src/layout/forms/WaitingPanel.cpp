@@ -14,7 +14,6 @@ namespace {
 constexpr int PanelColumns = 48;
 
 constexpr int PanelMargin = 14;
-constexpr int Full = 100;
 
 }  // namespace
 
@@ -59,8 +58,8 @@ void WaitingPanel::Begin(const QString& text)
 
 void WaitingPanel::ShowProgress(const LineProgress& progress)
 {
-    bar_->setRange(0, Full);
-    bar_->setValue(static_cast<int>(progress.done * Full / progress.total));
+    bar_->setRange(0, FullProgress);
+    bar_->setValue(progress.Percent());
     left_->setText(progress.left
                        ? ToQString(catalogue_.Word(Message::ScanTimeLeft) + TimeLeft(*progress.left))
                        : QString());

@@ -82,7 +82,7 @@ void OperationView::KeepPointer()
 
 void OperationView::ShowProgress(const LineProgress& progress)
 {
-    status_.ShowProgress(static_cast<int>(progress.done * FullProgress / progress.total));
+    status_.ShowProgress(progress.Percent());
     QString text = ToQString(running_.Name());
     if (progress.left)
         text += ToQString(" - " + TimeLeft(*progress.left));

@@ -6,6 +6,7 @@
 #include <QSizeGrip>
 #include <algorithm>
 
+#include "comms/LineWork.h"
 #include "platform/qt/Announcement.h"
 #include "platform/qt/Text.h"
 

@@ -11,8 +11,6 @@
 
 namespace kelvora {
 
-inline constexpr int FullProgress = 100;
-
 /// One panel: a text of any length.
 class StatusPanel final : public ElidedLabel {
 public:
