@@ -33,7 +33,9 @@ QPixmap SvgPicture::Pixels(const QSize& size, qreal ratio) const
 
 QSize SvgPicture::SizeIn(const QSize& room) const
 {
-    return QSvgRenderer(svg_).defaultSize().scaled(room, Qt::KeepAspectRatio);
+    if (!ownSize_->isValid())
+        *ownSize_ = QSvgRenderer(svg_).defaultSize();
+    return ownSize_->scaled(room, Qt::KeepAspectRatio);
 }
 
 }  // namespace kelvora

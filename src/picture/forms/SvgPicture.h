@@ -6,6 +6,7 @@
 #include <QPixmap>
 #include <QSizeF>
 #include <QString>
+#include <memory>
 
 namespace kelvora {
 
@@ -22,12 +23,13 @@ public:
     /// The drawing stretched to that size, in pixels at a ratio of 1. Drawn when it is first asked for.
     QPixmap Pixels(const QSize& size, qreal ratio) const;
 
-    /// The largest size of the drawing's own form within `room`.
+    /// The largest size of the drawing's own form within `room`. Read when it is first asked for.
     QSize SizeIn(const QSize& room) const;
 
 private:
     QByteArray svg_;
-    QString cacheKey_;  ///< of the drawing, without a size
+    QString cacheKey_;                                            ///< of the drawing, without a size
+    std::shared_ptr<QSize> ownSize_ = std::make_shared<QSize>();  ///< of all copies
 };
 
 }  // namespace kelvora
