@@ -40,6 +40,7 @@ StartPage::StartPage(const Commands& commands, const Files& files, const Message
     columns->addWidget(MakeCommands(commands));
     columns->addWidget(MakeRecent(), 1);
     setWidget(page);
+    SizeHeadings();
     cards_->installEventFilter(this);
     connect(cards_, &SetupCards::opened, this, &StartPage::opened);
     connect(cards_, &SetupCards::taken, this, &StartPage::taken);
@@ -50,11 +51,16 @@ QLabel* StartPage::AddHeading(QWidget& column, const char* name)
 {
     auto* const heading = new QLabel(&column);
     heading->setObjectName(QLatin1String(name));
-    QFont font = heading->font();
-    font.setPointSizeF(font.pointSizeF() * HeadingSize);
-    heading->setFont(font);
     column.layout()->addWidget(heading);
     return heading;
+}
+
+void StartPage::SizeHeadings()
+{
+    QFont larger = font();
+    larger.setPointSizeF(larger.pointSizeF() * HeadingSize);
+    for (QLabel* const heading : {begin_, lately_})
+        heading->setFont(larger);
 }
 
 QWidget* StartPage::MakeCommands(const Commands& commands)
@@ -127,6 +133,13 @@ void StartPage::Retranslate()
     cards_->Retranslate();
     if (isVisible())
         ListRecentFiles();
+}
+
+void StartPage::changeEvent(QEvent* event)
+{
+    QScrollArea::changeEvent(event);
+    if (event->type() == QEvent::FontChange && lately_)
+        SizeHeadings();
 }
 
 // A focus proxy would hold Tab in the cards.

@@ -41,17 +41,19 @@ signals:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
 
 private:
     QWidget* MakeCommands(const Commands& commands);
     QWidget* MakeRecent();
     QLabel* AddHeading(QWidget& column, const char* name);
+    void SizeHeadings();
 
     const MessageCatalogue& catalogue_;
     QLabel* begin_;
     DropPlace* drop_;
-    QLabel* lately_;
+    QLabel* lately_ = nullptr;
     QLabel* none_;
     SetupCards* cards_;
     std::vector<QToolButton*> buttons_;
