@@ -31,6 +31,7 @@
 #include "keymap/forms/frmKeyb.h"
 #include "layout/forms/StripView.h"
 #include "layout/forms/frmConfig.h"
+#include "picture/forms/SetupCards.h"
 #include "picture/forms/SetupsDialog.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/qt/Text.h"
@@ -142,11 +143,11 @@ private:
     {
         viewer_.TakeDialog([&] { Run(command); }, [&](QWidget& dialog) { viewer_.Take(dialog, name); });
     }
-    // A pass for each file, and some for what is drawn.
-    static void ReadCards()
+    static void ReadCards(QWidget& window)
     {
-        for (int pass = 0; pass < 10; ++pass)
-            QCoreApplication::processEvents();
+        const auto& cards = Find<SetupCards>(window, "SetupCards");
+        while (cards.IsReading())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
     StripView& Strip() { return window_->ActiveSetup()->Strip(); }
     SetupSession& Session() { return window_->ActiveSetup()->Session(); }
@@ -181,7 +182,7 @@ void Studio::TakeStart()
         loop_.Pass(milliseconds(0));
     }
     files_.content.erase("/home/shop/key-types.dat");
-    ReadCards();
+    ReadCards(*window_);
     viewer_.Take(*window_, "start");
     const std::string own = std::string(DataFolder) + "/templates/corner shop.dat";
     files_.content[own] = files_.content["/home/shop/all-four.dat"];
@@ -190,7 +191,7 @@ void Studio::TakeStart()
             PosixFiles().Read(PathFromQString(folders_.program) + "/templates/" + name);
     viewer_.TakeDialog([&] { Run(Command::FileMenuNewFromTemplate); },
                        [&](QWidget& dialog) {
-                           ReadCards();
+                           ReadCards(dialog);
                            viewer_.Take(dialog, "templates");
                        });
 }

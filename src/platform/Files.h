@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -53,6 +54,9 @@ public:
 
     /// Takes that file, or a link in its place, away for good. Throws FileError.
     virtual void Remove(const std::string& path) = 0;
+
+    /// The same files to read on another thread, whichever of the two ends first.
+    virtual std::unique_ptr<const Files> ForThread() const = 0;
 
 protected:
     Files() = default;

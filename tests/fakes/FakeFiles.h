@@ -1,6 +1,7 @@
 // Files in memory, which fail on demand.
 #pragma once
 
+#include <future>
 #include <map>
 #include <set>
 #include <string>
@@ -13,6 +14,8 @@ class FakeFiles final : public Files {
 public:
     std::string Read(const std::string& path) const override
     {
+        if (const auto late = comesLater.find(path); late != comesLater.end())
+            late->second.wait();
         const auto found = content.find(path);
         if (found == content.end() || unreadable.contains(path))
             throw FileError(path,
@@ -50,8 +53,11 @@ public:
             throw FileError(path, "Permission denied");
     }
 
+    std::unique_ptr<const Files> ForThread() const override { return std::make_unique<FakeFiles>(*this); }
+
     std::map<std::string, std::string> content;
-    std::set<std::string> folders;  ///< that were made
+    std::set<std::string> folders;                               ///< that were made
+    std::map<std::string, std::shared_future<void>> comesLater;  ///< what holds up who reads it
     std::set<std::string> unreadable;
     std::set<std::string> unwritable;
 };

@@ -1,6 +1,8 @@
 #include <QSettings>
 
+#include "fakes/FakeFiles.h"
 #include "forms/MainWindowFixture.h"
+#include "picture/forms/CardDelegate.h"
 
 namespace kelvora {
 namespace {
@@ -16,14 +18,16 @@ protected:
                         QStringList{PathToQString(broken), folder.path() + "/gone.dat", PathToQString(path)});
         memory.sync();
         Start();
-        // A pass for each card and one more.
-        for (int pass = 0; pass < 8; ++pass)
-            QCoreApplication::processEvents();
+        EXPECT_TRUE(AreRead());
     }
 
     StartPage& Page() { return *window->findChild<StartPage*>(); }
     SetupCards& Cards() { return *Page().findChild<SetupCards*>(); }
     QString Told(int row) { return Cards().model()->index(row, 0).data(Qt::AccessibleTextRole).toString(); }
+    bool AreRead()
+    {
+        return QTest::qWaitFor([this] { return !Cards().IsReading(); });
+    }
     void Key(Qt::Key key) { QTest::keyClick(&Cards(), key); }
 
     std::string broken = Folder() + "/broken.dat";
@@ -34,7 +38,7 @@ TEST_F(StartPageForm, TellsOfEachFileOpensItAndTakesItFromTheList)
     ASSERT_EQ(Cards().model()->rowCount(), 3);
     EXPECT_TRUE(Told(0).startsWith("broken.dat, The file cannot be read.")) << Told(0).toStdString();
     EXPECT_TRUE(Told(1).startsWith("gone.dat, The file is no longer there.")) << Told(1).toStdString();
-    EXPECT_TRUE(Told(2).startsWith("Till.dat, KM096, MCR, 2")) << Told(2).toStdString();
+    EXPECT_TRUE(Told(2).startsWith("Till.dat, KM096, MCR, Saved 2")) << Told(2).toStdString();
 
     EXPECT_TRUE(Cards().hasFocus());
     Key(Qt::Key_Delete);
@@ -44,6 +48,7 @@ TEST_F(StartPageForm, TellsOfEachFileOpensItAndTakesItFromTheList)
     EXPECT_TRUE(prompt.shown[0].body.starts_with(Message::NotFound.fallback));
     EXPECT_EQ(Cards().model()->rowCount(), 1) << "what is gone is told of once";
 
+    EXPECT_TRUE(AreRead());
     Key(Qt::Key_Space);
     ASSERT_NE(window->ActiveSetup(), nullptr);
     EXPECT_FALSE(Page().isVisible());
@@ -56,6 +61,54 @@ TEST_F(StartPageForm, TellsOfEachFileOpensItAndTakesItFromTheList)
     EXPECT_TRUE(Page().findChild<QLabel*>("NoRecent")->isVisible());
     EXPECT_TRUE(Page().isAncestorOf(QApplication::focusWidget())) << "the keys still go to the page";
     EXPECT_TRUE(files.Exists(path)) << "the files stay";
+}
+
+TEST_F(StartPageForm, ADoubleClickOnTheSignTakesOneCard)
+{
+    QWidget& view = *Cards().viewport();
+    const QPoint sign = CardDelegate::TakeSign(Cards().visualRect(Cards().model()->index(0, 0))).center();
+    QTest::mouseClick(&view, Qt::LeftButton, {}, sign);
+    QTest::mouseDClick(&view, Qt::LeftButton, {}, sign);
+    EXPECT_EQ(Cards().model()->rowCount(), 1) << "the one that was clicked and the one of the double click";
+    EXPECT_EQ(window->ActiveSetup(), nullptr);
+}
+
+TEST(SetupCardsForm, AFileThatDoesNotComeHoldsUpNeitherCardsNorWindow)
+{
+    FakeFiles files;
+    files.content = {{"/net/a", "[Kelvora]\r\n[KM096]\r\n"}, {"/here/b", "[Kelvora]\r\n[KM096]\r\n"}};
+    const std::vector<CardFile> list{{"/net/a", "a", {}}, {"/here/b", "b", {}}};
+    const MessageCatalogue catalogue;
+    std::promise<void> afterwards;
+    const std::shared_future<void> end = afterwards.get_future().share();
+    for (const bool isAwaited : {true, false}) {
+        std::promise<void> drive;
+        files.comesLater = {{"/net/a", drive.get_future().share()}};
+        SetupCards cards(SetupCards::Use::Open, files, catalogue);
+        int opened = 0;
+        QObject::connect(&cards, &SetupCards::opened, [&] { ++opened; });
+        const auto waitFor = [&](int row, const char* told) {
+            return QTest::qWaitFor([&] {
+                return cards.model()->index(row, 0).data(Qt::AccessibleTextRole) == QLatin1String(told);
+            });
+        };
+        cards.ShowFiles(list);
+        cards.show();
+        QApplication::setActiveWindow(&cards);
+        EXPECT_TRUE(waitFor(1, "b, KM096") && waitFor(0, "a, The file is being read..."));
+        QTest::keyClick(&cards, Qt::Key_Return);
+        EXPECT_EQ(opened, 0);
+        cards.setVisible(isAwaited);
+        drive.set_value();
+        EXPECT_TRUE(waitFor(0, "a, KM096"));
+        EXPECT_EQ(opened, isAwaited ? 1 : 0);
+        // The view ends while its file is out.
+        files.comesLater["/net/a"] = end;
+        cards.ShowFiles(list);
+        cards.show();
+        EXPECT_TRUE(waitFor(1, "b, KM096"));
+    }
+    afterwards.set_value();
 }
 
 TEST_F(StartPageForm, ItsButtonsAreTheMenusCommands)

@@ -95,6 +95,7 @@ public:
     std::vector<std::string> List(const std::string& folder) const override { return files_.List(folder); }
     void MakeFolder(const std::string& folder) override { files_.MakeFolder(folder); }
     void Remove(const std::string& path) override { files_.Remove(path); }
+    std::unique_ptr<const Files> ForThread() const override { return files_.ForThread(); }
 
     std::function<void(const Saving&)> onSaving;  ///< called before and after
 

@@ -11,6 +11,7 @@ enum CardRole {
     CardPicture,  ///< an SvgPicture
     CardLines,    ///< the lines below the name
     CardProblem,  ///< in the picture's place; empty for none
+    CardIsRead,   ///< whether its file has been looked at
 };
 
 class CardDelegate final : public QStyledItemDelegate {

@@ -5,19 +5,21 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QMenu>
+#include <memory>
+#include <system_error>
+#include <utility>
 
 #include "picture/forms/CardDelegate.h"
 #include "picture/forms/SvgPicture.h"
+#include "platform/qt/Background.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
 
 namespace {
 
-QByteArray Bytes(const std::string& text)
-{
-    return QByteArray::fromStdString(text);
-}
+/// How long one file is waited for before the next one is looked at too.
+constexpr std::chrono::milliseconds Patience{200};
 
 // As every date of the program is written.
 QString TimeOf(const QString& path)
@@ -31,6 +33,11 @@ CardDelegate& DelegateOf(const QListView& view)
 }
 
 }  // namespace
+
+struct SetupCards::Reading {
+    SetupCard card;
+    QString time;  ///< of the last save
+};
 
 SetupCards::SetupCards(Use use, const Files& files, const MessageCatalogue& catalogue, QWidget* parent)
     : QListView(parent), use_(use), files_(files), catalogue_(catalogue)
@@ -64,6 +71,7 @@ void SetupCards::ShowFiles(const std::vector<CardFile>& files)
 {
     reader_.stop();
     model_.clear();
+    wanted_.clear();
     read_ = 0;
     for (const CardFile& file : files) {
         auto* const card = new QStandardItem(file.name);
@@ -75,38 +83,98 @@ void SetupCards::ShowFiles(const std::vector<CardFile>& files)
     setCurrentIndex(model_.index(0, 0));
 }
 
-// One file a pass of the event loop: what is typed or clicked meanwhile does not wait for the rest.
 void SetupCards::ReadNext()
 {
-    QStandardItem* const item = model_.item(read_++);
-    if (!item)
+    // What is still out has not come in time.
+    for (auto each = reading_.keyBegin(); each != reading_.keyEnd(); ++each)
+        if (QStandardItem* const late = CardOf(*each); late && late->data(CardProblem).toString().isEmpty())
+            Tell(*late, Caption(Message::CardReading), late->data(CardLines).toStringList());
+    const QStandardItem* const card = model_.item(read_++);
+    if (!card)
         return;
-    const QString path = item->data(CardPath).toString();
-    const SetupCard card = ReadSetupCard(files_, PathFromQString(path), catalogue_);
-    const bool isWhole = card.state == SetupCard::State::Whole;
+    const QString path = card->data(CardPath).toString();
+    reader_.start(Patience);
+    if (const auto out = reading_.find(path); out != reading_.end())
+        *out = true;
+    else
+        Read(path);
+}
+
+void SetupCards::Read(const QString& path)
+{
+    reading_.insert(path, false);
+    try {
+        InBackground(
+            *this,
+            [files = std::shared_ptr(files_.ForThread()), path] {
+                return Reading{ReadSetupCard(*files, PathFromQString(path)), TimeOf(path)};
+            },
+            [this, path](const Reading& reading) { TakeIn(path, reading); });
+    } catch (const std::system_error& error) {
+        TakeIn(path, {{SetupCard::State::NotRead, error.what()}, {}});
+    }
+}
+
+void SetupCards::TakeIn(const QString& path, const Reading& reading)
+{
+    // It may have been saved while an older showing of it was out.
+    if (reading_.take(path))
+        return Read(path);
+    if (QStandardItem* const card = CardOf(path))
+        Show(*card, reading);
+    if (reading_.isEmpty())
+        reader_.start(0);
+    // Who waits for it may have gone on to something else.
+    if (wanted_ != path)
+        return;
+    wanted_.clear();
+    if (window()->isActiveWindow())
+        emit opened(path);
+}
+
+void SetupCards::Show(QStandardItem& card, const Reading& reading)
+{
+    using State = SetupCard::State;
+    const SetupCard& setup = reading.card;
     QString problem;
-    if (!isWhole)
-        problem = ToQString(catalogue_.Caption(card.state == SetupCard::State::Gone ? Message::CardGone
-                                                                                    : Message::CardNotRead));
-    else if (card.picture.empty())
-        problem = ToQString(catalogue_.Caption(Message::SheetEmpty));
-    QStringList lines;
-    if (isWhole)
-        lines << ToQString(card.modules);
-    if (use_ == Use::Open && card.state != SetupCard::State::Gone)
-        lines << TimeOf(path);
-    lines << item->data(CardLines).toStringList();
+    if (setup.state != State::Whole)
+        problem = Caption(setup.state == State::Gone ? Message::CardGone : Message::CardNotRead);
+    else if (setup.picture.empty())
+        problem = Caption(Message::SheetEmpty);
+    QStringList lines{ToQString(setup.modules)};
+    if (use_ == Use::Open && !reading.time.isEmpty())
+        lines << ToQString(catalogue_.Word(Message::CardSaved)) + reading.time;
+    lines << card.data(CardLines).toStringList();
     lines.removeAll(QString());
-    item->setData(QVariant::fromValue(SvgPicture(Bytes(card.picture))), CardPicture);
-    item->setData(problem, CardProblem);
-    item->setData(lines, CardLines);
-    QStringList told{item->text(), problem};
+    card.setData(true, CardIsRead);
+    card.setData(QVariant::fromValue(SvgPicture(QByteArray::fromStdString(setup.picture))), CardPicture);
+    Tell(card, problem, lines);
+    const QString path = card.data(CardPath).toString();
+    const QString reason = ToQString(ReasonOf(setup, catalogue_)).remove('\r');
+    card.setToolTip(reason.isEmpty() ? path : path + '\n' + reason);
+}
+
+void SetupCards::Tell(QStandardItem& card, const QString& problem, const QStringList& lines)
+{
+    card.setData(problem, CardProblem);
+    card.setData(lines, CardLines);
+    QStringList told{card.text(), problem};
     told << lines;
     told.removeAll(QString());
-    item->setData(told.join(QStringLiteral(", ")), Qt::AccessibleTextRole);
-    const QString reason = ToQString(card.reason).remove('\r');
-    item->setToolTip(reason.isEmpty() ? path : path + '\n' + reason);
-    reader_.start(0);
+    card.setData(told.join(QStringLiteral(", ")), Qt::AccessibleTextRole);
+}
+
+QStandardItem* SetupCards::CardOf(const QString& path) const
+{
+    for (int row = 0; row < model_.rowCount(); ++row)
+        if (model_.item(row)->data(CardPath).toString() == path)
+            return model_.item(row);
+    return nullptr;
+}
+
+QString SetupCards::Caption(const MessageId& text) const
+{
+    return ToQString(catalogue_.Caption(text));
 }
 
 void SetupCards::paintEvent(QPaintEvent* event)
@@ -121,10 +189,20 @@ QString SetupCards::Chosen() const
     return currentIndex().data(CardPath).toString();
 }
 
+void SetupCards::Choose(const QString& path)
+{
+    if (const QStandardItem* const card = CardOf(path))
+        setCurrentIndex(card->index());
+}
+
 void SetupCards::Open(const QModelIndex& index)
 {
-    if (index.isValid())
-        emit opened(index.data(CardPath).toString());
+    if (!index.isValid())
+        return;
+    const QString path = index.data(CardPath).toString();
+    wanted_ = index.data(CardIsRead).toBool() ? QString() : path;
+    if (wanted_.isEmpty())
+        emit opened(path);
 }
 
 void SetupCards::Take(const QModelIndex& index)
@@ -134,6 +212,8 @@ void SetupCards::Take(const QModelIndex& index)
     const QString path = index.data(CardPath).toString();
     if (use_ == Use::Choose)
         return emit taken(path);
+    if (wanted_ == path)
+        wanted_.clear();
     // A card that has yet to be read may come after it.
     read_ -= index.row() < read_ ? 1 : 0;
     model_.removeRow(index.row());
@@ -142,8 +222,7 @@ void SetupCards::Take(const QModelIndex& index)
 
 void SetupCards::Retranslate()
 {
-    setAccessibleName(
-        ToQString(catalogue_.Caption(use_ == Use::Open ? Message::StartRecent : Message::TemplatesTitle)));
+    setAccessibleName(Caption(use_ == Use::Open ? Message::StartRecent : Message::TemplatesTitle));
     updateGeometry();
 }
 
@@ -179,15 +258,41 @@ void SetupCards::keyPressEvent(QKeyEvent* event)
         QListView::keyPressEvent(event);
 }
 
+bool SetupCards::HitsTakeSign(const QMouseEvent& event) const
+{
+    const QPoint place = event.position().toPoint();
+    const QModelIndex index = indexAt(place);
+    return use_ == Use::Open && event.button() == Qt::LeftButton && index.isValid() &&
+           CardDelegate::TakeSign(visualRect(index)).contains(place);
+}
+
 void SetupCards::mousePressEvent(QMouseEvent* event)
 {
-    const QModelIndex index = indexAt(event->position().toPoint());
-    const bool takes = use_ == Use::Open && event->button() == Qt::LeftButton && index.isValid() &&
-                       CardDelegate::TakeSign(visualRect(index)).contains(event->position().toPoint());
-    if (takes)
-        Take(index);
+    hasTaken_ = HitsTakeSign(*event);
+    if (hasTaken_)
+        Take(indexAt(event->position().toPoint()));
     else
         QListView::mousePressEvent(event);
+}
+
+// Its first half has taken a card, and another one has come below the pointer.
+void SetupCards::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    hasTaken_ = HitsTakeSign(*event);
+    if (!hasTaken_)
+        QListView::mouseDoubleClickEvent(event);
+}
+
+void SetupCards::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (!std::exchange(hasTaken_, false))
+        QListView::mouseReleaseEvent(event);
+}
+
+void SetupCards::hideEvent(QHideEvent* event)
+{
+    wanted_.clear();
+    QListView::hideEvent(event);
 }
 
 void SetupCards::contextMenuEvent(QContextMenuEvent* event)
@@ -197,7 +302,7 @@ void SetupCards::contextMenuEvent(QContextMenuEvent* event)
     if (use_ != Use::Open || !index.isValid())
         return;
     QMenu menu(this);
-    menu.addAction(ToQString(catalogue_.Caption(Message::CardTake)), this,
+    menu.addAction(Caption(Message::CardTake), this,
                    [this, card = QPersistentModelIndex(index)] { Take(card); });
     menu.exec(byMouse ? event->globalPos() : viewport()->mapToGlobal(visualRect(index).center()));
 }

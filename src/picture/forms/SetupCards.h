@@ -1,7 +1,9 @@
 // Setup files as cards: each with its picture, its name and its modules. The names are there at once; what
-// the files hold is read one after the other, from the first picture of the view on.
+// the files hold is read one after the other, from the first picture of the view on and on threads of their
+// own: a drive that does not answer holds up neither the window nor, for long, the other cards.
 #pragma once
 
+#include <QHash>
 #include <QListView>
 #include <QStandardItemModel>
 #include <QTimer>
@@ -36,6 +38,11 @@ public:
 
     /// The path of the chosen file; empty without one.
     QString Chosen() const;
+    /// Chooses the card of that file, if there is one.
+    void Choose(const QString& path);
+
+    /// Whether a file has still to be looked at.
+    bool IsReading() const { return read_ < model_.rowCount() || !reading_.isEmpty(); }
 
     /// The texts of the catalogue's language, in the font of now.
     void Retranslate();
@@ -49,6 +56,7 @@ public:
     }
 
 signals:
+    /// One whose file is still being read is opened once that has come, if the view still waits for it.
     void opened(const QString& path);
 
     /// The card was taken from the list, and its file stays; where cards are chosen, the file is to go, and
@@ -63,11 +71,23 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:
+    struct Reading;
+
     void ReadNext();
+    void Read(const QString& path);
+    void TakeIn(const QString& path, const Reading& reading);
+    void Show(QStandardItem& card, const Reading& reading);
+    void Tell(QStandardItem& card, const QString& problem, const QStringList& lines);
+    QStandardItem* CardOf(const QString& path) const;
+    QString Caption(const MessageId& text) const;
+    bool HitsTakeSign(const QMouseEvent& event) const;
     void Open(const QModelIndex& index);
     void Take(const QModelIndex& index);
 
@@ -76,7 +96,10 @@ private:
     const MessageCatalogue& catalogue_;
     QStandardItemModel model_;
     QTimer reader_;
-    int read_ = 0;  ///< cards whose files have been looked at
+    int read_ = 0;                  ///< cards whose files are, or have been, looked at
+    QHash<QString, bool> reading_;  ///< the paths that are out, and whether to look at them once more
+    QString wanted_;                ///< the path to open once it has come
+    bool hasTaken_ = false;         ///< by the mouse button that is down
 };
 
 }  // namespace kelvora

@@ -26,6 +26,7 @@ public:
     std::vector<std::string> List(const std::string& folder) const override { return files_.List(folder); }
     void MakeFolder(const std::string& folder) override { files_.MakeFolder(folder); }
     void Remove(const std::string& path) override { files_.Remove(path); }
+    std::unique_ptr<const Files> ForThread() const override { return files_.ForThread(); }
 
     /// The copy is the old file itself where the file system allows it: a new one takes that one's place.
     void Copy(const std::string& from, const std::string& to) override;

@@ -16,6 +16,7 @@ public:
     std::vector<std::string> List(const std::string& folder) const override;
     void MakeFolder(const std::string& folder) override;
     void Remove(const std::string& path) override;
+    std::unique_ptr<const Files> ForThread() const override { return std::make_unique<PosixFiles>(); }
 };
 
 /// Files::Read into `text`, whose memory is reused. Throws FileError.
