@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/AsciiCase.h"
+#include "platform/TextFiles.h"
 
 namespace kelvora {
 
@@ -35,14 +36,30 @@ std::vector<Template> Templates::List(bool isOwn) const
 
 std::string Templates::PathFor(std::string_view name) const
 {
-    files_.MakeFolder(ownFolder_);
     return ownFolder_ + "/" + std::string(name) + std::string(TemplateEnding);
 }
 
-bool IsTemplateName(std::string_view name)
+void Templates::Move(const std::string& path, const std::string& to) const
 {
-    return name.find_first_not_of(' ') != std::string_view::npos && name.front() != '.' &&
-           name.find('/') == std::string_view::npos && name.size() <= LongestName;
+    files_.Copy(path, to);
+    if (const std::string before = BackupName(path); files_.Exists(before))
+        files_.Copy(before, BackupName(to));
+    Remove(path);
+}
+
+void Templates::Remove(const std::string& path) const
+{
+    if (const std::string before = BackupName(path); files_.Exists(before))
+        files_.Remove(before);
+    files_.Remove(path);
+}
+
+std::optional<NameFault> FaultOf(std::string_view name)
+{
+    if (name.find_first_not_of(' ') == std::string_view::npos || name.front() == '.' ||
+        name.find('/') != std::string_view::npos)
+        return NameFault::Unfit;
+    return name.size() > LongestName ? std::optional(NameFault::TooLong) : std::nullopt;
 }
 
 }  // namespace kelvora

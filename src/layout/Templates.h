@@ -2,6 +2,7 @@
 // person's own. A template is called what its file is called, without the ending.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,11 +25,18 @@ public:
     /// The person's own, or the program's, by name. Throws FileError when the folder cannot be read.
     std::vector<Template> List(bool isOwn) const;
 
-    /// The path of the person's own template of that name, whose folder is there then. Throws FileError.
+    /// The path of the person's own template of that name.
     std::string PathFor(std::string_view name) const;
 
-    /// Takes an own template away. Throws FileError.
-    void Remove(const std::string& path) const { files_.Remove(path); }
+    /// Makes the folder of the person's own ones where there is none. Throws FileError.
+    void MakeFolder() const { files_.MakeFolder(ownFolder_); }
+
+    /// Gives an own template another path, in the place of what stands there; the file that it held before
+    /// goes with it. Throws FileError; the template is at its old path then.
+    void Move(const std::string& path, const std::string& to) const;
+
+    /// Takes an own template away, and the file that it held before. Throws FileError.
+    void Remove(const std::string& path) const;
 
 private:
     Files& files_;
@@ -36,8 +44,12 @@ private:
     std::string ownFolder_;
 };
 
-/// Whether a file can have that name: something is in it beside blanks, it is not hidden, leads into no other
-/// folder and is no longer than file systems take.
-bool IsTemplateName(std::string_view name);
+enum class NameFault {
+    Unfit,    ///< nothing is in it beside blanks, it is hidden, or leads into another folder
+    TooLong,  ///< for a file system
+};
+
+/// Why a template cannot have that name; nothing for one that it can.
+std::optional<NameFault> FaultOf(std::string_view name);
 
 }  // namespace kelvora

@@ -25,10 +25,10 @@ protected:
     }
 };
 
-TEST_F(TemplatesForm, ASetupIsKeptBegunWithAndRemoved)
+TEST_F(TemplatesForm, ASetupIsKeptBegunWithRenamedAndRemoved)
 {
     const SetupDocument kept = window->ActiveSetup()->Session().document;
-    const std::string file = Folder() + "/templates/Corner Shop.dat";
+    std::string file = Folder() + "/templates/Corner Shop.dat";
     for (const Answer replaces : {Answer::Yes, Answer::No}) {
         prompt.answers = {replaces};
         InDialog<QInputDialog>([this] { Trigger(Command::FileMenuSaveAsTemplate); },
@@ -51,6 +51,15 @@ TEST_F(TemplatesForm, ASetupIsKeptBegunWithAndRemoved)
     EXPECT_FALSE(begun.IsChanged());
 
     InTemplates([&](TemplatesDialog& dialog, SetupCards& cards) {
+        InDialog<QInputDialog>([&] { QTest::keyClick(&cards, Qt::Key_F2); },
+                               [](QInputDialog& name) {
+                                   EXPECT_EQ(name.textValue(), "Corner Shop");
+                                   name.setTextValue("Kiosk");
+                                   name.accept();
+                               });
+        EXPECT_FALSE(files.Exists(file));
+        file = Folder() + "/templates/Kiosk.dat";
+        EXPECT_EQ(dialog.Chosen(), file);
         prompt.answers = {Answer::No, Answer::Yes};
         Press(dialog, "Remove");
         EXPECT_TRUE(files.Exists(file));

@@ -7,7 +7,7 @@
 namespace kelvora {
 namespace {
 
-TEST(Templates, OnlySetupFilesCountAndOwnOnesCanGo)
+TEST(Templates, OnlySetupFilesCountAndOwnOnesCanMoveAndGo)
 {
     FakeFiles files;
     for (const char* const path : {"/own/shop b.DAT", "/own/shop b.bak", "/own/.hidden.dat", "/own/old/x.dat",
@@ -19,20 +19,23 @@ TEST(Templates, OnlySetupFilesCountAndOwnOnesCanGo)
         for (const Template& entry : templates.List(isOwn))
             listed.push_back((entry.isOwn ? "own " : "") + entry.name);
     EXPECT_EQ(listed, (std::vector<std::string>{"own shop b", "KM096", "KM096+MCR"}));
-    templates.Remove("/own/shop b.DAT");
-    EXPECT_TRUE(templates.List(true).empty());
+    const std::string moved = templates.PathFor("corner shop");
+    EXPECT_EQ(moved, "/own/corner shop.dat");
+    templates.Move("/own/shop b.DAT", moved);
+    EXPECT_TRUE(files.content.contains(moved) && files.content.contains("/own/corner shop.bak"));
+    EXPECT_FALSE(files.content.contains("/own/shop b.DAT") || files.content.contains("/own/shop b.bak"));
+    templates.Remove(moved);
+    EXPECT_FALSE(files.content.contains(moved) || files.content.contains("/own/corner shop.bak"));
     EXPECT_TRUE(Templates(files, "/none", "/nowhere").List(false).empty());
-    EXPECT_EQ(templates.PathFor("corner shop"), "/own/corner shop.dat");
-    EXPECT_TRUE(files.folders.contains("/own"));
 }
 
 TEST(Templates, NamesAreNamesOfFiles)
 {
     for (const char* const name : {"till", "Kasse 2.5", "a.b"})
-        EXPECT_TRUE(IsTemplateName(name)) << name;
-    for (const std::string& name :
-         {std::string(), std::string("  "), std::string(".x"), std::string("a/b"), std::string(201, 'x')})
-        EXPECT_FALSE(IsTemplateName(name)) << name;
+        EXPECT_EQ(FaultOf(name), std::nullopt) << name;
+    for (const char* const name : {"", "  ", ".x", "a/b"})
+        EXPECT_EQ(FaultOf(name), NameFault::Unfit) << name;
+    EXPECT_EQ(FaultOf(std::string(201, 'x')), NameFault::TooLong);
 }
 
 }  // namespace

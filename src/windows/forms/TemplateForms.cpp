@@ -1,19 +1,10 @@
 #include "windows/forms/TemplateForms.h"
 
-#include <QInputDialog>
-
 #include "platform/Encoding.h"
-#include "platform/qt/Text.h"
+#include "windows/forms/TemplateNameDialog.h"
 #include "windows/forms/TemplatesDialog.h"
 
 namespace kelvora {
-
-namespace {
-
-/// Room for the dialog's title too, in pixels.
-constexpr int NameWidth = 420;
-
-}  // namespace
 
 TemplateForms::TemplateForms(const SetupDesk& desk, SetupWindows& setups, QWidget& window)
     : desk_(desk),
@@ -26,6 +17,7 @@ TemplateForms::TemplateForms(const SetupDesk& desk, SetupWindows& setups, QWidge
 void TemplateForms::New()
 {
     TemplatesDialog dialog(desk_.files, templates_, &window_);
+    dialog.mayWrite = [this](const std::string& path) { return MayWrite(path); };
     // One that cannot be read is told, and another can be chosen.
     while (dialog.exec() == QDialog::Accepted)
         if (const auto document = ReadOtherSetup(desk_.files, dialog.Chosen())) {
@@ -36,44 +28,27 @@ void TemplateForms::New()
 
 bool TemplateForms::Save(const SetupDocument& document, const std::string& name)
 {
-    const auto given = AskName(PathToQString(name));
-    const auto path = given ? PathFor(*given) : std::nullopt;
-    if (!path)
+    const auto given = AskTemplateName(desk_.Words(), Message::TemplateSaveTitle, name, window_);
+    if (!given)
         return false;
-    if (desk_.isOpenElsewhere && desk_.isOpenElsewhere(*path, {})) {
-        desk_.Words().Show(Message::OpenElsewhere, {BoxIcon::Exclamation}, TextFromPath(*path));
+    const std::string path = templates_.PathFor(*given);
+    if (!MayWrite(path))
         return false;
-    }
-    return desk_.files.MayWrite(*path) && SaveSetup(desk_.files, document, *path).value_or(false);
-}
-
-// Asks until the name can be a file's.
-std::optional<std::string> TemplateForms::AskName(const QString& offered)
-{
-    QInputDialog dialog(&window_);
-    dialog.setObjectName(QStringLiteral("TemplateName"));
-    dialog.setWindowTitle(ToQString(desk_.Words().Caption(Message::TemplateSaveTitle)));
-    dialog.setLabelText(ToQString(desk_.Words().Caption(Message::TemplateName)));
-    dialog.setTextValue(offered);
-    dialog.resize(dialog.sizeHint().expandedTo({NameWidth, 0}));
-    while (dialog.exec() == QDialog::Accepted) {
-        const std::string name = PathFromQString(dialog.textValue().trimmed());
-        if (IsTemplateName(name))
-            return name;
-        desk_.Words().Show(Message::TemplateBadName, {BoxIcon::Exclamation}, TextFromPath(name));
-    }
-    return std::nullopt;
-}
-
-std::optional<std::string> TemplateForms::PathFor(const std::string& name) const
-{
     try {
-        return templates_.PathFor(name);
+        templates_.MakeFolder();
     } catch (const FileError& error) {
-        desk_.Words().Show(Message::FileNotSaved, {BoxIcon::Exclamation},
-                           TextFromPath(error.Path()) + "\r\n" + error.what());
+        desk_.Words().TellOf(Message::FileNotSaved, error);
+        return false;
     }
-    return std::nullopt;
+    return SaveSetup(desk_.files, document, path).value_or(false);
+}
+
+bool TemplateForms::MayWrite(const std::string& path) const
+{
+    if (!desk_.isOpenElsewhere || !desk_.isOpenElsewhere(path, {}))
+        return desk_.files.MayWrite(path);
+    desk_.Words().Show(Message::OpenElsewhere, {BoxIcon::Exclamation}, TextFromPath(path));
+    return false;
 }
 
 }  // namespace kelvora

@@ -21,8 +21,7 @@ public:
     bool Save(const SetupDocument& document, const std::string& name);
 
 private:
-    std::optional<std::string> AskName(const QString& offered);
-    std::optional<std::string> PathFor(const std::string& name) const;
+    bool MayWrite(const std::string& path) const;
 
     const SetupDesk& desk_;
     SetupWindows& setups_;

@@ -6,13 +6,38 @@
 #include <QScreen>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <array>
 #include <iterator>
+#include <string_view>
+#include <utility>
 
 #include "platform/Encoding.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WindowParts.h"
+#include "windows/forms/TemplateNameDialog.h"
 
 namespace kelvora {
+
+namespace {
+
+/// The program's own, whose files are named after their modules, and what people call them.
+constexpr std::array ProgramNames{
+    std::pair{std::string_view("KM096"), Message::TemplateMaster},
+    std::pair{std::string_view("KM096+KM064"), Message::TemplateKeyboards},
+    std::pair{std::string_view("KM096+MCR"), Message::TemplateBadge},
+    std::pair{std::string_view("KM096+ICCR"), Message::TemplateChipCard},
+    std::pair{std::string_view("KM096+KM064+MCR+ICCR"), Message::TemplateAll},
+};
+
+QString NameOf(const MessageCatalogue& catalogue, const Template& entry)
+{
+    const auto* const known =
+        std::ranges::find(ProgramNames, entry.name, [](const auto& row) { return row.first; });
+    return entry.isOwn || known == ProgramNames.end() ? PathToQString(entry.name)
+                                                      : ToQString(catalogue.Caption(known->second));
+}
+
+}  // namespace
 
 TemplatesDialog::TemplatesDialog(const UserFiles& files, const Templates& templates, QWidget* parent)
     : QDialog(parent),
@@ -20,13 +45,16 @@ TemplatesDialog::TemplatesDialog(const UserFiles& files, const Templates& templa
       templates_(templates),
       cards_(new SetupCards(SetupCards::Use::Choose, files.OnDisk(), files.Words().Catalogue(), this)),
       create_(NamedButton("Create", *this, ToQString(files.Words().Caption(Message::TemplateCreate)))),
+      rename_(NamedButton("Rename", *this, ToQString(files.Words().Caption(Message::TemplateRename)))),
       remove_(NamedButton("Remove", *this, ToQString(files.Words().Caption(Message::TemplateRemove))))
 {
     setObjectName(QStringLiteral("TemplatesDialog"));
     setWindowTitle(ToQString(files_.Words().Caption(Message::TemplatesTitle)));
     create_->setDefault(true);
     connect(create_, &QPushButton::clicked, this, &QDialog::accept);
+    connect(rename_, &QPushButton::clicked, this, [this] { Rename(); });
     connect(remove_, &QPushButton::clicked, this, [this] { Remove(); });
+    AddKeys(*this, {Qt::Key_F2}, [this] { Rename(); });
     connect(cards_, &SetupCards::opened, this, &QDialog::accept);
     connect(cards_, &SetupCards::chosen, this, [this] { ShowChosen(); });
     connect(cards_, &SetupCards::taken, this, [this] { Remove(); });
@@ -41,6 +69,7 @@ void TemplatesDialog::Arrange()
     cancel->button(QDialogButtonBox::Cancel)->setAutoDefault(false);
     connect(cancel, &QDialogButtonBox::rejected, this, &QDialog::reject);
     auto* const across = new QHBoxLayout;
+    across->addWidget(rename_);
     across->addWidget(remove_);
     across->addStretch(1);
     across->addWidget(create_);
@@ -59,13 +88,12 @@ void TemplatesDialog::List()
         try {
             std::ranges::move(templates_.List(isOwn), std::back_inserter(list_));
         } catch (const FileError& error) {
-            words.Show(Message::FileNotOpened, {BoxIcon::Exclamation},
-                       TextFromPath(error.Path()) + "\r\n" + error.what());
+            words.TellOf(Message::FileNotOpened, error);
         }
     }
     std::vector<CardFile> cards;
     for (const Template& entry : list_)
-        cards.push_back({PathToQString(entry.path), PathToQString(entry.name),
+        cards.push_back({PathToQString(entry.path), NameOf(words.Catalogue(), entry),
                          entry.isOwn ? ToQString(words.Caption(Message::TemplateOwn)) : QString()});
     cards_->ShowFiles(cards);
     ShowChosen();
@@ -80,7 +108,30 @@ void TemplatesDialog::ShowChosen()
 {
     const auto chosen = std::ranges::find(list_, Chosen(), &Template::path);
     create_->setEnabled(chosen != list_.end());
-    remove_->setEnabled(chosen != list_.end() && chosen->isOwn);
+    const bool isOwn = chosen != list_.end() && chosen->isOwn;
+    rename_->setEnabled(isOwn);
+    remove_->setEnabled(isOwn);
+}
+
+void TemplatesDialog::Rename()
+{
+    const auto chosen = std::ranges::find(list_, Chosen(), &Template::path);
+    if (!rename_->isEnabled())
+        return;
+    const auto name = AskTemplateName(files_.Words(), Message::TemplateRenameTitle, chosen->name, *this);
+    cards_->setFocus();
+    if (!name)
+        return;
+    const std::string path = templates_.PathFor(*name);
+    if (path == chosen->path || !mayWrite(path))
+        return;
+    try {
+        templates_.Move(chosen->path, path);
+    } catch (const FileError& error) {
+        files_.Words().TellOf(Message::TemplateNotRenamed, error);
+    }
+    List();
+    cards_->Choose(PathToQString(path));
 }
 
 void TemplatesDialog::Remove()
@@ -92,8 +143,7 @@ void TemplatesDialog::Remove()
     try {
         templates_.Remove(path);
     } catch (const FileError& error) {
-        files_.Words().Show(Message::TemplateNotRemoved, {BoxIcon::Exclamation},
-                            TextFromPath(path) + "\r\n" + error.what());
+        files_.Words().TellOf(Message::TemplateNotRemoved, error);
     }
     List();
     cards_->setFocus();

@@ -1,7 +1,8 @@
-// The templates to begin a new setup with, as cards; one's own can be removed.
+// The templates to begin a new setup with, as cards; one's own can be renamed and removed.
 #pragma once
 
 #include <QDialog>
+#include <functional>
 #include <vector>
 
 #include "catalogue/UserFiles.h"
@@ -20,10 +21,15 @@ public:
     /// The path of the chosen one; empty where there is none.
     std::string Chosen() const;
 
+    /// Whether a renamed template may be written there; it asks the person where something stands there. Must
+    /// be set.
+    std::function<bool(const std::string& path)> mayWrite;
+
 private:
     void Arrange();
     void List();
     void ShowChosen();
+    void Rename();
     void Remove();
 
     const UserFiles& files_;
@@ -31,6 +37,7 @@ private:
     std::vector<Template> list_;
     SetupCards* cards_;
     QPushButton* create_;
+    QPushButton* rename_;
     QPushButton* remove_;
 };
 
