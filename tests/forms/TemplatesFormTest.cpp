@@ -76,7 +76,8 @@ TEST_F(TemplatesForm, AModuleIsPastedAsOneStep)
     Trigger(Command::EditMenuCopy);
     Trigger(Command::FileMenuNew);
     Trigger(Command::EditMenuPaste);
-    EXPECT_EQ(window->Status().currentMessage().toStdString(), Message::PasteNotThere.fallback);
+    EXPECT_EQ(window->Status().currentMessage().toStdString(),
+              std::string(Message::PasteNotThere.fallback) + "Main Keyboard (KM096)");
     EXPECT_FALSE(IsEnabled(Command::EditMenuCopy)) << "there is nothing to copy";
     Trigger(Command::LayoutMenuAddKBMASTER);
     Trigger(Command::EditMenuPaste);

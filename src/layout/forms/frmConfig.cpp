@@ -89,7 +89,7 @@ void frmConfig::ConnectStrip()
         if (HasOptions(button))
             EditOptionsOf(KindOfButton(MainButtonOf(button)));
     });
-    connect(strip_, &StripView::menuRequested, this, &frmConfig::layoutMenuRequested);
+    connect(strip_, &StripView::menuRequested, this, &frmConfig::moduleMenuRequested);
     connect(strip_, &StripView::masterRequested, this, [this] { LayoutMenuAdd_Click(ModuleKind::KM096); });
     connect(strip_, &StripView::stopRequested, this, &frmConfig::interruptRequested);
     connect(strip_, &StripView::focusChanged, this, &frmConfig::changed);

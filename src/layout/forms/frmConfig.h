@@ -109,11 +109,11 @@ signals:
     /// The Esc key.
     void interruptRequested();
 
-    /// Why a command, or the wish to close the window, does nothing.
-    void hinted(const MessageId& hint);
+    /// Why a command, or the wish to close the window, does nothing; `what` it is about.
+    void hinted(const MessageId& hint, const QString& what = {});
 
-    /// The Layout menu is wanted at a place; the module that it is for has the focus.
-    void layoutMenuRequested(const QPoint& globalPosition);
+    /// The menu of the module that has the focus is wanted at a place.
+    void moduleMenuRequested(const QPoint& globalPosition);
 
 protected:
     void closeEvent(QCloseEvent* event) override;

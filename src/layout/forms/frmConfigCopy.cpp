@@ -6,6 +6,7 @@
 #include "layout/forms/StripView.h"
 #include "layout/forms/frmConfig.h"
 #include "platform/qt/Text.h"
+#include "setup/SetupTexts.h"
 
 namespace kelvora {
 
@@ -27,7 +28,8 @@ void frmConfig::PasteIntoModule()
         case Outcome::NoModule:
             return emit hinted(Message::PasteNoModule);
         case Outcome::NotThere:
-            return emit hinted(Message::PasteNotThere);
+            return emit hinted(Message::PasteNotThere,
+                               ToQString(ModuleName(session_.Desk().Catalogue(), pasting.kind)));
         case Outcome::Same:
             break;
         case Outcome::Done:

@@ -174,8 +174,8 @@ void MDIForm1::Prepare(frmConfig& setup)
     connect(&setup, &frmConfig::fileChanged, this, [this, &setup] { setups_.Remember(setup); });
     connect(&setup, &frmConfig::interruptRequested, &operation_, &OperationView::Interrupt);
     connect(&setup, &frmConfig::hinted, this, &MDIForm1::ShowHint);
-    connect(&setup, &frmConfig::layoutMenuRequested, this,
-            [this](const QPoint& place) { menu_.Layout().popup(place); });
+    connect(&setup, &frmConfig::moduleMenuRequested, this,
+            [this](const QPoint& place) { menu_.OfModule().popup(place); });
 }
 
 void MDIForm1::OpenFiles(const QStringList& paths)
@@ -275,9 +275,9 @@ void MDIForm1::ShowPractice()
     ShowHint(program_.lines.HasSimulation() ? Message::PracticeBegun : Message::PracticeEnded);
 }
 
-void MDIForm1::ShowHint(const MessageId& hint)
+void MDIForm1::ShowHint(const MessageId& hint, const QString& what)
 {
-    status_->ShowHint(ToQString(program_.texts.Caption(hint)));
+    status_->ShowHint((ToQString(program_.texts.Word(hint)) + what).trimmed());
 }
 
 bool MDIForm1::IsIdle() const

@@ -89,7 +89,7 @@ private:
     void ChangeLanguage(const std::string& language);
     void OpenWaitingFiles();
     bool IsIdle() const;
-    void ShowHint(const MessageId& hint);
+    void ShowHint(const MessageId& hint, const QString& what = {});
 
     template <class Action>
     void On(Command command, Action action)

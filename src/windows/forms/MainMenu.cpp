@@ -71,17 +71,24 @@ void MainMenu::MakeSetupMenus(QMenuBar& bar)
     edit->addSeparator();
     edit->addAction(&commands_[Command::EditMenuCopy]);
     edit->addAction(&commands_[Command::EditMenuPaste]);
-    layout_ = AddMenu(&bar, "LayoutMenu", Message::LayoutMenu);
-    add_ = AddMenu(layout_, "LayoutMenuAdd", Message::LayoutMenuAdd);
+    QMenu* layout = AddMenu(&bar, "LayoutMenu", Message::LayoutMenu);
+    add_ = AddMenu(layout, "LayoutMenuAdd", Message::LayoutMenuAdd);
     for (const Command command : {Command::LayoutMenuAddKBMASTER, Command::LayoutMenuAddKB64,
                                   Command::LayoutMenuAddMCR, Command::LayoutMenuAddICCR})
         add_->addAction(&commands_[command]);
-    layout_->addAction(&commands_[Command::LayoutMenuDel]);
-    layout_->addAction(&commands_[Command::LayoutMenuMove]);
-    layout_->addSeparator();
-    layout_->addAction(&commands_[Command::LayoutMenuOptions]);
+    layout->addAction(&commands_[Command::LayoutMenuDel]);
+    layout->addAction(&commands_[Command::LayoutMenuMove]);
+    layout->addSeparator();
+    layout->addAction(&commands_[Command::LayoutMenuOptions]);
     setupEntries_.push_back(edit->menuAction());
-    setupEntries_.push_back(layout_->menuAction());
+    setupEntries_.push_back(layout->menuAction());
+    module_ = new QMenu(&bar);
+    module_->setObjectName(QStringLiteral("ModuleMenu"));
+    titled_.push_back({module_, Message::LayoutMenu});
+    module_->addActions(layout->actions());
+    module_->addSeparator();
+    module_->addAction(&commands_[Command::EditMenuCopy]);
+    module_->addAction(&commands_[Command::EditMenuPaste]);
 }
 
 void MainMenu::MakeCommunicationsMenu(QMenuBar& bar)

@@ -47,7 +47,8 @@ public:
     /// Shows what only a setup window uses, or hides it.
     void ShowSetupEntries(bool shown);
 
-    QMenu& Layout() { return *layout_; }
+    /// What can be done with the chosen module.
+    QMenu& OfModule() { return *module_; }
 
 signals:
     // What was chosen that is no command.
@@ -77,7 +78,7 @@ private:
     std::vector<QAction*> setupEntries_;
     QMenu* recent_ = nullptr;
     QMenu* compare_ = nullptr;
-    QMenu* layout_ = nullptr;
+    QMenu* module_ = nullptr;
     QMenu* add_ = nullptr;
     QMenu* dump_ = nullptr;
     QMenu* lines_ = nullptr;
