@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "comms/LineCommands.h"
+#include "setup/Options.h"
 
 namespace kelvora {
 
@@ -33,7 +34,12 @@ LineTarget TargetOf(const PosCfg& settings)
 ModuleList ModulesOfMap(const std::string& deviceMap)
 {
     try {
-        return ReadDeviceMap(deviceMap).Modules;
+        ModuleList modules = ReadDeviceMap(deviceMap).Modules;
+        for (ModuleRecord& record : modules) {
+            record.KeyMap.clear();
+            record.Options.resize(record.Kind == ModuleKind::MCR ? Options::TracksLength : 0);
+        }
+        return modules;
     } catch (const DeviceMapError&) {
         return {};
     }

@@ -28,8 +28,8 @@ struct ScanOutcome {
 /// The line that a window's settings mean.
 LineTarget TargetOf(const PosCfg& settings);
 
-/// The modules of a line that reported this device map, as they are before anything else is read; empty where
-/// they make no setup.
+/// The modules of a line that reported this device map, without what it does not tell: their keys, and all
+/// options but a badge reader's tracks. Empty where they make no setup.
 ModuleList ModulesOfMap(const std::string& deviceMap);
 
 /// Scans a line; once its map has come the line is left in its connection mode. Nothing is shown meanwhile.

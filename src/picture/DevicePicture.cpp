@@ -163,8 +163,7 @@ bool ReadsTrack(const ModuleRecord& record, char track)
 
 bool ReadsUnasked(const ModuleRecord& record)
 {
-    return record.Options.size() >= Options::McrLength &&
-           record.Options.compare(Options::AutoreadAt, Options::On.size(), Options::On) == 0;
+    return record.Options.compare(Options::AutoreadAt, Options::On.size(), Options::On) == 0;
 }
 
 void DrawBadgeReader(SvgDrawing& drawing, StripButton button, const ModuleRecord& record)
@@ -185,6 +184,9 @@ void DrawBadgeReader(SvgDrawing& drawing, StripButton button, const ModuleRecord
                      std::string_view(&track, 1));
         drawing.Rect({middle - 34, TrackTop + 120, 68, 1240}, 34, lit ? Paint{LitColour} : Off);
     }
+    // Only the tracks are known of one that has not been read yet.
+    if (record.Options.size() < Options::McrLength)
+        return;
     DrawLamp(drawing, BodyMiddle, 2200, ReadsUnasked(record));
     drawing.Text(BodyMiddle, 2350, SmallLabelSize, LabelColour, "AUTO");
 }

@@ -51,6 +51,8 @@ TEST_F(LineScanForm, ScanFillsTheWindowAndIsSavedAsAFile)
         // The devices are there, greyed, before their keys.
         for (const StripButton button : {StripButton::Master, StripButton::KM064, StripButton::Keypad})
             EXPECT_TRUE(Strip().Button(button).isVisible() && !Strip().Button(button).isEnabled());
+        // Nothing is said of what is read last: the separators, and whether it reads unasked.
+        EXPECT_EQ(Strip().Button(StripButton::MCR).accessibleDescription(), "1,2,3");
         WaitingPanel& waiting = *Strip().Waiting();
         EXPECT_EQ(waiting.findChild<QProgressBar*>()->value(), bar->value());
         EXPECT_TRUE(waiting.findChild<QLabel*>("WaitingTimeLeft")->text().startsWith("Time left: 0:0"));

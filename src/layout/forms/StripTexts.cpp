@@ -86,11 +86,9 @@ QString StripDetails(const MessageCatalogue& catalogue, StripButton button, cons
     QString details = StripSummary(catalogue, button, modules);
     const ModuleRecord* record = StripRecord(button, modules);
     if (record && button == StripButton::Backlight)
-        return ToQString(catalogue.Caption(record->DeviceCode == DeviceCode::BacklightOn
-                                               ? Message::ChangeYes
-
-                                               : Message::ChangeNo));
-    if (!record || record->Kind != ModuleKind::MCR)
+        return ToQString(catalogue.Caption(
+            record->DeviceCode == DeviceCode::BacklightOn ? Message::ChangeYes : Message::ChangeNo));
+    if (!record || record->Kind != ModuleKind::MCR || record->Options.size() < Options::McrLength)
         return details;
     details.prepend(ToQString(catalogue.Caption(Message::OptionTracks) + ": ").remove('&'));
     const std::array captions{Message::OptionSeparator1, Message::OptionSeparator2,

@@ -8,6 +8,8 @@
 
 namespace kelvora {
 
+// Modules that are expected tell what is known of them; see layout/LineScan.h.
+
 /// The module that a button shows; null when `modules` has none of its kind.
 const ModuleRecord* StripRecord(StripButton button, const ModuleList& modules);
 

@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "layout/LayoutCommands.h"
+#include "layout/forms/StripLabels.h"
 #include "layout/forms/StripTexts.h"
 #include "picture/DevicePicture.h"
 #include "platform/qt/ProgramStyle.h"
@@ -22,8 +23,8 @@ namespace {
 // How far a module that is being placed is lifted out of the strip, in pixels.
 constexpr int FloatingLift = 14;
 
-// The narrowest module's texts need more room than its button.
-constexpr int TextOverhang = 6;
+// Around what stands where no device does, in pixels.
+constexpr int PanelSpace = 6;
 
 QRect PlaceOf(const StripScale& scale, const PlacedButton& placed)
 {
@@ -59,7 +60,7 @@ void StripView::MakeEmptyState()
     auto* layout = new QVBoxLayout(empty_);
     layout->addStretch();
     layout->addWidget(emptyText_);
-    layout->addSpacing(TextOverhang);
+    layout->addSpacing(PanelSpace);
     layout->addWidget(addMaster_, 0, Qt::AlignHCenter);
     layout->addStretch();
 }
@@ -159,7 +160,7 @@ void StripView::ShowTexts(ModuleButton& button)
 {
     button.setAccessibleName(StripName(catalogue_, button.Button(), modules_));
     button.setAccessibleDescription(StripDetails(catalogue_, button.Button(), modules_));
-    button.setToolTip(StripTip(catalogue_, button.Button(), modules_));
+    button.setToolTip(waiting_ ? QString() : StripTip(catalogue_, button.Button(), modules_));
 }
 
 std::optional<StripButton> StripView::FocusedButton() const
@@ -248,8 +249,14 @@ void StripView::resizeEvent(QResizeEvent* /*event*/)
 // What is waited with has room below the strip.
 StripScale StripView::Scale() const
 {
-    const int panel = panel_ && !strip_.empty() ? panel_->sizeHint().height() + TextOverhang : 0;
+    const int panel = panel_ && !strip_.empty() ? TextRoom() + panel_->sizeHint().height() + PanelSpace : 0;
     return FitStrip(strip_, width(), height() - panel);
+}
+
+// Two lines, and half of one above and below them.
+int StripView::TextRoom() const
+{
+    return 3 * fontMetrics().height();
 }
 
 // Of the texts below the devices.
@@ -274,7 +281,7 @@ void StripView::ArrangeWaiting()
 
 void StripView::Arrange()
 {
-    empty_->setGeometry(rect().adjusted(TextOverhang, 0, -TextOverhang, 0));
+    empty_->setGeometry(rect().adjusted(PanelSpace, 0, -PanelSpace, 0));
     const StripScale scale = Scale();
     for (const PlacedButton& placed : strip_)
         Button(placed.button).setGeometry(PlaceOf(scale, placed));
@@ -301,32 +308,25 @@ void StripView::ArrangeFloating()
 void StripView::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
-    const QFontMetrics metrics(font());
     const StripScale scale = Scale();
-    const auto selected = FocusedButton();
-    QFont bold = font();
-    bold.setBold(true);
+    const auto chosen = FocusedButton();
+    std::vector<StripLabel> names;
+    std::vector<StripLabel> summaries;
     for (const PlacedButton& placed : strip_) {
         if (!IsMainButton(placed.button))
             continue;
-        const QRect button = PlaceOf(scale, placed);
-        QRect line(button.left() - TextOverhang / 2, TextTop(), button.width() + TextOverhang,
-                   metrics.height());
-        painter.setPen(palette().color(QPalette::WindowText));
+        const QRect device = PlaceOf(scale, placed);
         // Told by more than the frame's colour.
-        painter.setFont(selected && MainButtonOf(*selected) == placed.button ? bold : font());
-        painter.drawText(line, Qt::AlignCenter,
-                         painter.fontMetrics().elidedText(StripCaption(catalogue_, placed.button),
-                                                          Qt::ElideRight, line.width()));
-        painter.setFont(font());
-        line.translate(0, metrics.height());
-        QColor faint = palette().color(QPalette::WindowText);
-        faint.setAlphaF(0.7F);
-        painter.setPen(faint);
-        painter.drawText(line, Qt::AlignCenter,
-                         metrics.elidedText(StripSummary(catalogue_, placed.button, modules_), Qt::ElideRight,
-                                            line.width()));
+        names.push_back({device, StripCaption(catalogue_, placed.button),
+                         chosen && MainButtonOf(*chosen) == placed.button});
+        summaries.push_back({device, StripSummary(catalogue_, placed.button, modules_)});
     }
+    QColor ink = palette().color(QPalette::WindowText);
+    painter.setPen(ink);
+    PaintLabels(painter, names, TextTop());
+    ink.setAlphaF(0.7F);
+    painter.setPen(ink);
+    PaintLabels(painter, summaries, TextTop() + fontMetrics().height());
 }
 
 bool StripView::IsSwallowed(const QEvent& event) const

@@ -101,6 +101,7 @@ private:
     void ArrangeWaiting();
     StripScale Scale() const;
     int TextTop() const;
+    int TextRoom() const;
     void ShowTexts(ModuleButton& button);
     bool IsSwallowed(const QEvent& event) const;
 
