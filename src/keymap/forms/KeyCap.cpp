@@ -19,6 +19,9 @@ const QColor ChosenFace(186, 250, 252);
 const QColor ChosenSide(96, 190, 198);
 const QColor MarkedNumber(8, 44, 50);
 
+/// Closer lines, in pixels, make one grey of a small cap.
+constexpr double LeastHatch = 4;
+
 /// How much of a cap that cannot be chosen shows before its housing.
 constexpr double DisabledOpacity = 0.4;
 
@@ -151,7 +154,7 @@ void KeyCap::paintEvent(QPaintEvent* /*event*/)
     painter.drawRoundedRect(face, radius * 0.8, radius * 0.8);
     if (unused_)
         PaintHatch(painter, face, number, radius * 0.8, Standing(colours.number, colours.face, SignContrast),
-                   unit * 0.24);
+                   std::max(LeastHatch, unit * 0.24));
     if (mark_ != CapMark::None)
         PaintFrame(painter, face, radius * 0.8, unit * (mark_ == CapMark::Selected ? 0.09 : 0.04));
     if (hasFocus()) {

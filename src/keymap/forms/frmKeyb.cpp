@@ -133,6 +133,8 @@ QLayout* frmKeyb::MakeFind()
     find_->setMaximumWidth(find_->fontMetrics().averageCharWidth() * 10);
     label->setBuddy(find_);
     connect(find_, &QLineEdit::returnPressed, this, &frmKeyb::FindKey);
+    // What was said of another number.
+    connect(find_, &QLineEdit::textEdited, this, &frmKeyb::ShowHint);
     auto* const across = new QHBoxLayout;
     across->addWidget(label, 1);
     across->addWidget(find_);
@@ -226,12 +228,17 @@ void frmKeyb::ShowSession()
 {
     grid_->LayoutKeyGrid();
     ShowChoices(session_.Choices());
-    hint_->setText(ToQString(session_.IsEditable() ? texts_.Caption(Message::KeyHint) + " " +
-                                                         texts_.Caption(Message::KeyHintMore)
-                                                   : texts_.Caption(Message::KeyMapUnfit)));
+    ShowHint();
     undo_->setEnabled(session_.CanUndo());
     redo_->setEnabled(session_.CanRedo());
     emit sessionShown();
+}
+
+void frmKeyb::ShowHint()
+{
+    hint_->setText(ToQString(session_.IsEditable() ? texts_.Caption(Message::KeyHint) + " " +
+                                                         texts_.Caption(Message::KeyHintMore)
+                                                   : texts_.Caption(Message::KeyMapUnfit)));
 }
 
 // What a key, a button or a step back has just changed.
@@ -366,8 +373,11 @@ void frmKeyb::keyPressEvent(QKeyEvent* event)
         find_->setFocus(Qt::ShortcutFocusReason);
         return find_->selectAll();
     }
-    if (event->key() == Qt::Key_Escape && focusWidget() == find_)
+    if (event->key() == Qt::Key_Escape && focusWidget() == find_) {
+        find_->clear();
+        ShowHint();
         return grid_->FocusKeys();
+    }
     if (event->matches(QKeySequence::Undo))
         return Undo();
     if (event->matches(QKeySequence::Redo))

@@ -58,6 +58,7 @@ private:
     void Activate();
     void ShowChoices(const KeyChoices& choices);
     void ShowSession();
+    void ShowHint();
     void ShowChange();
     void KeyTypeOption_Click(int index);
     void UnusedCheck_Click();
