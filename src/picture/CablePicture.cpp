@@ -9,13 +9,11 @@ namespace kelvora {
 namespace {
 
 // All in twips.
-constexpr int CablePictureWidth = 8100;
 constexpr int CablePictureHeight = 3300;
 constexpr int KeyboardLeft = 200;
 constexpr int KeyboardTop = 150;
 constexpr int CableWidth = 60;
 constexpr int OutlineWidth = 30;
-constexpr int WordSize = 210;
 constexpr int BoxCorner = 60;
 
 constexpr KeyRect Computer{6450, 250, 1300, 850};
@@ -87,7 +85,7 @@ private:
 
     void Word(int x, int y, const MessageId& message)
     {
-        drawing_.Text(x, y, WordSize, ink_, Utf8FromText(catalogue_.Caption(message)));
+        drawing_.Text(x, y, CableWordSize, ink_, Utf8FromText(catalogue_.Caption(message)));
     }
 
     const MessageCatalogue& catalogue_;

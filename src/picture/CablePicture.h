@@ -9,6 +9,10 @@
 
 namespace kelvora {
 
+/// In twips: how wide it is, and how large its words are.
+inline constexpr int CablePictureWidth = 8100;
+inline constexpr int CableWordSize = 240;
+
 /// The drawing as an SVG document. `ink` is the SVG colour of lines and words, which stands out from what the
 /// drawing is shown on.
 std::string CablePicture(const MessageCatalogue& catalogue, std::string_view ink);

@@ -1,19 +1,13 @@
 #include "eeprom/forms/CableView.h"
 
+#include <QEvent>
+#include <QFontInfo>
 #include <QPainter>
 
 #include "picture/CablePicture.h"
-#include "picture/forms/SvgPicture.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
-
-namespace {
-
-constexpr QSize CableViewSize(540, 220);
-constexpr QSize SmallestCableView(360, 147);
-
-}  // namespace
 
 CableView::CableView(const MessageCatalogue& catalogue, QWidget* parent)
     : QWidget(parent), catalogue_(catalogue)
@@ -25,26 +19,42 @@ CableView::CableView(const MessageCatalogue& catalogue, QWidget* parent)
          {Message::CableY, Message::CableKeyboard, Message::CableComputer, Message::CablePower})
         names << ToQString(catalogue.Caption(part));
     setAccessibleName(names.join(QStringLiteral(", ")));
+    Draw();
 }
 
 QSize CableView::sizeHint() const
 {
-    return CableViewSize;
+    return minimumSizeHint() * 6 / 5;
 }
 
 QSize CableView::minimumSizeHint() const
 {
-    return SmallestCableView;
+    const int width = CablePictureWidth * QFontInfo(font()).pixelSize() / CableWordSize;
+    return picture_.SizeIn({width, width});
+}
+
+void CableView::Draw()
+{
+    const std::string ink = palette().color(QPalette::WindowText).name().toStdString();
+    picture_ = SvgPicture(QByteArray::fromStdString(CablePicture(catalogue_, ink)));
+    update();
+}
+
+void CableView::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        Draw();
+    else if (event->type() == QEvent::FontChange)
+        updateGeometry();
 }
 
 void CableView::paintEvent(QPaintEvent* /*event*/)
 {
-    const std::string ink = palette().color(QPalette::WindowText).name().toStdString();
-    const SvgPicture picture(QByteArray::fromStdString(CablePicture(catalogue_, ink)));
-    QRect place(QPoint(), picture.SizeIn(size()));
+    QRect place(QPoint(), picture_.SizeIn(size()));
     place.moveCenter(rect().center());
     QPainter painter(this);
-    painter.drawPixmap(place, picture.Pixels(place.size(), devicePixelRatioF()));
+    painter.drawPixmap(place, picture_.Pixels(place.size(), devicePixelRatioF()));
 }
 
 }  // namespace kelvora

@@ -4,6 +4,7 @@
 #include <QWidget>
 
 #include "catalogue/MessageCatalogue.h"
+#include "picture/forms/SvgPicture.h"
 
 namespace kelvora {
 
@@ -13,13 +14,18 @@ public:
     explicit CableView(const MessageCatalogue& catalogue, QWidget* parent = nullptr);
 
     QSize sizeHint() const override;
+    /// The drawing's words are as large as the window's there.
     QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
+    void Draw();
+
     const MessageCatalogue& catalogue_;
+    SvgPicture picture_;
 };
 
 }  // namespace kelvora
