@@ -26,10 +26,9 @@ constexpr int TerminalSize = 24;
 
 }  // namespace
 
-LaneView::LaneView(const MessageCatalogue& catalogue, QString title, QWidget* parent)
+LaneView::LaneView(const MessageCatalogue& catalogue, QWidget* parent)
     : QFrame(parent),
       catalogue_(catalogue),
-      title_(std::move(title)),
       name_(new QLabel(this)),
       sign_(new VerdictSign(this)),
       terminal_(new QLabel(this)),
@@ -57,7 +56,6 @@ LaneView::LaneView(const MessageCatalogue& catalogue, QString title, QWidget* pa
     }
     hint_->setMinimumHeight(4 * fontMetrics().lineSpacing());
     hint_->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
-    name_->setText(title_);
     auto* const column = new QVBoxLayout(this);
     column->addWidget(name_);
     column->addWidget(sign_, 1);
@@ -66,7 +64,6 @@ LaneView::LaneView(const MessageCatalogue& catalogue, QString title, QWidget* pa
     column->addWidget(retry_, 0, Qt::AlignHCenter);
     column->addWidget(last_);
     connect(retry_, &QPushButton::clicked, this, &LaneView::retryRequested);
-    Retranslate();
 }
 
 QString LaneView::Words(State state) const
@@ -131,8 +128,10 @@ void LaneView::Paint()
     setAccessibleName(state.isEmpty() ? title_ : title_ + QStringLiteral(": ") + state);
 }
 
-void LaneView::Retranslate()
+void LaneView::Retranslate(const QString& title)
 {
+    title_ = title;
+    name_->setText(title);
     retry_->setText(ToQString(catalogue_.Caption(Message::SeriesRetry)));
     Paint();
 }

@@ -17,12 +17,13 @@ class LaneView final : public QFrame {
     Q_OBJECT
 
 public:
-    /// `catalogue` outlives the view; `title` is what people know the line by.
-    LaneView(const MessageCatalogue& catalogue, QString title, QWidget* parent = nullptr);
+    /// `catalogue` outlives the view, which has its texts with the first Retranslate.
+    explicit LaneView(const MessageCatalogue& catalogue, QWidget* parent = nullptr);
 
     /// `isStopping`: the series ends after the till at hand.
     void ShowLane(const Lane& lane, bool isStopping);
-    void Retranslate();
+    /// `title` is what people know the line by.
+    void Retranslate(const QString& title);
 
 signals:
     /// The user wants the till at hand tried once more.

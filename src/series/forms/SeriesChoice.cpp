@@ -109,6 +109,15 @@ bool SeriesChoice::HasLine(int line) const
     return lines_.at(static_cast<std::size_t>(line) - 1)->isChecked();
 }
 
+QString SeriesChoice::LineTitle(int line) const
+{
+    const QString name = ToQString(PortName(line));
+    return ports_.IsSimulated(line)
+               ? name + QStringLiteral(" (") + ToQString(files_.Words().Caption(Message::SimulatedLine)) +
+                     QLatin1Char(')')
+               : name;
+}
+
 void SeriesChoice::ChooseLine(int line, bool chosen)
 {
     QCheckBox* const box = lines_.at(static_cast<std::size_t>(line) - 1);
@@ -136,7 +145,7 @@ void SeriesChoice::Retranslate()
     linesLabel_->setText(text(Message::SeriesLines));
     for (std::size_t i = 0; i < lines_.size(); ++i) {
         const SerialPort* const port = ports_.AllPorts().at(i);
-        lines_.at(i)->setText(ToQString(PortName(static_cast<int>(i) + 1)));
+        lines_.at(i)->setText(LineTitle(static_cast<int>(i) + 1));
         lines_.at(i)->setToolTip(port ? PathToQString(port->Device()) : QString());
     }
 }

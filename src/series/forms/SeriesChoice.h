@@ -33,6 +33,7 @@ public:
     QString Path() const;  ///< of the setup, or of the folder
     bool HasLine(int line) const;
     void ChooseLine(int line, bool chosen);
+    QString LineTitle(int line) const;  ///< "COM1", and that it is simulated when it is
 
     void Retranslate();
 

@@ -16,7 +16,6 @@
 #include "picture/qt/PictureFiles.h"
 #include "platform/Encoding.h"
 #include "platform/LocalTime.h"
-#include "platform/PortName.h"
 #include "platform/qt/ReaderRoles.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WindowParts.h"
@@ -99,7 +98,7 @@ void SeriesWindow::MakeLanes()
 {
     for (int number = 1; number <= LineCount; ++number) {
         Line& line = lines_.at(static_cast<std::size_t>(number) - 1);
-        line.view = new LaneView(files_.Words().Catalogue(), LineTitle(number), this);
+        line.view = new LaneView(files_.Words().Catalogue(), this);
         line.view->setObjectName(QStringLiteral("Lane%1").arg(number));
         connect(line.view, &LaneView::retryRequested, this, [this, number] { Retry(number); });
         lanes_->addWidget(line.view, 1);
@@ -143,11 +142,6 @@ QString SeriesWindow::Text(const MessageId& message) const
     return ToQString(files_.Words().Caption(message));
 }
 
-QString SeriesWindow::LineTitle(int number) const
-{
-    return ToQString(PortName(number));
-}
-
 void SeriesWindow::Offer(const QString& setup, int line)
 {
     if (choice_->Path().isEmpty() && !setup.isEmpty())
@@ -183,7 +177,7 @@ void SeriesWindow::Start()
     QStringList names;
     for (int number = 1; number <= LineCount; ++number)
         if (choice_->HasLine(number))
-            names << LineTitle(number);
+            names << choice_->LineTitle(number);
     const std::string what = FromQString(names.join(QStringLiteral(", ")) + QStringLiteral(": ")) +
                              TextFromPath(PathFromQString(choice_->Path())) + "\r\n" +
                              files_.Words().Caption(Message::SeriesAskBackup);
@@ -368,8 +362,8 @@ void SeriesWindow::Retranslate()
     choice_->Retranslate();
     table_->Retranslate();
     table_->setAccessibleName(windowTitle());
-    for (Line& line : lines_)
-        line.view->Retranslate();
+    for (int number = 1; number <= LineCount; ++number)
+        lines_.at(static_cast<std::size_t>(number) - 1).view->Retranslate(choice_->LineTitle(number));
     ShowCounts();
 }
 

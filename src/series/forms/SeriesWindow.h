@@ -40,6 +40,7 @@ public:
     void Offer(const QString& setup, int line);
 
     bool IsRunning() const;
+    /// Sets all texts anew, from the catalogue and from what the lines are.
     void Retranslate();
 
     /// Whether it may close: a series that runs is asked about, and stopped.
@@ -77,7 +78,6 @@ private:
     void Take(int number, const std::string& text);
     void End(int number, const std::string& failure);
     QStringList ArgumentsFor(int number) const;
-    QString LineTitle(int number) const;
     void SaveReport();
     void Print();
     void Update();

@@ -272,6 +272,7 @@ void MDIForm1::Refresh()
 void MDIForm1::ShowPractice()
 {
     Refresh();
+    series_.Retranslate();
     ShowHint(program_.lines.HasSimulation() ? Message::PracticeBegun : Message::PracticeEnded);
 }
 
