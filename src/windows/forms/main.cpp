@@ -14,6 +14,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
+#include <functional>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -155,26 +156,34 @@ public:
 // next start.
 class EndOnSignal {
 public:
-    EndOnSignal(StopSignal& signal, RunningOperation& running, RecoveryForms& unsaved)
-        : notifier_(signal.Descriptor(), QSocketNotifier::Read)
+    explicit EndOnSignal(StopSignal& signal) : notifier_(signal.Descriptor(), QSocketNotifier::Read)
     {
-        QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [&signal, &running, &unsaved] {
+        QObject::connect(&notifier_, &QSocketNotifier::activated, &notifier_, [this, &signal] {
             if (!signal.Requested())
                 return;
-            running.AskToStop();
-            unsaved.Leave();
-            // Not quit(), which a window could refuse.
+            hasCome_ = true;
+            if (onSignal)
+                onSignal();
+            // Not quit(), which a window could refuse. A box closes, and no other one is shown.
             QCoreApplication::exit();
         });
     }
 
+    /// Before the program's own event loop, which would run in spite of it.
+    bool HasCome() const { return hasCome_; }
+
+    /// What is to be done before.
+    std::function<void()> onSignal;
+
 private:
     QSocketNotifier notifier_;
+    bool hasCome_ = false;
 };
 
 int Run(QApplication& application, StopSignal& stopSignal)
 {
     const Arguments arguments = ReadArguments(application);
+    EndOnSignal endOnSignal(stopSignal);
     QtPrompt prompt;
     SingleCopy copy(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
     if (!copy.Claim()) {
@@ -203,6 +212,8 @@ int Run(QApplication& application, StopSignal& stopSignal)
                     folders);
     if (!program.language.Load(program.main))
         return 1;
+    if (endOnSignal.HasCome())
+        return 0;
     QTranslator translator;
     TranslateQt(translator, program.language.Code());
     QDir().mkpath(PathToQString(folders.person));
@@ -210,7 +221,10 @@ int Run(QApplication& application, StopSignal& stopSignal)
     const WindowMemory remembered(PathToQString(folders.person));
     QApplication::setStyle(new ProgramStyle(remembered.IsTouchSize()));
     MDIForm1 window(program, PathToQString(folders.person), &machine);
-    const EndOnSignal endOnSignal(stopSignal, program.operation, window.Unsaved());
+    endOnSignal.onSignal = [&] {
+        program.operation.AskToStop();
+        window.Unsaved().Leave();
+    };
     // The session ends, unless the user takes that back: others of it may wait for the line.
     QObject::connect(&application, &QGuiApplication::commitDataRequest, &window, [&] {
         program.operation.AskToStop();
