@@ -74,16 +74,5 @@ TEST(SetupDifferences, Modules)
     EXPECT_EQ(CompareSetups(before, after), differences);
 }
 
-TEST(SetupDifferences, RepeatedKinds)
-{
-    const SetupDocument one = ReadSetup("[KM064]\n", RepeatedKinds::Read);
-    SetupDocument two = ReadSetup("[KM064]\n[KM064]\n", RepeatedKinds::Read);
-    EXPECT_EQ(CompareSetups(one, two), (std::vector<SetupDifference>{{What::Added, KM064, 0, 0, 0, "", ""}}));
-    SetupDocument changed = two;
-    changed.Modules[1].KeyMap[63] = '0';
-    EXPECT_EQ(CompareSetups(two, changed),
-              (std::vector<SetupDifference>{{What::Key, KM064, 64, 128, 128, "1", "0"}}));
-}
-
 }  // namespace
 }  // namespace kelvora

@@ -1,12 +1,8 @@
 #include "setup/SetupDocument.h"
 
-#include <array>
 #include <map>
-#include <random>
-#include <vector>
 
 #include "keymap/Models.h"
-#include "setup/PosCfg.h"
 #include "setup/SampleTexts.h"
 #include "setup/SetupReader.h"
 
@@ -44,70 +40,6 @@ TEST(SetupDocument, InsertsRemovesAndMovesModules)
     EXPECT_EQ(document, ReadDeviceMap("\xFF\xBF\xFF\x08"));
 }
 
-TEST(SetupDocument, StaysInStepUnderAnyOperations)
-{
-    constexpr std::array kinds{ModuleKind::KM096, ModuleKind::KM064, ModuleKind::MCR, ModuleKind::ICCR};
-    std::mt19937 random(7);
-    const auto below = [&](unsigned limit) { return static_cast<std::size_t>(random() % limit); };
-    for (unsigned run = 0; run < 200; ++run) {
-        const std::size_t unknown = run % 2;
-        SetupDocument document = ReadDeviceMap(std::string(unknown, '\xFF'));
-        std::map<ModuleKind, std::string> maps;  // what each module present bears
-        for (int step = 0; step < 40; ++step) {
-            const ModuleKind kind = kinds.at(below(4));
-            const std::size_t operation = below(4);
-            if (operation == 0 && RemoveModule(document, kind))
-                maps.erase(kind);
-            else if (operation == 1)
-                MoveModule(document, kind, below(9));
-            else if (!maps.contains(kind) && InsertModule(document, kind, below(9)))
-                document.Modules.at(*FindModule(document.Modules, kind)).KeyMap = maps[kind] =
-                    std::to_string(step);
-            std::size_t next = 0;
-            for (const ModuleRecord& record : document.Modules) {
-                ASSERT_GE(record.Position, next);
-                ASSERT_EQ(static_cast<std::uint8_t>(document.DeviceMap.at(record.Position)),
-                          record.DeviceCode);
-                ASSERT_TRUE(!maps.contains(record.Kind) || record.KeyMap == maps[record.Kind]);
-                next = record.Position + 1U;
-            }
-            ASSERT_EQ(document.DeviceMap.size(), document.Modules.size() + unknown);
-            ASSERT_LE(document.DeviceMap.size(), MaximumModules);
-            ASSERT_EQ(document.Modules.size(), maps.size() + (maps.contains(ModuleKind::KM096) ? 2U : 0U));
-        }
-    }
-}
-
-TEST(SetupDocument, ChangesDeviceCodes)
-{
-    struct Row {
-        std::string reason, deviceMap;
-        std::uint8_t code, position, newCode;
-        bool done;
-        std::string newMap, options;
-    };
-    const std::vector<Row> rows{
-        {"tracks 1 and 2", "\xBF\x03", 3, 1, 1, true, "\xBF\x01", "1,2  ;^,OFF"},
-        {"tracks 2 and 3", "\x03\xBF", 3, 0, 2, true, "\x02\xBF", "2,3  ;^,OFF"},
-        {"the same tracks again", "\x03", 3, 0, 3, true, "\x03", "1,2,3;^,OFF"},
-        {"backlight off", "\xD6\x17\x04", 23, 1, 31, true, "\xD6\x1F\x04", "NO "},
-        {"backlight on", "\xD6\x1F", 31, 1, 23, true, "\xD6\x17", "YES"},
-        {"its code stands elsewhere", "\x03\xBF\x03", 3, 2, 1, false, "\x03\xBF\x03", "1,2,3;^,OFF"},
-        {"no map", "", 3, 0, 1, false, "", "1,2,3;^,OFF"},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.reason);
-        std::string map = row.deviceMap;
-        ModuleRecord record = CreateRecord(row.code, row.position);
-        if (record.Kind == ModuleKind::MCR)
-            record.Options = "1,2,3;^,OFF";
-        EXPECT_EQ(ChangeDeviceCode(map, record, row.newCode), row.done);
-        EXPECT_EQ(map, row.newMap);
-        EXPECT_EQ(record.DeviceCode, row.done ? row.newCode : row.code);
-        EXPECT_EQ(record.Options, row.options);
-    }
-}
-
 TEST(SetupDocument, NumbersKeysThroughTheLine)
 {
     const ModuleList modules = ReadSetup("[KM096]\n[MCR]\n[ICCR]\n[KM064]").Modules;
@@ -116,22 +48,3 @@ TEST(SetupDocument, NumbersKeysThroughTheLine)
         << "the record of a chip card unit holds 4 x 4";
 }
 
-TEST(PosCfg, BaudRateRewritesTheSettings)
-{
-    struct Row {
-        std::string before;
-        std::int16_t index;
-        std::string after;
-    };
-    for (const Row& row :
-         {Row{"9600,n,8,1", 0, "19200,n,8,1"}, Row{"9600,n,8,1", 7, "150,n,8,1"}, Row{"19200", 1, "9600"},
-          Row{"9600,n,8,1", 8, ",n,8,1"}, Row{"9600,n,8,1", -1, ",n,8,1"}}) {
-        PosCfg settings(SetupMode::New, 1);
-        settings.PortSettings = row.before;
-        settings.SetBaudRate(row.index);
-        EXPECT_EQ(settings.BaudRate(), row.index);
-        EXPECT_EQ(settings.PortSettings, row.after);
-    }
-    EXPECT_EQ(BaudIndexOf("150,n,8,1"), 7);
-    EXPECT_EQ(BaudIndexOf("110,n,8,1"), 1) << "a speed that is not in the table";
-}

@@ -2,12 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
-
 #include "keymap/Keyboard.h"
 #include "keymap/Models.h"
 #include "setup/DeviceCode.h"
-#include "setup/KeyMapPicture.h"
 #include "setup/SetupReader.h"
 
 using namespace kelvora;
@@ -36,23 +33,3 @@ TEST(SetupWriter, WritesAWholeSetup)
     EXPECT_EQ(WriteSetup(setup.Modules), text) << "device code 0 ends the list";
 }
 
-TEST(SetupWriter, DrawsKeyMaps)
-{
-    struct Row {
-        std::string reason, map;
-        std::size_t columns;
-        std::string picture;
-    };
-    const std::vector<Row> rows{
-        {"a later key writes over, unused and absent cells do not", "401201X 0", 3,
-         "QQS _\r\n         VQS _\r\n         V_="},
-        {"an incomplete row is lost", "11111", 2, "SS _\r\n         SS"},
-        {"with one column the last cell is lost", "111", 1, "S _\r\n         S"},
-        {"nothing is drawn past the picture's end", "1113", 2, "SS _\r\n         SH"},
-    };
-    for (const Row& row : rows) {
-        std::string text;
-        AppendKeyMapPicture(text, row.map, row.columns);
-        EXPECT_EQ(text, "KeyMap = " + row.picture + "\r\n") << row.reason;
-    }
-}
