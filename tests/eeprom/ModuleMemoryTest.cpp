@@ -23,14 +23,6 @@ protected:
         memory.isInterrupted = [this] { return interrupted && interrupted(); };
     }
 
-    std::vector<std::string> Names() const
-    {
-        std::vector<std::string> names;
-        for (std::size_t i = 0; i < memory.Count(); ++i)
-            names.emplace_back(memory.Rows().at(i).identity.name);
-        return names;
-    }
-
     std::ptrdiff_t TimesWritten(const std::string& bytes) const
     {
         return std::ranges::count(port.written, bytes);
@@ -60,8 +52,6 @@ TEST_F(Memory, FindsAndReadsALine)
     EXPECT_EQ(TimesWritten(Identify[2]), 1);
     EXPECT_EQ(TimesWritten(Identify[3]), 0) << "nobody stands behind one that does not answer";
     EXPECT_TRUE(memory.ReadEeprom());
-    EXPECT_EQ(Names(), (std::vector<std::string>{"KM96CM", "MCR 2+3"}));
-    EXPECT_EQ(BlockText(*memory.Rows()[0].block), "AA 55 D6 17 FF FF 04 00");
     EXPECT_TRUE(prompt.shown.empty());
 
     port.answers.clear();
@@ -73,32 +63,6 @@ TEST_F(Memory, FindsAndReadsALine)
     EXPECT_TRUE(prompt.shown.empty()) << "the search is silent";
     EXPECT_EQ(memory.Count(), 0U) << "what was found before is forgotten";
     EXPECT_FALSE(memory.Rows()[0].block);
-}
-
-TEST_F(Memory, SearchBelow9600RepeatsUntilInterrupted)
-{
-    Attach(port, {SlaveReply});
-    port.heardAt = "2400,n,8,1";
-    interrupted = [this] { return repeats == 3; };
-    EXPECT_EQ(memory.FindModules(SearchRepeats::UntilInterrupted), SearchOutcome::Interrupted);
-    EXPECT_EQ(TimesWritten(Identify[0]), 4);
-    EXPECT_EQ(memory.Count(), 1U) << "what was found stays";
-    EXPECT_EQ(port.Settings(), "2400,n,8,1");
-    EXPECT_TRUE(memory.ReadEeprom());
-    EXPECT_EQ(Names(), std::vector<std::string>{"KM64"});
-
-    interrupted = {};
-    EXPECT_EQ(memory.FindModules(SearchRepeats::Never), SearchOutcome::Found);
-    EXPECT_EQ(TimesWritten(Identify[0]), 5);
-}
-
-TEST_F(Memory, LineKeepsTheSpeedAtWhichModulesAnswered)
-{
-    Attach(port, {SlaveReply});
-    port.heardAt = "4800,n,8,1";
-    memory.onRepeat = [this] { port.answers.clear(); };
-    EXPECT_EQ(memory.FindModules(SearchRepeats::UntilInterrupted), SearchOutcome::Found);
-    EXPECT_EQ(port.Settings(), "4800,n,8,1");
 }
 
 TEST_F(Memory, SearchEndsWhenAskedOrWhenTheLineIsLost)

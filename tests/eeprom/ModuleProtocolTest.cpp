@@ -107,9 +107,12 @@ TEST_F(Protocol, SendsAndJudges)
         loop.Pass(1s);
     }
     EXPECT_TRUE(prompt.shown.empty()) << "errors are not reported unless asked for";
-    port.answers = {{Enquiry, {ready}}};
+    protocol.SetReportCommsErrors(true);
+    port.answers = {{Enquiry, {ready, {}}}};
     protocol.SendCmd(Bytes("\x00"), "\xF7");
     EXPECT_EQ(port.written.back(), frame);
+    protocol.SendMsg("a");
+    EXPECT_EQ(prompt.shown.back().body, "No response from MID");
 }
 
 TEST_F(Protocol, LeftOversAreNoAnswers)
@@ -155,20 +158,6 @@ TEST_F(Protocol, WaitsForReplies)
     }
 }
 
-TEST_F(Protocol, ErrorsAreRegisteredAndReported)
-{
-    port.answers = {{Enquiry, {{{5, "\x15"}}, {}}}};
-    protocol.SetReportCommsErrors(true);
-    protocol.SendMsg("a");
-    protocol.SendMsg("a");
-    EXPECT_EQ(protocol.CommsError(), -20);
-    EXPECT_EQ(protocol.PrevCommsError(), 0) << "each exchange starts without an error";
-    ASSERT_EQ(prompt.shown.size(), 2U);
-    EXPECT_EQ(prompt.shown[0].title, "Kelvora");
-    EXPECT_EQ(prompt.shown[0].body, "Message not sent: DC1 not received from MID");
-    EXPECT_EQ(prompt.shown[0].style.icon, BoxIcon::Exclamation);
-}
-
 TEST_F(Protocol, LineOpensAtItsSpeed)
 {
     for (const int speed : {4, 0, 5}) {
@@ -206,34 +195,6 @@ TEST_F(Protocol, QuietCountsFromTheLastByte)
     EXPECT_FALSE(protocol.WaitQuiet(200ms)) << "never quiet";
     port.Close();
     EXPECT_FALSE(protocol.WaitQuiet(200ms)) << "lost";
-}
-
-TEST_F(Protocol, WatcherSeesWhatPasses)
-{
-    std::string seen;
-    protocol.watcher = [&](const LineTraffic& traffic) {
-        seen += traffic.direction == LineTraffic::Direction::Sent ? "> " : "< ";
-        seen += traffic.damage == LineTraffic::Damage::None    ? ""
-                : traffic.damage == LineTraffic::Damage::Noise ? "noise "
-                                                               : "bad ";
-        seen += ModuleMeaning(traffic) + "\n";
-    };
-    port.answers = {{Enquiry, {{{5, "\x11"}}, {{5, "\x11"}}, {{5, "?"}}}},
-                    {Identify[0], {{{9, "\x06"}, {130, IdentityReply}}}},
-                    {ReadRequest[1], {{{9, "\x06\x06"}, {130, BadgeReply + "x"}}}},
-                    {"noise", {{{5, "\x06"}}}}};
-    protocol.SendMsg(Bytes("\x00\xF7"));
-    protocol.WaitMsg(10, true, 500);
-    protocol.SendMsg(Bytes("\x01\xF9\x00\xAA\x08"));
-    protocol.WaitMsg(14, true, 500);
-    port.Write("noise");
-    loop.Pass(10ms);
-    protocol.SendMsg("a");
-    EXPECT_EQ(seen,
-              "> enquiry\n< ready\n> identify address 0\n< acknowledged\n"
-              "< reply, identification 00 F7 01 02 03 04\n"
-              "> enquiry\n< ready\n> read address 1, EEPROM 00AA, 8 bytes\n< acknowledged\n< bad \n"
-              "< noise \n> enquiry\n< noise \n");
 }
 
 TEST(ModuleMeaning, NamesRequestsAndAnswers)
