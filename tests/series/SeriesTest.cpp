@@ -197,25 +197,6 @@ TEST_F(SeriesTest, AnAdapterMayGoAndComeBack)
                                    "waiting", "noPort", "waiting", "found ONE", "result ONE same", "end"));
 }
 
-TEST_F(SeriesTest, ATillThatIsTakenAwayWhileItIsWrittenKeepsWhatItHeld)
-{
-    Till first("ONE", Keyboards);
-    Till second("ONE", Keyboards);
-    const FlashImage before = first.Flash();
-    cable.Connect(&first);
-    int staged = 0;
-    bench.link.watcher = [&](const LineTraffic& traffic) {
-        if (traffic.bytes.find("0FB1") == std::string_view::npos || ++staged != 2)
-            return;
-        // Between two bytes of what is on its way.
-        At(5ms, [this] { cable.Connect(nullptr); });
-        Connect(20s, &second);
-    };
-    EXPECT_EQ(Run(2), (SeriesCounts{1, 0, 1, 0}));
-    EXPECT_EQ(first.Flash(), before);
-    EXPECT_EQ(story[2], "result ONE failed");
-}
-
 TEST_F(SeriesTest, ByNameEachTerminalGetsItsOwnFileOrNone)
 {
     files.content["/tills/Till01.DAT"] = files.content["/setups/fiscal.dat"];
@@ -273,15 +254,6 @@ TEST_F(SeriesTest, OneStopEndsItAfterTheTillAndTwoAtOnce)
     stops = 0;
     cable.Connect(nullptr);
     EXPECT_EQ(Run(0).All(), 0);
-}
-
-TEST_F(SeriesTest, AJournalThatCannotBeKeptStopsNothing)
-{
-    Till till("ONE", Keyboards);
-    cable.Connect(&till);
-    kept.failure = "No space left on device";
-    EXPECT_EQ(Run(1).done, 1);
-    EXPECT_THAT(story, ElementsAre("waiting", "found ONE", "warning", "result ONE done", "end"));
 }
 
 TEST(SeriesEvent, IsTheSameWhenItIsReadBack)
