@@ -66,8 +66,7 @@ QStringList Unreached(QWidget& window)
     QStringList unreached;
     for (const QWidget* const widget : all)
         if (widget->isVisibleTo(&window) && widget->isEnabled() && widget->window() == &window &&
-            widget->focusPolicy().testFlag(Qt::TabFocus) && !widget->focusProxy() &&
-            !reached.contains(widget))
+            (widget->focusPolicy() & Qt::TabFocus) != 0 && !widget->focusProxy() && !reached.contains(widget))
             unreached << QLatin1String(widget->metaObject()->className()) + ' ' + widget->objectName() +
                              " is reached by no Tab";
     return unreached;
