@@ -18,7 +18,7 @@
 #include "comms/LinkFrame.h"
 #include "comms/Reply.h"
 #include "fakes/FakeEventLoop.h"
-#include "platform/HexText.h"
+#include "platform/NumberText.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include "comms/LineErrorText.h"
 #include "flash/TransferTexts.h"
 #include "platform/Encoding.h"
-#include "platform/HexText.h"
+#include "platform/NumberText.h"
 
 namespace kelvora {
 

@@ -1,9 +1,8 @@
 #include "comms/FlashCommands.h"
 
-#include "comms/Crc.h"
 #include "comms/LinkFrame.h"
 #include "comms/Reply.h"
-#include "platform/HexText.h"
+#include "platform/NumberText.h"
 
 namespace kelvora {
 
@@ -74,12 +73,10 @@ std::string ReadFlash(LineWork& work)
 std::uint32_t AskFlashCrc(LineWork& work)
 {
     const std::string digits = work.Ask("0F02", 2)[1];
-    std::uint32_t crc = 0;
-    for (const char digit : digits)
-        crc = crc << 4 | static_cast<std::uint32_t>(std::string_view("0123456789ABCDEF").find(digit) & 0xFU);
-    if (HexText(crc, CrcDigits) != digits)
+    const auto crc = WholeNumber<std::uint32_t>(digits, 16);
+    if (!crc || HexText(*crc, CrcDigits) != digits)
         throw ReplyError(ReplyErrorNumber::Malformed, "0F02: no CRC");
-    return crc;
+    return *crc;
 }
 
 void StageBlock(LineWork& work, std::size_t address, std::string_view bytes)

@@ -4,24 +4,21 @@
 #include <array>
 #include <cstdlib>
 
+#include "platform/LocalTime.h"
+#include "platform/NumberText.h"
+
 namespace kelvora {
 
 namespace {
 
 constexpr std::array<std::string_view, 2> DirectionWords{"sent", "received"};
 constexpr std::array<std::string_view, 4> DamageWords{"good", "bad frame", "cut short", "noise"};
-constexpr std::string_view HexDigits = "0123456789ABCDEF";
-
-std::string Digits(int value, std::size_t count)
-{
-    const std::string digits = std::to_string(value);
-    return std::string(count - std::min(count, digits.size()), '0') + digits;
-}
 
 std::string OffsetText(std::chrono::minutes offset)
 {
     const int minutes = std::abs(static_cast<int>(offset.count()));
-    return (offset.count() < 0 ? "UTC-" : "UTC+") + Digits(minutes / 60, 2) + ":" + Digits(minutes % 60, 2);
+    return (offset.count() < 0 ? "UTC-" : "UTC+") + PaddedNumber(minutes / 60, 2) + ":" +
+           PaddedNumber(minutes % 60, 2);
 }
 
 void AppendEntry(std::string& text, const LineEntry& entry, std::chrono::minutes offset)
@@ -70,32 +67,10 @@ void LineMonitor::Clear()
 
 std::string TimeText(std::chrono::system_clock::time_point time, std::chrono::minutes offset)
 {
-    using namespace std::chrono;
-    const auto local = floor<milliseconds>(time + offset);
-    const auto day = floor<days>(local);
-    const year_month_day date(day);
-    const hh_mm_ss clock(local - day);
-    return Digits(static_cast<int>(date.year()), 4) + "-" +
-           Digits(static_cast<int>(static_cast<unsigned>(date.month())), 2) + "-" +
-           Digits(static_cast<int>(static_cast<unsigned>(date.day())), 2) + " " +
-           Digits(static_cast<int>(clock.hours().count()), 2) + ":" +
-           Digits(static_cast<int>(clock.minutes().count()), 2) + ":" +
-           Digits(static_cast<int>(clock.seconds().count()), 2) + "." +
-           Digits(static_cast<int>(clock.subseconds().count()), 3);
-}
-
-std::string HexBytes(std::string_view bytes)
-{
-    std::string text;
-    text.reserve(bytes.size() * 3);
-    for (const char byte : bytes) {
-        const auto code = static_cast<unsigned char>(byte);
-        if (!text.empty())
-            text += ' ';
-        text += HexDigits[code >> 4U];
-        text += HexDigits[code & 15U];
-    }
-    return text;
+    const auto local = std::chrono::floor<std::chrono::milliseconds>((time + offset).time_since_epoch());
+    const auto second = std::chrono::floor<std::chrono::seconds>(local);
+    return LocalTimeText(std::chrono::local_seconds(second)) + "." +
+           PaddedNumber(static_cast<int>((local - second).count()), 3);
 }
 
 std::string CharacterText(std::string_view bytes)

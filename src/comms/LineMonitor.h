@@ -63,9 +63,6 @@ private:
 /// "2026-01-31 23:59:59.123" that far east of Greenwich.
 std::string TimeText(std::chrono::system_clock::time_point time, std::chrono::minutes offset);
 
-/// "01 7F FF".
-std::string HexBytes(std::string_view bytes);
-
 /// The bytes as characters; what is not a visible ASCII character is ".".
 std::string CharacterText(std::string_view bytes);
 

@@ -1,9 +1,7 @@
 #include "comms/LinkFrame.h"
 
-#include <charconv>
-
 #include "comms/Crc.h"
-#include "platform/HexText.h"
+#include "platform/NumberText.h"
 
 namespace kelvora {
 
@@ -28,14 +26,12 @@ bool NeedsEscape(char byte)
     }
 }
 
-// Upper-case digits alone: from_chars would take small letters too.
+// Upper-case digits alone.
 std::optional<std::uint16_t> HexNumber(std::string_view digits)
 {
     if (digits.find_first_not_of("0123456789ABCDEF") != std::string_view::npos)
         return std::nullopt;
-    std::uint16_t value = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
-    return error == std::errc() ? std::optional(value) : std::nullopt;
+    return WholeNumber<std::uint16_t>(digits, 16);
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/AsciiCase.h"
+#include "platform/NumberText.h"
 
 namespace kelvora {
 
@@ -15,8 +15,6 @@ constexpr std::size_t FirstIdentityOffset = 2;
 constexpr std::string_view UnlitName = "LCD (unlit)";
 constexpr std::uint8_t UnlitValue = 31;
 constexpr std::size_t UnlitOffset = 3;
-
-constexpr std::string_view Digits = "0123456789ABCDEF";
 
 /// Two digits and the blank between bytes.
 constexpr std::size_t ByteTextLength = 3;
@@ -62,12 +60,6 @@ DecodedIdentity DecodeTwin(const IdentityBlock& block, const DecodedIdentity& pr
     return DecodeFrom(block, FindIdentityByte(block, after) ? after : FirstIdentityOffset);
 }
 
-std::optional<std::uint8_t> DigitOf(char character)
-{
-    const std::size_t digit = Digits.find(AsciiUpper(character));
-    return digit != std::string_view::npos ? std::optional(static_cast<std::uint8_t>(digit)) : std::nullopt;
-}
-
 }  // namespace
 
 std::vector<DecodedIdentity> DecodeIdentities(std::span<const std::optional<IdentityBlock>> blocks)
@@ -88,11 +80,7 @@ std::vector<DecodedIdentity> DecodeIdentities(std::span<const std::optional<Iden
 
 std::string BlockText(const IdentityBlock& block)
 {
-    std::string text;
-    for (const std::uint8_t byte : block)
-        text.append({Digits[byte >> 4U], Digits[byte & 0xFU], ' '});
-    text.pop_back();
-    return text;
+    return HexBytes(std::string(block.begin(), block.end()));
 }
 
 std::optional<IdentityBlock> ParseBlock(std::string_view text)
@@ -101,12 +89,11 @@ std::optional<IdentityBlock> ParseBlock(std::string_view text)
     if (text.size() != block.size() * ByteTextLength - 1)
         return std::nullopt;
     for (std::size_t i = 0; i < block.size(); ++i) {
-        const std::string_view byte = text.substr(i * ByteTextLength, ByteTextLength);
-        const auto high = DigitOf(byte[0]);
-        const auto low = DigitOf(byte[1]);
-        if (!high || !low || (byte.size() == ByteTextLength && byte[2] != ' '))
+        const std::string_view part = text.substr(i * ByteTextLength, ByteTextLength);
+        const auto byte = WholeNumber<std::uint8_t>(part.substr(0, 2), 16);
+        if (!byte || (part.size() == ByteTextLength && part[2] != ' '))
             return std::nullopt;
-        block.at(i) = static_cast<std::uint8_t>(*high << 4U | *low);
+        block.at(i) = *byte;
     }
     return block;
 }

@@ -4,9 +4,9 @@
 #include <string_view>
 #include <utility>
 
-#include "comms/LineMonitor.h"
 #include "eeprom/ModuleFrame.h"
 #include "eeprom/ModuleRequest.h"
+#include "platform/NumberText.h"
 
 namespace kelvora {
 

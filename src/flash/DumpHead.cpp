@@ -2,9 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 
-#include "platform/HexText.h"
+#include "platform/NumberText.h"
 
 namespace kelvora {
 
@@ -20,16 +19,6 @@ constexpr std::array<std::string_view, 6> Names{
 constexpr std::array<std::string_view, 2> KindTexts{"device", "setup"};
 static_assert(Names.size() == static_cast<std::size_t>(HeadLine::Name::Last) + 1);
 static_assert(KindTexts.size() == static_cast<std::size_t>(DumpKind::Last) + 1);
-
-// All digits of `text` as one number; nothing for any other character.
-std::optional<std::uint32_t> HexNumber(std::string_view text)
-{
-    std::uint32_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, 16);
-    if (error != std::errc{} || end != text.data() + text.size())
-        return std::nullopt;
-    return number;
-}
 
 bool IsPlain(char c)
 {
@@ -76,7 +65,8 @@ std::string BytesOfHeadText(std::string_view text)
     std::string bytes;
     while (!text.empty()) {
         const bool isEscaped = text.front() == Escape && text.size() >= EscapeLength;
-        const auto code = isEscaped ? HexNumber(text.substr(1, EscapeLength - 1)) : std::nullopt;
+        const auto code =
+            isEscaped ? WholeNumber<std::uint8_t>(text.substr(1, EscapeLength - 1), 16) : std::nullopt;
         bytes += code ? static_cast<char>(*code) : text.front();
         text.remove_prefix(code ? EscapeLength : 1);
     }
@@ -98,7 +88,7 @@ std::optional<DumpKind> KindOfText(std::string_view text)
 
 std::optional<std::uint32_t> ParseCrc(std::string_view text)
 {
-    return text.size() == CrcDigits ? HexNumber(text) : std::nullopt;
+    return text.size() == CrcDigits ? WholeNumber<std::uint32_t>(text, 16) : std::nullopt;
 }
 
 }  // namespace kelvora

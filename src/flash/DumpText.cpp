@@ -6,7 +6,7 @@
 
 #include "comms/Crc.h"
 #include "platform/Blanks.h"
-#include "platform/HexText.h"
+#include "platform/NumberText.h"
 #include "platform/TextLines.h"
 #include "setup/DeviceCode.h"
 #include "setup/ModuleRecord.h"

@@ -2,10 +2,9 @@
 
 #include <array>
 #include <cstddef>
-#include <string_view>
 
 #include "keymap/Models.h"
-#include "platform/HexText.h"
+#include "platform/NumberText.h"
 #include "setup/DeviceCode.h"
 #include "setup/Options.h"
 #include "setup/SetupTexts.h"

@@ -5,12 +5,12 @@
 
 #include "flash/DumpText.h"
 #include "platform/AsciiCase.h"
+#include "platform/NumberText.h"
 
 namespace kelvora {
 
 namespace {
 
-constexpr std::string_view HexDigits = "0123456789ABCDEF";
 constexpr std::size_t AddressDigits = 4;
 constexpr std::size_t LowDigits = 2;  ///< of a dump line's address, behind the colon
 constexpr std::size_t LineBytes = 16;
@@ -23,17 +23,9 @@ std::string_view Trimmed(std::string_view text)
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-// The number in these digits; nothing when there are other characters, or none.
 std::optional<std::size_t> AnyHexNumber(std::string_view text)
 {
-    std::size_t number = 0;
-    for (const char c : text) {
-        const std::size_t digit = HexDigits.find(AsciiUpper(c));
-        if (digit == std::string_view::npos)
-            return std::nullopt;
-        number = number * HexDigits.size() + digit;
-    }
-    return text.empty() ? std::nullopt : std::optional(number);
+    return WholeNumber<std::size_t>(text, 16);
 }
 
 std::optional<std::size_t> AddressIn(std::string_view text)

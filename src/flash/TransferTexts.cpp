@@ -8,7 +8,7 @@
 #include "comms/LineErrorText.h"
 #include "flash/FlashTexts.h"
 #include "platform/Encoding.h"
-#include "platform/HexText.h"
+#include "platform/NumberText.h"
 #include "platform/TextLines.h"
 #include "setup/SetupTexts.h"
 

@@ -10,7 +10,8 @@
 #include <thread>
 #include <utility>
 
-#include "platform/HexText.h"
+#include "catalogue/Messages.h"
+#include "platform/NumberText.h"
 
 namespace kelvora {
 
@@ -44,14 +45,6 @@ Json CrcOrNull(const std::optional<std::uint32_t>& crc)
     return crc ? Json(HexText(*crc, 8)) : Json();
 }
 
-std::optional<std::uint32_t> CrcOf(std::string_view text)
-{
-    constexpr int Hexadecimal = 16;
-    std::uint32_t crc = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), crc, Hexadecimal);
-    return error == std::errc() && end == text.data() + text.size() ? std::optional(crc) : std::nullopt;
-}
-
 // An entry that is filled name by name, whatever reads them.
 class EntryBuilder {
 public:
@@ -75,9 +68,9 @@ public:
             entry.*(field->member) = text;
             hasTime_ = hasTime_ || field->member == &JournalEntry::time;
         } else if (name == "crcBefore") {
-            entry.crcBefore = CrcOf(text);
+            entry.crcBefore = WholeNumber<std::uint32_t>(text, 16);
         } else if (name == "crcAfter") {
-            entry.crcAfter = CrcOf(text);
+            entry.crcAfter = WholeNumber<std::uint32_t>(text, 16);
         } else if (name == "result") {
             const auto* const known =
                 std::ranges::find(ResultNames, text, [](const char* each) { return std::string_view(each); });

@@ -1,16 +1,13 @@
 #include "picture/ModuleStrip.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
-#include <system_error>
-#include <utility>
 #include <vector>
 
 #include "keymap/ModuleKind.h"
+#include "platform/NumberText.h"
 #include "setup/ModuleRecord.h"
 
 namespace kelvora {
@@ -40,16 +37,6 @@ const PlacedButton* FindPlaced(const std::vector<PlacedButton>& strip, StripButt
     return found == strip.end() ? nullptr : &*found;
 }
 
-std::optional<int> ReadNumber(std::string_view text)
-{
-    int value = 0;
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, value);
-    if (error != std::errc() || stop != end)
-        return std::nullopt;
-    return value;
-}
-
 /// Adds `part` at its place on `parent`, once, if it is one of its parts.
 void PlacePart(std::vector<PlacedButton>& strip, const PlacedButton& parent, StripButton part)
 {
@@ -66,9 +53,9 @@ std::optional<PartPlace> ParsePartTag(std::string_view tag)
     const auto cross = tag.find('x');
     if (dash == std::string_view::npos || cross == std::string_view::npos || cross < dash)
         return std::nullopt;
-    const auto parent = ReadNumber(tag.substr(0, dash));
-    const auto dx = ReadNumber(tag.substr(dash + 1, cross - dash - 1));
-    const auto dy = ReadNumber(tag.substr(cross + 1));
+    const auto parent = WholeNumber<int>(tag.substr(0, dash));
+    const auto dx = WholeNumber<int>(tag.substr(dash + 1, cross - dash - 1));
+    const auto dy = WholeNumber<int>(tag.substr(cross + 1));
     if (!parent || !dx || !dy || *parent < 0 || *parent >= StripButtonCount)
         return std::nullopt;
     return PartPlace{static_cast<StripButton>(*parent), *dx, *dy};

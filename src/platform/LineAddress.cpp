@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 
 #include "platform/AsciiCase.h"
+#include "platform/NumberText.h"
 
 namespace kelvora {
 
@@ -47,22 +47,14 @@ std::optional<std::string> ParseHost(std::string_view text)
     return IsMadeOf(text, NameMarks) && text.front() != '-' ? std::optional(std::string(text)) : std::nullopt;
 }
 
-std::optional<std::uint16_t> ParsePort(std::string_view text)
-{
-    std::uint16_t port = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), port);
-    const bool isPort = error == std::errc() && end == text.data() + text.size() && port != 0;
-    return isPort ? std::optional(port) : std::nullopt;
-}
-
 std::optional<LineAddress> ParseServer(LineProtocol protocol, std::string_view text)
 {
     const std::size_t colon = text.rfind(':');
     if (colon == std::string_view::npos)
         return std::nullopt;
     const auto host = ParseHost(text.substr(0, colon));
-    const auto port = ParsePort(text.substr(colon + 1));
-    return host && port ? std::optional(LineAddress{protocol, *host, *port}) : std::nullopt;
+    const std::uint16_t port = WholeNumber<std::uint16_t>(text.substr(colon + 1)).value_or(0);
+    return host && port != 0 ? std::optional(LineAddress{protocol, *host, port}) : std::nullopt;
 }
 
 }  // namespace

@@ -1,20 +1,13 @@
 #include "platform/LocalTime.h"
 
-#include <algorithm>
-#include <cstddef>
 #include <cstdlib>
 #include <ctime>
+
+#include "platform/NumberText.h"
 
 namespace kelvora {
 
 namespace {
-
-// A number of that many digits or more, led by zeros.
-std::string Padded(int number, std::size_t digits)
-{
-    const std::string text = std::to_string(number);
-    return std::string(digits - std::min(digits, text.size()), '0') + text;
-}
 
 // All of it 0 where the system knows no local time.
 std::tm PartsOf(std::time_t time)
@@ -49,9 +42,9 @@ std::string LocalTimeText(std::chrono::local_seconds time)
     const std::chrono::hh_mm_ss clock(time - day);
     const auto number = [](auto part) { return static_cast<int>(static_cast<unsigned>(part)); };
     const auto count = [](auto part) { return static_cast<int>(part.count()); };
-    return Padded(static_cast<int>(date.year()), 4) + '-' + Padded(number(date.month()), 2) + '-' +
-           Padded(number(date.day()), 2) + ' ' + Padded(count(clock.hours()), 2) + ':' +
-           Padded(count(clock.minutes()), 2) + ':' + Padded(count(clock.seconds()), 2);
+    return PaddedNumber(static_cast<int>(date.year()), 4) + '-' + PaddedNumber(number(date.month()), 2) +
+           '-' + PaddedNumber(number(date.day()), 2) + ' ' + PaddedNumber(count(clock.hours()), 2) + ':' +
+           PaddedNumber(count(clock.minutes()), 2) + ':' + PaddedNumber(count(clock.seconds()), 2);
 }
 
 std::string ZonedTimeText(std::chrono::system_clock::time_point time)
@@ -61,8 +54,8 @@ std::string ZonedTimeText(std::chrono::system_clock::time_point time)
     std::string text = LocalTimeText(LocalTimeOf(parts));
     text[text.find(' ')] = 'T';
     const int minutes = static_cast<int>(parts.tm_gmtoff) / Minute;
-    return text + (minutes < 0 ? '-' : '+') + Padded(std::abs(minutes) / Minute, 2) + ':' +
-           Padded(std::abs(minutes) % Minute, 2);
+    return text + (minutes < 0 ? '-' : '+') + PaddedNumber(std::abs(minutes) / Minute, 2) + ':' +
+           PaddedNumber(std::abs(minutes) % Minute, 2);
 }
 
 std::optional<std::chrono::sys_seconds> MomentOf(const std::string& zonedTime)

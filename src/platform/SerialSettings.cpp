@@ -1,8 +1,7 @@
 #include "platform/SerialSettings.h"
 
-#include <charconv>
-
 #include "platform/AsciiCase.h"
+#include "platform/NumberText.h"
 
 namespace kelvora {
 
@@ -30,9 +29,8 @@ std::optional<SerialSettings> ParseSerialSettings(std::string_view text)
     const std::string_view speed = text.substr(0, text.size() - TailLength);
     const std::string_view tail = text.substr(speed.size());
     SerialSettings settings;
-    const auto [end, error] = std::from_chars(speed.data(), speed.data() + speed.size(), settings.baud);
-    if (error != std::errc() || end != speed.data() + speed.size() || settings.baud < SlowestBaud ||
-        settings.baud > FastestBaud)
+    settings.baud = WholeNumber<int>(speed).value_or(0);
+    if (settings.baud < SlowestBaud || settings.baud > FastestBaud)
         return std::nullopt;
     settings.parity = AsciiLower(tail[1]);
     settings.dataBits = tail[3] - '0';

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "comms/Crc.h"
-#include "platform/HexText.h"
+#include "platform/NumberText.h"
 
 namespace kelvora {
 

@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <optional>
 #include <stdexcept>
 
 #include "keymap/Models.h"
 #include "platform/AsciiCase.h"
+#include "platform/NumberText.h"
 #include "setup/DeviceCode.h"
 #include "setup/Options.h"
 
@@ -89,10 +89,8 @@ std::string OptionValue(SetupDifference::What what, std::string_view text, std::
 // A number of "97..104", or of "43".
 std::optional<int> KeyNumber(std::string_view text)
 {
-    int number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size() && number > 0 ? std::optional(number)
-                                                                                  : std::nullopt;
+    const auto number = WholeNumber<int>(text);
+    return number && *number > 0 ? number : std::nullopt;
 }
 
 // Nothing where the name is none of keys. `name` is in small letters; `text` is the whole.

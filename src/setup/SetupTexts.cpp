@@ -4,7 +4,7 @@
 #include <cstddef>
 
 #include "keymap/Models.h"
-#include "platform/HexText.h"
+#include "platform/NumberText.h"
 #include "setup/Options.h"
 
 namespace kelvora {

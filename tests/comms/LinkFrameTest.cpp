@@ -6,7 +6,7 @@
 
 #include "comms/Crc.h"
 #include "comms/Reply.h"
-#include "platform/HexText.h"
+#include "platform/NumberText.h"
 
 namespace kelvora {
 

@@ -5,7 +5,7 @@
 
 #include "comms/Crc.h"
 #include "flash/TransferLine.h"
-#include "platform/HexText.h"
+#include "platform/NumberText.h"
 
 namespace kelvora {
 namespace {

@@ -2,12 +2,12 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <charconv>
 #include <optional>
 #include <string_view>
 #include <utility>
 
 #include "cli/manual/ValueKinds.h"
+#include "platform/NumberText.h"
 #include "ports/StartOptions.h"
 
 namespace kelvora::manual {
@@ -36,18 +36,11 @@ std::optional<Limits> LimitsIn(std::string_view type)
                   std::string(type.substr(most, type.find(']', most) - most))};
 }
 
-std::optional<int> WholeNumber(const std::string& text)
-{
-    int number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
-}
-
 std::vector<std::string> FewNumbers(const Limits& limits)
 {
     std::vector<std::string> numbers;
-    const auto least = WholeNumber(limits.least);
-    const auto most = WholeNumber(limits.most);
+    const auto least = WholeNumber<int>(limits.least);
+    const auto most = WholeNumber<int>(limits.most);
     if (least && most && *most - *least < MostOffered)
         for (int number = *least; number <= *most; ++number)
             numbers.push_back(std::to_string(number));

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/NumberText.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {

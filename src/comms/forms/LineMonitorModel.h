@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QAbstractTableModel>
-#include <QColor>
 #include <chrono>
 #include <cstdint>
 

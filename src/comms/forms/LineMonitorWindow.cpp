@@ -9,10 +9,10 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTableView>
-#include <algorithm>
 #include <array>
 #include <utility>
 
+#include "platform/NumberText.h"
 #include "platform/qt/ReaderRoles.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WindowParts.h"

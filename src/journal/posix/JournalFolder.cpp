@@ -8,11 +8,11 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <cstdio>
 #include <thread>
 #include <utility>
 
+#include "platform/NumberText.h"
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/Replacement.h"
 
@@ -146,9 +146,8 @@ void JournalFolder::BeginNextFile()
     int number = 0;
     if (!full.empty())
         std::sscanf(full.back().c_str() + FullStart.size(), "%d", &number);
-    std::string digits = std::to_string(number + 1);
-    digits.insert(0, Digits - std::min(Digits, digits.size()), '0');
-    const std::string next = folder_ + "/" + std::string(FullStart) + digits + std::string(Extension);
+    const std::string next =
+        folder_ + "/" + std::string(FullStart) + PaddedNumber(number + 1, Digits) + std::string(Extension);
     if (rename(Path().c_str(), next.c_str()) != 0)
         FailFile(next, errno);
 }
