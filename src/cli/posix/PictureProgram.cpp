@@ -32,14 +32,8 @@ constexpr const char* ProgramName = "kelvora-picture";
 // The whole input, for a child that reads when it likes: neither side can wait for the other for ever.
 void Fill(const Descriptor& file, std::string_view input)
 {
-    if (file.Number() < 0)
+    if (file.Number() < 0 || !file.Write(input))
         Fail(errno);
-    for (std::size_t done = 0; done < input.size();) {
-        const ssize_t count = write(file.Number(), input.data() + done, input.size() - done);
-        if (count < 0 && errno != EINTR)
-            Fail(errno);
-        done += static_cast<std::size_t>(std::max<ssize_t>(count, 0));
-    }
     lseek(file.Number(), 0, SEEK_SET);
 }
 

@@ -53,35 +53,11 @@ bool EndsWithLine(int file, off_t size)
 }
 
 // Takes back what was begun. What cannot be taken back is a torn line, which readers skip.
-[[noreturn]] void TakeBack(int file, off_t size, const std::string& path)
+[[noreturn]] void TakeBack(const Descriptor& file, off_t size, const std::string& path)
 {
     const int error = errno;
-    [[maybe_unused]] const int cut = ftruncate(file, size);
+    [[maybe_unused]] const int cut = ftruncate(file.Number(), size);
     FailFile(path, error);
-}
-
-// The whole text, or nothing.
-void WriteWhole(int file, off_t size, const std::string& text, const std::string& path)
-{
-    std::size_t done = 0;
-    while (done < text.size()) {
-        const ssize_t count = write(file, text.data() + done, text.size() - done);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            TakeBack(file, size, path);
-        done += static_cast<std::size_t>(count);
-    }
-    // A first line that stays would keep the next one from making the file's name safe.
-    if (fsync(file) != 0)
-        TakeBack(file, size, path);
-}
-
-void SyncFolder(const std::string& folder)
-{
-    const Descriptor opened(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (opened.Number() >= 0)
-        fsync(opened.Number());
 }
 
 }  // namespace
@@ -132,9 +108,11 @@ bool JournalFolder::TryAppend(const std::string& line)
     }
     // What another program could not end must not damage this line.
     const bool isWhole = EndsWithLine(file.Number(), status.st_size);
-    WriteWhole(file.Number(), status.st_size, isWhole ? line : "\n" + line, path);
+    // A first line that stays would keep the next one from making the file's name safe.
+    if (!file.Write(isWhole ? line : "\n" + line) || fsync(file.Number()) != 0)
+        TakeBack(file, status.st_size, path);
     if (status.st_size == 0)
-        SyncFolder(folder_);
+        SyncFolderOf(path);
     return true;
 }
 

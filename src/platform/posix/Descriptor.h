@@ -4,6 +4,8 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstddef>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -31,6 +33,18 @@ public:
     ~Descriptor() { Close(); }
 
     int Number() const { return number_; }
+
+    /// Writes all of it. False, with errno, when the system does not take it.
+    bool Write(std::string_view bytes) const
+    {
+        while (!bytes.empty()) {
+            const ssize_t count = write(number_, bytes.data(), bytes.size());
+            if (count < 0 && errno != EINTR)
+                return false;
+            bytes.remove_prefix(count < 0 ? 0 : static_cast<std::size_t>(count));
+        }
+        return true;
+    }
 
     /// Closes it now; returns what close(2) does, 0 where there is nothing to close.
     int Close()

@@ -4,14 +4,12 @@
 #include <sys/file.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cinttypes>
 #include <climits>
 #include <cstdint>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <utility>
 
@@ -157,13 +155,8 @@ std::unique_ptr<Replacement> Replacement::ByName(std::string path, const std::st
 
 void Replacement::Write(const std::string& text)
 {
-    std::size_t done = 0;
-    while (done < text.size()) {
-        const ssize_t count = write(file_.Number(), text.data() + done, text.size() - done);
-        if (count < 0 && errno != EINTR)
-            FailFile(path_, errno);
-        done += static_cast<std::size_t>(std::max<ssize_t>(count, 0));
-    }
+    if (!file_.Write(text))
+        FailFile(path_, errno);
     if (hasModel_)
         TakeRights();
 }
