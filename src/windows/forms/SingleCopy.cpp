@@ -8,7 +8,8 @@
 #include <QFile>
 #include <algorithm>
 #include <iterator>
-#include <utility>
+
+#include "platform/posix/Descriptor.h"
 
 namespace kelvora {
 
@@ -35,19 +36,6 @@ public:
         setEnabled(false);
         close(static_cast<int>(socket()));
     }
-};
-
-class CallingSocket {
-public:
-    explicit CallingSocket(int handle) : handle_(handle) {}
-    ~CallingSocket() { close(handle_); }
-    CallingSocket(const CallingSocket&) = delete;
-    CallingSocket& operator=(const CallingSocket&) = delete;
-
-    int Handle() const { return handle_; }
-
-private:
-    int handle_;
 };
 
 int MakeSocket(int flags)
@@ -120,8 +108,8 @@ bool SingleCopy::Claim()
 {
     if (lock_.tryLock(0))
         return true;
-    const CallingSocket running(MakeSocket(0));
-    if (Connect(running.Handle(), socketPath_))
+    const Descriptor running(MakeSocket(0));
+    if (Connect(running.Number(), socketPath_))
         return false;
     // Nobody answers. A lock that names no process is what a power cut left; one that does belongs to a copy
     // that is closing down, or to one whose socket is gone.
@@ -138,14 +126,14 @@ bool SingleCopy::Claim()
 
 bool SingleCopy::HandOver(const QStringList& files) const
 {
-    const CallingSocket running(MakeSocket(0));
-    if (!Connect(running.Handle(), socketPath_))
+    const Descriptor running(MakeSocket(0));
+    if (!Connect(running.Number(), socketPath_))
         return false;
     const QByteArray message = JoinPaths(files);
     char answer = 0;
-    return send(running.Handle(), message.data(), static_cast<std::size_t>(message.size()), MSG_NOSIGNAL) ==
+    return send(running.Number(), message.data(), static_cast<std::size_t>(message.size()), MSG_NOSIGNAL) ==
                message.size() &&
-           recv(running.Handle(), &answer, 1, 0) == 1 && answer == Taken;
+           recv(running.Number(), &answer, 1, 0) == 1 && answer == Taken;
 }
 
 void SingleCopy::Listen()
