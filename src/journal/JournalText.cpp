@@ -153,61 +153,21 @@ private:
     std::string_view rest_;
 };
 
-// Fills an entry while its line is parsed: a tree of each line would take most of the time.
-class EntryReader final : public nlohmann::json_sax<Json> {
-public:
+// Reads a line of any form.
+EntryBuilder ReadTree(std::string_view line)
+{
     EntryBuilder builder;
-
-    bool null() override { return true; }
-    bool boolean(bool /*value*/) override { return true; }
-    bool number_integer(std::int64_t value) override { return Number(static_cast<double>(value)); }
-    bool number_unsigned(std::uint64_t value) override { return Number(static_cast<double>(value)); }
-    bool number_float(double value, const std::string& /*text*/) override { return Number(value); }
-    bool binary(Json::binary_t& /*value*/) override { return true; }
-    bool start_array(std::size_t /*size*/) override { return Enter(); }
-    bool end_array() override { return Leave(); }
-    bool start_object(std::size_t /*size*/) override { return Enter(); }
-    bool end_object() override { return Leave(); }
-    bool key(std::string& name) override
-    {
-        if (depth_ == 1)
-            name_ = name;
-        return true;
+    const auto object = nlohmann::json::parse(line, nullptr, false);
+    if (!object.is_object())
+        return builder;
+    for (const auto& [name, value] : object.items()) {
+        if (value.is_string())
+            builder.TakeText(name, value.get_ref<const std::string&>());
+        else if (value.is_number())
+            builder.TakeNumber(name, value.get<double>());
     }
-    bool string(std::string& text) override
-    {
-        if (depth_ == 1)
-            builder.TakeText(name_, text);
-        return depth_ > 0;
-    }
-    bool parse_error(std::size_t /*at*/, const std::string& /*token*/,
-                     const nlohmann::detail::exception& /*error*/) override
-    {
-        return false;
-    }
-
-private:
-    bool Enter()
-    {
-        ++depth_;
-        return true;
-    }
-    bool Leave()
-    {
-        --depth_;
-        return true;
-    }
-
-    bool Number(double value)
-    {
-        if (depth_ == 1)
-            builder.TakeNumber(name_, value);
-        return depth_ > 0;
-    }
-
-    int depth_ = 0;
-    std::string name_;
-};
+    return builder;
+}
 
 /// Bytes that an entry takes at least, but for odd ones: tells about how many there are.
 constexpr std::size_t ShortEntry = 400;
@@ -273,13 +233,10 @@ std::string JournalLine(const JournalEntry& entry)
 
 std::optional<JournalEntry> ReadJournalLine(std::string_view line)
 {
-    EntryBuilder plain;
-    if (PlainReader(line).Read(plain))
-        return plain.IsWhole() ? std::optional(std::move(plain.entry)) : std::nullopt;
-    EntryReader reader;
-    if (!Json::sax_parse(line.begin(), line.end(), &reader) || !reader.builder.IsWhole())
-        return std::nullopt;
-    return std::move(reader.builder.entry);
+    EntryBuilder builder;
+    if (!PlainReader(line).Read(builder))
+        builder = ReadTree(line);
+    return builder.IsWhole() ? std::optional(std::move(builder.entry)) : std::nullopt;
 }
 
 void TakeJournalText(JournalContent& content, std::string_view text, std::size_t following)
