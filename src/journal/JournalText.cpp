@@ -19,8 +19,13 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+// In the order of JournalEntry::Result.
 constexpr std::array ResultNames{"done", "same", "different", "declined", "stopped", "failed"};
 static_assert(ResultNames.size() == static_cast<std::size_t>(JournalEntry::Result::Last) + 1);
+
+constexpr std::array ResultTexts{Message::SeriesDone,     Message::SeriesSame,    Message::ResultDifferent,
+                                 Message::ResultDeclined, Message::SeriesStopped, Message::SeriesFailed};
+static_assert(ResultTexts.size() == ResultNames.size());
 
 struct TextField {
     std::string_view name;
@@ -257,6 +262,11 @@ void TakeJournalText(JournalContent& content, std::string_view text, std::size_t
 const char* ResultName(JournalEntry::Result result)
 {
     return ResultNames.at(static_cast<std::size_t>(result));
+}
+
+std::string ResultText(const MessageCatalogue& catalogue, JournalEntry::Result result)
+{
+    return catalogue.Caption(ResultTexts.at(static_cast<std::size_t>(result)));
 }
 
 }  // namespace kelvora

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "catalogue/MessageCatalogue.h"
 #include "journal/JournalEntry.h"
 
 namespace kelvora {
@@ -29,5 +30,8 @@ void TakeJournalText(JournalContent& content, std::string_view text, std::size_t
 
 /// "done", "same", ...: how the text names a result.
 const char* ResultName(JournalEntry::Result result);
+
+/// "done", "held it already", ...: the same in the catalogue's language.
+std::string ResultText(const MessageCatalogue& catalogue, JournalEntry::Result result);
 
 }  // namespace kelvora

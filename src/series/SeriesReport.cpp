@@ -20,11 +20,6 @@ namespace {
 
 using Result = JournalEntry::Result;
 
-// In the order of JournalEntry::Result.
-constexpr std::array ResultTexts{Message::SeriesDone,     Message::SeriesSame,    Message::ResultDifferent,
-                                 Message::ResultDeclined, Message::SeriesStopped, Message::SeriesFailed};
-static_assert(ResultTexts.size() == static_cast<std::size_t>(Result::Last) + 1);
-
 std::string Quoted(std::string_view text)
 {
     if (text.find_first_of("\",\r\n;") == std::string_view::npos)
@@ -184,11 +179,6 @@ std::string ReportJson(const SeriesResults& results)
     for (const SeriesEvent& event : results)
         text += (text.empty() ? "" : ",") + nlohmann::ordered_json::parse(SeriesLine(event)).dump(2);
     return "[" + text + "]\n";
-}
-
-std::string ResultText(const MessageCatalogue& catalogue, Result result)
-{
-    return catalogue.Caption(ResultTexts.at(static_cast<std::size_t>(result)));
 }
 
 std::vector<std::string> ReportSheets(const SeriesResults& results, const std::string& date,

@@ -20,9 +20,6 @@ std::string ReportCsv(const SeriesResults& results);
 /// An array of the results as the command prints them.
 std::string ReportJson(const SeriesResults& results);
 
-/// "done", "held it already", ...: a result in the catalogue's language.
-std::string ResultText(const MessageCatalogue& catalogue, JournalEntry::Result result);
-
 /// What is printed: SVG documents of A4 pages. `date` is when the report is made.
 std::vector<std::string> ReportSheets(const SeriesResults& results, const std::string& date,
                                       const MessageCatalogue& catalogue);

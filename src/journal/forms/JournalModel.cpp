@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "catalogue/Messages.h"
+#include "journal/JournalText.h"
 #include "platform/PortName.h"
 #include "platform/qt/Text.h"
 
@@ -28,34 +29,25 @@ constexpr std::array Operations{
     std::pair{JournalOperation::WriteIdentities, Message::OperationWriteIdentities},
     std::pair{JournalOperation::RestoreIdentities, Message::OperationRestoreIdentities}};
 
-// In the order of JournalEntry::Result.
-constexpr std::array Results{Message::SeriesDone,     Message::SeriesSame,    Message::ResultDifferent,
-                             Message::ResultDeclined, Message::SeriesStopped, Message::SeriesFailed};
-static_assert(Results.size() == static_cast<std::size_t>(JournalEntry::Result::Last) + 1);
+using Field = std::string JournalEntry::*;
 
-// What a column is sorted by, where that is a text of the entry.
+// What a column is sorted by, where that is a text of the entry; in the order of the columns.
+constexpr std::array<Field, JournalModel::ColumnCount> Fields{&JournalEntry::time,
+                                                              nullptr,
+                                                              &JournalEntry::operation,
+                                                              nullptr,
+                                                              &JournalEntry::terminal,
+                                                              &JournalEntry::modules,
+                                                              &JournalEntry::file,
+                                                              &JournalEntry::message,
+                                                              &JournalEntry::backup,
+                                                              &JournalEntry::who,
+                                                              nullptr};
+
 const std::string* FieldOf(const JournalEntry& entry, int column)
 {
-    switch (column) {
-        case JournalModel::Time:
-            return &entry.time;
-        case JournalModel::Operation:
-            return &entry.operation;
-        case JournalModel::Terminal:
-            return &entry.terminal;
-        case JournalModel::Modules:
-            return &entry.modules;
-        case JournalModel::File:
-            return &entry.file;
-        case JournalModel::Message:
-            return &entry.message;
-        case JournalModel::Backup:
-            return &entry.backup;
-        case JournalModel::Who:
-            return &entry.who;
-        default:
-            return nullptr;
-    }
+    const Field field = Fields.at(static_cast<std::size_t>(column));
+    return field ? &(entry.*field) : nullptr;
 }
 
 QString FileName(const std::string& path)
@@ -114,7 +106,7 @@ QString JournalModel::Text(const JournalEntry& entry, int column) const
         case Operation:
             return OperationText(entry);
         case Result:
-            return Caption(Results.at(static_cast<std::size_t>(entry.result)));
+            return ToQString(ResultText(catalogue_, entry.result));
         case File:
             return FileName(entry.file);
         case Backup:

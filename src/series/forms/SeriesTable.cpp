@@ -6,6 +6,7 @@
 #include <array>
 
 #include "journal/JournalFilter.h"
+#include "journal/JournalText.h"
 #include "platform/PortName.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WindowParts.h"
