@@ -21,11 +21,6 @@ public:
 
     /// Runs `action` once when `due` has come, or at the next turn when it is past; never inside this call.
     virtual void At(Time due, std::function<void()> action) = 0;
-
-protected:
-    LineClock() = default;
-    LineClock(const LineClock&) = default;
-    LineClock& operator=(const LineClock&) = default;
 };
 
 /// One thing that is to happen later and can be called off; it does not happen when this is gone by then.

@@ -69,11 +69,6 @@ public:
 
     /// Where operations are kept; null where they are not.
     virtual const Journal* OperationJournal() const = 0;
-
-protected:
-    LineAccess() = default;
-    LineAccess(const LineAccess&) = default;
-    LineAccess& operator=(const LineAccess&) = default;
 };
 
 }  // namespace kelvora

@@ -71,11 +71,6 @@ public:
 
     /// The control's text property, free for its user: the line's mailbox.
     std::string Text;
-
-protected:
-    LnkControl() = default;
-    LnkControl(const LnkControl&) = default;
-    LnkControl& operator=(const LnkControl&) = default;
 };
 
 }  // namespace kelvora

@@ -26,11 +26,6 @@ public:
     /// Hands over all that was kept, the oldest first: one text after the other, for together they may be
     /// large. Throws FileError.
     virtual void Read(const Reader& take) const = 0;
-
-protected:
-    JournalStore() = default;
-    JournalStore(const JournalStore&) = default;
-    JournalStore& operator=(const JournalStore&) = default;
 };
 
 /// All of it. Throws FileError.

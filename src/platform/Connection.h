@@ -31,11 +31,6 @@ public:
     /// The connection did not come about, or has ended; it is closed then. `words` are the system's. A
     /// connection that was there ends as PortFailure::Disconnected.
     std::function<void(PortFailure failure, const std::string& words)> onClosed;
-
-protected:
-    Connection() = default;
-    Connection(const Connection&) = default;
-    Connection& operator=(const Connection&) = default;
 };
 
 }  // namespace kelvora

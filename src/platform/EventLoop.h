@@ -17,11 +17,6 @@ public:
     /// No tick comes after this.
     virtual void Stop() = 0;
     virtual bool IsRunning() const = 0;
-
-protected:
-    Timer() = default;
-    Timer(const Timer&) = default;
-    Timer& operator=(const Timer&) = default;
 };
 
 class EventLoop {
@@ -42,11 +37,6 @@ public:
     virtual Time Now() const = 0;
 
     virtual std::unique_ptr<Timer> NewTimer() = 0;
-
-protected:
-    EventLoop() = default;
-    EventLoop(const EventLoop&) = default;
-    EventLoop& operator=(const EventLoop&) = default;
 };
 
 }  // namespace kelvora

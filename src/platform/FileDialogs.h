@@ -30,11 +30,6 @@ public:
 
     /// Asks for a name to write to; nothing on Cancel. Does not ask about overwriting.
     virtual std::optional<FileDialogChoice> Save(const FileDialogRequest& request) = 0;
-
-protected:
-    FileDialogs() = default;
-    FileDialogs(const FileDialogs&) = default;
-    FileDialogs& operator=(const FileDialogs&) = default;
 };
 
 }  // namespace kelvora

@@ -57,11 +57,6 @@ public:
 
     /// The same files to read on another thread, whichever of the two ends first.
     virtual std::unique_ptr<const Files> ForThread() const = 0;
-
-protected:
-    Files() = default;
-    Files(const Files&) = default;
-    Files& operator=(const Files&) = default;
 };
 
 }  // namespace kelvora

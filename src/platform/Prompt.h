@@ -24,11 +24,6 @@ public:
     /// and the close box give Cancel where there is such a button, else No, else Ok. Texts are Windows-1252
     /// bytes, lines parted by CR LF.
     virtual Answer Show(std::string_view title, std::string_view body, BoxStyle style) = 0;
-
-protected:
-    Prompt() = default;
-    Prompt(const Prompt&) = default;
-    Prompt& operator=(const Prompt&) = default;
 };
 
 }  // namespace kelvora

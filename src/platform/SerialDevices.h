@@ -21,11 +21,6 @@ public:
 
     /// The devices that are plugged in now, by node. Texts are Windows-1252 bytes, paths are bytes.
     virtual std::vector<SerialDevice> List() const = 0;
-
-protected:
-    SerialDevices() = default;
-    SerialDevices(const SerialDevices&) = default;
-    SerialDevices& operator=(const SerialDevices&) = default;
 };
 
 }  // namespace kelvora

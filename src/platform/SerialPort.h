@@ -82,11 +82,6 @@ public:
     std::function<void()> onBytes;
     /// Called when an open port has gone away; it is closed then, and LastError says why.
     std::function<void()> onLost;
-
-protected:
-    SerialPort() = default;
-    SerialPort(const SerialPort&) = default;
-    SerialPort& operator=(const SerialPort&) = default;
 };
 
 }  // namespace kelvora

@@ -36,11 +36,6 @@ public:
 
     /// Leaves what was claimed and is still there to the next start.
     virtual void Release() = 0;
-
-protected:
-    RecoveryStore() = default;
-    RecoveryStore(const RecoveryStore&) = default;
-    RecoveryStore& operator=(const RecoveryStore&) = default;
 };
 
 }  // namespace kelvora

@@ -20,11 +20,6 @@ public:
     virtual ~ModuleToolbar() = default;
     virtual int ContainerWidth() const = 0;
     virtual int ContainerHeight() const = 0;
-
-protected:
-    ModuleToolbar() = default;
-    ModuleToolbar(const ModuleToolbar&) = default;
-    ModuleToolbar& operator=(const ModuleToolbar&) = default;
 };
 
 class PosCfg {

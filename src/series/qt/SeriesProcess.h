@@ -24,11 +24,6 @@ public:
     std::function<void(const std::string& line)> onLine;
     /// Called when it has ended; `failure` is why, when it did not come to what it was started for.
     std::function<void(const std::string& failure)> onEnd;
-
-protected:
-    SeriesRunner() = default;
-    SeriesRunner(const SeriesRunner&) = default;
-    SeriesRunner& operator=(const SeriesRunner&) = default;
 };
 
 class SeriesProcess final : public SeriesRunner {
