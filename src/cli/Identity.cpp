@@ -24,11 +24,6 @@ namespace kelvora {
 
 namespace {
 
-bool IsSameName(std::string_view left, std::string_view right)
-{
-    return std::ranges::equal(left, right, {}, AsciiLower, AsciiLower);
-}
-
 std::string ModuleLine(std::size_t address, const ModuleRow& row, bool json)
 {
     const std::string bytes = row.block ? BlockText(*row.block) : std::string();
@@ -251,8 +246,9 @@ private:
 
 int WriteIdentity(const IdentityRequest& request, const IdentityLine& line, Console& console)
 {
-    const auto* const identity = std::ranges::find_if(
-        OfferedIdentities, [&](const DeviceIdentity& each) { return IsSameName(each.name, request.name); });
+    const auto* const identity = std::ranges::find_if(OfferedIdentities, [&](const DeviceIdentity& each) {
+        return IsSameButCase(each.name, request.name);
+    });
     if (identity == OfferedIdentities.end() || request.address >= WritableAddresses) {
         console.err << DiagnosticLine("expected an address from 0 to 5 and one of " +
                                       NamesThatCanBeWritten());

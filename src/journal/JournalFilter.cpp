@@ -38,17 +38,12 @@ bool IsDay(std::string_view text)
         .ok();
 }
 
-bool IsSameName(std::string_view left, std::string_view right)
-{
-    return std::ranges::equal(left, right, {}, AsciiLower, AsciiLower);
-}
-
 }  // namespace
 
 bool Matches(const JournalEntry& entry, const JournalFilter& filter)
 {
     return (!filter.failedOnly || entry.IsFailure()) &&
-           (filter.name.empty() || IsSameName(entry.terminal, filter.name)) &&
+           (filter.name.empty() || IsSameButCase(entry.terminal, filter.name)) &&
            (filter.since.empty() || ShownTime(entry).substr(0, filter.since.size()) >= filter.since);
 }
 

@@ -17,6 +17,12 @@ constexpr char AsciiLower(char c)
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
+/// Whether the two are the same, letters of either case being alike.
+inline bool IsSameButCase(std::string_view left, std::string_view right)
+{
+    return std::ranges::equal(left, right, {}, AsciiLower, AsciiLower);
+}
+
 inline std::string LowerCase(std::string_view text)
 {
     std::string lower(text);

@@ -24,11 +24,6 @@ bool IsControl(char c)
     return static_cast<unsigned char>(c) < ' ' || c == '\x7F';
 }
 
-bool EqualsWithoutCase(std::string_view text, std::string_view capitals)
-{
-    return std::ranges::equal(text, capitals, {}, AsciiUpper);
-}
-
 // The number of a port, 1 to 4, by its digit alone.
 std::optional<int> PortNumber(std::string_view digit)
 {
@@ -39,7 +34,7 @@ std::optional<int> PortNumber(std::string_view digit)
 
 std::optional<int> PortOfKey(std::string_view key)
 {
-    const bool named = EqualsWithoutCase(key.substr(0, PortWord.size()), PortWord);
+    const bool named = IsSameButCase(key.substr(0, PortWord.size()), PortWord);
     return named ? PortNumber(key.substr(PortWord.size())) : std::nullopt;
 }
 
@@ -52,7 +47,7 @@ public:
         if (line.empty() || CommentMarks.find(line.front()) != std::string_view::npos)
             return;
         if (line.front() == '[' || !inSection_) {
-            inSection_ = EqualsWithoutCase(line, Section);
+            inSection_ = IsSameButCase(line, Section);
             if (!inSection_)
                 throw PortsFileError(number, Message::ExpectedPortsSection);
             return;
