@@ -16,7 +16,7 @@ int main(int argc, char* argv[])
     }
     kelvora::PosixFiles files;
     const kelvora::bench::LineState memory = kelvora::RandomMemory(std::stoull(argv[3]));
-    kelvora::bench::StateFile(files, argv[1]).Save(memory);
+    files.Write(argv[1], kelvora::bench::FormatState(memory));
     files.Write(argv[2], {memory.flash.begin(), memory.flash.end()});
     return 0;
 }

@@ -10,10 +10,8 @@
 //   FA high low bytes...       write EEPROM; no reply
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "bench/LineClock.h"

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <span>
-#include <utility>
 
 #include "bench/TerminalFrame.h"
 
@@ -152,20 +151,6 @@ LineState ReadState(std::string_view text)
     if (!lines.AtEnd())
         lines.Fail("the end of the file");
     return state;
-}
-
-StateFile::StateFile(Files& files, std::string path) : files_(files), path_(std::move(path)) {}
-
-std::optional<LineState> StateFile::Load() const
-{
-    if (!files_.Exists(path_))
-        return std::nullopt;
-    return ReadState(files_.Read(path_));
-}
-
-void StateFile::Save(const LineState& state)
-{
-    files_.Write(path_, FormatState(state));
 }
 
 }  // namespace kelvora::bench

@@ -9,13 +9,11 @@
 // such a file can also be taken as the dump of a device.
 #pragma once
 
-#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 
 #include "bench/LineState.h"
-#include "platform/Files.h"
 
 namespace kelvora::bench {
 
@@ -29,24 +27,5 @@ std::string FormatState(const LineState& state);
 
 /// The memory that the text describes. Throws StateError for any text that FormatState would not have made.
 LineState ReadState(std::string_view text);
-
-/// The state that a file keeps. A file that cannot be read is left alone: Load throws, and whoever cannot
-/// load does not save.
-class StateFile {
-public:
-    /// `files` outlives this.
-    StateFile(Files& files, std::string path);
-
-    /// Nothing when there is no such file. Throws FileError or StateError.
-    std::optional<LineState> Load() const;
-    /// Throws FileError.
-    void Save(const LineState& state);
-
-    const std::string& Path() const { return path_; }
-
-private:
-    Files& files_;
-    std::string path_;
-};
 
 }  // namespace kelvora::bench

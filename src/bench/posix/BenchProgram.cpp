@@ -6,7 +6,6 @@
 #include <array>
 #include <csignal>
 #include <memory>
-#include <utility>
 
 #include "bench/posix/PlayedLine.h"
 #include "platform/posix/PosixFiles.h"

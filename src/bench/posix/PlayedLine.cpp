@@ -1,7 +1,6 @@
 #include "bench/posix/PlayedLine.h"
 
 #include <chrono>
-#include <exception>
 #include <utility>
 
 namespace kelvora::bench {
@@ -14,17 +13,17 @@ constexpr std::chrono::milliseconds SaveDelay{250};
 
 /// What the file says; without a file `fresh`, which is then written: a file that cannot be kept is told at
 /// once. What is wrong with one names it.
-LineState LoadState(StateFile& file, const LineState& fresh)
+LineState LoadState(Files& files, const std::string& path, const LineState& fresh)
 {
     try {
-        if (auto kept = file.Load())
-            return *std::move(kept);
-        file.Save(fresh);
+        if (files.Exists(path))
+            return ReadState(files.Read(path));
+        files.Write(path, FormatState(fresh));
         return fresh;
     } catch (const StateError& error) {
-        throw StateError(file.Path() + ", " + error.what());
+        throw StateError(path + ", " + error.what());
     } catch (const FileError& error) {
-        throw StateError(file.Path() + ": " + error.what());
+        throw StateError(path + ": " + error.what());
     }
 }
 
@@ -64,9 +63,8 @@ void PlayedLine::Put(const Till& till)
     LineState memory = FreshLine(till.modules, till.faults.seed);
     if (!till.statePath.empty()) {
         StateLock lock(till.statePath);
-        StateFile file(files_, till.statePath);
-        memory = LoadState(file, memory);
-        keeper_.emplace(Keeper{std::move(file), std::move(lock)});
+        memory = LoadState(files_, till.statePath, memory);
+        keeper_.emplace(Keeper{till.statePath, std::move(lock)});
     }
     line_.Put(std::move(memory), till.name, till.faults);
 }
@@ -107,7 +105,7 @@ bool PlayedLine::Save()
     if (!keeper_)
         return true;
     try {
-        keeper_->file.Save(line_.Memory());
+        files_.Write(keeper_->path, FormatState(line_.Memory()));
         return true;
     } catch (const FileError& error) {
         err_ << "kelvora-bench: " << error.Path() << ": " << error.what() << '\n' << std::flush;

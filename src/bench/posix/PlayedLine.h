@@ -13,6 +13,7 @@
 #include "bench/TillChanges.h"
 #include "bench/posix/PtyLine.h"
 #include "bench/posix/StateLock.h"
+#include "platform/Files.h"
 
 namespace kelvora::bench {
 
@@ -43,7 +44,7 @@ public:
 
 private:
     struct Keeper {
-        StateFile file;
+        std::string path;  ///< of the file; one that cannot be read is never written
         StateLock lock;
     };
 
