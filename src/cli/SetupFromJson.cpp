@@ -138,11 +138,8 @@ std::optional<ModuleRecord> ReadBack(const ModuleRecord& record)
 {
     if (IsPart(record.Kind))
         return CreateRecord(record.DeviceCode, 0);
-    try {
-        return ReadSetup(WriteSetup({&record, 1})).Modules.front();
-    } catch (const SetupError&) {
-        return std::nullopt;
-    }
+    const auto read = TryReadSetup(WriteSetup({&record, 1}));
+    return read ? std::optional(read->Modules.front()) : std::nullopt;
 }
 
 std::uint8_t CodeAt(const PlainJson& module, ModuleKind kind, const Pointer& at)

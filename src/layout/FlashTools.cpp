@@ -7,7 +7,6 @@
 #include "layout/LineScan.h"
 #include "layout/SetupFileCommands.h"
 #include "platform/Encoding.h"
-#include "setup/SetupError.h"
 #include "setup/SetupReader.h"
 #include "setup/SetupWriter.h"
 
@@ -92,11 +91,10 @@ void NoteFile(OperationNote& note, const SetupSession& session)
         return;
     try {
         const std::string text = session.Desk().files.OnDisk().Read(path);
-        if (WriteSetup(ReadSetup(text).Modules) == WriteSetup(session.document.Modules))
+        if (const auto held = TryReadSetup(text);
+            held && WriteSetup(held->Modules) == WriteSetup(session.document.Modules))
             note.OfFile(path, text);
     } catch (const FileError&) {
-        return;
-    } catch (const SetupError&) {
         return;
     }
 }

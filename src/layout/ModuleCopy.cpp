@@ -10,15 +10,6 @@ namespace kelvora {
 
 namespace {
 
-std::optional<SetupDocument> ReadCopy(std::string_view text)
-{
-    try {
-        return ReadSetup(text);
-    } catch (const SetupError&) {
-        return std::nullopt;
-    }
-}
-
 SetupDocument WithModule(SetupDocument document, const SetupDocument& source, ModuleKind kind)
 {
     if (FindModel(kind))
@@ -45,7 +36,7 @@ std::string CopyModule(const SetupDocument& document, ModuleKind kind)
 ModulePasting PasteModule(const SetupDocument& document, std::string_view text)
 {
     using Outcome = ModulePasting::Outcome;
-    const auto source = ReadCopy(text);
+    const auto source = TryReadSetup(text);
     if (!source || MainChain(source->Modules).size() != 1)
         return {};
     const ModuleKind kind = MainChain(source->Modules).front();

@@ -2,7 +2,6 @@
 // module alone, so that it can also come from a file, and go into one.
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 

@@ -4,22 +4,12 @@
 #include <utility>
 
 #include "platform/LocalTime.h"
-#include "setup/SetupError.h"
 #include "setup/SetupReader.h"
 #include "setup/SetupWriter.h"
 
 namespace kelvora {
 
 namespace {
-
-std::optional<SetupDocument> TryToRead(std::string_view text)
-{
-    try {
-        return ReadSetup(text);
-    } catch (const SetupError&) {
-        return std::nullopt;
-    }
-}
 
 bool HoldsNothing(const RecoveryCopy& copy)
 {
@@ -90,7 +80,7 @@ RecoveryOffer Recovery::OfferOf(const LeftCopy& left) const
         return offer;
     }
     auto copy = ReadRecoveryCopy(left.text);
-    auto document = copy ? TryToRead(copy->setup) : std::nullopt;
+    auto document = copy ? TryReadSetup(copy->setup) : std::nullopt;
     if (!document) {
         offer.damage = RecoveryDamage::Content;
         return offer;
@@ -107,10 +97,10 @@ void Recovery::LookAtFile(RecoveryOffer& offer) const
     const std::string& path = offer.copy.path;
     if (path.empty())
         return;
-    offer.base = TryToRead(offer.copy.saved).value_or(SetupDocument());
+    offer.base = TryReadSetup(offer.copy.saved).value_or(SetupDocument());
     offer.file = files_.Exists(path) ? FileSince::Unreadable : FileSince::Gone;
     try {
-        if (auto now = TryToRead(files_.Read(path))) {
+        if (auto now = TryReadSetup(files_.Read(path))) {
             offer.file = WriteSetup(now->Modules) == offer.copy.saved ? FileSince::Same : FileSince::Changed;
             offer.base = *std::move(now);
         }

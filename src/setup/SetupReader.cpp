@@ -166,6 +166,15 @@ SetupDocument ReadSetup(std::string_view text, RepeatedKinds repeated)
     return reader.Take();
 }
 
+std::optional<SetupDocument> TryReadSetup(std::string_view text)
+{
+    try {
+        return ReadSetup(text);
+    } catch (const SetupError&) {
+        return std::nullopt;
+    }
+}
+
 SetupDocument ReadDeviceMap(std::string_view deviceMap)
 {
     const auto codeAt = [&](std::size_t position) { return static_cast<std::uint8_t>(deviceMap[position]); };

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 #include "setup/SetupDocument.h"
@@ -17,6 +18,9 @@ enum class RepeatedKinds { Read, Refuse };
 
 /// The setup that `text` describes. Throws SetupError at the first line that is not valid.
 SetupDocument ReadSetup(std::string_view text, RepeatedKinds repeated = RepeatedKinds::Refuse);
+
+/// The same; nothing for a text that is not valid.
+std::optional<SetupDocument> TryReadSetup(std::string_view text);
 
 /// A device map that makes no setup, with the first position that does not fit.
 class DeviceMapError : public SetupError {
