@@ -1,8 +1,6 @@
 #include "cli/KeyGridText.h"
 
-#include <string>
-#include <vector>
-
+#include "keymap/Keyboard.h"
 #include "keymap/Models.h"
 
 namespace kelvora {
@@ -15,14 +13,8 @@ constexpr std::size_t CellWidth = 5;
 class GridDrawing {
 public:
     GridDrawing(const ModuleRecord& record, int firstKeyNumber)
-        : map_(record.KeyMap),
-          rows_(record.Rows),
-          columns_(record.Columns),
-          first_(firstKeyNumber),
-          owners_(static_cast<std::size_t>(record.Rows) * record.Columns, 0)
+        : map_(record.KeyMap), rows_(record.Rows), columns_(record.Columns), first_(firstKeyNumber)
     {
-        for (int cell = 0; cell < rows_ * columns_; ++cell)
-            TakeKey(cell);
     }
 
     int Rows() const { return rows_; }
@@ -54,34 +46,20 @@ public:
     }
 
 private:
-    // Gives the key at that cell the cells that it takes; a cell's owner is its key's number from 1, 0 for
-    // none.
-    void TakeKey(int cell)
-    {
-        const char type = TypeAt(cell);
-        int& owner = OwnerOf(cell);
-        if (!KeyType::HasKey(type) || owner != 0)
-            return;
-        owner = cell + 1;
-        for (int row = 0; row <= (KeyType::IsTall(type) ? 1 : 0); ++row)
-            for (int column = 0; column <= (KeyType::IsWide(type) ? 1 : 0); ++column)
-                if (cell / columns_ + row < rows_ && cell % columns_ + column < columns_)
-                    OwnerOf(cell + row * columns_ + column) = cell + 1;
-    }
-
     char TypeAt(int cell) const
     {
         const auto index = static_cast<std::size_t>(cell);
         return index < map_.size() ? map_[index] : KeyType::Absent;
     }
 
-    int& OwnerOf(int cell) { return owners_[static_cast<std::size_t>(cell)]; }
-    int OwnerOf(int cell) const { return owners_[static_cast<std::size_t>(cell)]; }
-
+    // The key that takes that cell, by its position from 1; 0 for none.
     int Owner(int row, int column) const
     {
-        const bool inside = row >= 0 && row < rows_ && column >= 0 && column < columns_;
-        return inside ? OwnerOf(row * columns_ + column) : 0;
+        if (row < 0 || row >= rows_ || column < 0 || column >= columns_)
+            return 0;
+        const int cell = row * columns_ + column;
+        const int cover = CoveringKey(cell + 1, columns_, map_);
+        return cover == 0 && KeyType::HasKey(TypeAt(cell)) ? cell + 1 : cover;
     }
 
     bool IsHorizontal(int row, int column) const { return Owner(row - 1, column) != Owner(row, column); }
@@ -98,7 +76,6 @@ private:
 
     std::string_view map_;
     int rows_, columns_, first_;
-    std::vector<int> owners_;
 };
 
 void AppendLine(std::string& text, std::string_view indent, std::string_view line)
