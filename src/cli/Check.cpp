@@ -1,6 +1,5 @@
 // The command "check": which setup files would a setup window accept?
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <memory>
 #include <string>
 #include <utility>
@@ -8,7 +7,7 @@
 
 #include "cli/Commands.h"
 #include "cli/Console.h"
-#include "cli/OrderedWork.h"
+#include "cli/OrderedSetups.h"
 #include "cli/SetupJson.h"
 #include "cli/SetupNames.h"
 #include "cli/Verdict.h"
@@ -37,35 +36,15 @@ struct CheckBatch {
     std::string results;
     std::string diagnostics;
     Counts counts;
-};
 
-// Makes batches of the names that it is given.
-class BatchMaker {
-public:
-    explicit BatchMaker(OrderedBatches<CheckBatch>& batches) : batches_(batches) {}
-
-    bool Take(FoundName name)
+    // Keeps their memory.
+    void clear()
     {
-        if (!batch_) {
-            batch_ = batches_.Fill();
-            if (!batch_)
-                return false;
-            batch_->names.clear();
-        }
-        batch_->names.push_back(std::move(name));
-        if (batch_->names.size() == FilesPerBatch)
-            Pass();
-        return true;
+        names.clear();
+        results.clear();
+        diagnostics.clear();
+        counts = {};
     }
-    void Pass()
-    {
-        if (std::exchange(batch_, nullptr))
-            batches_.Pass();
-    }
-
-private:
-    OrderedBatches<CheckBatch>& batches_;
-    CheckBatch* batch_ = nullptr;
 };
 
 // A buffer that one large file made is not kept for the many small ones after it.
@@ -88,9 +67,6 @@ void Count(Counts& counts, Verdict::Outcome outcome)
 
 void CheckFiles(CheckBatch& batch, const CheckRequest& request)
 {
-    batch.results.clear();
-    batch.diagnostics.clear();
-    batch.counts = {};
     std::string text;
     for (const FoundName& name : batch.names) {
         const Verdict verdict = CheckSetup(name, text);
@@ -121,15 +97,11 @@ std::string SummaryLine(const Counts& counts)
 // Returns the exit code. Throws OutputError.
 int Check(const CheckRequest& request, Console& console)
 {
-    const auto make = [&](OrderedBatches<CheckBatch>& batches) {
-        BatchMaker maker(batches);
-        FindSetups(request.names, console.in, request.nullSeparated ? '\0' : '\n',
-                   {[&](FoundName name) { return maker.Take(std::move(name)); }, [&] { maker.Pass(); }});
-        maker.Pass();
-    };
     Counts counts;
-    RunOrdered<CheckBatch>(
-        make, [&](CheckBatch& batch) { CheckFiles(batch, request); },
+    RunOrderedSetups<CheckBatch>(
+        request.names, console.in, request.nullSeparated ? '\0' : '\n', FilesPerBatch,
+        [](CheckBatch& batch, FoundName name) { batch.names.push_back(std::move(name)); },
+        [&](CheckBatch& batch) { CheckFiles(batch, request); },
         [&](const CheckBatch& batch) {
             console.err << batch.diagnostics << std::flush;
             if (!batch.results.empty())

@@ -1,13 +1,11 @@
 #include "cli/Render.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
 
 #include "cli/Commands.h"
-#include "cli/RenderFolder.h"
 #include "cli/RenderedFile.h"
 #include "cli/SetupNames.h"
 #include "cli/SetupOutput.h"

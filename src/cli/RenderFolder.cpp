@@ -1,11 +1,11 @@
-#include "cli/RenderFolder.h"
+#include "cli/Render.h"
 
 #include <algorithm>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "cli/OrderedWork.h"
+#include "cli/OrderedSetups.h"
 #include "cli/RenderedFile.h"
 #include "cli/SetupOutput.h"
 #include "cli/posix/PictureProgram.h"
@@ -19,52 +19,6 @@ namespace {
 constexpr std::size_t PicturesPerBatch = 32;
 
 using RenderBatch = std::vector<RenderedFile>;
-
-// Finds the files and gives each the place of its picture.
-class RenderBatchMaker {
-public:
-    RenderBatchMaker(const RenderRequest& request, PictureType type, std::istream& in,
-                     OrderedBatches<RenderBatch>& batches)
-        : request_(request), ending_('.' + std::string(PictureTypeName(type))), in_(in), batches_(batches)
-    {
-    }
-
-    void Run()
-    {
-        FindSetups(request_.names, in_, '\n',
-                   {[&](FoundName name) { return Take(std::move(name)); }, [&] { Pass(); }});
-        Pass();
-    }
-
-private:
-    bool Take(FoundName name)
-    {
-        if (!batch_) {
-            batch_ = batches_.Fill();
-            if (!batch_)
-                return false;
-            batch_->clear();
-        }
-        std::string output = PlaceInFolder(request_.outputFolder, name, ending_);
-        batch_->emplace_back(places_.Take(std::move(name), std::move(output)));
-        if (batch_->size() == PicturesPerBatch)
-            Pass();
-        return true;
-    }
-
-    void Pass()
-    {
-        if (std::exchange(batch_, nullptr))
-            batches_.Pass();
-    }
-
-    const RenderRequest& request_;
-    std::string ending_;
-    std::istream& in_;
-    OrderedBatches<RenderBatch>& batches_;
-    RenderBatch* batch_ = nullptr;
-    OutputPlaces places_{OutputPlaces::Backup::Appended};
-};
 
 void Save(RenderedFile& file, const std::string& picture)
 {
@@ -102,9 +56,13 @@ void DrawBatch(RenderBatch& batch, const RenderRequest& request, PictureType typ
 std::optional<int> RenderFolder(const RenderRequest& request, PictureType type, Console& console)
 {
     std::optional<int> exitCode;
-    RunOrdered<RenderBatch>(
-        [&](OrderedBatches<RenderBatch>& batches) {
-            RenderBatchMaker(request, type, console.in, batches).Run();
+    OutputPlaces places(OutputPlaces::Backup::Appended);
+    const std::string ending = '.' + std::string(PictureTypeName(type));
+    RunOrderedSetups<RenderBatch>(
+        request.names, console.in, '\n', PicturesPerBatch,
+        [&](RenderBatch& batch, FoundName name) {
+            std::string output = PlaceInFolder(request.outputFolder, name, ending);
+            batch.emplace_back(places.Take(std::move(name), std::move(output)));
         },
         [&](RenderBatch& batch) { DrawBatch(batch, request, type); },
         [&](const RenderBatch& batch) {
