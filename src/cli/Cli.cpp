@@ -76,6 +76,14 @@ int ParseAndRun(std::span<const std::string> arguments, Console& console, LineAc
 
 }  // namespace
 
+void AddPath(CLI::App& command, const std::string& names, std::string& path, const std::string& type,
+             const std::string& help)
+{
+    command.add_option(names, path, help)->type_name(type)->check([](const std::string& name) {
+        return name.empty() ? "expected the name of a file" : std::string();
+    });
+}
+
 void AddCli(CLI::App& app, Console& console, LineAccess& access, int& exitCode)
 {
     app.name(std::string(CommandName));

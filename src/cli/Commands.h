@@ -2,6 +2,8 @@
 // sets the exit code.
 #pragma once
 
+#include <string>
+
 #include "cli/Console.h"
 #include "cli/LineAccess.h"
 
@@ -10,6 +12,10 @@ class App;
 }
 
 namespace kelvora {
+
+/// Adds an option whose value is a path, which must not be empty; `type` stands for it in the help.
+void AddPath(CLI::App& command, const std::string& names, std::string& path, const std::string& type,
+             const std::string& help);
 
 void AddCheckCommand(CLI::App& app, Console& console, int& exitCode);
 void AddShowCommand(CLI::App& app, Console& console, int& exitCode);

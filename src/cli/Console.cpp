@@ -36,11 +36,6 @@ std::string FailureLine(std::string_view path, std::string_view description)
     return FailureOf(path, description).line;
 }
 
-std::string CheckOutputName(const std::string& name)
-{
-    return name.empty() ? "expected the name of a file" : std::string();
-}
-
 Refusal FailureOf(std::string_view path, std::string_view description)
 {
     std::string message = std::string(path).append(": ").append(description);

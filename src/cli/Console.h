@@ -46,9 +46,6 @@ int NothingFound(Console& console);
 /// The diagnostic of a file that could not be used, with the system's description.
 std::string FailureLine(std::string_view path, std::string_view description);
 
-/// Why a name of a file to write is none; empty for one that is.
-std::string CheckOutputName(const std::string& name);
-
 /// Why a file is not used.
 struct Refusal {
     std::string line;     ///< the diagnostic

@@ -69,11 +69,8 @@ void AddDumpCommand(CLI::App& app, Console& console, LineAccess& access, int& ex
     const auto request = std::make_shared<DumpRequest>();
     CLI::App* command = app.add_subcommand("dump", "Read the flash memory of a line's device, as a dump");
     AddLineOptions(*command, request->line);
-    command
-        ->add_option("-o,--output", request->output,
-                     "Write the dump to that file; its old content is kept as \".bak\"")
-        ->type_name("OUT")
-        ->check(CheckOutputName);
+    AddPath(*command, "-o,--output", request->output, "OUT",
+            "Write the dump to that file; its old content is kept as \".bak\"");
     command->callback(
         [request, &console, &access, &exitCode] { exitCode = Dump(*request, console, access); });
 }

@@ -104,16 +104,10 @@ void AddFormatCommand(CLI::App& app, Console& console, int& exitCode)
     const auto request = std::make_shared<FormatRequest>();
     CLI::App* command = app.add_subcommand("format", "Write setup files as the program saves them");
     command->add_option("FILE", request->names, SetupNamesText)->type_name("")->required();
-    command
-        ->add_option("-o,--output", request->output,
-                     "Write the one setup to that file, which may be FILE itself")
-        ->type_name("OUT")
-        ->check(CheckOutputName);
-    command
-        ->add_option("--output-folder", request->outputFolder,
-                     "Write each setup into that folder, under its file's name")
-        ->type_name("FOLDER")
-        ->check(CheckOutputName);
+    AddPath(*command, "-o,--output", request->output, "OUT",
+            "Write the one setup to that file, which may be FILE itself");
+    AddPath(*command, "--output-folder", request->outputFolder, "FOLDER",
+            "Write each setup into that folder, under its file's name");
     command->add_flag("-i,--in-place", request->inPlace, "Write each setup over its own file");
     command->add_flag("--json", request->json, "Print an object a line for every file");
     command->footer(

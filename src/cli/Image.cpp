@@ -120,17 +120,11 @@ void AddImageCommand(CLI::App& app, Console& console, int& exitCode)
     const auto request = std::make_shared<ImageRequest>();
     CLI::App* command = app.add_subcommand("image", "Write the flash images of setup files as dumps");
     command->add_option("FILE", request->names, SetupNamesText)->type_name("")->required();
-    command
-        ->add_option("-o,--output", request->output,
-                     "Write the one image to that file; its old content is kept as \".bak\"")
-        ->type_name("OUT")
-        ->check(CheckOutputName);
-    command
-        ->add_option("--output-folder", request->outputFolder,
-                     "Write an image of each setup into that folder, named after its file; one that is "
-                     "replaced is kept under its name and \".bak\"")
-        ->type_name("FOLDER")
-        ->check(CheckOutputName);
+    AddPath(*command, "-o,--output", request->output, "OUT",
+            "Write the one image to that file; its old content is kept as \".bak\"");
+    AddPath(*command, "--output-folder", request->outputFolder, "FOLDER",
+            "Write an image of each setup into that folder, named after its file; one that is replaced is "
+            "kept under its name and \".bak\"");
     command->add_flag("--json", request->json, "Print an object a line for every file");
     command->callback([request, &console, &exitCode] { exitCode = Image(*request, console); });
 }

@@ -7,7 +7,6 @@
 #include <optional>
 #include <string>
 #include <system_error>
-#include <utility>
 
 #include "cli/Commands.h"
 #include "cli/Console.h"
@@ -104,11 +103,8 @@ void AddMakeCommand(CLI::App& app, Console& console, int& exitCode)
     command->add_option("JSON", request->name, "JSON of one setup; - for standard input")
         ->type_name("")
         ->required();
-    command
-        ->add_option("-o,--output", request->output,
-                     "Write the setup to that file; its old content is kept as \".bak\"")
-        ->type_name("OUT")
-        ->check(CheckOutputName);
+    AddPath(*command, "-o,--output", request->output, "OUT",
+            "Write the setup to that file; its old content is kept as \".bak\"");
     command->add_flag("--json", request->json, "Print the result as an object on one line");
     command->footer(
         "What is no setup is told with the JSON pointer to the value, and nothing is written.\n"

@@ -93,17 +93,11 @@ void AddRenderCommand(CLI::App& app, Console& console, int& exitCode)
     const auto request = std::make_shared<RenderRequest>();
     CLI::App* command = app.add_subcommand("render", "Draw setup files as sheets, to print or to attach");
     command->add_option("FILE", request->names, SetupNamesText)->type_name("")->required();
-    command
-        ->add_option("-o,--output", request->output,
-                     "Write to that file, whose name ends in .svg, .png or .pdf; several setups become the "
-                     "pages of a PDF")
-        ->type_name("OUT")
-        ->check(CheckOutputName);
-    command
-        ->add_option("--output-folder", request->outputFolder,
-                     "Write a picture of each setup into that folder, named after its file")
-        ->type_name("FOLDER")
-        ->check(CheckOutputName);
+    AddPath(*command, "-o,--output", request->output, "OUT",
+            "Write to that file, whose name ends in .svg, .png or .pdf; several setups become the pages of a "
+            "PDF");
+    AddPath(*command, "--output-folder", request->outputFolder, "FOLDER",
+            "Write a picture of each setup into that folder, named after its file");
     command->add_option("--type", request->type, "svg, png or pdf; svg unless told")
         ->type_name("TYPE")
         ->check(CLI::IsMember(std::vector<std::string>(PictureTypeNames.begin(), PictureTypeNames.end())));

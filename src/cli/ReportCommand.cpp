@@ -113,14 +113,10 @@ void AddReportCommand(CLI::App& app, Console& console, int& exitCode)
     const auto request = std::make_shared<ReportRequest>();
     CLI::App* command = app.add_subcommand("report", "Make a page on many tills, to look at in a browser");
     command->add_option("FILE", request->names, SetupNamesText)->type_name("")->required();
-    command->add_option("--standard", request->standard, "Tell how each setup deviates from that setup file")
-        ->type_name("FILE")
-        ->check(CheckOutputName);
-    command
-        ->add_option("--results", request->results,
-                     "Tell what was last done with each till, from the *.json and *.jsonl of that folder")
-        ->type_name("FOLDER")
-        ->check(CheckOutputName);
+    AddPath(*command, "--standard", request->standard, "FILE",
+            "Tell how each setup deviates from that setup file");
+    AddPath(*command, "--results", request->results, "FOLDER",
+            "Tell what was last done with each till, from the *.json and *.jsonl of that folder");
     command->add_option("-o,--output", request->output, "Write to that file, whose name ends in .html")
         ->type_name("OUT")
         ->check(CheckPageName);

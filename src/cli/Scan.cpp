@@ -93,11 +93,8 @@ void AddScanCommand(CLI::App& app, Console& console, LineAccess& access, int& ex
     const auto request = std::make_shared<ScanRequest>();
     CLI::App* command = app.add_subcommand("scan", "Ask a line for its modules, with their options and keys");
     AddLineOptions(*command, request->line);
-    command
-        ->add_option("-o,--output", request->output,
-                     "Write the setup to that file; its old content is kept as \".bak\"")
-        ->type_name("FILE")
-        ->check(CheckOutputName);
+    AddPath(*command, "-o,--output", request->output, "FILE",
+            "Write the setup to that file; its old content is kept as \".bak\"");
     command->callback(
         [request, &console, &access, &exitCode] { exitCode = Scan(*request, console, access); });
 }
