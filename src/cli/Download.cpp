@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "cli/CommandNote.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
 #include "cli/FlashJson.h"

@@ -3,7 +3,6 @@
 #include <memory>
 #include <string>
 
-#include "cli/CommandNote.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
 #include "cli/FlashJson.h"

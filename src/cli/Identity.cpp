@@ -1,16 +1,16 @@
 #include "cli/Identity.h"
 
 #include <algorithm>
+#include <functional>
 #include <nlohmann/json.hpp>
-#include <optional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "catalogue/Texts.h"
-#include "cli/CommandNote.h"
-#include "cli/ConsolePrompt.h"
 #include "cli/FlashJson.h"
 #include "cli/LineReport.h"
+#include "cli/LineRun.h"
 #include "cli/SetupJson.h"
 #include "comms/PortTrial.h"
 #include "eeprom/IdentityChoices.h"
@@ -19,6 +19,7 @@
 #include "platform/AsciiCase.h"
 #include "platform/Encoding.h"
 #include "platform/LocalTime.h"
+#include "platform/Prompt.h"
 
 namespace kelvora {
 
@@ -38,6 +39,32 @@ std::string ModuleLine(std::size_t address, const ModuleRow& row, bool json)
         object["block"] = bytes;
     return object.dump() + "\n";
 }
+
+// Message boxes of commands: notices are diagnostics, questions are answered on the terminal.
+class ConsolePrompt final : public Prompt {
+public:
+    // `ask` puts a question to the user, true being Yes; while it is empty every question is answered so.
+    ConsolePrompt(Console& console, std::function<bool(const std::string&)> ask)
+        : console_(console), ask_(std::move(ask))
+    {
+    }
+
+    // Any answer but Yes is the box's default.
+    Answer Show(std::string_view /*title*/, std::string_view body, BoxStyle style) override
+    {
+        std::string text = Utf8FromText(body);
+        std::erase(text, '\r');
+        const bool isQuestion = style.buttons != BoxButtons::Ok;
+        if (isQuestion && ask_)
+            return ask_(text) ? Answer::Yes : style.defaultAnswer;
+        console_.err << DiagnosticLine(text);
+        return isQuestion ? Answer::Yes : Answer::Ok;
+    }
+
+private:
+    Console& console_;
+    std::function<bool(const std::string&)> ask_;
+};
 
 // One run of the command over an open line.
 class IdentityRun {

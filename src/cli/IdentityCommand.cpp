@@ -2,12 +2,12 @@
 #include <CLI/CLI.hpp>
 #include <memory>
 
-#include "cli/CommandNote.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
 #include "cli/Identity.h"
 #include "cli/LineAccess.h"
 #include "cli/LineReport.h"
+#include "cli/LineRun.h"
 #include "eeprom/IdentityCopy.h"
 #include "platform/posix/PosixFiles.h"
 

@@ -5,7 +5,6 @@
 #include <string>
 
 #include "catalogue/OneLineText.h"
-#include "cli/CommandNote.h"
 #include "cli/Commands.h"
 #include "cli/Console.h"
 #include "cli/LineAccess.h"

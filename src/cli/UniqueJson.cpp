@@ -6,8 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "cli/SetupFromJson.h"
-
 namespace kelvora {
 
 namespace {

@@ -1,12 +1,9 @@
-#include "cli/ProgressLine.h"
+#include "cli/LineRun.h"
+
+#include "cli/LineReport.h"
+#include "platform/posix/PosixFiles.h"
 
 namespace kelvora {
-
-namespace {
-
-constexpr std::size_t Width = 40;
-
-}  // namespace
 
 void ProgressLine::Wipe()
 {
@@ -17,6 +14,7 @@ void ProgressLine::Wipe()
 
 void ProgressLine::Show(const LineProgress& progress)
 {
+    constexpr std::size_t Width = 40;
     if (!out_)
         return;
     const std::size_t full = Width * progress.done / progress.total;
@@ -27,6 +25,26 @@ void ProgressLine::Show(const LineProgress& progress)
     const std::string rest(line.size() < shown_.size() ? shown_.size() - line.size() : 0, ' ');
     *out_ << '\r' << line << rest << std::flush;
     shown_ = line;
+}
+
+OperationNote BeginNote(const char* operation, const LineOptions& options, LineAccess& access)
+{
+    return {access.OperationJournal(), operation, options.port, access.Port(options.port).Device()};
+}
+
+void EndNote(OperationNote& note, Console& console)
+{
+    if (const std::string why = note.End(); !why.empty())
+        console.err << DiagnosticLine("the journal could not be kept: " + OneLineText(why));
+}
+
+std::string ContentOf(const std::string& path)
+{
+    try {
+        return PosixFiles().Read(path);
+    } catch (const FileError&) {
+        return {};
+    }
 }
 
 }  // namespace kelvora
