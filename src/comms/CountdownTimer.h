@@ -16,7 +16,17 @@ public:
     explicit CountdownTimer(EventLoop& loop) : timer_(loop.NewTimer()) {}
 
     /// Counts down from `milliseconds`.
-    void Enable(int milliseconds);
+    void Enable(int milliseconds)
+    {
+        tag_ = milliseconds;
+        timer_->Start(Interval, [this] {
+            tag_ -= static_cast<int>(Interval.count());
+            if (tag_ <= 0)
+                timer_->Stop();
+            if (onTick)
+                onTick();
+        });
+    }
     void Disable() { timer_->Stop(); }
     bool Enabled() const { return timer_->IsRunning(); }
     int Tag() const { return tag_; }
