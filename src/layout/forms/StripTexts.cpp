@@ -13,27 +13,11 @@ namespace kelvora {
 
 namespace {
 
-MessageId CaptionOf(StripButton button)
-{
-    switch (button) {
-        case StripButton::MasterTemplate:
-        case StripButton::Master:
-            return Message::MasterCaption;
-        case StripButton::Backlight:
-            return Message::BacklightCaption;
-        case StripButton::Code4:
-            return Message::Code4Caption;
-        case StripButton::KM064:
-            return Message::SlaveCaption;
-        case StripButton::MCR:
-            return Message::McrCaption;
-        case StripButton::ICCR:
-            return Message::IccrCaption;
-        case StripButton::Keypad:
-            break;
-    }
-    return Message::KeypadCaption;
-}
+// In the order of StripButton.
+constexpr std::array Captions{Message::MasterCaption, Message::MasterCaption, Message::BacklightCaption,
+                              Message::Code4Caption,  Message::SlaveCaption,  Message::McrCaption,
+                              Message::IccrCaption,   Message::KeypadCaption};
+static_assert(Captions.size() == StripButtonCount);
 
 }  // namespace
 
@@ -45,7 +29,7 @@ const ModuleRecord* StripRecord(StripButton button, const ModuleList& modules)
 
 QString StripCaption(const MessageCatalogue& catalogue, StripButton button)
 {
-    return ToQString(catalogue.Caption(CaptionOf(button)));
+    return ToQString(catalogue.Caption(Captions.at(static_cast<std::size_t>(button))));
 }
 
 QString StripName(const MessageCatalogue& catalogue, StripButton button, const ModuleList& modules)
