@@ -32,25 +32,29 @@ QMenu* MainMenu::AddMenu(QWidget* parent, const char* name, const MessageId& cap
     return menu;
 }
 
+void MainMenu::Add(QMenu& menu, std::initializer_list<Command> commands)
+{
+    for (const Command command : commands)
+        menu.addAction(&commands_[command]);
+}
+
+void MainMenu::AddForSetup(QMenu& menu, std::initializer_list<Command> commands)
+{
+    Add(menu, commands);
+    for (const Command command : commands)
+        setupEntries_.push_back(&commands_[command]);
+}
+
 void MainMenu::MakeFileMenu(QMenuBar& bar)
 {
     QMenu* file = AddMenu(&bar, "FileMenu", Message::FileMenu);
-    file->addAction(&commands_[Command::FileMenuNew]);
-    file->addAction(&commands_[Command::FileMenuNewFromTemplate]);
-    file->addAction(&commands_[Command::FileMenuOpen]);
+    Add(*file, {Command::FileMenuNew, Command::FileMenuNewFromTemplate, Command::FileMenuOpen});
     recent_ = AddMenu(file, "FileMenuRecent", Message::FileMenuRecent);
     connect(recent_, &QMenu::aboutToShow, recent_, [this] { ListRecentFiles(); });
-    for (const Command command : {Command::FileMenuSave, Command::FileMenuSaveAs,
-                                  Command::FileMenuSaveAsTemplate, Command::FileMenuClose}) {
-        file->addAction(&commands_[command]);
-        setupEntries_.push_back(&commands_[command]);
-    }
+    AddForSetup(*file, {Command::FileMenuSave, Command::FileMenuSaveAs, Command::FileMenuSaveAsTemplate,
+                        Command::FileMenuClose});
     setupEntries_.push_back(file->addSeparator());
-    for (const Command command :
-         {Command::FileMenuPrint, Command::FileMenuPrintPreview, Command::FileMenuExport}) {
-        file->addAction(&commands_[command]);
-        setupEntries_.push_back(&commands_[command]);
-    }
+    AddForSetup(*file, {Command::FileMenuPrint, Command::FileMenuPrintPreview, Command::FileMenuExport});
     compare_ = AddMenu(file, "FileMenuCompare", Message::CompareMenu);
     setupEntries_.push_back(compare_->menuAction());
     connect(compare_, &QMenu::aboutToShow, compare_, [this] {
@@ -58,28 +62,24 @@ void MainMenu::MakeFileMenu(QMenuBar& bar)
         listComparisons(*compare_);
     });
     file->addSeparator();
-    file->addAction(&commands_[Command::FileMenuScan]);
+    Add(*file, {Command::FileMenuScan});
     file->addSeparator();
-    file->addAction(&commands_[Command::FileMenuExit]);
+    Add(*file, {Command::FileMenuExit});
 }
 
 void MainMenu::MakeSetupMenus(QMenuBar& bar)
 {
     QMenu* edit = AddMenu(&bar, "EditMenu", Message::EditMenu);
-    edit->addAction(&commands_[Command::EditMenuUndo]);
-    edit->addAction(&commands_[Command::EditMenuRedo]);
+    Add(*edit, {Command::EditMenuUndo, Command::EditMenuRedo});
     edit->addSeparator();
-    edit->addAction(&commands_[Command::EditMenuCopy]);
-    edit->addAction(&commands_[Command::EditMenuPaste]);
+    Add(*edit, {Command::EditMenuCopy, Command::EditMenuPaste});
     QMenu* layout = AddMenu(&bar, "LayoutMenu", Message::LayoutMenu);
     add_ = AddMenu(layout, "LayoutMenuAdd", Message::LayoutMenuAdd);
-    for (const Command command : {Command::LayoutMenuAddKBMASTER, Command::LayoutMenuAddKB64,
-                                  Command::LayoutMenuAddMCR, Command::LayoutMenuAddICCR})
-        add_->addAction(&commands_[command]);
-    layout->addAction(&commands_[Command::LayoutMenuDel]);
-    layout->addAction(&commands_[Command::LayoutMenuMove]);
+    Add(*add_, {Command::LayoutMenuAddKBMASTER, Command::LayoutMenuAddKB64, Command::LayoutMenuAddMCR,
+                Command::LayoutMenuAddICCR});
+    Add(*layout, {Command::LayoutMenuDel, Command::LayoutMenuMove});
     layout->addSeparator();
-    layout->addAction(&commands_[Command::LayoutMenuOptions]);
+    Add(*layout, {Command::LayoutMenuOptions});
     setupEntries_.push_back(edit->menuAction());
     setupEntries_.push_back(layout->menuAction());
     module_ = new QMenu(&bar);
@@ -87,15 +87,13 @@ void MainMenu::MakeSetupMenus(QMenuBar& bar)
     titled_.push_back({module_, Message::LayoutMenu});
     module_->addActions(layout->actions());
     module_->addSeparator();
-    module_->addAction(&commands_[Command::EditMenuCopy]);
-    module_->addAction(&commands_[Command::EditMenuPaste]);
+    Add(*module_, {Command::EditMenuCopy, Command::EditMenuPaste});
 }
 
 void MainMenu::MakeCommunicationsMenu(QMenuBar& bar)
 {
     QMenu* menu = AddMenu(&bar, "CommunicationsMenu", Message::CommunicationsMenu);
-    menu->addAction(&commands_[Command::CommunicationsMenuPosConnection]);
-    menu->addAction(&commands_[Command::CommunicationsMenuKeybConnection]);
+    Add(*menu, {Command::CommunicationsMenuPosConnection, Command::CommunicationsMenuKeybConnection});
     QAction* separator = menu->addSeparator();
     separator->setObjectName(QStringLiteral("CommunicationsMenuBar1"));
     // A setup window fixes its mode when it is loaded; the menu does not offer the choice.
@@ -118,13 +116,12 @@ void MainMenu::MakeCommunicationsMenu(QMenuBar& bar)
         for (std::size_t i = 0; i < ports_.size(); ++i)
             ports_.at(i)->setEnabled(isPortAvailable(static_cast<int>(i) + 1));
     });
-    menu->addAction(&commands_[Command::CommunicationsMenuSettings]);
-    menu->addAction(&commands_[Command::CommunicationsMenuPorts]);
+    AddForSetup(*menu, {Command::CommunicationsMenuSettings});
+    Add(*menu, {Command::CommunicationsMenuPorts});
     menu->addSeparator();
-    menu->addAction(&commands_[Command::CommunicationsMenuPractice]);
+    Add(*menu, {Command::CommunicationsMenuPractice});
     // Without a setup window only the ports themselves can be chosen.
     setupEntries_.push_back(lines_->menuAction());
-    setupEntries_.push_back(&commands_[Command::CommunicationsMenuSettings]);
 }
 
 void MainMenu::Apply(const CommandState& state)
@@ -146,33 +143,27 @@ void MainMenu::ShowPort(int port)
 void MainMenu::MakeToolsMenu(QMenuBar& bar)
 {
     QMenu* tools = AddMenu(&bar, "ToolsMenu", Message::ToolsMenu);
-    tools->addAction(&commands_[Command::ToolsMenuRescanLine]);
+    Add(*tools, {Command::ToolsMenuRescanLine});
     tools->addSeparator();
-    tools->addAction(&commands_[Command::ToolsMenuFlashDownload]);
-    tools->addAction(&commands_[Command::ToolsMenuFlashVerify]);
+    Add(*tools, {Command::ToolsMenuFlashDownload, Command::ToolsMenuFlashVerify});
     dump_ = AddMenu(tools, "ToolsMenuFlashDump", Message::ToolsMenuFlashDump);
-    dump_->addAction(&commands_[Command::ToolsMenuFlashDumpSetup]);
-    dump_->addAction(&commands_[Command::ToolsMenuFlashDumpUpload]);
+    Add(*dump_, {Command::ToolsMenuFlashDumpSetup, Command::ToolsMenuFlashDumpUpload});
     tools->addSeparator();
-    tools->addAction(&commands_[Command::ToolsMenuFlashRestore]);
-    tools->addAction(&commands_[Command::ToolsMenuFlashBackups]);
+    Add(*tools, {Command::ToolsMenuFlashRestore, Command::ToolsMenuFlashBackups});
     tools->addSeparator();
-    tools->addAction(&commands_[Command::EpromWizard]);
+    Add(*tools, {Command::EpromWizard});
     tools->addSeparator();
     // All of it but the rest works on the line of a setup window.
     for (QAction* entry : tools->actions())
         setupEntries_.push_back(entry);
-    tools->addAction(&commands_[Command::ToolsMenuSeries]);
-    tools->addAction(&commands_[Command::ToolsMenuJournal]);
+    Add(*tools, {Command::ToolsMenuSeries, Command::ToolsMenuJournal});
 }
 
 void MainMenu::MakeViewMenu(QMenuBar& bar)
 {
     QMenu* view = AddMenu(&bar, "ViewMenu", Message::ViewMenu);
-    view->addAction(&commands_[Command::ViewMenuToolbar]);
-    view->addAction(&commands_[Command::ViewMenuStatusBar]);
-    view->addAction(&commands_[Command::ViewMenuTouchSize]);
-    view->addAction(&commands_[Command::ViewMenuLineMonitor]);
+    Add(*view, {Command::ViewMenuToolbar, Command::ViewMenuStatusBar, Command::ViewMenuTouchSize,
+                Command::ViewMenuLineMonitor});
     view->addSeparator();
     languages_ = AddMenu(view, "LanguageMenu", Message::LanguageMenu);
     connect(languages_, &QMenu::aboutToShow, languages_, [this] { ListLanguages(); });
@@ -197,18 +188,16 @@ void MainMenu::MakeGeneralMenus(QMenuBar& bar)
     QMenu* window = AddMenu(&bar, "WindowMenu", Message::WindowMenu);
     connect(window, &QMenu::aboutToShow, window, [this, window] {
         window->clear();
-        for (const Command command :
-             {Command::WindowMenuNext, Command::WindowMenuPrevious, Command::WindowMenuCascade,
-              Command::WindowMenuTile, Command::WindowMenuCloseAll})
-            window->addAction(&commands_[command]);
+        Add(*window, {Command::WindowMenuNext, Command::WindowMenuPrevious, Command::WindowMenuCascade,
+                      Command::WindowMenuTile, Command::WindowMenuCloseAll});
         window->addSeparator();
         listWindows(*window);
     });
     setupEntries_.push_back(window->menuAction());
     QMenu* help = AddMenu(&bar, "HelpMenu", Message::HelpMenu);
-    help->addAction(&commands_[Command::HelpMenuGuide]);
+    Add(*help, {Command::HelpMenuGuide});
     help->addSeparator();
-    help->addAction(&commands_[Command::HelpMenuAbout]);
+    Add(*help, {Command::HelpMenuAbout});
 }
 
 void MainMenu::ListRecentFiles()

@@ -7,6 +7,7 @@
 #include <QStringList>
 #include <array>
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -59,6 +60,9 @@ signals:
 
 private:
     QMenu* AddMenu(QWidget* parent, const char* name, const MessageId& caption);
+    void Add(QMenu& menu, std::initializer_list<Command> commands);
+    // The same of commands that only a setup window uses.
+    void AddForSetup(QMenu& menu, std::initializer_list<Command> commands);
     void MakeFileMenu(QMenuBar& bar);
     void MakeSetupMenus(QMenuBar& bar);
     void MakeCommunicationsMenu(QMenuBar& bar);
