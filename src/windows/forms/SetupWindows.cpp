@@ -93,8 +93,7 @@ frmConfig& SetupWindows::OpenBackup(const std::string& name, const SetupDocument
 {
     auto window = std::make_unique<frmConfig>(desk_, SetupMode::New);
     window->Form_Load();
-    frmConfig& setup = *window;
-    Show(std::move(window));
+    frmConfig& setup = Show(std::move(window));
     setup.TakeBackup(name, document, image);
     return setup;
 }
@@ -106,13 +105,12 @@ frmConfig& SetupWindows::OpenUnsaved(OpenedSetup opened, const SetupDocument& do
     auto window = std::make_unique<frmConfig>(desk_, SetupMode::Open);
     window->Form_Load(std::move(opened));
     Remember(*window);
-    frmConfig& setup = *window;
-    Show(std::move(window));
+    frmConfig& setup = Show(std::move(window));
     setup.TakeUnsaved(document);
     return setup;
 }
 
-void SetupWindows::Show(std::unique_ptr<frmConfig> window)
+frmConfig& SetupWindows::Show(std::unique_ptr<frmConfig> window)
 {
     // From here on the area owns it.
     frmConfig* setup = window.release();
@@ -128,6 +126,7 @@ void SetupWindows::Show(std::unique_ptr<frmConfig> window)
         frame->show();
     else
         frame->showMaximized();
+    return *setup;
 }
 
 frmConfig* SetupWindows::HolderOf(const std::string& path) const

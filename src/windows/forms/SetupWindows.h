@@ -75,7 +75,7 @@ signals:
 
 private:
     void OpenFile(const SetupFile& file);
-    void Show(std::unique_ptr<frmConfig> window);
+    frmConfig& Show(std::unique_ptr<frmConfig> window);
     frmConfig* HolderOf(const std::string& path) const;
 
     QMdiArea& area_;
