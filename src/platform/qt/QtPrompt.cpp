@@ -1,6 +1,8 @@
 #include "platform/qt/QtPrompt.h"
 
 #include <QMessageBox>
+#include <algorithm>
+#include <array>
 
 #include "platform/qt/DialogParent.h"
 #include "platform/qt/Text.h"
@@ -9,64 +11,32 @@ namespace kelvora {
 
 namespace {
 
-QMessageBox::Icon IconOf(BoxIcon icon)
-{
-    switch (icon) {
-        case BoxIcon::Exclamation:
-            return QMessageBox::Warning;
-        case BoxIcon::Critical:
-            return QMessageBox::Critical;
-        case BoxIcon::Question:
-            return QMessageBox::Question;
-        case BoxIcon::Information:
-            break;
-    }
-    return QMessageBox::Information;
-}
+// In the order of BoxIcon.
+constexpr std::array Icons{QMessageBox::Information, QMessageBox::Warning, QMessageBox::Critical,
+                           QMessageBox::Question};
 
-QMessageBox::StandardButtons ButtonsOf(BoxButtons buttons)
-{
-    switch (buttons) {
-        case BoxButtons::OkCancel:
-            return QMessageBox::Ok | QMessageBox::Cancel;
-        case BoxButtons::YesNo:
-            return QMessageBox::Yes | QMessageBox::No;
-        case BoxButtons::YesNoCancel:
-            return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
-        case BoxButtons::Ok:
-            break;
-    }
-    return QMessageBox::Ok;
-}
+struct Choice {
+    QMessageBox::StandardButtons buttons;
+    Answer refusal;  ///< what Esc and the close box stand for
+};
+
+// In the order of BoxButtons.
+constexpr std::array Choices{
+    Choice{QMessageBox::Ok, Answer::Ok}, Choice{QMessageBox::Ok | QMessageBox::Cancel, Answer::Cancel},
+    Choice{QMessageBox::Yes | QMessageBox::No, Answer::No},
+    Choice{QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, Answer::Cancel}};
+
+struct Button {
+    Answer answer;
+    QMessageBox::StandardButton button;
+};
+
+constexpr std::array Buttons{Button{Answer::Ok, QMessageBox::Ok}, Button{Answer::Cancel, QMessageBox::Cancel},
+                             Button{Answer::Yes, QMessageBox::Yes}, Button{Answer::No, QMessageBox::No}};
 
 QMessageBox::StandardButton ButtonOf(Answer answer)
 {
-    switch (answer) {
-        case Answer::Cancel:
-            return QMessageBox::Cancel;
-        case Answer::Yes:
-            return QMessageBox::Yes;
-        case Answer::No:
-            return QMessageBox::No;
-        case Answer::Ok:
-            break;
-    }
-    return QMessageBox::Ok;
-}
-
-// What Esc and the close box stand for.
-Answer Refusal(BoxButtons buttons)
-{
-    switch (buttons) {
-        case BoxButtons::Ok:
-            return Answer::Ok;
-        case BoxButtons::YesNo:
-            return Answer::No;
-        case BoxButtons::OkCancel:
-        case BoxButtons::YesNoCancel:
-            break;
-    }
-    return Answer::Cancel;
+    return std::ranges::find(Buttons, answer, &Button::answer)->button;
 }
 
 QString Body(std::string_view text)
@@ -81,23 +51,14 @@ QString Body(std::string_view text)
 
 Answer QtPrompt::Show(std::string_view title, std::string_view body, BoxStyle style)
 {
-    QMessageBox box(IconOf(style.icon), ToQString(title), Body(body), ButtonsOf(style.buttons),
-                    DialogParent());
+    const Choice& choice = Choices.at(static_cast<std::size_t>(style.buttons));
+    QMessageBox box(Icons.at(static_cast<std::size_t>(style.icon)), ToQString(title), Body(body),
+                    choice.buttons, DialogParent());
     box.setTextFormat(Qt::PlainText);
     box.setDefaultButton(ButtonOf(style.defaultAnswer));
-    box.setEscapeButton(ButtonOf(Refusal(style.buttons)));
-    switch (box.exec()) {
-        case QMessageBox::Ok:
-            return Answer::Ok;
-        case QMessageBox::Yes:
-            return Answer::Yes;
-        case QMessageBox::No:
-            return Answer::No;
-        case QMessageBox::Cancel:
-            return Answer::Cancel;
-        default:
-            return Refusal(style.buttons);
-    }
+    box.setEscapeButton(ButtonOf(choice.refusal));
+    const auto* const pressed = std::ranges::find(Buttons, box.exec(), &Button::button);
+    return pressed == Buttons.end() ? choice.refusal : pressed->answer;
 }
 
 }  // namespace kelvora
