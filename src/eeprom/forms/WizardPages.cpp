@@ -10,6 +10,7 @@
 #include "eeprom/forms/CableView.h"
 #include "platform/qt/Announcement.h"
 #include "platform/qt/Text.h"
+#include "platform/qt/WindowParts.h"
 
 namespace kelvora {
 
@@ -20,15 +21,6 @@ constexpr int TextSpacing = 14;
 
 /// The space between the words of a text that is several labels, in pixels.
 constexpr int WordSpacing = 3;
-
-QLabel* MakeText(const QString& name, const QString& text)
-{
-    auto* label = new QLabel(text);
-    label->setObjectName(name);
-    label->setTextFormat(Qt::PlainText);
-    label->setWordWrap(true);
-    return label;
-}
 
 // A text that takes several numbers of the catalogue, joined.
 QString Joined(const MessageCatalogue& catalogue, std::initializer_list<MessageId> parts)
@@ -46,7 +38,7 @@ QFrame* MakeTextPage(const char* name, const std::vector<QString>& texts)
     layout->setSpacing(TextSpacing);
     int index = 0;
     for (const QString& text : texts)
-        layout->addWidget(MakeText(QString::fromLatin1(name) + QString::number(index++), text));
+        layout->addWidget(TextLabel(QString::fromLatin1(name) + QString::number(index++), text));
     layout->addStretch();
     return page;
 }
@@ -110,7 +102,7 @@ SearchPage::SearchPage(const MessageCatalogue& catalogue, int port)
 
 QLabel* SearchPage::AddText(const char* name, const QString& text)
 {
-    QLabel* label = MakeText(QString::fromLatin1(name), text);
+    QLabel* label = TextLabel(QString::fromLatin1(name), text);
     layout()->addWidget(label);
     return label;
 }

@@ -8,10 +8,10 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollBar>
-#include <QStyle>
 #include <algorithm>
 
 #include "platform/qt/Text.h"
+#include "platform/qt/WindowParts.h"
 
 namespace kelvora {
 
@@ -23,14 +23,6 @@ constexpr int FewestLines = 4;
 QString WithLineFeeds(const std::string& text)
 {
     return ToQString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-}
-
-QLabel* Icon(QWidget* parent)
-{
-    auto* const icon = new QLabel(parent);
-    const int side = parent->style()->pixelMetric(QStyle::PM_MessageBoxIconSize);
-    icon->setPixmap(parent->style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(side, side));
-    return icon;
 }
 
 // What surrounds the lines inside the table's frame.
@@ -69,10 +61,7 @@ WriteQuestionDialog::WriteQuestionDialog(const QString& title, const WriteQuesti
 {
     setObjectName(QStringLiteral("WriteQuestionDialog"));
     setWindowTitle(title);
-    auto* const text = new QLabel(WithLineFeeds(question.text), this);
-    text->setObjectName(QStringLiteral("Question"));
-    text->setTextFormat(Qt::PlainText);
-    text->setWordWrap(true);
+    auto* const text = TextLabel(QStringLiteral("Question"), WithLineFeeds(question.text), this);
     QPlainTextEdit* const table = Table(WithLineFeeds(question.table), this);
     table->setAccessibleName(text->text());
 
@@ -85,7 +74,7 @@ WriteQuestionDialog::WriteQuestionDialog(const QString& title, const WriteQuesti
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     auto* const above = new QHBoxLayout;
-    above->addWidget(Icon(this), 0, Qt::AlignTop);
+    above->addWidget(LargeIcon(QStyle::SP_MessageBoxWarning, *this), 0, Qt::AlignTop);
     above->addWidget(text, 1);
     auto* const layout = new QVBoxLayout(this);
     layout->addLayout(above);

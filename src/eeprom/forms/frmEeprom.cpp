@@ -20,6 +20,7 @@
 #include "platform/Encoding.h"
 #include "platform/TextLines.h"
 #include "platform/qt/Text.h"
+#include "platform/qt/WindowParts.h"
 #include "ports/Connection.h"
 
 namespace kelvora {
@@ -84,10 +85,7 @@ void frmEeprom::MakePages()
     auto* result = new QFrame;
     auto* resultLayout = new QVBoxLayout(result);
     rows_ = new IdentityRows(Catalogue());
-    nothingRead_ = new QLabel(ToQString(Text(Message::EepromNothingRead)));
-    nothingRead_->setObjectName(QStringLiteral("NothingRead"));
-    nothingRead_->setTextFormat(Qt::PlainText);
-    nothingRead_->setWordWrap(true);
+    nothingRead_ = TextLabel(QStringLiteral("NothingRead"), ToQString(Text(Message::EepromNothingRead)));
     saved_ = new SavedCopy(Catalogue());
     resultLayout->addWidget(rows_);
     resultLayout->addWidget(nothingRead_);

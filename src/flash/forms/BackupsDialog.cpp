@@ -39,7 +39,7 @@ BackupsDialog::BackupsDialog(const UserFiles& files, const Backups& backups, Bac
       backups_(backups),
       target_(std::move(target)),
       list_(new QTreeWidget(this)),
-      info_(new QLabel(this)),
+      info_(TextLabel(QStringLiteral("Info"), {}, this)),
       restore_(NamedButton("Restore", *this, ToQString(files.Words().Caption(Message::BackupRestore)))),
       compare_(NamedButton("Compare", *this, ToQString(files.Words().Caption(Message::CompareImages))))
 {
@@ -68,9 +68,6 @@ void BackupsDialog::MakeList()
 
 void BackupsDialog::Arrange()
 {
-    info_->setObjectName(QStringLiteral("Info"));
-    info_->setTextFormat(Qt::PlainText);
-    info_->setWordWrap(true);
     info_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     auto* const close = new QDialogButtonBox(QDialogButtonBox::Close, this);
     close->button(QDialogButtonBox::Close)->setAutoDefault(false);

@@ -6,10 +6,10 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
-#include <QStyle>
 #include <algorithm>
 
 #include "platform/qt/Text.h"
+#include "platform/qt/WindowParts.h"
 
 namespace kelvora {
 
@@ -22,14 +22,6 @@ constexpr int LineWidth = 100;
 
 /// What the list keeps of its width on a small screen, in characters.
 constexpr int LeastWidth = 40;
-
-QLabel* Icon(QWidget* parent)
-{
-    auto* const icon = new QLabel(parent);
-    const int side = parent->style()->pixelMetric(QStyle::PM_MessageBoxIconSize);
-    icon->setPixmap(parent->style()->standardIcon(QStyle::SP_MessageBoxQuestion).pixmap(side, side));
-    return icon;
-}
 
 QPlainTextEdit* ChangeList(const std::vector<std::string>& lines, QWidget* parent)
 {
@@ -57,18 +49,12 @@ ChangesDialog::ChangesDialog(const MessageCatalogue& catalogue, const QString& t
 {
     setObjectName(QStringLiteral("ChangesDialog"));
     setWindowTitle(title);
-    auto* const heading = new QLabel(question, this);
-    heading->setObjectName(QStringLiteral("Question"));
-    heading->setTextFormat(Qt::PlainText);
-    heading->setWordWrap(true);
+    auto* const heading = TextLabel(QStringLiteral("Question"), question, this);
     auto* const list = ChangeList(lines, this);
     list->setAccessibleName(question);
     const QSize listSize = list->size();
 
-    auto* const kept = new QLabel(backup, this);
-    kept->setObjectName(QStringLiteral("Backup"));
-    kept->setTextFormat(Qt::PlainText);
-    kept->setWordWrap(true);
+    auto* const kept = TextLabel(QStringLiteral("Backup"), backup, this);
     kept->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
 
     auto* const buttons = new QDialogButtonBox(QDialogButtonBox::Yes | QDialogButtonBox::No, this);
@@ -84,7 +70,7 @@ ChangesDialog::ChangesDialog(const MessageCatalogue& catalogue, const QString& t
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
 
     auto* const above = new QHBoxLayout;
-    above->addWidget(Icon(this), 0, Qt::AlignTop);
+    above->addWidget(LargeIcon(QStyle::SP_MessageBoxQuestion, *this), 0, Qt::AlignTop);
     above->addWidget(heading, 1);
     auto* const layout = new QVBoxLayout(this);
     layout->addLayout(above);

@@ -10,8 +10,8 @@
 #include <QRegularExpression>
 #include <algorithm>
 
-#include "platform/qt/DialogParent.h"
 #include "platform/qt/Text.h"
+#include "platform/qt/WindowParts.h"
 
 namespace kelvora {
 

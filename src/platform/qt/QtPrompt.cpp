@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/qt/DialogParent.h"
 #include "platform/qt/Text.h"
+#include "platform/qt/WindowParts.h"
 
 namespace kelvora {
 

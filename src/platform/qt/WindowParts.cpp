@@ -1,8 +1,11 @@
 #include "platform/qt/WindowParts.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QEvent>
 #include <QHeaderView>
+#include <QLabel>
+#include <QMainWindow>
 #include <QTableView>
 
 #include "platform/qt/ProgramStyle.h"
@@ -17,12 +20,46 @@ void AddKeys(QWidget& window, const QList<QKeySequence>& keys, const std::functi
     window.addAction(entry);
 }
 
+QWidget* DialogParent()
+{
+    if (QWidget* active = QApplication::activeWindow())
+        return active;
+    for (QWidget* window : QApplication::topLevelWidgets())
+        if (window->isVisible() && dynamic_cast<QMainWindow*>(window))
+            return window;
+    return nullptr;
+}
+
+void BringToFront(QWidget& window)
+{
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
+
 QPushButton* NamedButton(const char* name, QWidget& window, const QString& text)
 {
     auto* const button = new QPushButton(text, &window);
     button->setObjectName(QLatin1String(name));
     button->setAutoDefault(false);
     return button;
+}
+
+QLabel* TextLabel(const QString& name, const QString& text, QWidget* parent)
+{
+    auto* const label = new QLabel(text, parent);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    return label;
+}
+
+QLabel* LargeIcon(QStyle::StandardPixmap picture, QWidget& window)
+{
+    auto* const icon = new QLabel(&window);
+    const int side = window.style()->pixelMetric(QStyle::PM_MessageBoxIconSize);
+    icon->setPixmap(window.style()->standardIcon(picture).pixmap(side, side));
+    return icon;
 }
 
 QSplitter* SplitDown(QWidget& above, QWidget& below, QWidget& window)

@@ -14,6 +14,7 @@
 #include "platform/qt/Announcement.h"
 #include "platform/qt/ElidedLabel.h"
 #include "platform/qt/Text.h"
+#include "platform/qt/WindowParts.h"
 
 namespace kelvora {
 
@@ -49,7 +50,7 @@ PortsDialog::PortsDialog(const Texts& texts, const Lines& lines, PortNames& name
       lines_(lines),
       names_(names),
       devices_(devices),
-      result_(new QLabel(this))
+      result_(TextLabel(QStringLiteral("Result"), {}, this))
 {
     setObjectName(QStringLiteral("PortsDialog"));
     setWindowTitle(Text(Message::PortsTitle));
@@ -61,9 +62,6 @@ PortsDialog::PortsDialog(const Texts& texts, const Lines& lines, PortNames& name
     for (std::size_t row = 0; row < PortCount; ++row)
         AddRow(*grid, static_cast<int>(row) + 1);
 
-    result_->setObjectName(QStringLiteral("Result"));
-    result_->setTextFormat(Qt::PlainText);
-    result_->setWordWrap(true);
     // A command to type is better copied.
     result_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     result_->setMinimumHeight(ResultLines * fontMetrics().lineSpacing());

@@ -4,7 +4,6 @@
 
 #include <QDialog>
 #include <array>
-#include <optional>
 #include <vector>
 
 #include "catalogue/Texts.h"

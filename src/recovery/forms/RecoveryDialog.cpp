@@ -14,7 +14,6 @@
 #include <utility>
 
 #include "picture/forms/SetupsDialog.h"
-#include "platform/Encoding.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/WindowParts.h"
 #include "setup/SetupTexts.h"
@@ -49,7 +48,7 @@ RecoveryDialog::RecoveryDialog(const Texts& texts, std::vector<RecoveryOffer> of
       texts_(texts),
       offers_(std::move(offers)),
       list_(new QTreeWidget(this)),
-      detail_(new QLabel(this)),
+      detail_(TextLabel(QStringLiteral("Detail"), {}, this)),
       differences_(new QListWidget(this)),
       take_(AddButton("Take", Message::RecoveryTake, [this] { Finish(take); })),
       throwAway_(AddButton("ThrowAway", Message::RecoveryThrowAway, [this] { ThrowAway(); })),
@@ -93,9 +92,6 @@ void RecoveryDialog::MakeList()
     // The name of a file is at the end of its path.
     list_->setTextElideMode(Qt::ElideMiddle);
     connect(list_, &QTreeWidget::currentItemChanged, this, [this] { ShowSelection(); });
-    detail_->setObjectName(QStringLiteral("Detail"));
-    detail_->setTextFormat(Qt::PlainText);
-    detail_->setWordWrap(true);
     detail_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     differences_->setObjectName(QStringLiteral("Differences"));
     differences_->setWordWrap(true);

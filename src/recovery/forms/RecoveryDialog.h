@@ -13,7 +13,6 @@ class QLabel;
 class QListWidget;
 class QPushButton;
 class QTreeWidget;
-class QTreeWidgetItem;
 
 namespace kelvora {
 

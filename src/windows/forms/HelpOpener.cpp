@@ -7,6 +7,7 @@
 
 #include "platform/qt/HelpTopic.h"
 #include "platform/qt/Text.h"
+#include "platform/qt/WindowParts.h"
 #include "windows/Language.h"
 #include "windows/forms/HelpWindow.h"
 
@@ -95,9 +96,7 @@ void HelpOpener::Show()
     if (!help_)
         help_ = new HelpWindow(texts_.Catalogue(), PathToQString(language_.HelpFolder()), modal);
     help_->ShowPage(page);
-    help_->show();
-    help_->raise();
-    help_->activateWindow();
+    BringToFront(*help_);
 }
 
 void HelpOpener::Close()

@@ -6,6 +6,7 @@
 #include "layout/forms/frmConfig.h"
 #include "platform/Encoding.h"
 #include "platform/qt/Text.h"
+#include "platform/qt/WindowParts.h"
 #include "setup/SetupError.h"
 #include "setup/SetupErrorText.h"
 #include "setup/SetupReader.h"
@@ -36,9 +37,7 @@ void JournalForms::Show()
         connect(window_, &JournalWindow::restoreRequested, this, &JournalForms::Restore);
     }
     Refresh();
-    window_->show();
-    window_->raise();
-    window_->activateWindow();
+    BringToFront(*window_);
 }
 
 void JournalForms::Refresh()

@@ -5,6 +5,7 @@
 #include "eeprom/IdentityCopy.h"
 #include "eeprom/ModuleMeaning.h"
 #include "eeprom/forms/frmEeprom.h"
+#include "platform/qt/WindowParts.h"
 #include "ports/forms/PortsDialog.h"
 #include "ports/forms/frmPortSetup.h"
 
@@ -69,9 +70,7 @@ void LineForms::ShowMonitor()
             monitor_.reset();
         });
     }
-    monitorWindow_->show();
-    monitorWindow_->raise();
-    monitorWindow_->activateWindow();
+    BringToFront(*monitorWindow_);
 }
 
 void LineForms::Watch()

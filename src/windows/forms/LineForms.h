@@ -4,7 +4,6 @@
 #include <QObject>
 #include <QPointer>
 #include <memory>
-#include <vector>
 
 #include "comms/LineMonitor.h"
 #include "comms/forms/LineMonitorWindow.h"

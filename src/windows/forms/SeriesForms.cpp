@@ -2,6 +2,7 @@
 
 #include "layout/forms/frmConfig.h"
 #include "platform/qt/Text.h"
+#include "platform/qt/WindowParts.h"
 
 namespace kelvora {
 
@@ -26,9 +27,7 @@ void SeriesForms::Show()
         else
             window_->Offer({}, setup ? setup->Session().settings.CommsPort : desk_.defaults.CommsPort);
     }
-    window_->show();
-    window_->raise();
-    window_->activateWindow();
+    BringToFront(*window_);
 }
 
 bool SeriesForms::MayClose()
