@@ -5,7 +5,6 @@
 // that no dead or noisy line holds anybody up.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 

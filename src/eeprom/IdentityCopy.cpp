@@ -1,7 +1,6 @@
 #include "eeprom/IdentityCopy.h"
 
 #include <algorithm>
-#include <optional>
 
 #include "platform/LocalTime.h"
 #include "platform/PortName.h"

@@ -1,7 +1,6 @@
 #include "eeprom/IdentityTexts.h"
 
 #include <array>
-#include <string_view>
 
 #include "platform/TextLines.h"
 

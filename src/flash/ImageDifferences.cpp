@@ -1,7 +1,6 @@
 #include "flash/ImageDifferences.h"
 
 #include <algorithm>
-#include <array>
 #include <string>
 
 #include "flash/KeyTables.h"

@@ -1,9 +1,7 @@
 // What is different between two flash images, told by what the addresses mean where that is known.
 #pragma once
 
-#include <cstdint>
 #include <optional>
-#include <string_view>
 #include <vector>
 
 #include "flash/FlashImage.h"

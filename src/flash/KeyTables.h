@@ -5,7 +5,6 @@
 // code has a table of unknown size: nothing behind it can be found.
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>

@@ -1,7 +1,5 @@
 #include "layout/SetupFileCommands.h"
 
-#include <utility>
-
 #include "flash/OwnBackup.h"
 #include "platform/Encoding.h"
 #include "platform/TextFiles.h"

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <array>
 #include <optional>
-#include <string>
 #include <string_view>
 
 #include "platform/AsciiCase.h"

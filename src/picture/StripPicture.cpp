@@ -1,7 +1,6 @@
 #include "picture/StripPicture.h"
 
 #include <algorithm>
-#include <optional>
 
 #include "picture/DevicePicture.h"
 #include "picture/ModuleStrip.h"

@@ -1,6 +1,5 @@
 #include "series/SetupChoice.h"
 
-#include <algorithm>
 #include <vector>
 
 #include "catalogue/OneLineText.h"

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <optional>
-#include <string>
 
 #include "network/posix/HostLookup.h"
 #include "platform/SerialPort.h"

@@ -4,7 +4,6 @@
 
 #include <QByteArray>
 #include <QPixmap>
-#include <QSizeF>
 #include <QString>
 #include <memory>
 

@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <map>
-#include <optional>
 #include <utility>
 
 namespace kelvora {

@@ -10,7 +10,6 @@
 #include <memory>
 #include <new>
 #include <string_view>
-#include <utility>
 
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/Replacement.h"

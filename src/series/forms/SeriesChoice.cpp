@@ -9,7 +9,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <utility>
 
 #include "platform/PortName.h"
 #include "platform/qt/Text.h"
