@@ -40,52 +40,39 @@ std::string ParseFault(const std::string& option, const std::string& text, Comma
     return hasValue ? text.substr(equals + 1) : std::string();
 }
 
-void AddLate(FaultPlan& faults, const std::string& text)
+void TakeTime(const std::string& option, const std::string& value, CommandFault& fault)
 {
-    CommandFault fault{.kind = CommandFault::Kind::Late, .command = {}};
     int time = 0;
-    const std::string value = ParseFault("--late", text, fault);
     if (!CLI::detail::lexical_cast(value, time) || time < 0 || time > LongestTimeMs)
-        RefuseFault("--late", "\"" + value + "\" is not a time from 0 to 60000 ms");
+        RefuseFault(option, "\"" + value + "\" is not a time from 0 to 60000 ms");
     fault.late = std::chrono::milliseconds(time);
-    faults.commands.push_back(std::move(fault));
 }
 
-void AddStatus(FaultPlan& faults, const std::string& text)
+void TakeStatus(const std::string& option, const std::string& value, CommandFault& fault)
 {
-    CommandFault fault{.kind = CommandFault::Kind::Status, .command = {}};
-    fault.status = ParseFault("--status", text, fault);
-    const bool isStatus =
-        !fault.status.empty() && fault.status.size() <= LongestStatus &&
-        std::ranges::all_of(fault.status, [](unsigned char c) { return std::isdigit(c) != 0; });
-    if (!isStatus || fault.status == "0")
-        RefuseFault("--status", "\"" + fault.status + "\" is not a status other than 0, such as 2 or 999");
-    faults.commands.push_back(std::move(fault));
+    const bool isStatus = !value.empty() && value.size() <= LongestStatus &&
+                          std::ranges::all_of(value, [](unsigned char c) { return std::isdigit(c) != 0; });
+    if (!isStatus || value == "0")
+        RefuseFault(option, "\"" + value + "\" is not a status other than 0, such as 2 or 999");
+    fault.status = value;
 }
 
-void AddWrongReply(FaultPlan& faults, const std::string& text)
-{
-    CommandFault fault{.kind = CommandFault::Kind::WrongReply, .command = {}};
-    ParseFault("--wrong-reply", text, fault);
-    faults.commands.push_back(std::move(fault));
-}
+void TakeNothing(const std::string& /*option*/, const std::string& /*value*/, CommandFault& /*fault*/) {}
 
-void AddSilence(FaultPlan& faults, const std::string& text)
-{
-    CommandFault fault{.kind = CommandFault::Kind::Silent, .command = {}};
-    ParseFault("--silent-at", text, fault);
-    faults.commands.push_back(std::move(fault));
-}
-
-/// An option that may be given many times, for a command each.
-void AddCommandOption(CLI::App& app, FaultPlan& faults, const std::string& name, const std::string& value,
-                      void (*add)(FaultPlan&, const std::string&), const std::string& description)
+/// An option that may be given many times, for a command each; `take` puts its value into the fault.
+void AddCommandOption(CLI::App& app, FaultPlan& faults, CommandFault::Kind kind, const std::string& name,
+                      const std::string& value,
+                      void (*take)(const std::string& option, const std::string& value, CommandFault& fault),
+                      const std::string& description)
 {
     app.add_option_function<std::vector<std::string>>(
            name,
-           [&faults, add](const std::vector<std::string>& texts) {
-               for (const std::string& text : texts)
-                   add(faults, text);
+           [=, &faults](const std::vector<std::string>& texts) {
+               for (const std::string& text : texts) {
+                   CommandFault fault{.kind = kind, .command = {}};
+                   take(name, ParseFault(name, text, fault), fault);
+                   faults.commands.push_back(std::move(fault));
+               }
            },
            description)
         ->allow_extra_args(false)
@@ -96,6 +83,7 @@ void AddCommandOption(CLI::App& app, FaultPlan& faults, const std::string& name,
 
 void AddFaultOptions(CLI::App& app, FaultPlan& faults)
 {
+    using Kind = CommandFault::Kind;
     const CLI::Range chance(0.0, 1.0);
     app.add_option("--seed", faults.seed, "What noise and fresh flash images are made from")->type_name("N");
     app.add_option("--drop", faults.drop, "Chance that a byte is lost")->check(chance)->type_name("P");
@@ -110,10 +98,11 @@ void AddFaultOptions(CLI::App& app, FaultPlan& faults)
            "How late every answer begins")
         ->check(CLI::Range(0, LongestTimeMs))
         ->type_name("MS");
-    AddCommandOption(app, faults, "--late", "COMMAND=MS", AddLate, "How late the answer to a command begins");
-    AddCommandOption(app, faults, "--wrong-reply", "COMMAND", AddWrongReply,
+    AddCommandOption(app, faults, Kind::Late, "--late", "COMMAND=MS", TakeTime,
+                     "How late the answer to a command begins");
+    AddCommandOption(app, faults, Kind::WrongReply, "--wrong-reply", "COMMAND", TakeNothing,
                      "Answer a command with the reply to another");
-    AddCommandOption(app, faults, "--status", "COMMAND=STATUS", AddStatus,
+    AddCommandOption(app, faults, Kind::Status, "--status", "COMMAND=STATUS", TakeStatus,
                      "Refuse a command with a status, such as 2");
     app.add_option_function<int>(
            "--stray", [&faults](int time) { faults.stray = std::chrono::milliseconds(time); },
@@ -127,7 +116,7 @@ void AddFaultOptions(CLI::App& app, FaultPlan& faults)
         ->type_name("N");
     app.add_option("--silent-after", faults.silentAfter.toHost, "Go silent when N bytes have been answered")
         ->type_name("N");
-    AddCommandOption(app, faults, "--silent-at", "COMMAND", AddSilence,
+    AddCommandOption(app, faults, Kind::Silent, "--silent-at", "COMMAND", TakeNothing,
                      "Go silent when a command comes, which is not run");
     app.add_option("--away-after", faults.awayAfter.toHost,
                    "Take the device away when N bytes have been answered")
