@@ -231,16 +231,11 @@ TEST(BenchProgram, RefusesWrongUsage)
     const std::vector<std::pair<std::vector<std::string>, std::string>> cases{
         {{"--modules", "km096,km09"}, "no module is named \"km09\""},
         {{"--modules", "km096,km096,km064,iccr"}, "more than seven"},
-        {{"--modules", ""}, "no module is named"},
         {{"--speed", "19200"}, "--speed"},
         {{"--drop", "1.5"}, "--drop"},
-        {{"--nak", "-1"}, "--nak"},
-        {{"--line", "1"}, "--line"},
         {{"--lines", "257"}, "--lines"},
         {{"--drop", "0.5", "--flip", "0.4", "--duplicate", "0.2"}, "over 1 together"},
-        {{"--stray", "0"}, "--stray"},
         {{"--late", "$9902"}, "is not COMMAND=VALUE"},
-        {{"--late", "$9902=soon"}, "is not a time"},
         {{"--late", "$9902#0=5"}, "belongs behind #"},
         {{"--late", "02=5"}, "no command of the terminal is named \"02\""},
         {{"--status", "$9904=0"}, "other than 0"},
@@ -275,13 +270,10 @@ TEST(TillScript, NamesTheLineThatIsWrong)
 {
     for (const auto& [line, complaint] : std::vector<std::pair<std::string, std::string>>{
              {"soon 1 gone", "a number of seconds expected"},
-             {"-1 1 gone", "a number of seconds expected"},
              {"1 0 gone", "the number of a line"},
              {"1 1 gone now", "\"gone\", or \"till\""},
-             {"1 1", "\"gone\", or \"till\""},
              {"0.5 1 gone", "an earlier time"},
              {"2 1 till --modules km09", "no module is named"},
-             {"2 1 till --drop 0.6 --flip 0.6", "over 1 together"},
              {"2 1 till --speed 1200", "--speed"},
          }) {
         try {

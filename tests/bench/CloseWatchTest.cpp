@@ -8,7 +8,6 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <system_error>
 
 using namespace kelvora::bench;
 using kelvora::Descriptor;
@@ -39,23 +38,4 @@ TEST(CloseWatch, HearsOfAFileAlsoWhenTooManyHaveBeenClosed)
     loop.Run();
     EXPECT_EQ(heard, 1);
     fs::remove_all(folder);
-}
-
-TEST(PollLoop, WatchesADescriptorOnce)
-{
-    PollLoop loop;
-    std::array<int, 2> ends{};
-    ASSERT_EQ(pipe2(ends.data(), O_CLOEXEC), 0);
-    const Descriptor output(ends[0]);
-    const Descriptor input(ends[1]);
-    int first = 0;
-    loop.Watch(output.Number(), [&] {
-        ++first;
-        loop.Stop();
-    });
-    EXPECT_THROW(loop.Watch(output.Number(), [] { ADD_FAILURE() << "in place of the first"; }),
-                 std::system_error);
-    ASSERT_EQ(write(input.Number(), "x", 1), 1);
-    loop.Run();
-    EXPECT_EQ(first, 1);
 }

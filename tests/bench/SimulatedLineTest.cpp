@@ -32,8 +32,6 @@ const std::string Enquiry = "\5";
 const std::string Ready = "\x11";
 const std::string ReadThree = "\2\5\3\xF9\0\xAA\10\x58\3"s;
 
-constexpr auto ByteTime = 1042us;  // at 9600 baud
-
 void Check(BareLine& bench, const std::vector<Exchange>& exchanges)
 {
     for (const auto& [sent, heard, why] : exchanges)
@@ -81,16 +79,6 @@ TEST(SimulatedLine, TerminalRunsACommandOnceAndLeavesItForANewOne)
     EXPECT_EQ(bench.line.Memory().mode, '2');
 }
 
-TEST(SimulatedLine, NewCommandCutsTheAnswerBeforeIt)
-{
-    BareLine bench;
-    bench.port.Write(AskName);
-    bench.loop.Pass(24 * ByteTime);
-    bench.port.Write(AskMode);
-    bench.loop.Pass(1s);
-    EXPECT_EQ(bench.port.Read(0), Name.substr(0, 24) + Mode);
-}
-
 TEST(SimulatedLine, ModulesAnswerTheirProtocol)
 {
     BareLine bench;
@@ -115,91 +103,4 @@ TEST(SimulatedLine, ModulesAnswerTheirProtocol)
                      {"?" + Enquiry, Nothing, "ENQ within other bytes"},
                  });
     EXPECT_EQ(DeviceMapOf(bench.line.Memory().modules), (std::vector<std::uint8_t>{214, 23, 4, 191}));
-}
-
-TEST(SimulatedLine, RefusesCommandsPickedByName)
-{
-    using enum CommandFault::Kind;
-    BareLine bench;
-    bench.line.SetFaults({.commands = {{Status, "$9904", 0, {}, "5"},
-                                       {Status, "$9904!3", 0, {}, "2"},
-                                       {Status, "0FB3+", 0, {}, "999"},
-                                       {Status, "0F02.", 2, {}, "3"}}});
-    const std::vector<std::pair<std::string, std::string>> replies{
-        {"$9904!3", "$9904!2"},       {"$9904!0", "$9904!5"}, {"$9904", "$9904!5"}, {"0FB0", "0FB0!0$8192"},
-        {"0FB300000000", "0FB3#999"}, {"0FB3", "0FB3!0"},     {"0F021", "0F02!2"},  {"0F02", "0F02!0("},
-        {"0F02", "0F02!3"},           {"0F02", "0F02!0("},
-    };
-    std::uint32_t exchange = 0;
-    for (const auto& [command, reply] : replies) {
-        const std::string head = Hex(++exchange, 4);
-        const std::string heard = bench.Ask(MakeFrame(head, command));
-        EXPECT_EQ(heard.substr(0, 6 + reply.size()), Soh + head + "M" + reply) << command;
-    }
-    EXPECT_EQ(bench.line.Memory().mode, '0') << "what is refused is not done";
-}
-
-TEST(SimulatedLine, AnswersLateOrForAnotherCommand)
-{
-    using enum CommandFault::Kind;
-    BareLine bench;
-    bench.line.SetFaults({.commands = {{Late, "$9900", 2, 1100ms}}});
-    EXPECT_EQ(bench.Ask(AskName), Name);
-    bench.port.Write(AskName);
-    bench.loop.Pass(1s);
-    EXPECT_EQ(bench.Ask(AskName), Name) << "the answer again, late and once";
-    EXPECT_EQ(bench.Ask(AskName), Name);
-
-    const std::string askMap = MakeFrame("0002", "$9902");
-    const std::string map = MakeFrame("0002", "M$9902!0!4*214,23,4,3");
-    bench.line.SetFaults({.commands = {{WrongReply, "$9902", 1}, {WrongReply, "$9900"}}});
-    Check(bench, {{askMap, MakeFrame("0002", "M$9900!0.BENCH TERMINAL"), "once"},
-                  {askMap, map, "the repeated answer"},
-                  {MakeFrame("0003", "$9900"), MakeFrame("0003", "M$9902!0!4*214,23,4,3"), "each time"}});
-
-    bench.line.SetFaults({.delay = 300ms});
-    bench.port.Write(AskName.substr(0, AskName.size() - 1) + "0");
-    bench.loop.Pass(300ms);
-    EXPECT_EQ(bench.port.Read(0), "");
-    EXPECT_EQ(bench.Ask(""), "\x15");
-    bench.Ask(MakeFrame("0004", "$9902"));
-    bench.port.Write(MakeFrame("0004", "$9902"));
-    bench.loop.Pass(300ms);
-    EXPECT_EQ(bench.port.Read(0), "") << "an answer that is repeated is as late";
-}
-
-TEST(SimulatedLine, IsNeverQuietWithStrayBytes)
-{
-    BareLine bench;
-    bench.line.SetFaults({.stray = 100ms});
-    bench.loop.Pass(1s);
-    EXPECT_EQ(bench.port.Read(0), "") << "nobody has spoken yet";
-    bench.Ask(AskName);
-    bench.loop.Pass(700ms);
-    EXPECT_EQ(bench.port.Read(0).size(), 7U);
-    bench.port.Write(Enquiry);
-    bench.loop.Pass(50ms);
-    bench.port.Close();
-    bench.port.Open();
-    bench.loop.Pass(1s);
-    EXPECT_EQ(bench.port.Read(0), "");
-}
-
-TEST(SimulatedLine, GoesSilentAtACommandUntilAnotherTillIsThere)
-{
-    BareLine bench;
-    bench.line.SetFaults({.commands = {{CommandFault::Kind::Silent, "$9904!2"}}});
-    EXPECT_EQ(bench.Ask(AskName), Name);
-    EXPECT_EQ(bench.Ask(MakeFrame("0002", "$9904!2")), Nothing);
-    EXPECT_EQ(bench.Ask(MakeFrame("0003", "$9904")), Nothing);
-    EXPECT_EQ(bench.line.Memory().mode, '0');
-    bench.line.TakeAway();
-    EXPECT_EQ(bench.Ask(MakeFrame("0004", "$9904")), Nothing);
-    bench.line.Put(FreshLine({Module::KM096}), "TILL07", {});
-    EXPECT_EQ(bench.Ask(MakeFrame("0004", "$9900")), MakeFrame("0004", "M$9900!0&TILL07"));
-    bench.port.Write(MakeFrame("0005", "$9902"));
-    bench.loop.Pass(20ms);
-    bench.line.TakeAway();
-    EXPECT_EQ(bench.Ask(""), Nothing) << "what was on its way is lost";
-    EXPECT_EQ(bench.Ask(MakeFrame("0006", "$9900")), Nothing);
 }
