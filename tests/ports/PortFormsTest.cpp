@@ -1,7 +1,6 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabBar>
@@ -58,6 +57,7 @@ TEST_F(PortSetupForm, TabsAreThePortsThatOpenAndChoicesCountAtOnce)
     shown.setFocus();
     QTest::keyClick(&shown, Qt::Key_Down);
     EXPECT_EQ(settings.PortSettings, "4800,e,7,1") << "the arrow keys choose";
+    EXPECT_EQ(settings.BaudRate(), 2);
     Press(form, "ExitCommand");
     EXPECT_FALSE(form.isVisible());
 }
