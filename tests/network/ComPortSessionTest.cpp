@@ -53,48 +53,5 @@ TEST(ComPortSession, TakesTheLinesBytesOutOfWhatComes)
         << "an endless text of an option";
 }
 
-TEST(ComPortSession, AgreesBeforeTheLineCanBeUsed)
-{
-    ComPortSession session;
-    Take(session, FromHex("FF FD 00 FF FB 00 FF FD 03 FF FB 03"));
-    EXPECT_TRUE(session.IsTransparent());
-    EXPECT_FALSE(session.IsAgreed() || session.TakesSettings());
-    Take(session, FromHex("FF FD 2C"));
-    EXPECT_TRUE(session.IsAgreed() && session.TakesSettings());
-    Take(session, FromHex("FF FC 00"));
-    EXPECT_FALSE(session.IsTransparent());
-}
-
-TEST(ComPortSession, ChecksTheAnswerToEachSetting)
-{
-    using enum ComPortSession::Settings;
-    EXPECT_EQ(ComPortSession().Ask({19200, 'e', 7, 2}),
-              FromHex("FF FA 2C 01 00 00 4B 00 FF F0 FF FA 2C 02 07 FF F0 FF FA 2C 03 03 FF F0 "
-                      "FF FA 2C 04 02 FF F0"));
-    const std::string rest = "FF FA 2C 66 08 FF F0 FF FA 2C 67 01 FF F0 FF FA 2C 68 01 FF F0";
-    const struct {
-        const char* why;
-        std::string heard;
-        ComPortSession::Settings outcome;
-    } cases[]{
-        {"all are in force", "FF FA 2C 65 00 00 25 80 FF F0 " + rest, InForce},
-        {"the speed is another", "FF FA 2C 65 00 00 4B 00 FF F0 " + rest, Refused},
-        {"the speed is still to come", rest, Asked},
-        {"a speed of another length", "FF FA 2C 65 25 80 FF F0 " + rest, Asked},
-        {"another option's answer", "FF FA 18 65 00 00 25 80 FF F0 " + rest, Asked},
-        {"states of the line are no answer", "FF FA 2C 6B 00 FF F0 FF FA 2C FF F0 FF FA 2C 00 FF F0", Asked},
-    };
-    for (const auto& [why, heard, outcome] : cases) {
-        ComPortSession session;
-        EXPECT_EQ(session.Outcome(), None);
-        session.Ask({9600, 'n', 8, 1});
-        Take(session, FromHex(heard));
-        EXPECT_EQ(session.Outcome(), outcome) << why;
-        if (outcome == Refused) {
-            EXPECT_EQ(session.Kept(), "19200,n,8,1");
-        }
-    }
-}
-
 }  // namespace
 }  // namespace kelvora
