@@ -61,22 +61,6 @@ TEST(FleetReport, KeepsOnceWhatTillsHaveInCommon)
     EXPECT_EQ(report.Counts().unread, 1U);
 }
 
-TEST(FleetReport, KeepsEachLineOfPicturesOnce)
-{
-    FleetReport report;
-    AddTill(report, "a", Standard);
-    AddTill(report, "b", Standard);
-    AddTill(report, "c", Fiscal);
-    EXPECT_EQ(report.ToDraw().size(), 2U);
-    EXPECT_EQ(report.Setups()[1].picture, 1U);
-    report.AddPicture("<svg>\nkeys\nmore\n</svg>\n");
-    report.AddPicture("<svg>\nother\nmore\n</svg>\n");
-    EXPECT_THAT(report.PictureLines(), ElementsAre("<svg>", "keys", "more", "</svg>", "other"));
-    EXPECT_THAT(report.Pictures(),
-                ElementsAre(ElementsAre(PicturePart(0, 4)),
-                            ElementsAre(PicturePart(0, 1), PicturePart(4, 1), PicturePart(2, 2))));
-}
-
 TEST(FleetReport, GivesEachTillItsLatestResult)
 {
     FleetReport report;
