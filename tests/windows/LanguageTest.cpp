@@ -7,7 +7,6 @@
 
 #include "fakes/FakeFiles.h"
 #include "fakes/FakePrompt.h"
-#include "setup/SetupErrorText.h"
 
 using namespace kelvora;
 
@@ -110,13 +109,4 @@ TEST(Language, OffersWhatHasTextsAndSettings)
     EXPECT_EQ(language.HelpFolder(), "/opt/k/bin/FenhoENG");
     ASSERT_TRUE(language.Change("DEU"));
     EXPECT_EQ(language.HelpFolder(), "/opt/k/bin/FenhoDEU");
-}
-
-TEST(Language, DescribesARejectedText)
-{
-    EXPECT_EQ(DescribeSetupError({}, {SetupErrorNumber::LineRejected, 7, Expected::Tracks}),
-              "A line of the file is not valid.\r\nLine 7: Expected here: 1,2,3 or 1,2 or 2,3");
-    EXPECT_EQ(
-        DescribeSetupError({}, {SetupErrorNumber::ModuleRefused, 0, Expected::LanguageCode}),
-        "A module of the file cannot stand where it does.\r\nExpected here: a language of three letters");
 }
