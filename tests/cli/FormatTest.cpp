@@ -24,18 +24,7 @@ TEST_F(Format, KeepsTheOldFileWhenItWrites)
     EXPECT_EQ(files.Read(At("till.bak")), typed);
 }
 
-TEST_F(Format, WritesNothingThatWouldBeRejected)
-{
-    const std::string kept = Write("kept.dat", saved);
-    const std::string path = Write("till.dat", Rejected);
-    const CliResult result = Run({"format", path, "-o", kept});
-    EXPECT_EQ(result.exitCode, 1);
-    EXPECT_THAT(result.err, testing::StartsWith(path + RejectedSays));
-    EXPECT_EQ(files.Read(kept), saved);
-    EXPECT_FALSE(files.Exists(At("kept.bak")));
-}
-
-TEST_F(Format, JsonHoldsTheTextOrNamesTheFile)
+TEST_F(Format, JsonHoldsTheTextOrNamesTheFileWhichARejectedOneLeaves)
 {
     const std::string path = Write("till.dat", typed);
     auto object = nlohmann::json::parse(Run({"format", path, "--json"}).out);
@@ -47,8 +36,9 @@ TEST_F(Format, JsonHoldsTheTextOrNamesTheFile)
     EXPECT_EQ(object["text"], nullptr);
     EXPECT_EQ(object["output"], path);
     EXPECT_EQ(files.Read(path), saved);
-    const CliResult rejected = Run({"format", Write("bad.dat", Rejected), "--json"});
+    const CliResult rejected = Run({"format", Write("bad.dat", Rejected), "--json", "-o", path});
     EXPECT_EQ(rejected.exitCode, 1);
+    EXPECT_EQ(files.Read(path), saved);
     object = nlohmann::json::parse(rejected.out);
     EXPECT_EQ(object["ok"], false);
     EXPECT_EQ(object["line"], 3);

@@ -62,10 +62,6 @@ TEST_F(IdentityCli, PrintsTheModules)
     port.answers.clear();
     EXPECT_EQ(Run({}).err, "kelvora-cli: No MID modules found\n");
     EXPECT_EQ(Run(json).out, "{\"port\":\"COM1\",\"file\":null,\"message\":\"No MID modules found\"}\n");
-    port.opens = false;
-    EXPECT_EQ(
-        Run({}).err,
-        "kelvora-cli: /dev/ttyS0: Another program holds the port. Close that program, then try again.\n");
     port.SetDevice("bridge:a:1");
     EXPECT_THAT(Run({}).err, HasSubstr("bridge:a:1: A bridge stands behind this line."));
 }
@@ -102,21 +98,6 @@ TEST_F(IdentityCli, WritesAfterAYesAndRestores)
     EXPECT_EQ(restored.exitCode, 3);
     EXPECT_THAT(restored.err, HasSubstr("Addresses that failed: 0, 1\n"));
     EXPECT_THAT(restored.err, HasSubstr("do not hold what was written: 1\n"));
-}
-
-TEST_F(IdentityCli, WritesOfACopyWhatTheLineHas)
-{
-    port.answers[Request] = {{{20, "\x06"}}};
-    port.answers[ReadRequest[1]] = {Reply(BadgeReply), Reply(SlaveReply)};
-    const std::string head = "Kelvora module identities\nDate d\nLine COM7\n";
-    const std::string block = ": AA 55 BF 00 00 00 00 00\n";
-    const CliResult result =
-        Run({Action::Restore, 0, {}, Write("a.txt", head + "1" + block + "4" + block)}, true);
-    EXPECT_EQ(result.exitCode, 3);
-    EXPECT_EQ(std::ranges::count(port.written, Request), 1);
-    EXPECT_THAT(questions.at(0),
-                HasSubstr("Saved copy: d, COM7\nNot read from this line, so not written: 4\n"));
-    EXPECT_THAT(result.err, testing::EndsWith("Not read from this line, so not written: 4\n"));
 }
 
 TEST_F(CliTest, IdentityIsWrittenUnaskedWithYesAlone)

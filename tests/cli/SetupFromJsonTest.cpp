@@ -28,9 +28,7 @@ void Mutate(std::mt19937& random, Json& setup)
     std::advance(member, below(object.size()));
     static const Json Values = Json::parse(
         R"([null, true, "", "YES", "NO ", 0, 1, 2, 3, 4, 17, 23, 31, 97, 113, 191, 214, 8.0, 1.5, [], {}, [4]])");
-    static const std::vector<std::string> Characters{"0", "2", "4", " ",  "X",      "S",      "a",
-                                                     "_", "^", "|", "\t", "\u20AC", "\u0100", "\u0081"};
-    switch (below(6)) {
+    switch (below(4)) {
         case 0:
             object.erase(member);
             break;
@@ -40,20 +38,9 @@ void Mutate(std::mt19937& random, Json& setup)
         case 2:
             object["extra"] = 1;
             break;
-        case 3:
+        default:
             if (!modules.empty())
                 *member = modules[below(modules.size())].value(member.key(), *member);
-            break;
-        case 4:
-            std::shuffle(modules.begin(), modules.end(), random);
-            break;
-        default:
-            // Characters past ASCII stand in separators alone, and few setups have those.
-            if (auto text = member->is_string() ? member->get<std::string>() : std::string();
-                !text.empty() && std::ranges::all_of(text, [](char c) { return c > 0; })) {
-                text.replace(below(text.size()), 1, Characters[below(Characters.size())]);
-                *member = text;
-            }
     }
 }
 
