@@ -4,13 +4,11 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
-#include <QHash>
 #include <QHeaderView>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStyleOptionButton>
@@ -20,6 +18,7 @@
 #include <QTextBrowser>
 #include <QToolButton>
 #include <algorithm>
+#include <vector>
 
 #include "layout/forms/StripView.h"
 #include "platform/qt/Contrast.h"
@@ -45,16 +44,27 @@ struct Spot {
 // The pixels that stand out most of the most frequent ones.
 double ContrastIn(const QImage& picture)
 {
-    QHash<QRgb, int> counts;
-    for (int y = 0; y < picture.height(); ++y)
-        for (int x = 0; x < picture.width(); ++x)
-            ++counts[picture.pixel(x, y)];
-    const QRgb ground = std::ranges::max_element(counts, {}, [](int count) { return count; }).key();
-    double most = 1;
-    for (auto each = counts.keyBegin(); each != counts.keyEnd(); ++each) {
-        most = std::max(most, Contrast(QColor(ground), QColor(*each)));
+    std::vector<QRgb> pixels;
+    for (int y = 0; y < picture.height(); ++y) {
+        const auto* const line = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
+        pixels.insert(pixels.end(), line, line + picture.width());
     }
-    return most;
+    std::ranges::sort(pixels);
+    std::vector<QRgb> colours;
+    QRgb ground = 0;
+    std::ptrdiff_t most = 0;
+    for (auto at = pixels.begin(); at != pixels.end();) {
+        const auto next = std::upper_bound(at, pixels.end(), *at);
+        colours.push_back(*at);
+        if (next - at > most)
+            ground = *at;
+        most = std::max(most, next - at);
+        at = next;
+    }
+    double contrast = 1;
+    for (const QRgb colour : colours)
+        contrast = std::max(contrast, Contrast(QColor(ground), QColor(colour)));
+    return contrast;
 }
 
 template <class Option>

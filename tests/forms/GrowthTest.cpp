@@ -93,11 +93,6 @@ TEST_F(Growth, WindowsLeaveNothing)
              Trigger(Command::LayoutMenuAddKBMASTER);
              CloseWindow();
          }},
-        {"opened file", 20,
-         [this] {
-             window->OpenFiles({PathToQString(path)});
-             CloseWindow();
-         }},
         {"key form", 20,
          [this] {
              Trigger(Command::FileMenuNew);
@@ -108,20 +103,17 @@ TEST_F(Growth, WindowsLeaveNothing)
          }},
         {"scan", 5,
          [this] {
-             Trigger(Command::FileMenuScan);
-             loop.Pass(std::chrono::milliseconds(0));
+             Run(Command::FileMenuScan);
              CloseWindow();
          }},
         {"comparison", 20,
          [this] {
              window->OpenFiles({PathToQString(path)});
-             dialogs.choices.push_back({path, PathFromQString(folder.path()), 1});
+             Choose("Till.dat");
              auto* const menu = window->findChild<QMenu*>("FileMenuCompare");
              emit menu->aboutToShow();
              menu->actions().constFirst()->trigger();
-             for (QWidget* const widget : QApplication::topLevelWidgets())
-                 if (auto* const dialog = dynamic_cast<SetupsDialog*>(widget))
-                     dialog->close();
+             Opened<SetupsDialog>()->close();
              CloseWindow();
          }},
     };

@@ -2,7 +2,6 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QTextBrowser>
-#include <QTextDocument>
 
 #include "forms/MainWindowFixture.h"
 #include "keymap/forms/frmKeyb.h"
@@ -33,21 +32,18 @@ bool Leads(const QString& folder, const QString& link)
 
 TEST(Help, EveryWindowHasAPageOfItsOwn)
 {
-    for (const char* const window : {"TemplatesDialog",     "TemplateName",      "frmConfig",
-                                     "frmKeyb96",           "frmKeyb64",         "frmKeybICCR",
-                                     "MasterOptionsDialog", "McrOptionsDialog",  "frmPortSetup",
-                                     "PortsDialog",         "LineMonitorWindow", "frmAbort",
-                                     "ChangesDialog",       "ComparisonDialog",  "BackupsDialog",
-                                     "frmEeprom",           "SetupsDialog",      "Print",
-                                     "PrintPreview",        "cdgExport",         "cdgFlashDump",
-                                     "cdgLineMonitor",      "cdgComparison",     "cdgOpenIdentities",
-                                     "WriteQuestionDialog", "RecoveryDialog"}) {
+    const QString windows =
+        "TemplatesDialog TemplateName frmConfig frmKeyb96 frmKeyb64 frmKeybICCR MasterOptionsDialog "
+        "McrOptionsDialog frmPortSetup PortsDialog LineMonitorWindow frmAbort ChangesDialog ComparisonDialog "
+        "BackupsDialog frmEeprom SetupsDialog Print PrintPreview cdgExport cdgFlashDump cdgLineMonitor "
+        "cdgComparison cdgOpenIdentities WriteQuestionDialog RecoveryDialog";
+    for (const QString& window : windows.split(' ')) {
         QWidget form;
-        form.setObjectName(QLatin1String(window));
+        form.setObjectName(window);
         QWidget control(&form);
         const QString page = HelpPageOf(&control);
         EXPECT_TRUE(!page.isEmpty() && Leads(QStringLiteral(KELVORA_DATA "/FenhoENG"), page))
-            << window << page.toStdString();
+            << window.toStdString() << page.toStdString();
     }
 }
 
@@ -99,27 +95,11 @@ TEST(Help, SectionsAreFoundByAllTheirWords)
     }
 }
 
-TEST(Help, WordsAreMarkedWhereTheyStandWithTheirAccents)
-{
-    const auto places = HelpIndex::PlacesOf("puo", QString::fromUtf8("Si pu\xC3\xB2, PUO'"));
-    ASSERT_EQ(places.size(), 2);
-    EXPECT_EQ(places[0].first, 3);
-    EXPECT_EQ(places[0].length, 3);
-    EXPECT_EQ(places[1].first, 8);
-}
-
 class HelpForm : public MainWindowFixture {
 protected:
     HelpForm() : MainWindowFixture(false, nullptr, KELVORA_DATA) { Start(); }
 
-    static HelpWindow* Open()
-    {
-        for (QWidget* const widget : QApplication::topLevelWidgets())
-            if (auto* const help = dynamic_cast<HelpWindow*>(widget))
-                return help;
-        return nullptr;
-    }
-
+    static HelpWindow* Open() { return Opened<HelpWindow>(); }
     static QString Page() { return Open()->findChild<QTextBrowser*>()->source().fileName(); }
 };
 

@@ -71,29 +71,6 @@ TEST(Icons, AreTheirDrawingsInThePalettesColours)
     QApplication::setPalette(before);
 }
 
-TEST(Icons, AreThereInTheSizesThatAStartShows)
-{
-    const QDir icons(QStringLiteral(":/icons"));
-    for (const char* const picture :
-         {"file-new.24", "file-new.36", "file-new.48", "kelvora.16", "kelvora.128"})
-        EXPECT_TRUE(icons.exists(QLatin1String(picture))) << picture;
-}
-
-TEST(Icons, FadeAsAWholeWhereTheCommandIsDisabled)
-{
-    constexpr double Opacity = 0.35;
-    const QIcon icon = ThemedIcon(QStringLiteral("mcr"));
-    for (const int side : {24, 30}) {
-        QImage expected(side, side, QImage::Format_ARGB32_Premultiplied);
-        expected.fill(Qt::transparent);
-        QPainter painter(&expected);
-        painter.setOpacity(Opacity);
-        painter.drawImage(0, 0, Shown(icon, side));
-        painter.end();
-        EXPECT_LE(Difference(Shown(icon, side, QIcon::Disabled), expected), Rounding) << side;
-    }
-}
-
 }  // namespace
 
 }  // namespace kelvora

@@ -1,18 +1,14 @@
 #include <gtest/gtest.h>
 
-#include <QAccessible>
-#include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QTest>
 #include <memory>
 
 #include "fakes/FakePrompt.h"
 #include "keymap/forms/KeyCap.h"
 #include "keymap/forms/frmKeyb.h"
-#include "platform/qt/Contrast.h"
 #include "platform/qt/Text.h"
 #include "setup/PosCfg.h"
 
@@ -58,20 +54,6 @@ protected:
 };
 
 const std::string KeypadDefaults(FindModel(ModuleKind::ICCR)->defaultMap);
-
-TEST_F(KeybForm, QuitStoresTheBareMap)
-{
-    settings.Name = "till";
-    Open(ModuleKind::KM064, std::string(64, '1'), 'a');
-    EXPECT_EQ(form->objectName(), "frmKeyb64");
-    EXPECT_EQ(FromQString(form->windowTitle()), "Extension Keyboard (KM064) - till");
-    EXPECT_EQ(Caption(), "Key ?");
-    EXPECT_FALSE(Button("UnusedCheck")->isEnabled() || Button("KeyTypeOption0")->isEnabled());
-    EXPECT_EQ(Button("Keys63")->text(), "160");
-    Click("Back");
-    EXPECT_EQ(settings.Xchange, std::string(64, '1'));
-    EXPECT_FALSE(form->isVisible());
-}
 
 TEST_F(KeybForm, ClickedKeyTakesAType)
 {
@@ -130,27 +112,15 @@ TEST_F(KeybForm, SelectedKeyAloneIsCyan)
     EXPECT_EQ(Caption(), "2 keys");
 }
 
-TEST_F(KeybForm, MapThatDoesNotFitIsKept)
-{
-    for (const std::size_t length : {17U, 19U}) {
-        Open(ModuleKind::ICCR, std::string(length, '3'), 'a');
-        EXPECT_TRUE(Button("Keys1")->isVisible());
-        EXPECT_EQ(Button("Keys1")->text(), "2");
-        Click("Keys0");
-        EXPECT_EQ(Caption(), "Key ?");
-        Click("Back");
-        EXPECT_EQ(settings.Xchange, std::string(length, '3'));
-    }
-}
-
 TEST_F(KeybForm, DefaultsAfterAQuestion)
 {
     Open(ModuleKind::KM096, std::string(96, '0'), 'a');
     EXPECT_EQ(Button("Keys0")->text(), "97");
-    prompt.answers = {Answer::Ok};
+    prompt.answers = {Answer::Cancel, Answer::Ok};
     Click("DefaultMapping");
-    ASSERT_EQ(prompt.shown.size(), 1U);
-    EXPECT_EQ(prompt.shown[0].title, "Kelvora");
+    EXPECT_EQ(form->Session().Map(), std::string(96, '0'));
+    Click("DefaultMapping");
+    EXPECT_EQ(prompt.shown.size(), 2U);
     EXPECT_EQ(Button("Keys0")->text(), "1");
     EXPECT_FALSE(Button("Keys2")->isVisible());
     Click("Back");
@@ -210,34 +180,6 @@ TEST_F(KeybForm, TabVisitsTheControlsAndEnterPressesButtonsAlone)
     Button("Back")->setFocus();
     Press({Qt::Key_Return});
     EXPECT_EQ(settings.Xchange, KeypadDefaults);
-}
-
-TEST_F(KeybForm, ScreenReaderKnowsKeysAndHearsOfChanges)
-{
-    Open(ModuleKind::ICCR, KeypadDefaults, 'a');
-    const QAccessibleInterface* const key = QAccessible::queryAccessibleInterface(Button("Keys5"));
-    EXPECT_TRUE(key->role() == QAccessible::ListItem && key->parent()->role() == QAccessible::List);
-    EXPECT_EQ(key->text(QAccessible::Name), "Key 102, single key, row 2, column 2");
-    EXPECT_TRUE(key->state().selectable && !key->state().selected);
-    Click("Keys5");
-    EXPECT_TRUE(key->state().selected);
-    Press({Qt::Key_4});
-    const auto* const said = Find<QWidget>("Announcement");
-    EXPECT_EQ(said->accessibleName(), "Key 102, quadruple key, row 2, column 2");
-    Click("Keys0");
-    EXPECT_FALSE(key->state().selected);
-    Click("Undo");
-    EXPECT_EQ(said->accessibleName(), "Key 102, single key, row 2, column 2");
-}
-
-TEST_F(KeybForm, NumbersStandOutInLightAndDark)
-{
-    for (const QColor window : {Qt::white, Qt::black}) {
-        const KeyboardColours& colours = KeyboardColours::For(QPalette(window));
-        for (const auto& [face, number] :
-             {std::pair{colours.face, colours.number}, std::pair{colours.unusedFace, colours.unusedNumber}})
-            EXPECT_GE(Contrast(face, number), 4.5) << FromQString(face.name());
-    }
 }
 
 }  // namespace

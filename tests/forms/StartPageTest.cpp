@@ -30,7 +30,7 @@ protected:
     }
     void Key(Qt::Key key) { QTest::keyClick(&Cards(), key); }
 
-    std::string broken = Folder() + "/broken.dat";
+    std::string broken = At("broken.dat");
 };
 
 TEST_F(StartPageForm, TellsOfEachFileOpensItAndTakesItFromTheList)

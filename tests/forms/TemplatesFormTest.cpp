@@ -28,7 +28,7 @@ protected:
 TEST_F(TemplatesForm, ASetupIsKeptBegunWithRenamedAndRemoved)
 {
     const SetupDocument kept = window->ActiveSetup()->Session().document;
-    std::string file = Folder() + "/templates/Corner Shop.dat";
+    std::string file = At("templates/Corner Shop.dat");
     for (const Answer replaces : {Answer::Yes, Answer::No}) {
         prompt.answers = {replaces};
         InDialog<QInputDialog>([this] { Trigger(Command::FileMenuSaveAsTemplate); },

@@ -39,30 +39,12 @@ TEST_F(WizardWindow, HoldsTheLineAndIsNamedInTheStatusBar)
     EXPECT_FALSE(program.operation.IsBusy() || port.IsOpen());
     EXPECT_TRUE(IsEnabled(Command::ToolsMenuRescanLine));
     QStringList meanings;
-    for (QWidget* const top : QApplication::topLevelWidgets())
-        if (auto* monitor = dynamic_cast<LineMonitorWindow*>(top)) {
-            loop.Pass(std::chrono::seconds(1));
-            const QAbstractItemModel* model = monitor->findChild<QTableView*>("Entries")->model();
-            for (int row = 0; row < model->rowCount(); ++row)
-                meanings << model->index(row, LineMonitorModel::Meaning).data().toString();
-        }
+    loop.Pass(std::chrono::seconds(1));
+    const auto* const model = Opened<LineMonitorWindow>()->findChild<QTableView*>("Entries")->model();
+    for (int row = 0; row < model->rowCount(); ++row)
+        meanings << model->index(row, LineMonitorModel::Meaning).data().toString();
     EXPECT_TRUE(meanings.contains("identify address 0") && meanings.contains("acknowledged"))
         << meanings.join('\n').toStdString();
-}
-
-TEST_F(WizardWindow, DoesNotOpenWhileAScanRuns)
-{
-    bool seen = false;
-    Trigger(Command::ToolsMenuRescanLine);
-    loop.After(std::chrono::seconds(2), [&] {
-        seen = true;
-        EXPECT_TRUE(program.operation.IsBusy());
-        EXPECT_FALSE(IsEnabled(Command::EpromWizard));
-        window->Actions()[Command::EpromWizard].trigger();
-        EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
-    });
-    loop.Pass(std::chrono::milliseconds(0));
-    EXPECT_TRUE(seen);
 }
 
 }  // namespace
