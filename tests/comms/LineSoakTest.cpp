@@ -51,7 +51,7 @@ bench::LineOptions Noisy(std::uint64_t seed)
 
 TEST(LineSoak, ScansSucceedThroughOneDamagedByteInAThousand)
 {
-    constexpr std::uint64_t Scans = 100;
+    constexpr std::uint64_t Scans = 40;
     int failed = 0;
     for (std::uint64_t seed = 1; seed <= Scans; ++seed) {
         const ScanRun run = Scan(Noisy(seed));
