@@ -51,18 +51,6 @@ TEST(KeyMapSession, ChoiceControls)
     EXPECT_EQ(ShowKeyControls(true, 5, '0', 15).enabled, None);
 }
 
-TEST(KeyMapSession, AKeyIsFoundByItsNumber)
-{
-    KeyMapSession session = Keypad("4011001111111111XX");
-    for (const auto& [number, key] : {std::pair{98, 1}, {102, 1}, {99, 3}, {112, 16}, {97, 1}}) {
-        EXPECT_TRUE(session.ChooseNumber(number));
-        EXPECT_EQ(session.Selected(), key) << number;
-    }
-    for (const int none : {0, 1, 96, 113, 114, 115, 999})
-        EXPECT_FALSE(session.ChooseNumber(none)) << none;
-    EXPECT_EQ(session.Selected(), 1);
-}
-
 TEST(KeyMapSession, SeveralKeysAtOnce)
 {
     KeyMapSession session = Keypad();

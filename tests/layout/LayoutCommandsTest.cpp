@@ -48,17 +48,6 @@ TEST(LayoutCommands, PlacesStandBehindTheMasterInBothDirections)
             << row.why;
 }
 
-TEST(LayoutCommands, DropOnAButtonMeansBeforeOrAfterIt)
-{
-    const ModuleList modules = Document({Master, Slave, Mcr}).Modules;
-    EXPECT_EQ(PlaceOfHit({StripButton::Master, false}, Iccr, modules), 1U)
-        << "nothing goes before the master";
-    EXPECT_EQ(PlaceOfHit({StripButton::Master, true}, Iccr, modules), 1U);
-    EXPECT_EQ(PlaceOfHit({StripButton::MCR, false}, Iccr, modules), 2U);
-    EXPECT_EQ(PlaceOfHit({StripButton::MCR, true}, Iccr, modules), 3U);
-    EXPECT_EQ(PlaceOfHit({StripButton::MCR, true}, Slave, modules), 2U) << "the moved one does not count";
-}
-
 TEST(LayoutCommands, DeletingTheMasterTakesAllAndAsksOnlyForMore)
 {
     const SetupDocument full = Document({Master, Mcr, Iccr});

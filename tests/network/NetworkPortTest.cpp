@@ -194,21 +194,6 @@ TEST_F(NetworkPortTest, ALostConnectionIsAPortThatWentAway)
     EXPECT_EQ(port.Read(), "");
 }
 
-TEST_F(NetworkPortTest, ARawLineHasTheServersSettings)
-{
-    port.SetDevice("raw:a:1");
-    EXPECT_TRUE(port.SetSettings("4800,n,8,1"));
-    ASSERT_TRUE(port.Open());
-    connection.onBytes("\xFF\xFF\xFF\xFD");
-    EXPECT_EQ(port.Read(), "\xFF\xFF\xFF\xFD");
-    port.Write("\xFF");
-    EXPECT_EQ(connection.written, std::vector<std::string>{"\xFF"});
-    EXPECT_TRUE(port.SetSettings("4800,n,8,1"));
-    EXPECT_FALSE(port.SetSettings("9600,n,8,1"));
-    port.DiscardInput();
-    EXPECT_EQ(connection.written.size(), 1U);
-}
-
 TEST(LinePort, FollowsTheDevicesName)
 {
     FakeEventLoop loop;

@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "ports/PortSettingsText.h"
-#include "ports/PortSetup.h"
 
 using namespace kelvora;
 
@@ -56,15 +55,4 @@ TEST(PortSettingsText, WritesOnePlaceAndKeepsTheRest)
     };
     for (const Row& row : rows)
         EXPECT_EQ(row.with(row.text, row.option), row.written) << row.text << " with " << row.option;
-}
-
-TEST(PortSetup, GivesNothingBackWhereTheWindowsPortHasNoTab)
-{
-    PosCfg window(SetupMode::New, 1);
-    window.CommsPort = 4;
-    const std::string before = window.PortSettings;
-    PortSetup setup({1, 2}, window);
-    EXPECT_EQ(setup.Selected(), 0U);
-    setup.ChooseBaud(0);
-    EXPECT_EQ(window.PortSettings, before);
 }
