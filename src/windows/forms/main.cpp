@@ -230,6 +230,9 @@ int Run(QApplication& application, StopSignal& stopSignal)
         program.operation.AskToStop();
         window.Unsaved().KeepNow();
     });
+    // A session manager may ask for this alone, and end the programs then.
+    QObject::connect(&application, &QGuiApplication::saveStateRequest, &window,
+                     [&] { window.Unsaved().KeepNow(); });
     SimulatedDevices simulated(program, names);
     QObject::connect(&simulated, &SimulatedDevices::changed, &window, &MDIForm1::ShowPractice);
     QObject::connect(&window, &MDIForm1::practiceChosen, &simulated, [&](bool isWanted) {
