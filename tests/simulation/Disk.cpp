@@ -171,6 +171,7 @@ int Disk::Lock(int file)
 int Disk::Rename(const std::string& from, const std::string& to)
 {
     const InodePtr inode = Find(from);
+    renamed[to] = from;
     return inode ? Change({{to, inode}, {from, nullptr}}) : -ENOENT;
 }
 

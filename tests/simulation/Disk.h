@@ -75,7 +75,8 @@ public:
     std::optional<std::string> Certain(const std::string& path) const;
 
     DiskFaults faults;
-    const void* user = nullptr;  ///< the process whose calls come
+    const void* user = nullptr;                  ///< the process whose calls come
+    std::map<std::string, std::string> renamed;  ///< what each name was before it was renamed last
     /// Called before each change, which is not made when it gives false.
     std::function<bool()> onChange;
     /// Called while a sync takes so long.

@@ -2,6 +2,7 @@
 // is unsaved is kept as windows/forms/RecoveryForms does it.
 #include <algorithm>
 
+#include "catalogue/Messages.h"
 #include "setup/SetupDifferences.h"
 #include "setup/SetupReader.h"
 #include "setup/SetupWriter.h"
@@ -70,7 +71,13 @@ void Session::SaveWith(bool (SetupSession::*save)())
     Window& window = Any();
     const auto before = world_.disk.Contents();
     const bool isContested = SaveMeanwhile(window);
+    const bool isSound = world_.disk.faults.AreNone();
     const bool isSaved = (window.session.*save)();
+    const std::string failure = copy_->program.desk.Words().Caption(Message::FileNotSaved);
+    Require(
+        !isSound || world_.IsDead() ||
+            std::ranges::none_of(world_.told, [&](const auto& told) { return told.starts_with(failure); }),
+        Rule::Truth, "a save has failed, and nothing is wrong with the disk");
     if (!world_.Moment() || !isSaved)
         return;
     window.clean = window.at;

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <random>
 
 namespace kelvora::simulation {
@@ -27,7 +28,8 @@ public:
     template <class List>
     auto& Of(List& list)
     {
-        return list[Below(list.size())];
+        return *(std::begin(list) +
+                 static_cast<std::ptrdiff_t>(Below(static_cast<std::size_t>(std::size(list)))));
     }
 
 private:

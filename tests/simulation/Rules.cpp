@@ -96,10 +96,13 @@ void Rules::JudgeReplaced(const std::string& path, const std::optional<std::stri
 
 void Rules::EndStep()
 {
-    for (const std::string& path : saved_)
+    for (const std::string& path : saved_) {
         if (!world_.IsDead() && world_.disk.faults.failedSyncs == 0)
             Require(std::ranges::count(versions_[path], world_.disk.Certain(path)) > 0, Rule::Kept,
                     path + " was said to be saved and may be lost");
+        if (!world_.IsDead() && world_.disk.faults.AreNone() && !contested_.contains(path))
+            Require(!HasLeft(path), Rule::Whole, path + " was saved, and what a kill has left of it stays");
+    }
     saved_.clear();
     saving_.clear();
     for (auto& [path, versions] : versions_) {
@@ -119,6 +122,17 @@ void Rules::EndStep()
     Require(journalEntries_ >= journalled_, Rule::Kept,
             "the journal has " + std::to_string(journalEntries_) + " of " + std::to_string(journalled_) +
                 " entries");
+}
+
+// What is written first stands beside the file, under names that differ in their number alone.
+bool Rules::HasLeft(const std::string& path) const
+{
+    const auto from = world_.disk.renamed.find(path);
+    if (from == world_.disk.renamed.end())
+        return false;
+    const std::string start = from->second.substr(0, from->second.rfind('-'));
+    const auto names = world_.disk.Contents();
+    return std::ranges::any_of(names, [&](const auto& name) { return name.first.starts_with(start); });
 }
 
 void Rules::CountJournal()

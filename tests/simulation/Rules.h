@@ -70,6 +70,7 @@ public:
 private:
     void CheckFile(const std::string& path, const std::string& text) const;
     void CountJournal();
+    bool HasLeft(const std::string& path) const;
     bool IsKept(const FlashImage& image) const;
 
     World& world_;
