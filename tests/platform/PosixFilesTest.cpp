@@ -1,23 +1,18 @@
 #include "platform/posix/PosixFiles.h"
 
 #include <gtest/gtest.h>
-#include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
-#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <map>
 #include <numeric>
-#include <random>
-#include <utility>
 
 #include "platform/posix/FileBatch.h"
 
@@ -156,125 +151,20 @@ TEST_F(PosixFilesTest, AFailedWriteLeavesTheOldText)
     }
 }
 
-// A process that saves over and over, held up or killed at any moment of a save.
-class Saver {
-public:
-    explicit Saver(const std::function<void()>& save)
-    {
-        EXPECT_EQ(pipe(started_.data()), 0);
-        child_ = fork();
-        if (child_ != 0)
-            return;
-        try {
-            while (write(started_[1], "", 1) == 1)
-                save();
-        } catch (const FileError&) {
-        }
-        _exit(1);
-    }
-    Saver(const Saver&) = delete;
-    Saver& operator=(const Saver&) = delete;
-    ~Saver()
-    {
-        Kill();
-        close(started_[0]);
-        close(started_[1]);
-    }
-
-    // Waits until another save begins; false when one has failed.
-    bool Begins()
-    {
-        close(std::exchange(started_[1], -1));
-        int begun = 0;
-        ioctl(started_[0], FIONREAD, &begun);
-        char byte = 0;
-        for (; begun >= 0; --begun)
-            if (read(started_[0], &byte, 1) != 1)
-                return false;
-        return true;
-    }
-
-    void Stop()
-    {
-        kill(child_, SIGSTOP);
-        waitpid(child_, nullptr, WUNTRACED);
-    }
-    void Continue() { kill(child_, SIGCONT); }
-    void Kill()
-    {
-        if (child_ <= 0)
-            return;
-        kill(child_, SIGKILL);
-        waitpid(std::exchange(child_, -1), nullptr, 0);
-    }
-
-private:
-    std::array<int, 2> started_{};
-    pid_t child_ = -1;
-};
-
-TEST_F(PosixFilesTest, AKillLeavesAWholeFileAndNothingThatTheNextSaveDoesNotTakeAway)
-{
-    const std::array<std::string, 2> texts{std::string(300, 'a'), std::string(200000, 'b')};
-    auto save = [&, round = 0U]() mutable {
-        files.Copy(At("setup.dat"), At("setup.bak"));
-        files.Write(At("setup.dat"), texts.at(++round % texts.size()));
-    };
-    using Clock = std::chrono::steady_clock;
-    files.Write(At("setup.dat"), texts[0]);
-    const auto start = Clock::now();
-    save();
-    save();
-    const auto twoSaves = (Clock::now() - start).count();
-
-    std::mt19937_64 random(11);
-    int caught = 0;
-    for (int round = 0; round < 20; ++round) {
-        Saver saver(save);
-        ASSERT_TRUE(saver.Begins());
-        const auto end =
-            Clock::now() + Clock::duration(static_cast<Clock::rep>(random() % 1000) * twoSaves / 1000);
-        while (Clock::now() < end) {
-        }
-        saver.Stop();
-        const auto held = Count();
-        save();
-        // What a living process writes is its own, which it shows when it goes on; a name that it has made
-        // and not locked yet may be taken from it, and it makes another.
-        ASSERT_GE(Count() + 1, held);
-        caught += held > 2 ? 1 : 0;
-        if (round % 2 == 0) {
-            saver.Continue();
-            for (int more = 0; more < 2; ++more)
-                ASSERT_TRUE(saver.Begins()) << "it goes on";
-        }
-        saver.Kill();
-        for (const char* name : {"setup.dat", "setup.bak"}) {
-            const std::string found = files.Read(At(name));
-            ASSERT_TRUE(found == texts[0] || found == texts[1]) << name << " in round " << round;
-        }
-        save();
-        ASSERT_EQ(Count(), 2) << "in round " << round;
-    }
-    EXPECT_GT(caught, 3) << "too few came in the middle of a write";
-}
-
 TEST_F(PosixFilesTest, OnlyWhatWasLeftForThatVeryFileIsTakenAway)
 {
-    // The name of what a save of that file leaves that is killed in the middle.
+    // The name of what a save of that file leaves that is killed in the middle: the system ends who writes
+    // more.
     const auto leftBy = [&](const std::string& name) {
         const auto before = files.List(folder);
-        const auto added = [&] {
-            auto found = files.List(folder);
-            std::erase_if(found, [&](const std::string& each) { return std::ranges::count(before, each); });
-            return found;
-        };
-        while (added().empty()) {
-            Saver saver([&] { files.Write(At(name), std::string(300000, 'x')); });
-            while (added().empty()) {
-            }
-        }
-        return added().front();
+        EXPECT_FALSE(SucceedsInChild([&] {
+            const rlimit limit{1000, 1000};
+            setrlimit(RLIMIT_FSIZE, &limit);
+            return !IsRefused(At(name));
+        }));
+        auto added = files.List(folder);
+        std::erase_if(added, [&](const std::string& each) { return std::ranges::count(before, each); });
+        return added.at(0);
     };
     files.Write(At("a"), "");
     files.Write(At("b"), "");
