@@ -40,8 +40,8 @@ void Report(const VerifyRequest& request, const VerifyResult& result, Console& c
 {
     const MessageCatalogue english;
     const OutcomeText text = DescribeVerify(english, request.line.Target(), result, 0);
-    const bool isCompared = result.outcome == VerifyResult::Outcome::Same ||
-                            result.outcome == VerifyResult::Outcome::Different;
+    const bool isCompared =
+        result.outcome == VerifyResult::Outcome::Same || result.outcome == VerifyResult::Outcome::Different;
     if (!isCompared)
         console.err << DiagnosticLine(OneLineText(text.text + "\n" + text.extra));
     if (isCompared && !result.line.IsDone())

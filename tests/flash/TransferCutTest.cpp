@@ -1,5 +1,5 @@
-// A download whose line is cut at a byte of its end: the device holds the old image or the new one, and what the
-// program says of it is true.
+// A download whose line is cut at a byte of its end: the device holds the old image or the new one, and what
+// the program says of it is true.
 #include <gtest/gtest.h>
 
 #include <array>

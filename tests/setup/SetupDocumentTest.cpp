@@ -47,4 +47,3 @@ TEST(SetupDocument, NumbersKeysThroughTheLine)
     EXPECT_EQ(FirstKeyNumber(ModuleKind::KM064, modules), 113)
         << "the record of a chip card unit holds 4 x 4";
 }
-

@@ -32,4 +32,3 @@ TEST(SetupWriter, WritesAWholeSetup)
     setup.Modules.push_back(CreateRecord(DeviceCode::ICCR, 6));
     EXPECT_EQ(WriteSetup(setup.Modules), text) << "device code 0 ends the list";
 }
-

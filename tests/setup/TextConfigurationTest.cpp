@@ -15,4 +15,3 @@ TEST(TextConfiguration, ReadsTheLanguage)
                                  Rejection{"lines of other sections", "[X]\nEXT", 2, Expected::KeyAndValue}})
         ExpectRejected(row, [](const std::string& text) { ReadLanguageSelection(text); });
 }
-
