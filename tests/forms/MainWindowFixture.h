@@ -23,6 +23,9 @@
 
 namespace kelvora {
 
+/// For what comes from another thread, on a machine that is busy with other things too.
+inline constexpr int LongestWaitMs = 60000;
+
 /// Virtual time, in which Qt's own events happen too.
 class FormsEventLoop final : public FakeEventLoop {
 public:

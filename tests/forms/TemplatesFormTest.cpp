@@ -21,7 +21,11 @@ protected:
     {
         InDialog<TemplatesDialog>(
             [this] { Trigger(Command::FileMenuNewFromTemplate); },
-            [&](TemplatesDialog& dialog) { act(dialog, *dialog.findChild<SetupCards*>()); });
+            [&](TemplatesDialog& dialog) {
+                auto& cards = *dialog.findChild<SetupCards*>();
+                EXPECT_TRUE(QTest::qWaitFor([&] { return !cards.IsReading(); }, LongestWaitMs));
+                act(dialog, cards);
+            });
     }
 };
 

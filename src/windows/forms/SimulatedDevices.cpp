@@ -25,7 +25,7 @@ void SimulatedDevices::Begin(const std::string& stateFile)
     for (std::size_t i = 0; i < bench_->Devices().size(); ++i) {
         const int port = static_cast<int>(i) + 1;
         // A line that was named is meant.
-        if (names_.IsFixed(port))
+        if (names_.IsFixed(port) || !program_.lines.Port(port))
             continue;
         program_.lines.Simulate(port, bench_->Devices()[i]);
         if (first == 0)
