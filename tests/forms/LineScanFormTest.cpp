@@ -1,3 +1,4 @@
+#include <QFile>
 #include <QLabel>
 #include <QProgressBar>
 
@@ -5,6 +6,7 @@
 #include "forms/MainWindowFixture.h"
 #include "layout/LayoutCommands.h"
 #include "setup/SetupWriter.h"
+#include "windows/forms/SimulatedDevices.h"
 
 namespace kelvora {
 namespace {
@@ -170,6 +172,28 @@ TEST_F(LineScanForm, OnlyTerminateStopsIt)
     ASSERT_EQ(prompt.shown.size(), 1U);
     EXPECT_NE(prompt.shown[0].body.find("270"), std::string::npos);
     EXPECT_FALSE(program.operation.IsStopAsked());
+}
+
+TEST_F(LineScanForm, SimulatedDevicesStandBehindThePortsThatWereNotNamedUntilTheyGo)
+{
+    const PortNames named(files, "/none", {{1, "/dev/mine"}});
+    SimulatedDevices(program, named).Begin({});
+    EXPECT_FALSE(program.lines.HasSimulation());
+    const PortNames names(files, "/none", {});
+    // Held open, its name becomes no other line's.
+    QFile device;
+    for (const bool isEnded : {true, false}) {
+        SimulatedDevices devices(program, names);
+        devices.Begin({});
+        device.close();
+        device.setFileName(PathToQString(port.Device()));
+        EXPECT_TRUE(program.lines.IsSimulated(1) && device.open(QIODevice::ReadWrite)) << port.Device();
+        if (isEnded)
+            devices.End();
+        EXPECT_EQ(port.Device() == names.Devices()[0], isEnded);
+        EXPECT_EQ(device.exists(), !isEnded);
+    }
+    EXPECT_FALSE(device.exists()) << "its program ends with it";
 }
 
 }  // namespace
