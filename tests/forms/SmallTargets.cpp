@@ -40,7 +40,7 @@ QList<QSize> TargetsOf(const QWidget& widget)
             if (entry->isVisible())
                 targets << bar->actionGeometry(entry).size();
     } else if (const auto* const module = dynamic_cast<const ModuleButton*>(&widget);
-               (module && !TakesFocus(module->Button())) ||
+               (module && (!TakesFocus(module->Button()) || !module->isEnabled())) ||
                qobject_cast<const QComboBox*>(widget.parentWidget())) {
         // Parts that a press does nothing to, and that belong to a whole that is large enough.
     } else if (const auto* const scroll = qobject_cast<const QScrollBar*>(&widget)) {
