@@ -45,7 +45,9 @@ HelpWindow::HelpWindow(const MessageCatalogue& catalogue, const QString& folder,
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(ToQString(catalogue.Caption(Message::HelpTitle)));
     setWindowIcon(ProgramIcon());
-    resize(InitialSize.boundedTo(screen()->availableSize() * 9 / 10));
+    // A title bar has room above; the buttons and the search need the width.
+    const QSize room = screen()->availableSize();
+    resize(InitialSize.boundedTo({room.width(), room.height() * 9 / 10}));
     browser_->document()->setDocumentMargin(TextMargin);
     browser_->setOpenExternalLinks(false);
     browser_->setAccessibleName(windowTitle());
