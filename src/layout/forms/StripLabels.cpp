@@ -22,7 +22,8 @@ void PaintLabels(QPainter& painter, const std::vector<StripLabel>& labels, int t
     const int apart = 2 * painter.fontMetrics().horizontalAdvance(QLatin1Char(' '));
     std::vector<int> widths;
     for (const StripLabel& label : labels) {
-        widths.push_back(std::min(QFontMetrics(fontOf(label)).horizontalAdvance(label.text),
+        // Rounded down, the width would be too small for the text that it was measured of.
+        widths.push_back(std::min(QFontMetrics(fontOf(label)).horizontalAdvance(label.text) + 1,
                                   label.device.width() + Overhang));
         if (widths.size() == 1)
             continue;
