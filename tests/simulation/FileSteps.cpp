@@ -32,7 +32,7 @@ void Session::Open()
     const auto text = world_.disk.Content(file->path);
     auto opened = OpenSetup(desk.files, *file);
     if (text && IsWholeFile(*text) && world_.Moment())
-        Require(opened && WriteSetup(opened->document.Modules) + "\r\n" == *text, Rule::Whole,
+        Require(opened && IsFileOf(opened->document, *text), Rule::Whole,
                 file->path + " was saved and is not opened as it was");
     if (opened)
         AddWindow(SetupMode::Open).session.Load(std::move(opened));

@@ -37,6 +37,16 @@ std::optional<FlashDump> DumpOf(const std::string& text)
     }
 }
 
+bool IsFileOf(const SetupDocument& document, const std::string& text)
+{
+    // A light that the line has not named is in no file, and in what is read from it.
+    const auto withoutLight = [](std::string all) {
+        const std::size_t at = all.find("Backlight = ");
+        return at == std::string::npos ? all : all.erase(at, all.find('\n', at) + 1 - at);
+    };
+    return withoutLight(text) == withoutLight(WriteSetup(document.Modules) + "\r\n");
+}
+
 bool IsWholeFile(const std::string& text)
 {
     if (text.starts_with('\'') || text.starts_with("0000:")) {
@@ -44,7 +54,7 @@ bool IsWholeFile(const std::string& text)
         return dump && text.starts_with(FormatFlashDump(*dump));
     }
     try {
-        return text == WriteSetup(ReadSetup(text).Modules) + "\r\n";
+        return IsFileOf(ReadSetup(text), text);
     } catch (const SetupError&) {
         return false;
     }

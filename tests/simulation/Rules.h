@@ -86,6 +86,9 @@ private:
 /// Nothing for a text that is none.
 std::optional<FlashDump> DumpOf(const std::string& text);
 
+/// Whether a text is the setup's file.
+bool IsFileOf(const SetupDocument& document, const std::string& text);
+
 /// Whether a text is what the program makes of the setup or dump that it holds.
 bool IsWholeFile(const std::string& text);
 

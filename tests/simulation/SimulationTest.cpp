@@ -46,6 +46,12 @@ TEST(Simulation, TellsOfATillThatIsHeldSinceTheReading)
     Replay(2000184, "download 639341; line-fault 55201; restore 932892");
 }
 
+// The wizard has taken the light off the line before the scan.
+TEST(Simulation, ScansALineThatLacksAPart)
+{
+    Replay(2191, "wizard 285809; command 434496");
+}
+
 // How much is done in the sessions of some seeds: commits into tills, and saves.
 std::vector<std::pair<int, int>> Done()
 {
