@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QHash>
 #include <QHeaderView>
 #include <QImage>
 #include <QLabel>
@@ -18,7 +19,6 @@
 #include <QTextBrowser>
 #include <QToolButton>
 #include <algorithm>
-#include <vector>
 
 #include "layout/forms/StripView.h"
 #include "platform/qt/Contrast.h"
@@ -44,27 +44,23 @@ struct Spot {
 // The pixels that stand out most of the most frequent ones.
 double ContrastIn(const QImage& picture)
 {
-    std::vector<QRgb> pixels;
+    QHash<QRgb, qsizetype> counts;
     for (int y = 0; y < picture.height(); ++y) {
-        const auto* const line = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
-        pixels.insert(pixels.end(), line, line + picture.width());
+        const auto* at = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
+        const auto* const end = at + picture.width();
+        // Most pixels are like the one before.
+        while (at != end) {
+            const auto* const begin = at;
+            while (at != end && *at == *begin)
+                ++at;
+            counts[*begin] += at - begin;
+        }
     }
-    std::ranges::sort(pixels);
-    std::vector<QRgb> colours;
-    QRgb ground = 0;
-    std::ptrdiff_t most = 0;
-    for (auto at = pixels.begin(); at != pixels.end();) {
-        const auto next = std::upper_bound(at, pixels.end(), *at);
-        colours.push_back(*at);
-        if (next - at > most)
-            ground = *at;
-        most = std::max(most, next - at);
-        at = next;
-    }
-    double contrast = 1;
-    for (const QRgb colour : colours)
-        contrast = std::max(contrast, Contrast(QColor(ground), QColor(colour)));
-    return contrast;
+    const QRgb ground = std::ranges::max_element(counts, {}, [](qsizetype count) { return count; }).key();
+    double most = 1;
+    for (auto each = counts.keyBegin(); each != counts.keyEnd(); ++each)
+        most = std::max(most, Contrast(QColor(ground), QColor(*each)));
+    return most;
 }
 
 template <class Option>
