@@ -57,6 +57,9 @@ public:
     /// Gives a shown button, or the first one, the keyboard focus.
     void FocusButton(std::optional<StripButton> button);
 
+    /// Whether the empty strip's own button can be pressed.
+    void AllowAdding(bool isAllowed) { addMaster_->setEnabled(isAllowed); }
+
     ModuleButton& Button(StripButton button) const { return *buttons_[static_cast<std::size_t>(button)]; }
 
     /// The strip's container in twips.

@@ -10,6 +10,7 @@
 #include <QTimer>
 #include <utility>
 
+#include "layout/forms/StripView.h"
 #include "layout/forms/frmConfig.h"
 #include "platform/qt/Text.h"
 #include "ports/Connection.h"
@@ -248,6 +249,8 @@ void MDIForm1::Refresh()
     const CommandState state = setup ? setup->State(canScan) : CommandStateOf(nothingOpen);
     commands_.Apply(state);
     menu_.Apply(state);
+    for (frmConfig* const each : AllSetups())
+        each->Strip().AllowAdding(!program_.operation.IsBusy());
     menu_.ShowPort(settings.CommsPort);
     status_->ShowMode(ToQString(ModeText(settings.ConnectionMode)));
     status_->ShowPort(ToQString(PortText(settings)));
