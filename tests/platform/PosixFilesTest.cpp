@@ -1,6 +1,8 @@
 #include "platform/posix/PosixFiles.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -14,6 +16,7 @@
 #include <map>
 #include <numeric>
 
+#include "platform/posix/Descriptor.h"
 #include "platform/posix/FileBatch.h"
 
 using namespace kelvora;
@@ -185,6 +188,12 @@ TEST_F(PosixFilesTest, OnlyWhatWasLeftForThatVeryFileIsTakenAway)
     fs::remove(At("..data"));
     EXPECT_EQ(files.List(folder), expected);
     EXPECT_EQ(files.Read(At("a")), "new");
+    {
+        const Descriptor living(open(At(other).c_str(), O_RDONLY | O_CLOEXEC));
+        ASSERT_EQ(flock(living.Number(), LOCK_EX), 0);
+        files.Write(At("b"), "new");
+        EXPECT_TRUE(files.Exists(At(other))) << "a living save has it";
+    }
     files.Write(At("b"), "new");
     EXPECT_FALSE(files.Exists(At(other)));
 }
