@@ -3,8 +3,8 @@
 puts many together, where one finds what another before it has included.
 
 Nearly all the time would go into the same headers of the libraries. So what many sources read is precompiled, in a few
-selections, and a source is given the largest of those it would read anyhow, file by file: it sees nothing that it has
-not included."""
+selections, and a source is given the largest of those that its first include reads anyhow, file by file. That is its own
+header: neither sees what it has not included, or what is included behind it."""
 import collections
 import concurrent.futures
 import os
@@ -29,8 +29,8 @@ class Headers:
     def __init__(self):
         self.included = {}
 
-    def of_libraries(self, path, folders, seen=None):
-        """The headers of libraries that a file includes."""
+    def of_libraries(self, path, folders, seen=None, first=False):
+        """The headers of libraries that a file includes; by its first include alone, if that is wanted."""
         seen = seen if seen is not None else set()
         if path in seen:
             return set()
@@ -39,7 +39,7 @@ class Headers:
             with open(path, encoding="utf-8") as file:
                 self.included[path] = INCLUDE.findall(file.read())
         found = set()
-        for kind, name in self.included[path]:
+        for kind, name in self.included[path][:1 if first else None]:
             places = [os.path.normpath(os.path.join(each, name)) for each in [os.path.dirname(path), *folders]]
             ours = next((each for each in places if kind == '"' and os.path.exists(each)), None)
             found |= self.of_libraries(ours, folders, seen) if ours else {name}
@@ -110,7 +110,7 @@ def main():
     included = {}
     for name, flags in flags_of.items():
         folders = [each[2:] for each in flags if each.startswith("-I")]
-        included[name] = headers.of_libraries(os.path.join(sources.ROOT, name), folders)
+        included[name] = headers.of_libraries(os.path.join(sources.ROOT, name), folders, first=True)
     users = collections.Counter(header for found in included.values() for header in found)
     shared = [header for header, count in users.items() if count >= SHARED_BY]
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool, tempfile.TemporaryDirectory(dir=build) as place:
