@@ -42,16 +42,21 @@ std::string Templates::PathFor(std::string_view name) const
 void Templates::Move(const std::string& path, const std::string& to) const
 {
     files_.Copy(path, to);
-    if (const std::string before = BackupName(path); files_.Exists(before))
+    // A name that ends in ".DAT" has the same one.
+    const std::string before = BackupName(path);
+    const bool hasBefore = before != BackupName(to) && files_.Exists(before);
+    if (hasBefore)
         files_.Copy(before, BackupName(to));
-    Remove(path);
+    files_.Remove(path);
+    if (hasBefore)
+        files_.Remove(before);
 }
 
 void Templates::Remove(const std::string& path) const
 {
+    files_.Remove(path);
     if (const std::string before = BackupName(path); files_.Exists(before))
         files_.Remove(before);
-    files_.Remove(path);
 }
 
 std::optional<NameFault> FaultOf(std::string_view name)

@@ -31,8 +31,8 @@ public:
     /// Makes the folder of the person's own ones where there is none. Throws FileError.
     void MakeFolder() const { files_.MakeFolder(ownFolder_); }
 
-    /// Gives an own template another path, in the place of what stands there; the file that it held before
-    /// goes with it. Throws FileError; the template is at its old path then.
+    /// Gives an own template another path, where no file is; the file that it held before goes with it.
+    /// Throws FileError; the template is at its old path then, and may be at the other too.
     void Move(const std::string& path, const std::string& to) const;
 
     /// Takes an own template away, and the file that it held before. Throws FileError.

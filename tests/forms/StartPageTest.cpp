@@ -7,9 +7,6 @@
 namespace kelvora {
 namespace {
 
-/// On a machine that is busy with other things too.
-constexpr int LongestWaitMs = 60000;
-
 class StartPageForm : public MainWindowFixture {
 protected:
     StartPageForm()

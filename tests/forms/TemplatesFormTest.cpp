@@ -54,14 +54,21 @@ TEST_F(TemplatesForm, ASetupIsKeptBegunWithRenamedAndRemoved)
     EXPECT_TRUE(begun.Session().settings.FileName.empty());
     EXPECT_FALSE(begun.IsChanged());
 
+    files.Write(At("templates/Taken.dat"), "");
     InTemplates([&](TemplatesDialog& dialog, SetupCards& cards) {
-        InDialog<QInputDialog>([&] { QTest::keyClick(&cards, Qt::Key_F2); },
-                               [](QInputDialog& name) {
-                                   EXPECT_EQ(name.textValue(), "Corner Shop");
-                                   name.setTextValue("Kiosk");
-                                   name.accept();
-                               });
+        const auto rename = [&](const char* wanted, const std::function<void()>& begin) {
+            EXPECT_TRUE(files.Exists(file));
+            InDialog<QInputDialog>(begin, [&](QInputDialog& name) {
+                EXPECT_EQ(name.textValue(), "Corner Shop");
+                name.setTextValue(wanted);
+                name.accept();
+            });
+        };
+        rename("Taken", [&] { QTest::keyClick(&cards, Qt::Key_F2); });
+        rename("Kiosk", [&] { Press(dialog, "Rename"); });
+        EXPECT_EQ(files.Read(At("templates/Taken.dat")), "") << "another's stays as it is";
         EXPECT_FALSE(files.Exists(file));
+        files.Remove(At("templates/Taken.dat"));
         file = Folder() + "/templates/Kiosk.dat";
         EXPECT_EQ(dialog.Chosen(), file);
         prompt.answers = {Answer::No, Answer::Yes};

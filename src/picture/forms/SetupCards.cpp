@@ -134,11 +134,11 @@ void SetupCards::TakeIn(const QString& path, const Reading& reading)
 
 void SetupCards::Show(QStandardItem& card, const Reading& reading)
 {
-    using State = SetupCard::State;
+    using Found = SetupCard::State;
     const SetupCard& setup = reading.card;
     QString problem;
-    if (setup.state != State::Whole)
-        problem = Caption(setup.state == State::Gone ? Message::CardGone : Message::CardNotRead);
+    if (setup.state != Found::Whole)
+        problem = Caption(setup.state == Found::Gone ? Message::CardGone : Message::CardNotRead);
     else if (setup.picture.empty())
         problem = Caption(Message::SheetEmpty);
     QStringList lines{ToQString(setup.modules)};

@@ -41,6 +41,9 @@ public:
     /// Chooses the card of that file, if there is one.
     void Choose(const QString& path);
 
+    /// As a click, or two, on the chosen card do.
+    void OpenChosen() { Open(currentIndex()); }
+
     /// Whether a file has still to be looked at.
     bool IsReading() const { return read_ < model_.rowCount() || !reading_.isEmpty(); }
 

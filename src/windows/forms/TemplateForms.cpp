@@ -17,7 +17,7 @@ TemplateForms::TemplateForms(const SetupDesk& desk, SetupWindows& setups, QWidge
 void TemplateForms::New()
 {
     TemplatesDialog dialog(desk_.files, templates_, &window_);
-    dialog.mayWrite = [this](const std::string& path) { return MayWrite(path); };
+    dialog.isOpen = [this](const std::string& path) { return IsOpen(path); };
     // One that cannot be read is told, and another can be chosen.
     while (dialog.exec() == QDialog::Accepted)
         if (const auto document = ReadOtherSetup(desk_.files, dialog.Chosen())) {
@@ -32,7 +32,7 @@ bool TemplateForms::Save(const SetupDocument& document, const std::string& name)
     if (!given)
         return false;
     const std::string path = templates_.PathFor(*given);
-    if (!MayWrite(path))
+    if (IsOpen(path) || !desk_.files.MayWrite(path))
         return false;
     try {
         templates_.MakeFolder();
@@ -43,12 +43,12 @@ bool TemplateForms::Save(const SetupDocument& document, const std::string& name)
     return SaveSetup(desk_.files, document, path).value_or(false);
 }
 
-bool TemplateForms::MayWrite(const std::string& path) const
+bool TemplateForms::IsOpen(const std::string& path) const
 {
     if (!desk_.isOpenElsewhere || !desk_.isOpenElsewhere(path, {}))
-        return desk_.files.MayWrite(path);
+        return false;
     desk_.Words().Show(Message::OpenElsewhere, {BoxIcon::Exclamation}, TextFromPath(path));
-    return false;
+    return true;
 }
 
 }  // namespace kelvora

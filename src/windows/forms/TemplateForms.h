@@ -21,7 +21,8 @@ public:
     bool Save(const SetupDocument& document, const std::string& name);
 
 private:
-    bool MayWrite(const std::string& path) const;
+    /// Tells the person when it is.
+    bool IsOpen(const std::string& path) const;
 
     const SetupDesk& desk_;
     SetupWindows& setups_;

@@ -51,7 +51,7 @@ TemplatesDialog::TemplatesDialog(const UserFiles& files, const Templates& templa
     setObjectName(QStringLiteral("TemplatesDialog"));
     setWindowTitle(ToQString(files_.Words().Caption(Message::TemplatesTitle)));
     create_->setDefault(true);
-    connect(create_, &QPushButton::clicked, this, &QDialog::accept);
+    connect(create_, &QPushButton::clicked, cards_, &SetupCards::OpenChosen);
     connect(rename_, &QPushButton::clicked, this, [this] { Rename(); });
     connect(remove_, &QPushButton::clicked, this, [this] { Remove(); });
     AddKeys(*this, {Qt::Key_F2}, [this] { Rename(); });
@@ -120,24 +120,28 @@ void TemplatesDialog::Rename()
         return;
     const auto name = AskTemplateName(files_.Words(), Message::TemplateRenameTitle, chosen->name, *this);
     cards_->setFocus();
-    if (!name)
+    if (!name || *name == chosen->name || isOpen(chosen->path))
         return;
+    const std::string old = chosen->path;
     const std::string path = templates_.PathFor(*name);
-    if (path == chosen->path || !mayWrite(path))
+    // Another template's, or by another name this one's own.
+    if (files_.OnDisk().Exists(path)) {
+        files_.Words().Show(Message::TemplateThere, {BoxIcon::Exclamation}, TextFromPath(path));
         return;
+    }
     try {
-        templates_.Move(chosen->path, path);
+        templates_.Move(old, path);
     } catch (const FileError& error) {
         files_.Words().TellOf(Message::TemplateNotRenamed, error);
     }
     List();
-    cards_->Choose(PathToQString(path));
+    cards_->Choose(PathToQString(files_.OnDisk().Exists(old) ? old : path));
 }
 
 void TemplatesDialog::Remove()
 {
     const std::string path = Chosen();
-    if (!remove_->isEnabled() ||
+    if (!remove_->isEnabled() || isOpen(path) ||
         files_.Words().Show(Message::TemplateAskRemove, YesNoStyle, TextFromPath(path)) != Answer::Yes)
         return;
     try {

@@ -21,9 +21,9 @@ public:
     /// The path of the chosen one; empty where there is none.
     std::string Chosen() const;
 
-    /// Whether a renamed template may be written there; it asks the person where something stands there. Must
-    /// be set.
-    std::function<bool(const std::string& path)> mayWrite;
+    /// Whether a template's file is open in a window, and so stays as it is; the person is told then. Must be
+    /// set.
+    std::function<bool(const std::string& path)> isOpen;
 
 private:
     void Arrange();
