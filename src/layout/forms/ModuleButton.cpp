@@ -69,9 +69,10 @@ void ModuleButton::paintEvent(QPaintEvent* /*event*/)
 void ModuleButton::mousePressEvent(QMouseEvent* event)
 {
     QAbstractButton::mousePressEvent(event);
+    if (event->button() != Qt::LeftButton)
+        return hold_.stop();
     heldAt_ = event->pos();
-    if (event->button() == Qt::LeftButton)
-        hold_.start(QGuiApplication::styleHints()->mousePressAndHoldInterval(), this);
+    hold_.start(QGuiApplication::styleHints()->mousePressAndHoldInterval(), this);
 }
 
 void ModuleButton::mouseMoveEvent(QMouseEvent* event)
@@ -92,6 +93,9 @@ void ModuleButton::timerEvent(QTimerEvent* event)
     if (event->timerId() != hold_.timerId())
         return QAbstractButton::timerEvent(event);
     hold_.stop();
+    // The press may have ended elsewhere, or something may have come over the button.
+    if (!isDown() || !isVisible() || QApplication::activeModalWidget() || QApplication::activePopupWidget())
+        return;
     // The release that follows is no click.
     setDown(false);
     QContextMenuEvent menu(QContextMenuEvent::Other, heldAt_, mapToGlobal(heldAt_));
