@@ -43,8 +43,8 @@ std::time_t WrappedTime(std::time_t* place)
 unsigned WrappedChance(std::random_device* device) __asm__("__wrap__ZNSt13random_device9_M_getvalEv");
 unsigned WrappedChance(std::random_device* /*device*/)
 {
-    // As good as any other.
-    return 4690;
+    static unsigned next = 4690;
+    return next++;
 }
 // NOLINTEND(bugprone-reserved-identifier, cert-dcl37-c, cert-dcl51-cpp)
 

@@ -179,6 +179,7 @@ void LineMonitorWindow::ShowEntries()
 {
     model_->Update();
     empty_->setVisible(model_->rowCount() == 0);
+    clear_->setEnabled(model_->rowCount() > 0);
     ShowBusy();
     ShowDetail();
 }

@@ -1,6 +1,7 @@
 #include "layout/forms/StripLabels.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace kelvora {
 
@@ -31,9 +32,14 @@ void PaintLabels(QPainter& painter, const std::vector<StripLabel>& labels, int t
         int& left = widths.at(widths.size() - 2);
         const int middles = label.device.center().x() - labels.at(widths.size() - 2).device.center().x();
         const int lacks = left + right - 2 * (middles - apart);
-        // The longer one gives way.
-        if (int& longer = left > right ? left : right; lacks > 0)
-            longer = std::max(0, longer - lacks);
+        if (lacks <= 0)
+            continue;
+        // The longer one gives way, and when both are as long, both do.
+        int& longer = left > right ? left : right;
+        longer -= std::min(lacks, std::abs(left - right));
+        const int each = std::max(0, left + right - 2 * (middles - apart)) / 2;
+        left = std::max(0, left - each);
+        right = std::max(0, right - each);
     }
     for (std::size_t i = 0; i < labels.size(); ++i) {
         painter.setFont(fontOf(labels.at(i)));

@@ -147,6 +147,8 @@ void PortsDialog::FindDevices()
         row.device->setCurrentIndex(-1);
         row.device->setEditText(typed);
     }
+    // What is said again is news.
+    result_->clear();
     ShowNews(*result_, found_.empty() ? Text(Message::PortsNone) : QString());
     ShowAdapters();
 }

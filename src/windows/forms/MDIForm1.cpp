@@ -267,6 +267,9 @@ void MDIForm1::Refresh()
         status_->ShowStatus(ToQString(program_.operation.Status()));
         return;
     }
+    // The button that had it may have been switched off meanwhile.
+    if (isActiveWindow() && !QApplication::focusWidget())
+        setup->FocusStrip();
     commands_.NameUndo(program_.texts.Catalogue(), setup->UndoName(), setup->RedoName());
     status_->ShowStatus(setup->IsPlacing() ? ToQString(program_.texts.Caption(Message::PlacingHint))
                                            : PathToQString(setup->Session().File().path));

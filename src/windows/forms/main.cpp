@@ -262,7 +262,9 @@ int Run(QApplication& application, StopSignal& stopSignal)
         if (!arguments.files.isEmpty())
             window.OpenFiles(arguments.files);
     });
-    return QApplication::exec();
+    const int code = QApplication::exec();
+    endOnSignal.onSignal = nullptr;
+    return code;
 }
 
 // Help and version are for a terminal and need no display.
