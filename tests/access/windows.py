@@ -40,7 +40,10 @@ def first_path(reader, till):
     reader.find("list item", "Key 106, single key, row 2, column 2", STATE_SELECTED)
     reader.press("radio button", "Quadruple key")
     reader.hear("Key 106, quadruple key, row 2, column 2")
+    reader.find("push button", "Undo change", STATE_ENABLED)
     reader.press("push button", "Keep and close")
+    reader.enter("Kelvora - [till*]")
+    reader.find("menu item", "Save", STATE_ENABLED)
     reader.enter("Kelvora")
     reader.press("menu item", "Save")
     reader.hear("The setup is saved.")
@@ -85,7 +88,7 @@ def main():
 
 
 if len(sys.argv) == 4:
-    from pyatspi import STATE_SELECTED, STATE_SHOWING
+    from pyatspi import STATE_ENABLED, STATE_SELECTED, STATE_SHOWING
 
     from reader import Reader
 
