@@ -2,7 +2,7 @@
 import gi
 
 gi.require_version("Atspi", "2.0")
-from gi.repository import GLib  # noqa: E402
+from gi.repository import Atspi, GLib  # noqa: E402
 import pyatspi  # noqa: E402
 
 PATIENCE = 120  # seconds, with the sanitizers on a busy machine
@@ -10,6 +10,8 @@ PATIENCE = 120  # seconds, with the sanitizers on a busy machine
 
 class Reader:
     def __init__(self, program):
+        # No longer for a program that has just started either: a press answers once what it opened is closed.
+        Atspi.set_timeout(800, 800)
         self.program = program
         self.heard = []
         self.window = None
