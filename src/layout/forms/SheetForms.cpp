@@ -1,13 +1,12 @@
 #include "layout/forms/SheetForms.h"
 
-#include <QPaintEngine>
-#include <QPrintDialog>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QScreen>
 
 #include "picture/SetupSheet.h"
 #include "picture/SheetExport.h"
+#include "picture/forms/SheetPrinter.h"
 #include "picture/qt/PictureFiles.h"
 #include "platform/AsciiCase.h"
 #include "platform/Encoding.h"
@@ -20,15 +19,6 @@ namespace {
 
 /// Room for all buttons of Qt's preview.
 constexpr int PreviewWidth = 860;
-
-// The sheet brings its own margins.
-void Prepare(QPrinter& printer, const std::string& name)
-{
-    printer.setDocName(PathToQString(name));
-    printer.setCreator(QStringLiteral("Kelvora"));
-    printer.setPageLayout({QPageSize(QPageSize::A4), QPageLayout::Portrait, {}});
-    printer.setFullPage(true);
-}
 
 std::string Convert(PictureType type, const std::string& svg)
 {
@@ -45,19 +35,6 @@ std::string Convert(PictureType type, const std::string& svg)
 
 }  // namespace
 
-// Prints, or writes the file that was chosen in place of a printer: like every file of the program, whole or
-// not at all, and told here when it cannot be written. False where nothing was drawn.
-bool SheetForms::PrintOn(QPrinter& printer, const std::string& sheet) const
-{
-    const QPaintEngine* const engine = printer.paintEngine();
-    if (printer.outputFileName().isEmpty() || !engine || engine->type() != QPaintEngine::Pdf)
-        return PaintPages({&sheet, 1}, printer);
-    const std::string document = PdfOf({&sheet, 1});
-    if (!document.empty())
-        session_.Desk().files.Write(PathFromQString(printer.outputFileName()), document);
-    return !document.empty();
-}
-
 std::string SheetForms::Sheet() const
 {
     return SetupSheet(session_.document,
@@ -68,32 +45,27 @@ std::string SheetForms::Sheet() const
 
 void SheetForms::Print()
 {
-    QPrinter printer(QPrinter::HighResolution);
-    Prepare(printer, session_.settings.Name);
-    QPrintDialog dialog(&printer, window_.window());
-    dialog.setObjectName(QStringLiteral("Print"));
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-    const std::string sheet = Sheet();
-    if (!PrintOn(printer, sheet))
-        session_.Desk().Words().Show(Message::NotPrinted, {BoxIcon::Exclamation});
+    ChoosePrinter(
+        *window_.window(), PathToQString(session_.settings.Name), [this] { return std::vector{Sheet()}; },
+        session_.Desk().files);
 }
 
 void SheetForms::Preview()
 {
     QPrinter printer(QPrinter::HighResolution);
-    Prepare(printer, session_.settings.Name);
+    PrepareForSheets(printer, PathToQString(session_.settings.Name));
     QPrintPreviewDialog dialog(&printer, window_.window());
     dialog.setObjectName(QStringLiteral("PrintPreview"));
     dialog.setWindowFlag(Qt::WindowMaximizeButtonHint);
     const std::string sheet = Sheet();
-    bool isPrinted = true;
-    QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog,
-                     [&](QPrinter* paper) { isPrinted = PrintOn(*paper, sheet); });
+    bool isDrawn = true;
+    QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog, [&](QPrinter* paper) {
+        isDrawn = PrintSheets(*paper, {&sheet, 1}, session_.Desk().files);
+    });
     const QSize available = dialog.screen()->availableSize();
     dialog.resize(QSize(PreviewWidth, available.height()).boundedTo(available * 9 / 10));
     dialog.exec();
-    if (!isPrinted)
+    if (!isDrawn)
         session_.Desk().Words().Show(Message::NotPrinted, {BoxIcon::Exclamation});
 }
 

@@ -7,7 +7,6 @@
 
 #include "layout/SetupSession.h"
 
-class QPrinter;
 class QWidget;
 
 namespace kelvora {
@@ -26,7 +25,6 @@ public:
 
 private:
     std::string Sheet() const;
-    bool PrintOn(QPrinter& printer, const std::string& sheet) const;
 
     SetupSession& session_;
     QWidget& window_;

@@ -4,8 +4,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPointer>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -13,7 +11,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "picture/qt/PictureFiles.h"
+#include "picture/forms/SheetPrinter.h"
 #include "platform/Encoding.h"
 #include "platform/LocalTime.h"
 #include "platform/qt/ReaderRoles.h"
@@ -319,19 +317,12 @@ void SeriesWindow::SaveReport()
 
 void SeriesWindow::Print()
 {
-    QPrinter printer(QPrinter::HighResolution);
-    printer.setDocName(windowTitle());
-    printer.setCreator(QStringLiteral("Kelvora"));
-    printer.setPageLayout({QPageSize(QPageSize::A4), QPageLayout::Portrait, {}});
-    printer.setFullPage(true);
-    QPrintDialog dialog(&printer, this);
-    dialog.setObjectName(QStringLiteral("Print"));
-    if (dialog.exec() != QDialog::Accepted)
-        return;
-    const auto sheets =
-        ReportSheets(table_->Results(), LocalTimeText(LocalTime()), files_.Words().Catalogue());
-    if (!PaintPages(sheets, printer))
-        files_.Words().Show(Message::NotPrinted, {BoxIcon::Exclamation});
+    ChoosePrinter(
+        *this, windowTitle(),
+        [this] {
+            return ReportSheets(table_->Results(), LocalTimeText(LocalTime()), files_.Words().Catalogue());
+        },
+        files_);
 }
 
 bool SeriesWindow::MayClose()
