@@ -171,8 +171,14 @@ int Disk::Lock(int file)
 int Disk::Rename(const std::string& from, const std::string& to)
 {
     const InodePtr inode = Find(from);
+    if (!inode)
+        return -ENOENT;
+    if (faults.failedRenames > 0) {
+        --faults.failedRenames;
+        return -EIO;
+    }
     renamed[to] = from;
-    return inode ? Change({{to, inode}, {from, nullptr}}) : -ENOENT;
+    return Change({{to, inode}, {from, nullptr}});
 }
 
 int Disk::Unlink(const std::string& path)

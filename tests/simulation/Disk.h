@@ -22,9 +22,10 @@ struct DiskFaults {
     long room = -1;  ///< bytes that can still be written; below 0 for all
     bool isReadOnly = false;
     int failedSyncs = 0;  ///< how many from now on fail; those of folders nobody could be told of
+    int failedRenames = 0;
     std::chrono::milliseconds slowness{0};  ///< of each sync
 
-    bool AreNone() const { return room < 0 && !isReadOnly && failedSyncs == 0; }
+    bool AreNone() const { return room < 0 && !isReadOnly && failedSyncs == 0 && failedRenames == 0; }
 };
 
 class Disk {

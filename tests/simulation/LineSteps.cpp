@@ -69,9 +69,15 @@ void Session::EndNote(OperationNote& note)
     WaitNoMore();
     const std::size_t told = world_.told.size();
     const bool isSound = world_.disk.faults.AreNone();
+    const std::size_t entries = rules_.JournalEntries();
     copy_->program.notes.Keep(note);
+    if (!world_.Moment())
+        return;
     // What fails for the same reason again is told once.
-    if (world_.Moment() && world_.told.size() == told && isSound)
+    if (world_.told.size() > told)
+        Require(rules_.JournalEntries() == entries, Rule::Truth,
+                "the journal keeps an entry, and was told not to");
+    else if (isSound)
         rules_.NoteJournalled();
 }
 

@@ -128,10 +128,9 @@ void Rules::EndStep()
             versions = {now};
     }
     contested_.clear();
-    CountJournal();
-    Require(journalEntries_ >= journalled_, Rule::Kept,
-            "the journal has " + std::to_string(journalEntries_) + " of " + std::to_string(journalled_) +
-                " entries");
+    const std::size_t entries = JournalEntries();
+    Require(entries >= journalled_, Rule::Kept,
+            "the journal has " + std::to_string(entries) + " of " + std::to_string(journalled_) + " entries");
 }
 
 // What is written first stands beside the file, under names that differ in their number alone.
@@ -145,22 +144,21 @@ bool Rules::HasLeft(const std::string& path) const
     return std::ranges::any_of(names, [&](const auto& name) { return name.first.starts_with(start); });
 }
 
-void Rules::CountJournal()
+std::size_t Rules::JournalEntries()
 {
     const std::string text = world_.disk.Content(JournalPath).value_or("");
     if (text == journalText_)
-        return;
+        return journalEntries_;
     JournalContent content;
     TakeJournalText(content, text);
     journalText_ = text;
-    journalEntries_ = content.entries.size();
+    return journalEntries_ = content.entries.size();
 }
 
 void Rules::NoteJournalled()
 {
     const std::size_t before = journalEntries_;
-    CountJournal();
-    Require(journalEntries_ > before, Rule::Kept, "an entry of the journal is not there, as was told");
+    Require(JournalEntries() > before, Rule::Kept, "an entry of the journal is not there, as was told");
     journalled_ = journalEntries_;
 }
 

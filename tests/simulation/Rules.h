@@ -42,6 +42,8 @@ public:
     void NoteJournalled();
     /// How many entries it keeps at least.
     std::size_t Journalled() const { return journalled_; }
+    /// How many are there.
+    std::size_t JournalEntries();
     /// The step has ended, well or by a kill.
     void EndStep();
 
@@ -69,7 +71,6 @@ public:
 
 private:
     void CheckFile(const std::string& path, const std::string& text) const;
-    void CountJournal();
     bool HasLeft(const std::string& path) const;
     bool IsKept(const FlashImage& image) const;
 

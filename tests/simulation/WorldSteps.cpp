@@ -31,6 +31,9 @@ bench::FaultPlan Faults(Random& random)
                                  .number = static_cast<unsigned>(random.Below(3)),
                                  .late = std::chrono::milliseconds(random.Below(40'000)),
                                  .status = random.Once(2) ? "1" : "999"});
+        // Noise mostly ends an operation before that command's turn.
+        if (random.Once(2))
+            return {.seed = plan.seed, .commands = plan.commands};
     }
     return plan;
 }
@@ -64,7 +67,7 @@ void Session::RestartTill()
 
 void Session::DiskFault()
 {
-    switch (world_.random.Below(4)) {
+    switch (world_.random.Below(5)) {
         case 0:
             world_.disk.faults.slowness = std::chrono::milliseconds(world_.random.Scale(12));
             break;
@@ -73,6 +76,9 @@ void Session::DiskFault()
             break;
         case 2:
             world_.disk.faults.isReadOnly = true;
+            break;
+        case 3:
+            world_.disk.faults.failedRenames = 1;
             break;
         default:
             world_.disk.faults.failedSyncs = 1 + static_cast<int>(world_.random.Below(2));
