@@ -73,7 +73,9 @@ QStringList SmallTargets(QWidget& window)
     QStringList small;
     for (QWidget* const widget : window.findChildren<QWidget*>()) {
         auto* const menu = qobject_cast<QMenu*>(widget);
-        const bool isSeen = widget->isVisibleTo(&window) && widget->window() == window.window();
+        // The sign that clears a field comes with the first letter.
+        const bool isSeen = (widget->isVisibleTo(&window) || qobject_cast<QLineEdit*>(widget->parent())) &&
+                            widget->window() == window.window();
         for (const QSize& size : menu ? EntriesOf(*menu) : isSeen ? TargetsOf(*widget) : QList<QSize>())
             if (std::min(size.width(), size.height()) < TouchTarget)
                 small << QStringLiteral("%1 %2 \"%3\" has %4 by %5 pixels")

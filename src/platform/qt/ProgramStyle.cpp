@@ -78,6 +78,9 @@ int ProgramStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, co
         case PM_TitleBarHeight:
         case PM_ToolBarExtensionExtent:
             return std::max(own, TouchTarget);
+        // Two pixels lower than the button around it.
+        case PM_LineEditIconSize:
+            return std::max(own, TouchTarget - 2);
         case PM_IndicatorWidth:
         case PM_IndicatorHeight:
         case PM_ExclusiveIndicatorWidth:
