@@ -125,7 +125,13 @@ TEST_F(LayoutForm, ACommandThatDoesNothingSaysWhy)
         EXPECT_EQ(Shown().size(), 3U);
         EXPECT_FALSE(window->ActiveSetup()->IsPlacing());
     };
+    window->Actions()[Command::ViewMenuStatusBar].setChecked(false);
+    EXPECT_FALSE(window->Status().isVisible());
     says(StripButton::Master, Command::LayoutMenuMove, Message::MasterStaysHint);
+    EXPECT_TRUE(window->Status().isVisible()) << "the hidden bar comes for it";
+    window->Status().clearMessage();
+    EXPECT_FALSE(window->Status().isVisible());
+    window->Actions()[Command::ViewMenuStatusBar].setChecked(true);
     says(StripButton::Keypad, Command::LayoutMenuDel, Message::KeypadStaysHint);
     Strip().FocusButton(StripButton::ICCR);
     Trigger(Command::LayoutMenuDel);

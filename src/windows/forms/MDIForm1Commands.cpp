@@ -111,8 +111,8 @@ void MDIForm1::ConnectGeneralCommands()
 {
     for (std::size_t i = 0; i < CommandCount; ++i)
         addAction(&commands_[static_cast<Command>(i)]);
-    On(Command::ViewMenuToolbar, [this](bool shown) { toolbar_->setVisible(shown); });
-    On(Command::ViewMenuStatusBar, [this](bool shown) { status_->setVisible(shown); });
+    connect(&commands_[Command::ViewMenuToolbar], &QAction::toggled, toolbar_, &QWidget::setVisible);
+    connect(&commands_[Command::ViewMenuStatusBar], &QAction::toggled, status_, &StatusPanels::Want);
     On(Command::WindowMenuCascade, [this] { area_->cascadeSubWindows(); });
     On(Command::WindowMenuTile, [this] { area_->tileSubWindows(); });
     On(Command::WindowMenuNext, [this] { area_->activateNextSubWindow(); });
@@ -124,7 +124,7 @@ void MDIForm1::ConnectGeneralCommands()
     On(Command::HelpMenuGuide, [this] { help_.Show(); });
     On(Command::HelpMenuAbout, [this] { ShowAbout(); });
     commands_[Command::ViewMenuTouchSize].setChecked(memory_.IsTouchSize());
-    On(Command::ViewMenuTouchSize, [this](bool forTouch) {
+    connect(&commands_[Command::ViewMenuTouchSize], &QAction::toggled, this, [this](bool forTouch) {
         QApplication::setStyle(new ProgramStyle(forTouch));
         memory_.SaveTouchSize(forTouch);
     });

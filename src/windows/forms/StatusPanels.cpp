@@ -92,6 +92,7 @@ StatusPanels::StatusPanels(QWidget* parent)
     addPermanentWidget(simulated_);
     setSizeGripEnabled(false);
     addPermanentWidget(new DragCorner(this));
+    connect(this, &QStatusBar::messageChanged, this, [this] { Want(isWanted_); });
 }
 
 StatusPanel* StatusPanels::AddPanel(const char* name, int stretch)
@@ -121,6 +122,12 @@ void StatusPanels::ShowProgress(int percent)
     if (shown)
         progress_->setValue(percent);
     progress_->setVisible(shown);
+}
+
+void StatusPanels::Want(bool isWanted)
+{
+    isWanted_ = isWanted;
+    setVisible(isWanted || !currentMessage().isEmpty());
 }
 
 void StatusPanels::ShowHint(const QString& text)

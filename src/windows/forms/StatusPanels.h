@@ -45,6 +45,9 @@ public:
     /// The button that stops what runs is there while it can be stopped.
     void ShowStop(bool shown) { stop_->setVisible(shown); }
 
+    /// Whether the bar is there. One that is not wanted comes for as long as it shows a hint.
+    void Want(bool isWanted);
+
     /// Says for a few seconds, or until a panel is shown anew, why something was not done.
     void ShowHint(const QString& text);
 
@@ -68,6 +71,7 @@ private:
     QProgressBar* progress_;
     QToolButton* stop_;
     QString statusTip_;
+    bool isWanted_ = true;
 };
 
 }  // namespace kelvora
