@@ -1,3 +1,4 @@
+#include <QAccessible>
 #include <QDropEvent>
 #include <QMimeData>
 
@@ -104,6 +105,12 @@ TEST_F(SetupWindow, FilesWaitWhileADialogIsOpen)
     InDialog<frmKeyb>([this] { Click(StripButton::Master); },
                       [this](frmKeyb& form) {
                           window->OpenFiles({folder.path() + "/Other.dat"});
+                          // A screen reader presses what lies under it too.
+                          Trigger(Command::FileMenuNew);
+                          QAccessible::queryAccessibleInterface(&Strip().Button(StripButton::MCR))
+                              ->actionInterface()
+                              ->doAction(QAccessibleActionInterface::pressAction());
+                          EXPECT_FALSE(Strip().Button(StripButton::MCR).isDown());
                           EXPECT_EQ(window->AllSetups().size(), 1U);
                           Press(form, "Back");
                       });

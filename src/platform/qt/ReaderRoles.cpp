@@ -3,6 +3,8 @@
 #include <QAccessibleWidget>
 #include <utility>
 
+#include "platform/qt/WindowParts.h"
+
 namespace kelvora {
 
 namespace {
@@ -31,11 +33,11 @@ public:
 
     void doAction(const QString& action) override
     {
+        if (action != pressAction())
+            return QAccessibleWidget::doAction(action);
         // Not at once: who asks waits for the end of what a press opens.
-        if (action == pressAction())
+        if (!IsUnderDialog(button_))
             button_.animateClick();
-        else
-            QAccessibleWidget::doAction(action);
     }
 
 private:

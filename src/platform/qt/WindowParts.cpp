@@ -30,6 +30,12 @@ QWidget* DialogParent()
     return nullptr;
 }
 
+bool IsUnderDialog(const QWidget& widget)
+{
+    const QWidget* const modal = QApplication::activeModalWidget();
+    return modal && modal != widget.window();
+}
+
 void BringToFront(QWidget& window)
 {
     window.show();

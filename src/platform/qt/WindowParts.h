@@ -22,6 +22,9 @@ void AddKeys(QWidget& window, const QList<QKeySequence>& keys, const std::functi
 /// none, then the main window that is shown.
 QWidget* DialogParent();
 
+/// Whether a dialog keeps hands from `widget`. Screen readers press all the same.
+bool IsUnderDialog(const QWidget& widget);
+
 /// Shows the window before all others, with the keys going to it.
 void BringToFront(QWidget& window);
 

@@ -127,17 +127,19 @@ void MDIForm1::ConnectMenus()
     menu_.isPortAvailable = [this](int port) { return program_.lines.IsAvailable(port); };
     menu_.languages = [this] { return program_.language.Offered(); };
     menu_.language = [this] { return program_.language.Code(); };
-    connect(&menu_, &MainMenu::recentFileChosen, &setups_, &SetupWindows::OpenRecent);
+    connect(&menu_, &MainMenu::recentFileChosen, this,
+            Reached([this](const QString& path) { setups_.OpenRecent(path); }));
     connect(&menu_, &MainMenu::clearRecentChosen, this, [this] {
         memory_.ClearRecentFiles();
         start_->ListRecentFiles();
     });
-    connect(&menu_, &MainMenu::portChosen, this, [this](int port) {
+    connect(&menu_, &MainMenu::portChosen, this, Reached([this](int port) {
         if (frmConfig* setup = ActiveSetup())
             setup->SelectPort(static_cast<std::int16_t>(port));
         memory_.SaveLine(program_.main);
-    });
-    connect(&menu_, &MainMenu::languageChosen, this, &MDIForm1::ChangeLanguage);
+    }));
+    connect(&menu_, &MainMenu::languageChosen, this,
+            Reached([this](const std::string& language) { ChangeLanguage(language); }));
 }
 
 void MDIForm1::ConnectStartPage()

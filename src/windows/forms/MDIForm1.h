@@ -4,8 +4,10 @@
 #include <QMainWindow>
 #include <QMdiArea>
 #include <QUndoGroup>
+#include <concepts>
 #include <vector>
 
+#include "platform/qt/WindowParts.h"
 #include "windows/Program.h"
 #include "windows/forms/Commands.h"
 #include "windows/forms/HelpOpener.h"
@@ -91,10 +93,23 @@ private:
     bool IsIdle() const;
     void ShowHint(const MessageId& hint, const QString& what = {});
 
+    /// `action`, unless a dialog lies over the window.
+    template <class Action>
+    auto Reached(Action action)
+    {
+        return [ this, action ](auto... what) requires std::invocable<const Action&, decltype(what)...>
+        {
+            if (IsUnderDialog(*this))
+                Refresh();
+            else
+                action(what...);
+        };
+    }
+
     template <class Action>
     void On(Command command, Action action)
     {
-        connect(&commands_[command], &QAction::triggered, this, action);
+        connect(&commands_[command], &QAction::triggered, this, Reached(action));
     }
 
     /// Runs `action` on the setup window in front.

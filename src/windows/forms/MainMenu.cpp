@@ -107,8 +107,8 @@ void MainMenu::MakeCommunicationsMenu(QMenuBar& bar)
         line->setObjectName(QStringLiteral("CommunicationsMenuLine%1").arg(port));
         line->setCheckable(true);
         connect(line, &QAction::triggered, lines_, [this, port] {
-            emit portChosen(port);
             ShowPort(port);
+            emit portChosen(port);
         });
         ports_.at(i) = line;
     }
