@@ -99,6 +99,26 @@ TEST(SetupCardsForm, AFileThatDoesNotComeHoldsUpNeitherCardsNorWindow)
     deadDrive.set_value();
 }
 
+TEST(SetupCardsForm, TheProgramEndsThoughAFileIsStillBeingRead)
+{
+    FakeFiles files;
+    std::promise<void> drive;
+    files.comesLater["/net/a"] = drive.get_future().share();
+    files.content["/net/a"] = {};
+    const auto end = [&] {
+        const MessageCatalogue catalogue;
+        auto cards = std::make_unique<SetupCards>(SetupCards::Use::Open, files, catalogue);
+        cards->ShowFiles({{"/net/a", "a", {}}});
+        cards->show();
+        const bool isOut = QTest::qWaitFor(
+            [&] { return cards->model()->index(0, 0).data(CardProblem).isValid(); }, LongestWaitMs);
+        cards.reset();
+        std::exit(isOut ? 0 : 1);
+    };
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(end(), testing::ExitedWithCode(0), "");
+}
+
 TEST_F(StartPageForm, ItsButtonsAreTheMenusCommands)
 {
     auto& practice = *Page().findChild<QAbstractButton*>("StartCommunicationsMenuPractice");

@@ -2,10 +2,12 @@
 
 #include <QContextMenuEvent>
 #include <QDateTime>
-#include <QFileInfo>
 #include <QKeyEvent>
 #include <QMenu>
+#include <chrono>
+#include <filesystem>
 #include <memory>
+#include <optional>
 #include <system_error>
 #include <utility>
 
@@ -22,9 +24,10 @@ namespace {
 constexpr std::chrono::milliseconds Patience{200};
 
 // As every date of the program is written.
-QString TimeOf(const QString& path)
+QString TimeText(std::chrono::system_clock::time_point time)
 {
-    return QFileInfo(path).lastModified().toString(QStringLiteral("yyyy-MM-dd HH:mm"));
+    return QDateTime::fromSecsSinceEpoch(std::chrono::system_clock::to_time_t(time))
+        .toString(QStringLiteral("yyyy-MM-dd HH:mm"));
 }
 
 CardDelegate& DelegateOf(const QListView& view)
@@ -34,9 +37,19 @@ CardDelegate& DelegateOf(const QListView& view)
 
 }  // namespace
 
+// What a thread may still hold when Qt has gone: nothing of Qt's.
 struct SetupCards::Reading {
     SetupCard card;
-    QString time;  ///< of the last save
+    std::optional<std::chrono::system_clock::time_point> saved;
+
+    Reading(const Files& files, const std::string& path) : card(ReadSetupCard(files, path))
+    {
+        std::error_code isNotKnown;
+        const auto time = std::filesystem::last_write_time(path, isNotKnown);
+        if (!isNotKnown)
+            saved = std::chrono::file_clock::to_sys(time);
+    }
+    explicit Reading(const std::system_error& error) : card{SetupCard::State::NotRead, error.what()} {}
 };
 
 SetupCards::SetupCards(Use use, const Files& files, const MessageCatalogue& catalogue, QWidget* parent)
@@ -106,12 +119,12 @@ void SetupCards::Read(const QString& path)
     try {
         InBackground(
             *this,
-            [files = std::shared_ptr(files_.ForThread()), path] {
-                return Reading{ReadSetupCard(*files, PathFromQString(path)), TimeOf(path)};
+            [files = std::shared_ptr(files_.ForThread()), file = PathFromQString(path)] {
+                return Reading(*files, file);
             },
             [this, path](const Reading& reading) { TakeIn(path, reading); });
     } catch (const std::system_error& error) {
-        TakeIn(path, {{SetupCard::State::NotRead, error.what()}, {}});
+        TakeIn(path, Reading(error));
     }
 }
 
@@ -142,8 +155,8 @@ void SetupCards::Show(QStandardItem& card, const Reading& reading)
     else if (setup.picture.empty())
         problem = Caption(Message::SheetEmpty);
     QStringList lines{ToQString(setup.modules)};
-    if (use_ == Use::Open && !reading.time.isEmpty())
-        lines << ToQString(catalogue_.Word(Message::CardSaved)) + reading.time;
+    if (use_ == Use::Open && reading.saved)
+        lines << ToQString(catalogue_.Word(Message::CardSaved)) + TimeText(*reading.saved);
     lines << card.data(CardLines).toStringList();
     lines.removeAll(QString());
     card.setData(true, CardIsRead);
