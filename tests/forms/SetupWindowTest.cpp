@@ -1,7 +1,9 @@
 #include <QAccessible>
 #include <QDropEvent>
 #include <QMimeData>
+#include <future>
 
+#include "fakes/FakeFiles.h"
 #include "forms/MainWindowFixture.h"
 #include "keymap/forms/frmKeyb.h"
 #include "platform/AsciiCase.h"
@@ -116,6 +118,23 @@ TEST_F(SetupWindow, FilesWaitWhileADialogIsOpen)
                       });
     QApplication::processEvents();
     EXPECT_EQ(window->AllSetups().size(), 2U);
+}
+
+TEST_F(SetupWindow, AFileThatDoesNotComeHoldsUpNothingAndOpensOnceItHasCome)
+{
+    FakeFiles drive;
+    drive.content = {{"/net/a.dat", Before}};
+    std::promise<void> answer;
+    drive.comesLater["/net/a.dat"] = answer.get_future().share();
+    Program other({drive, prompt, dialogs, loop}, {Folder(), Folder()});
+    MDIForm1 form(other, {});
+    form.show();
+    form.OpenFiles({"/net/a.dat"});
+    EXPECT_EQ(form.ActiveSetup(), nullptr);
+    EXPECT_EQ(form.Status().currentMessage().toStdString(), "The file is being read... /net/a.dat");
+    answer.set_value();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return form.ActiveSetup() != nullptr; }, LongestWaitMs));
+    EXPECT_TRUE(form.Status().currentMessage().isEmpty());
 }
 
 TEST_F(SetupWindow, FailedWriteKeepsTheWindowUnlessTheUserLetsItGo)

@@ -118,6 +118,13 @@ void MDIForm1::ConnectMenus()
             QTimer::singleShot(0, this, [this] { OpenWaitingFiles(); });
     });
     connect(&setups_, &SetupWindows::windowAdded, this, &MDIForm1::Prepare);
+    connect(&setups_, &SetupWindows::isLate, this, [this](const QString& paths) {
+        status_->ShowHint(ToQString(program_.texts.Caption(Message::CardReading)) + ' ' + paths);
+    });
+    connect(&setups_, &SetupWindows::cameLate, this, [this](const QStringList& paths) {
+        waitingFiles_ << paths;
+        OpenWaitingFiles();
+    });
     connect(&recovery_, &RecoveryForms::failed, status_, &StatusPanels::ShowHint);
     connect(&series_, &SeriesForms::ended, this, &QWidget::close);
     toolbar_->mayChooseDump = [this] { return ActiveSetup() != nullptr; };
@@ -196,7 +203,8 @@ void MDIForm1::OpenFiles(const QStringList& paths)
 void MDIForm1::OpenWaitingFiles()
 {
     // Under an open dialog, or while something runs, another window would come to the front: they wait.
-    const bool mayOpen = commands_[Command::FileMenuOpen].isEnabled() && !QApplication::activeModalWidget();
+    const bool mayOpen = closing_ == Closing::No && commands_[Command::FileMenuOpen].isEnabled() &&
+                         !QApplication::activeModalWidget();
     if (mayOpen && !waitingFiles_.isEmpty())
         setups_.OpenFiles(std::exchange(waitingFiles_, {}));
 }

@@ -4,13 +4,37 @@
 #include <QMdiSubWindow>
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <future>
+#include <system_error>
+#include <utility>
 
 #include "layout/forms/frmConfig.h"
 #include "platform/Encoding.h"
+#include "platform/qt/Background.h"
 #include "platform/qt/Text.h"
 #include "windows/forms/Icons.h"
 
 namespace kelvora {
+
+namespace {
+
+/// How long the program stands still for files.
+constexpr std::chrono::seconds Patience{1};
+
+// What cannot be read is told when it is opened.
+void TryToRead(const Files& files, const std::vector<std::string>& paths)
+{
+    for (const std::string& path : paths) {
+        try {
+            files.Read(path);
+        } catch (const FileError&) {
+            continue;
+        }
+    }
+}
+
+}  // namespace
 
 SetupWindows::SetupWindows(QMdiArea& area, SetupDesk& desk, WindowMemory& memory)
     : area_(area), desk_(desk), memory_(memory)
@@ -68,8 +92,40 @@ void SetupWindows::NewFrom(const SetupDocument& document)
 
 void SetupWindows::Open()
 {
-    if (const auto file = GetConfigFileName(desk_.files, desk_.defaults, {}))
+    const auto file = GetConfigFileName(desk_.files, desk_.defaults, {});
+    if (file && HaveCome({PathToQString(file->path)}))
         OpenFile(*file);
+}
+
+bool SetupWindows::HaveCome(const QStringList& paths)
+{
+    std::vector<std::string> names;
+    for (const QString& path : paths)
+        names.push_back(PathFromQString(path));
+    std::promise<void> end;
+    const auto isRead = end.get_future();
+    late_.clear();
+    try {
+        InBackground(
+            *this,
+            [files = std::shared_ptr(desk_.files.OnDisk().ForThread()), names,
+             end = std::move(end)]() mutable {
+                TryToRead(*files, names);
+                end.set_value();
+                return true;
+            },
+            [this, paths](bool) {
+                if (late_ == paths)
+                    emit cameLate(std::exchange(late_, {}));
+            });
+    } catch (const std::system_error&) {
+        return true;
+    }
+    if (isRead.wait_for(Patience) == std::future_status::ready)
+        return true;
+    late_ = paths;
+    emit isLate(paths.join(QStringLiteral(", ")));
+    return false;
 }
 
 void SetupWindows::OpenFile(const SetupFile& file)
@@ -112,6 +168,8 @@ frmConfig& SetupWindows::OpenUnsaved(OpenedSetup opened, const SetupDocument& do
 
 frmConfig& SetupWindows::Show(std::unique_ptr<frmConfig> window)
 {
+    // Who has gone on does not wait for another one.
+    late_.clear();
     // From here on the area owns it.
     frmConfig* setup = window.release();
     QMdiSubWindow* frame = area_.addSubWindow(setup);
@@ -178,16 +236,18 @@ void SetupWindows::Retranslate()
 
 void SetupWindows::OpenFiles(const QStringList& paths)
 {
+    if (!HaveCome(paths))
+        return;
     for (const QString& path : paths)
         OpenFile(MakeSetupFile(PathFromQString(QFileInfo(path).absoluteFilePath())));
 }
 
 void SetupWindows::OpenRecent(const QString& path)
 {
-    if (QFileInfo::exists(path)) {
-        OpenFiles({path});
+    if (!HaveCome({path}))
         return;
-    }
+    if (QFileInfo::exists(path))
+        return OpenFiles({path});
     memory_.RemoveRecentFile(path);
     desk_.Words().Show(Message::NotFound, {BoxIcon::Exclamation}, TextFromPath(PathFromQString(path)));
 }

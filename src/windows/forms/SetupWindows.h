@@ -73,7 +73,15 @@ signals:
     /// There is a new window, which is about to be shown.
     void windowAdded(frmConfig& setup);
 
+    /// Files have not come yet, and are opened later.
+    void isLate(const QString& paths);
+    /// They can be opened now.
+    void cameLate(const QStringList& paths);
+
 private:
+    /// Whether files can be read without a wait, or not at all. Those that keep it waiting are told of, now
+    /// and once more when they have come, unless another window was opened meanwhile.
+    bool HaveCome(const QStringList& paths);
     void OpenFile(const SetupFile& file);
     frmConfig& Show(std::unique_ptr<frmConfig> window);
     frmConfig* HolderOf(const std::string& path) const;
@@ -81,6 +89,7 @@ private:
     QMdiArea& area_;
     SetupDesk& desk_;
     WindowMemory& memory_;
+    QStringList late_;  ///< the files that have yet to come
 };
 
 }  // namespace kelvora
