@@ -82,6 +82,12 @@ TEST_F(LineScanForm, ScanFillsTheWindowAndIsSavedAsAFile)
     Trigger(Command::FileMenuSave);
     EXPECT_EQ(files.Read(At("till.dat")), WriteSetup(Modules()) + "\r\n");
     EXPECT_FALSE(window->ActiveSetup()->IsChanged());
+
+    // The button of an empty setup is switched off meanwhile.
+    Trigger(Command::FileMenuNew);
+    prompt.answers = {Answer::No};
+    Run(Command::ToolsMenuFlashVerify);
+    EXPECT_TRUE(Strip().findChild<QAbstractButton*>("AddMaster")->hasFocus());
 }
 
 TEST_F(LineScanForm, ARescanIsOneStepBackAlsoWhenTheLineIsDead)

@@ -277,8 +277,9 @@ void MDIForm1::Refresh()
         status_->ShowStatus(ToQString(program_.operation.Status()));
         return;
     }
-    // The button that had it may have been switched off meanwhile.
-    if (isActiveWindow() && !QApplication::focusWidget())
+    // The button that had it may have been switched off meanwhile, which gives it to the frame around.
+    const QWidget* const focused = QApplication::focusWidget();
+    if (isActiveWindow() && (!focused || focused == setup->parentWidget()))
         setup->FocusStrip();
     commands_.NameUndo(program_.texts.Catalogue(), setup->UndoName(), setup->RedoName());
     status_->ShowStatus(setup->IsPlacing() ? ToQString(program_.texts.Caption(Message::PlacingHint))
