@@ -1,29 +1,27 @@
 // The real program, spoken to through its pseudo-terminals.
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <csignal>
-#include <filesystem>
 #include <fstream>
 #include <sstream>
-#include <utility>
-#include <vector>
 
 #include "bench/StateText.h"
 #include "bench/TerminalFrame.h"
 #include "bench/posix/BenchOptions.h"
 #include "fakes/ChildProgram.h"
+#include "fakes/TestFolder.h"
 
 using namespace kelvora::bench;
 using kelvora::ChildProgram;
 using kelvora::Descriptor;
 using kelvora::Hear;
+using kelvora::TestFolder;
 using namespace std::string_literals;
 namespace fs = std::filesystem;
 
@@ -45,16 +43,6 @@ std::string Ask(const Descriptor& port, std::string_view bytes, std::string_view
     EXPECT_EQ(write(port.Number(), bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
     return Hear(port.Number(), end);
 }
-
-struct Folder {
-    explicit Folder(const std::string& name)
-        : path(fs::path(testing::TempDir()) / ("kelvora-bench-" + name + std::to_string(getpid())))
-    {
-        fs::create_directories(path);
-    }
-    ~Folder() { fs::remove_all(path); }
-    const fs::path path;
-};
 
 char ModeIn(const std::string& state)
 {
@@ -117,25 +105,19 @@ TEST(BenchProgram, PlaysEachLineAtItsSpeedUntilItsParentEnds)
 
 TEST(BenchProgram, KeepsItsStateAndLeavesABrokenOneAlone)
 {
-    const Folder own("");
-    const fs::path& folder = own.path;
+    const TestFolder own;
+    const fs::path folder = own.Path();
     const std::string state = folder / "state";
-    struct Request {
-        const char* modules;
-        std::string sent, heard;
-    };
-    const std::vector<Request> requests{
-        {"iccr", "\2\14\0\xFA\0\xAA\xAA\x55\xBF\0\0\0\0\0\x10\3"s, "\6\6"},
-        {"none", "\2\5\0\xF9\0\xAA\10\x5B\3"s, "\6\6\2\12\0\xF9\xAA\x55\xBF\0\0\0\0\0\xB9\3"s},
-    };
-    for (const auto& [modules, sent, heard] : requests) {
+    const auto check = [&](const char* modules, const std::string& sent, const std::string& heard) {
         RunningBench bench({"--modules", modules, "--state", state});
         const Descriptor port = bench.Port();
         EXPECT_EQ(Ask(port, "\5", "\x11"), "\x11");
         EXPECT_EQ(Ask(port, sent, heard), heard);
         bench.Signal(SIGTERM);
         EXPECT_EQ(bench.Wait(), Done);
-    }
+    };
+    check("iccr", "\2\14\0\xFA\0\xAA\xAA\x55\xBF\0\0\0\0\0\x10\3"s, "\6\6");
+    check("none", "\2\5\0\xF9\0\xAA\10\x5B\3"s, "\6\6\2\12\0\xF9\xAA\x55\xBF\0\0\0\0\0\xB9\3"s);
 
     fs::resize_file(state, fs::file_size(state) - 1);
     const auto size = fs::file_size(state);
@@ -146,8 +128,8 @@ TEST(BenchProgram, KeepsItsStateAndLeavesABrokenOneAlone)
 
 TEST(BenchProgram, KeepsItsWordAndItsStateToItself)
 {
-    const Folder own("word-");
-    const fs::path& folder = own.path;
+    const TestFolder own;
+    const fs::path folder = own.Path();
     const std::string state = folder / "state";
     RunningBench bench({"--modules", "none", "--state", state, "--unpaced"});
     const Descriptor port = bench.Port();
@@ -180,8 +162,8 @@ TEST(BenchProgram, KeepsItsWordAndItsStateToItself)
 
 TEST(BenchProgram, LetsTillsComeAndGo)
 {
-    const Folder own("tills-");
-    const fs::path& folder = own.path;
+    const TestFolder own;
+    const fs::path folder = own.Path();
     const std::string state = folder / "till02";
     std::ofstream(folder / "tills") << "# two tills on the second of two lines\n\n"
                                        "0 2 till --modules km096 --name 'TILL 01'\n"
@@ -275,15 +257,10 @@ TEST(TillScript, NamesTheLineThatIsWrong)
              {"0.5 1 gone", "an earlier time"},
              {"2 1 till --modules km09", "no module is named"},
              {"2 1 till --speed 1200", "--speed"},
-         }) {
-        try {
-            ParseTillScript("1 1 gone\n" + line);
-            ADD_FAILURE() << line;
-        } catch (const TillScriptError& error) {
-            EXPECT_TRUE(std::string_view(error.what()).starts_with("line 2: ")) << error.what();
-            EXPECT_NE(std::string_view(error.what()).find(complaint), std::string_view::npos) << error.what();
-        }
-    }
+         })
+        EXPECT_THAT([text = "1 1 gone\n" + line] { ParseTillScript(text); },
+                    testing::ThrowsMessage<TillScriptError>(
+                        testing::AllOf(testing::StartsWith("line 2: "), testing::HasSubstr(complaint))));
     const TillScript script = ParseTillScript("\n1.25 3 till --name A --silent-at '0FB1+#20'\r\n0 1 gone");
     const TillEvent& event = script.at(3).at(0);
     EXPECT_EQ(event.time, std::chrono::milliseconds(1250));

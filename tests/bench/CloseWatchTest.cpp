@@ -1,13 +1,12 @@
 #include "bench/posix/CloseWatch.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <array>
-#include <chrono>
-#include <filesystem>
 #include <fstream>
+
+#include "fakes/TestFolder.h"
 
 using namespace kelvora::bench;
 using kelvora::Descriptor;
@@ -19,8 +18,8 @@ TEST(CloseWatch, HearsOfAFileAlsoWhenTooManyHaveBeenClosed)
     std::ifstream("/proc/sys/fs/inotify/max_queued_events") >> most;
     if (most > 200'000)
         GTEST_SKIP() << most << " closed files that nobody asked for would take long";
-    const fs::path folder = fs::path(testing::TempDir()) / ("kelvora-closed-" + std::to_string(getpid()));
-    fs::create_directories(folder);
+    const kelvora::TestFolder own;
+    const fs::path folder = own.Path();
     PollLoop loop;
     CloseWatch watch(loop);
     const std::array noisy{folder / "a", folder / "b"};
@@ -37,5 +36,4 @@ TEST(CloseWatch, HearsOfAFileAlsoWhenTooManyHaveBeenClosed)
     loop.At(loop.Now() + std::chrono::milliseconds(1), [&] { loop.Stop(); });
     loop.Run();
     EXPECT_EQ(heard, 1);
-    fs::remove_all(folder);
 }

@@ -1,10 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <string_view>
-#include <vector>
-
-#include "bench/BareLine.h"
+#include "bench/FreshLine.h"
+#include "bench/SimulatedPort.h"
 #include "bench/TerminalFrame.h"
+#include "fakes/FakeLineClock.h"
 
 using namespace kelvora;
 using namespace kelvora::bench;
@@ -12,6 +11,24 @@ using namespace std::chrono_literals;
 using namespace std::string_literals;
 
 namespace {
+
+// A simulated line with a port, on virtual time.
+struct BareLine {
+    BareLine() { port.Open(); }
+
+    /// Sends and returns what has come back after 400 ms.
+    std::string Ask(std::string_view bytes)
+    {
+        port.Write(bytes);
+        loop.Pass(400ms);
+        return port.Read(0);
+    }
+
+    FakeEventLoop loop;
+    FakeLineClock clock{loop};
+    SimulatedLine line{clock, FreshLine({Module::KM096, Module::MCR123})};
+    SimulatedPort port{line};
+};
 
 struct Exchange {
     std::string sent;

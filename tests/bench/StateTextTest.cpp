@@ -1,6 +1,6 @@
 #include "bench/StateText.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <algorithm>
 
@@ -62,12 +62,7 @@ TEST(StateText, BrokenFileNamesItsLineAndStays)
         {whole.substr(0, whole.size() - 80), "line 514: "},
         {whole + "\r\n", "line 516: the end"},
     };
-    for (const auto& [text, message] : broken) {
-        try {
-            ReadState(text);
-            FAIL() << message;
-        } catch (const StateError& error) {
-            EXPECT_TRUE(std::string_view(error.what()).starts_with(message)) << error.what();
-        }
-    }
+    for (const auto& [text, message] : broken)
+        EXPECT_THAT([&state = text] { ReadState(state); },
+                    testing::ThrowsMessage<StateError>(testing::StartsWith(message)));
 }

@@ -40,54 +40,48 @@ TEST(TerminalCommands, KeepTheirOrder)
     TerminalCommands terminal(memory);
     int stored = 0;
     terminal.onStored = [&] { return ++stored > 0; };
-    struct Step {
-        std::string command, reply;
-        int stored;
+    const auto check = [&](const std::string& command, const std::string& reply, int stores) {
+        EXPECT_EQ(terminal.Run(command), reply) << command;
+        EXPECT_EQ(stored, stores) << command;
     };
-    const std::vector<Step> steps{
-        {"$9918", "$9918!0", 0},
-        {"$9902", "$9902!0!0 ", 0},
-        {"$9904!4", "$9904!2", 0},
-        {"$9904!3", "$9904!0!3", 1},
-        {"$9904!3", "$9904!0!3", 1},
-        {"20", "20!2", 1},  // not open
-        {"0FB10040" + Counting, "0FB1!2", 1},
-        {"0FB3", "0FB3!2", 1},
-        {"0F02", "0F02!0(B4293435", 1},
-        {"0FB3B4293435", "0FB3!0", 1},  // that is what the device already has
-        {"0FB0", "0FB0!0$8192", 1},
-        {"0FB10040" + Counting, "0FB1!0", 1},
-        {"0FB10041" + Letters, "0FB1!2", 1},  // not aligned
-        {"0FB12000" + Letters, "0FB1!2", 1},  // past the end
-        {"0FB10000" + Letters.substr(1), "0FB1!2", 1},
-        {"0FB10000" + Letters.substr(1) + "\x1B", "0FB1!2", 1},
-        {"0FB10000" + Letters.substr(1) + "\33a", "0FB1!2", 1},
-        {"0F02", "0F02!0(B4293435", 1},  // staging changes nothing
-        {"0FB0", "0FB0!0$8192", 1},      // and is gone with a new open
-        {"0FB10000" + Letters, "0FB1!0", 1},
-        {"0FB10040" + Counting, "0FB1!0", 1},
-        {"0FB10000" + std::string(64, '\xFF'), "0FB1!0", 1},
-        {"0FB1", "0FB1!0", 1},
-        {"0FB10000" + Letters, "0FB1!2", 1},  // no more blocks
-        {"0FB300000000", "0FB3!2", 1},
-        {"0FB38ad4e742", "0FB3!2", 1},
-        {"0F02", "0F02!0(B4293435", 1},
-        {"0FB38AD4E742", "0FB3!0", 2},
-        {"0F02", "0F02!0(8AD4E742", 2},
-        {"0FB38AD4E742", "0FB3!0", 2},  // asked again, done as well
-        {"20", "20!2", 2},              // closed
-        {"0FB0", "0FB0!0$8192", 2},
-        {"0FB10000" + Letters, "0FB1!0", 2},
-        {"0FB3", "0FB3!0", 2},  // discarded
-        {"0FB377861B96", "0FB3!2", 2},
-        {"0FB0x", "0FB0!2", 2},
-        {"$9999", "$9999!2", 2},
-        {"", "!2", 2},
-    };
-    for (const Step& step : steps) {
-        EXPECT_EQ(terminal.Run(step.command), step.reply) << step.command;
-        EXPECT_EQ(stored, step.stored) << step.command;
-    }
+    check("$9918", "$9918!0", 0);
+    check("$9902", "$9902!0!0 ", 0);
+    check("$9904!4", "$9904!2", 0);
+    check("$9904!3", "$9904!0!3", 1);
+    check("$9904!3", "$9904!0!3", 1);
+    check("20", "20!2", 1);  // not open
+    check("0FB10040" + Counting, "0FB1!2", 1);
+    check("0FB3", "0FB3!2", 1);
+    check("0F02", "0F02!0(B4293435", 1);
+    check("0FB3B4293435", "0FB3!0", 1);  // that is what the device already has
+    check("0FB0", "0FB0!0$8192", 1);
+    check("0FB10040" + Counting, "0FB1!0", 1);
+    check("0FB10041" + Letters, "0FB1!2", 1);  // not aligned
+    check("0FB12000" + Letters, "0FB1!2", 1);  // past the end
+    check("0FB10000" + Letters.substr(1), "0FB1!2", 1);
+    check("0FB10000" + Letters.substr(1) + "\x1B", "0FB1!2", 1);
+    check("0FB10000" + Letters.substr(1) + "\33a", "0FB1!2", 1);
+    check("0F02", "0F02!0(B4293435", 1);  // staging changes nothing
+    check("0FB0", "0FB0!0$8192", 1);      // and is gone with a new open
+    check("0FB10000" + Letters, "0FB1!0", 1);
+    check("0FB10040" + Counting, "0FB1!0", 1);
+    check("0FB10000" + std::string(64, '\xFF'), "0FB1!0", 1);
+    check("0FB1", "0FB1!0", 1);
+    check("0FB10000" + Letters, "0FB1!2", 1);  // no more blocks
+    check("0FB300000000", "0FB3!2", 1);
+    check("0FB38ad4e742", "0FB3!2", 1);
+    check("0F02", "0F02!0(B4293435", 1);
+    check("0FB38AD4E742", "0FB3!0", 2);
+    check("0F02", "0F02!0(8AD4E742", 2);
+    check("0FB38AD4E742", "0FB3!0", 2);  // asked again, done as well
+    check("20", "20!2", 2);              // closed
+    check("0FB0", "0FB0!0$8192", 2);
+    check("0FB10000" + Letters, "0FB1!0", 2);
+    check("0FB3", "0FB3!0", 2);  // discarded
+    check("0FB377861B96", "0FB3!2", 2);
+    check("0FB0x", "0FB0!2", 2);
+    check("$9999", "$9999!2", 2);
+    check("", "!2", 2);
     for (std::size_t address = 0; address < FlashSize; ++address)
         ASSERT_EQ(memory.flash[address], address >= 64 && address < 128 ? address - 64 : 0xFF) << address;
 }

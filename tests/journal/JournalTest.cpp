@@ -1,16 +1,14 @@
 #include "journal/Journal.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/file.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <map>
 #include <nlohmann/json.hpp>
 
+#include "fakes/TestFolder.h"
 #include "journal/posix/JournalFolder.h"
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/PosixFiles.h"
@@ -48,8 +46,6 @@ JournalEntry FullEntry()
 
 class JournalFolderTest : public testing::Test {
 protected:
-    ~JournalFolderTest() override { std::filesystem::remove_all(folder); }
-
     std::vector<std::string> Lines() const
     {
         std::vector<std::string> operations;
@@ -66,15 +62,9 @@ protected:
     }
 
     mutable PosixFiles files;
-    std::string folder = MakeFolder();
+    TestFolder own;
+    const std::string& folder = own.Path();
     std::string path = folder + "/journal.jsonl";
-
-private:
-    static std::string MakeFolder()
-    {
-        std::string name = testing::TempDir() + "kelvora-journal-XXXXXX";
-        return mkdtemp(name.data());
-    }
 };
 
 }  // namespace
@@ -162,25 +152,20 @@ TEST_F(JournalFolderTest, SeveralProgramsAppendWholeLinesAndLoseNone)
 
 TEST_F(JournalFolderTest, SaysWhyItCannotBeKept)
 {
-    const auto complaint = [](JournalFolder journal) {
-        try {
-            journal.Append("{}\n");
-        } catch (const FileError& error) {
-            return std::string(error.what());
-        }
-        return std::string("nothing");
+    const auto expect = [](JournalFolder journal, const char* words) {
+        EXPECT_THAT([&] { journal.Append("{}\n"); }, testing::ThrowsMessage<FileError>(HasSubstr(words)));
     };
     files.Write(path, LineOf("a"));
-    EXPECT_THAT(complaint(JournalFolder(files, path)), HasSubstr("Not a directory"));
+    expect(JournalFolder(files, path), "Not a directory");
     {
         const Descriptor other(open(path.c_str(), O_RDONLY | O_CLOEXEC));
         flock(other.Number(), LOCK_EX);
-        EXPECT_THAT(complaint(JournalFolder(files, folder, 1000, {})), HasSubstr("busy"));
+        expect(JournalFolder(files, folder, 1000, {}), "busy");
     }
     EXPECT_THAT(Lines(), ElementsAre("a"));
     std::filesystem::remove(path);
     std::filesystem::create_directory(path);
-    EXPECT_THAT(complaint(JournalFolder(files, folder)), HasSubstr("Is a directory"));
+    expect(JournalFolder(files, folder), "Is a directory");
 }
 
 }  // namespace kelvora

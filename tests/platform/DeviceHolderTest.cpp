@@ -1,12 +1,11 @@
 #include "platform/posix/DeviceHolder.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <sys/file.h>
 
-#include <cstdlib>
 #include <fstream>
 
+#include "fakes/TestFolder.h"
 #include "platform/posix/Descriptor.h"
 
 namespace kelvora {
@@ -25,7 +24,6 @@ protected:
         Process("12", "minicom", {});
         Process("345", "kelvora-cli", {"/dev/null"});
     }
-    ~DeviceHolder() override { fs::remove_all(root); }
 
     void Write(const std::string& name, const std::string& text) const { std::ofstream(root / name) << text; }
 
@@ -43,10 +41,8 @@ protected:
         return FindDeviceHolder(device, {{root / "none", root / "lock"}, root / "proc"});
     }
 
-    fs::path root = [] {
-        std::string name = testing::TempDir() + "kelvora-holder-" + std::string(6, 'X');
-        return fs::path(mkdtemp(name.data()));
-    }();
+    TestFolder own;
+    fs::path root = own.Path();
 };
 
 TEST_F(DeviceHolder, IsNamedByALockFileOfALivingProcess)
@@ -74,21 +70,7 @@ TEST_F(DeviceHolder, LeavesALockOfTheLivingAndRemovesThatOfTheDead)
     const HolderSources sources{{root / "none", root / "lock"}, root / "proc"};
     const fs::path lock = root / "lock/LCK..ttyS0";
     EXPECT_FALSE(RemoveDeadLocks("/dev/ttyS0", sources));
-    struct Lock {
-        std::string text;
-        bool isDead;
-        bool isByNumber;
-    };
-    for (const auto& [text, isDead, isByNumber] :
-         std::vector<Lock>{{"", true, false},
-                           {"   \n", true, false},
-                           {"        99\n", true, false},
-                           {"99\nkelvora-c", true, false},
-                           {"34", true, false},
-                           {"        12\n", false, true},
-                           {"345\nkelvora-cli\ntill07\n", false, false},
-                           {std::string(1, '\x0C') + std::string(3, '\0'), false, false},
-                           {"minicom", false, false}}) {
+    const auto check = [&](const std::string& text, bool isDead, bool isByNumber) {
         Write("lock/LCK..ttyS0", text);
         const kelvora::Descriptor open(::open(lock.c_str(), O_RDWR));
         EXPECT_EQ(flock(open.Number(), LOCK_EX), 0);
@@ -97,7 +79,16 @@ TEST_F(DeviceHolder, LeavesALockOfTheLivingAndRemovesThatOfTheDead)
         EXPECT_EQ(IsLockedByNumber("/dev/ttyS0", sources), isByNumber) << text;
         EXPECT_EQ(RemoveDeadLocks("/dev/ttyS0", sources), isDead) << text;
         EXPECT_EQ(fs::exists(lock), !isDead) << text;
-    }
+    };
+    check("", true, false);
+    check("   \n", true, false);
+    check("        99\n", true, false);
+    check("99\nkelvora-c", true, false);
+    check("34", true, false);
+    check("        12\n", false, true);
+    check("345\nkelvora-cli\ntill07\n", false, false);
+    check(std::string(1, '\x0C') + std::string(3, '\0'), false, false);
+    check("minicom", false, false);
 }
 
 TEST_F(DeviceHolder, OrIsWhoHasTheDeviceOpen)

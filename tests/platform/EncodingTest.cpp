@@ -20,15 +20,12 @@ TEST(Utf8, PathsThatAreUtf8AreLeftAsTheyAre)
 {
     for (const char* path : {"till.dat", "caff\u00E8", "\u20AC", "\U0001F600"})
         EXPECT_EQ(Utf8FromPath(path), path);
-    struct Case {
-        const char *reason, *bytes;
-    };
-    for (const Case& each : {Case{"Windows-1252", "caff\xE8"},
-                             {"overlong", "\xC0\xAF"},
-                             {"cut", "\xE2\x82"},
-                             {"surrogate", "\xED\xA0\x80"},
-                             {"past the last", "\xF4\x90\x80\x80"}})
-        EXPECT_FALSE(IsUtf8(each.bytes)) << each.reason;
+    const auto check = [&](const char* reason, const char* bytes) { EXPECT_FALSE(IsUtf8(bytes)) << reason; };
+    check("Windows-1252", "caff\xE8");
+    check("overlong", "\xC0\xAF");
+    check("cut", "\xE2\x82");
+    check("surrogate", "\xED\xA0\x80");
+    check("past the last", "\xF4\x90\x80\x80");
     EXPECT_EQ(Utf8FromPath("caff\xE8"), "caff\u00E8");
 }
 

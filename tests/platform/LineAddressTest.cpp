@@ -7,18 +7,14 @@ namespace kelvora {
 TEST(LineAddress, IsAPrefixAHostAndAPort)
 {
     using enum LineProtocol;
-    const struct {
-        const char* text;
-        LineAddress address;
-    } addresses[]{
-        {"tcp:till-7.shop:4000", {Detected, "till-7.shop", 4000}},
-        {"TCP:10.0.0.7:1", {Detected, "10.0.0.7", 1}},
-        {"rfc2217:[::1]:65535", {Rfc2217, "::1", 65535}},
-        {"raw:[fe80::1%eth0]:23", {Raw, "fe80::1%eth0", 23}},
-        {"bridge:a:2", {Bridge, "a", 2}},
-    };
-    for (const auto& [text, address] : addresses)
+    const auto check = [&](const char* text, const LineAddress& address) {
         EXPECT_EQ(ParseLineAddress(text), address) << text;
+    };
+    check("tcp:till-7.shop:4000", {Detected, "till-7.shop", 4000});
+    check("TCP:10.0.0.7:1", {Detected, "10.0.0.7", 1});
+    check("rfc2217:[::1]:65535", {Rfc2217, "::1", 65535});
+    check("raw:[fe80::1%eth0]:23", {Raw, "fe80::1%eth0", 23});
+    check("bridge:a:2", {Bridge, "a", 2});
     for (const char* text : {"", "/dev/ttyS0", "tcp:", "tcp:a", "tcp:a:", "tcp::4000", "tcp:a:0",
                              "tcp:a:65536", "tcp:a:+1", "tcp:a:1 ", "tcp: a:1", "tcp:a/b:1", "tcp:::1:4000",
                              "tcp:[]:1", "tcp:[a]:1", "tcp:[::1:1", "tcp:-a:1", "udp:a:1", "tcp:a\r:1"})

@@ -1,7 +1,7 @@
 #include "platform/posix/PosixFiles.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -10,12 +10,11 @@
 
 #include <algorithm>
 #include <csignal>
-#include <cstdlib>
-#include <filesystem>
 #include <functional>
 #include <map>
 #include <numeric>
 
+#include "fakes/TestFolder.h"
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/FileBatch.h"
 
@@ -28,14 +27,7 @@ constexpr uid_t Nobody = 65534;
 
 class PosixFilesTest : public testing::Test {
 protected:
-    PosixFilesTest()
-    {
-        std::string name = testing::TempDir() + "kelvora-files-" + std::string(6, 'X');
-        EXPECT_NE(mkdtemp(name.data()), nullptr);
-        folder = name;
-        fs::permissions(folder, fs::perms::all);
-    }
-    ~PosixFilesTest() override { fs::remove_all(folder); }
+    PosixFilesTest() { fs::permissions(folder, fs::perms::all); }
 
     std::string At(const std::string& name) const { return folder + "/" + name; }
     auto Count() const { return std::distance(fs::directory_iterator(folder), {}); }
@@ -55,7 +47,8 @@ protected:
         batch.Write(At(name + ".dat"), text);
     }
 
-    std::string folder;
+    TestFolder own;
+    const std::string& folder = own.Path();
     PosixFiles files;
 };
 
@@ -116,32 +109,22 @@ TEST_F(PosixFilesTest, ReadsNoFileThatIsTooLarge)
     EXPECT_EQ(files.Read(At("large")).size(), MaximumFileSize);
     for (const std::uintmax_t size : {MaximumFileSize + 1, std::size_t{1} << 40U}) {
         fs::resize_file(At("large"), size);
-        try {
-            files.Read(At("large"));
-            ADD_FAILURE() << size << " bytes were read";
-        } catch (const FileError& error) {
-            EXPECT_STREQ(error.what(), "File too large");
-        }
+        EXPECT_THAT([&] { files.Read(At("large")); },
+                    testing::ThrowsMessage<FileError>(testing::StrEq("File too large")))
+            << size;
     }
 }
 
 TEST_F(PosixFilesTest, AFailedWriteLeavesTheOldText)
 {
-    struct Row {
-        const char* reason;
-        unsigned file, folder;
-        rlim_t largest;
-    };
-    for (const Row& row :
-         {Row{"read-only file", 0444, 0777, RLIM_INFINITY},
-          Row{"read-only folder", 0666, 0555, RLIM_INFINITY}, Row{"full disk", 0666, 0777, 1000}}) {
-        SCOPED_TRACE(row.reason);
+    const auto check = [&](const char* reason, unsigned file, unsigned folderMode, rlim_t largest) {
+        SCOPED_TRACE(reason);
         files.Write(At("a"), "old");
-        fs::permissions(At("a"), fs::perms{row.file});
-        fs::permissions(folder, fs::perms{row.folder});
+        fs::permissions(At("a"), fs::perms{file});
+        fs::permissions(folder, fs::perms{folderMode});
         EXPECT_TRUE(SucceedsInChild([&] {
             std::signal(SIGXFSZ, SIG_IGN);
-            const rlimit limit{row.largest, row.largest};
+            const rlimit limit{largest, largest};
             // The administrator may write anywhere.
             if (setrlimit(RLIMIT_FSIZE, &limit) != 0 || (geteuid() == 0 && setuid(Nobody) != 0))
                 return false;
@@ -151,7 +134,10 @@ TEST_F(PosixFilesTest, AFailedWriteLeavesTheOldText)
         EXPECT_EQ(Count(), 1) << "what was begun is taken away";
         fs::permissions(folder, fs::perms::all);
         fs::remove(At("a"));
-    }
+    };
+    check("read-only file", 0444, 0777, RLIM_INFINITY);
+    check("read-only folder", 0666, 0555, RLIM_INFINITY);
+    check("full disk", 0666, 0777, 1000);
 }
 
 TEST_F(PosixFilesTest, OnlyWhatWasLeftForThatVeryFileIsTakenAway)

@@ -13,16 +13,15 @@ TEST(TerminalDevice, IsToldFromAllElseThatAPathMayBe)
 {
     const Descriptor master(posix_openpt(O_RDWR | O_NOCTTY), "posix_openpt");
     ASSERT_EQ(grantpt(master.Number()) + unlockpt(master.Number()), 0);
-    struct Row {
-        std::string path;
-        bool isNoTerminal, isPseudoTerminal;
+    const auto check = [&](const std::string& path, bool isNoTerminal, bool isPseudoTerminal) {
+        EXPECT_EQ(IsNoTerminal(path), isNoTerminal) << path;
+        EXPECT_EQ(IsPseudoTerminal(path), isPseudoTerminal) << path;
     };
-    for (const Row& row :
-         {Row{ptsname(master.Number()), false, true}, Row{"/dev/null", true, false}, Row{"/dev", true, false},
-          Row{"/proc/self/exe", true, false}, Row{"/dev/none-of-that-name", false, false}}) {
-        EXPECT_EQ(IsNoTerminal(row.path), row.isNoTerminal) << row.path;
-        EXPECT_EQ(IsPseudoTerminal(row.path), row.isPseudoTerminal) << row.path;
-    }
+    check(ptsname(master.Number()), false, true);
+    check("/dev/null", true, false);
+    check("/dev", true, false);
+    check("/proc/self/exe", true, false);
+    check("/dev/none-of-that-name", false, false);
 }
 
 }  // namespace

@@ -1,11 +1,6 @@
 #include "recovery/posix/RecoveryFolder.h"
 
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <filesystem>
-#include <memory>
-
+#include "fakes/TestFolder.h"
 #include "platform/posix/PosixFiles.h"
 
 namespace kelvora {
@@ -15,15 +10,6 @@ namespace fs = std::filesystem;
 
 class RecoveryFolderTest : public testing::Test {
 protected:
-    RecoveryFolderTest()
-    {
-        std::string name = testing::TempDir() + "kelvora-recovery-" + std::string(6, 'X');
-        EXPECT_NE(mkdtemp(name.data()), nullptr);
-        above = name;
-        folder = name + "/state/recovery";
-    }
-    ~RecoveryFolderTest() override { fs::remove_all(above); }
-
     /// A run of the program; with its end, whatever ends it, the lock goes and the copies stay.
     std::unique_ptr<RecoveryFolder> Run() { return std::make_unique<RecoveryFolder>(files, folder); }
 
@@ -40,8 +26,9 @@ protected:
     }
 
     PosixFiles files;
-    std::string above;
-    std::string folder;
+    TestFolder own;
+    const std::string& above = own.Path();
+    std::string folder = above + "/state/recovery";
 };
 
 TEST_F(RecoveryFolderTest, AStartWithoutCopiesAndACleanEndLeaveNothing)

@@ -77,40 +77,32 @@ TEST_F(RecoveryTest, KeepsEachChangeOnceAndNothingThatIsEmpty)
 
 TEST_F(RecoveryTest, OffersSayWhatBecameOfTheFileAndWhatDiffers)
 {
-    struct Case {
-        const char* why;
-        const char* path;
-        std::string onDisk;  // empty for no file
-        bool readable;
-        FileSince file;
-        std::size_t differences;
-    };
-    const std::vector<Case> cases{
-        {"no file yet: all of it is new", "", "", true, FileSince::None, 1},
-        {"as it was", "/t/1.dat", Badge, true, FileSince::Same, 1},
-        {"written otherwise, it is the same setup", "/t/1.dat", "'by hand\r\n" + Badge, true, FileSince::Same,
-         1},
-        {"changed by somebody: that is what a save would replace", "/t/1.dat", AllTracks, true,
-         FileSince::Changed, 2},
-        {"gone: what it held serves", "/t/1.dat", "", true, FileSince::Gone, 1},
-        {"unreadable", "/t/1.dat", Badge, false, FileSince::Unreadable, 1},
-        {"no setup any more", "/t/1.dat", "[Kelvora]\r\nrubbish\r\n", true, FileSince::Unreadable, 1},
-    };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.why);
+    // On the disk there is no file where `onDisk` is empty.
+    const auto check = [&](const char* why, const char* path, const std::string& onDisk, bool readable,
+                           FileSince file, std::size_t differences) {
+        SCOPED_TRACE(why);
         files.content.clear();
         files.unreadable.clear();
-        if (!row.onDisk.empty())
-            files.content[row.path] = row.onDisk;
-        if (!row.readable)
-            files.unreadable.insert(row.path);
-        Leave("a", CopyOf(row.path));
+        if (!onDisk.empty())
+            files.content[path] = onDisk;
+        if (!readable)
+            files.unreadable.insert(path);
+        Leave("a", CopyOf(path));
         const auto offers = recovery.Offers();
         ASSERT_EQ(offers.size(), 1U);
         EXPECT_EQ(offers[0].damage, RecoveryDamage::None);
-        EXPECT_EQ(offers[0].file, row.file);
-        EXPECT_EQ(offers[0].differences.size(), row.differences);
-    }
+        EXPECT_EQ(offers[0].file, file);
+        EXPECT_EQ(offers[0].differences.size(), differences);
+    };
+    check("no file yet: all of it is new", "", "", true, FileSince::None, 1);
+    check("as it was", "/t/1.dat", Badge, true, FileSince::Same, 1);
+    check("written otherwise, it is the same setup", "/t/1.dat", "'by hand\r\n" + Badge, true,
+          FileSince::Same, 1);
+    check("changed by somebody: that is what a save would replace", "/t/1.dat", AllTracks, true,
+          FileSince::Changed, 2);
+    check("gone: what it held serves", "/t/1.dat", "", true, FileSince::Gone, 1);
+    check("unreadable", "/t/1.dat", Badge, false, FileSince::Unreadable, 1);
+    check("no setup any more", "/t/1.dat", "[Kelvora]\r\nrubbish\r\n", true, FileSince::Unreadable, 1);
 }
 
 TEST_F(RecoveryTest, WhatIsSavedIsNotOfferedAndWhatIsDamagedStays)
