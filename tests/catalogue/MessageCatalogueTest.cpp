@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <set>
-#include <vector>
 
 #include "catalogue/AllMessages.h"
 #include "catalogue/Texts.h"
@@ -24,22 +23,18 @@ MessageCatalogue Catalogue(std::string_view lines, std::string language = "ENG")
 TEST(MessageCatalogue, LooksUpTexts)
 {
     const std::string x125(125, 'x');
-    struct Row {
-        std::string reason, lines, text;
+    const auto check = [&](const std::string& reason, const std::string& lines, const std::string& text) {
+        EXPECT_EQ(Catalogue(lines).Lookup(5), text) << reason;
     };
-    const std::vector<Row> rows{
-        {"longer numbers do not count", "0050, No \r\n105, No \r\n005, Five \r\n", "Five "},
-        {"the first of two lines", "005, One \r\n005, Two \r\n", "One "},
-        {"a number inside a line", "004, a 005, No \r\n005, Five \r\n", "Five "},
-        {"without its blank the next line belongs to it", "005, a\r\n006, b \r\n", "a\r\n006, b "},
-        {"cut at 128 characters", "005, " + x125 + "yyyy \r\n", x125 + "yyy"},
-        {"125 characters and the end mark fit", "005, " + x125 + " \r\n", x125 + " "},
-        {"the end mark must lie within the 128", "005, " + x125 + "y \r\n", x125 + "y \r"},
-        {"the text ends the file", "005, end", "end"},
-        {"not there", "006, x \r\n", "Message id \r\n005, \r\n{not found in ZEL localization fileENG.MES}"},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(Catalogue(row.lines).Lookup(5), row.text) << row.reason;
+    check("longer numbers do not count", "0050, No \r\n105, No \r\n005, Five \r\n", "Five ");
+    check("the first of two lines", "005, One \r\n005, Two \r\n", "One ");
+    check("a number inside a line", "004, a 005, No \r\n005, Five \r\n", "Five ");
+    check("without its blank the next line belongs to it", "005, a\r\n006, b \r\n", "a\r\n006, b ");
+    check("cut at 128 characters", "005, " + x125 + "yyyy \r\n", x125 + "yyy");
+    check("125 characters and the end mark fit", "005, " + x125 + " \r\n", x125 + " ");
+    check("the end mark must lie within the 128", "005, " + x125 + "y \r\n", x125 + "y \r");
+    check("the text ends the file", "005, end", "end");
+    check("not there", "006, x \r\n", "Message id \r\n005, \r\n{not found in ZEL localization fileENG.MES}");
     EXPECT_EQ(Catalogue("005, a\r\n006, b \r\n").Lookup(6), "b ") << "a line that another one swallowed";
     EXPECT_EQ(Catalogue("", "ITA").Lookup(0),
               "Codice messaggio \r\n000, \r\n{non trovato nel file di localizzazione ZELITA.MES}");
@@ -61,22 +56,20 @@ TEST(MessageCatalogue, EachTextHasANumberOfItsOwnAndServesInEveryEncoding)
 
 TEST(Texts, ComposeTitleAndBody)
 {
-    struct Row {
-        MessageId message, title;
-        std::string extra, shownTitle, body;
-    };
     const MessageId known{2, "unused"}, title{1, "unused"}, own{600, "Own?"}, systems{3, "unused"};
-    for (const Row& row :
-         {Row{known, title, "", "Title ", "Body "}, Row{known, {}, "more", "Kelvora", "Body \r\nmore"},
-          Row{own, {}, "more", "Kelvora", "Own?\r\nmore"},
-          Row{systems, {}, "", "Kelvora", Catalogue("").Lookup(3)}}) {
+    const auto check = [&](const MessageId& message, const MessageId& title, const std::string& extra,
+                           const std::string& shownTitle, const std::string& body) {
         FakePrompt prompt;
         prompt.answers = {Answer::Yes};
         Texts texts(prompt);
         texts.Speak(Catalogue("001, Title \r\n002, Body \r\n"));
-        EXPECT_EQ(texts.Show(row.message, YesNoStyle, row.extra, row.title), Answer::Yes);
-        EXPECT_EQ(prompt.shown.at(0).title, row.shownTitle);
-        EXPECT_EQ(prompt.shown.at(0).body, row.body);
+        EXPECT_EQ(texts.Show(message, YesNoStyle, extra, title), Answer::Yes);
+        EXPECT_EQ(prompt.shown.at(0).title, shownTitle);
+        EXPECT_EQ(prompt.shown.at(0).body, body);
         EXPECT_EQ(prompt.shown.at(0).style.buttons, BoxButtons::YesNo);
-    }
+    };
+    check(known, title, "", "Title ", "Body ");
+    check(known, {}, "more", "Kelvora", "Body \r\nmore");
+    check(own, {}, "more", "Kelvora", "Own?\r\nmore");
+    check(systems, {}, "", "Kelvora", Catalogue("").Lookup(3));
 }

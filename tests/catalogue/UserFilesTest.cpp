@@ -45,20 +45,18 @@ TEST_F(UserFilesTest, SavingKeepsThePreviousText)
 TEST_F(UserFilesTest, FailuresAreShownAndLeaveTheFile)
 {
     files.content = {{"a.dat", "old"}, {"a.bak", "older"}};
-    struct Row {
-        std::set<std::string> unwritable, unreadable;
-        std::string shown;
-    };
-    for (const Row& row : {Row{{"a.dat"}, {}, "No space left on device"},
-                           Row{{"a.bak"}, {}, "its backup cannot be written, a.bak: No space left on device"},
-                           Row{{}, {"a.dat"}, "Permission denied"}}) {
-        files.unwritable = row.unwritable;
-        files.unreadable = row.unreadable;
+    const auto check = [&](const std::set<std::string>& unwritable, const std::set<std::string>& unreadable,
+                           const std::string& shown) {
+        files.unwritable = unwritable;
+        files.unreadable = unreadable;
         EXPECT_FALSE(userFiles.WriteKeepingBackup("a.dat", "new"));
         EXPECT_EQ(files.content.at("a.dat"), "old");
         EXPECT_EQ(prompt.shown.back().body,
-                  "File a.dat\r\n" + row.shown + "\r\n\r\nThe file could not be saved.");
-    }
+                  "File a.dat\r\n" + shown + "\r\n\r\nThe file could not be saved.");
+    };
+    check({"a.dat"}, {}, "No space left on device");
+    check({"a.bak"}, {}, "its backup cannot be written, a.bak: No space left on device");
+    check({}, {"a.dat"}, "Permission denied");
     EXPECT_EQ(userFiles.Read("b.dat"), std::nullopt);
     ASSERT_EQ(prompt.shown.size(), 4U);
     EXPECT_EQ(prompt.shown[3].title, "Kelvora");

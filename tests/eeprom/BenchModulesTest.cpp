@@ -99,14 +99,6 @@ TEST(BenchModules, EveryLineIsFoundReadAndWrittenAtEverySpeed)
 TEST(BenchModules, FaultyModulesAreToldAndReadAsTheyAre)
 {
     using std::chrono::milliseconds;
-    struct Row {
-        std::string reason;
-        bench::FaultPlan faults;
-        Names readErrors, identities;
-        std::size_t failedWrites;
-        Names writeErrors;
-        bool isWritten, hasLine;
-    };
     const Names none(2, "UNKNOWN");
     const Names both{"KM64", "MCR 1+2"};
     const Names second{"UNKNOWN", "MCR 1+2"};
@@ -115,37 +107,37 @@ TEST(BenchModules, FaultyModulesAreToldAndReadAsTheyAre)
     const std::string checksum = "checksum error on received message";
     const std::string corrupted = "corrupted data packet received";
     const Names twice(2, silence);
-    const std::vector<Row> rows{
-        {"slow", {.delay = milliseconds(30)}, {}, both, 0, {}, true, true},
-        {"too slow", {.delay = milliseconds(60)}, {silence}, none, 2, twice, true, true},
-        {"NAK", {.naks = 1}, {nak}, none, 1, {nak}, true, true},
-        {"wrong LRC", {.wrongLrcs = 1}, {checksum}, second, 0, {}, true, true},
-        {"wrong length", {.wrongLengths = 1}, {corrupted}, second, 0, {}, true, true},
-        {"silent", {.silentAfter = {.toHost = 0}}, {silence}, none, 2, twice, false, true},
-        {"away", {.awayAfter = {.toHost = 1}}, {}, none, 2, {}, false, false},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.reason);
+    const auto check = [&](const std::string& reason, const bench::FaultPlan& faults, const Names& readErrors,
+                           const Names& identities, std::size_t failedWrites, const Names& writeErrors,
+                           bool isWritten, bool hasLine) {
+        SCOPED_TRACE(reason);
         BenchModules reading({Module::KM064, Module::MCR12});
-        reading.bench.line.SetFaults(row.faults);
-        EXPECT_EQ(reading.memory.ReadEeprom(), row.readErrors.empty() && row.hasLine);
-        EXPECT_EQ(reading.Errors(), row.readErrors);
-        EXPECT_EQ(reading.Identities(), row.identities);
-        EXPECT_EQ(reading.memory.HasLine(), row.hasLine);
+        reading.bench.line.SetFaults(faults);
+        EXPECT_EQ(reading.memory.ReadEeprom(), readErrors.empty() && hasLine);
+        EXPECT_EQ(reading.Errors(), readErrors);
+        EXPECT_EQ(reading.Identities(), identities);
+        EXPECT_EQ(reading.memory.HasLine(), hasLine);
 
         BenchModules writing({Module::KM064, Module::MCR12});
         ASSERT_TRUE(writing.memory.ReadEeprom());
-        writing.bench.line.SetFaults(row.faults);
-        EXPECT_EQ(writing.Write().size(), row.failedWrites);
-        EXPECT_EQ(writing.Errors(), row.writeErrors);
-        EXPECT_EQ(writing.bench.line.Memory().modules[1] == ChipCardBlock, row.isWritten);
-        if (!row.hasLine)
-            continue;
+        writing.bench.line.SetFaults(faults);
+        EXPECT_EQ(writing.Write().size(), failedWrites);
+        EXPECT_EQ(writing.Errors(), writeErrors);
+        EXPECT_EQ(writing.bench.line.Memory().modules[1] == ChipCardBlock, isWritten);
+        if (!hasLine)
+            return;
         writing.bench.line.SetFaults({});
         EXPECT_TRUE(writing.memory.ReadEeprom());
         for (std::size_t i = 0; i < 2; ++i)
             EXPECT_EQ(writing.memory.Rows().at(i).block, writing.bench.line.Memory().modules[i]);
-    }
+    };
+    check("slow", {.delay = milliseconds(30)}, {}, both, 0, {}, true, true);
+    check("too slow", {.delay = milliseconds(60)}, {silence}, none, 2, twice, true, true);
+    check("NAK", {.naks = 1}, {nak}, none, 1, {nak}, true, true);
+    check("wrong LRC", {.wrongLrcs = 1}, {checksum}, second, 0, {}, true, true);
+    check("wrong length", {.wrongLengths = 1}, {corrupted}, second, 0, {}, true, true);
+    check("silent", {.silentAfter = {.toHost = 0}}, {silence}, none, 2, twice, false, true);
+    check("away", {.awayAfter = {.toHost = 1}}, {}, none, 2, {}, false, false);
 }
 
 TEST(BenchModules, ATerminalIsNoModuleAndTakesNoHarm)

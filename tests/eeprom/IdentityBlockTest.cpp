@@ -21,35 +21,13 @@ TEST(IdentityBlock, EachIdentityHasItsBytes)
 
 TEST(IdentityBlock, DecodesALine)
 {
-    struct Row {
-        std::string reason;
-        std::vector<std::string_view> blocks;  // "" for one that was not read
-        std::vector<std::string_view> names;
-    };
     const std::string_view composite = "AA 55 D6 17 FF FF 04 00";
     const std::string_view unlit = "AA 55 D6 1F 00 00 04 00";
     const std::string_view badge = "AA 55 00 00 00 02 00 00";
-    for (const Row& row : std::vector<Row>{
-             {"parts of one keyboard, and one too many",
-              {composite, composite, composite, composite},
-              {"KM96CM", "LCD", "KEYLOCK", "KM96CM"}},
-             {"a display without light", {unlit, unlit, unlit}, {"KM96CM", "LCD (unlit)", "KEYLOCK"}},
-             {"all kinds of a line",
-              {"AA 55 BF 00 00 00 00 00", badge, "AA 55 FF FF FF 0B 00 00", "AA 55 00 00 00 03 00 00",
-               "AA 55 FF FF 08 FF FF FF"},
-              {"KM64", "MCR 2+3", "MCR 1+2", "MCR 1+2+3", "ICCR"}},
-             {"two readers alike", {composite, badge, badge}, {"KM96CM", "MCR 2+3", "MCR 2+3"}},
-             {"a freshly written reader stands first", {badge}, {"MCR 2+3"}},
-             {"an erased keyboard byte stands first", {"AA 55 FF FF 08 FF FF FF"}, {"UNKNOWN"}},
-             {"a value at another's offset", {"AA 55 08 00 00 00 00 00"}, {"UNKNOWN"}},
-             {"the first byte decides", {badge, "AA 55 01 17 00 00 04 00"}, {"MCR 2+3", "UNKNOWN"}},
-             {"nothing says anything",
-              {"AA 55 00 00 00 00 00 00", "AA 55 00 00 00 00 00 00", "FF FF FF FF FF FF FF FF"},
-              {"UNKNOWN", "UNKNOWN", "UNKNOWN"}},
-             {"not read", {"", composite, "", composite}, {"UNKNOWN", "KM96CM", "UNKNOWN", "KM96CM"}},
-         }) {
+    const auto check = [&](const std::string& reason, const std::vector<std::string_view>& texts,
+                           const std::vector<std::string_view>& expected) {
         std::vector<std::optional<IdentityBlock>> blocks;
-        for (const std::string_view text : row.blocks)
+        for (const std::string_view text : texts)
             blocks.push_back(ParseBlock(text));
         std::vector<std::string_view> names;
         for (const DecodedIdentity& identity : DecodeIdentities(blocks)) {
@@ -57,8 +35,24 @@ TEST(IdentityBlock, DecodesALine)
             EXPECT_EQ(identity.offered.has_value(),
                       identity.name != "UNKNOWN" && identity.name != "LCD (unlit)");
         }
-        EXPECT_EQ(names, row.names) << row.reason;
-    }
+        EXPECT_EQ(names, expected) << reason;
+    };
+    check("parts of one keyboard, and one too many", {composite, composite, composite, composite},
+          {"KM96CM", "LCD", "KEYLOCK", "KM96CM"});
+    check("a display without light", {unlit, unlit, unlit}, {"KM96CM", "LCD (unlit)", "KEYLOCK"});
+    check("all kinds of a line",
+          {"AA 55 BF 00 00 00 00 00", badge, "AA 55 FF FF FF 0B 00 00", "AA 55 00 00 00 03 00 00",
+           "AA 55 FF FF 08 FF FF FF"},
+          {"KM64", "MCR 2+3", "MCR 1+2", "MCR 1+2+3", "ICCR"});
+    check("two readers alike", {composite, badge, badge}, {"KM96CM", "MCR 2+3", "MCR 2+3"});
+    check("a freshly written reader stands first", {badge}, {"MCR 2+3"});
+    check("an erased keyboard byte stands first", {"AA 55 FF FF 08 FF FF FF"}, {"UNKNOWN"});
+    check("a value at another's offset", {"AA 55 08 00 00 00 00 00"}, {"UNKNOWN"});
+    check("the first byte decides", {badge, "AA 55 01 17 00 00 04 00"}, {"MCR 2+3", "UNKNOWN"});
+    check("nothing says anything",
+          {"AA 55 00 00 00 00 00 00", "AA 55 00 00 00 00 00 00", "FF FF FF FF FF FF FF FF"},
+          {"UNKNOWN", "UNKNOWN", "UNKNOWN"});
+    check("not read", {"", composite, "", composite}, {"UNKNOWN", "KM96CM", "UNKNOWN", "KM96CM"});
 }
 
 TEST(IdentityBlock, TextsOfOtherShapesAreRefused)

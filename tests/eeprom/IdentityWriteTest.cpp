@@ -2,7 +2,7 @@
 #include "eeprom/IdentityTexts.h"
 #include "eeprom/IdentityWrite.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "ScriptedPort.h"
 #include "fakes/FakeFiles.h"
@@ -36,33 +36,25 @@ TEST(IdentityCopy, ErrorNamesTheLine)
 {
     const std::string head = "Kelvora module identities\nDate x\nLine y\n";
     const std::string block = ": AA 55 D6 17 FF FF 04 00\n";
-    struct Row {
-        std::string text;
-        std::size_t line;
-        CopyExpected expected;
+    const auto check = [&](const std::string& text, std::size_t line, CopyExpected expected) {
+        EXPECT_THAT([&] { ReadIdentityCopy(text); },
+                    testing::Throws<IdentityCopyError>(
+                        testing::AllOf(testing::Property(&IdentityCopyError::Line, line),
+                                       testing::Property(&IdentityCopyError::ExpectedHere, expected))))
+            << text;
     };
-    for (const Row& row : std::vector<Row>{
-             {"", 1, CopyExpected::Header},
-             {"\xFF\xFE", 1, CopyExpected::Header},
-             {"Kelvora module identities 2\n", 1, CopyExpected::Header},
-             {"Kelvora module identities\n\nLine y\n", 2, CopyExpected::Date},
-             {"Kelvora module identities\nDate x\n0" + block, 3, CopyExpected::Line},
-             {head, 4, CopyExpected::Block},
-             {head + "6" + block, 4, CopyExpected::Block},
-             {head + "/" + block, 4, CopyExpected::Block},
-             {head + "0" + block + "1: AA 55 D6 17 FF FF 04 0", 5, CopyExpected::Block},
-             {head + "0" + block + "\n1" + block, 5, CopyExpected::Block},
-             {head + "1" + block + "0" + block, 5, CopyExpected::NextAddress},
-             {head + "1" + block + "1" + block, 5, CopyExpected::NextAddress},
-         }) {
-        try {
-            ReadIdentityCopy(row.text);
-            ADD_FAILURE() << row.text;
-        } catch (const IdentityCopyError& error) {
-            EXPECT_EQ(error.Line(), row.line) << row.text;
-            EXPECT_EQ(error.ExpectedHere(), row.expected) << row.text;
-        }
-    }
+    check("", 1, CopyExpected::Header);
+    check("\xFF\xFE", 1, CopyExpected::Header);
+    check("Kelvora module identities 2\n", 1, CopyExpected::Header);
+    check("Kelvora module identities\n\nLine y\n", 2, CopyExpected::Date);
+    check("Kelvora module identities\nDate x\n0" + block, 3, CopyExpected::Line);
+    check(head, 4, CopyExpected::Block);
+    check(head + "6" + block, 4, CopyExpected::Block);
+    check(head + "/" + block, 4, CopyExpected::Block);
+    check(head + "0" + block + "1: AA 55 D6 17 FF FF 04 0", 5, CopyExpected::Block);
+    check(head + "0" + block + "\n1" + block, 5, CopyExpected::Block);
+    check(head + "1" + block + "0" + block, 5, CopyExpected::NextAddress);
+    check(head + "1" + block + "1" + block, 5, CopyExpected::NextAddress);
 }
 
 // A line with a composite keyboard, a module that cannot be read, and a badge reader.

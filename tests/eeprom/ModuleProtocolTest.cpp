@@ -15,26 +15,21 @@ TEST(ModuleFrame, IsBuiltAndJudged)
 {
     EXPECT_EQ(BuildModuleFrame(""), Bytes("\x02\x00\x00\x03"));
     EXPECT_EQ(BuildModuleFrame("\xFF\x0F\x30"), Bytes("\x02\x03\xFF\x0F\x30\xC0\x03"));
-    struct Row {
-        std::string reason, received, data;
-        int error;
+    const auto check = [&](const std::string& reason, const std::string& received, const std::string& data,
+                           int error) {
+        EXPECT_EQ(JudgeReply(received).data, data) << reason;
+        EXPECT_EQ(JudgeReply(received).error, error) << reason;
     };
-    const std::vector<Row> rows{
-        {"one byte", Bytes("\x02\x01\x41\x41\x03"), "A", 0},
-        {"of any codes", Bytes("\x02\x03\x00\x02\x03\x01\x03"), Bytes("\x00\x02\x03"), 0},
-        {"no data", Bytes("\x02\x00\x00\x03"), "", -21},
-        {"one stray byte", "\x06", "", -21},
-        {"length too small", Bytes("\x02\x01\x41\x42\x03\x03"), "", -21},
-        {"length too large", Bytes("\x02\x02\x41\x41\x03"), "", -21},
-        {"no ETX", Bytes("\x02\x01\x41\x41\x04"), "", -21},
-        {"no STX", Bytes("\x01\x01\x41\x41\x03"), "", -21},
-        {"wrong LRC keeps the data", Bytes("\x02\x01\x41\x40\x03"), "A", -23},
-        {"256 bytes have no length byte", Bytes("\x02\x00") + std::string(257, '\0') + "\x03", "", -21},
-    };
-    for (const Row& row : rows) {
-        EXPECT_EQ(JudgeReply(row.received).data, row.data) << row.reason;
-        EXPECT_EQ(JudgeReply(row.received).error, row.error) << row.reason;
-    }
+    check("one byte", Bytes("\x02\x01\x41\x41\x03"), "A", 0);
+    check("of any codes", Bytes("\x02\x03\x00\x02\x03\x01\x03"), Bytes("\x00\x02\x03"), 0);
+    check("no data", Bytes("\x02\x00\x00\x03"), "", -21);
+    check("one stray byte", "\x06", "", -21);
+    check("length too small", Bytes("\x02\x01\x41\x42\x03\x03"), "", -21);
+    check("length too large", Bytes("\x02\x02\x41\x41\x03"), "", -21);
+    check("no ETX", Bytes("\x02\x01\x41\x41\x04"), "", -21);
+    check("no STX", Bytes("\x01\x01\x41\x41\x03"), "", -21);
+    check("wrong LRC keeps the data", Bytes("\x02\x01\x41\x40\x03"), "A", -23);
+    check("256 bytes have no length byte", Bytes("\x02\x00") + std::string(257, '\0') + "\x03", "", -21);
 }
 
 class Protocol : public testing::Test {
@@ -128,34 +123,26 @@ TEST_F(Protocol, LeftOversAreNoAnswers)
 TEST_F(Protocol, WaitsForReplies)
 {
     const std::string frame = Bytes("\x02\x01\x41\x41\x03");
-    struct Row {
-        std::string reason;
-        ScriptedPort::Answer answer;
-        std::uint8_t expected;
-        bool framed;
-        std::string reply;
-        int error, lasts;
-    };
-    for (const Row& row : std::vector<Row>{
-             {"framed lasts to the end", {{10, frame}}, 5, true, "A", 0, 165},
-             {"framed, four bytes more than expected", {{10, frame}}, 1, true, "A", 0, 10},
-             {"unframed ends early", {{10, "ab"}, {20, "c"}}, 3, false, "abc", 0, 20},
-             {"unframed and short", {{10, "ab"}}, 3, false, "ab", 0, 165},
-             {"corrupted", {{10, frame + "x"}}, 5, true, "", -21, 165},
-             {"too late", {{166, frame}}, 5, true, "", 0, 165},
-             {"any length", {{10, "ab"}, {170, "cd"}, {300, "e"}}, 0, false, "abcde", 0, 165 + 3 * 110},
-             {"nothing of any length", {}, 0, false, "", 0, 165 + 110},
-         }) {
-        port.answers = {{"?", {row.answer}}};
+    const auto check = [&](const std::string& reason, const ScriptedPort::Answer& answer,
+                           std::uint8_t expected, bool framed, const std::string& expectedReply, int error,
+                           int lasts) {
+        port.answers = {{"?", {answer}}};
         port.Write("?");
         std::string reply;
-        EXPECT_EQ(Duration([&] { reply = protocol.WaitMsg(row.expected, row.framed, 500); }), row.lasts)
-            << row.reason;
-        EXPECT_EQ(reply, row.reply) << row.reason;
-        EXPECT_EQ(protocol.CommsError(), row.error) << row.reason;
+        EXPECT_EQ(Duration([&] { reply = protocol.WaitMsg(expected, framed, 500); }), lasts) << reason;
+        EXPECT_EQ(reply, expectedReply) << reason;
+        EXPECT_EQ(protocol.CommsError(), error) << reason;
         loop.Pass(1s);
         port.DiscardInput();
-    }
+    };
+    check("framed lasts to the end", {{10, frame}}, 5, true, "A", 0, 165);
+    check("framed, four bytes more than expected", {{10, frame}}, 1, true, "A", 0, 10);
+    check("unframed ends early", {{10, "ab"}, {20, "c"}}, 3, false, "abc", 0, 20);
+    check("unframed and short", {{10, "ab"}}, 3, false, "ab", 0, 165);
+    check("corrupted", {{10, frame + "x"}}, 5, true, "", -21, 165);
+    check("too late", {{166, frame}}, 5, true, "", 0, 165);
+    check("any length", {{10, "ab"}, {170, "cd"}, {300, "e"}}, 0, false, "abcde", 0, 165 + 3 * 110);
+    check("nothing of any length", {}, 0, false, "", 0, 165 + 110);
 }
 
 TEST_F(Protocol, LineOpensAtItsSpeed)
@@ -200,25 +187,21 @@ TEST_F(Protocol, QuietCountsFromTheLastByte)
 TEST(ModuleMeaning, NamesRequestsAndAnswers)
 {
     using enum LineTraffic::Direction;
-    struct Row {
-        LineTraffic::Direction direction;
-        std::string bytes, meaning;
+    const auto check = [&](LineTraffic::Direction direction, const std::string& bytes,
+                           const std::string& meaning) {
+        EXPECT_EQ(ModuleMeaning({direction, LineTraffic::Damage::None, bytes}), meaning) << meaning;
     };
-    for (const Row& row : std::vector<Row>{
-             {Sent, Bytes("\x02\x0C\x02\xFA\x00\xAA\xAA\x55\xBF\x00\x00\x00\x00\x00\x12\x03"),
-              "write address 2, EEPROM 00AA: AA 55 BF 00 00 00 00 00"},
-             {Received, BadgeReply, "reply, EEPROM AA 55 00 00 00 02 00 00"},
-             {Received, Bytes("\x02\x01\x41\x41\x03"), "reply, 1 bytes"},
-             {Received, "\x06\x15", "refused, wrong ETX"},
-             {Received, "\x15", "refused, wrong LRC"},
-             {Sent, Bytes("\x02\x01\x41\x41\x03"), ""},
-             {Sent, Bytes("\x02\x02\x00\xF9\xF9\x03"), ""},
-             {Sent, Bytes("\x02\x02\x00\xF0\xF0\x03"), ""},
-             {Received, "\x02", ""},
-             {Received, "", ""},
-         })
-        EXPECT_EQ(ModuleMeaning({row.direction, LineTraffic::Damage::None, row.bytes}), row.meaning)
-            << row.meaning;
+    check(Sent, Bytes("\x02\x0C\x02\xFA\x00\xAA\xAA\x55\xBF\x00\x00\x00\x00\x00\x12\x03"),
+          "write address 2, EEPROM 00AA: AA 55 BF 00 00 00 00 00");
+    check(Received, BadgeReply, "reply, EEPROM AA 55 00 00 00 02 00 00");
+    check(Received, Bytes("\x02\x01\x41\x41\x03"), "reply, 1 bytes");
+    check(Received, "\x06\x15", "refused, wrong ETX");
+    check(Received, "\x15", "refused, wrong LRC");
+    check(Sent, Bytes("\x02\x01\x41\x41\x03"), "");
+    check(Sent, Bytes("\x02\x02\x00\xF9\xF9\x03"), "");
+    check(Sent, Bytes("\x02\x02\x00\xF0\xF0\x03"), "");
+    check(Received, "\x02", "");
+    check(Received, "", "");
 }
 
 }  // namespace

@@ -115,31 +115,29 @@ TEST(KeyMapSession, ArrowsMoveOverKeys)
 
 TEST(KeyMapSession, DefaultsNumberTheKeysAnew)
 {
-    struct Case {
-        ModuleKind kind;
-        int first;
-    };
-    for (const Case c :
-         {Case{ModuleKind::KM096, 1}, Case{ModuleKind::KM064, 97}, Case{ModuleKind::ICCR, 1}}) {
-        const std::string defaults(FindModel(c.kind)->defaultMap);
-        KeyMapSession session(c.kind);
+    const auto check = [&](ModuleKind kind, int first) {
+        const std::string defaults(FindModel(kind)->defaultMap);
+        KeyMapSession session(kind);
         session.Load(defaults + '\x61');
         session.Choose(1);
         session.ToggleUnused();
         const std::string mine = session.Map();
         session.ShowDefaults(defaults);
         EXPECT_EQ(session.Map(), defaults);
-        EXPECT_EQ(session.FirstKeyNumber(), c.first);
+        EXPECT_EQ(session.FirstKeyNumber(), first);
         EXPECT_EQ(session.Selected(), 0);
         session.Undo();
         EXPECT_EQ(session.Map(), mine);
         EXPECT_EQ(session.FirstKeyNumber(), 97);
         session.ShowDefaults(mine);
-        EXPECT_EQ(session.FirstKeyNumber(), c.first) << "numbered anew though the question was refused";
+        EXPECT_EQ(session.FirstKeyNumber(), first) << "numbered anew though the question was refused";
         while (session.CanUndo())
             session.Undo();
-        EXPECT_EQ(session.FirstKeyNumber(), c.first) << "which is no step that undo takes back";
-    }
+        EXPECT_EQ(session.FirstKeyNumber(), first) << "which is no step that undo takes back";
+    };
+    check(ModuleKind::KM096, 1);
+    check(ModuleKind::KM064, 97);
+    check(ModuleKind::ICCR, 1);
 }
 
 }  // namespace

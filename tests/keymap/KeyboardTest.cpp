@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-
 #include "keymap/Models.h"
 
 namespace kelvora {
@@ -14,70 +12,54 @@ using namespace std::string_view_literals;
 
 TEST(Keyboard, AllowedKeyTypes)
 {
-    struct Case {
-        const char* reason;
-        int position;
-        std::string_view map;
-        int mask;
-    };
     // Four columns.
     constexpr auto plain = "1111111111111111"sv;
-    const std::array cases{
-        Case{"room all around", 1, plain, 15},
-        Case{"last column", 4, plain, 3},
-        Case{"bottom row", 13, plain, 5},
-        Case{"bottom right", 16, plain, 1},
-        Case{"outside, before", 0, plain, 0},
-        Case{"outside, behind", 17, plain, 0},
-        Case{"unused key", 1, "0111111111111111", 0},
-        Case{"no contact", 1, " 111111111111111", 0},
-        Case{"absent position", 1, "X111111111111111", 0},
-        Case{"right is the lower half of a key above", 5, "1211101111111111", 3},
-        Case{"right is a quadruple's lower part", 5, "1401100111111111", 3},
-        Case{"right is an unused key", 1, "1011111111111111", 15},
-        Case{"right is an unused key, third column's is tall", 1, "1021110111111111", 15},
-        Case{"below is the right half of a key to its left", 2, "1111301111111111", 5},
-        Case{"below is an unused key in the first column", 1, "1113011111111111", 15},
-        Case{"diagonal is taken", 1, "1111121110111111", 7},
-        Case{"tall, nothing to the right", 1, "2 11011111111111", 3},
-        Case{"wide, in the bottom row", 13, "1111111111113011", 5},
-        Case{"quadruple", 1, "4011001111111111", 15},
-        Case{"short last row, diagonal past the end", 14, "111111111111111111", 7},
-        Case{"short last row, below past the end", 15, "111111111111111111", 5},
+    const auto check = [&](const char* reason, int position, std::string_view map, int mask) {
+        EXPECT_EQ(AllowedKeyTypes(position, 4, map), mask) << reason;
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(AllowedKeyTypes(c.position, 4, c.map), c.mask) << c.reason;
+    check("room all around", 1, plain, 15);
+    check("last column", 4, plain, 3);
+    check("bottom row", 13, plain, 5);
+    check("bottom right", 16, plain, 1);
+    check("outside, before", 0, plain, 0);
+    check("outside, behind", 17, plain, 0);
+    check("unused key", 1, "0111111111111111", 0);
+    check("no contact", 1, " 111111111111111", 0);
+    check("absent position", 1, "X111111111111111", 0);
+    check("right is the lower half of a key above", 5, "1211101111111111", 3);
+    check("right is a quadruple's lower part", 5, "1401100111111111", 3);
+    check("right is an unused key", 1, "1011111111111111", 15);
+    check("right is an unused key, third column's is tall", 1, "1021110111111111", 15);
+    check("below is the right half of a key to its left", 2, "1111301111111111", 5);
+    check("below is an unused key in the first column", 1, "1113011111111111", 15);
+    check("diagonal is taken", 1, "1111121110111111", 7);
+    check("tall, nothing to the right", 1, "2 11011111111111", 3);
+    check("wide, in the bottom row", 13, "1111111111113011", 5);
+    check("quadruple", 1, "4011001111111111", 15);
+    check("short last row, diagonal past the end", 14, "111111111111111111", 7);
+    check("short last row, below past the end", 15, "111111111111111111", 5);
 }
 
 TEST(Keyboard, CheckKeyMap)
 {
-    struct Case {
-        const char* reason;
-        std::string map;
-        bool valid;
-        bool repairable;
-        std::string repaired;
-    };
     // Four rows of four.
-    const std::array cases{
-        Case{"whole keys", "4012001011111111", true, true, "4012001011111111"},
-        Case{"one character short", "000000000000000", false, false, "000000000000000"},
-        Case{"wide key over a key", "3111111111111111", false, true, "3011111111111111"},
-        Case{"quadruple lacks its diagonal", "4011011111111111", false, true, "4011001111111111"},
-        Case{"tall key at the bottom", "1111111111111112", false, false, "1111111111111112"},
-        Case{"tall key reaches the short last row", "1111111111112111XX", false, true, "11111111111121110X"},
-        Case{"not looked at past the rows", "11111111111111113X", true, true, "11111111111111113X"},
-        Case{"a key swallowed by a repair needs nothing", "3311111111111111", false, true,
-             "3011111111111111"},
+    const auto check = [&](const char* reason, const std::string& before, bool valid, bool repairable,
+                           const std::string& repaired) {
+        std::string map = before;
+        EXPECT_EQ(IsKeyMapValid(map, 4, 4), valid) << reason;
+        EXPECT_EQ(CheckKeyMap(map, 4, 4, false), valid) << reason;
+        EXPECT_EQ(map, before) << reason;
+        EXPECT_EQ(CheckKeyMap(map, 4, 4, true), repairable) << reason;
+        EXPECT_EQ(map, repaired) << reason;
     };
-    for (const Case& c : cases) {
-        std::string map = c.map;
-        EXPECT_EQ(IsKeyMapValid(map, 4, 4), c.valid) << c.reason;
-        EXPECT_EQ(CheckKeyMap(map, 4, 4, false), c.valid) << c.reason;
-        EXPECT_EQ(map, c.map) << c.reason;
-        EXPECT_EQ(CheckKeyMap(map, 4, 4, true), c.repairable) << c.reason;
-        EXPECT_EQ(map, c.repaired) << c.reason;
-    }
+    check("whole keys", "4012001011111111", true, true, "4012001011111111");
+    check("one character short", "000000000000000", false, false, "000000000000000");
+    check("wide key over a key", "3111111111111111", false, true, "3011111111111111");
+    check("quadruple lacks its diagonal", "4011011111111111", false, true, "4011001111111111");
+    check("tall key at the bottom", "1111111111111112", false, false, "1111111111111112");
+    check("tall key reaches the short last row", "1111111111112111XX", false, true, "11111111111121110X");
+    check("not looked at past the rows", "11111111111111113X", true, true, "11111111111111113X");
+    check("a key swallowed by a repair needs nothing", "3311111111111111", false, true, "3011111111111111");
 }
 
 TEST(Keyboard, KeyMapFromDeviceTable)
@@ -105,26 +87,18 @@ TEST(Keyboard, CoveredCells)
 
 TEST(Keyboard, SetKeyType)
 {
-    struct Case {
-        const char* reason;
-        int position;
-        char type;
-        std::string before;
-        std::string after;
+    const auto check = [&](const char* reason, int position, char type, const std::string& before,
+                           const std::string& after) {
+        std::string map = before;
+        SetKeyType(position, type, 3, map);
+        EXPECT_EQ(map, after) << reason;
     };
-    const std::array cases{
-        Case{"single to quadruple", 2, '4', "111111111", "140100111"},
-        Case{"quadruple to wide", 1, '3', "401001111", "301111111"},
-        Case{"tall to unused", 1, '0', "211011111", "011111111"},
-        Case{"no contact", 1, ' ', "301111111", " 11111111"},
-        Case{"tall at the bottom", 9, '2', "111111111", "111111112"},
-        Case{"outside", 10, '2', "111111111", "111111111"},
-    };
-    for (const Case& c : cases) {
-        std::string map = c.before;
-        SetKeyType(c.position, c.type, 3, map);
-        EXPECT_EQ(map, c.after) << c.reason;
-    }
+    check("single to quadruple", 2, '4', "111111111", "140100111");
+    check("quadruple to wide", 1, '3', "401001111", "301111111");
+    check("tall to unused", 1, '0', "211011111", "011111111");
+    check("no contact", 1, ' ', "301111111", " 11111111");
+    check("tall at the bottom", 9, '2', "111111111", "111111112");
+    check("outside", 10, '2', "111111111", "111111111");
 }
 
 }  // namespace

@@ -21,32 +21,25 @@ ComPortSession::Taken Take(ComPortSession& session, const std::string& bytes)
 
 TEST(ComPortSession, TakesTheLinesBytesOutOfWhatComes)
 {
-    const struct {
-        const char* why;
-        const char* heard;
-        const char* data;
-        const char* answer;
-    } cases[]{
-        {"bytes pass as they are", "41 00 0D 42", "41 00 0D 42", ""},
-        {"IAC twice is the byte 255", "41 FF FF 42", "41 FF 42", ""},
-        {"commands of two bytes are nothing", "FF F1 41 FF F9", "41", ""},
-        {"answers to wishes need none", "FF FD 00 FF FB 00 FF FE 2C", "", ""},
-        {"an unknown option is declined", "FF FD 18 FF FB 01", "", "FF FC 18 FF FE 01"},
-        {"that is the last word on it", "FF FE 18 FF FC 01", "", ""},
-        {"a change of mind is followed", "FF FE 2C FF FD 2C FF FD 2C", "", "FF FB 2C"},
-        {"and so is a withdrawal", "FF FD 00 FF FE 00", "", "FF FC 00"},
-        {"the server may set its own port too", "FF FB 2C", "", "FF FD 2C"},
-        {"what an option says is no data", "FF FA 2C 6B 00 FF F0 41", "41", ""},
-        {"IAC twice within it", "FF FA 2C 65 FF FF 00 FF F0 41", "41", ""},
-        {"its end is lost", "FF FA 2C 65 FF FD 18 41", "41", "FF FC 18"},
-        {"an end without a beginning", "FF F0 41", "41", ""},
-    };
-    for (const auto& [why, heard, data, answer] : cases) {
+    const auto check = [&](const char* why, const char* heard, const char* data, const char* answer) {
         ComPortSession session;
         const ComPortSession::Taken taken = Take(session, FromHex(heard));
         EXPECT_EQ(taken.data, FromHex(data)) << why;
         EXPECT_EQ(taken.answer, FromHex(answer)) << why;
-    }
+    };
+    check("bytes pass as they are", "41 00 0D 42", "41 00 0D 42", "");
+    check("IAC twice is the byte 255", "41 FF FF 42", "41 FF 42", "");
+    check("commands of two bytes are nothing", "FF F1 41 FF F9", "41", "");
+    check("answers to wishes need none", "FF FD 00 FF FB 00 FF FE 2C", "", "");
+    check("an unknown option is declined", "FF FD 18 FF FB 01", "", "FF FC 18 FF FE 01");
+    check("that is the last word on it", "FF FE 18 FF FC 01", "", "");
+    check("a change of mind is followed", "FF FE 2C FF FD 2C FF FD 2C", "", "FF FB 2C");
+    check("and so is a withdrawal", "FF FD 00 FF FE 00", "", "FF FC 00");
+    check("the server may set its own port too", "FF FB 2C", "", "FF FD 2C");
+    check("what an option says is no data", "FF FA 2C 6B 00 FF F0 41", "41", "");
+    check("IAC twice within it", "FF FA 2C 65 FF FF 00 FF F0 41", "41", "");
+    check("its end is lost", "FF FA 2C 65 FF FD 18 41", "41", "FF FC 18");
+    check("an end without a beginning", "FF F0 41", "41", "");
     ComPortSession session;
     EXPECT_EQ(Take(session, FromHex("FF FA 2C") + std::string(1'000'000, 'a') + FromHex("FF F0 41")).data,
               "A")

@@ -1,7 +1,6 @@
 #include "network/NetworkPort.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "fakes/FakeConnection.h"
 #include "fakes/FakeSerialDevices.h"
@@ -61,51 +60,40 @@ TEST_F(NetworkPortTest, FindsOutHowTheServerSpeaks)
     const Answers deaf{{Wishes, Agreed}};
     const Answers noSettings{{Wishes, WithoutSettings}};
     const Answers notBinary{{Wishes, NotBinary}};
-    const struct {
-        const char* why;
-        const char* device;
-        Says says;
-        Answers answers;
-        int hangsUpMs;
-        PortFailure failure;
-        const char* words;
-        bool fixed;
-        int withinMs;
-    } cases[]{
-        {"RFC 2217", "tcp:a:1", {{300, greeting}}, whole, -1, None, "", false, 330},
-        {"in pieces", "tcp:a:1", {{9, "\xFF"}, {20, "\xFB\3"}}, whole, -1, None, "", false, 50},
-        {"at once", "rfc2217:a:1", {}, whole, -1, None, "", false, 30},
-        {"raw and silent", "tcp:a:1", {}, {}, -1, None, "", true, 520},
-        {"raw, with a lone 255", "tcp:a:1", {{9, "\xFF\xFF"}}, {}, -1, None, "", true, 520},
-        {"told to be raw", "raw:a:1", greets, {}, -1, None, "", true, 120},
-        {"telnet alone", "tcp:a:1", greets, noSettings, -1, None, "", true, 50},
-        {"must set", "rfc2217:a:1", {}, noSettings, -1, NoSettings, "no RFC 2217", false, 30},
-        {"raw, and must set", "rfc2217:a:1", {}, {}, -1, NoSettings, "no RFC 2217", false, 2020},
-        {"not binary", "tcp:a:1", greets, notBinary, -1, Other, "does not pass all bytes", false, 50},
-        {"other speed", "tcp:a:1", greets, otherSpeed, -1, BadSettings, "2400,n,8,1", false, 50},
-        {"deaf", "tcp:a:1", greets, deaf, -1, NoAnswer, "does not answer to settings", false, 2050},
-        {"in use", "tcp:a:1", refuses, {}, 14, InUse, "Port already in use", false, 50},
-        {"raw, in use", "raw:a:1", {{9, "busy\n"}}, {}, 9, InUse, "busy", false, 50},
-        {"in use, without a word", "bridge:a:1", {}, {}, 9, HungUp, "hung up at once", false, 50},
-    };
-    for (const auto& row : cases) {
-        connection.says = row.says;
-        connection.answers = row.answers;
-        connection.hangsUpMs = row.hangsUpMs;
+    const auto check = [&](const char* why, const char* device, const Says& says, const Answers& answers,
+                           int hangsUpMs, PortFailure failure, const char* words, bool fixed, int withinMs) {
+        connection.says = says;
+        connection.answers = answers;
+        connection.hangsUpMs = hangsUpMs;
         connection.written.clear();
-        port.SetDevice(row.device);
+        port.SetDevice(device);
         bool opened = false;
-        EXPECT_LE(OpenMs(opened), row.withinMs) << row.why;
-        EXPECT_EQ(opened, row.failure == None) << row.why << port.LastError();
-        EXPECT_EQ(port.Failure(), row.failure) << row.why;
-        EXPECT_THAT(port.LastError(), testing::HasSubstr(row.words)) << row.why;
-        EXPECT_EQ(port.HasFixedSettings(), row.fixed) << row.why;
-        EXPECT_EQ(connection.isOpen, opened) << row.why;
+        EXPECT_LE(OpenMs(opened), withinMs) << why;
+        EXPECT_EQ(opened, failure == None) << why << port.LastError();
+        EXPECT_EQ(port.Failure(), failure) << why;
+        EXPECT_THAT(port.LastError(), testing::HasSubstr(words)) << why;
+        EXPECT_EQ(port.HasFixedSettings(), fixed) << why;
+        EXPECT_EQ(connection.isOpen, opened) << why;
         // Telnet bytes to a raw server would go out to the devices.
-        if (row.answers.empty() && std::string_view(row.device).substr(0, 3) == "raw") {
-            EXPECT_TRUE(connection.written.empty()) << row.why;
+        if (answers.empty() && std::string_view(device).substr(0, 3) == "raw") {
+            EXPECT_TRUE(connection.written.empty()) << why;
         }
-    }
+    };
+    check("RFC 2217", "tcp:a:1", {{300, greeting}}, whole, -1, None, "", false, 330);
+    check("in pieces", "tcp:a:1", {{9, "\xFF"}, {20, "\xFB\3"}}, whole, -1, None, "", false, 50);
+    check("at once", "rfc2217:a:1", {}, whole, -1, None, "", false, 30);
+    check("raw and silent", "tcp:a:1", {}, {}, -1, None, "", true, 520);
+    check("raw, with a lone 255", "tcp:a:1", {{9, "\xFF\xFF"}}, {}, -1, None, "", true, 520);
+    check("told to be raw", "raw:a:1", greets, {}, -1, None, "", true, 120);
+    check("telnet alone", "tcp:a:1", greets, noSettings, -1, None, "", true, 50);
+    check("must set", "rfc2217:a:1", {}, noSettings, -1, NoSettings, "no RFC 2217", false, 30);
+    check("raw, and must set", "rfc2217:a:1", {}, {}, -1, NoSettings, "no RFC 2217", false, 2020);
+    check("not binary", "tcp:a:1", greets, notBinary, -1, Other, "does not pass all bytes", false, 50);
+    check("other speed", "tcp:a:1", greets, otherSpeed, -1, BadSettings, "2400,n,8,1", false, 50);
+    check("deaf", "tcp:a:1", greets, deaf, -1, NoAnswer, "does not answer to settings", false, 2050);
+    check("in use", "tcp:a:1", refuses, {}, 14, InUse, "Port already in use", false, 50);
+    check("raw, in use", "raw:a:1", {{9, "busy\n"}}, {}, 9, InUse, "busy", false, 50);
+    check("in use, without a word", "bridge:a:1", {}, {}, 9, HungUp, "hung up at once", false, 50);
 }
 
 TEST_F(NetworkPortTest, SaysWhyThereIsNoConnection)
@@ -159,25 +147,8 @@ TEST_F(NetworkPortTest, CarriesTheLinesBytesAndSettings)
 
 TEST_F(NetworkPortTest, ALostConnectionIsAPortThatWentAway)
 {
-    const struct {
-        const char* why;
-        std::function<void()> lose;
-        const char* words;
-    } cases[]{
-        {"hung up", [this] { connection.HangUp(); }, "the server has closed the connection"},
-        {"no more settings", [this] { EXPECT_FALSE(port.SetSettings("4800,n,8,1")); },
-         "the server does not answer to settings"},
-        {"keeps neither",
-         [this] {
-             connection.answers = {{Ask2400, Is9600}, {Ask9600, Is2400}};
-             EXPECT_FALSE(port.SetSettings("2400,n,8,1"));
-         },
-         "the server keeps 2400,n,8,1"},
-        {"not binary any more", [this] { connection.onBytes(FromHex("FF FE 00")); },
-         "the server does not pass all bytes any more"},
-    };
     port.SetDevice("tcp:a:1");
-    for (const auto& [why, lose, words] : cases) {
+    const auto check = [&](const char* why, const std::function<void()>& lose, const char* words) {
         ServeRfc2217();
         int lost = 0;
         port.onLost = [&] { ++lost; };
@@ -187,7 +158,22 @@ TEST_F(NetworkPortTest, ALostConnectionIsAPortThatWentAway)
         EXPECT_FALSE(port.IsOpen() || connection.isOpen) << why;
         EXPECT_EQ(port.Failure(), PortFailure::Disconnected) << why;
         EXPECT_EQ(port.LastError(), words) << why;
-    }
+    };
+    const auto refuses = [&](const char* settings) { EXPECT_FALSE(port.SetSettings(settings)); };
+    check(
+        "hung up", [&] { connection.HangUp(); }, "the server has closed the connection");
+    check(
+        "no more settings", [&] { refuses("4800,n,8,1"); }, "the server does not answer to settings");
+    check(
+        "keeps neither",
+        [&] {
+            connection.answers = {{Ask2400, Is9600}, {Ask9600, Is2400}};
+            refuses("2400,n,8,1");
+        },
+        "the server keeps 2400,n,8,1");
+    check(
+        "not binary any more", [&] { connection.onBytes(FromHex("FF FE 00")); },
+        "the server does not pass all bytes any more");
     // What the last one left behind is not heard in the next.
     ServeRfc2217();
     ASSERT_TRUE(port.Open());

@@ -34,24 +34,18 @@ TEST(SetupComparison, ShowsEachDifferenceWhereItIsSeen)
     ASSERT_EQ(comparison.Differences().size(), 7U);
     EXPECT_EQ(comparison.ViewOf(0), None);
     EXPECT_EQ(comparison.ViewOf(3), KM064);
-    struct Row {
-        const char* reason;
-        Side side;
-        ModuleKind view;
-        std::size_t marks;
-    };
-    for (const Row& row : {Row{"four keys that are one each", Side::Before, KM064, 4},
-                           Row{"one cap where they are one key", Side::After, KM064, 1},
-                           Row{"no difference there", Side::After, KM096, 0},
-                           Row{"the keyboard with the backlight, KM064, MCR", Side::Before, None, 3},
-                           Row{"the same two, ICCR", Side::After, None, 3}}) {
-        const std::string svg = comparison.Picture(row.side, row.view, std::nullopt);
+    const auto check = [&](const char* reason, Side side, ModuleKind view, std::size_t marks) {
+        const std::string svg = comparison.Picture(side, view, std::nullopt);
         EXPECT_TRUE(IsWellFormed(svg));
-        EXPECT_EQ(Count(svg, MarkColour), row.marks) << row.reason;
+        EXPECT_EQ(Count(svg, MarkColour), marks) << reason;
         EXPECT_EQ(Count(svg, RingColour), 0U);
-        EXPECT_EQ(Count(comparison.Picture(row.side, row.view, 3), RingColour), row.view == KM064 ? 1U : 0U)
-            << row.reason;
-    }
+        EXPECT_EQ(Count(comparison.Picture(side, view, 3), RingColour), view == KM064 ? 1U : 0U) << reason;
+    };
+    check("four keys that are one each", Side::Before, KM064, 4);
+    check("one cap where they are one key", Side::After, KM064, 1);
+    check("no difference there", Side::After, KM096, 0);
+    check("the keyboard with the backlight, KM064, MCR", Side::Before, None, 3);
+    check("the same two, ICCR", Side::After, None, 3);
     EXPECT_EQ(Count(comparison.Picture(Side::Before, None, 0), RingColour), 1U);
     EXPECT_EQ(Count(comparison.Picture(Side::After, None, 0), RingColour), 0U) << "it is not there";
     EXPECT_EQ(comparison.Picture(Side::Before, ICCR, std::nullopt), "");

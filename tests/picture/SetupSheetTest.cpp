@@ -97,18 +97,15 @@ TEST(SetupSheet, TellsWhatTheSetupIsAndHolds)
 
 TEST(SetupSheet, HeadingsOfEverySort)
 {
-    struct Row {
-        SheetHeading heading;
-        const char* text;
-    };
-    for (const Row& row : {Row{{"", "a\n<\x7F>&\uFFFF.dat", "d"}, "a?&lt;?&gt;&amp;?.dat"},
-                           Row{{"a", "b", "d", true}, "b, with changes that are not saved"},
-                           Row{{"a", "", "d", true}, "with changes that are not saved"},
-                           Row{{"a", "b", "d", false, 2, 12}, "Page 2/12"}}) {
-        const std::string svg = Sheet(ReadDeviceMap("\xD6"), row.heading);
+    const auto check = [&](const SheetHeading& heading, const char* text) {
+        const std::string svg = Sheet(ReadDeviceMap("\xD6"), heading);
         EXPECT_TRUE(IsWellFormed(svg));
-        EXPECT_TRUE(Says(svg, row.text)) << row.text;
-    }
+        EXPECT_TRUE(Says(svg, text)) << text;
+    };
+    check({"", "a\n<\x7F>&\uFFFF.dat", "d"}, "a?&lt;?&gt;&amp;?.dat");
+    check({"a", "b", "d", true}, "b, with changes that are not saved");
+    check({"a", "", "d", true}, "with changes that are not saved");
+    check({"a", "b", "d", false, 2, 12}, "Page 2/12");
     EXPECT_EQ(SheetDate(std::chrono::local_days{std::chrono::year{2026} / 3 / 9} + std::chrono::hours(7) +
                         std::chrono::minutes(5)),
               "2026-03-09 07:05");

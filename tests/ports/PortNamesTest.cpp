@@ -1,7 +1,6 @@
 #include "ports/PortNames.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "comms/PortTrial.h"
 #include "fakes/FakeFiles.h"
@@ -14,16 +13,6 @@ namespace {
 
 const std::string Path = "/home/ada/.config/Kelvora/ports.ini";
 
-std::string ArgumentError(const std::string& argument)
-{
-    try {
-        ParseLineArgument(argument);
-    } catch (const std::invalid_argument& error) {
-        return error.what();
-    }
-    return {};
-}
-
 }  // namespace
 
 TEST(PortNames, ReadsAFile)
@@ -35,32 +24,24 @@ TEST(PortNames, ReadsAFile)
                         "2\ncom3=bridge:a:1"),
               (PortDevices{"/dev/ttyS0", "/dev/Line\xE8 2", "bridge:a:1", "/dev/ttyUSB0"}));
 
-    struct Row {
-        std::string reason, text;
-        std::size_t line;
-        int expected;
+    const auto check = [&](const std::string& reason, const std::string& text, std::size_t line,
+                           int expected) {
+        const auto id = [](const PortsFileError& error) { return error.ExpectedHere().id; };
+        EXPECT_THAT([&] { ReadPorts(text); },
+                    testing::Throws<PortsFileError>(testing::AllOf(
+                        testing::Property(&PortsFileError::Line, line), testing::ResultOf(id, expected))))
+            << reason;
     };
-    const std::vector<Row> rows{
-        {"no section", "COM1=/dev/a", 1, 721},
-        {"another section", "[PORTS]\n\n[PORT]\n", 3, 721},
-        {"no value", "[PORTS]\nCOM1", 2, 722},
-        {"no such port", "[PORTS]\nCOM5=/dev/a", 2, 722},
-        {"more than a digit", "[PORTS]\nCOM12=/dev/a", 2, 722},
-        {"no path", "[PORTS]\r\nCOM1=\r\n", 2, 724},
-        {"a carriage return in the path", "[PORTS]\nCOM1=/dev/a\rCOM2=/dev/b", 2, 724},
-        {"a zero in the path", std::string("[PORTS]\nCOM1=/dev/a\0b", 21), 2, 724},
-        {"a path without end", "[PORTS]\nCOM1=/" + std::string(4096, 'a'), 2, 724},
-        {"a port twice", "[PORTS]\nCOM1=/dev/a\nCOM2=/dev/b\nCOM1=/dev/a", 4, 723},
-    };
-    for (const Row& row : rows) {
-        try {
-            ReadPorts(row.text);
-            ADD_FAILURE() << row.reason;
-        } catch (const PortsFileError& error) {
-            EXPECT_EQ(error.Line(), row.line) << row.reason;
-            EXPECT_EQ(error.ExpectedHere().id, row.expected) << row.reason;
-        }
-    }
+    check("no section", "COM1=/dev/a", 1, 721);
+    check("another section", "[PORTS]\n\n[PORT]\n", 3, 721);
+    check("no value", "[PORTS]\nCOM1", 2, 722);
+    check("no such port", "[PORTS]\nCOM5=/dev/a", 2, 722);
+    check("more than a digit", "[PORTS]\nCOM12=/dev/a", 2, 722);
+    check("no path", "[PORTS]\r\nCOM1=\r\n", 2, 724);
+    check("a carriage return in the path", "[PORTS]\nCOM1=/dev/a\rCOM2=/dev/b", 2, 724);
+    check("a zero in the path", std::string("[PORTS]\nCOM1=/dev/a\0b", 21), 2, 724);
+    check("a path without end", "[PORTS]\nCOM1=/" + std::string(4096, 'a'), 2, 724);
+    check("a port twice", "[PORTS]\nCOM1=/dev/a\nCOM2=/dev/b\nCOM1=/dev/a", 4, 723);
 }
 
 TEST(PortNames, ParsesTheLineArgument)
@@ -68,11 +49,16 @@ TEST(PortNames, ParsesTheLineArgument)
     EXPECT_EQ(ParseLineArgument("1=/dev/ttyUSB0"), (LineArgument{1, "/dev/ttyUSB0"}));
     EXPECT_EQ(ParseLineArgument("4=/dev/a=b"), (LineArgument{4, "/dev/a=b"}));
     EXPECT_EQ(ParseLineArgument("2=tcp:[::1]:4000"), (LineArgument{2, "tcp:[::1]:4000"}));
-    EXPECT_THAT(ArgumentError("/dev/ttyUSB0"), HasSubstr("\"/dev/ttyUSB0\" has no \"=\""));
-    for (const std::string argument : {"0=/dev/a", "5=/dev/a", "=/dev/a", "COM1=/dev/a", "11=/dev/a"})
-        EXPECT_THAT(ArgumentError(argument), HasSubstr("names no line")) << argument;
-    for (const std::string argument : {"1=", "1=ttyUSB0", "1=/", "1=/dev/a\n", "1=tcp:a"})
-        EXPECT_THAT(ArgumentError(argument), HasSubstr("names no port")) << argument;
+    const auto refused = [](const std::string& argument, const char* words) {
+        EXPECT_THAT([&] { ParseLineArgument(argument); },
+                    testing::ThrowsMessage<std::invalid_argument>(HasSubstr(words)))
+            << argument;
+    };
+    refused("/dev/ttyUSB0", "\"/dev/ttyUSB0\" has no \"=\"");
+    for (const char* const argument : {"0=/dev/a", "5=/dev/a", "=/dev/a", "COM1=/dev/a", "11=/dev/a"})
+        refused(argument, "names no line");
+    for (const char* const argument : {"1=", "1=ttyUSB0", "1=/", "1=/dev/a\n", "1=tcp:a"})
+        refused(argument, "names no port");
 }
 
 TEST(PortNames, CommandLineCountsBeforeTheFileAndIsNotKept)

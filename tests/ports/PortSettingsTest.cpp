@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <string>
 #include <vector>
 
 #include "ports/PortSettingsText.h"
@@ -9,24 +8,19 @@ using namespace kelvora;
 
 TEST(PortSettingsText, ShowsEachPlaceOrItsDefault)
 {
-    struct Row {
-        std::string reason, text;
-        PortChoices shown;
+    const auto check = [&](const std::string& reason, const std::string& text, const PortChoices& shown) {
+        EXPECT_EQ(ReadPortChoices(text), shown) << reason << ": " << text;
     };
-    const std::vector<Row> rows{
-        {"capital even", "150,E,7,2", {7, 2, 7, 2}},
-        {"capital odd", "9600,O,8,1", {1, 1, 8, 1}},
-        {"small letters are not read", "9600,o,7,1", {1, 3, 7, 1}},
-        {"a speed outside the table", "38400,n,8,2", {1, 3, 8, 2}},
-        {"the beginning of a speed", "96,n,8,1", {1, 3, 8, 1}},
-        {"other characters", "300,x,9,3", {6, 3, 8, 1}},
-        {"places count, not commas", "300;1,E;7;2", {1, 2, 7, 2}},
-        {"cut short", "4800,E", {2, 2, 8, 1}},
-        {"no comma", "4800", {2, 3, 8, 1}},
-        {"nothing", "", {1, 3, 8, 1}},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(ReadPortChoices(row.text), row.shown) << row.reason << ": " << row.text;
+    check("capital even", "150,E,7,2", {7, 2, 7, 2});
+    check("capital odd", "9600,O,8,1", {1, 1, 8, 1});
+    check("small letters are not read", "9600,o,7,1", {1, 3, 7, 1});
+    check("a speed outside the table", "38400,n,8,2", {1, 3, 8, 2});
+    check("the beginning of a speed", "96,n,8,1", {1, 3, 8, 1});
+    check("other characters", "300,x,9,3", {6, 3, 8, 1});
+    check("places count, not commas", "300;1,E;7;2", {1, 2, 7, 2});
+    check("cut short", "4800,E", {2, 2, 8, 1});
+    check("no comma", "4800", {2, 3, 8, 1});
+    check("nothing", "", {1, 3, 8, 1});
 }
 
 TEST(PortSettingsText, WritesOnePlaceAndKeepsTheRest)

@@ -1,7 +1,6 @@
 #include "report/FleetReport.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
 

@@ -1,7 +1,6 @@
 #include "report/ResultFile.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "platform/LocalTime.h"
 
@@ -28,28 +27,19 @@ std::string EntryText(const std::string& operation, const std::string& terminal,
 
 TEST(ResultFile, OfAFleet)
 {
-    struct Case {
-        const char* rest;
-        const char* outcome;
-        const char* message;
-        bool failed;
-    };
-    for (const Case& each : {
-             Case{R"("exit":0,"result":{"device":"new","message":"written"})", "done", "written", false},
-             Case{R"("exit":0,"result":{"device":"same"})", "same", "", false},
-             Case{R"("exit":0,"diagnostics":[],"result":{"ok":true,"message":null})", "done", "", false},
-             Case{R"("exit":1,"result":{"outcome":"different"})", "different", "", true},
-             Case{R"("exit":3,"diagnostics":["no answer","twice"],"result":null)", "failed", "no answer",
-                  true},
-             Case{R"("exit":null,"diagnostics":["no route"],"result":null)",
-                  "not known: not reached, or the connection was lost", "no route", true},
-         }) {
+    const auto check = [&](const char* rest, const char* outcome, const char* message, bool failed) {
         const auto results =
-            ResultsIn(std::string(R"({"till":"till-7","action":"download",)") + each.rest + "}\n");
+            ResultsIn(std::string(R"({"till":"till-7","action":"download",)") + rest + "}\n");
         ASSERT_EQ(results.size(), 1U);
-        EXPECT_EQ(results[0],
-                  (TillResult{"till-7", "download", each.outcome, each.message, Changed, each.failed}));
-    }
+        EXPECT_EQ(results[0], (TillResult{"till-7", "download", outcome, message, Changed, failed}));
+    };
+    check(R"("exit":0,"result":{"device":"new","message":"written"})", "done", "written", false);
+    check(R"("exit":0,"result":{"device":"same"})", "same", "", false);
+    check(R"("exit":0,"diagnostics":[],"result":{"ok":true,"message":null})", "done", "", false);
+    check(R"("exit":1,"result":{"outcome":"different"})", "different", "", true);
+    check(R"("exit":3,"diagnostics":["no answer","twice"],"result":null)", "failed", "no answer", true);
+    check(R"("exit":null,"diagnostics":["no route"],"result":null)",
+          "not known: not reached, or the connection was lost", "no route", true);
     const TillResult told =
         ResultsIn(R"({"till":"a","exit":0,"time":"2026-03-09T06:06:00Z","setup":"/b.dat"})").at(0);
     EXPECT_EQ(told.time, Changed + std::chrono::minutes(1));

@@ -1,7 +1,7 @@
 // What the tests of the setup formats share.
 #pragma once
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <string>
 #include <string_view>
@@ -32,15 +32,12 @@ struct Rejection {
 template <class Read>
 void ExpectRejected(const Rejection& row, Read read)
 {
-    SCOPED_TRACE(row.reason);
-    try {
-        read(row.text);
-        ADD_FAILURE() << "was accepted";
-    } catch (const SetupError& error) {
-        EXPECT_EQ(error.Number(), row.number);
-        EXPECT_EQ(error.Line(), row.line);
-        EXPECT_EQ(error.ExpectedHere(), row.expected);
-    }
+    using testing::Property;
+    EXPECT_THAT([&] { read(row.text); },
+                testing::Throws<SetupError>(testing::AllOf(
+                    Property(&SetupError::Number, row.number), Property(&SetupError::Line, row.line),
+                    Property(&SetupError::ExpectedHere, row.expected))))
+        << row.reason;
 }
 
 }  // namespace kelvora

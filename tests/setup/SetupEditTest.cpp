@@ -1,10 +1,6 @@
 #include "setup/SetupEdit.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <sstream>
-#include <stdexcept>
 
 #include "setup/RandomSetups.h"
 #include "setup/SampleTexts.h"
@@ -98,28 +94,20 @@ TEST(SetupEdit, FindsWhatASetupHas)
 
 TEST(SetupEdit, RefusesWhatIsNoSetting)
 {
-    struct Refused {
-        const char* expected;
-        std::vector<std::string> texts;
+    const auto check = [&](const char* expected, const std::vector<std::string>& texts) {
+        for (const std::string& text : texts)
+            EXPECT_THAT([&] { ParseSetting(text); },
+                        testing::ThrowsMessage<std::invalid_argument>(
+                            testing::StartsWith("\"" + text + "\": expected " + expected)));
     };
-    for (const Refused& row :
-         {Refused{"NAME=VALUE", {"", "fiscal"}}, Refused{"yes or no", {"fiscal=", "fiscal=maybe"}},
-          Refused{"tracks 1,2 or 2,3 or 1,2,3", {"mcr.tracks=1,3", "mcr.tracks=1,2  "}},
-          Refused{"one character",
-                  {"mcr.separator1=a", "mcr.separator1=_", "mcr.separator1= ", "mcr.separator2=;;"}},
-          Refused{"single, double-vertical", {"KM096.43=triple", "ICCR.1="}},
-          Refused{"the name fiscal", {"mcr.separator4=;", "mcr.43=single", "code4.1=single", ".1=single"}},
-          Refused{"numbers of keys from 1",
-                  {"KM096.0=single", "KM096.9..4=single", "KM096.4..=single", "KM096.4x=single",
-                   "KM096.99999999999=single"}}})
-        for (const std::string& text : row.texts) {
-            try {
-                ParseSetting(text);
-                ADD_FAILURE() << text;
-            } catch (const std::invalid_argument& error) {
-                EXPECT_THAT(error.what(), testing::StartsWith("\"" + text + "\": expected " + row.expected));
-            }
-        }
+    check("NAME=VALUE", {"", "fiscal"});
+    check("yes or no", {"fiscal=", "fiscal=maybe"});
+    check("tracks 1,2 or 2,3 or 1,2,3", {"mcr.tracks=1,3", "mcr.tracks=1,2  "});
+    check("one character", {"mcr.separator1=a", "mcr.separator1=_", "mcr.separator1= ", "mcr.separator2=;;"});
+    check("single, double-vertical", {"KM096.43=triple", "ICCR.1="});
+    check("the name fiscal", {"mcr.separator4=;", "mcr.43=single", "code4.1=single", ".1=single"});
+    check("numbers of keys from 1", {"KM096.0=single", "KM096.9..4=single", "KM096.4..=single",
+                                     "KM096.4x=single", "KM096.99999999999=single"});
     for (const char* const text : {"backlight", "code4", "", "!", "!!mcr", "fiscal=1"})
         EXPECT_THROW(ParseCondition(text), std::invalid_argument) << text;
 }

@@ -1,7 +1,5 @@
 #include "setup/SetupReader.h"
 
-#include <vector>
-
 #include "setup/SampleTexts.h"
 
 using namespace kelvora;
@@ -69,30 +67,26 @@ TEST(SetupReader, NamesTheLineAndWhatWasExpected)
 
 TEST(SetupReader, ReadsModulesAndOptions)
 {
-    struct Row {
-        std::string reason, text, deviceMap, summary;
+    const auto check = [&](const std::string& reason, const std::string& text, const std::string& deviceMap,
+                           const std::string& summary) {
+        const SetupDocument document = ReadSetup(text);
+        EXPECT_EQ(document.DeviceMap, deviceMap) << reason;
+        EXPECT_EQ(Summary(document), summary) << reason;
     };
-    const std::vector<Row> rows{
-        {"nothing but end-of-text characters", "\x1A\x03\0\x1A"s, "", ""},
-        {"end-of-text characters behind a line", "[MCR]\r\nAutoread=OFF\x1A\0"s, "\x03", "0:3(1,2,3^^^OFF)"},
-        {"line feeds alone, the last line without", "[MCR]\nTracks=2,3", "\x02", "0:2(2,3  ^^^ON )"},
-        {"comments, case, tabs and blanks", "[mCr ] text\n'[KM096]\n:x\n\tTracks\t =  1,2 \t\n", "\x01",
-         "0:1(1,2  ^^^ON )"},
-        {"separators", "[MCR]\nTrack1Sep==\nTrack2Sep = \xA7\nTrack3Sep=x\n", "\x03", "0:3(1,2,3=\xA7XON )"},
-        {"options keep one another", "[MCR]\nAutoread=OFF\nTrack2Sep=;\nTracks=1,2\n", "\x01",
-         "0:1(1,2  ^;^OFF)"},
-        {"a master brings its parts", "[KM096]\nBacklight=NO\nBacklight=YES", "\xD6\x17\x04", Master},
-        {"its options", "[KM096]\nFiscal=NO\nBacklight=NO", "\xD6\x1F\x04", "0:214(NO )1:31(NO )2:4()"},
-        {"unknown head, general keys", "Version=9\n[Other]\nDefaultConfig=\n[ICCR]\nVersion=", "\x08",
-         "0:8()"},
-        {"line order", "[KM096]\n[ICCR]\n[MCR]\n[KM064]", "\xD6\x17\x04\x08\x03\xBF",
-         Master + "3:8()4:3(1,2,3^^^ON )5:191()"},
-    };
-    for (const Row& row : rows) {
-        const SetupDocument document = ReadSetup(row.text);
-        EXPECT_EQ(document.DeviceMap, row.deviceMap) << row.reason;
-        EXPECT_EQ(Summary(document), row.summary) << row.reason;
-    }
+    check("nothing but end-of-text characters", "\x1A\x03\0\x1A"s, "", "");
+    check("end-of-text characters behind a line", "[MCR]\r\nAutoread=OFF\x1A\0"s, "\x03", "0:3(1,2,3^^^OFF)");
+    check("line feeds alone, the last line without", "[MCR]\nTracks=2,3", "\x02", "0:2(2,3  ^^^ON )");
+    check("comments, case, tabs and blanks", "[mCr ] text\n'[KM096]\n:x\n\tTracks\t =  1,2 \t\n", "\x01",
+          "0:1(1,2  ^^^ON )");
+    check("separators", "[MCR]\nTrack1Sep==\nTrack2Sep = \xA7\nTrack3Sep=x\n", "\x03", "0:3(1,2,3=\xA7XON )");
+    check("options keep one another", "[MCR]\nAutoread=OFF\nTrack2Sep=;\nTracks=1,2\n", "\x01",
+          "0:1(1,2  ^;^OFF)");
+    check("a master brings its parts", "[KM096]\nBacklight=NO\nBacklight=YES", "\xD6\x17\x04", Master);
+    check("its options", "[KM096]\nFiscal=NO\nBacklight=NO", "\xD6\x1F\x04", "0:214(NO )1:31(NO )2:4()");
+    check("unknown head, general keys", "Version=9\n[Other]\nDefaultConfig=\n[ICCR]\nVersion=", "\x08",
+          "0:8()");
+    check("line order", "[KM096]\n[ICCR]\n[MCR]\n[KM064]", "\xD6\x17\x04\x08\x03\xBF",
+          Master + "3:8()4:3(1,2,3^^^ON )5:191()");
     const auto repeated = ReadSetup("[MCR]\nTracks=1,2\n[MCR]\nTracks=2,3", RepeatedKinds::Read);
     EXPECT_EQ(Summary(repeated), "0:2(2,3  ^^^ON )1:3(1,2,3^^^ON )") << "all lines go to the first of a kind";
 }
@@ -112,21 +106,17 @@ TEST(SetupReader, ReadsKeyMaps)
 
 TEST(SetupReader, ReadsDeviceMapsLetterForLetter)
 {
-    struct Row {
-        std::string reason, deviceMap, summary;
+    const auto check = [&](const std::string& reason, const std::string& deviceMap,
+                           const std::string& summary) {
+        const SetupDocument document = ReadDeviceMap(deviceMap);
+        EXPECT_EQ(document.DeviceMap, deviceMap) << reason;
+        EXPECT_EQ(Summary(document), summary) << reason;
     };
-    const std::vector<Row> rows{
-        {"no module", "", ""},
-        {"backlight off", "\xD6\x1F\x04\x08\x02", "0:214(YES)1:31(NO )2:4()3:8()4:2(2,3  ^^^ON )"},
-        {"parts that the line did not report", "\xD6\xBF", "0:214(YES)1:191()"},
-        {"unknown codes keep their places", "\xFF\xBF\x63\x01", "1:191()3:1(1,2  ^^^ON )"},
-        {"seven modules", "\xD6\x17\x04\xBF\x03\x08\xFF", Master + "3:191()4:3(1,2,3^^^ON )5:8()"},
-    };
-    for (const Row& row : rows) {
-        const SetupDocument document = ReadDeviceMap(row.deviceMap);
-        EXPECT_EQ(document.DeviceMap, row.deviceMap) << row.reason;
-        EXPECT_EQ(Summary(document), row.summary) << row.reason;
-    }
+    check("no module", "", "");
+    check("backlight off", "\xD6\x1F\x04\x08\x02", "0:214(YES)1:31(NO )2:4()3:8()4:2(2,3  ^^^ON )");
+    check("parts that the line did not report", "\xD6\xBF", "0:214(YES)1:191()");
+    check("unknown codes keep their places", "\xFF\xBF\x63\x01", "1:191()3:1(1,2  ^^^ON )");
+    check("seven modules", "\xD6\x17\x04\xBF\x03\x08\xFF", Master + "3:191()4:3(1,2,3^^^ON )5:8()");
     const std::vector<Rejection> rejections{
         {"eight positions", std::string(8, '\xFF'), 0, Expected::Room, Refused},
         {"master behind another module", "\xBF\xD6", 0, Expected::MasterFirst, Refused},

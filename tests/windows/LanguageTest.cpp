@@ -1,9 +1,6 @@
 #include "windows/Language.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <vector>
 
 #include "fakes/FakeFiles.h"
 #include "fakes/FakePrompt.h"
@@ -61,32 +58,28 @@ TEST(Language, FallsBackWithAWarning)
         "errore file di sistema - default di programma verrano usati\r\n"
         "(se il problema si ripete, contattare assistenza tecnica)";
     const std::string stop = "errore file di localizzazione - contattare assistenza tecnica";
-    struct Row {
-        std::string reason, file, content, outcome, warning;
-    };
-    const std::vector<Row> rows{
-        {"no selection", "/opt/k/ZelLang.ini", "", "ENG 2 9600,n,8,1 Ready ", english},
-        {"rejected selection", "/opt/k/ZelLang.ini", "[CHOOSE]\r\nEXT", "ENG 2 9600,n,8,1 Ready ", english},
-        {"no language", "/opt/k/ZelLang.ini", "[CHOOSE]\r\nEXT=../", "ENG 2 9600,n,8,1 Ready ", english},
-        {"no settings", "/opt/k/ZelITA.ini", "", "ENG 1 9600,n,8,1 Ready ", italian},
-        {"settings rejected late", "/opt/k/ZelITA.ini", "[PORT SETTING]\r\nPORT=COM3\r\nBAUD",
-         "ENG 1 9600,n,8,1 Ready ", italian},
-        {"no message file", "/opt/k/bin/ZelITA.mes", "", "", stop},
-        {"another header", "/opt/k/bin/ZelITA.mes", "000, Dravon Messages\r\n590, x \r\n", "", stop},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.reason);
+    const auto check = [&](const std::string& reason, const std::string& file, const std::string& content,
+                           const std::string& outcome, const std::string& warning) {
+        SCOPED_TRACE(reason);
         Start start;
-        start.files.content[row.file] = row.content;
-        if (row.content.empty())
-            start.files.unreadable = {row.file};
-        EXPECT_EQ(start.Load(), row.outcome);
+        start.files.content[file] = content;
+        if (content.empty())
+            start.files.unreadable = {file};
+        EXPECT_EQ(start.Load(), outcome);
         ASSERT_EQ(start.prompt.shown.size(), 1U);
         EXPECT_EQ(start.prompt.shown[0].title, "Kelvora setup file");
-        EXPECT_THAT(start.prompt.shown[0].body, testing::EndsWith("\r\n" + row.warning));
+        EXPECT_THAT(start.prompt.shown[0].body, testing::EndsWith("\r\n" + warning));
         EXPECT_EQ(start.prompt.shown[0].style.icon,
-                  row.warning == stop ? BoxIcon::Critical : BoxIcon::Exclamation);
-    }
+                  warning == stop ? BoxIcon::Critical : BoxIcon::Exclamation);
+    };
+    check("no selection", "/opt/k/ZelLang.ini", "", "ENG 2 9600,n,8,1 Ready ", english);
+    check("rejected selection", "/opt/k/ZelLang.ini", "[CHOOSE]\r\nEXT", "ENG 2 9600,n,8,1 Ready ", english);
+    check("no language", "/opt/k/ZelLang.ini", "[CHOOSE]\r\nEXT=../", "ENG 2 9600,n,8,1 Ready ", english);
+    check("no settings", "/opt/k/ZelITA.ini", "", "ENG 1 9600,n,8,1 Ready ", italian);
+    check("settings rejected late", "/opt/k/ZelITA.ini", "[PORT SETTING]\r\nPORT=COM3\r\nBAUD",
+          "ENG 1 9600,n,8,1 Ready ", italian);
+    check("no message file", "/opt/k/bin/ZelITA.mes", "", "", stop);
+    check("another header", "/opt/k/bin/ZelITA.mes", "000, Dravon Messages\r\n590, x \r\n", "", stop);
 }
 
 TEST(Language, OffersWhatHasTextsAndSettings)
