@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
-
 #include "comms/FrameMeaning.h"
 #include "comms/LineCommands.h"
 #include "comms/LineDrivers.h"
@@ -38,23 +36,17 @@ TEST_F(BridgeLinkTest, EachCommandGetsTheEventOfOneLine)
 {
     ASSERT_TRUE(link.Open("9600,n,8,1"));
     using enum LinkEvent;
-    const struct {
-        const char* line;
-        LinkEvent event;
-        const char* text;
-    } cases[]{
-        {"\xA7m$9900!0\n", Reply, "$9900!0"},
-        {"\xA7m$9900!0\xA7m\xFF\r\n", Reply, "$9900!0\xA7m\xFF"},
-        {"\xA7\x65why\n", CommandError, "why"},
-        {"\xA7r\n", CommandRejected, ""},
-        {"\xA7t\n", TimeOut, ""},
-    };
-    for (const auto& [line, event, text] : cases) {
+    const auto check = [&](const char* line, LinkEvent event, const char* text) {
         link.Send("$9900", LnkControl::UsualSends);
         for (const char byte : std::string_view(line))
             connection.onBytes(std::string_view(&byte, 1));
         EXPECT_EQ(std::exchange(events, {}), (Events{{event, text}})) << line;
-    }
+    };
+    check("\xA7m$9900!0\n", Reply, "$9900!0");
+    check("\xA7m$9900!0\xA7m\xFF\r\n", Reply, "$9900!0\xA7m\xFF");
+    check("\xA7\x65why\n", CommandError, "why");
+    check("\xA7r\n", CommandRejected, "");
+    check("\xA7t\n", TimeOut, "");
     EXPECT_EQ(connection.written, std::vector<std::string>(5, "$9900\n"));
 }
 
@@ -79,19 +71,7 @@ TEST_F(BridgeLinkTest, AnswersToCommandsThatWereGivenUpAreNobodyElses)
 
 TEST_F(BridgeLinkTest, ALineThatBelongsToNoCommandEndsTheConnection)
 {
-    const struct {
-        const char* why;
-        std::string said;
-        const char* words;
-    } cases[]{
-        {"two answers", "\xA7m20!0\n\xA7t\n", "the bridge has answered what was not asked"},
-        {"no tag", "Welcome\n", "a line of the bridge has no tag"},
-        {"an empty line", "\r\n", "a line of the bridge has no tag"},
-        {"the tag in another encoding", "\xC2\xA7m20!0\n", "a line of the bridge has no tag"},
-        {"a tag of the program's own", "\xA7w20\n", "a line of the bridge has no tag"},
-        {"no end", "\xA7m" + std::string(BridgeLink::LongestLine, 'a'), "a line of the bridge is too long"},
-    };
-    for (const auto& [why, said, words] : cases) {
+    const auto check = [&](const char* why, const std::string& said, const char* words) {
         ASSERT_TRUE(link.Open("")) << why;
         events.clear();
         link.Send("20", LnkControl::UsualSends);
@@ -103,7 +83,13 @@ TEST_F(BridgeLinkTest, ALineThatBelongsToNoCommandEndsTheConnection)
                   said.front() == '\xA7' && said[1] == 'm' && said[2] == '2');
         loop.Pass(BridgeLink::LongestAnswer);
         EXPECT_EQ(events.size(), 1U) << why;
-    }
+    };
+    check("two answers", "\xA7m20!0\n\xA7t\n", "the bridge has answered what was not asked");
+    check("no tag", "Welcome\n", "a line of the bridge has no tag");
+    check("an empty line", "\r\n", "a line of the bridge has no tag");
+    check("the tag in another encoding", "\xC2\xA7m20!0\n", "a line of the bridge has no tag");
+    check("a tag of the program's own", "\xA7w20\n", "a line of the bridge has no tag");
+    check("no end", "\xA7m" + std::string(BridgeLink::LongestLine, 'a'), "a line of the bridge is too long");
     EXPECT_EQ(link.Failure(), PortFailure::NoBridge);
     connection.says = {{20, "Welcome\n"}};
     EXPECT_FALSE(link.Open("") || port.IsOpen()) << "also before the first command";

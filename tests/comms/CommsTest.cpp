@@ -1,8 +1,6 @@
 #include "comms/Comms.h"
 
-#include <gtest/gtest.h>
-
-#include <vector>
+#include <gmock/gmock.h>
 
 #include "comms/LineCommands.h"
 #include "comms/Reply.h"
@@ -31,39 +29,32 @@ protected:
 
 TEST_F(CommsTest, WaitReplyJudgesEachLineOfTheMailbox)
 {
-    const struct {
-        const char* why;
-        const char* mailbox;
-        const char* prefix;
-        const char* reply;
-        const char* left;
-    } cases[]{
-        {"any line without a prefix", "\247zfirst\r\nnext\r\n", "", "\247zfirst", "next\r\n"},
-        {"the answer loses its tag", "\247m$9900!0%POS-7\r\n", "$9900", "$9900!0%POS-7", ""},
-        {"another command's reply is skipped", "\247m20!0\r\n\247m$9900!0\r\nrest", "$9900", "$9900!0",
-         "rest"},
-        {"unknown tags are skipped", "\247z$9900\r\nnoise\r\n\247m$9900!0\r\n", "$9900", "$9900!0", ""},
-        {"status 999", "\247m0FB0#999!1\r\n", "0FB0", "\247l0FB0#999!1", ""},
-        {"status 2", "\247m0FB0!2\r\n", "0FB0", "\247r0FB0!2", ""},
-        {"status 3", "\247m0FB0!3\r\n", "0FB0", "\247s0FB0!3", ""},
-        {"status 5", "\247m0FB0!5\r\n", "0FB0", "\247i0FB0!5", ""},
-        {"a count past the end", "\247m20!0$12\r\n", "20",
-         "\247xa field of the reply to 20 runs past its end", ""},
-        {"command or line error", "\247ewhy\r\n", "$9900", "\247ewhy", ""},
-        {"rejected", "\247rwhy\r\n", "$9900", "\247rwhy", ""},
-        {"default time", "\247c\r\n", "$9900", "\247c", ""},
-        {"time-out of the control", "\247t\r\nrest\r\n", "$9900", "\247t", "rest\r\n"},
-        {"undefined", "\247u\r\n", "$9900", "\247u", ""},
-        {"other tags do not end the wait", "\247w\r\n\247x\r\n\247l\r\n\247u\r\n", "$9900", "\247u", ""},
-        {"one character matches no reply", "\247m2\r\n20\r\n\247t\r\n", "2", "\247t", ""},
-        {"a last line without its end", "\247m$9900!0", "$9900", "$9900!0", ""},
+    const auto check = [&](const char* why, const char* mailbox, const char* prefix, const char* reply,
+                           const char* left) {
+        control.Text = mailbox;
+        EXPECT_EQ(comms.WaitReply(1, prefix, 0), reply) << why;
+        EXPECT_EQ(control.Text, left) << why;
+        EXPECT_FALSE(comms.Clock(1).Enabled()) << why;
     };
-    for (const auto& row : cases) {
-        control.Text = row.mailbox;
-        EXPECT_EQ(comms.WaitReply(1, row.prefix, 0), row.reply) << row.why;
-        EXPECT_EQ(control.Text, row.left) << row.why;
-        EXPECT_FALSE(comms.Clock(1).Enabled()) << row.why;
-    }
+    check("any line without a prefix", "\247zfirst\r\nnext\r\n", "", "\247zfirst", "next\r\n");
+    check("the answer loses its tag", "\247m$9900!0%POS-7\r\n", "$9900", "$9900!0%POS-7", "");
+    check("another command's reply is skipped", "\247m20!0\r\n\247m$9900!0\r\nrest", "$9900", "$9900!0",
+          "rest");
+    check("unknown tags are skipped", "\247z$9900\r\nnoise\r\n\247m$9900!0\r\n", "$9900", "$9900!0", "");
+    check("status 999", "\247m0FB0#999!1\r\n", "0FB0", "\247l0FB0#999!1", "");
+    check("status 2", "\247m0FB0!2\r\n", "0FB0", "\247r0FB0!2", "");
+    check("status 3", "\247m0FB0!3\r\n", "0FB0", "\247s0FB0!3", "");
+    check("status 5", "\247m0FB0!5\r\n", "0FB0", "\247i0FB0!5", "");
+    check("a count past the end", "\247m20!0$12\r\n", "20",
+          "\247xa field of the reply to 20 runs past its end", "");
+    check("command or line error", "\247ewhy\r\n", "$9900", "\247ewhy", "");
+    check("rejected", "\247rwhy\r\n", "$9900", "\247rwhy", "");
+    check("default time", "\247c\r\n", "$9900", "\247c", "");
+    check("time-out of the control", "\247t\r\nrest\r\n", "$9900", "\247t", "rest\r\n");
+    check("undefined", "\247u\r\n", "$9900", "\247u", "");
+    check("other tags do not end the wait", "\247w\r\n\247x\r\n\247l\r\n\247u\r\n", "$9900", "\247u", "");
+    check("one character matches no reply", "\247m2\r\n20\r\n\247t\r\n", "2", "\247t", "");
+    check("a last line without its end", "\247m$9900!0", "$9900", "$9900!0", "");
     EXPECT_EQ(Elapsed(), milliseconds(0));
 }
 
@@ -118,15 +109,13 @@ TEST_F(CommsTest, RaiseForReplyChoosesTheErrorByTheHead)
         {"", 0x80040122, ""},
         {"20!", 0x800400DC, "the reply is too short"},
     };
-    for (const auto& row : cases) {
-        try {
-            RaiseForReply(row.reply, 4);
-            ADD_FAILURE() << row.reply;
-        } catch (const ReplyError& error) {
-            EXPECT_EQ(error.Number(), row.number) << row.reply;
-            EXPECT_STREQ(error.what(), row.description) << row.reply;
-        }
-    }
+    using testing::Property;
+    for (const auto& row : cases)
+        EXPECT_THAT([&] { RaiseForReply(row.reply, 4); },
+                    testing::Throws<ReplyError>(
+                        testing::AllOf(Property(&ReplyError::Number, row.number),
+                                       Property(&ReplyError::what, testing::StrEq(row.description)))))
+            << row.reply;
     EXPECT_NO_THROW(RaiseForReply("20!0", 4));
     EXPECT_NO_THROW(RaiseForReply("\247zanything", 4));
 }

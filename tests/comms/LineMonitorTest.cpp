@@ -69,29 +69,23 @@ TEST(LineMonitor, TextHasALineAnEntryWhateverTheBytes)
 
 TEST(FrameMeaning, SaysWhatAFrameDoes)
 {
-    struct Row {
-        Direction direction;
-        std::string body, meaning;
+    const auto check = [&](Direction direction, const std::string& body, const std::string& meaning) {
+        const std::string frame = BuildFrame({0x00A1, body});
+        EXPECT_EQ(FrameMeaning({direction, Damage::None, frame}), meaning) << body;
+        EXPECT_EQ(FrameMeaning({direction, Damage::CutShort, frame}), "");
     };
-    const std::vector<Row> rows{
-        {Direction::Sent, "$9904!3", "command $9904!3"},
-        {Direction::Sent, "0FB1", "command 0FB1"},
-        {Direction::Sent, "0FB101C0ab\x1B\x41", "command 0FB1, address 01C0, 3 bytes"},
-        {Direction::Received, "M$9902!0!6'214,191", "reply $9902, 6, 214,191"},
-        {Direction::Received, "M$9902!1", "reply $9902, status 1"},
-        {Direction::Received, "M20!0$01A0#abc\"\x1B\x41", "reply 20, address 01A0, 4 bytes"},
-        {Direction::Received, "M20!3", "reply 20, status 3"},
-        {Direction::Received, "M0FB3", "reply 0FB3, malformed"},
-        {Direction::Received, "M0FB3Z0", "reply 0FB3, malformed"},
-        {Direction::Received, "Eno device", "command error: no device"},
-        {Direction::Received, "R!2", "command rejected: !2"},
-        {Direction::Received, "Z", ""},
-        {Direction::Received, "", ""},
-    };
-    for (const Row& row : rows) {
-        const std::string frame = BuildFrame({0x00A1, row.body});
-        EXPECT_EQ(FrameMeaning({row.direction, Damage::None, frame}), row.meaning) << row.body;
-        EXPECT_EQ(FrameMeaning({row.direction, Damage::CutShort, frame}), "");
-    }
+    check(Direction::Sent, "$9904!3", "command $9904!3");
+    check(Direction::Sent, "0FB1", "command 0FB1");
+    check(Direction::Sent, "0FB101C0ab\x1B\x41", "command 0FB1, address 01C0, 3 bytes");
+    check(Direction::Received, "M$9902!0!6'214,191", "reply $9902, 6, 214,191");
+    check(Direction::Received, "M$9902!1", "reply $9902, status 1");
+    check(Direction::Received, "M20!0$01A0#abc\"\x1B\x41", "reply 20, address 01A0, 4 bytes");
+    check(Direction::Received, "M20!3", "reply 20, status 3");
+    check(Direction::Received, "M0FB3", "reply 0FB3, malformed");
+    check(Direction::Received, "M0FB3Z0", "reply 0FB3, malformed");
+    check(Direction::Received, "Eno device", "command error: no device");
+    check(Direction::Received, "R!2", "command rejected: !2");
+    check(Direction::Received, "Z", "");
+    check(Direction::Received, "", "");
     EXPECT_EQ(FrameMeaning({Direction::Received, Damage::None, "\x15"}), "came damaged, send again");
 }

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
-
 #include "comms/Crc.h"
 #include "comms/Reply.h"
 #include "platform/NumberText.h"
