@@ -1,17 +1,18 @@
 #include "flash/DumpText.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <algorithm>
 #include <cctype>
 #include <functional>
 #include <regex>
-#include <vector>
 
 #include "flash/Images.h"
 
 namespace kelvora {
 namespace {
+
+using testing::Property;
 
 // Every code once, and what the rest of the image is erased to.
 FlashImage Sample()
@@ -52,39 +53,27 @@ TEST(DumpText, ReadsBack)
             bare += c;
     const std::string map = FormatDeviceMapDump({"COM2, today", std::string(WholeChain)});
     const std::string emptyMap = FormatDeviceMapDump({"COM2", ""});
-    struct Case {
-        std::string reason, text;
-        std::optional<DeviceMapDump> map;
+    const auto check = [&](const std::string& reason, const std::string& text,
+                           const std::optional<DeviceMapDump>& map) {
+        const FlashDump read = ReadDump(text);
+        EXPECT_EQ(read.image, Sample()) << reason;
+        EXPECT_EQ(read.head.deviceMap, map) << reason;
     };
-    const std::vector<Case> cases{
-        {"as written", dump, std::nullopt},
-        {"with the writer's last line", dump + "\r\n", std::nullopt},
-        {"line feeds alone, the last one missing", bare.substr(0, bare.size() - 1), std::nullopt},
-        {"comments", "'a\r\n" + dump.substr(0, 74) + "'DeviceMap: b\r\n" + dump.substr(74) + "'c",
-         std::nullopt},
-        {"backup", map + "'Flash\r\n" + dump, DeviceMapDump{"COM2, today", std::string(WholeChain)}},
-        {"backup of an empty line", emptyMap + dump, DeviceMapDump{"COM2", ""}},
-        {"empty lines at the end", dump + "\r\n  \r\n\n", std::nullopt},
-        {"blanks that an editor took", WithoutBlanks(emptyMap + dump), DeviceMapDump{"COM2", ""}},
-        {"comments like head lines",
-         "'Kinds: a\r\n'CRCs\r\n" + dump.substr(0, 74) + "'Kind: b\r\n" + dump.substr(74), std::nullopt},
-    };
-    for (const Case& c : cases) {
-        const FlashDump read = ReadDump(c.text);
-        EXPECT_EQ(read.image, Sample()) << c.reason;
-        EXPECT_EQ(read.head.deviceMap, c.map) << c.reason;
-    }
+    check("as written", dump, std::nullopt);
+    check("with the writer's last line", dump + "\r\n", std::nullopt);
+    check("line feeds alone, the last one missing", bare.substr(0, bare.size() - 1), std::nullopt);
+    check("comments", "'a\r\n" + dump.substr(0, 74) + "'DeviceMap: b\r\n" + dump.substr(74) + "'c",
+          std::nullopt);
+    check("backup", map + "'Flash\r\n" + dump, DeviceMapDump{"COM2, today", std::string(WholeChain)});
+    check("backup of an empty line", emptyMap + dump, DeviceMapDump{"COM2", ""});
+    check("empty lines at the end", dump + "\r\n  \r\n\n", std::nullopt);
+    check("blanks that an editor took", WithoutBlanks(emptyMap + dump), DeviceMapDump{"COM2", ""});
+    check("comments like head lines",
+          "'Kinds: a\r\n'CRCs\r\n" + dump.substr(0, 74) + "'Kind: b\r\n" + dump.substr(74), std::nullopt);
 }
 
 TEST(DumpText, RejectsWhatIsNoWholeImage)
 {
-    struct Case {
-        std::string reason;
-        std::function<void(std::string&)> spoil;  // of a dump in lines of 74 characters
-        std::size_t line;
-        DumpFault fault;
-        std::size_t address;
-    };
     const std::string shortMap = FormatDeviceMapDump({"COM1", "\xD6"});
     const auto begins = [](const std::string& lines) {
         return [lines](std::string& t) { t.insert(0, lines); };
@@ -92,38 +81,43 @@ TEST(DumpText, RejectsWhatIsNoWholeImage)
     const std::string shortLine = "0000:00 D6" + std::string(46, ' ') + ".\n";
     const std::string noCode = FormatDeviceMapDump({"COM1", "\xD6\x18"});
     const std::string eight = FormatDeviceMapDump({"COM1", "12345678"});
-    const std::vector<Case> cases{
-        {"empty", [](std::string& t) { t.clear(); }, 1, DumpFault::MissingEnd, 0},
-        {"last line missing", [](std::string& t) { t.resize(511 * 74); }, 512, DumpFault::MissingEnd, 8176},
-        {"cut in the last line", [](std::string& t) { t.resize(t.size() - 3); }, 512, DumpFault::Characters,
-         8176},
-        {"a line missing", [](std::string& t) { t.erase(3 * 74, 74); }, 4, DumpFault::Address, 48},
-        {"a line too many", [](std::string& t) { t += t.substr(0, 74); }, 513, DumpFault::AfterEnd, 8192},
-        {"an empty line inside", [](std::string& t) { t.insert(74, "\r\n"); }, 2, DumpFault::Form, 16},
-        {"a character too many", [](std::string& t) { t.insert(72, " "); }, 1, DumpFault::Form, 0},
-        {"no device code", begins(noCode), 2, DumpFault::DeviceMapCode, 0},
-        {"an unknown kind", begins("'Kind: backup\n"), 1, DumpFault::Kind, 0},
-        {"no checksum", begins("'CRC: 1234567\n"), 1, DumpFault::CrcForm, 0},
-        {"numbers run together", [](std::string& t) { t[10] = '0'; }, 1, DumpFault::Digits, 0},
-        {"a byte changed", [](std::string& t) { t[2 * 74 + 8] = '3'; }, 3, DumpFault::Characters, 32},
-        {"a character changed", [](std::string& t) { t[2 * 74 + 71] = 'x'; }, 3, DumpFault::Characters, 32},
-        {"a short line", begins(shortLine), 1, DumpFault::Form, 0},
-        {"two device maps", begins(shortMap + shortMap), 4, DumpFault::Form, 0},
-        {"a device map of eight", begins(eight), 2, DumpFault::DeviceMapSize, 0},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.reason);
+    const auto check = [&](const std::string& reason, const std::function<void(std::string&)>& spoil,
+                           std::size_t line, DumpFault fault, std::size_t address) {
         std::string text = FormatDump(0, Sample());
-        c.spoil(text);
-        try {
-            ReadDump(text);
-            ADD_FAILURE() << "was accepted";
-        } catch (const DumpError& error) {
-            EXPECT_EQ(error.Line(), c.line);
-            EXPECT_EQ(error.Fault(), c.fault);
-            EXPECT_EQ(error.Address(), c.address);
-        }
-    }
+        spoil(text);
+        EXPECT_THAT([&] { ReadDump(text); },
+                    testing::Throws<DumpError>(testing::AllOf(Property(&DumpError::Line, line),
+                                                              Property(&DumpError::Fault, fault),
+                                                              Property(&DumpError::Address, address))))
+            << reason;
+    };
+    check(
+        "empty", [](std::string& t) { t.clear(); }, 1, DumpFault::MissingEnd, 0);
+    check(
+        "last line missing", [](std::string& t) { t.resize(511 * 74); }, 512, DumpFault::MissingEnd, 8176);
+    check(
+        "cut in the last line", [](std::string& t) { t.resize(t.size() - 3); }, 512, DumpFault::Characters,
+        8176);
+    check(
+        "a line missing", [](std::string& t) { t.erase(3 * 74, 74); }, 4, DumpFault::Address, 48);
+    check(
+        "a line too many", [](std::string& t) { t += t.substr(0, 74); }, 513, DumpFault::AfterEnd, 8192);
+    check(
+        "an empty line inside", [](std::string& t) { t.insert(74, "\r\n"); }, 2, DumpFault::Form, 16);
+    check(
+        "a character too many", [](std::string& t) { t.insert(72, " "); }, 1, DumpFault::Form, 0);
+    check("no device code", begins(noCode), 2, DumpFault::DeviceMapCode, 0);
+    check("an unknown kind", begins("'Kind: backup\n"), 1, DumpFault::Kind, 0);
+    check("no checksum", begins("'CRC: 1234567\n"), 1, DumpFault::CrcForm, 0);
+    check(
+        "numbers run together", [](std::string& t) { t[10] = '0'; }, 1, DumpFault::Digits, 0);
+    check(
+        "a byte changed", [](std::string& t) { t[2 * 74 + 8] = '3'; }, 3, DumpFault::Characters, 32);
+    check(
+        "a character changed", [](std::string& t) { t[2 * 74 + 71] = 'x'; }, 3, DumpFault::Characters, 32);
+    check("a short line", begins(shortLine), 1, DumpFault::Form, 0);
+    check("two device maps", begins(shortMap + shortMap), 4, DumpFault::Form, 0);
+    check("a device map of eight", begins(eight), 2, DumpFault::DeviceMapSize, 0);
 }
 
 TEST(DumpText, SaysWhatItIsAndIsReadBack)

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
-
 #include "flash/Images.h"
 #include "flash/KeyTables.h"
 #include "flash/MatrixCodes.h"
@@ -50,25 +48,21 @@ TEST(MatrixCodes, GiveOffsets)
     const auto padded = [](std::string text, std::size_t size) {
         return text.append(size - text.size(), '\xFF');
     };
-    struct Case {
-        std::string reason, list, positions;
+    const auto check = [&](const std::string& reason, const std::string& list, const std::string& positions) {
+        EXPECT_EQ(ParseMatrixCodes(list), positions) << reason;
     };
-    const std::vector<Case> cases{
-        {"one entry", "a1 ,", padded("\x00"s, 16)},
-        {"the last contact of the main keyboard", "h12", padded("\xBE", 16)},
-        {"blanks are no contact", "b1 ,   ,A2 ", padded("\x02\xFF\x10", 16)},
-        {"nothing", "", ""},
-        {"seventeen entries", ",,,,,,,,,,,,,,,,b1", padded(std::string(16, '\xFF') + '\x02', 32)},
-        {"a column without a line", "b1,1", "\x02"},
-        {"a line without a column", "b1,c", "\x02"},
-        {"a letter after a digit", "b1,c1d", "\x02"},
-        {"column 0 is no column", "b1,a0,b1", "\x02"},
-        {"255 would be no contact", "b1,a17,a16", "\x02"},
-        {"numbers of any length", "b1,a99999999999999999999", "\x02"},
-        {"a letter after the digit 0", "b1,a0b1", "\x02"},
-    };
-    for (const Case& c : cases)
-        EXPECT_EQ(ParseMatrixCodes(c.list), c.positions) << c.reason;
+    check("one entry", "a1 ,", padded("\x00"s, 16));
+    check("the last contact of the main keyboard", "h12", padded("\xBE", 16));
+    check("blanks are no contact", "b1 ,   ,A2 ", padded("\x02\xFF\x10", 16));
+    check("nothing", "", "");
+    check("seventeen entries", ",,,,,,,,,,,,,,,,b1", padded(std::string(16, '\xFF') + '\x02', 32));
+    check("a column without a line", "b1,1", "\x02");
+    check("a line without a column", "b1,c", "\x02");
+    check("a letter after a digit", "b1,c1d", "\x02");
+    check("column 0 is no column", "b1,a0,b1", "\x02");
+    check("255 would be no contact", "b1,a17,a16", "\x02");
+    check("numbers of any length", "b1,a99999999999999999999", "\x02");
+    check("a letter after the digit 0", "b1,a0b1", "\x02");
 }
 
 TEST(KeyTables, StandInLineOrder)
@@ -82,18 +76,13 @@ TEST(KeyTables, StandInLineOrder)
                      {ICCR, 5, 640, 48}};
     const Tables noParts{{MCR, 0, 256, 32}, {ICCR, 1, 288, 48}, {KM096, 2, 336, 192}};
     const Tables twice{{KM096, 0, 256, 192}, {KM096, 1, 448, 192}};
-    struct Case {
-        std::string reason, codes;
-        Tables tables;
+    const auto check = [&](const std::string& reason, const std::string& codes, const Tables& tables) {
+        EXPECT_EQ(KeyTablesOf(codes), tables) << reason;
     };
-    const std::vector<Case> cases{
-        {"all modules", std::string(WholeChain), all},
-        {"other order, no parts", "\x01\x08\xD6", noParts},
-        {"an unknown code hides what follows", "\xD6\x55\xBF", {{KM096, 0, 256, 192}}},
-        {"no table passes the region's end", "\xD6\xD6\xD6\x08", twice},
-    };
-    for (const Case& c : cases)
-        EXPECT_EQ(KeyTablesOf(c.codes), c.tables) << c.reason;
+    check("all modules", std::string(WholeChain), all);
+    check("other order, no parts", "\x01\x08\xD6", noParts);
+    check("an unknown code hides what follows", "\xD6\x55\xBF", {{KM096, 0, 256, 192}});
+    check("no table passes the region's end", "\xD6\xD6\xD6\x08", twice);
 }
 
 }  // namespace

@@ -1,10 +1,13 @@
 #include "flash/FlashTransfer.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include "comms/Crc.h"
-#include "flash/TransferLine.h"
+#include "fakes/BenchLine.h"
+#include "fakes/FakeFiles.h"
+#include "flash/Backups.h"
+#include "flash/Images.h"
+#include "flash/TakeFromImage.h"
 #include "platform/NumberText.h"
 
 namespace kelvora {
@@ -13,6 +16,69 @@ namespace {
 using Reason = TransferResult::Reason;
 using State = TransferResult::State;
 using std::chrono::milliseconds;
+
+// A simulated line to download into, with what the user answers and what was kept.
+struct TransferLine {
+    TransferLine()
+    {
+        bench.link.watcher = [this](const LineTraffic& traffic) {
+            if (traffic.direction != LineTraffic::Direction::Sent)
+                return;
+            sent.push_back(std::string(traffic.bytes.substr(5, traffic.bytes.size() - 10)));
+            if (onSent)
+                onSent(sent.back());
+        };
+    }
+
+    FlashImage Flash() const { return *ImageFrom(bench.Flash()); }
+
+    /// The setup of the line as it is.
+    SetupDocument Setup() const
+    {
+        return TakeFromImage(ReadDeviceMap(std::string(WholeChain)), Flash()).document;
+    }
+
+    /// That setup with two keys in blocks of their own, and an option, as they are not in the device.
+    SetupDocument OtherSetup() const
+    {
+        SetupDocument document = Setup();
+        Module(document, ModuleKind::KM096).KeyMap[1] = '0';
+        Module(document, ModuleKind::KM064).KeyMap[7] = '0';
+        Module(document, ModuleKind::MCR).Options[5] = ';';
+        return document;
+    }
+
+    TransferResult Run(const WantedContent& wanted)
+    {
+        const TransferSteps steps{[this](const TransferPlan& plan) {
+                                      return backups.Keep({1, plan.deviceMap, plan.terminal, plan.held});
+                                  },
+                                  [this](const TransferPlan& plan, const std::string& /*backup*/) {
+                                      asked.push_back(plan);
+                                      sent.push_back("?");
+                                      EXPECT_FALSE(bench.port.IsOpen())
+                                          << "the line is held while the user thinks";
+                                      if (whileAsked)
+                                          whileAsked();
+                                      return answer;
+                                  }};
+        TransferResult result = Download(comms, {1, "9600,n,8,1", 0}, hooks, wanted, steps);
+        EXPECT_FALSE(bench.port.IsOpen());
+        return result;
+    }
+
+    FakeEventLoop loop;
+    BenchLine bench{loop, {.isPaced = false}};
+    Comms comms{loop, {&bench.link, nullptr, nullptr, nullptr}};
+    LineHooks hooks;
+    FakeFiles files;
+    Backups backups{files, "/backups", [] { return std::chrono::local_seconds(std::chrono::seconds(0)); }};
+    TransferAnswer answer = TransferAnswer::Yes;
+    std::function<void()> whileAsked;
+    std::vector<TransferPlan> asked;
+    std::vector<std::string> sent;  ///< commands, repeated ones again
+    std::function<void(const std::string& command)> onSent;
+};
 
 // The commands that a download sends, without the repeated blocks and without data.
 std::string CommandsOf(TransferLine& line, const WantedContent& wanted)
@@ -144,42 +210,36 @@ TEST(FlashTransfer, EveryEndIsTold)
         };
     };
     using enum TransferResult::Reason;
-    const struct {
-        const char* why;
-        Prepare prepare;
-        State state;
-        Reason reason;
-        bool isAsked = true;
-    } cases[]{
-        {"answered No", says(TransferAnswer::No), State::Old, Declined},
-        {"answered No for the contents", says(TransferAnswer::KeepContents), State::Old, ContentsKept},
-        {"no backup", unkept, State::Old, NotKept, false},
-        {"the port is gone after the question", gone, State::Old, Line},
-        {"another CRC after the question", answers("0F02", "M0F02!0(00000000"), State::Foreign,
-         DeviceChanged},
-        {"a block is refused", answers("0FB1", "M0FB1!2"), State::Old, Line},
-        {"the commit is refused", answers("0FB3", "M0FB3!2"), State::Old, Line},
-        {"a commit without a meaning, and a third image", meaningless, State::Unknown, Line},
-        {"the commit is lost, then the terminal answers", silent({320, {}}), State::Old, Line},
-        {"the commit's answer is lost, then the terminal answers", silent({{}, 145}), State::New, Done},
-        {"the line fails behind the commit, which is a warning", answers("$9911", "Ebusy"), State::New, Done},
-    };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.why);
+    const auto check = [&](const char* why, const Prepare& prepare, State state, Reason reason,
+                           bool isAsked = true) {
+        SCOPED_TRACE(why);
         TransferLine line;
         const FlashImage before = line.Flash();
         const SetupDocument setup = line.OtherSetup();
-        row.prepare(line);
+        prepare(line);
         const TransferResult result = line.Run(setup);
-        EXPECT_EQ(result.state, row.state) << result.line.failure.detail;
-        EXPECT_EQ(result.reason, row.reason);
-        EXPECT_EQ(!line.asked.empty(), row.isAsked);
-        EXPECT_EQ(line.Flash(), row.state == State::New ? Built(setup, before) : before);
-        EXPECT_EQ(result.image.has_value(), row.state != State::Unknown && row.reason != DeviceChanged);
+        EXPECT_EQ(result.state, state) << result.line.failure.detail;
+        EXPECT_EQ(result.reason, reason);
+        EXPECT_EQ(!line.asked.empty(), isAsked);
+        EXPECT_EQ(line.Flash(), state == State::New ? Built(setup, before) : before);
+        EXPECT_EQ(result.image.has_value(), state != State::Unknown && reason != DeviceChanged);
         const bool wasHeldAgain = !line.asked.empty() && line.sent.back() != "?";
         EXPECT_TRUE(!wasHeldAgain || line.sent.back() == "$9911" || line.sent.back() == "$9904!3")
             << "the line stays held after " << line.sent.back();
-    }
+    };
+    check("answered No", says(TransferAnswer::No), State::Old, Declined);
+    check("answered No for the contents", says(TransferAnswer::KeepContents), State::Old, ContentsKept);
+    check("no backup", unkept, State::Old, NotKept, false);
+    check("the port is gone after the question", gone, State::Old, Line);
+    check("another CRC after the question", answers("0F02", "M0F02!0(00000000"), State::Foreign,
+          DeviceChanged);
+    check("a block is refused", answers("0FB1", "M0FB1!2"), State::Old, Line);
+    check("the commit is refused", answers("0FB3", "M0FB3!2"), State::Old, Line);
+    check("a commit without a meaning, and a third image", meaningless, State::Unknown, Line);
+    check("the commit is lost, then the terminal answers", silent({320, {}}), State::Old, Line);
+    check("the commit's answer is lost, then the terminal answers", silent({{}, 145}), State::New, Done);
+    check("the line fails behind the commit, which is a warning", answers("$9911", "Ebusy"), State::New,
+          Done);
 }
 
 TEST(FlashTransfer, VerifyTellsWhatDiffers)
@@ -208,6 +268,45 @@ TEST(FlashTransfer, VerifyTellsWhatDiffers)
     SetupDocument twice = setup;
     ASSERT_TRUE(AppendModule(twice, 191));
     EXPECT_EQ(Verify(line.comms, target, {}, twice, &scanned).outcome, VerifyResult::Outcome::NotBuilt);
+}
+
+/// The bytes that a download has sent and heard since its question.
+std::array<std::uint64_t, 2> Passed(const TransferLine& line)
+{
+    const bench::LineFaults& faults = line.bench.line.Faults();
+    return {faults.Passed(bench::Direction::ToDevice), faults.Passed(bench::Direction::ToHost)};
+}
+
+// A line that is cut at any byte of the commit, which are the last frames but three: what the program says of
+// the device is true. The simulation cuts the line elsewhere.
+TEST(FlashTransfer, ACutLineLeavesTheDeviceOldOrNewAndTheTruthIsTold)
+{
+    TransferLine whole;
+    whole.whileAsked = [&] { whole.bench.line.SetFaults({}); };
+    ASSERT_EQ(whole.Run(whole.OtherSetup()).state, State::New);
+    for (const bool isToHost : {false, true}) {
+        const std::uint64_t bytes = Passed(whole).at(isToHost ? 1 : 0);
+        std::array<int, 5> seen{};
+        for (std::uint64_t cut = bytes - 120; cut < bytes; ++cut) {
+            bench::FaultPlan faults;
+            bench::LineCut& how = cut % 2 == 1 ? faults.awayAfter : faults.silentAfter;
+            (isToHost ? how.toHost : how.toDevice) = cut;
+            TransferLine line;
+            const FlashImage before = line.Flash();
+            const SetupDocument setup = line.OtherSetup();
+            line.whileAsked = [&] { line.bench.line.SetFaults(faults); };
+            const TransferResult result = line.Run(setup);
+            const bool isOld = line.Flash() == before;
+            ASSERT_TRUE(isOld || line.Flash() == Built(setup, before)) << cut;
+            ASSERT_NE(result.state, isOld ? State::New : State::Old) << cut;
+            ASSERT_TRUE(!result.image || *result.image == line.Flash()) << cut;
+            ++seen.at(static_cast<std::size_t>(result.state));
+        }
+        // It is unknown only within the commit and its answer: the two frames are 22 and 17 bytes.
+        EXPECT_EQ(seen.at(static_cast<std::size_t>(State::Unknown)), isToHost ? 17 : 22);
+        EXPECT_GT(seen.at(static_cast<std::size_t>(State::Old)), 10);
+        EXPECT_GT(seen.at(static_cast<std::size_t>(State::New)), 10);
+    }
 }
 
 }  // namespace

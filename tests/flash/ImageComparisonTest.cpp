@@ -13,25 +13,21 @@ using namespace std::string_literals;
 
 TEST(ImageQuery, IsAnAddressPairsOfDigitsOrText)
 {
-    const struct {
-        const char* typed;
-        std::optional<ImageQuery> query;
-    } rows[]{
-        {"01A0", ImageQuery{0x1A0, {}}},
-        {" 1fff ", ImageQuery{0x1FFF, {}}},
-        {"0001:a0", ImageQuery{0x1A0, {}}},
-        {"2026", ImageQuery{{}, "2026", true}},
-        {"0020:00", ImageQuery{{}, "0020:00", true}},
-        {"0001:A", ImageQuery{{}, "0001:A", true}},
-        {"4A 0b", ImageQuery{{}, "\x4A\x0B"}},
-        {"00  FF 1B", ImageQuery{{}, "\0\xFF\x1B"s}},
-        {"4a", ImageQuery{{}, "J"}},
-        {"4A 4", ImageQuery{{}, "4A 4", true}},
-        {"Till 3", ImageQuery{{}, "Till 3", true}},
-        {"   ", std::nullopt},
-    };
-    for (const auto& [typed, query] : rows)
+    const auto check = [&](const char* typed, const std::optional<ImageQuery>& query) {
         EXPECT_EQ(ParseImageQuery(typed), query) << typed;
+    };
+    check("01A0", ImageQuery{0x1A0, {}});
+    check(" 1fff ", ImageQuery{0x1FFF, {}});
+    check("0001:a0", ImageQuery{0x1A0, {}});
+    check("2026", ImageQuery{{}, "2026", true});
+    check("0020:00", ImageQuery{{}, "0020:00", true});
+    check("0001:A", ImageQuery{{}, "0001:A", true});
+    check("4A 0b", ImageQuery{{}, "\x4A\x0B"});
+    check("00  FF 1B", ImageQuery{{}, "\0\xFF\x1B"s});
+    check("4a", ImageQuery{{}, "J"});
+    check("4A 4", ImageQuery{{}, "4A 4", true});
+    check("Till 3", ImageQuery{{}, "Till 3", true});
+    check("   ", std::nullopt);
 }
 
 TEST(ImageComparison, FindsInEitherImageAndGoesRound)

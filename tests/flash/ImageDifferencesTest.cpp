@@ -48,25 +48,21 @@ TEST(ImageDifferences, AreNamed)
 TEST(ImageDifferences, KeysAreNamedOnlyWhereTheTablesStandAlike)
 {
     using What = ImageDifference::What;
-    struct Case {
-        std::string reason;
-        FlashImage before;
-        std::string line;
-        What what;
-    };
     const FlashImage after = ImageOf("\xD6\x08\xBF");
-    for (const Case& c : {Case{"the same modules", after, "\xD6\x08\xBF", What::Key},
-                          Case{"never written", Filled(0xFF), "\xD6\x08\xBF", What::Key},
-                          Case{"another order", ImageOf("\xD6\xBF\x08"), "\xD6\x08\xBF", What::Bytes},
-                          Case{"another line", after, "\xD6\xBF\x08", What::Bytes},
-                          Case{"behind an unknown module", after, "\xD6\xFF\xBF", What::Bytes}}) {
+    const auto check = [&](const std::string& reason, const FlashImage& before, const std::string& line,
+                           What what) {
         FlashImage changed = after;
         changed[496] = 0;  // a1 of the KM064 behind an ICCR
-        const auto differences = DescribeDifferences(c.before, changed, ReadDeviceMap(c.line).Modules);
-        ASSERT_FALSE(differences.empty()) << c.reason;
-        EXPECT_EQ(differences.back().what, c.what) << c.reason;
-        EXPECT_EQ(differences.back().first, 496U) << c.reason;
-    }
+        const auto differences = DescribeDifferences(before, changed, ReadDeviceMap(line).Modules);
+        ASSERT_FALSE(differences.empty()) << reason;
+        EXPECT_EQ(differences.back().what, what) << reason;
+        EXPECT_EQ(differences.back().first, 496U) << reason;
+    };
+    check("the same modules", after, "\xD6\x08\xBF", What::Key);
+    check("never written", Filled(0xFF), "\xD6\x08\xBF", What::Key);
+    check("another order", ImageOf("\xD6\xBF\x08"), "\xD6\x08\xBF", What::Bytes);
+    check("another line", after, "\xD6\xBF\x08", What::Bytes);
+    check("behind an unknown module", after, "\xD6\xFF\xBF", What::Bytes);
     EXPECT_EQ(ModulesOf(after), ReadDeviceMap("\xD6\x08\xBF").Modules);
 }
 

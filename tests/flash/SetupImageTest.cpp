@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <random>
-#include <vector>
 
 #include "flash/Images.h"
 #include "flash/TakeFromImage.h"
@@ -39,32 +38,26 @@ TEST(SetupImage, OfADeviceThatWasNeverRead)
 // Each row: a pair of the device, the key type that the setup has there, and the pair that is written.
 TEST(SetupImage, WritesAPairOnlyWhereItMeansSomethingElse)
 {
-    struct Case {
-        std::string reason, held;
-        char type;
-        std::string written;
-    };
-    const std::vector<Case> cases{
-        {"the same type keeps its code", "\x45\x99", '2', "\x45\x99"},
-        {"another type keeps its code", "\x45\x99", '4', "\xC5\x99"},
-        {"a code in the second byte alone", "\x00\x02"s, '3', "\x80\x02"},
-        {"unused", "\x45\x99", '0', "\x00\x00"s},
-        {"unused as the device has it", "\x40\x01", '0', "\x40\x01"},
-        {"used without a code", "\x40\x01", '1', "\x00\x02"s},
-        {"used after an erasure", "\xFF\xFF", '4', "\xC0\x02"},
-        {"unused after an erasure", "\xFF\xFF", '0', "\x00\x00"s},
-        {"no key in the setup", "\x45\x99", ' ', "\x00\x00"s},
-        {"no key in the setup after an erasure", "\xFF\xFF", ' ', "\x00\x00"s},
-        {"a position that the model lacks", "\x45\x99", 'X', "\x45\x99"},
-        {"a code that would look erased", "\x3F\xFF", '4', "\xC0\x02"},
-    };
-    for (const Case& c : cases) {
+    const auto check = [&](const std::string& reason, const std::string& held, char type,
+                           const std::string& written) {
         SetupDocument document = ReadDeviceMap("\x08");
-        Module(document, ModuleKind::ICCR).KeyMap[0] = c.type;
+        Module(document, ModuleKind::ICCR).KeyMap[0] = type;
         FlashImage device = ImageOf("\x08");
-        std::copy(c.held.begin(), c.held.end(), device.begin() + 256);
-        EXPECT_EQ(TextOf(Built(document, device)).substr(256, 2), c.written) << c.reason;
-    }
+        std::copy(held.begin(), held.end(), device.begin() + 256);
+        EXPECT_EQ(TextOf(Built(document, device)).substr(256, 2), written) << reason;
+    };
+    check("the same type keeps its code", "\x45\x99", '2', "\x45\x99");
+    check("another type keeps its code", "\x45\x99", '4', "\xC5\x99");
+    check("a code in the second byte alone", "\x00\x02"s, '3', "\x80\x02");
+    check("unused", "\x45\x99", '0', "\x00\x00"s);
+    check("unused as the device has it", "\x40\x01", '0', "\x40\x01");
+    check("used without a code", "\x40\x01", '1', "\x00\x02"s);
+    check("used after an erasure", "\xFF\xFF", '4', "\xC0\x02");
+    check("unused after an erasure", "\xFF\xFF", '0', "\x00\x00"s);
+    check("no key in the setup", "\x45\x99", ' ', "\x00\x00"s);
+    check("no key in the setup after an erasure", "\xFF\xFF", ' ', "\x00\x00"s);
+    check("a position that the model lacks", "\x45\x99", 'X', "\x45\x99");
+    check("a code that would look erased", "\x3F\xFF", '4', "\xC0\x02");
 }
 
 TEST(SetupImage, OptionsTouchTheirBitsAlone)

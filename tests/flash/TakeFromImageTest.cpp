@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <optional>
-#include <vector>
 
 #include "flash/Images.h"
 
@@ -16,49 +14,40 @@ using enum ModuleKind;
 TEST(TakeFromImage, TellsWhatItLeaves)
 {
     using What = TakeNotice::What;
-    struct Case {
-        std::string reason, line;
-        std::optional<FlashImage> image;  // in place of the setup's own
-        std::vector<std::pair<std::size_t, int>> bytes;
-        std::vector<TakeNotice> notices;
-    };
     const std::string keyboards = "\xD6\xBF\x08";
     const std::vector<TakeNotice> invalid{{What::InvalidKeyMap, ICCR}};
-    const std::vector<Case> cases{
-        {"nothing spoilt", keyboards, {}, {}, {}},
-        {"erased", keyboards, Filled(0xFF), {}, {{What::EmptyImage}}},
-        {"no pairs", keyboards, ImageOf(""), {}, {{What::EmptyImage}}},
-        {"another order", keyboards, ImageOf("\xD6\x08\xBF"), {}, {{What::ModulesDisagree}}},
-        {"a module more", keyboards, ImageOf("\xD6\xBF\x08\x01"), {}, {{What::ModulesDisagree}}},
-        {"nothing on the line", "", ImageOf("\xD6"), {}, {}},
-        {"erased key", keyboards, {}, {{448, 0xFF}, {449, 0xFF}}, {{What::ErasedKey, KM064}}},
-        {"erased where the model has no key", keyboards, {}, {{270, 0xFF}, {271, 0xFF}}, {}},
-        {"a wide key over a key", keyboards, {}, {{576, 0x81}}, invalid},
-        // Key 8 at h1; key 9, b1, is unused.
-        {"a wide key over the right edge", keyboards, {}, {{590, 0x80}, {578, 0}, {579, 0}}, invalid},
-        // Key 2 at f1, key 5 at c2; key 6, h2, is unused.
-        {"a tall and a wide key share a cell",
-         keyboards,
-         {},
-         {{586, 0x40}, {596, 0x80}, {606, 0}, {607, 0}},
-         invalid},
-    };
-    for (const Case& c : cases) {
-        SetupDocument device = ReadDeviceMap(keyboards);
-        for (const ModuleKind kind : {KM096, KM064, ICCR})
-            Module(device, kind).KeyMap[0] = '0';
-        FlashImage image = c.image.value_or(Built(device, Filled(0xFF)));
-        for (const auto& [address, byte] : c.bytes)
-            image.at(address) = static_cast<std::uint8_t>(byte);
-        const TakenSetup taken = TakeFromImage(ReadDeviceMap(c.line), image);
-        EXPECT_EQ(taken.notices, c.notices) << c.reason;
-        for (const ModuleRecord& record : taken.document.Modules) {
-            const bool left = std::ranges::any_of(c.notices, [&](const TakeNotice& notice) {
-                return notice.kind == None || notice.kind == record.Kind;
-            });
-            EXPECT_EQ(record.KeyMap[0], left ? '1' : '0') << c.reason;
-        }
-    }
+    const auto check =
+        [&](const std::string& reason, const std::string& line, const std::optional<FlashImage>& otherImage,
+            const std::vector<std::pair<std::size_t, int>>& bytes, const std::vector<TakeNotice>& notices) {
+            SetupDocument device = ReadDeviceMap(keyboards);
+            for (const ModuleKind kind : {KM096, KM064, ICCR})
+                Module(device, kind).KeyMap[0] = '0';
+            FlashImage image = otherImage.value_or(Built(device, Filled(0xFF)));
+            for (const auto& [address, byte] : bytes)
+                image.at(address) = static_cast<std::uint8_t>(byte);
+            const TakenSetup taken = TakeFromImage(ReadDeviceMap(line), image);
+            EXPECT_EQ(taken.notices, notices) << reason;
+            for (const ModuleRecord& record : taken.document.Modules) {
+                const bool left = std::ranges::any_of(notices, [&](const TakeNotice& notice) {
+                    return notice.kind == None || notice.kind == record.Kind;
+                });
+                EXPECT_EQ(record.KeyMap[0], left ? '1' : '0') << reason;
+            }
+        };
+    check("nothing spoilt", keyboards, {}, {}, {});
+    check("erased", keyboards, Filled(0xFF), {}, {{What::EmptyImage}});
+    check("no pairs", keyboards, ImageOf(""), {}, {{What::EmptyImage}});
+    check("another order", keyboards, ImageOf("\xD6\x08\xBF"), {}, {{What::ModulesDisagree}});
+    check("a module more", keyboards, ImageOf("\xD6\xBF\x08\x01"), {}, {{What::ModulesDisagree}});
+    check("nothing on the line", "", ImageOf("\xD6"), {}, {});
+    check("erased key", keyboards, {}, {{448, 0xFF}, {449, 0xFF}}, {{What::ErasedKey, KM064}});
+    check("erased where the model has no key", keyboards, {}, {{270, 0xFF}, {271, 0xFF}}, {});
+    check("a wide key over a key", keyboards, {}, {{576, 0x81}}, invalid);
+    // Key 8 at h1; key 9, b1, is unused.
+    check("a wide key over the right edge", keyboards, {}, {{590, 0x80}, {578, 0}, {579, 0}}, invalid);
+    // Key 2 at f1, key 5 at c2; key 6, h2, is unused.
+    check("a tall and a wide key share a cell", keyboards, {}, {{586, 0x40}, {596, 0x80}, {606, 0}, {607, 0}},
+          invalid);
 }
 
 TEST(TakeFromImage, AnUnknownModuleHidesTheTablesBehindIt)

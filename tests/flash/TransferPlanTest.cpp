@@ -20,47 +20,40 @@ TEST(TransferPlan, IsForALineOfTheSameMainModulesAlone)
     const FlashDump strayed{ImageOf("\xBF\x03"), {DeviceMapDump{"", std::string(WholeChain)}}};
     SetupDocument twice = SetupOf(WholeChain);
     AppendModule(twice, 8);
-    const struct {
-        const char* why;
-        WantedContent wanted;
-        std::string_view line;
-        std::optional<Reason> refused;
-        int position;
-    } cases[]{
-        {"the same", SetupOf(WholeChain), WholeChain, {}, 0},
-        {"other tracks, other backlight, a part less", SetupOf(WholeChain), "\xD6\x1F\xBF\x01\x08", {}, 0},
-        {"another order", SetupOf("\xBF\x03"), "\x03\xBF", Reason::OtherModules, 0},
-        {"a module less", SetupOf("\xBF\x03"), "\xBF", Reason::OtherModules, 0},
-        {"an unknown one, third on the line", SetupOf("\xBF\x03"), "\xBF\x03\xFF", Reason::UnknownModule, 2},
-        {"an unknown one in both", SetupOf("\xBF\xFF"), "\xBF\xFF", Reason::NotBuilt, 0},
-        {"a kind twice", twice, WholeChain, Reason::NotBuilt, 0},
-        {"an empty setup", SetupDocument{}, WholeChain, Reason::NoModules, 0},
-        {"no devices", SetupDocument{}, "", Reason::NoModules, 0},
-        {"a dump of that line", chain, WholeChain, {}, 0},
-        {"a dump of another line", chain, "\xBF\x03", Reason::OtherModules, 0},
-        {"a dump of a device that was never set up, by its line", fresh, WholeChain, {}, 0},
-        {"the same, of another line", fresh, "\xBF", Reason::OtherModules, 0},
-        {"a backup whose image names another line, for its own", strayed, WholeChain, {}, 0},
-        {"the same, for the one that it names", strayed, "\xBF\x03", {}, 0},
-        {"the same, for a third", strayed, "\xBF", Reason::OtherModules, 0},
-        {"a dump that names nothing", FlashDump{Filled(0xFF), {}}, WholeChain, Reason::NoModules, 0},
-        {"the same, with the user's word", FlashDump{Filled(0xFF), {}, true}, WholeChain, {}, 0},
-        {"the user's word against what the dump names", FlashDump{ImageOf("\xBF"), {}, true}, WholeChain,
-         Reason::OtherModules, 0},
-        {"the same with zeros", FlashDump{Filled(0), {}}, WholeChain, Reason::NoModules, 0},
-    };
-    for (const auto& row : cases) {
-        const auto refusal = RefusalFor(row.wanted, row.line);
-        EXPECT_EQ(refusal.has_value(), row.refused.has_value()) << row.why;
-        if (refusal && row.refused) {
-            EXPECT_EQ(refusal->reason, *row.refused) << row.why;
-            EXPECT_EQ(refusal->position, row.position) << row.why;
+    const auto check = [&](const char* why, const WantedContent& wanted, std::string_view line,
+                           std::optional<Reason> refused, int position) {
+        const auto refusal = RefusalFor(wanted, line);
+        EXPECT_EQ(refusal.has_value(), refused.has_value()) << why;
+        if (refusal && refused) {
+            EXPECT_EQ(refusal->reason, *refused) << why;
+            EXPECT_EQ(refusal->position, position) << why;
             // What no line can mend is told without one.
             const bool isOfLine =
                 refusal->reason == Reason::OtherModules || refusal->reason == Reason::UnknownModule;
-            EXPECT_EQ(RefusalFor(row.wanted), isOfLine ? std::nullopt : refusal) << row.why;
+            EXPECT_EQ(RefusalFor(wanted), isOfLine ? std::nullopt : refusal) << why;
         }
-    }
+    };
+    check("the same", SetupOf(WholeChain), WholeChain, {}, 0);
+    check("other tracks, other backlight, a part less", SetupOf(WholeChain), "\xD6\x1F\xBF\x01\x08", {}, 0);
+    check("another order", SetupOf("\xBF\x03"), "\x03\xBF", Reason::OtherModules, 0);
+    check("a module less", SetupOf("\xBF\x03"), "\xBF", Reason::OtherModules, 0);
+    check("an unknown one, third on the line", SetupOf("\xBF\x03"), "\xBF\x03\xFF", Reason::UnknownModule, 2);
+    check("an unknown one in both", SetupOf("\xBF\xFF"), "\xBF\xFF", Reason::NotBuilt, 0);
+    check("a kind twice", twice, WholeChain, Reason::NotBuilt, 0);
+    check("an empty setup", SetupDocument{}, WholeChain, Reason::NoModules, 0);
+    check("no devices", SetupDocument{}, "", Reason::NoModules, 0);
+    check("a dump of that line", chain, WholeChain, {}, 0);
+    check("a dump of another line", chain, "\xBF\x03", Reason::OtherModules, 0);
+    check("a dump of a device that was never set up, by its line", fresh, WholeChain, {}, 0);
+    check("the same, of another line", fresh, "\xBF", Reason::OtherModules, 0);
+    check("a backup whose image names another line, for its own", strayed, WholeChain, {}, 0);
+    check("the same, for the one that it names", strayed, "\xBF\x03", {}, 0);
+    check("the same, for a third", strayed, "\xBF", Reason::OtherModules, 0);
+    check("a dump that names nothing", FlashDump{Filled(0xFF), {}}, WholeChain, Reason::NoModules, 0);
+    check("the same, with the user's word", FlashDump{Filled(0xFF), {}, true}, WholeChain, {}, 0);
+    check("the user's word against what the dump names", FlashDump{ImageOf("\xBF"), {}, true}, WholeChain,
+          Reason::OtherModules, 0);
+    check("the same with zeros", FlashDump{Filled(0), {}}, WholeChain, Reason::NoModules, 0);
 }
 
 TEST(TransferPlan, SaysOnceWhatChanges)

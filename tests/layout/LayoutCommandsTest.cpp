@@ -26,26 +26,18 @@ SetupDocument Document(const Chain& chain)
 
 TEST(LayoutCommands, PlacesStandBehindTheMasterInBothDirections)
 {
-    struct Case {
-        const char* why;
-        Chain before;
-        ModuleKind placed;
-        std::size_t place;
-        Chain after;
+    const auto check = [&](const char* why, const Chain& before, ModuleKind placed, std::size_t place,
+                           const Chain& after) {
+        EXPECT_EQ(MainChain(PlaceModule(Document(before), placed, place).Modules), after) << why;
     };
-    const std::vector<Case> cases{
-        {"the first module", {}, Master, 0, {Master}},
-        {"a master comes first in a file without one", {Slave, Mcr}, Master, 9, {Master, Slave, Mcr}},
-        {"behind the master", {Master, Slave}, Mcr, 1, {Master, Mcr, Slave}},
-        {"never before the master", {Master, Slave}, Mcr, 0, {Master, Mcr, Slave}},
-        {"at the end", {Master, Slave}, Mcr, 2, {Master, Slave, Mcr}},
-        {"moved left", {Master, Slave, Mcr, Iccr}, Iccr, 1, {Master, Iccr, Slave, Mcr}},
-        {"moved right", {Master, Slave, Mcr, Iccr}, Slave, 3, {Master, Mcr, Iccr, Slave}},
-        {"moved to where it is", {Master, Slave, Mcr, Iccr}, Mcr, 2, {Master, Slave, Mcr, Iccr}},
-    };
-    for (const Case& row : cases)
-        EXPECT_EQ(MainChain(PlaceModule(Document(row.before), row.placed, row.place).Modules), row.after)
-            << row.why;
+    check("the first module", {}, Master, 0, {Master});
+    check("a master comes first in a file without one", {Slave, Mcr}, Master, 9, {Master, Slave, Mcr});
+    check("behind the master", {Master, Slave}, Mcr, 1, {Master, Mcr, Slave});
+    check("never before the master", {Master, Slave}, Mcr, 0, {Master, Mcr, Slave});
+    check("at the end", {Master, Slave}, Mcr, 2, {Master, Slave, Mcr});
+    check("moved left", {Master, Slave, Mcr, Iccr}, Iccr, 1, {Master, Iccr, Slave, Mcr});
+    check("moved right", {Master, Slave, Mcr, Iccr}, Slave, 3, {Master, Mcr, Iccr, Slave});
+    check("moved to where it is", {Master, Slave, Mcr, Iccr}, Mcr, 2, {Master, Slave, Mcr, Iccr});
 }
 
 TEST(LayoutCommands, DeletingTheMasterTakesAllAndAsksOnlyForMore)

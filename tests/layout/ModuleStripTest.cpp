@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
-#include <optional>
-#include <vector>
 
 #include "layout/LayoutCommands.h"
 #include "layout/StripScale.h"
@@ -39,58 +37,47 @@ void PrintTo(const PlacedButton& placed, std::ostream* out)
 
 TEST(ModuleStrip, PlacesTheChainFromLeftToRight)
 {
-    struct {
-        const char* reason;
-        ModuleList modules;
-        std::vector<PlacedButton> expected;
-    } const cases[]{
-        {"an empty line shows nothing", {}, {}},
-        {"master without parts", Line({214}), {FirstMaster}},
-        {"parts ride on the master", Line({214, 23, 4}), {FirstMaster, FirstLamp, FirstDisplay}},
-        {"all four, each after the gap",
-         Line({214, 31, 4, 191, 3, 8}),
-         {FirstMaster,
-          FirstLamp,
-          FirstDisplay,
-          {KM064, 2980, 585},
-          {MCR, 5070, 585},
-          {ICCR, 5765, 600},
-          {Keypad, 5865, 1775}}},
-        {"the keypad comes right after its unit",
-         Line({214, 8, 191}),
-         {FirstMaster, {ICCR, 2980, 600}, {Keypad, 3080, 1775}, {KM064, 4140, 585}}},
-        {"a part further down the line still rides on the master",
-         Line({214, 1, 23}),
-         {FirstMaster, FirstLamp, {MCR, 2980, 585}}},
-        {"parts without a master have nothing to ride on", Line({23, 4, 191}), {{KM064, 20, 585}}},
-        {"there is one button a kind", Line({214, 214, 23, 23}), {FirstMaster, FirstLamp}},
-    };
-    for (const auto& [reason, modules, expected] : cases)
+    const auto check = [&](const char* reason, const ModuleList& modules,
+                           const std::vector<PlacedButton>& expected) {
         EXPECT_EQ(LayOutStrip(modules), expected) << reason;
+    };
+    check("an empty line shows nothing", {}, {});
+    check("master without parts", Line({214}), {FirstMaster});
+    check("parts ride on the master", Line({214, 23, 4}), {FirstMaster, FirstLamp, FirstDisplay});
+    check("all four, each after the gap", Line({214, 31, 4, 191, 3, 8}),
+          {FirstMaster,
+           FirstLamp,
+           FirstDisplay,
+           {KM064, 2980, 585},
+           {MCR, 5070, 585},
+           {ICCR, 5765, 600},
+           {Keypad, 5865, 1775}});
+    check("the keypad comes right after its unit", Line({214, 8, 191}),
+          {FirstMaster, {ICCR, 2980, 600}, {Keypad, 3080, 1775}, {KM064, 4140, 585}});
+    check("a part further down the line still rides on the master", Line({214, 1, 23}),
+          {FirstMaster, FirstLamp, {MCR, 2980, 585}});
+    check("parts without a master have nothing to ride on", Line({23, 4, 191}), {{KM064, 20, 585}});
+    check("there is one button a kind", Line({214, 214, 23, 23}), {FirstMaster, FirstLamp});
 }
 
 TEST(ModuleStrip, HitTestFindsMainButtonAndHalf)
 {
     const auto strip = LayOutStrip(Line({214, 23, 4, 3}));
-    struct {
-        int x;
-        std::optional<StripHit> expected;
-    } const cases[]{
-        {19, {}},
-        {20, StripHit{Master, false}},
-        {1489, StripHit{Master, false}},
-        {1490, StripHit{Master, true}},
-        {2500, StripHit{Master, true}},  // over the lamp
-        {2959, StripHit{Master, true}},
-        {2960, {}},
-        {2979, {}},
-        {2980, StripHit{MCR, false}},
-        {3317, StripHit{MCR, false}},  // 675 is odd: the middle belongs to neither half of whole twips
-        {3318, StripHit{MCR, true}},
-        {3655, {}},
-    };
-    for (const auto& [x, expected] : cases)
+    const auto check = [&](int x, const std::optional<StripHit>& expected) {
         EXPECT_EQ(HitTest(strip, x), expected) << x;
+    };
+    check(19, {});
+    check(20, StripHit{Master, false});
+    check(1489, StripHit{Master, false});
+    check(1490, StripHit{Master, true});
+    check(2500, StripHit{Master, true});  // over the lamp
+    check(2959, StripHit{Master, true});
+    check(2960, {});
+    check(2979, {});
+    check(2980, StripHit{MCR, false});
+    check(3317, StripHit{MCR, false});  // 675 is odd: the middle belongs to neither half of whole twips
+    check(3318, StripHit{MCR, true});
+    check(3655, {});
 }
 
 TEST(StripScale, FitsTheMiddleOfTheWindowAndFindsEachPixelsButton)

@@ -2,18 +2,31 @@
 
 #include <gtest/gtest.h>
 
-#include "fakes/FakeDesk.h"
+#include "fakes/FakeEventLoop.h"
+#include "fakes/FakeFileDialogs.h"
+#include "fakes/FakeFiles.h"
+#include "fakes/FakePrompt.h"
 #include "layout/CommandRules.h"
+#include "layout/SetupDesk.h"
 #include "ports/Connection.h"
 
 namespace kelvora {
 namespace {
 
+// What setup windows work with, behind which nothing is real.
 class Session : public testing::Test {
 protected:
-    FakeDesk fake;
-    FakeFiles& files = fake.files;
-    FakeFileDialogs& dialogs = fake.dialogs;
+    FakeFiles files;
+    FakePrompt prompt;
+    FakeFileDialogs dialogs;
+    FakeEventLoop loop;
+    Texts texts{prompt};
+    PosCfg defaults{SetupMode::New, 0};
+    UserFiles userFiles{texts, files, dialogs, defaults.OutInitDir};
+    Lines lines{{}, loop};
+    RunningOperation operation;
+    OperationNotes notes{nullptr, lines, texts};
+    SetupDesk desk{userFiles, lines, operation, notes, loop, defaults};
 };
 
 TEST_F(Session, ATypedNameKeepsItsDotsAndGetsAnEndingThatTheDialogKnows)
@@ -26,7 +39,7 @@ TEST_F(Session, ATypedNameKeepsItsDotsAndGetsAnEndingThatTheDialogKnows)
         {"/t/Till.DAT", "/t/till.dat", 2},     {"/t.d/till", "/t.d/till.dat", 3},
         {"/t/till.txt", "/t/till.txt", 1},
     };
-    SetupSession session(fake.desk, SetupMode::New);
+    SetupSession session(desk, SetupMode::New);
     session.Load({});
     for (const auto& row : rows) {
         dialogs.choices.push_back({row.typed, "/t", row.filter});
@@ -69,7 +82,7 @@ TEST(CommandRules, WhatRunsDisablesEverythingAndToolsFollowTheScan)
 
 TEST_F(Session, ASetupIsBuiltOverTheImageOfItsOwnPortAlone)
 {
-    SetupSession session(fake.desk, SetupMode::New);
+    SetupSession session(desk, SetupMode::New);
     EXPECT_FALSE(session.BaseImage());
     FlashImage image{};
     image[3000] = 7;

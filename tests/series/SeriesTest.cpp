@@ -1,14 +1,13 @@
 #include "series/Series.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
+#include "fakes/BenchLine.h"
 #include "fakes/FakeFiles.h"
 #include "fakes/MemoryJournal.h"
 #include "flash/Backups.h"
 #include "flash/Images.h"
 #include "flash/TakeFromImage.h"
-#include "series/Tills.h"
 #include "setup/SetupWriter.h"
 
 namespace kelvora {
@@ -20,6 +19,61 @@ using enum bench::Module;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using Kind = SeriesEvent::Kind;
+
+/// A terminal of that name with its modules, which nothing is connected to.
+struct Till {
+    Till(std::string tillName, const std::vector<bench::Module>& modules, bench::FaultPlan itsFaults = {})
+        : name(std::move(tillName)), memory(bench::FreshLine(modules)), faults(std::move(itsFaults))
+    {
+    }
+
+    FlashImage Flash() const
+    {
+        const bench::LineState& now = line ? line->Memory() : memory;
+        FlashImage image{};
+        std::copy(now.flash.begin(), now.flash.end(), image.begin());
+        return image;
+    }
+
+    std::string name;
+    bench::LineState memory;
+    bench::FaultPlan faults;
+    const bench::SimulatedLine* line = nullptr;  ///< what has the memory while it is connected
+};
+
+/// The cable of a line, and the adapter that it hangs on: what is there can change while the port is open.
+class Cable {
+public:
+    explicit Cable(BenchLine& bench) : bench_(bench) { bench_.line.TakeAway(); }
+
+    /// Null for nothing.
+    void Connect(Till* till)
+    {
+        if (till_) {
+            till_->memory = bench_.line.Memory();
+            till_->line = nullptr;
+        }
+        bench_.line.TakeAway();
+        till_ = till;
+        if (!till_)
+            return;
+        till_->line = &bench_.line;
+        bench_.line.Put(till_->memory, till_->name, till_->faults);
+    }
+
+    /// The adapter is taken out of the machine, and comes back.
+    void PullOut()
+    {
+        bench_.port.refusal = PortFailure::Missing;
+        if (bench_.port.IsOpen())
+            bench_.line.onAway();
+    }
+    void PutIn() { bench_.port.refusal = PortFailure::None; }
+
+private:
+    BenchLine& bench_;
+    Till* till_ = nullptr;
+};
 
 const std::vector<bench::Module> Keyboards{KM096, KM064};
 
@@ -202,16 +256,14 @@ TEST_F(SeriesTest, ByNameEachTerminalGetsItsOwnFileOrNone)
     files.content["/tills/Till01.DAT"] = files.content["/setups/fiscal.dat"];
     files.content["/tills/twice.dat"] = files.content["/tills/Twice.dat"] = "x";
     files.content["/tills/broken.dat"] = "[Kelvora]\r\noops\r\n";
-    const struct {
-        const char* terminal;
-        const char* why;
-    } refused[]{{"TILL02", "/tills: no file is named TILL02.dat"},
-                {"TWICE", "several files"},
-                {"../setups/fiscal", "no file"},
-                {"  ", "no name"},
-                {"BROKEN", "broken.dat:2: expected"}};
-    for (const auto& row : refused)
-        EXPECT_THAT(ChooseByName(files, "/tills", row.terminal).why, HasSubstr(row.why));
+    const auto check = [&](const char* terminal, const char* why) {
+        EXPECT_THAT(ChooseByName(files, "/tills", terminal).why, HasSubstr(why));
+    };
+    check("TILL02", "/tills: no file is named TILL02.dat");
+    check("TWICE", "several files");
+    check("../setups/fiscal", "no file");
+    check("  ", "no name");
+    check("BROKEN", "broken.dat:2: expected");
     files.content["/tills/caf\xC3\xA9.dat"] = "x";
     EXPECT_EQ(ChooseByName(files, "/tills", "CAF\xC9").path, "/tills/caf\xC3\xA9.dat");
     files.unreadable.insert("/tills/till01.dat");
