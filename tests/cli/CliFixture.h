@@ -2,11 +2,8 @@
 #pragma once
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <deque>
-#include <filesystem>
 #include <iterator>
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -15,9 +12,11 @@
 #include <vector>
 
 #include "cli/Cli.h"
+#include "cli/Console.h"
 #include "cli/LineAccess.h"
 #include "fakes/BenchLine.h"
 #include "fakes/MemoryJournal.h"
+#include "fakes/TestFolder.h"
 #include "platform/posix/PosixFiles.h"
 
 namespace kelvora {
@@ -42,6 +41,8 @@ public:
     bool Ask(const std::string& question) override
     {
         questions.push_back(question);
+        if (whileAsked)
+            whileAsked();
         if (answers.empty())
             return answer.value();
         const bool next = answers.front();
@@ -57,6 +58,7 @@ public:
     bool showsProgress = false;
     std::optional<bool> answer;  ///< on the terminal; nothing where there is none
     std::deque<bool> answers;    ///< given in turn before that
+    std::function<void()> whileAsked;
     std::vector<std::string> questions;
     std::string data;
     MemoryJournal kept;
@@ -85,8 +87,6 @@ inline std::vector<nlohmann::json> JsonLines(const std::string& text)
 
 class CliTest : public testing::Test {
 protected:
-    ~CliTest() override { std::filesystem::remove_all(folder); }
-
     std::string At(const std::string& name) const { return folder + "/" + name; }
 
     /// Fails unless each command, in words, is one that makes no sense.
@@ -110,10 +110,25 @@ protected:
 
     CliResult Run(const std::vector<std::string>& arguments, const std::string& input = {})
     {
+        return Run(arguments, access, input);
+    }
+    static CliResult Run(const std::vector<std::string>& arguments, LineAccess& given,
+                         const std::string& input = {})
+    {
+        const auto run = [&](Console& console) {
+            return RunCli(arguments, console.in, console.out, console.err, given);
+        };
+        return OnConsole(run, input);
+    }
+    /// What `run`, which gets a Console and gives the exit code, says there.
+    template <class Action>
+    static CliResult OnConsole(const Action& run, const std::string& input = {})
+    {
         std::istringstream in(input);
         std::ostringstream out;
         std::ostringstream err;
-        const int exitCode = RunCli(arguments, in, out, err, access);
+        Console console{in, out, err};
+        const int exitCode = run(console);
         return {exitCode, out.str(), err.str()};
     }
 
@@ -128,14 +143,8 @@ protected:
 
     PosixFiles files;
     FakeLineAccess access;
-    std::string folder = MakeFolder();
-
-private:
-    static std::string MakeFolder()
-    {
-        std::string name = testing::TempDir() + "kelvora-cli-" + std::string(6, 'X');
-        return mkdtemp(name.data());
-    }
+    TestFolder own;
+    const std::string& folder = own.Path();
 };
 
 inline constexpr const char* Accepted = "[Kelvora]\n[MCR]\n";

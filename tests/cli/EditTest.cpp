@@ -89,32 +89,20 @@ TEST_F(Edit, LeavesWhatItCannotSaveAndWhatChangedMeanwhile)
     EXPECT_EQ(files.Read(dump), text);
     EXPECT_EQ(Run({"edit", dump, "--set", "mcr.autoread=off", "-n"}).exitCode, 1) << "foreseen";
 
-    // Somebody saves the file while the question is open.
-    struct Meddler : FakeLineAccess {
-        std::function<void()> act;
-        bool CanAsk() const override { return true; }
-        bool Ask(const std::string& /*question*/) override
-        {
-            act();
-            return stopAfter < 0;
-        }
-    } meddler;
-    // So large that the memory which it was read into is not kept.
+    // Somebody saves the file while the question is open. It is so large that the memory which it was read
+    // into is not kept.
     const std::string padding(2 << 20, '\n');
     files.Write(reader, files.Read(reader) + padding);
-    meddler.act = [&] { files.Write(reader, "[ICCR]\n" + padding); };
-    std::istringstream in;
-    std::ostringstream out;
-    std::ostringstream err;
-    EXPECT_EQ(
-        RunCli(std::vector<std::string>{"edit", reader, "--set", "mcr.tracks=1,2"}, in, out, err, meddler),
-        1);
-    EXPECT_THAT(err.str(),
+    access.answer = true;
+    access.whileAsked = [&] { files.Write(reader, "[ICCR]\n" + padding); };
+    const CliResult changed = Run({"edit", reader, "--set", "mcr.tracks=1,2"});
+    EXPECT_EQ(changed.exitCode, 1);
+    EXPECT_THAT(changed.err,
                 testing::HasSubstr(reader + ": it has changed since its differences were shown\n"));
     EXPECT_TRUE(files.Read(reader) == "[ICCR]\n" + padding);
-    meddler.act = [&] { meddler.stopAfter = 0; };
-    EXPECT_EQ(
-        RunCli(std::vector<std::string>{"edit", till, "--set", "mcr.tracks=2,3"}, in, out, err, meddler), 3);
+    access.answer = false;
+    access.whileAsked = [&] { access.stopAfter = 0; };
+    EXPECT_EQ(Run({"edit", till, "--set", "mcr.tracks=2,3"}).exitCode, 3);
 }
 
 TEST_F(Edit, RefusesWrongUsage)

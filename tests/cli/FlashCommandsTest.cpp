@@ -1,10 +1,8 @@
 #include <algorithm>
 #include <csignal>
-#include <nlohmann/json.hpp>
 #include <tuple>
 
 #include "cli/CliFixture.h"
-#include "cli/Console.h"
 #include "cli/YesAnswer.h"
 #include "flash/DumpText.h"
 #include "flash/Images.h"
@@ -270,11 +268,7 @@ TEST_F(FlashCommandsTest, CtrlCTwiceDuringTheCommitDoesNotBreakIt)
         raise(SIGINT);
         raise(SIGINT);
     };
-    std::istringstream in;
-    std::ostringstream out;
-    std::ostringstream err;
-    EXPECT_EQ(RunCli(std::vector<std::string>{"download", "--yes", At("other.dat")}, in, out, err, signalled),
-              ExitCode::Done);
+    EXPECT_EQ(Run({"download", "--yes", At("other.dat")}, signalled).exitCode, ExitCode::Done);
     EXPECT_EQ(commits, 1);
     EXPECT_FALSE(signalled.bench.Flash() == before);
     EXPECT_TRUE(signalled.StopRequested());

@@ -80,4 +80,11 @@ TEST_F(Format, WritesTheFilesOfAFolderOverThemselvesOrIntoAnother)
     EXPECT_FALSE(files.Exists(shops + "/formatted"));
 }
 
+TEST_F(Format, ExamplesAreWhatASaveWrites)
+{
+    for (const auto& entry : std::filesystem::directory_iterator(KELVORA_EXAMPLES))
+        if (const std::string path = entry.path(); path.ends_with(".dat"))
+            EXPECT_EQ(Run({"format", path}).out, files.Read(path)) << path;
+}
+
 }  // namespace kelvora

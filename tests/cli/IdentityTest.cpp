@@ -17,20 +17,16 @@ protected:
     CliResult Run(IdentityRequest request, bool answer = false)
     {
         request.folder = folder + "/saved";
-        std::istringstream in;
-        std::ostringstream out;
-        std::ostringstream err;
-        Console console{in, out, err};
-        const int exitCode = Identity(request,
-                                      {port, loop, files, [this] { return stop; },
-                                       [&](const std::string& question) {
-                                           questions.push_back(question);
-                                           stop = stopsWhileAsked;
-                                           return answer;
-                                       }},
-                                      console);
+        const auto ask = [&](const std::string& question) {
+            questions.push_back(question);
+            stop = stopsWhileAsked;
+            return answer;
+        };
+        const CliResult result = OnConsole([&](Console& console) {
+            return Identity(request, {port, loop, files, [this] { return stop; }, ask}, console);
+        });
         EXPECT_FALSE(port.IsOpen());
-        return {exitCode, out.str(), err.str()};
+        return result;
     }
 
     FakeEventLoop loop;

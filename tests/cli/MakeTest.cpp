@@ -42,51 +42,44 @@ TEST_F(Make, NeedsOnlyWhatDoesNotFollow)
 
 TEST_F(Make, NamesTheValueThatIsWrong)
 {
-    struct Row {
-        const char *op, *path, *value, *says;
-    };
     const std::string path = At("out.dat");
     const std::string own = Write("own.json", "{}");
     EXPECT_EQ(Run({"make", own, "-o", own}).exitCode, 2) << "over its JSON";
-    for (const Row& row :
-         {Row{"add", "/ok", "true", "/ok: expected no member but $schema, file, deviceMap, modules"},
-          Row{"add", "/modules/1/a~1b", "1", "/modules/1/a~1b: expected no member but position, kind, "},
-          Row{"remove", "/modules", "", "expected the member \"modules\""},
-          Row{"remove", "/modules/0/keyMap", "", "/modules/0: expected the member \"keyMap\""},
-          Row{"replace", "/$schema", "\"other\"", "/$schema: expected \"file:///opt/kelvora/share/"},
-          Row{"replace", "/deviceMap/1", "31", "/deviceMap: expected [214,23,4,8,1,191]"},
-          Row{"replace", "/modules/1/position", "2", "/modules/1/position: expected 1"},
-          Row{"replace", "/modules/3/firstKeyNumber", "98", "/modules/3/firstKeyNumber: expected 97"},
-          Row{"replace", "/modules/3/kind", "\"iccr\"",
-              "/modules/3/kind: expected one of KM096, BACKLIGHT, "},
-          Row{"replace", "/modules/3/deviceCode", "1",
-              "/modules/3/deviceCode: expected a device code of ICCR"},
-          Row{"replace", "/modules/4/deviceCode", "3", "/modules/4/deviceCode: expected 1 for these options"},
-          Row{"replace", "/modules/1/deviceCode", "31", "/modules/1/options: expected \"YES\" or \"NO \""},
-          Row{"replace", "/modules/0/options", "\"YES\\r\\nBacklight = NO\"",
-              "/modules/0/options: expected \"YES\""},
-          Row{"replace", "/modules/3/options", "\"\u0100\"", "/modules/3/options: expected characters that"},
-          Row{"replace", "/modules/4/options", "\"1,2  ^_^ON \"", "/modules/4/options: expected \"1,2  \""},
-          Row{"replace", "/modules/3/keyMap", "\"1111111111111111\"",
-              "/modules/3/keyMap: expected 18 characters"},
-          Row{"replace", "/modules/3/keyMap", "\"3111111111111111XX\"",
-              "/modules/3/keyMap: expected key types"},
-          Row{"remove", "/modules/1", "", "/modules/1/kind: expected BACKLIGHT"},
-          Row{"move", "/modules/0", "/modules/5", "/modules/1/kind: expected "},
-          Row{"copy", "/modules/-", "/modules/3", "/modules/6/kind: expected "}}) {
-        nlohmann::json change{{"op", row.op}, {"path", row.path}};
-        const std::string_view op = row.op;
+    const auto check = [&](std::string_view op, const char* pointer, const char* value, const char* says) {
+        nlohmann::json change{{"op", op}, {"path", pointer}};
         if (op == "move" || op == "copy")
-            change["from"] = row.value;
+            change["from"] = value;
         else if (op != "remove")
-            change["value"] = nlohmann::json::parse(row.value);
+            change["value"] = nlohmann::json::parse(value);
         const auto changed = nlohmann::json::parse(json).patch(nlohmann::json::array({change}));
         const CliResult result = Run({"make", "-", "-o", path}, changed.dump());
         EXPECT_EQ(result.exitCode, 1) << change;
-        EXPECT_THAT(result.err, testing::StartsWith(std::string("kelvora-cli: standard input: ") + row.says))
+        EXPECT_THAT(result.err, testing::StartsWith(std::string("kelvora-cli: standard input: ") + says))
             << change;
         EXPECT_FALSE(files.Exists(path)) << change;
-    }
+    };
+    check("add", "/ok", "true", "/ok: expected no member but $schema, file, deviceMap, modules");
+    check("add", "/modules/1/a~1b", "1", "/modules/1/a~1b: expected no member but position, kind, ");
+    check("remove", "/modules", "", "expected the member \"modules\"");
+    check("remove", "/modules/0/keyMap", "", "/modules/0: expected the member \"keyMap\"");
+    check("replace", "/$schema", "\"other\"", "/$schema: expected \"file:///opt/kelvora/share/");
+    check("replace", "/deviceMap/1", "31", "/deviceMap: expected [214,23,4,8,1,191]");
+    check("replace", "/modules/1/position", "2", "/modules/1/position: expected 1");
+    check("replace", "/modules/3/firstKeyNumber", "98", "/modules/3/firstKeyNumber: expected 97");
+    check("replace", "/modules/3/kind", "\"iccr\"", "/modules/3/kind: expected one of KM096, BACKLIGHT, ");
+    check("replace", "/modules/3/deviceCode", "1", "/modules/3/deviceCode: expected a device code of ICCR");
+    check("replace", "/modules/4/deviceCode", "3", "/modules/4/deviceCode: expected 1 for these options");
+    check("replace", "/modules/1/deviceCode", "31", "/modules/1/options: expected \"YES\" or \"NO \"");
+    check("replace", "/modules/0/options", "\"YES\\r\\nBacklight = NO\"",
+          "/modules/0/options: expected \"YES\"");
+    check("replace", "/modules/3/options", "\"\u0100\"", "/modules/3/options: expected characters that");
+    check("replace", "/modules/4/options", "\"1,2  ^_^ON \"", "/modules/4/options: expected \"1,2  \"");
+    check("replace", "/modules/3/keyMap", "\"1111111111111111\"",
+          "/modules/3/keyMap: expected 18 characters");
+    check("replace", "/modules/3/keyMap", "\"3111111111111111XX\"", "/modules/3/keyMap: expected key types");
+    check("remove", "/modules/1", "", "/modules/1/kind: expected BACKLIGHT");
+    check("move", "/modules/0", "/modules/5", "/modules/1/kind: expected ");
+    check("copy", "/modules/-", "/modules/3", "/modules/6/kind: expected ");
     for (const auto& [text, says] : std::vector<std::pair<std::string, std::string>>{
              {"", "parse error at line 1, column 1"},
              {json + json, "parse error at line 2, column 1"},

@@ -11,13 +11,8 @@ protected:
     // With the program that makes pictures, which the tests do not stand beside.
     CliResult Draw(RenderRequest request)
     {
-        std::istringstream in;
-        std::ostringstream out;
-        std::ostringstream err;
-        Console console{in, out, err};
         request.program = KELVORA_PICTURE;
-        const int exitCode = Render(request, console);
-        return {exitCode, out.str(), err.str()};
+        return OnConsole([&](Console& console) { return Render(request, console); });
     }
 #endif
 

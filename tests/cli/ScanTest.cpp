@@ -1,7 +1,4 @@
-#include <nlohmann/json.hpp>
-
 #include "cli/CliFixture.h"
-#include "cli/Console.h"
 
 namespace kelvora {
 
