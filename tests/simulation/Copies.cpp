@@ -1,7 +1,5 @@
 #include "simulation/Copies.h"
 
-#include <array>
-
 #include "picture/ModuleStrip.h"
 
 namespace kelvora::simulation {

@@ -1,7 +1,6 @@
 #include "simulation/Session.h"
 
 #include <algorithm>
-#include <stdexcept>
 
 namespace kelvora::simulation {
 

@@ -1,7 +1,6 @@
 #include "simulation/World.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "bench/FreshLine.h"
 

@@ -4,11 +4,9 @@
 #include <unistd.h>
 
 #include <CLI/CLI.hpp>
-#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <vector>
 
 #include "simulation/Play.h"
 
