@@ -33,7 +33,8 @@ VALUES = {
 # What a shell offers in its own way.
 OWN_VALUES = {
     "bash": {"kelvora-cli scan --line ": "1= 2= 3= 4="},
-    "zsh": {"kelvora-cli scan --line ": "1= 2= 3= 4="},
+    # What has been said once is offered no more.
+    "zsh": {"kelvora-cli scan --line ": "1= 2= 3= 4=", "kelvora-cli download -y --ye": ""},
     "fish": {"kelvora-cli scan --output=o": "--output=old.TXT", "kelvora-cli scan -oti": "-otill.dat"},
 }
 
