@@ -7,7 +7,9 @@
 #include "fakes/FakeFiles.h"
 #include "fakes/FakePrompt.h"
 #include "layout/CommandRules.h"
+#include "layout/LayoutCommands.h"
 #include "layout/SetupDesk.h"
+#include "layout/UndoStep.h"
 #include "ports/Connection.h"
 
 namespace kelvora {
@@ -105,6 +107,33 @@ TEST_F(Session, ASetupIsBuiltOverTheImageOfItsOwnPortAlone)
     SelectPort(session.settings, 1);
     ASSERT_TRUE(session.BaseImage());
     EXPECT_EQ(*session.BaseImage(), image);
+}
+
+TEST_F(Session, AStepThatTookTheFileAwayGivesBackTheOneThatItWouldNowHave)
+{
+    SetupSession session(desk, SetupMode::New);
+    session.Load({});
+    const auto save = [&](const char* as) {
+        dialogs.choices.push_back({as, "/t", 1});
+        ASSERT_TRUE(session.SaveAs());
+    };
+    save("/t/a.dat");
+    const SetupDocument scanned = PlaceModule({}, ModuleKind::KM096, 0);
+    const WindowFile before = session.HeldAs();
+    session.HoldAs({});
+    UndoStep step(session, scanned, before);
+    EXPECT_FALSE(session.document.Modules.empty());
+
+    step.Turn(session);
+    EXPECT_EQ(session.File().path, "/t/a.dat");
+    EXPECT_TRUE(session.document.Modules.empty());
+    save("/t/c.dat");
+    step.Turn(session);
+    EXPECT_EQ(session.File().path, "");
+    EXPECT_FALSE(session.document.Modules.empty());
+    step.Turn(session);
+    EXPECT_EQ(session.File().path, "/t/c.dat");
+    EXPECT_EQ(session.HeldAs().saved + "\r\n", files.content.at("/t/c.dat"));
 }
 
 }  // namespace

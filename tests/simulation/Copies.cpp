@@ -114,30 +114,12 @@ void WatchedFiles::Write(const std::string& path, const std::string& text)
 
 void Window::Push(SetupDocument after, std::optional<WindowFile> fileBefore)
 {
-    SetStripPlaces(after.Modules);
-    edits.resize(at);
+    edits.erase(edits.begin() + static_cast<std::ptrdiff_t>(at), edits.end());
     if (clean && *clean > at)
         clean.reset();
-    edits.push_back({session.document, after, std::move(fileBefore), std::nullopt});
-    session.document = std::move(after);
+    edits.push_back(
+        {WriteSetup(session.document.Modules), {session, std::move(after), std::move(fileBefore)}});
     ++at;
-}
-
-void Window::Undo()
-{
-    Edit& edit = edits.at(--at);
-    edit.fileAfter = session.HeldAs();
-    if (edit.fileBefore)
-        session.HoldAs(*edit.fileBefore);
-    session.document = edit.before;
-}
-
-void Window::Redo()
-{
-    Edit& edit = edits.at(at++);
-    if (edit.fileBefore)
-        session.HoldAs(*edit.fileAfter);
-    session.document = edit.after;
 }
 
 Copy::Copy(World& given, OnSaving onSaving)

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "journal/posix/JournalFolder.h"
-#include "layout/SetupSession.h"
+#include "layout/UndoStep.h"
 #include "platform/posix/PosixFiles.h"
 #include "recovery/Recovery.h"
 #include "recovery/posix/RecoveryFolder.h"
@@ -110,14 +110,14 @@ struct Window {
     Window(SetupDesk& desk, SetupMode mode) : session(desk, mode) {}
 
     void Push(SetupDocument after, std::optional<WindowFile> fileBefore = std::nullopt);
-    void Undo();
-    void Redo();
+    void Undo() { edits.at(--at).step.Turn(session); }
+    void Redo() { edits.at(at++).step.Turn(session); }
     bool IsChanged() const { return at != clean; }
 
     SetupSession session;
     struct Edit {
-        SetupDocument before, after;
-        std::optional<WindowFile> fileBefore, fileAfter;
+        std::string before;  ///< the setup's text
+        UndoStep step;
     };
     std::vector<Edit> edits;
     std::size_t at = 0;  ///< edits that are done

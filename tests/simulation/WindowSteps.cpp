@@ -177,9 +177,8 @@ void Session::Undo()
     if (window.at == 0)
         return;
     const std::string after = WriteSetup(window.session.document.Modules);
-    const std::string before = WriteSetup(window.edits.at(window.at - 1).before.Modules);
     window.Undo();
-    Require(WriteSetup(window.session.document.Modules) == before, Rule::Undo,
+    Require(WriteSetup(window.session.document.Modules) == window.edits.at(window.at).before, Rule::Undo,
             "the setup is not what it was");
     if (world_.random.Once(2))
         return;

@@ -9,6 +9,7 @@
 #include "keymap/forms/frmKeyb.h"
 #include "layout/LayoutCommands.h"
 #include "layout/ModuleOptions.h"
+#include "layout/UndoStep.h"
 #include "layout/forms/OptionsDialogs.h"
 #include "layout/forms/PlacingMode.h"
 #include "layout/forms/StripView.h"
@@ -18,17 +19,11 @@
 
 namespace kelvora {
 
-// Every edit is one of these: the document before it and after it. A scan also takes the window's file away.
+// Every edit of the setup. It is made before the stack takes it.
 class frmConfig::DocumentChange final : public QUndoCommand {
 public:
-    DocumentChange(frmConfig& form, const MessageId& name, SetupDocument after,
-                   std::optional<WindowFile> fileBefore)
-        : form_(form),
-          name_(name),
-          before_(form.session_.document),
-          after_(std::move(after)),
-          fileBefore_(std::move(fileBefore)),
-          fileAfter_(form.session_.HeldAs())
+    DocumentChange(frmConfig& form, const MessageId& name, UndoStep step)
+        : form_(form), name_(name), step_(std::move(step))
     {
     }
 
@@ -36,28 +31,21 @@ public:
 
     void undo() override
     {
-        // A file that the scanned setup has got in the meantime stays its own.
-        fileAfter_ = form_.session_.HeldAs();
-        Show(before_, fileBefore_);
+        step_.Turn(form_.session_);
+        form_.ShowSession();
     }
-    void redo() override { Show(after_, fileBefore_ ? std::optional(fileAfter_) : std::nullopt); }
+    void redo() override
+    {
+        if (!std::exchange(isNew_, false))
+            step_.Turn(form_.session_);
+        form_.ShowSession();
+    }
 
 private:
-    void Show(const SetupDocument& document, const std::optional<WindowFile>& file)
-    {
-        if (file)
-            form_.session_.HoldAs(*file);
-        form_.ShowDocument(document);
-        if (file)
-            form_.ShowTitle();
-    }
-
     frmConfig& form_;
     MessageId name_;
-    SetupDocument before_;
-    SetupDocument after_;
-    std::optional<WindowFile> fileBefore_;
-    WindowFile fileAfter_;
+    UndoStep step_;
+    bool isNew_ = true;
 };
 
 frmConfig::frmConfig(SetupDesk& desk, SetupMode mode, QWidget* parent)
@@ -250,7 +238,7 @@ std::optional<SetupDocument> frmConfig::Unsaved() const
 
 void frmConfig::Push(const MessageId& name, SetupDocument after, std::optional<WindowFile> fileBefore)
 {
-    undoStack_->push(new DocumentChange(*this, name, std::move(after), std::move(fileBefore)));
+    undoStack_->push(new DocumentChange(*this, name, {session_, std::move(after), std::move(fileBefore)}));
 }
 
 std::optional<MessageId> frmConfig::NameOf(int step) const
@@ -259,12 +247,17 @@ std::optional<MessageId> frmConfig::NameOf(int step) const
     return change ? std::optional(change->Name()) : std::nullopt;
 }
 
-void frmConfig::ShowDocument(const SetupDocument& document)
+void frmConfig::BeginWith(SetupDocument document)
 {
-    SetupDocument shown = document;
-    SetStripPlaces(shown.Modules);
-    std::swap(session_.document, shown);
+    SetStripPlaces(document.Modules);
+    session_.document = std::move(document);
+    ShowSession();
+}
+
+void frmConfig::ShowSession()
+{
     strip_->ShowModules(session_.document.Modules);
+    ShowTitle();
 }
 
 void frmConfig::FileMenuSave_Click()

@@ -52,7 +52,7 @@ public:
     void ToolsMenuRescanLine_Click();
 
     /// Begins the fresh window with this setup, which counts as unchanged.
-    void BeginWith(const SetupDocument& document) { ShowDocument(document); }
+    void BeginWith(SetupDocument document);
 
     /// Fills the fresh window with what a backup holds, under that name.
     void TakeBackup(const std::string& name, SetupDocument document, const FlashImage& image);
@@ -131,7 +131,7 @@ private:
     void Push(const MessageId& name, SetupDocument after,
               std::optional<WindowFile> fileBefore = std::nullopt);
     std::optional<MessageId> NameOf(int step) const;
-    void ShowDocument(const SetupDocument& document);
+    void ShowSession();
     void ShowTitle();
 
     // In frmConfigScan.cpp.

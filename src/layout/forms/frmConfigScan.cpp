@@ -85,7 +85,7 @@ void frmConfig::TakeScan(const std::optional<WindowFile>& before, SetupDocument 
     if (before || !scanned.Modules.empty())
         Push(Message::UndoScan, std::move(scanned), before);
     else
-        ShowDocument(scanned);
+        BeginWith(std::move(scanned));
     emit fileChanged();
     ShowTitle();
     // Who has gone on to another window stays there.
