@@ -30,7 +30,7 @@ void Recovery::Keep(int window, RecoveryCopy copy)
 {
     copy.time.clear();
     if (HoldsNothing(copy))
-        return Drop(window);
+        return;
     if (const auto kept = kept_.find(window); kept != kept_.end() && kept->second == copy)
         return;
     RecoveryCopy dated = copy;

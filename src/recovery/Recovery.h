@@ -48,7 +48,8 @@ public:
     Recovery(RecoveryStore& store, const Files& files) : store_(store), files_(files) {}
 
     /// Keeps the unsaved setup of that window; its time is now. Does nothing where the same is kept already,
-    /// or where there is nothing to lose: an empty setup without a file. Throws FileError.
+    /// or where there is nothing to keep: an empty setup without a file. What was kept before stays then, for
+    /// undo would still bring it back. Throws FileError.
     void Keep(int window, RecoveryCopy copy);
 
     /// The window has nothing unsaved, or is gone.

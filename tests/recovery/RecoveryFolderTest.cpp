@@ -86,10 +86,16 @@ TEST_F(RecoveryFolderTest, WhatIsNoCopyIsLeftAloneAndALostLockLosesNothing)
     fs::create_directories(folder);
     files.Write(folder + "/notes.txt", "mine");
     files.Write(folder + "/4-1.copy", "without lock");
+    fs::create_directory(folder + "/5.lock");
+    files.Write(folder + "/5-1.copy", "cannot be claimed");
     auto run = Run();
     run->Keep(1, "own");
-    EXPECT_TRUE(fs::exists(folder + "/5-1.copy"));
-    EXPECT_EQ(Texts(*run), "without lock;");
+    EXPECT_TRUE(fs::exists(folder + "/6-1.copy"));
+    const auto left = run->Claim();
+    ASSERT_EQ(left.size(), 2U);
+    EXPECT_EQ(left[0].text + left[0].error, "without lock");
+    EXPECT_EQ(left[1].text, "");
+    EXPECT_NE(left[1].error, "");
     run->Release();
     fs::remove_all(folder);
     run->Keep(1, "again");

@@ -64,8 +64,11 @@ TEST_F(RecoveryTest, KeepsEachChangeOnceAndNothingThatIsEmpty)
     recovery.Keep(1, copy);
     EXPECT_EQ(ReadRecoveryCopy(store.copies.at(1))->setup, AllTracks);
 
+    // An empty line was scanned: undo would bring back what was there.
     copy = CopyOf("");
     copy.setup = Head;
+    recovery.Keep(1, copy);
+    EXPECT_EQ(ReadRecoveryCopy(store.copies.at(1))->setup, AllTracks);
     recovery.Keep(2, copy);
     EXPECT_FALSE(store.copies.contains(2));
     recovery.Keep(3, CopyOf(""));

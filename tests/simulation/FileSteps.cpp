@@ -164,11 +164,13 @@ void Session::KeepUnsaved()
                                 session.File().path,
                                 session.HeldAs().saved,
                                 WriteSetup(session.document.Modules)};
-        if (!window->IsChanged() || (copy.path.empty() && copy.setup == WriteSetup({}))) {
+        if (!window->IsChanged()) {
             unsaved_.NoteDropping(copy_, number);
             copy_->recovery.Drop(number);
             continue;
         }
+        if (copy.path.empty() && copy.setup == WriteSetup({}))
+            continue;
         try {
             unsaved_.NoteKeeping(copy_, number, copy);
             copy_->recovery.Keep(number, copy);
@@ -201,7 +203,7 @@ void Session::Answer(const RecoveryOffer& offer)
     constexpr std::size_t ThrowAway = 4;
     constexpr std::size_t Later = 5;
     const std::size_t answer = world_.random.Below(Later + 1);
-    if (!world_.Moment() || answer == Later)
+    if (!world_.Moment() || answer == Later || offer.damage != RecoveryDamage::None)
         return;
     if (answer == ThrowAway) {
         unsaved_.NoteThrownAway(offer);

@@ -80,7 +80,12 @@ void UnsavedCopies::NoteDeath(const void* program)
 void UnsavedCopies::JudgeOffers(const std::vector<RecoveryOffer>& offers)
 {
     Copies offered;
+    bool isAnyHidden = false;
     for (const RecoveryOffer& offer : offers) {
+        const bool isHidden = offer.damage == RecoveryDamage::Unreadable && !world_.disk.faults.AreNone();
+        isAnyHidden = isAnyHidden || isHidden;
+        if (isHidden)
+            continue;
         Require(offer.damage == RecoveryDamage::None, Rule::Whole, offer.id + " is damaged");
         const auto left = Left(offer.copy);
         Require(left != copies_.end() || hasMore_, Rule::Unsaved, offer.id + " is offered and was not left");
@@ -90,10 +95,11 @@ void UnsavedCopies::JudgeOffers(const std::vector<RecoveryOffer>& offers)
         copies_.erase(left);
     }
     std::erase_if(copies_, [&](const Copy& copy) {
-        Require(copy.program || !copy.versions.front() || IsSaved(copy), Rule::Unsaved,
+        const bool isToBeOffered = !copy.program && !isAnyHidden;
+        Require(!isToBeOffered || !copy.versions.front() || IsSaved(copy), Rule::Unsaved,
                 "an unsaved setup is not offered");
-        isDropping_ = isDropping_ || !copy.program;
-        return !copy.program;
+        isDropping_ = isDropping_ || isToBeOffered;
+        return isToBeOffered;
     });
     std::ranges::move(offered, std::back_inserter(copies_));
 }

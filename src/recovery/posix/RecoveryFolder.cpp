@@ -123,23 +123,36 @@ RecoveryFolder::~RecoveryFolder()
     EndRun();
 }
 
+// Another user's run may have left what cannot be read, or claimed.
+LeftCopy RecoveryFolder::ReadCopy(const std::string& name, const std::string& problem) const
+{
+    LeftCopy copy{folder_ + "/" + name, {}, problem};
+    try {
+        if (problem.empty())
+            copy.text = files_.Read(copy.id);
+    } catch (const FileError& error) {
+        copy.error = error.what();
+    }
+    return copy;
+}
+
 std::vector<LeftCopy> RecoveryFolder::Claim()
 {
     std::vector<LeftCopy> left;
     for (const int run : Runs()) {
-        auto lock = run == run_ && HasRun() ? std::nullopt : Lock(LockPath(run), 0);
-        if (!lock)
+        if (run == run_ && HasRun())
             continue;
-        claimed_.insert_or_assign(run, *std::move(lock));
-        for (const std::string& name : CopiesOf(run)) {
-            LeftCopy copy{folder_ + "/" + name, {}, {}};
-            try {
-                copy.text = files_.Read(copy.id);
-            } catch (const FileError& error) {
-                copy.error = error.what();
-            }
-            left.push_back(std::move(copy));
+        std::string problem;
+        try {
+            auto lock = Lock(LockPath(run), 0);
+            if (!lock)
+                continue;
+            claimed_.insert_or_assign(run, *std::move(lock));
+        } catch (const FileError& error) {
+            problem = error.what();
         }
+        for (const std::string& name : CopiesOf(run))
+            left.push_back(ReadCopy(name, problem));
     }
     return left;
 }

@@ -34,6 +34,7 @@ private:
     std::string LockPath(int run) const { return folder_ + "/" + std::to_string(run) + ".lock"; }
     std::string CopyPath(int window) const;
     std::vector<std::string> CopiesOf(int run) const;
+    LeftCopy ReadCopy(const std::string& name, const std::string& problem) const;
     std::set<int> Runs() const;
     bool HasRun() const;
     void BeginRun();
