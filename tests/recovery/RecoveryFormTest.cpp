@@ -191,7 +191,7 @@ TEST_F(RecoveryForm, TakenItIsAChangeOfItsFile)
 
 TEST_F(RecoveryForm, EachIsTakenThrownAwayOrLeftAndADamagedOneCannotBeTaken)
 {
-    files.Write(path, Badge + "\r\n");
+    // Its file is gone.
     Leave("a", path);
     Leave("b", path);
     Leave("c", "");

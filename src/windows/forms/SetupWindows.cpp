@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <filesystem>
 #include <future>
 #include <system_error>
 #include <utility>
@@ -21,6 +22,14 @@ namespace {
 
 /// How long the program stands still for files.
 constexpr std::chrono::seconds Patience{1};
+
+// Where a path leads to in the end, also when the file is gone.
+std::filesystem::path Resolved(const std::string& path)
+{
+    std::error_code problem;
+    const auto place = std::filesystem::weakly_canonical(path, problem);
+    return problem ? std::filesystem::path(path) : place;
+}
 
 // What cannot be read is told when it is opened.
 void TryToRead(const Files& files, const std::vector<std::string>& paths)
@@ -189,15 +198,14 @@ frmConfig& SetupWindows::Show(std::unique_ptr<frmConfig> window)
 
 frmConfig* SetupWindows::HolderOf(const std::string& path) const
 {
-    const QString wanted = QFileInfo(PathToQString(path)).canonicalFilePath();
-    if (wanted.isEmpty())
+    if (path.empty())
         return nullptr;
-    for (frmConfig* setup : All()) {
+    const auto setups = All();
+    const auto holder = std::ranges::find_if(setups, [place = Resolved(path)](const frmConfig* setup) {
         const std::string& open = setup->Session().File().path;
-        if (!open.empty() && QFileInfo(PathToQString(open)).canonicalFilePath() == wanted)
-            return setup;
-    }
-    return nullptr;
+        return !open.empty() && Resolved(open) == place;
+    });
+    return holder == setups.end() ? nullptr : *holder;
 }
 
 bool SetupWindows::MayCloseAll()
