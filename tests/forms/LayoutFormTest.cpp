@@ -129,6 +129,7 @@ TEST_F(LayoutForm, ACommandThatDoesNothingSaysWhy)
     EXPECT_FALSE(window->Status().isVisible());
     says(StripButton::Master, Command::LayoutMenuMove, Message::MasterStaysHint);
     EXPECT_TRUE(window->Status().isVisible()) << "the hidden bar comes for it";
+    EXPECT_FALSE(window->Status().findChild<QWidget*>("PortPanel")->isVisible()) << "below it";
     window->Status().clearMessage();
     EXPECT_FALSE(window->Status().isVisible());
     window->Actions()[Command::ViewMenuStatusBar].setChecked(true);

@@ -132,6 +132,8 @@ void StatusPanels::Want(bool isWanted)
 
 void StatusPanels::ShowHint(const QString& text)
 {
+    // The panels give way to a message only where they are seen.
+    show();
     showMessage(text, HintTimeMs);
     Announce(*this, text);
 }
