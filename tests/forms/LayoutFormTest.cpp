@@ -116,8 +116,11 @@ TEST_F(LayoutForm, EscAndLosingTheFocusPutEverythingBack)
 TEST_F(LayoutForm, ACommandThatDoesNothingSaysWhy)
 {
     AddMasterAndSlave();
+    window->Actions()[Command::ViewMenuStatusBar].setChecked(false);
     Trigger(Command::LayoutMenuAddICCR);
+    EXPECT_TRUE(window->Status().isVisible()) << "it tells how to place";
     Key(Qt::Key_Return);
+    EXPECT_FALSE(window->Status().isVisible());
     const auto says = [&](StripButton button, Command command, const MessageId& hint) {
         Strip().FocusButton(button);
         Trigger(command);
@@ -125,10 +128,8 @@ TEST_F(LayoutForm, ACommandThatDoesNothingSaysWhy)
         EXPECT_EQ(Shown().size(), 3U);
         EXPECT_FALSE(window->ActiveSetup()->IsPlacing());
     };
-    window->Actions()[Command::ViewMenuStatusBar].setChecked(false);
-    EXPECT_FALSE(window->Status().isVisible());
     says(StripButton::Master, Command::LayoutMenuMove, Message::MasterStaysHint);
-    EXPECT_TRUE(window->Status().isVisible()) << "the hidden bar comes for it";
+    EXPECT_TRUE(window->Status().isVisible());
     EXPECT_FALSE(window->Status().findChild<QWidget*>("PortPanel")->isVisible()) << "below it";
     window->Status().clearMessage();
     EXPECT_FALSE(window->Status().isVisible());

@@ -265,6 +265,7 @@ void MDIForm1::Refresh()
     status_->ShowMode(ToQString(ModeText(settings.ConnectionMode)));
     status_->ShowPort(ToQString(PortText(settings)));
     status_->ShowSimulated(program_.lines.IsSimulated(settings.CommsPort));
+    status_->Need(program_.operation.IsBusy() || (setup && setup->IsPlacing()));
     commands_[Command::CommunicationsMenuPractice].setChecked(program_.lines.HasSimulation());
     // The wizard is busy and says so with its status alone.
     if (program_.operation.Name().empty())

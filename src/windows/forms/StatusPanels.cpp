@@ -92,7 +92,7 @@ StatusPanels::StatusPanels(QWidget* parent)
     addPermanentWidget(simulated_);
     setSizeGripEnabled(false);
     addPermanentWidget(new DragCorner(this));
-    connect(this, &QStatusBar::messageChanged, this, [this] { Want(isWanted_); });
+    connect(this, &QStatusBar::messageChanged, this, &StatusPanels::ShowOrHide);
 }
 
 StatusPanel* StatusPanels::AddPanel(const char* name, int stretch)
@@ -127,7 +127,18 @@ void StatusPanels::ShowProgress(int percent)
 void StatusPanels::Want(bool isWanted)
 {
     isWanted_ = isWanted;
-    setVisible(isWanted || !currentMessage().isEmpty());
+    ShowOrHide();
+}
+
+void StatusPanels::Need(bool isNeeded)
+{
+    isNeeded_ = isNeeded;
+    ShowOrHide();
+}
+
+void StatusPanels::ShowOrHide()
+{
+    setVisible(isWanted_ || isNeeded_ || !currentMessage().isEmpty());
 }
 
 void StatusPanels::ShowHint(const QString& text)

@@ -45,8 +45,10 @@ public:
     /// The button that stops what runs is there while it can be stopped.
     void ShowStop(bool shown) { stop_->setVisible(shown); }
 
-    /// Whether the bar is there. One that is not wanted comes for as long as it shows a hint.
+    /// Whether the bar is there. One that is not wanted comes for as long as it shows a hint or is needed:
+    /// for what can be done, or how far it is.
     void Want(bool isWanted);
+    void Need(bool isNeeded);
 
     /// Says for a few seconds, or until a panel is shown anew, why something was not done.
     void ShowHint(const QString& text);
@@ -62,6 +64,7 @@ signals:
 
 private:
     StatusPanel* AddPanel(const char* name, int stretch);
+    void ShowOrHide();
 
     StatusPanel* mode_;
     StatusPanel* port_;
@@ -72,6 +75,7 @@ private:
     QToolButton* stop_;
     QString statusTip_;
     bool isWanted_ = true;
+    bool isNeeded_ = false;
 };
 
 }  // namespace kelvora
