@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
-#include <filesystem>
 #include <future>
 #include <system_error>
 #include <utility>
@@ -149,6 +148,8 @@ void SetupWindows::OpenFile(const SetupFile& file)
         return;
     auto window = std::make_unique<frmConfig>(desk_, SetupMode::Open);
     window->Form_Load(std::move(opened));
+    // A link may lead elsewhere than before.
+    places_.erase(file.path);
     Remember(*window);
     Show(std::move(window));
 }
@@ -201,9 +202,9 @@ frmConfig* SetupWindows::HolderOf(const std::string& path) const
     if (path.empty())
         return nullptr;
     const auto setups = All();
-    const auto holder = std::ranges::find_if(setups, [place = Resolved(path)](const frmConfig* setup) {
-        const std::string& open = setup->Session().File().path;
-        return !open.empty() && Resolved(open) == place;
+    const auto holder = std::ranges::find_if(setups, [&, place = Resolved(path)](const frmConfig* setup) {
+        const auto known = places_.find(setup->Session().File().path);
+        return known != places_.end() && known->second == place;
     });
     return holder == setups.end() ? nullptr : *holder;
 }
@@ -263,8 +264,13 @@ void SetupWindows::OpenRecent(const QString& path)
 void SetupWindows::Remember(const frmConfig& window)
 {
     CopyDialogFolders(window.Session().settings, desk_.defaults);
-    if (!window.Session().File().path.empty())
-        memory_.AddRecentFile(PathToQString(window.Session().File().path));
+    const std::string& path = window.Session().File().path;
+    if (path.empty())
+        return;
+    memory_.AddRecentFile(PathToQString(path));
+    // Asked for while its drive answers, as it has just done.
+    if (!places_.contains(path))
+        places_[path] = Resolved(path);
 }
 
 void SetupWindows::List(QMenu& menu)

@@ -4,6 +4,8 @@
 #include <QMdiArea>
 #include <QMenu>
 #include <QObject>
+#include <filesystem>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -89,7 +91,8 @@ private:
     QMdiArea& area_;
     SetupDesk& desk_;
     WindowMemory& memory_;
-    QStringList late_;  ///< the files that have yet to come
+    QStringList late_;                                     ///< the files that have yet to come
+    std::map<std::string, std::filesystem::path> places_;  ///< where the files of windows are in the end
 };
 
 }  // namespace kelvora
