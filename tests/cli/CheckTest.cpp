@@ -2,19 +2,16 @@
 
 namespace kelvora {
 
-using testing::HasSubstr;
-
 class Check : public CliTest {};
 
 TEST_F(Check, TellsOfFilesThatAreRejectedOrCannotBeReadAndOfOthersWhenAsked)
 {
     const std::string rejected = Write("till.dat", Rejected);
     const std::string accepted = Write("good.dat", Accepted);
-    const CliResult result = Run({"check", rejected, accepted, At("missing.dat")});
-    EXPECT_EQ(result.exitCode, 1);
-    EXPECT_EQ(result.out, rejected + RejectedSays);
-    EXPECT_EQ(result.err, "kelvora-cli: " + At("missing.dat") + ": No such file or directory\n" +
-                              "kelvora-cli: 3 files checked: 1 accepted, 1 rejected, 1 not readable\n");
+    EXPECT_THAT(Run({"check", rejected, accepted, At("missing.dat")}),
+                Gives(1, rejected + RejectedSays,
+                      "kelvora-cli: " + At("missing.dat") + ": No such file or directory\n" +
+                          "kelvora-cli: 3 files checked: 1 accepted, 1 rejected, 1 not readable\n"));
     const CliResult silent = Run({"check", "-q", accepted});
     EXPECT_EQ(silent.exitCode, 0);
     EXPECT_EQ(silent.out + silent.err, "");
@@ -48,9 +45,9 @@ TEST_F(Check, TakesTheSetupFilesBelowAFolderSorted)
     std::filesystem::create_directory_symlink(At("outside"), At("tills/linked"));
     std::filesystem::create_symlink(At("nowhere"), At("tills/lost.dat"));
     for (const char* end : {"", "/"}) {
-        const CliResult result = Run({"check", "-v", At("tills") + end});
-        EXPECT_EQ(result.out, first + ": ok\n" + deep + ": ok\n" + last + ": ok\n");
-        EXPECT_THAT(result.err, HasSubstr("/tills/lost.dat: No such file or directory\n"));
+        EXPECT_THAT(Run({"check", "-v", At("tills") + end}),
+                    Gives(_, first + ": ok\n" + deep + ": ok\n" + last + ": ok\n",
+                          HasSubstr("/tills/lost.dat: No such file or directory\n")));
     }
 }
 
@@ -66,9 +63,8 @@ TEST_F(Check, KeepsTheOrderOfManyFiles)
         names += path + "\n";
         expected += path + (i % 3 == 0 ? RejectedSays : ": ok\n");
     }
-    const CliResult result = Run({"check", "-v"}, names);
-    EXPECT_EQ(result.out, expected);
-    EXPECT_EQ(result.err, "kelvora-cli: 200 files checked: 133 accepted, 67 rejected\n");
+    EXPECT_THAT(Run({"check", "-v"}, names),
+                Gives(_, expected, "kelvora-cli: 200 files checked: 133 accepted, 67 rejected\n"));
 }
 
 TEST_F(Check, ReadsNamesFromStandardInput)
@@ -101,7 +97,7 @@ TEST_F(Check, UsageErrorsAndHelp)
     ExpectUsage({"", "chek", "check --jsn a.dat", "show", "format", "diff"});
     EXPECT_THAT(Run({"chek", "a.dat"}).err, HasSubstr("\"chek\" is no command"));
     EXPECT_THAT(Run({"--help"}).out, HasSubstr("kelvora-cli check exports/"));
-    EXPECT_THAT(Run({"--version"}).out, testing::StartsWith("kelvora-cli "));
+    EXPECT_THAT(Run({"--version"}).out, StartsWith("kelvora-cli "));
     EXPECT_EQ(Run({"check", "--help"}).exitCode, 0);
 }
 

@@ -21,10 +21,23 @@
 
 namespace kelvora {
 
+using testing::_;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::StartsWith;
+
 struct CliResult {
     int exitCode = 0;
     std::string out, err;
 };
+
+/// Matches a CliResult by its exit code and what was written to both outputs; nothing is said of `_`.
+template <class Code, class Out = decltype(_), class Err = decltype(_)>
+auto Gives(const Code& exitCode, const Out& out = _, const Err& err = _)
+{
+    return testing::FieldsAre(exitCode, out, err);
+}
 
 /// A simulated line of all four modules behind COM1, on virtual time.
 class FakeLineAccess : public LineAccess {

@@ -15,10 +15,7 @@ protected:
     {
         for (Row row : rows) {
             row.arguments.insert(row.arguments.begin(), "diff");
-            const CliResult result = Run(row.arguments);
-            EXPECT_EQ(result.exitCode, row.exitCode) << row.reason;
-            EXPECT_EQ(result.out, row.out) << row.reason;
-            EXPECT_EQ(result.err, row.err) << row.reason;
+            EXPECT_THAT(Run(row.arguments), Gives(row.exitCode, row.out, row.err)) << row.reason;
         }
     }
 

@@ -26,27 +26,21 @@ TEST_F(Edit, ChangesWhatIsChosenAndKeepsTheOldFile)
     };
     const std::string refused =
         "kelvora-cli: " + plain + ": mcr.separator2: the setup has no MCR\n" + bad + RejectedSays;
-    const CliResult dry = Run(with({"--dry-run"}));
-    EXPECT_EQ(dry.exitCode, 1);
-    EXPECT_EQ(dry.out, differences);
-    EXPECT_EQ(dry.err, refused + "kelvora-cli: 4 files: 1 to be changed, 1 not chosen, 2 refused\n");
+    EXPECT_THAT(
+        Run(with({"--dry-run"})),
+        Gives(1, differences, refused + "kelvora-cli: 4 files: 1 to be changed, 1 not chosen, 2 refused\n"));
     EXPECT_EQ(files.Read(till), before);
     EXPECT_EQ(Run(arguments).exitCode, 2) << "there is nobody to ask";
 
     access.answers = {false, true};
-    const CliResult declined = Run(arguments);
-    EXPECT_EQ(declined.exitCode, 1);
-    EXPECT_EQ(declined.out, differences);
-    EXPECT_THAT(declined.err, testing::EndsWith("kelvora-cli: nothing was changed\n"));
+    EXPECT_THAT(Run(arguments), Gives(1, differences, EndsWith("kelvora-cli: nothing was changed\n")));
     EXPECT_EQ(files.Read(till), before);
-    const CliResult done = Run(arguments);
-    EXPECT_EQ(done.exitCode, 1);
-    EXPECT_EQ(done.out, differences);
-    EXPECT_THAT(done.err, testing::EndsWith("4 files: 1 changed, 1 not chosen, 2 refused\n"));
+    EXPECT_THAT(Run(arguments),
+                Gives(1, differences, EndsWith("4 files: 1 changed, 1 not chosen, 2 refused\n")));
     EXPECT_EQ(access.questions.back(), "Change 1 setup? The old content of each is kept as \".bak\".");
     EXPECT_EQ(files.Read(shops + "/a.bak"), before);
     EXPECT_EQ(files.Read(till), Run({"format", till}).out);
-    EXPECT_THAT(files.Read(till), testing::HasSubstr("Track2Sep = |\r\n"));
+    EXPECT_THAT(files.Read(till), HasSubstr("Track2Sep = |\r\n"));
     EXPECT_EQ(files.Read(reader), typed);
     EXPECT_EQ(files.List(shops + "/n"), (std::vector<std::string>{"c.txt", "d.dat"}));
 
@@ -72,7 +66,7 @@ TEST_F(Edit, TakesKeysFromAStandard)
     const auto object = nlohmann::json::parse(done.out);
     EXPECT_EQ(object["written"], true);
     EXPECT_EQ(object["differences"].size(), 8U);
-    EXPECT_THAT(files.Read(path), testing::HasSubstr("KeyMap = QQVVSSSS _\r\n         QQVVSSSS _\r\n"));
+    EXPECT_THAT(files.Read(path), HasSubstr("KeyMap = QQVVSSSS _\r\n         QQVVSSSS _\r\n"));
     EXPECT_EQ(Run({"edit", path, "--keys-from", standard, "ICCR", "-y"}).err,
               "kelvora-cli: " + standard + ": the setup has no ICCR\n");
 }
@@ -84,8 +78,8 @@ TEST_F(Edit, LeavesWhatItCannotSaveAndWhatChangedMeanwhile)
     Write("shops/e.bak", "0000:00 \n");
     const std::string text = files.Read(dump);
     const CliResult result = Run({"edit", shops, "--set", "mcr.autoread=off", "--yes"});
-    EXPECT_THAT(result.err, testing::HasSubstr(twin + ": another setup's backup has the same name: "));
-    EXPECT_THAT(result.err, testing::HasSubstr(dump + ": its backup would replace another file's, "));
+    EXPECT_THAT(result.err, HasSubstr(twin + ": another setup's backup has the same name: "));
+    EXPECT_THAT(result.err, HasSubstr(dump + ": its backup would replace another file's, "));
     EXPECT_EQ(files.Read(dump), text);
     EXPECT_EQ(Run({"edit", dump, "--set", "mcr.autoread=off", "-n"}).exitCode, 1) << "foreseen";
 
@@ -95,10 +89,8 @@ TEST_F(Edit, LeavesWhatItCannotSaveAndWhatChangedMeanwhile)
     files.Write(reader, files.Read(reader) + padding);
     access.answer = true;
     access.whileAsked = [&] { files.Write(reader, "[ICCR]\n" + padding); };
-    const CliResult changed = Run({"edit", reader, "--set", "mcr.tracks=1,2"});
-    EXPECT_EQ(changed.exitCode, 1);
-    EXPECT_THAT(changed.err,
-                testing::HasSubstr(reader + ": it has changed since its differences were shown\n"));
+    EXPECT_THAT(Run({"edit", reader, "--set", "mcr.tracks=1,2"}),
+                Gives(1, _, HasSubstr(reader + ": it has changed since its differences were shown\n")));
     EXPECT_TRUE(files.Read(reader) == "[ICCR]\n" + padding);
     access.answer = false;
     access.whileAsked = [&] { access.stopAfter = 0; };

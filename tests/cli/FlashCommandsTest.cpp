@@ -12,9 +12,6 @@ namespace kelvora {
 
 namespace {
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::StartsWith;
 using Json = nlohmann::json;
 
 // Takes the user's wish to stop from the system, as the program does.
@@ -101,10 +98,9 @@ TEST_F(FlashCommandsTest, ADumpOfASetupTakesKeyContentsOnlyOnASecondYes)
     const std::string first =
         "This dump was made from a setup. Bytes of key contents that the device loses: " +
         std::to_string(lost);
-    CliResult result = Run({"restore", "--yes", At("setup.mem")});
-    EXPECT_EQ(result.exitCode, ExitCode::Rejected);
-    EXPECT_THAT(result.out, StartsWith(first + "\nThis will change"));
-    EXPECT_THAT(result.err, HasSubstr("--erase-content"));
+    EXPECT_THAT(
+        Run({"restore", "--yes", At("setup.mem")}),
+        Gives(ExitCode::Rejected, StartsWith(first + "\nThis will change"), HasSubstr("--erase-content")));
     const auto json = Json::parse(Run({"restore", "--yes", "--json", At("setup.mem")}).out);
     EXPECT_EQ(json["reason"], "contents");
     EXPECT_EQ(json["contentsLost"], lost);
@@ -178,9 +174,8 @@ TEST_F(FlashCommandsTest, AnImageOfASetupNeedsNoDevice)
     Write("shop/bad.dat", Rejected);
     Write("images/n/till.mem", "old");
     Write("images/n/till.bak", "a setup's");
-    const CliResult many = Run({"image", At("shop"), "--output-folder", At("images")});
-    EXPECT_EQ(many.exitCode, ExitCode::Rejected);
-    EXPECT_EQ(many.err, At("shop/bad.dat") + RejectedSays);
+    EXPECT_THAT(Run({"image", At("shop"), "--output-folder", At("images")}),
+                Gives(ExitCode::Rejected, _, At("shop/bad.dat") + RejectedSays));
     EXPECT_THAT(files.Read(At("images/n/till.mem")),
                 HasSubstr("'Setup: " + At("shop/n/till.dat") + "\r\n'CRC: "));
     EXPECT_THAT(files.Read(At("images/n/till.mem")), HasSubstr("\r\n0000:80 D6 FF 17 FF 04 FF BF FF 03 "));
@@ -220,10 +215,7 @@ TEST_F(FlashCommandsTest, EveryFailureHasItsExitCodeAndLeavesTheDevice)
              {"format " + lone + " -o " + kept, ExitCode::Rejected, "kept.bak: move that away"},
              {"dump --port 2 -o " + kept, ExitCode::Rejected, "kept.bak: move that away"},
          }) {
-        const CliResult result = Run(Words(command));
-        EXPECT_EQ(result.exitCode, exitCode) << command;
-        EXPECT_THAT(result.err, HasSubstr(says)) << command;
-        EXPECT_EQ(result.out, "") << command;
+        EXPECT_THAT(Run(Words(command)), Gives(exitCode, "", HasSubstr(says))) << command;
     }
     for (const std::string& command :
          {std::string("dump"), std::string("scan"), "image " + lone, "format " + lone, "render " + lone}) {

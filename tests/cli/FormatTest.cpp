@@ -17,9 +17,7 @@ TEST_F(Format, KeepsTheOldFileWhenItWrites)
     EXPECT_EQ(files.Read(elsewhere), saved);
     EXPECT_FALSE(files.Exists(At("new.bak")));
 
-    const CliResult result = Run({"format", path, "-o", path});
-    EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(result.out, "");
+    EXPECT_THAT(Run({"format", path, "-o", path}), Gives(0, ""));
     EXPECT_EQ(files.Read(path), saved);
     EXPECT_EQ(files.Read(At("till.bak")), typed);
 }
@@ -54,10 +52,9 @@ TEST_F(Format, WritesTheFilesOfAFolderOverThemselvesOrIntoAnother)
     const std::string lost = "kelvora-cli: " + shops +
                              "/n/c.txt: another setup's backup has the same name: " + shops + "/n/c.bak\n";
     for (const char* const time : {"first", "second"}) {
-        const CliResult result = Run({"format", "--in-place", shops, shops + "/n/../a.dat"});
-        EXPECT_EQ(result.exitCode, 1) << time;
-        EXPECT_EQ(result.out, "") << time;
-        EXPECT_THAT(result.err, testing::StartsWith(bad + RejectedSays + lost)) << time;
+        EXPECT_THAT(Run({"format", "--in-place", shops, shops + "/n/../a.dat"}),
+                    Gives(1, "", StartsWith(bad + RejectedSays + lost)))
+            << time;
         for (const char* const name : {"/a", "/n/b", "/n/c"})
             EXPECT_EQ(files.Read(shops + name + ".bak"), typed) << time << name;
         EXPECT_EQ(files.Read(shops + "/n/b.txt"), saved);

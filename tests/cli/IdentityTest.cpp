@@ -6,7 +6,6 @@
 namespace kelvora {
 namespace {
 
-using testing::HasSubstr;
 using Action = IdentityRequest::Action;
 
 // A line with a composite keyboard's first part and a badge reader.
@@ -40,18 +39,15 @@ const std::string Request = Bytes("\x02\x0C\x01\xFA\x00\xAA\xAA\x55\xBF\x00\x00\
 
 TEST_F(IdentityCli, PrintsTheModules)
 {
-    const CliResult read = Run({});
-    EXPECT_EQ(read.exitCode, 0);
-    EXPECT_EQ(read.out, "0: AA 55 D6 17 FF FF 04 00  KM96CM\n1: AA 55 00 00 00 02 00 00  MCR 2+3\n");
-    EXPECT_EQ(read.err, "");
+    EXPECT_THAT(Run({}),
+                Gives(0, "0: AA 55 D6 17 FF FF 04 00  KM96CM\n1: AA 55 00 00 00 02 00 00  MCR 2+3\n", ""));
     port.answers[ReadRequest[1]] = {{{20, "\x15"}}};
     IdentityRequest json;
     json.json = true;
-    const CliResult partly = Run(json);
-    EXPECT_EQ(partly.exitCode, 3);
-    EXPECT_EQ(partly.out,
-              "{\"address\":0,\"identity\":\"KM96CM\",\"block\":\"AA 55 D6 17 FF FF 04 00\"}\n"
-              "{\"address\":1,\"identity\":\"UNKNOWN\",\"block\":null}\n");
+    EXPECT_THAT(Run(json),
+                Gives(3,
+                      "{\"address\":0,\"identity\":\"KM96CM\",\"block\":\"AA 55 D6 17 FF FF 04 00\"}\n"
+                      "{\"address\":1,\"identity\":\"UNKNOWN\",\"block\":null}\n"));
     stop = true;
     EXPECT_EQ(Run({}).err, "kelvora-cli: the search was stopped\n");
     stop = false;
@@ -65,9 +61,8 @@ TEST_F(IdentityCli, PrintsTheModules)
 TEST_F(IdentityCli, AStopIsHeardUntilTheFirstByteIsWritten)
 {
     stopsWhileAsked = true;
-    const CliResult stopped = Run({Action::Write, 1, "km64"}, true);
-    EXPECT_EQ(stopped.exitCode, 3);
-    EXPECT_EQ(stopped.err, "kelvora-cli: the work was stopped; nothing was written\n");
+    EXPECT_THAT(Run({Action::Write, 1, "km64"}, true),
+                Gives(3, _, "kelvora-cli: the work was stopped; nothing was written\n"));
     EXPECT_EQ(std::ranges::count(port.written, Request), 0);
     EXPECT_EQ(files.List(folder + "/saved"), std::vector<std::string>());
 }
@@ -116,10 +111,10 @@ TEST_F(IdentityCli, RefusesWhatCannotBeWritten)
         EXPECT_TRUE(port.written.empty());
     }
     EXPECT_THAT(Run({Action::Write, 5, "ICCR"}).err, HasSubstr("were not read from this line: 5\n"));
-    const CliResult rejected = Run({Action::Restore, 0, {}, Write("a.dat", "[MCR]")});
-    EXPECT_EQ(rejected.exitCode, 1);
-    EXPECT_THAT(rejected.err,
-                HasSubstr("a.dat: This file is not a saved copy of EEPROM data. Line 1: Expected here: "));
+    EXPECT_THAT(
+        Run({Action::Restore, 0, {}, Write("a.dat", "[MCR]")}),
+        Gives(1, _,
+              HasSubstr("a.dat: This file is not a saved copy of EEPROM data. Line 1: Expected here: ")));
     EXPECT_THAT(Run({Action::Restore, 0, {}, folder + "/none"}).err, HasSubstr("No such file"));
 }
 

@@ -6,9 +6,6 @@ namespace kelvora {
 
 namespace {
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::StartsWith;
 using Json = nlohmann::json;
 using Result = JournalEntry::Result;
 
@@ -60,9 +57,8 @@ TEST_F(JournalCommandTest, EveryOperationOnADeviceLeavesAnEntryOrTellsThatItCann
     EXPECT_THAT(entries.at(9).message, HasSubstr("There is no such device."));
 
     access.kept.failure = "No space left on device";
-    const CliResult result = Run({"dump", "-o", dump});
-    EXPECT_EQ(result.exitCode, ExitCode::Done);
-    EXPECT_THAT(result.err, HasSubstr("journal.jsonl: No space left on device"));
+    EXPECT_THAT(Run({"dump", "-o", dump}),
+                Gives(ExitCode::Done, _, HasSubstr("journal.jsonl: No space left on device")));
 }
 
 TEST_F(JournalCommandTest, ShowsWhatFits)
@@ -124,7 +120,7 @@ TEST_F(JournalCommandTest, ASeriesAsksOnceAndTellsWhatHappens)
     EXPECT_THAT(shown.out, StartsWith("COM1: waiting for a terminal\nCOM1: found BENCH TERMINAL\n"
                                       "COM1: BENCH TERMINAL: done: The download is done."));
     EXPECT_THAT(shown.out, HasSubstr("fiscal keyboard: "));
-    EXPECT_THAT(shown.out, testing::EndsWith("COM1: 1 done, 0 held the setup already, 0 failed\n"));
+    EXPECT_THAT(shown.out, EndsWith("COM1: 1 done, 0 held the setup already, 0 failed\n"));
 
     const CliResult json = Run({"series", "--yes", "--json", "--count", "1", "--by-name", folder});
     EXPECT_EQ(json.exitCode, ExitCode::Rejected) << "the folder has no file of that name";

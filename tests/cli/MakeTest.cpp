@@ -52,9 +52,8 @@ TEST_F(Make, NamesTheValueThatIsWrong)
         else if (op != "remove")
             change["value"] = nlohmann::json::parse(value);
         const auto changed = nlohmann::json::parse(json).patch(nlohmann::json::array({change}));
-        const CliResult result = Run({"make", "-", "-o", path}, changed.dump());
-        EXPECT_EQ(result.exitCode, 1) << change;
-        EXPECT_THAT(result.err, testing::StartsWith(std::string("kelvora-cli: standard input: ") + says))
+        EXPECT_THAT(Run({"make", "-", "-o", path}, changed.dump()),
+                    Gives(1, _, StartsWith(std::string("kelvora-cli: standard input: ") + says)))
             << change;
         EXPECT_FALSE(files.Exists(path)) << change;
     };
@@ -90,7 +89,7 @@ TEST_F(Make, NamesTheValueThatIsWrong)
              {std::string(100000, '['), "parse error"}}) {
         const auto object = nlohmann::json::parse(Run({"make", "--json", "-"}, text).out);
         EXPECT_EQ(object["ok"], false);
-        EXPECT_THAT(object["message"], testing::StartsWith(says));
+        EXPECT_THAT(object["message"], StartsWith(says));
         EXPECT_EQ(object["pointer"], says.starts_with('/') ? says.substr(0, says.find(':')) : "");
     }
     EXPECT_EQ(Run({"make", At("none.json")}).err,

@@ -25,21 +25,20 @@ TEST_F(RenderTest, WritesADrawingAndKeepsWhatItReplaces)
     const std::string output = At("till.svg");
     const CliResult printed = Run({"render", till});
     EXPECT_EQ(printed.exitCode, 0);
-    EXPECT_THAT(printed.out, testing::StartsWith("<svg "));
-    EXPECT_THAT(printed.out, testing::HasSubstr(">" + till + "</text>"));
+    EXPECT_THAT(printed.out, StartsWith("<svg "));
+    EXPECT_THAT(printed.out, HasSubstr(">" + till + "</text>"));
     Write("till.svg", "old");
     Write("till.bak", "the setup before");
     EXPECT_EQ(Run({"render", till, "-o", output}).exitCode, 0);
-    EXPECT_THAT(files.Read(output), testing::StartsWith("<svg "));
+    EXPECT_THAT(files.Read(output), StartsWith("<svg "));
     EXPECT_EQ(files.Read(output + ".bak"), "old");
     EXPECT_EQ(files.Read(At("till.bak")), "the setup before");
 
     const std::string before = files.Read(output);
     EXPECT_EQ(Run({"render", bad, "-o", output}).exitCode, 1);
     EXPECT_EQ(files.Read(output), before);
-    const CliResult nowhere = Run({"render", till, "-o", At("none/till.svg")});
-    EXPECT_EQ(nowhere.exitCode, 1);
-    EXPECT_THAT(nowhere.err, testing::HasSubstr("/none/till.svg: No such file or directory"));
+    EXPECT_THAT(Run({"render", till, "-o", At("none/till.svg")}),
+                Gives(1, _, HasSubstr("/none/till.svg: No such file or directory")));
 }
 
 TEST_F(RenderTest, RefusesWhatMakesNoSense)
@@ -53,7 +52,7 @@ TEST_F(RenderTest, RefusesWhatMakesNoSense)
     for (const char* const option : {"-o", "--output-folder"})
         EXPECT_EQ(Run({"render", At("empty"), option, svg}).err, "kelvora-cli: no setup files were found\n");
     EXPECT_FALSE(files.Exists(svg));
-    EXPECT_THAT(files.Read(till), testing::StartsWith("[Kelvora]"));
+    EXPECT_THAT(files.Read(till), StartsWith("[Kelvora]"));
 }
 
 TEST_F(RenderTest, FillsAFolderWithThePicturesOfMany)
@@ -69,14 +68,12 @@ TEST_F(RenderTest, FillsAFolderWithThePicturesOfMany)
     EXPECT_EQ(last["file"], At("shops/x.txt"));
     EXPECT_EQ(last["line"], 3);
     EXPECT_EQ(last["output"], nullptr);
-    EXPECT_THAT(files.Read(out + "/n1/t19.svg"), testing::HasSubstr(">t19</text>"));
+    EXPECT_THAT(files.Read(out + "/n1/t19.svg"), HasSubstr(">t19</text>"));
     EXPECT_EQ(files.List(out), (std::vector<std::string>{"n0", "n1"}));
 
-    const CliResult twice = Run(
-        {"render", At("shops/n0/t0.dat"), Write("other/t0.txt", Accepted), "--output-folder", At("flat")});
-    EXPECT_EQ(twice.exitCode, 1);
-    EXPECT_THAT(twice.err,
-                testing::HasSubstr("other/t0.txt: what becomes of another setup has the same name"));
+    EXPECT_THAT(Run({"render", At("shops/n0/t0.dat"), Write("other/t0.txt", Accepted), "--output-folder",
+                     At("flat")}),
+                Gives(1, _, HasSubstr("other/t0.txt: what becomes of another setup has the same name")));
     EXPECT_EQ(files.List(At("flat")), std::vector<std::string>{"t0.svg"});
 }
 
@@ -85,9 +82,7 @@ TEST_F(RenderTest, SaysWhatIsMissingForPictures)
     for (const std::vector<std::string>& arguments :
          {std::vector<std::string>{"render", till, "-o", At("till.png")},
           {"render", till, "--type", "pdf", "--output-folder", At("out")}}) {
-        const CliResult result = Run(arguments);
-        EXPECT_EQ(result.exitCode, 1);
-        EXPECT_THAT(result.err, testing::HasSubstr("kelvora-picture, which is not there"));
+        EXPECT_THAT(Run(arguments), Gives(1, _, HasSubstr("kelvora-picture, which is not there")));
     }
     EXPECT_FALSE(files.Exists(At("till.png")));
 }
@@ -99,7 +94,7 @@ TEST_F(RenderTest, MakesPicturesAndDocuments)
     EXPECT_EQ(Draw({{till}, png, {}, {}, false, {}, {}}).exitCode, 0);
     // A4 at 150 dots an inch.
     const std::string picture = files.Read(png);
-    ASSERT_THAT(picture, testing::StartsWith("\x89PNG\r\n"));
+    ASSERT_THAT(picture, StartsWith("\x89PNG\r\n"));
     const auto number = [&](std::size_t at) {
         return static_cast<unsigned char>(picture[at]) * 256 + static_cast<unsigned char>(picture[at + 1]);
     };
@@ -111,10 +106,10 @@ TEST_F(RenderTest, MakesPicturesAndDocuments)
     EXPECT_EQ(several.exitCode, 1);
     EXPECT_EQ(Count(several.out, "\"ok\":true"), 2U);
     const std::string document = files.Read(pdf);
-    ASSERT_THAT(document, testing::StartsWith("%PDF-"));
+    ASSERT_THAT(document, StartsWith("%PDF-"));
     EXPECT_EQ(Count(document, "/Type /Page\n"), 2U);
-    EXPECT_THAT(document, testing::HasSubstr("/MediaBox [0 0 595"));
-    EXPECT_THAT(document, testing::HasSubstr("/FontName")) << "letters, not outlines";
+    EXPECT_THAT(document, HasSubstr("/MediaBox [0 0 595"));
+    EXPECT_THAT(document, HasSubstr("/FontName")) << "letters, not outlines";
 }
 #endif
 

@@ -14,20 +14,18 @@ TEST_F(ReportTest, WritesAPageAndKeepsWhatItReplaces)
     Write("tills.html", "old");
     Write("results/till7.json",
           R"({"till":"till7","action":"verify","exit":1,"result":{"outcome":"different"}})");
-    const CliResult result =
-        Run({"report", At("shops"), "--standard", standard, "--results", At("results"), "-o", output});
-    EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err, "kelvora-cli: 1 till: 1 deviate, 1 failed, 0 could not be read\n");
+    EXPECT_THAT(
+        Run({"report", At("shops"), "--standard", standard, "--results", At("results"), "-o", output}),
+        Gives(0, "", "kelvora-cli: 1 till: 1 deviate, 1 failed, 0 could not be read\n"));
     const std::string page = files.Read(output);
-    EXPECT_THAT(page, testing::StartsWith("<!DOCTYPE html>"));
-    EXPECT_THAT(page, testing::HasSubstr("<th scope=row>n1/Till7<td>"));
-    EXPECT_THAT(page, testing::HasSubstr("tracks read: 1,2 -&gt; 1,2,3<td>verify: different<td>"));
-    EXPECT_THAT(page, testing::HasSubstr("<h1>Tills in " + folder + "/shops</h1>"));
+    EXPECT_THAT(page, StartsWith("<!DOCTYPE html>"));
+    EXPECT_THAT(page, HasSubstr("<th scope=row>n1/Till7<td>"));
+    EXPECT_THAT(page, HasSubstr("tracks read: 1,2 -&gt; 1,2,3<td>verify: different<td>"));
+    EXPECT_THAT(page, HasSubstr("<h1>Tills in " + folder + "/shops</h1>"));
     EXPECT_EQ(files.Read(output + ".bak"), "old");
     const CliResult printed = Run({"report", till});
-    EXPECT_THAT(printed.out, testing::HasSubstr("<th scope=row>Till7<td>"));
-    EXPECT_THAT(printed.out, testing::HasSubstr("Not compared with a standard"));
+    EXPECT_THAT(printed.out, HasSubstr("<th scope=row>Till7<td>"));
+    EXPECT_THAT(printed.out, HasSubstr("Not compared with a standard"));
 }
 
 TEST_F(ReportTest, TellsWhatIsNoSetupAndNoResult)
@@ -43,9 +41,8 @@ TEST_F(ReportTest, TellsWhatIsNoSetupAndNoResult)
     EXPECT_EQ(
         nlohmann::json::parse(result.out),
         (nlohmann::json{{"output", output}, {"tills", 2}, {"deviating", 0}, {"failed", 0}, {"unread", 1}}));
-    EXPECT_THAT(
-        files.Read(output),
-        testing::HasSubstr("<th scope=row>bad<td colspan=3>Could not be read: line 3: 0x80040107 expected"));
+    EXPECT_THAT(files.Read(output),
+                HasSubstr("<th scope=row>bad<td colspan=3>Could not be read: line 3: 0x80040107 expected"));
 }
 
 TEST_F(ReportTest, RefusesWhatMakesNoPage)
@@ -61,13 +58,10 @@ TEST_F(ReportTest, RefusesWhatMakesNoPage)
          }) {
         std::vector<std::string> all{"report", "-o", output};
         all.insert(all.end(), arguments.begin(), arguments.end());
-        const CliResult result = Run(all);
-        EXPECT_EQ(result.exitCode, 1);
-        EXPECT_THAT(result.err, testing::HasSubstr(says));
+        EXPECT_THAT(Run(all), Gives(1, _, HasSubstr(says)));
         EXPECT_FALSE(files.Exists(output));
     }
-    EXPECT_THAT(Run({"report", till, "-o", At("none/a.html")}).err,
-                testing::HasSubstr("/none/a.html: No such file"));
+    EXPECT_THAT(Run({"report", till, "-o", At("none/a.html")}).err, HasSubstr("/none/a.html: No such file"));
 }
 
 }  // namespace kelvora

@@ -4,9 +4,6 @@ namespace kelvora {
 
 namespace {
 
-using testing::HasSubstr;
-using testing::StartsWith;
-
 class ScanTest : public CliTest {};
 
 TEST_F(ScanTest, PrintsTheSetupOfTheLineOrWritesIt)
@@ -40,10 +37,7 @@ TEST_F(ScanTest, AFailureWritesNothingAndExitsWithThree)
     const auto fails = [&](const std::vector<std::string>& arguments, const char* says) {
         std::vector<std::string> all{"scan", "-o", path};
         all.insert(all.end(), arguments.begin(), arguments.end());
-        const CliResult result = Run(all);
-        EXPECT_EQ(result.exitCode, ExitCode::Line) << says;
-        EXPECT_EQ(result.out, "");
-        EXPECT_THAT(result.err, HasSubstr(says));
+        EXPECT_THAT(Run(all), Gives(ExitCode::Line, "", HasSubstr(says))) << says;
         EXPECT_EQ(files.Read(path), "old");
     };
     fails({"--port", "2"}, "There is no such device.");

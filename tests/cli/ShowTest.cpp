@@ -9,9 +9,9 @@ TEST_F(Show, DrawsTheKeysOfEachModule)
     const std::string path = Write("till.dat",
                                    "[ICCR]\nKeyMap = QQS= _\nQQVS _\nHHVS _\nSSSS\n"
                                    "[MCR]\nTracks = 1,2\nTrack1Sep = ;\nTrack3Sep = \x80\nAutoread = OFF\n");
-    const CliResult result = Run({"show", path});
-    EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(result.out,
+    EXPECT_THAT(
+        Run({"show", path}),
+        Gives(0,
               path +
                   "\n"
                   "ICCR chip card unit (8)          keys 1 to 16\n"
@@ -24,7 +24,7 @@ TEST_F(Show, DrawsTheKeysOfEachModule)
                   "  +-----+-----+-----+-----+\n"
                   "  | 13  | 14  | 15  | 16  |\n"
                   "  +-----+-----+-----+-----+\n"
-                  "MCR badge reader (1)             tracks 1,2, separators ; none \u20AC, auto-read off\n");
+                  "MCR badge reader (1)             tracks 1,2, separators ; none \u20AC, auto-read off\n"));
 }
 
 TEST_F(Show, JsonHoldsTheWholeSetup)
@@ -63,9 +63,7 @@ TEST_F(Show, GoesOnAfterARejectedFile)
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.err, rejected + RejectedSays);
     EXPECT_EQ(result.out, empty + "\nno modules\n");
-    const CliResult below = Run({"show", folder});
-    EXPECT_EQ(below.out, result.out);
-    EXPECT_EQ(below.err, result.err);
+    EXPECT_THAT(Run({"show", folder}), Gives(_, result.out, result.err));
     std::filesystem::create_directory(At("none"));
     EXPECT_EQ(Run({"show", At("none")}).err, "kelvora-cli: no setup files were found\n");
 }
