@@ -1,19 +1,11 @@
 #include "eeprom/forms/frmEeprom.h"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
-#include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
-#include <memory>
 
 #include "comms/forms/frmAbort.h"
 #include "eeprom/ScriptedPort.h"
@@ -21,6 +13,7 @@
 #include "fakes/FakeFileDialogs.h"
 #include "fakes/FakeFiles.h"
 #include "fakes/FakePrompt.h"
+#include "forms/Controls.h"
 #include "platform/qt/Text.h"
 
 namespace kelvora {
@@ -37,53 +30,42 @@ protected:
         QApplication::setActiveWindow(form.get());
     }
 
-    template <class Widget>
-    Widget* Find(const std::string& name) const
-    {
-        return form->findChild<Widget*>(QString::fromStdString(name));
-    }
-    QPushButton* Button(const char* name) const { return Find<QPushButton>(std::string(name) + "Command"); }
-    void Press(const char* name) const { Button(name)->click(); }
-    std::string Label(const std::string& name) const { return FromQString(Find<QLabel>(name)->text()); }
-    bool IsShown(const char* name) const { return Find<QWidget>(name)->isVisible(); }
+    QPushButton& Button(const std::string& name) const { return Find<QPushButton>(*form, name + "Command"); }
+    void Press(const char* name) const { Button(name).click(); }
+    QComboBox& NewDev(int row) const { return Find<QComboBox>(*form, "NewDev" + std::to_string(row)); }
+    std::string Label(const std::string& name) const { return Says(*form, name); }
+    bool IsShown(const char* name) const { return Find<QWidget>(*form, name).isVisible(); }
 
     /// The enabled ones of the buttons Back, Next, Cancel and Update by their first letters.
     std::string Enabled() const
     {
         std::string letters;
         for (const char* name : {"Back", "Next", "Cancel", "Update"})
-            if (Button(name)->isVisible() && Button(name)->isEnabled())
+            if (Button(name).isVisible() && Button(name).isEnabled())
                 letters += *name;
         return letters;
     }
 
     void Choose(int row, int identity)
     {
-        auto* list = Find<QComboBox>("NewDev" + std::to_string(row));
-        list->setCurrentIndex(identity);
-        emit list->activated(identity);
+        NewDev(row).setCurrentIndex(identity);
+        emit NewDev(row).activated(identity);
     }
 
     /// Presses a button that brings up the question before a write, and answers it. The question's texts.
     WriteQuestion Ask(const char* button, bool yes)
     {
         WriteQuestion asked;
-        QTimer watch;
-        watch.callOnTimeout([&] {
-            auto* dialog = dynamic_cast<WriteQuestionDialog*>(QApplication::activeModalWidget());
-            if (!dialog)
-                return;
-            watch.stop();
-            asked = {FromQString(dialog->findChild<QLabel*>("Question")->text()),
-                     FromQString(dialog->findChild<QPlainTextEdit*>("Table")->toPlainText())};
-            // Enter is No, and so is Esc.
-            QTest::keyClick(dialog->focusWidget(), yes ? Qt::Key_Escape : Qt::Key_Return);
-            EXPECT_EQ(dialog->result(), QDialog::Rejected);
-            if (yes)
-                dialog->accept();
-        });
-        watch.start(0);
-        Press(button);
+        InDialog<WriteQuestionDialog>([&] { Press(button); },
+                                      [&](WriteQuestionDialog& dialog) {
+                                          asked = {Says(dialog, "Question"), Says(dialog, "Table")};
+                                          // Enter is No, and so is Esc.
+                                          QTest::keyClick(dialog.focusWidget(),
+                                                          yes ? Qt::Key_Escape : Qt::Key_Return);
+                                          EXPECT_EQ(dialog.result(), QDialog::Rejected);
+                                          if (yes)
+                                              dialog.accept();
+                                      });
         return asked;
     }
 
@@ -135,7 +117,7 @@ TEST_F(EepromForm, GoesFromPageToPage)
     EXPECT_TRUE(IsShown("Info30") && IsShown("Info31"));
     EXPECT_FALSE(IsShown("Outcome")) << "the key that begins the search does not end it";
     EXPECT_EQ(Label("PortLabel"), " COM2: 9600,n,8,1");
-    EXPECT_TRUE(Find<QLabel>("PortLabel")->isEnabled());
+    EXPECT_TRUE(IsUsable(*form, "PortLabel"));
     EXPECT_EQ(operation.Status(), "EEPROM wizard on COM2");
     EXPECT_EQ(Enabled(), "BNC");
     EXPECT_EQ(busy, std::vector{true});
@@ -145,7 +127,7 @@ TEST_F(EepromForm, GoesFromPageToPage)
     EXPECT_EQ(Label("EepromInfo0"), "AA 55 D6 17 FF FF 04 00");
     Press("Back");
     Press("Back");
-    EXPECT_FALSE(port.IsOpen() || Find<QLabel>("PortLabel")->isEnabled());
+    EXPECT_FALSE(port.IsOpen() || IsUsable(*form, "PortLabel"));
     EXPECT_EQ(Label("PortLabel"), " COM2");
     EXPECT_EQ(operation.Status(), "");
     EXPECT_EQ(busy, (std::vector{true, false}));
@@ -157,28 +139,27 @@ TEST_F(EepromForm, GoesFromPageToPage)
 TEST_F(EepromForm, ChoiceThatDiffersCanBeWritten)
 {
     GoToTable();
-    EXPECT_EQ(Find<QComboBox>("NewDev0")->currentIndex(), 0);
+    EXPECT_EQ(NewDev(0).currentIndex(), 0);
     EXPECT_EQ(Label("DevInfo1"), "LCD (unlit)");
-    EXPECT_EQ(Find<QComboBox>("NewDev1")->currentIndex(), -1);
+    EXPECT_EQ(NewDev(1).currentIndex(), -1);
     EXPECT_EQ(Label("DevInfo2"), "UNKNOWN");
-    EXPECT_FALSE(Find<QComboBox>("NewDev2")->isEnabled() || Find<QComboBox>("NewDev3")->isEnabled());
+    EXPECT_FALSE(NewDev(2).isEnabled() || NewDev(3).isEnabled());
     EXPECT_EQ(Enabled(), "BC");
-    QTest::keyClick(Find<QComboBox>("NewDev0"), Qt::Key_Return);
+    QTest::keyClick(&NewDev(0), Qt::Key_Return);
     EXPECT_TRUE(IsShown("WizFrame3")) << "Enter in a list presses no button";
     Choose(0, 3);
     EXPECT_EQ(Enabled(), "BCU");
-    EXPECT_THAT(Ask("Update", false).table,
-                testing::StartsWith("* Address 0: KM96CM >> KM64, changed\n"
-                                    "    now            AA 55 D6 17 FF FF 04 00\n"
-                                    "    to be written  AA 55 BF 00 00 00 00 00\n"));
+    EXPECT_THAT(Ask("Update", false).table, StartsWith("* Address 0: KM96CM >> KM64, changed\n"
+                                                       "    now            AA 55 D6 17 FF FF 04 00\n"
+                                                       "    to be written  AA 55 BF 00 00 00 00 00\n"));
     EXPECT_EQ(Enabled(), "BCU");
     EXPECT_TRUE(files.content.empty());
     Choose(0, 0);
     EXPECT_EQ(Enabled(), "BC");
     Choose(1, 2);
     EXPECT_EQ(Enabled(), "BCU");
-    Choose(1, Find<QComboBox>("NewDev0")->count());
-    EXPECT_EQ(Find<QComboBox>("NewDev1")->currentIndex(), -1) << "taken back";
+    Choose(1, NewDev(0).count());
+    EXPECT_EQ(NewDev(1).currentIndex(), -1) << "taken back";
     EXPECT_EQ(Enabled(), "BC");
 }
 
@@ -197,7 +178,7 @@ TEST_F(EepromForm, TableShowsWhatTheModulesHoldAfterAWrite)
     EXPECT_EQ(Enabled(), "BC");
     ASSERT_EQ(files.content.size(), 1U);
     const auto [copy, text] = *files.content.begin();
-    EXPECT_EQ(FromQString(Find<QLineEdit>("SavedInfo")->text()), copy);
+    EXPECT_EQ(Label("SavedInfo"), copy);
 
     // Written back but for what the line cannot take, refused by the module, and read again.
     prompt.shown.clear();
@@ -207,8 +188,7 @@ TEST_F(EepromForm, TableShowsWhatTheModulesHoldAfterAWrite)
     dialogs.choices = {{copy, {}, 1}};
     const std::string leftOut = "Not read from this line, so not written: 2";
     EXPECT_THAT(Ask("WriteBack", true).text,
-                testing::AllOf(testing::StartsWith("Saved copy: 20"),
-                               testing::HasSubstr(", COM2: 9600,n,8,1\n" + leftOut)));
+                testing::AllOf(StartsWith("Saved copy: 20"), HasSubstr(", COM2: 9600,n,8,1\n" + leftOut)));
     ASSERT_EQ(prompt.shown.size(), 3U);
     EXPECT_EQ(prompt.shown[0].body, "MID NAK response indicates LRC error");
     EXPECT_EQ(prompt.shown[1].body,
@@ -227,15 +207,15 @@ TEST_F(EepromForm, SearchBelow9600IsStoppedByTheUser)
     loop.After(std::chrono::seconds(2), [&] {
         during = Enabled();
         EXPECT_TRUE(IsShown("Repeats") && IsShown("StopCommand"));
-        EXPECT_EQ(Find<QProgressBar>({})->maximum(), 0) << "no end is in sight";
+        EXPECT_EQ(Find<QProgressBar>(*form).maximum(), 0) << "no end is in sight";
         form->close();
         Press("Next");
         form->EepromWizard(0);
         QTest::keyClick(form->focusWidget(), Qt::Key_Escape);
-        auto* abort = form->findChild<frmAbort*>();
-        ASSERT_TRUE(abort && abort->isVisible());
+        const auto& abort = Find<frmAbort>(*form);
+        ASSERT_TRUE(abort.isVisible());
         EXPECT_FALSE(operation.IsStopAsked()) << "Esc asks";
-        abort->findChild<QPushButton*>("AbortCommand")->click();
+        kelvora::Press(abort, "AbortCommand");
     });
     Press("Next");
     EXPECT_EQ(during, "") << "nothing else can be done";
@@ -254,39 +234,34 @@ TEST_F(EepromForm, SearchBelow9600IsStoppedByTheUser)
 
 TEST_F(EepromForm, SearchThatFindsNothing)
 {
-    struct Row {
-        std::string reason, says, page, enabled;
-        bool opens, stopped;
-    };
     Press("Next");
     const std::string again =
         "\n\nCheck the cables, the power and the port. \"<< Back\" leads to a new search.";
-    for (const Row& row : std::vector<Row>{
-             {"no modules", "No MID modules found", "No MID modules found" + again, "BNC", true, false},
-             {"stopped", "", "The search was stopped. No modules were found so far." + again, "BC", true,
-              true},
-             {"not opened", "Unable to open serial line\r\nDevice or resource busy",
-              "Unable to open serial line\nDevice or resource busy", "C", false, false},
-         }) {
+    const auto check = [&](const std::string& reason, const std::string& says, const std::string& page,
+                           const std::string& enabled, bool opens, bool stopped) {
         prompt.shown.clear();
-        port.opens = row.opens;
+        port.opens = opens;
         form->EepromWizard(1);
-        if (row.stopped)
+        if (stopped)
             loop.After(std::chrono::milliseconds(60), [&] { Press("Stop"); });
         form->EepromWizard(2);
-        EXPECT_EQ(prompt.shown.empty() ? "" : prompt.shown[0].body, row.says) << row.reason;
-        EXPECT_EQ(IsShown("Outcome") ? Label("Outcome") : "", row.page) << row.reason;
-        EXPECT_FALSE(IsShown("Info30") || IsShown("Info31")) << row.reason;
-        EXPECT_EQ(Enabled(), row.enabled) << row.reason;
-        EXPECT_EQ(form->focusWidget(), Button(row.opens ? "Back" : "Cancel")) << row.reason;
-        EXPECT_EQ(operation.IsBusy(), row.opens) << row.reason;
-        if (row.enabled != "BNC")
-            continue;
+        EXPECT_EQ(prompt.shown.empty() ? "" : prompt.shown[0].body, says) << reason;
+        EXPECT_EQ(IsShown("Outcome") ? Label("Outcome") : "", page) << reason;
+        EXPECT_FALSE(IsShown("Info30") || IsShown("Info31")) << reason;
+        EXPECT_EQ(Enabled(), enabled) << reason;
+        EXPECT_EQ(form->focusWidget(), &Button(opens ? "Back" : "Cancel")) << reason;
+        EXPECT_EQ(operation.IsBusy(), opens) << reason;
+        if (enabled != "BNC")
+            return;
         Press("Next");
         EXPECT_TRUE(IsShown("NothingRead"));
-        EXPECT_EQ(form->focusWidget(), Button("Back"));
-        EXPECT_FALSE(Button("WriteBack")->isEnabled());
-    }
+        EXPECT_EQ(form->focusWidget(), &Button("Back"));
+        EXPECT_FALSE(Button("WriteBack").isEnabled());
+    };
+    check("no modules", "No MID modules found", "No MID modules found" + again, "BNC", true, false);
+    check("stopped", "", "The search was stopped. No modules were found so far." + again, "BC", true, true);
+    check("not opened", "Unable to open serial line\r\nDevice or resource busy",
+          "Unable to open serial line\nDevice or resource busy", "C", false, false);
 }
 
 TEST_F(EepromForm, LostLineIsToldOnceAndLeadsToTheCables)
@@ -300,7 +275,7 @@ TEST_F(EepromForm, LostLineIsToldOnceAndLeadsToTheCables)
         lose(after);
         Press("Next");
         ASSERT_EQ(prompt.shown.size(), 1U) << after;
-        EXPECT_THAT(prompt.shown[0].body, testing::StartsWith(lost)) << after;
+        EXPECT_THAT(prompt.shown[0].body, StartsWith(lost)) << after;
         EXPECT_TRUE(IsShown("WizFrame1")) << after;
         EXPECT_EQ(Enabled(), "BNC") << after;
         EXPECT_FALSE(operation.IsBusy()) << after;
@@ -312,8 +287,8 @@ TEST_F(EepromForm, LostLineIsToldOnceAndLeadsToTheCables)
     Ask("Update", true);
     ASSERT_EQ(prompt.shown.size(), 1U);
     EXPECT_THAT(prompt.shown[0].body,
-                testing::AllOf(testing::StartsWith(lost), testing::HasSubstr("Addresses that failed: 0\r\n"),
-                               testing::EndsWith(files.content.begin()->first)));
+                testing::AllOf(StartsWith(lost), HasSubstr("Addresses that failed: 0\r\n"),
+                               EndsWith(files.content.begin()->first)));
     EXPECT_TRUE(IsShown("WizFrame1"));
 }
 

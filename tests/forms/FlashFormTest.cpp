@@ -1,10 +1,4 @@
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QPlainTextEdit>
-#include <QPushButton>
-#include <QTableView>
-#include <QToolButton>
+#include <QDialogButtonBox>
 #include <QTreeWidget>
 
 #include "comms/forms/frmAbort.h"
@@ -39,18 +33,14 @@ protected:
     }
 
     // Runs the command and answers the question that it comes to.
-    void RunAndAnswer(Command command, const char* button)
+    void RunAndAnswer(Command command, QDialogButtonBox::StandardButton answer)
     {
         InDialog<ChangesDialog>([&] { Run(command); },
-                                [&](ChangesDialog& dialog) { PressText(dialog, button); });
+                                [&](ChangesDialog& dialog) { Decide(dialog, answer); });
     }
-
-    static void PressText(QWidget& form, const QString& text)
+    static void Decide(ChangesDialog& dialog, QDialogButtonBox::StandardButton answer)
     {
-        for (QPushButton* const button : form.findChildren<QPushButton*>())
-            if (button->text() == text)
-                return button->click();
-        FAIL() << text.toStdString();
+        Find<QDialogButtonBox>(dialog).button(answer)->click();
     }
 
     std::string LastBody() const { return prompt.shown.empty() ? std::string() : prompt.shown.back().body; }
@@ -63,26 +53,25 @@ protected:
 TEST_F(FlashForm, DownloadAsksWithTheLineFreeAndWritesOnlyOnYes)
 {
     ClearFiscal();
-    InDialog<ChangesDialog>(
-        [&] { Run(Command::ToolsMenuFlashDownload); },
-        [&](ChangesDialog& dialog) {
-            EXPECT_EQ(dialog.windowTitle().toStdString(), "Flash Download: COM1");
-            EXPECT_EQ(dialog.findChild<QPlainTextEdit*>("Changes")->toPlainText().toStdString(),
-                      "This will change in the device:\n"
-                      "0006: Composite Keyboard, fiscal keyboard: yes -> no");
-            EXPECT_TRUE(dialog.findChild<QLabel*>("Backup")->text().contains("/backups/20"));
-            EXPECT_FALSE(port.IsOpen());
-            EXPECT_TRUE(program.operation.IsBusy());
-            EXPECT_FALSE(IsEnabled(Command::FileMenuNew));
-            EXPECT_FALSE(QApplication::overrideCursor());
-            window->close();
-            EXPECT_FALSE(closed);
-            QTest::keyClick(&dialog, Qt::Key_Return);
-        });
+    InDialog<ChangesDialog>([&] { Run(Command::ToolsMenuFlashDownload); },
+                            [&](ChangesDialog& dialog) {
+                                EXPECT_EQ(dialog.windowTitle().toStdString(), "Flash Download: COM1");
+                                EXPECT_EQ(Says(dialog, "Changes"),
+                                          "This will change in the device:\n"
+                                          "0006: Composite Keyboard, fiscal keyboard: yes -> no");
+                                EXPECT_THAT(Says(dialog, "Backup"), HasSubstr("/backups/20"));
+                                EXPECT_FALSE(port.IsOpen());
+                                EXPECT_TRUE(program.operation.IsBusy());
+                                EXPECT_FALSE(IsEnabled(Command::FileMenuNew));
+                                EXPECT_FALSE(QApplication::overrideCursor());
+                                window->close();
+                                EXPECT_FALSE(closed);
+                                QTest::keyClick(&dialog, Qt::Key_Return);
+                            });
     EXPECT_EQ(Flash(), fresh);
     EXPECT_TRUE(prompt.shown.empty());
 
-    RunAndAnswer(Command::ToolsMenuFlashDownload, "&Yes");
+    RunAndAnswer(Command::ToolsMenuFlashDownload, QDialogButtonBox::Yes);
     FlashImage expected = fresh;
     expected[6] ^= 1;
     EXPECT_EQ(Flash(), expected);
@@ -103,20 +92,15 @@ TEST_F(FlashForm, TheQuestionTellsWhatTheDeviceCannotHold)
     InDialog<ChangesDialog>(
         [&] { Run(Command::ToolsMenuFlashDownload); },
         [&](ChangesDialog& dialog) {
-            const QString text = dialog.findChild<QPlainTextEdit*>("Changes")->toPlainText();
-            EXPECT_TRUE(
-                text.contains("MCR, separator after track 2: none -> # (23)\n\n"
-                              "The device cannot hold this; it is left out:\nICCR, Key "))
-                << text.toStdString();
-            InDialog<ComparisonDialog>([&] { Press(dialog, "Compare"); },
-                                       [&](ComparisonDialog& comparison) {
-                                           EXPECT_EQ(comparison.findChild<QTableView*>("Images")
-                                                         ->model()
-                                                         ->headerData(ImageTable::After, Qt::Horizontal)
-                                                         .toString()
-                                                         .toStdString(),
-                                                     "PosConfiguration 1");
-                                       });
+            EXPECT_THAT(Says(dialog, "Changes"),
+                        HasSubstr("MCR, separator after track 2: none -> # (23)\n\n"
+                                  "The device cannot hold this; it is left out:\nICCR, Key "));
+            InDialog<ComparisonDialog>(
+                [&] { Press(dialog, "Compare"); },
+                [&](ComparisonDialog& comparison) {
+                    const auto& images = *Find<QTableView>(comparison, "Images").model();
+                    EXPECT_EQ(images.headerData(ImageTable::After, Qt::Horizontal), "PosConfiguration 1");
+                });
             QTest::keyClick(&dialog, Qt::Key_Escape);
         });
     EXPECT_EQ(Flash(), fresh);
@@ -140,7 +124,7 @@ TEST_F(FlashForm, AStopEndsItAndAnOpenStopDialogGivesWayToTheQuestion)
     EXPECT_TRUE(prompt.shown.empty());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     runWith([&] { Press(*abort(), "AbortCommand"); });
-    EXPECT_NE(LastBody().find("\r\nThe work was stopped."), std::string::npos) << LastBody();
+    EXPECT_THAT(LastBody(), HasSubstr("\r\nThe work was stopped."));
     EXPECT_EQ(Flash(), fresh);
 }
 
@@ -154,14 +138,14 @@ TEST_F(FlashForm, VerifySaysWhereItDiffersAndShowsBothImages)
     EXPECT_EQ(prompt.shown[1].title, "Flash Verify");
     EXPECT_TRUE(LastBody().starts_with(
         "The device does not hold this setup. The first difference is at address 0006 (hex)\r\n"));
-    EXPECT_NE(LastBody().find("fiscal keyboard: no -> yes\r\n"), std::string::npos) << LastBody();
+    EXPECT_THAT(LastBody(), HasSubstr("fiscal keyboard: no -> yes\r\n"));
     EXPECT_EQ(prompt.shown[1].style.defaultAnswer, Answer::No);
 
     prompt.answers = {Answer::Yes};
     Run(Command::ToolsMenuFlashVerify);
     const auto* const shown = Opened<ComparisonDialog>();
     ASSERT_TRUE(shown && shown->isVisible() && !shown->isModal());
-    EXPECT_EQ(shown->findChild<QListWidget*>("Differences")->count(), 1);
+    EXPECT_EQ(Find<QListWidget>(*shown, "Differences").count(), 1);
     window->ActiveSetup()->CloseUnasked();
     Trigger(Command::FileMenuClose);
     EXPECT_FALSE(Opened<ComparisonDialog>());
@@ -183,11 +167,9 @@ TEST_F(FlashForm, DumpsAreWrittenAndKeepThePreviousFile)
     ClearFiscal();
     Choose("till.mem");
     prompt.answers = {Answer::Yes};
-    window->findChild<QToolButton*>("DUMP")->click();
-    FlashImage cleared = fresh;
-    cleared[6] ^= 1;
+    Press(*window, "DUMP");
     dump = ReadDump(files.Read(file));
-    EXPECT_EQ(dump.image, cleared);
+    EXPECT_EQ(dump.image[6], fresh[6] ^ 1);
     EXPECT_EQ(dump.head.kind, DumpKind::Setup);
     EXPECT_EQ(ReadDump(files.Read(At("till.bak"))).image, fresh);
 
@@ -203,79 +185,68 @@ TEST_F(FlashForm, DumpsAreWrittenAndKeepThePreviousFile)
 TEST_F(FlashForm, ABackupIsComparedAndRestored)
 {
     ClearFiscal();
-    RunAndAnswer(Command::ToolsMenuFlashDownload, "&Yes");
+    RunAndAnswer(Command::ToolsMenuFlashDownload, QDialogButtonBox::Yes);
     files.Write(At("backups/broken.mem"), "0000:00 12\r\n");
-    const auto open = [&] { Run(Command::ToolsMenuFlashBackups); };
+    const auto open = [&] { Trigger(Command::ToolsMenuFlashBackups); };
 
     InDialog<BackupsDialog>(open, [&](BackupsDialog& dialog) {
-        const auto* const list = dialog.findChild<QTreeWidget*>("Backups");
-        ASSERT_EQ(list->topLevelItemCount(), 2);
-        EXPECT_EQ(list->topLevelItem(0)->text(2), "whole");
-        EXPECT_EQ(list->topLevelItem(0)->text(4), "Composite Keyboard, Slave Keyboard, MCR, ICCR");
-        EXPECT_EQ(list->topLevelItem(1)->text(6), "broken.mem");
-        EXPECT_TRUE(list->topLevelItem(1)->text(2).contains("Line 1: "));
+        auto& list = Find<QTreeWidget>(dialog, "Backups");
+        ASSERT_EQ(list.topLevelItemCount(), 2);
+        EXPECT_EQ(list.topLevelItem(0)->text(2), "whole");
+        EXPECT_EQ(list.topLevelItem(0)->text(4), "Composite Keyboard, Slave Keyboard, MCR, ICCR");
+        EXPECT_EQ(list.topLevelItem(1)->text(6), "broken.mem");
+        EXPECT_TRUE(list.topLevelItem(1)->text(2).contains("Line 1: "));
         InDialog<ComparisonDialog>([&] { Press(dialog, "Compare"); },
                                    [&](ComparisonDialog& comparison) {
-                                       EXPECT_EQ(comparison.findChild<QListWidget*>("Differences")->count(),
-                                                 1);
+                                       EXPECT_EQ(Find<QListWidget>(comparison, "Differences").count(), 1);
                                    });
-        QTest::keyClick(dialog.findChild<QTreeWidget*>("Backups"), Qt::Key_Down);
-        EXPECT_FALSE(dialog.findChild<QPushButton*>("Restore")->isEnabled());
-        EXPECT_FALSE(dialog.findChild<QPushButton*>("Compare")->isEnabled());
+        QTest::keyClick(&list, Qt::Key_Down);
+        EXPECT_FALSE(IsUsable(dialog, "Restore") || IsUsable(dialog, "Compare"));
     });
 
-    // The list closes first; the question comes when the line has been read.
-    InDialog<BackupsDialog>([&] { Trigger(Command::ToolsMenuFlashBackups); },
-                            [&](BackupsDialog& dialog) { Press(dialog, "Restore"); });
-    InDialog<ChangesDialog>(
-        [&] { loop.Pass(std::chrono::milliseconds(0)); },
-        [&](ChangesDialog& dialog) {
-            // The question says which backup is meant.
-            EXPECT_TRUE(dialog.findChild<QLabel*>("Question")->text().contains("\nCOM1, 20"));
-            PressText(dialog, "&Yes");
-        });
+    // The list closes first; the question, which says what backup is meant, comes when the line has been
+    // read.
+    InDialog<BackupsDialog>(open, [&](BackupsDialog& dialog) { Press(dialog, "Restore"); });
+    InDialog<ChangesDialog>([&] { loop.Pass(std::chrono::milliseconds(0)); },
+                            [&](ChangesDialog& dialog) {
+                                EXPECT_THAT(Says(dialog, "Question"), HasSubstr("\nCOM1, 20"));
+                                Decide(dialog, QDialogButtonBox::Yes);
+                            });
     EXPECT_EQ(Flash(), fresh);
     EXPECT_TRUE(LastBody().starts_with("The dump is restored.")) << LastBody();
 }
 
-TEST_F(FlashForm, ADumpIsRestoredAsItIsAndADamagedOneRefused)
+TEST_F(FlashForm, ADumpIsRestoredAsItIsOnASecondYesWhereItTakesKeyContents)
 {
-    FlashImage dumped = fresh;
-    dumped[3000] ^= 0xFF;
-    const std::string text = FormatDump(0, dumped);
     const auto choose = [&](const std::string& name, const std::string& content) {
         files.Write(At(name), content);
         Choose(name);
     };
-    choose("cut.mem", text.substr(0, 1000));
-    Run(Command::ToolsMenuFlashRestore);
-    EXPECT_NE(LastBody().find("cut.mem\r\nThe file is not a whole flash dump."), std::string::npos);
-    choose("till.mem", text);
-    RunAndAnswer(Command::ToolsMenuFlashRestore, "&No");
-    EXPECT_EQ(Flash(), fresh);
-    choose("till.mem", text);
-    RunAndAnswer(Command::ToolsMenuFlashRestore, "&Yes");
-    EXPECT_EQ(Flash(), dumped);
-    EXPECT_EQ(prompt.shown.back().title, "Restore from Dump");
-}
-
-TEST_F(FlashForm, WhatTakesKeyContentsNeedsASecondYes)
-{
     FlashDump dump{fresh, {}};
+    dump.image[3000] ^= 0xFF;
+    choose("cut.mem", FormatFlashDump(dump).substr(0, 1000));
+    Run(Command::ToolsMenuFlashRestore);
+    EXPECT_THAT(LastBody(), HasSubstr("cut.mem\r\nThe file is not a whole flash dump."));
+    choose("till.mem", FormatFlashDump(dump));
+    RunAndAnswer(Command::ToolsMenuFlashRestore, QDialogButtonBox::No);
+    EXPECT_EQ(Flash(), fresh);
+    choose("till.mem", FormatFlashDump(dump));
+    RunAndAnswer(Command::ToolsMenuFlashRestore, QDialogButtonBox::Yes);
+    EXPECT_EQ(Flash(), dump.image);
+    EXPECT_EQ(prompt.shown.back().title, "Restore from Dump");
+
     std::fill(dump.image.begin() + 8000, dump.image.end(), std::uint8_t{0xFF});
+    prompt.shown.clear();
     for (const Answer answer : {Answer::No, Answer::Yes}) {
-        files.Write(At("till.mem"), FormatFlashDump(dump));
-        Choose("till.mem");
+        choose("till.mem", FormatFlashDump(dump));
         prompt.answers = {answer};
-        InDialog<ChangesDialog>(
-            [&] { Run(Command::ToolsMenuFlashRestore); },
-            [&](ChangesDialog& dialog) {
-                EXPECT_TRUE(dialog.findChild<QLabel*>("Question")
-                                ->text()
-                                .startsWith("This dump is erased where the device holds key contents."));
-                PressText(dialog, "&Yes");
-            });
-        EXPECT_EQ(Flash(), answer == Answer::Yes ? dump.image : fresh);
+        InDialog<ChangesDialog>([&] { Run(Command::ToolsMenuFlashRestore); },
+                                [&](ChangesDialog& dialog) {
+                                    EXPECT_THAT(Says(dialog, "Question"),
+                                                StartsWith("This dump is erased where the device"));
+                                    Decide(dialog, QDialogButtonBox::Yes);
+                                });
+        EXPECT_EQ(Flash() == dump.image, answer == Answer::Yes);
     }
     EXPECT_EQ(prompt.shown.front().style.defaultAnswer, Answer::No);
 }
@@ -304,21 +275,21 @@ TEST_F(FlashForm, TheComparisonGoesFromOneDifferenceToTheNextAndFinds)
     ComparisonDialog form(program.files, images);
     form.show();
     QApplication::setActiveWindow(&form);
-    auto* const list = form.findChild<QListWidget*>("Differences");
-    const auto row = [&] { return form.findChild<QTableView*>("Images")->currentIndex().row(); };
+    const auto& list = Find<QListWidget>(form, "Differences");
+    const auto row = [&] { return Find<QTableView>(form, "Images").currentIndex().row(); };
     EXPECT_EQ(row(), 0x1A);
     QTest::keyClick(&form, Qt::Key_F3);
     EXPECT_EQ(row(), 0x1FF);
     QTest::keyClick(&form, Qt::Key_F3);
-    EXPECT_EQ(list->currentRow(), 0);
+    EXPECT_EQ(list.currentRow(), 0);
     QTest::keyClick(&form, Qt::Key_F3, Qt::ShiftModifier);
-    EXPECT_EQ(list->currentRow(), 1);
+    EXPECT_EQ(list.currentRow(), 1);
 
-    auto* const find = form.findChild<QLineEdit*>("Find");
+    auto& find = Find<QLineEdit>(form, "Find");
     for (const auto& [text, found] : {std::pair{"0234", ""}, {"No such text", "Neither image has this."}}) {
-        find->setText(text);
-        QTest::keyClick(find, Qt::Key_Return);
-        EXPECT_EQ(form.findChild<QLabel*>("Found")->text(), found);
+        find.setText(text);
+        QTest::keyClick(&find, Qt::Key_Return);
+        EXPECT_EQ(Says(form, "Found"), found);
         EXPECT_EQ(row(), 0x23);
     }
     // From the place that was found, not from the row of the list.

@@ -87,46 +87,34 @@ protected:
 TEST_F(Growth, WindowsLeaveNothing)
 {
     files.Write(path, "[Kelvora]\r\nVersion = 2.0\r\n");
-    struct Case {
-        const char* what;
-        int rounds;
-        std::function<void()> round;
+    const auto check = [&](const char* what, int rounds, const std::function<void()>& round) {
+        EXPECT_LT(Left(what, rounds, round), MostLeft) << what;
+        EXPECT_TRUE(window->AllSetups().empty()) << what;
     };
-    const std::vector<Case> cases{
-        {"new window", 20,
-         [this] {
-             Trigger(Command::FileMenuNew);
-             Trigger(Command::LayoutMenuAddKBMASTER);
-             CloseWindow();
-         }},
-        {"key form", 20,
-         [this] {
-             Trigger(Command::FileMenuNew);
-             Trigger(Command::LayoutMenuAddKBMASTER);
-             InDialog<frmKeyb>([this] { Click(StripButton::Master); },
-                               [](frmKeyb& form) { Press(form, "Back"); });
-             CloseWindow();
-         }},
-        {"scan", 5,
-         [this] {
-             Run(Command::FileMenuScan);
-             CloseWindow();
-         }},
-        {"comparison", 20,
-         [this] {
-             window->OpenFiles({PathToQString(path)});
-             Choose("Till.dat");
-             auto* const menu = window->findChild<QMenu*>("FileMenuCompare");
-             emit menu->aboutToShow();
-             menu->actions().constFirst()->trigger();
-             Opened<SetupsDialog>()->close();
-             CloseWindow();
-         }},
-    };
-    for (const Case& row : cases) {
-        EXPECT_LT(Left(row.what, row.rounds, row.round), MostLeft) << row.what;
-        EXPECT_TRUE(window->AllSetups().empty()) << row.what;
-    }
+    check("new window", 20, [this] {
+        Trigger(Command::FileMenuNew);
+        Trigger(Command::LayoutMenuAddKBMASTER);
+        CloseWindow();
+    });
+    check("key form", 20, [this] {
+        Trigger(Command::FileMenuNew);
+        Trigger(Command::LayoutMenuAddKBMASTER);
+        InDialog<frmKeyb>([this] { Click(StripButton::Master); }, [](frmKeyb& form) { Press(form, "Back"); });
+        CloseWindow();
+    });
+    check("scan", 5, [this] {
+        Run(Command::FileMenuScan);
+        CloseWindow();
+    });
+    check("comparison", 20, [this] {
+        window->OpenFiles({PathToQString(path)});
+        Choose("Till.dat");
+        auto& menu = Find<QMenu>(*window, "FileMenuCompare");
+        emit menu.aboutToShow();
+        menu.actions().constFirst()->trigger();
+        Opened<SetupsDialog>()->close();
+        CloseWindow();
+    });
 }
 
 }  // namespace

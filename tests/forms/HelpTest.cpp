@@ -1,6 +1,4 @@
 #include <QFile>
-#include <QLineEdit>
-#include <QListWidget>
 #include <QTextBrowser>
 
 #include "forms/MainWindowFixture.h"
@@ -73,26 +71,21 @@ TEST(Help, SectionsAreFoundByAllTheirWords)
         "<h2>Keys</h2><p>Perch\xC3\xA9 types and keys</p></body></html>");
     file.close();
     const HelpIndex index(folder.path());
-    const struct {
-        const char* words;
-        QStringList headings;
-    } rows[]{
-        {"key type", {"Types", "Keys"}},
-        {"KEYS", {"Keys"}},
-        {"perche", {"Keys"}},
-        {"above", {"Tills"}},
-        {"above perch\xC3\xA9 keys", {"Keys"}},
-        {"above never", {}},
-        {"types, perch\xC3\xA9?", {"Keys"}},
-        {"  ", {}},
-        {"types", {"Types", "Keys"}},
-    };
-    for (const auto& [words, headings] : rows) {
+    const auto check = [&](const char* words, const QStringList& headings) {
         QStringList found;
         for (const HelpSection* const section : index.Find(words))
             found << section->heading;
         EXPECT_EQ(found, headings) << words;
-    }
+    };
+    check("key type", {"Types", "Keys"});
+    check("KEYS", {"Keys"});
+    check("perche", {"Keys"});
+    check("above", {"Tills"});
+    check("above perch\xC3\xA9 keys", {"Keys"});
+    check("above never", {});
+    check("types, perch\xC3\xA9?", {"Keys"});
+    check("  ", {});
+    check("types", {"Types", "Keys"});
 }
 
 class HelpForm : public MainWindowFixture {
@@ -100,7 +93,7 @@ protected:
     HelpForm() : MainWindowFixture(false, nullptr, KELVORA_DATA) { Start(); }
 
     static HelpWindow* Open() { return Opened<HelpWindow>(); }
-    static QString Page() { return Open()->findChild<QTextBrowser*>()->source().fileName(); }
+    static QString Page() { return Find<QTextBrowser>(*Open()).source().fileName(); }
 };
 
 TEST_F(HelpForm, OpensAtThePageOfTheWindowEvenUnderAModalForm)
@@ -123,20 +116,20 @@ TEST_F(HelpForm, OpensAtThePageOfTheWindowEvenUnderAModalForm)
 TEST_F(HelpForm, SearchesAllPagesAndShowsThePlace)
 {
     Trigger(Command::HelpMenuGuide);
-    auto* const search = Open()->findChild<QLineEdit*>("Search");
-    auto* const results = Open()->findChild<QListWidget*>("Results");
+    auto* const search = &Find<QLineEdit>(*Open(), "Search");
+    const auto& results = Find<QListWidget>(*Open(), "Results");
     QTest::keyClicks(search, "undo");
-    ASSERT_GT(results->count(), 0);
+    ASSERT_GT(results.count(), 0);
     EXPECT_EQ(Page(), "index.html") << "typing alone goes nowhere";
     QApplication::setActiveWindow(Open());
     search->setFocus();
     QTest::keyClick(search, Qt::Key_Down);
-    EXPECT_TRUE(results->hasFocus());
+    EXPECT_TRUE(results.hasFocus());
     EXPECT_EQ(Page(), "keys.html");
-    EXPECT_FALSE(Open()->findChild<QTextBrowser*>()->extraSelections().isEmpty());
+    EXPECT_FALSE(Find<QTextBrowser>(*Open()).extraSelections().isEmpty());
     QTest::keyClicks(search, " qqq");
-    EXPECT_FALSE(results->isVisible());
-    EXPECT_TRUE(Open()->findChild<QWidget*>("Count")->isVisible());
+    EXPECT_FALSE(results.isVisible());
+    EXPECT_TRUE(Find<QWidget>(*Open(), "Count").isVisible());
     QTest::keyClick(Open(), Qt::Key_Escape);
     EXPECT_TRUE(search->text().isEmpty());
     EXPECT_TRUE(Open()->isVisible());

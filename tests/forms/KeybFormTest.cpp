@@ -1,12 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <QGroupBox>
-#include <QLabel>
 #include <QPushButton>
-#include <QTest>
-#include <memory>
 
 #include "fakes/FakePrompt.h"
+#include "forms/Controls.h"
 #include "keymap/forms/KeyCap.h"
 #include "keymap/forms/frmKeyb.h"
 #include "platform/qt/Text.h"
@@ -24,13 +20,7 @@ protected:
         form->show();
     }
 
-    template <typename Widget>
-    Widget* Find(const char* name) const
-    {
-        return form->findChild<Widget*>(QLatin1String(name));
-    }
-
-    QAbstractButton* Button(const char* name) const { return Find<QAbstractButton>(name); }
+    QAbstractButton* Button(const char* name) const { return &Find<QAbstractButton>(*form, name); }
 
     void Click(const char* name, Qt::KeyboardModifiers modifiers = {}) const
     {
@@ -45,7 +35,7 @@ protected:
             QTest::keyClick(form->focusWidget(), key, modifiers);
     }
 
-    std::string Caption() const { return FromQString(Find<QGroupBox>("KeyControls")->title()); }
+    std::string Caption() const { return FromQString(Find<QGroupBox>(*form, "KeyControls").title()); }
 
     FakePrompt prompt;
     Texts texts{prompt};
@@ -83,9 +73,9 @@ TEST_F(KeybForm, FindsAKeyByItsNumber)
     Open(ModuleKind::ICCR, KeypadDefaults, 'a');
     Press({Qt::Key_F}, Qt::ControlModifier);
     Press({Qt::Key_2, Qt::Key_0, Qt::Key_Return});
-    EXPECT_EQ(FromQString(Find<QLabel>("Hint")->text()), "No key has the number 20");
+    EXPECT_EQ(Says(*form, "Hint"), "No key has the number 20");
     Press({Qt::Key_9});
-    EXPECT_TRUE(Find<QLabel>("Hint")->text().startsWith("Arrows")) << "of another number";
+    EXPECT_THAT(Says(*form, "Hint"), StartsWith("Arrows")) << "of another number";
     Press({Qt::Key_7, Qt::Key_Enter});
     EXPECT_EQ(Caption(), "Key 97");
     Press({Qt::Key_4});

@@ -1,9 +1,5 @@
 #include <QAccessible>
 #include <QDialogButtonBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenu>
-#include <QPushButton>
 
 #include "forms/MainWindowFixture.h"
 #include "layout/LayoutCommands.h"
@@ -55,7 +51,7 @@ TEST_F(LayoutForm, FirstTwoModulesStandAtOnceTheThirdIsPlacedByKeyboard)
     EXPECT_TRUE(window->ActiveSetup()->IsPlacing());
     EXPECT_FALSE(IsEnabled(Command::FileMenuSave)) << "it is dropped or cancelled first";
     Key(Qt::Key_Left);
-    EXPECT_EQ(Strip().findChild<QWidget*>("Announcement")->accessibleName(), "MCR, device 2 of 3");
+    EXPECT_EQ(Find<QWidget>(Strip(), "Announcement").accessibleName(), "MCR, device 2 of 3");
     Trigger(Command::HelpMenuGuide);
     Key(Qt::Key_Left);
     Key(Qt::Key_Return);
@@ -163,14 +159,14 @@ TEST_F(LayoutForm, OptionsRefuseWhatAFileCannotCarry)
             [this] { QTest::mouseDClick(&Strip().Button(StripButton::MCR), Qt::LeftButton); }, act);
     };
     edit([](McrOptionsDialog& form) {
-        const auto* ok = form.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
-        auto* separator = form.findChild<QLineEdit*>("SeparatorText2");
+        const auto* ok = Find<QDialogButtonBox>(form).button(QDialogButtonBox::Ok);
+        auto& separator = Find<QLineEdit>(form, "SeparatorText2");
         for (const QString& refused : {QString("_"), QString("a"), QString(QChar(0x0416))}) {
-            separator->setText(refused);
+            separator.setText(refused);
             EXPECT_FALSE(ok->isEnabled()) << refused.toStdString();
-            EXPECT_TRUE(form.findChild<QLabel*>("RefusedReason")->isVisible());
+            EXPECT_TRUE(Find<QLabel>(form, "RefusedReason").isVisible());
         }
-        separator->setText(";");
+        separator.setText(";");
         EXPECT_TRUE(ok->isEnabled());
         Press(form, "TracksOption1");
         form.accept();
@@ -202,10 +198,10 @@ TEST_F(LayoutForm, LanguageChangeRetextsEveryWindowAndIsKept)
     files.Write(MessageFile(folders, "ITA"), header + "301, &Nuovo \r\n590, Pronto \r\n622, Tastiera \r\n");
     Trigger(Command::LayoutMenuAddKBMASTER);
     Trigger(Command::FileMenuNew);
-    auto* menu = window->findChild<QMenu*>("LanguageMenu");
-    emit menu->aboutToShow();
-    ASSERT_EQ(menu->actions().size(), 2);
-    menu->actions().at(1)->trigger();
+    auto& menu = Find<QMenu>(*window, "LanguageMenu");
+    emit menu.aboutToShow();
+    ASSERT_EQ(menu.actions().size(), 2);
+    menu.actions().at(1)->trigger();
     EXPECT_EQ(window->Actions()[Command::FileMenuNew].text(), "&Nuovo");
     EXPECT_EQ(window->Status().Operation().trimmed(), "Pronto");
     EXPECT_EQ(window->AllSetups().at(0)->Strip().Button(StripButton::Master).accessibleName(),
@@ -213,25 +209,25 @@ TEST_F(LayoutForm, LanguageChangeRetextsEveryWindowAndIsKept)
     EXPECT_EQ(files.Read(PersonalSelectionFile(folders)), "[CHOOSE]\r\nEXT = ITA\r\n");
     // A language without texts changes nothing.
     files.Write(MessageFile(folders, "ENG"), "damaged");
-    emit menu->aboutToShow();
-    menu->actions().at(0)->trigger();
+    emit menu.aboutToShow();
+    menu.actions().at(0)->trigger();
     EXPECT_EQ(program.language.Code(), "ITA");
     EXPECT_EQ(prompt.shown.size(), 1U);
 }
 
 TEST_F(LayoutForm, PortsFollowTheMachineAndTheWindow)
 {
-    auto* lines = window->findChild<QMenu*>("CommunicationsMenuLines");
-    emit lines->aboutToShow();
-    EXPECT_FALSE(lines->actions().at(0)->isEnabled()) << "no port on this machine";
+    auto& lines = Find<QMenu>(*window, "CommunicationsMenuLines");
+    emit lines.aboutToShow();
+    EXPECT_FALSE(lines.actions().at(0)->isEnabled()) << "no port on this machine";
     window->ActiveSetup()->SelectPort(3);
-    EXPECT_TRUE(lines->actions().at(2)->isChecked());
-    EXPECT_EQ(window->findChild<QLabel*>("PortPanel")->text(), " COM3: 9600,n,8,1");
+    EXPECT_TRUE(lines.actions().at(2)->isChecked());
+    EXPECT_EQ(Says(*window, "PortPanel"), " COM3: 9600,n,8,1");
     Trigger(Command::FileMenuNew);
-    EXPECT_TRUE(lines->actions().at(2)->isChecked()) << "a new window takes the last choice";
+    EXPECT_TRUE(lines.actions().at(2)->isChecked()) << "a new window takes the last choice";
     window->ActiveSetup()->SelectPort(2);
     Trigger(Command::WindowMenuNext);
-    EXPECT_TRUE(lines->actions().at(2)->isChecked()) << "each window has its own";
+    EXPECT_TRUE(lines.actions().at(2)->isChecked()) << "each window has its own";
 }
 
 }  // namespace

@@ -2,19 +2,23 @@
 // time.
 #pragma once
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
-#include <QAbstractButton>
 #include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QPushButton>
+#include <QTableView>
 #include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
 #include <functional>
 #include <memory>
 
 #include "fakes/BenchLine.h"
 #include "fakes/FakeFileDialogs.h"
 #include "fakes/FakePrompt.h"
+#include "forms/Controls.h"
 #include "layout/forms/StripView.h"
 #include "layout/forms/frmConfig.h"
 #include "platform/posix/PosixFiles.h"
@@ -89,36 +93,11 @@ protected:
         return nullptr;
     }
 
-    /// Presses a button by its name.
-    static void Press(QWidget& form, const char* name)
-    {
-        auto* button = form.findChild<QAbstractButton*>(QLatin1String(name));
-        ASSERT_NE(button, nullptr) << name;
-        button->click();
-    }
-
     /// Does `open`, and `act` on the modal dialog that it opens.
     template <class Dialog>
     void InDialog(const std::function<void()>& open, const std::function<void(Dialog&)>& act)
     {
-        bool seen = false;
-        QTimer watch;
-        watch.callOnTimeout([&] {
-            QWidget* modal = QApplication::activeModalWidget();
-            if (!modal)
-                return;
-            watch.stop();
-            auto* dialog = dynamic_cast<Dialog*>(modal);
-            if (dialog)
-                act(*dialog);
-            seen = dialog != nullptr;
-            // Whatever went wrong, no dialog may hold the test up.
-            if (modal->isVisible())
-                modal->hide();
-        });
-        watch.start(0);
-        open();
-        EXPECT_TRUE(seen);
+        kelvora::InDialog<Dialog>(open, act);
         QApplication::setActiveWindow(window.get());
     }
 

@@ -1,8 +1,5 @@
-#include <gmock/gmock.h>
 #include <QFile>
 #include <QImage>
-#include <QLabel>
-#include <QListWidget>
 #include <QPrintDialog>
 #include <QPrintPreviewDialog>
 #include <QPrintPreviewWidget>
@@ -33,9 +30,9 @@ protected:
 
     QMenu& CompareMenu()
     {
-        auto* const menu = window->findChild<QMenu*>("FileMenuCompare");
-        emit menu->aboutToShow();
-        return *menu;
+        auto& menu = Find<QMenu>(*window, "FileMenuCompare");
+        emit menu.aboutToShow();
+        return menu;
     }
 
     void CompareWithFile(const std::string& text)
@@ -50,38 +47,32 @@ protected:
 
 std::string ViewOf(const SetupsDialog& dialog)
 {
-    const auto* const views = dialog.findChild<QTabBar*>("Views");
-    return views->tabText(views->currentIndex()).toStdString();
+    const auto& views = Find<QTabBar>(dialog, "Views");
+    return views.tabText(views.currentIndex()).toStdString();
 }
 
 }  // namespace
 
 TEST_F(PictureForm, PreviewAndPrintShowTheSheet)
 {
-    InDialog<QPrintPreviewDialog>([&] { Trigger(Command::FileMenuPrintPreview); },
-                                  [](QPrintPreviewDialog& dialog) {
-                                      auto* const preview = dialog.findChild<QPrintPreviewWidget*>();
-                                      ASSERT_NE(preview, nullptr);
-                                      EXPECT_EQ(preview->pageCount(), 1);
-                                  });
-    const QString paper = folder.filePath("paper.pdf");
-    InDialog<QPrintDialog>([&] { Trigger(Command::FileMenuPrint); },
-                           [&](QPrintDialog& dialog) {
-                               EXPECT_EQ(dialog.printer()->docName().toStdString(), "till");
-                               dialog.printer()->setOutputFormat(QPrinter::PdfFormat);
-                               dialog.printer()->setOutputFileName(paper);
-                               dialog.done(QDialog::Accepted);
-                           });
-    EXPECT_GT(QFile(paper).size(), 10000);
+    InDialog<QPrintPreviewDialog>(
+        [&] { Trigger(Command::FileMenuPrintPreview); },
+        [](QPrintPreviewDialog& dialog) { EXPECT_EQ(Find<QPrintPreviewWidget>(dialog).pageCount(), 1); });
+    const auto print = [this](const QString& paper) {
+        InDialog<QPrintDialog>([&] { Trigger(Command::FileMenuPrint); },
+                               [&](QPrintDialog& dialog) {
+                                   EXPECT_EQ(dialog.printer()->docName().toStdString(), "till");
+                                   dialog.printer()->setOutputFormat(QPrinter::PdfFormat);
+                                   dialog.printer()->setOutputFileName(paper);
+                                   dialog.done(QDialog::Accepted);
+                               });
+    };
+    print(folder.filePath("paper.pdf"));
+    EXPECT_GT(QFile(folder.filePath("paper.pdf")).size(), 10000);
     EXPECT_TRUE(prompt.shown.empty());
-    InDialog<QPrintDialog>([&] { Trigger(Command::FileMenuPrint); },
-                           [](QPrintDialog& dialog) {
-                               dialog.printer()->setOutputFormat(QPrinter::PdfFormat);
-                               dialog.printer()->setOutputFileName("/dev/full");
-                               dialog.done(QDialog::Accepted);
-                           });
+    print("/dev/full");
     ASSERT_EQ(prompt.shown.size(), 1U);
-    EXPECT_THAT(prompt.shown[0].body, testing::HasSubstr("/dev/full"));
+    EXPECT_THAT(prompt.shown[0].body, HasSubstr("/dev/full"));
 }
 
 TEST_F(PictureForm, ExportsEachType)
@@ -112,7 +103,7 @@ TEST_F(PictureForm, ComparesWithAFileByMouseAndKeys)
     ASSERT_NE(dialog, nullptr);
     EXPECT_FALSE(dialog->isModal());
     QApplication::setActiveWindow(dialog);
-    auto* const list = dialog->findChild<QListWidget*>("Differences");
+    auto* const list = &Find<QListWidget>(*dialog, "Differences");
     QStringList texts;
     for (int row = 0; row < list->count(); ++row)
         texts << list->item(row)->text();
@@ -123,23 +114,22 @@ TEST_F(PictureForm, ComparesWithAFileByMouseAndKeys)
               "Slave Keyboard, Key 98: single key -> part of key 97\n"
               "Slave Keyboard, Key 160: single key -> unused");
     EXPECT_EQ(ViewOf(*dialog), "Modules");
-    QTest::keyClick(list, Qt::Key_Down);
-    QTest::keyClick(list, Qt::Key_Down);
+    const auto press = [&](Qt::Key key, int times, Qt::KeyboardModifiers modifiers = {}) {
+        while (times-- > 0)
+            QTest::keyClick(key == Qt::Key_F3 ? static_cast<QWidget*>(dialog) : list, key, modifiers);
+    };
+    press(Qt::Key_Down, 2);
     EXPECT_EQ(ViewOf(*dialog), "Slave Keyboard");
-    QTest::keyClick(dialog, Qt::Key_F3, Qt::ShiftModifier);
+    press(Qt::Key_F3, 1, Qt::ShiftModifier);
     EXPECT_EQ(ViewOf(*dialog), "Modules");
-    QTest::keyClick(dialog, Qt::Key_F3);
-    QTest::keyClick(dialog, Qt::Key_F3);
-    QTest::keyClick(dialog, Qt::Key_F3);
+    press(Qt::Key_F3, 3);
     EXPECT_EQ(list->currentRow(), 4);
     // The first key of the grid, just inside its margin.
-    auto* const after = dialog->findChild<PictureView*>("After");
+    auto* const after = &Find<PictureView>(*dialog, "After");
     const int side = std::min(after->width(), after->height());
     QTest::mouseClick(after, Qt::LeftButton, {}, QPoint((after->width() - side) / 2 + side / 10, side / 15));
     EXPECT_EQ(list->currentRow(), 2);
-    QTest::keyClick(dialog, Qt::Key_F3, Qt::ShiftModifier);
-    QTest::keyClick(dialog, Qt::Key_F3, Qt::ShiftModifier);
-    QTest::keyClick(dialog, Qt::Key_F3, Qt::ShiftModifier);
+    press(Qt::Key_F3, 3, Qt::ShiftModifier);
     EXPECT_EQ(list->currentRow(), 4) << "round and round";
     EXPECT_FALSE(window->ActiveSetup()->IsChanged());
     QTest::keyClick(dialog, Qt::Key_Escape);
@@ -159,7 +149,7 @@ TEST_F(PictureForm, AComparisonFollowsItsSetupsAndGoesWithTheOneItIsOf)
     entries[2]->trigger();
     SetupsDialog* const dialog = Comparison();
     ASSERT_NE(dialog, nullptr);
-    const auto count = [&] { return dialog->findChild<QLabel*>("Count")->text().toStdString(); };
+    const auto count = [&] { return Says(*dialog, "Count"); };
     EXPECT_EQ(count(), "The two setups are equal.");
     second->Strip().FocusButton(StripButton::MCR);
     second->LayoutMenuDel_Click();

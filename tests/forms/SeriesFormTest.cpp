@@ -1,9 +1,5 @@
 // The windows of a series and of the journal.
-#include <QLabel>
-#include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPointer>
-#include <QTableView>
 
 #include "fakes/FakeSeriesRunner.h"
 #include "fakes/MemoryJournal.h"
@@ -24,10 +20,7 @@ using Result = JournalEntry::Result;
 
 class SeriesForm : public MainWindowFixture {
 protected:
-    SeriesForm() { Make(); }
-    ~SeriesForm() override { delete form; }
-
-    void Make()
+    SeriesForm()
     {
         form = new SeriesWindow(program.files, lines, program.main, loop, [this] {
             auto runner = std::make_unique<FakeSeriesRunner>();
@@ -38,15 +31,12 @@ protected:
         form->Offer(QStringLiteral("/home/shop/till.dat"), 1);
         form->show();
     }
+    ~SeriesForm() override { delete form; }
 
-    template <class Widget>
-    Widget& Find(const char* name, QWidget* in = nullptr)
-    {
-        return *(in ? in : form.data())->findChild<Widget*>(QLatin1String(name));
-    }
-    QAbstractButton& Button(const char* name) { return Find<QAbstractButton>(name); }
-    QWidget& Lane(int number) { return Find<QWidget>(number == 1 ? "Lane1" : "Lane2"); }
-    QString Words(int number) { return Find<VerdictSign>("VerdictSign", &Lane(number)).accessibleName(); }
+    QAbstractButton& Button(const char* name) { return Find<QAbstractButton>(*form, name); }
+    QLineEdit& Path(const char* name) { return Find<QLineEdit>(*form, name); }
+    QWidget& Lane(int number) { return Find<QWidget>(*form, number == 1 ? "Lane1" : "Lane2"); }
+    QString Words(int number) { return Find<VerdictSign>(Lane(number), "VerdictSign").accessibleName(); }
 
     void StartTwo()
     {
@@ -66,15 +56,15 @@ protected:
 
 TEST_F(SeriesForm, StartsAProgramALineAfterOneQuestion)
 {
-    Find<QLineEdit>("SetupPath").clear();
+    Path("SetupPath").clear();
     EXPECT_FALSE(Button("Start").isEnabled());
-    Find<QLineEdit>("SetupPath").setText(QStringLiteral("/home/shop/till.dat"));
+    Path("SetupPath").setText(QStringLiteral("/home/shop/till.dat"));
     EXPECT_FALSE(Button("Line3").isEnabled()) << "there is no such port";
     Button("Start").click();
     EXPECT_TRUE(runners.empty()) << "No is the default";
 
     StartTwo();
-    EXPECT_NE(prompt.shown.back().body.find("COM1, COM2: /home/shop/till.dat"), std::string::npos);
+    EXPECT_THAT(prompt.shown.back().body, HasSubstr("COM1, COM2: /home/shop/till.dat"));
     EXPECT_EQ(runners[1]->arguments,
               QStringList({"series", "--json", "--yes", "--port", "2", "--line", "2=/dev/second",
                            "--settings", ToQString(program.main.PortSettings), "/home/shop/till.dat"}));
@@ -83,7 +73,7 @@ TEST_F(SeriesForm, StartsAProgramALineAfterOneQuestion)
     runners[0]->onEnd({});
     runners[1]->onEnd("kelvora-cli: no such thing");
     EXPECT_EQ(Words(2), "Ended");
-    Find<QLineEdit>("FolderPath").setText(QStringLiteral("/home/shop"));
+    Path("FolderPath").setText(QStringLiteral("/home/shop"));
     Button("FolderChoice").click();
     prompt.answers = {Answer::Yes};
     Button("Start").click();
@@ -100,30 +90,26 @@ TEST_F(SeriesForm, ShowsWhatEachLineSays)
     runners[1]->Say({.kind = Kind::NoPort, .line = 2, .message = "There is no such device."});
     EXPECT_EQ(Words(1), "Working");
     EXPECT_EQ(Words(2), "Waiting for the port");
-    EXPECT_EQ(Find<QLabel>("Hint", &Lane(2)).text(), "There is no such device.");
+    EXPECT_EQ(Says(Lane(2), "Hint"), "There is no such device.");
 
-    const struct {
-        Result result;
-        const char* words;
-        bool canRetry;
-    } verdicts[]{{Result::Done, "Done", false},
-                 {Result::Same, "Held it already", false},
-                 {Result::Failed, "Failed", true},
-                 {Result::Stopped, "Stopped", true}};
-    for (const auto& row : verdicts) {
+    const auto check = [&](Result result, const char* words, bool canRetry) {
         runners[0]->Say({.kind = Kind::Found, .line = 1, .terminal = "TILL07"});
-        runners[0]->Say(FakeSeriesRunner::Verdict(1, "TILL07", row.result));
-        EXPECT_EQ(Words(1), row.words);
-        EXPECT_EQ(Find<QWidget>("Retry", &Lane(1)).isVisibleTo(form), row.canRetry) << row.words;
-    }
+        runners[0]->Say(FakeSeriesRunner::Verdict(1, "TILL07", result));
+        EXPECT_EQ(Words(1), words);
+        EXPECT_EQ(Find<QWidget>(Lane(1), "Retry").isVisibleTo(form), canRetry) << words;
+    };
+    check(Result::Done, "Done", false);
+    check(Result::Same, "Held it already", false);
+    check(Result::Failed, "Failed", true);
+    check(Result::Stopped, "Stopped", true);
     EXPECT_EQ(sounds, "++--");
-    EXPECT_EQ(Find<QTableWidget>("Tills").rowCount(), 4);
-    EXPECT_EQ(Find<QTableWidget>("Tills").item(0, 4)->text(), "Stopped");
+    EXPECT_EQ(Find<QTableWidget>(*form, "Tills").rowCount(), 4);
+    EXPECT_EQ(Find<QTableWidget>(*form, "Tills").item(0, 4)->text(), "Stopped");
     // Gone, there is nothing to try again; that it failed stays to be read until the next one comes.
     runners[0]->Say({.kind = Kind::Gone, .line = 1});
     runners[0]->Say({.kind = Kind::Waiting, .line = 1});
     EXPECT_EQ(Words(1), "Stopped");
-    EXPECT_FALSE(Find<QWidget>("Retry", &Lane(1)).isVisibleTo(form));
+    EXPECT_FALSE(Find<QWidget>(Lane(1), "Retry").isVisibleTo(form));
 }
 
 TEST_F(SeriesForm, RetryAndStopReachTheProgramOfTheLine)
@@ -133,11 +119,11 @@ TEST_F(SeriesForm, RetryAndStopReachTheProgramOfTheLine)
     runners[0]->Say(FakeSeriesRunner::Verdict(1, "TILL07", Result::Failed));
     FakeSeriesRunner* const first = runners[0];
     const QStringList agreed = first->arguments;
-    Find<QAbstractButton>("Retry", &Lane(1)).click();
+    Press(Lane(1), "Retry");
     EXPECT_EQ(first->stopsAfter, 1);
     EXPECT_EQ(runners[1]->stopsAfter, 0);
     // What is chosen meanwhile is not what was agreed to.
-    Find<QLineEdit>("SetupPath").setText("/other.dat");
+    Path("SetupPath").setText("/other.dat");
     first->onEnd({});
     loop.Pass(std::chrono::milliseconds(1));
     ASSERT_EQ(runners.size(), 3U);
@@ -178,7 +164,7 @@ TEST_F(SeriesForm, SavesTheReport)
         "2026-03-09 07:05:00,COM2,TILL08,\"KM096, KM064, MCR, ICCR\",/home/shop/till.dat,failed,,"
         "The modules on the line are not those of the setup.,"
         "/home/shop/.local/share/Kelvora/backups/2026-03-09 07-05-00 COM1.mem,31.3\r\n");
-    EXPECT_NE(files.Read(At("report.json")).find("\"terminal\": \"TILL08\""), std::string::npos);
+    EXPECT_THAT(files.Read(At("report.json")), HasSubstr("\"terminal\": \"TILL08\""));
 
     SeriesResults many(100, FakeSeriesRunner::Verdict(1, "TILL07", Result::Done));
     const auto sheets = ReportSheets(many, "2026-03-09 08:00", program.texts.Catalogue());
@@ -202,14 +188,10 @@ protected:
         Trigger(Command::ToolsMenuJournal);
         return *Opened<JournalWindow>();
     }
-    static QTableView& Table(JournalWindow& form) { return *form.findChild<QTableView*>(); }
+    static QTableView& Table(JournalWindow& form) { return Find<QTableView>(form); }
     static QString Cell(JournalWindow& form, int row, int column)
     {
         return Table(form).model()->index(row, column).data().toString();
-    }
-    static bool IsEnabled(JournalWindow& form, const char* name)
-    {
-        return form.findChild<QWidget*>(QLatin1String(name))->isEnabled();
     }
 };
 
@@ -219,7 +201,7 @@ TEST_F(JournalForm, EveryOperationOfTheWindowsIsThere)
     Run(Command::ToolsMenuFlashVerify);
     kept.failure = "No space left on device";
     Run(Command::ToolsMenuFlashVerify);
-    EXPECT_NE(prompt.shown[prompt.shown.size() - 2].body.find("No space left on device"), std::string::npos);
+    EXPECT_THAT(prompt.shown[prompt.shown.size() - 2].body, HasSubstr("No space left on device"));
     kept.failure.clear();
 
     JournalWindow& form = Show();
@@ -245,14 +227,14 @@ TEST_F(JournalForm, SortsFiltersAndSearches)
     kept.text += "torn";
     JournalWindow& form = Show();
     EXPECT_EQ(Cell(form, 0, JournalModel::Terminal), "TILL29") << "the newest first";
-    auto& search = *form.findChild<QLineEdit*>();
+    auto& search = Find<QLineEdit>(form);
     Table(form).sortByColumn(JournalModel::Seconds, Qt::AscendingOrder);
     Table(form).setColumnWidth(JournalModel::Time, 321);
     search.setText(QStringLiteral("till2"));
     EXPECT_EQ(Table(form).columnWidth(JournalModel::Time), 321);
     EXPECT_EQ(Cell(form, 0, JournalModel::Terminal), "TILL29") << "sorted as before";
     EXPECT_EQ(Table(form).model()->rowCount(), 11);
-    form.findChild<QAbstractButton*>(QStringLiteral("FailedOnly"))->click();
+    Press(form, "FailedOnly");
     EXPECT_EQ(Table(form).model()->rowCount(), 1);
     EXPECT_EQ(Cell(form, 0, JournalModel::Terminal), "TILL23");
     search.clear();
@@ -278,12 +260,12 @@ TEST_F(JournalForm, ABackupIsOpenedComparedAndRestored)
     kept.text += JournalLine(entry);
 
     JournalWindow& form = Show();
-    EXPECT_FALSE(IsEnabled(form, "OpenBackup"));
+    EXPECT_FALSE(IsUsable(form, "OpenBackup"));
     Table(form).selectRow(1);
     Press(form, "OpenBackup");
-    EXPECT_NE(prompt.shown.back().body.find("No such file"), std::string::npos);
+    EXPECT_THAT(prompt.shown.back().body, HasSubstr("No such file"));
     Table(form).selectRow(0);
-    EXPECT_NE(form.findChild<QPlainTextEdit*>()->toPlainText().indexOf(QStringLiteral("COM1.mem")), -1);
+    EXPECT_THAT(Says(form, "Detail"), HasSubstr("COM1.mem"));
     const std::size_t windows = window->AllSetups().size();
     Press(form, "Compare");
     EXPECT_EQ(window->AllSetups().size(), windows);

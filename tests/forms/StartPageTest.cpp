@@ -21,8 +21,8 @@ protected:
         EXPECT_TRUE(AreRead());
     }
 
-    StartPage& Page() { return *window->findChild<StartPage*>(); }
-    SetupCards& Cards() { return *Page().findChild<SetupCards*>(); }
+    StartPage& Page() { return Find<StartPage>(*window); }
+    SetupCards& Cards() { return Find<SetupCards>(Page()); }
     QString Told(int row) { return Cards().model()->index(row, 0).data(Qt::AccessibleTextRole).toString(); }
     bool AreRead()
     {
@@ -61,7 +61,7 @@ TEST_F(StartPageForm, TellsOfEachFileOpensItAndTakesItFromTheList)
     EXPECT_TRUE(Page().isVisible());
     EXPECT_TRUE(Cards().hasFocus());
     Key(Qt::Key_Delete);
-    EXPECT_TRUE(Page().findChild<QLabel*>("NoRecent")->isVisible());
+    EXPECT_TRUE(Find<QLabel>(Page(), "NoRecent").isVisible());
     EXPECT_TRUE(Page().isAncestorOf(QApplication::focusWidget())) << "the keys still go to the page";
     EXPECT_TRUE(files.Exists(path)) << "the files stay";
 }
@@ -121,14 +121,13 @@ TEST(SetupCardsForm, TheProgramEndsThoughAFileIsStillBeingRead)
 
 TEST_F(StartPageForm, ItsButtonsAreTheMenusCommands)
 {
-    auto& practice = *Page().findChild<QAbstractButton*>("StartCommunicationsMenuPractice");
     std::vector<bool> wanted;
     QObject::connect(window.get(), &MDIForm1::practiceChosen,
                      [&](bool isWanted) { wanted.push_back(isWanted); });
-    practice.click();
+    Press(Page(), "StartCommunicationsMenuPractice");
     EXPECT_EQ(wanted, std::vector{true});
-    EXPECT_FALSE(Page().findChild<QAbstractButton*>("StartFileMenuScan")->isEnabled()) << "there is no port";
-    auto& create = *Page().findChild<QAbstractButton*>("StartFileMenuNew");
+    EXPECT_FALSE(IsUsable(Page(), "StartFileMenuScan")) << "there is no port";
+    auto& create = Find<QAbstractButton>(Page(), "StartFileMenuNew");
     create.setFocus();
     QTest::keyClick(&create, Qt::Key_Return);
     EXPECT_NE(window->ActiveSetup(), nullptr);

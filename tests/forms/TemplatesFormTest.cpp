@@ -22,7 +22,7 @@ protected:
         InDialog<TemplatesDialog>(
             [this] { Trigger(Command::FileMenuNewFromTemplate); },
             [&](TemplatesDialog& dialog) {
-                auto& cards = *dialog.findChild<SetupCards*>();
+                auto& cards = Find<SetupCards>(dialog);
                 EXPECT_TRUE(QTest::qWaitFor([&] { return !cards.IsReading(); }, LongestWaitMs));
                 act(dialog, cards);
             });
@@ -76,7 +76,7 @@ TEST_F(TemplatesForm, ASetupIsKeptBegunWithRenamedAndRemoved)
         EXPECT_TRUE(files.Exists(file));
         QTest::keyClick(&cards, Qt::Key_Delete);
         EXPECT_FALSE(files.Exists(file));
-        EXPECT_FALSE(dialog.findChild<QAbstractButton*>("Create")->isEnabled());
+        EXPECT_FALSE(IsUsable(dialog, "Create"));
     });
 }
 

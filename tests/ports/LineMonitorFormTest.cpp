@@ -1,6 +1,4 @@
-#include <QPlainTextEdit>
 #include <QPointer>
-#include <QPushButton>
 #include <QScrollBar>
 #include <QTableView>
 
@@ -61,7 +59,7 @@ TEST_F(MonitorForm, ShowsMeaningBytesAndDamage)
     AddLater("18 characters long");
     loop.Pass(60ms);
     Table().selectRow(2);
-    EXPECT_EQ(Find<QPlainTextEdit>(*window, "Detail").toPlainText().count('\n'), 2);
+    EXPECT_EQ(std::ranges::count(Says(*window, "Detail"), '\n'), 2);
 }
 
 TEST_F(MonitorForm, GathersChangesAndFollowsTheEndUnlessScrolledUp)
@@ -92,7 +90,7 @@ TEST_F(MonitorForm, PauseHoldsWhatIsShownAndClearEmptiesIt)
     Press(*window, "Clear");
     EXPECT_EQ(Rows(), 0);
     EXPECT_TRUE(monitor.Entries().empty());
-    EXPECT_FALSE(Find<QPushButton>(*window, "SaveAs").isEnabled());
+    EXPECT_FALSE(IsUsable(*window, "SaveAs"));
 }
 
 TEST_F(MonitorForm, SavesWhatIsShownAndAsksBeforeOverwriting)

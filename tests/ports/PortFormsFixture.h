@@ -1,12 +1,7 @@
 // Scripted ports, boxes and dialogs, for the forms of the ports.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QAbstractButton>
 #include <QApplication>
-#include <QTest>
-#include <string>
 
 #include "catalogue/UserFiles.h"
 #include "fakes/FakeEventLoop.h"
@@ -14,6 +9,7 @@
 #include "fakes/FakeFiles.h"
 #include "fakes/FakePrompt.h"
 #include "fakes/FakeSerialDevices.h"
+#include "forms/Controls.h"
 #include "ports/Lines.h"
 
 namespace kelvora {
@@ -26,17 +22,6 @@ protected:
         form.show();
         QCoreApplication::processEvents();
     }
-
-    template <class Widget>
-    static Widget& Find(QWidget& form, const std::string& name)
-    {
-        auto* const found = form.findChild<Widget*>(QString::fromStdString(name));
-        if (!found)
-            throw std::logic_error("no " + name);
-        return *found;
-    }
-
-    static void Press(QWidget& form, const std::string& name) { Find<QAbstractButton>(form, name).click(); }
 
     FakeSerialDevices devices;
     SilentPort com1{devices, "/dev/ttyS0"};

@@ -1,6 +1,5 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
-#include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabBar>
@@ -92,7 +91,7 @@ protected:
     }
     static std::string Adapter(PortsDialog& form, int port)
     {
-        return Find<QLabel>(form, "Adapter" + std::to_string(port)).text().toStdString();
+        return Says(form, "Adapter" + std::to_string(port));
     }
 
     const std::string path = "/config/ports.ini";
@@ -110,12 +109,10 @@ TEST_F(PortsForm, AdaptersAreChosenByTheirNamesTriedAndKept)
     EXPECT_EQ(Device(form, 2).currentText(), "/dev/serial/by-id/usb-X");
     EXPECT_EQ(Adapter(form, 2), "UART, Maker, A5 (/dev/ttyUSB0)");
     Press(form, "Try2");
-    const QString result = Find<QLabel>(form, "Result").text();
-    EXPECT_TRUE(result.startsWith("COM2: Your account") &&
-                result.endsWith("\nsudo usermod -aG dialout $USER"))
-        << result.toStdString();
+    EXPECT_THAT(Says(form, "Result"), StartsWith("COM2: Your account"));
+    EXPECT_THAT(Says(form, "Result"), EndsWith("\nsudo usermod -aG dialout $USER"));
     EXPECT_EQ(com2.Device(), "/dev/ttyS1") << "trying puts nothing in force";
-    EXPECT_FALSE(Find<QPushButton>(form, "Try4").isEnabled()) << "no such port in this program";
+    EXPECT_FALSE(IsUsable(form, "Try4")) << "no such port in this program";
 
     devices.devices.push_back({"/dev/ttyACM0", "/dev/ttyACM0", "Modem", "", ""});
     Press(form, "LookAgain");
@@ -138,8 +135,8 @@ TEST_F(PortsForm, WhatIsNoPathIsRefusedAndCancelKeepsNothing)
     EXPECT_EQ(Adapter(form, 2), "Found; it gives no name of its own - Set by --line for this run");
     Device(form, 1).setEditText("COM7");
     EXPECT_EQ(Adapter(form, 1), "Neither the path of a device nor a line such as tcp:host:4000.");
-    const auto* ok = form.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
-    EXPECT_FALSE(ok->isEnabled() || Find<QPushButton>(form, "Try1").isEnabled());
+    const auto* ok = Find<QDialogButtonBox>(form).button(QDialogButtonBox::Ok);
+    EXPECT_FALSE(ok->isEnabled() || IsUsable(form, "Try1"));
     Device(form, 1).setEditText("/dev/ttyUSB7");
     EXPECT_TRUE(ok->isEnabled());
     form.reject();
@@ -161,7 +158,7 @@ TEST_F(PortsForm, ALineOnTheNetworkIsTriedWhileTheDialogStaysAsItIs)
     int openings = 0;
     com2.whileOpening = [&] {
         ++openings;
-        EXPECT_EQ(Find<QLabel>(form, "Result").text(), "Connecting ...");
+        EXPECT_EQ(Says(form, "Result"), "Connecting ...");
         Press(form, "Try2");
         form.accept();
         form.reject();
@@ -169,7 +166,7 @@ TEST_F(PortsForm, ALineOnTheNetworkIsTriedWhileTheDialogStaysAsItIs)
     };
     Press(form, "Try2");
     EXPECT_EQ(openings, 1);
-    EXPECT_EQ(Find<QLabel>(form, "Result").text(),
+    EXPECT_EQ(Says(form, "Result"),
               "COM2: The server answers. Speed and parity of the line are what is set in the server.");
     com2.whileOpening = nullptr;
     form.accept();

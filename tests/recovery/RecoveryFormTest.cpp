@@ -1,6 +1,5 @@
 #include "recovery/forms/RecoveryDialog.h"
 
-#include <QListWidget>
 #include <QTreeWidget>
 
 #include "fakes/MemoryRecovery.h"
@@ -46,7 +45,7 @@ protected:
     {
         InDialog<RecoveryDialog>([this] { window->Unsaved().Offer(*window); }, act);
     }
-    static QTreeWidget& List(RecoveryDialog& dialog) { return *dialog.findChild<QTreeWidget*>("Copies"); }
+    static QTreeWidget& List(RecoveryDialog& dialog) { return Find<QTreeWidget>(dialog, "Copies"); }
 
     MemoryRecovery store;
 };
@@ -162,7 +161,7 @@ TEST_F(RecoveryForm, TakenItIsAChangeOfItsFile)
     Leave("a", path);
     Offer([](RecoveryDialog& dialog) {
         EXPECT_EQ(List(dialog).topLevelItem(0)->text(1), "2026-03-09 07:05:00");
-        EXPECT_EQ(dialog.findChild<QListWidget*>("Differences")->count(), 1);
+        EXPECT_EQ(Find<QListWidget>(dialog, "Differences").count(), 1);
         QTest::keyClick(&List(dialog), Qt::Key_Return);
         EXPECT_FALSE(dialog.isVisible());
     });
@@ -197,13 +196,9 @@ TEST_F(RecoveryForm, EachIsTakenThrownAwayOrLeftAndADamagedOneCannotBeTaken)
     Leave("c", "");
     store.left["0 damaged"] = "rubbish";
     Offer([this](RecoveryDialog& dialog) {
-        const auto isEnabled = [&](const char* button) {
-            return dialog.findChild<QAbstractButton*>(QLatin1String(button))->isEnabled();
-        };
         QApplication::setActiveWindow(&dialog);
-        EXPECT_FALSE(isEnabled("Take"));
-        EXPECT_FALSE(isEnabled("Compare"));
-        EXPECT_TRUE(isEnabled("ThrowAway"));
+        EXPECT_FALSE(IsUsable(dialog, "Take") || IsUsable(dialog, "Compare"));
+        EXPECT_TRUE(IsUsable(dialog, "ThrowAway"));
         QTest::keyClick(&List(dialog), Qt::Key_Return);
         QTest::keyClick(&List(dialog), Qt::Key_Delete);
         // Not sure.
