@@ -91,22 +91,22 @@ TEST_F(Growth, WindowsLeaveNothing)
         EXPECT_LT(Left(what, rounds, round), MostLeft) << what;
         EXPECT_TRUE(window->AllSetups().empty()) << what;
     };
-    check("new window", 20, [this] {
+    check("new window", 10, [this] {
         Trigger(Command::FileMenuNew);
         Trigger(Command::LayoutMenuAddKBMASTER);
         CloseWindow();
     });
-    check("key form", 20, [this] {
+    check("key form", 10, [this] {
         Trigger(Command::FileMenuNew);
         Trigger(Command::LayoutMenuAddKBMASTER);
         InDialog<frmKeyb>([this] { Click(StripButton::Master); }, [](frmKeyb& form) { Press(form, "Back"); });
         CloseWindow();
     });
-    check("scan", 5, [this] {
+    check("scan", 4, [this] {
         Run(Command::FileMenuScan);
         CloseWindow();
     });
-    check("comparison", 20, [this] {
+    check("comparison", 10, [this] {
         window->OpenFiles({PathToQString(path)});
         Choose("Till.dat");
         auto& menu = Find<QMenu>(*window, "FileMenuCompare");
