@@ -2,7 +2,6 @@
 #pragma once
 
 #include <algorithm>
-#include <cstdint>
 #include <map>
 #include <memory>
 #include <stdexcept>
@@ -67,45 +66,31 @@ private:
 
 class FakeTimer final : public Timer {
 public:
-    explicit FakeTimer(FakeEventLoop& loop) : loop_(loop), state_(std::make_shared<State>()) {}
-    FakeTimer(const FakeTimer&) = delete;
-    FakeTimer& operator=(const FakeTimer&) = delete;
-    ~FakeTimer() override { Stop(); }
+    explicit FakeTimer(FakeEventLoop& loop) : loop_(loop) {}
 
     void Start(std::chrono::milliseconds interval, std::function<void()> tick) override
     {
-        state_->tick = std::move(tick);
-        state_->running = true;
-        Arm(loop_, state_, interval, ++state_->start);
+        running_ = std::make_shared<std::function<void()>>(std::move(tick));
+        Arm(interval, running_);
     }
-    void Stop() override
-    {
-        state_->running = false;
-        ++state_->start;
-    }
-    bool IsRunning() const override { return state_->running; }
+    void Stop() override { running_.reset(); }
+    bool IsRunning() const override { return running_ != nullptr; }
 
 private:
-    struct State {
-        std::function<void()> tick;
-        bool running = false;
-        std::uint64_t start = 0;
-    };
-
-    static void Arm(FakeEventLoop& loop, std::shared_ptr<State> state, std::chrono::milliseconds interval,
-                    std::uint64_t start)
+    void Arm(std::chrono::milliseconds interval, const std::weak_ptr<std::function<void()>>& started)
     {
-        loop.After(interval, [&loop, state, interval, start] {
-            if (state->start != start)
+        loop_.After(interval, [this, interval, started] {
+            // Without it this may be gone too.
+            const auto tick = started.lock();
+            if (!tick)
                 return;
-            Arm(loop, state, interval, start);
-            const auto tick = state->tick;
-            tick();
+            Arm(interval, started);
+            (*tick)();
         });
     }
 
     FakeEventLoop& loop_;
-    std::shared_ptr<State> state_;
+    std::shared_ptr<std::function<void()>> running_;  ///< null when it is stopped
 };
 
 inline std::unique_ptr<Timer> FakeEventLoop::NewTimer()

@@ -45,16 +45,8 @@ public:
     bool IsOpen() const override { return open_; }
     PortFailure Failure() const override { return failure_; }
     std::string LastError() const override { return "the system's words"; }
-    std::string AllowedGroup() const override
-    {
-        const auto found = devices_.groups.find(device_);
-        return found == devices_.groups.end() ? std::string() : found->second;
-    }
-    std::string Holder() const override
-    {
-        const auto found = devices_.holders.find(device_);
-        return found == devices_.holders.end() ? std::string() : found->second;
-    }
+    std::string AllowedGroup() const override { return Of(devices_.groups); }
+    std::string Holder() const override { return Of(devices_.holders); }
     bool SetSettings(std::string_view settings) override
     {
         settings_ = settings;
@@ -71,6 +63,11 @@ public:
     std::function<void()> whileOpening;  ///< what else happens then; may be empty
 
 private:
+    std::string Of(const std::map<std::string, std::string>& byPath) const
+    {
+        return byPath.contains(device_) ? byPath.at(device_) : std::string();
+    }
+
     const FakeSerialDevices& devices_;
     std::string device_;
     std::string settings_ = "9600,n,8,1";
