@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include "simulation/Play.h"
 
 namespace kelvora::simulation {
@@ -50,25 +48,18 @@ TEST(Simulation, ScansALineThatLacksAPart)
     Replay(2191, "wizard 285809; command 434496");
 }
 
-// How much is done in the sessions of some seeds: commits into tills, and saves.
-std::vector<std::pair<int, int>> Done()
+TEST(Simulation, SeedDecidesAll)
 {
-    std::vector<std::pair<int, int>> done;
-    for (std::uint64_t seed = 1; seed <= 4; ++seed) {
+    // How much is done: commits into tills, and saves.
+    const auto done = [](std::uint64_t seed) {
         Session session(seed);
         for (const Step& step : StepsOf(TextOf(StepsOf(seed, 100))))
             session.Play(step);
-        done.emplace_back(session.Commits(), session.Saves());
-    }
-    return done;
-}
-
-TEST(Simulation, SeedDecidesAll)
-{
-    const auto done = Done();
-    EXPECT_EQ(Done(), done);
-    EXPECT_TRUE(
-        std::ranges::any_of(done, [](const auto& each) { return each.first > 0 && each.second > 0; }));
+        return std::pair(session.Commits(), session.Saves());
+    };
+    const auto [commits, saves] = done(2);
+    EXPECT_EQ(done(2), std::pair(commits, saves));
+    EXPECT_TRUE(commits > 0 && saves > 0) << commits << ' ' << saves;
 }
 
 }  // namespace
