@@ -1,6 +1,7 @@
 #include "simulation/Session.h"
 
 #include <algorithm>
+#include <charconv>
 
 namespace kelvora::simulation {
 
@@ -81,13 +82,15 @@ std::vector<Step> StepsOf(std::string_view text)
     while (!text.empty()) {
         const std::string_view one = text.substr(0, text.find(';'));
         text.remove_prefix(std::min(text.size(), one.size() + 2));
-        const std::size_t blank = one.find(' ');
-        const auto* const kind =
-            std::ranges::find_if(Kinds, [&](const auto& each) { return each.name == one.substr(0, blank); });
-        if (kind == Kinds.end() || blank == std::string_view::npos)
+        const std::string_view name = one.substr(0, one.find(' '));
+        const std::string_view number = one.substr(std::min(one.size(), name.size() + 1));
+        const auto* const kind = std::ranges::find(Kinds, name, &StepTable::Kind::name);
+        Step step{static_cast<std::size_t>(kind - Kinds.begin())};
+        const char* const end = number.data() + number.size();
+        const auto read = std::from_chars(number.data(), end, step.number);
+        if (kind == Kinds.end() || read.ec != std::errc() || read.ptr != end)
             throw std::invalid_argument("no step: " + std::string(one));
-        steps.push_back(
-            {static_cast<std::size_t>(kind - Kinds.begin()), std::stoull(std::string(one.substr(blank)))});
+        steps.push_back(step);
     }
     return steps;
 }
