@@ -149,6 +149,13 @@ private:
         while (cards.IsReading())
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
+    // On a busy machine the file may come later.
+    void Open(const QString& path)
+    {
+        window_->OpenFiles({path});
+        while (!window_->ActiveSetup())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
     StripView& Strip() { return window_->ActiveSetup()->Strip(); }
     SetupSession& Session() { return window_->ActiveSetup()->Session(); }
 
@@ -177,7 +184,7 @@ void Studio::TakeStart()
     for (const char* const name : {"master-mcr.dat", "key-types.dat", "all-four.dat"}) {
         files_.content[std::string("/home/shop/") + name] =
             PosixFiles().Read(PathFromQString(folders_.examples) + '/' + name);
-        window_->OpenFiles({QStringLiteral("/home/shop/") + QLatin1String(name)});
+        Open(QStringLiteral("/home/shop/") + QLatin1String(name));
         Run(Command::FileMenuClose);
         loop_.Pass(milliseconds(0));
     }
@@ -200,7 +207,7 @@ void Studio::TakeSetup()
 {
     const std::string till = "/home/shop/till.dat";
     files_.content[till] = PosixFiles().Read(PathFromQString(folders_.examples) + "/all-four.dat");
-    window_->OpenFiles({PathToQString(till)});
+    Open(PathToQString(till));
     viewer_.Take(*window_, "main");
     Strip().Button(StripButton::MCR).setFocus();
     TakeDialogOf(Command::LayoutMenuOptions, "options");

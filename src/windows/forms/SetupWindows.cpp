@@ -20,7 +20,7 @@ namespace kelvora {
 namespace {
 
 /// How long the program stands still for files.
-constexpr std::chrono::seconds Patience{1};
+constexpr std::chrono::seconds Patience{2};
 
 // Where a path leads to in the end, also when the file is gone.
 std::filesystem::path Resolved(const std::string& path)
