@@ -1,4 +1,5 @@
 // The drivers against the simulated line: whole, noisy, and failing in every way.
+#include "comms/LinkFrame.h"
 #include "comms/Reply.h"
 #include "comms/ScanRun.h"
 
@@ -49,10 +50,12 @@ TEST(LineSoak, EveryFailureIsToldInItsTime)
     using enum PortFailure;
     namespace Error = ReplyErrorNumber;
     const auto check = [&](const char* why, const bench::LineOptions& options, const Preparation& prepare,
-                           std::uint32_t number, PortFailure port, bool hasMap, int limit) {
+                           std::uint32_t number, PortFailure port, bool hasMap, int limit,
+                           const char* said = "") {
         const ScanRun run = Scan(options, prepare);
         EXPECT_EQ(run.result.outcome, LineOutcome::Failed) << why;
         EXPECT_EQ(run.result.failure.number, number) << why << ": " << run.result.failure.detail;
+        EXPECT_TRUE(run.result.failure.detail.ends_with(said)) << why << run.result.failure.detail;
         EXPECT_EQ(run.result.failure.port, port) << why;
         EXPECT_EQ(!run.result.deviceMap.empty(), hasMap) << why;
         EXPECT_EQ(run.result.image, "") << why;
@@ -70,8 +73,8 @@ TEST(LineSoak, EveryFailureIsToldInItsTime)
     check("another block", {}, Answers("20", "M20!0$0040!a"), Error::Malformed, None, true, 2);
     check("another CRC", {}, Answers("0F02", "M0F02!0(00000000"), Error::Malformed, None, true, 12);
     check("no answer of a terminal", {}, Answers("$9918", "X"), Error::Failed, None, false, 2);
-    check("command error", {}, Answers("$9918", "Ebusy"), Error::Failed, None, false, 2);
-    check("rejected", {}, Answers("$9918", "Rno"), Error::Rejected, None, false, 2);
+    check("command error", {}, Answers("$9918", "Ebusy"), Error::Failed, None, false, 2, ": busy");
+    check("rejected", {}, Answers("$9918", "Rno"), Error::Rejected, None, false, 2, ": no");
     check("restarted, as after a suspension", {}, restarts, Error::Rejected, None, true, 7);
 }
 
@@ -89,8 +92,17 @@ TEST(LineSoak, OnlySilencesInARowAreATimeOut)
             ended = event;
             time = loop.Now() - EventLoop::Time();
         };
+        std::string sent;
+        bench.link.watcher = [&sent](const LineTraffic& traffic) {
+            EXPECT_EQ(traffic.damage, LineTraffic::Damage::None);
+            if (sent.empty())
+                sent = traffic.bytes;
+        };
         ASSERT_TRUE(bench.link.Open("9600,n,8,1"));
         bench.link.Send("$9900", LnkControl::UsualSends);
+        // Under another number it is the answer to an earlier command.
+        const auto other = static_cast<std::uint16_t>(std::stoul(sent.substr(1, 4), nullptr, 16) ^ 1U);
+        loop.After(milliseconds(100), [&] { bench.line.onBytes(BuildFrame({other, "M$9900!0!TILL"})); });
         for (int nak = 1; nak <= naks; ++nak)
             loop.After(nak * between, [&] { bench.line.onBytes("\x15"); });
         loop.Pass(seconds(10));

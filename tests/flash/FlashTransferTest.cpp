@@ -156,6 +156,7 @@ TEST(FlashTransfer, ASetupIsBroughtIntoTheDeviceAfterABackupAndAQuestion)
     EXPECT_EQ(line.backups.Read(result.backup).image, before);
     EXPECT_FALSE(result.line.terminalName.empty());
     EXPECT_EQ(line.backups.Read(result.backup).head.terminal, result.line.terminalName);
+    EXPECT_EQ(progress.front().done, 0U);
     EXPECT_EQ(progress.back().done, 3 * 64U);
     EXPECT_EQ(progress.back().total, 3 * 64U);
 

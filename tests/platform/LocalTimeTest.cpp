@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <utility>
+
 namespace kelvora {
 
 TEST(LocalTime, MomentOfAZonedTime)
@@ -16,7 +19,14 @@ TEST(LocalTime, MomentOfAZonedTime)
                                    "2026-03-09T06:05:07*00:00", "2026-03-09T06:05:07+00:00 "})
         EXPECT_FALSE(MomentOf(text)) << text;
     const auto now = std::chrono::floor<std::chrono::seconds>(std::chrono::system_clock::now());
-    EXPECT_EQ(MomentOf(ZonedTimeText(now)), now);
+    for (const auto& [zone, text] : {std::pair("XXX-5:30", "+05:30"), std::pair("XXX7:30", "-07:30")}) {
+        setenv("TZ", zone, 1);
+        tzset();
+        EXPECT_TRUE(ZonedTimeText(now).ends_with(text)) << zone;
+        EXPECT_EQ(MomentOf(ZonedTimeText(now)), now) << zone;
+    }
+    unsetenv("TZ");
+    tzset();
 }
 
 }  // namespace kelvora
