@@ -88,6 +88,8 @@ void Session::SaveWith(bool (SetupSession::*save)())
     Require(world_.disk.Content(path) == FileText(window), Rule::Kept,
             path + " is not the setup that was saved");
     const SetupDocument& document = window.session.document;
+    Require(window.session.HeldAs().saved == WriteSetup(document.Modules), Rule::Kept,
+            path + " is taken for what it does not hold");
     Require(!FitsFile(document) || CompareSetups(ReadSetup(*world_.disk.Content(path)), document).empty(),
             Rule::Kept, path + " says another setup");
     if (const auto old = before.find(path); old != before.end())
@@ -102,13 +104,18 @@ std::string Session::FileText(const Window& window)
 bool Session::MayClose(Window& window)
 {
     const bool isChanged = window.IsChanged();
+    copy_->person.answers.clear();
     const Closing closing = window.session.AskToClose(isChanged);
     if (!world_.Moment() || closing == Closing::Stay)
         return false;
     Require(closing != Closing::Saved || world_.disk.Content(window.session.File().path) == FileText(window),
             Rule::Unsaved, "a changed setup was closed and is not saved, as was told");
-    const auto isNo = [](const auto& answer) { return answer.second != Answer::Cancel; };
-    Require(!isChanged || closing == Closing::Saved || std::ranges::any_of(copy_->person.answers, isNo),
+    const auto given = [&](enum Answer answer) {
+        return std::ranges::count(copy_->person.answers, answer,
+                                  [](const auto& each) { return each.second; });
+    };
+    // Not to save it; or to save it, and to close it when that has failed.
+    Require(!isChanged || closing == Closing::Saved || given(Answer::No) > 0 || given(Answer::Yes) > 1,
             Rule::Unsaved, "a changed setup was closed without a question");
     if (closing == Closing::Saved)
         window.clean = window.at;
@@ -158,6 +165,9 @@ void Session::KeepUnsaved()
 {
     for (const auto& window : copy_->windows) {
         const SetupSession& session = window->session;
+        Require(window->IsChanged() || session.File().path.empty() ||
+                    session.HeldAs().saved == WriteSetup(session.document.Modules),
+                Rule::Unsaved, session.File().path + " lacks what its window takes for saved");
         const int number = session.settings.PanelIndex;
         const RecoveryCopy copy{{},
                                 session.settings.Name,

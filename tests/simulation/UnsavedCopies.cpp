@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
+#include "setup/SetupReader.h"
+#include "setup/SetupWriter.h"
 #include "simulation/Rules.h"
 
 namespace kelvora::simulation {
@@ -19,10 +22,16 @@ UnsavedCopies::Copies::iterator UnsavedCopies::Of(const void* program, int windo
         copies_, [&](const Copy& copy) { return copy.program == program && copy.window == window; });
 }
 
+// Of two alike it is rather the one that must be there.
 UnsavedCopies::Copies::iterator UnsavedCopies::Left(const RecoveryCopy& offered)
 {
-    return std::ranges::find_if(copies_,
-                                [&](const Copy& copy) { return !copy.program && MayBe(copy, offered); });
+    const auto find = [&](bool mustBe) {
+        return std::ranges::find_if(copies_, [&](const Copy& copy) {
+            return !copy.program && copy.versions.front().has_value() == mustBe && MayBe(copy, offered);
+        });
+    };
+    const auto left = find(true);
+    return left != copies_.end() ? left : find(false);
 }
 
 bool UnsavedCopies::MayBe(const Copy& copy, const RecoveryCopy& found)
@@ -61,13 +70,16 @@ void UnsavedCopies::NoteKept(const void* program, int window, bool isKept)
 void UnsavedCopies::NoteDropping(const void* program, int window)
 {
     if (const auto found = Of(program, window); found != copies_.end() && !world_.IsDead())
-        Drop(found);
+        Drop(*found);
 }
 
-void UnsavedCopies::Drop(Copies::iterator copy)
+// It may stay when the disk does not work, and come back when the power is cut.
+void UnsavedCopies::Drop(Copy& copy)
 {
-    isDropping_ = true;
-    copies_.erase(copy);
+    copy.program = nullptr;
+    copy.isGone = world_.disk.faults.AreNone();
+    if (copy.versions.front())
+        copy.versions.insert(copy.versions.begin(), std::nullopt);
 }
 
 void UnsavedCopies::NoteDeath(const void* program)
@@ -75,6 +87,21 @@ void UnsavedCopies::NoteDeath(const void* program)
     for (Copy& copy : copies_)
         if (copy.program == program)
             copy.program = nullptr;
+}
+
+void UnsavedCopies::JudgeFile(const RecoveryOffer& offer) const
+{
+    const auto text = world_.disk.Content(offer.copy.path);
+    const auto now = text ? TryReadSetup(*text) : std::nullopt;
+    FileSince file = offer.copy.path.empty() ? FileSince::None : FileSince::Gone;
+    if (text)
+        file = !now                                           ? FileSince::Unreadable
+               : WriteSetup(now->Modules) == offer.copy.saved ? FileSince::Same
+                                                              : FileSince::Changed;
+    Require(offer.file == file, Rule::Truth, offer.id + " says what has not become of its file");
+    const std::string base = now ? WriteSetup(now->Modules) : offer.copy.saved;
+    Require(offer.differences.empty() == (base == offer.copy.setup), Rule::Truth,
+            offer.id + " has other differences from its file than are told");
 }
 
 void UnsavedCopies::JudgeOffers(const std::vector<RecoveryOffer>& offers)
@@ -87,20 +114,17 @@ void UnsavedCopies::JudgeOffers(const std::vector<RecoveryOffer>& offers)
         if (isHidden)
             continue;
         Require(offer.damage == RecoveryDamage::None, Rule::Whole, offer.id + " is damaged");
+        JudgeFile(offer);
         const auto left = Left(offer.copy);
-        Require(left != copies_.end() || hasMore_, Rule::Unsaved, offer.id + " is offered and was not left");
-        if (left == copies_.end())
-            continue;
+        Require(left != copies_.end(), Rule::Unsaved, offer.id + " is offered and was not left");
         offered.push_back(*left);
         copies_.erase(left);
     }
-    std::erase_if(copies_, [&](const Copy& copy) {
-        const bool isToBeOffered = !copy.program && !isAnyHidden;
-        Require(!isToBeOffered || !copy.versions.front() || IsSaved(copy), Rule::Unsaved,
-                "an unsaved setup is not offered");
-        isDropping_ = isDropping_ || isToBeOffered;
-        return isToBeOffered;
-    });
+    for (Copy& copy : copies_)
+        if (!copy.program && !isAnyHidden && copy.versions.front()) {
+            Require(IsSaved(copy), Rule::Unsaved, "an unsaved setup is not offered");
+            copy.versions.insert(copy.versions.begin(), std::nullopt);
+        }
     std::ranges::move(offered, std::back_inserter(copies_));
 }
 
@@ -113,15 +137,11 @@ void UnsavedCopies::NoteTaken(const RecoveryOffer& offer, const void* program, i
 void UnsavedCopies::NoteThrownAway(const RecoveryOffer& offer)
 {
     if (const auto found = Left(offer.copy); found != copies_.end() && !world_.IsDead())
-        Drop(found);
+        Drop(*found);
 }
 
 void UnsavedCopies::EndStep()
 {
-    const bool mayFail = world_.IsDead() || !world_.disk.faults.AreNone();
-    hasDropped_ = hasDropped_ || isDropping_;
-    hasMore_ = hasMore_ || (isDropping_ && mayFail) || (hasDropped_ && world_.WasPowerCut());
-    isDropping_ = false;
     std::vector<RecoveryCopy> there;
     for (const std::string& name : world_.disk.List(CopyFolder))
         if (name.ends_with(".copy"))
@@ -132,8 +152,10 @@ void UnsavedCopies::EndStep()
         return std::pair(!copy.versions.front(), copy.versions.size());
     });
     std::erase_if(copies_, [&](Copy& copy) {
+        const bool isGone = std::exchange(copy.isGone, false) && !world_.IsDead();
         const auto found =
-            std::ranges::find_if(there, [&](const RecoveryCopy& each) { return MayBe(copy, each); });
+            isGone ? there.end()
+                   : std::ranges::find_if(there, [&](const RecoveryCopy& each) { return MayBe(copy, each); });
         const bool isThere = found != there.end();
         Require(isThere || !copy.versions.front() || (!copy.program && IsSaved(copy)), Rule::Unsaved,
                 "the copy of an unsaved setup is gone");
@@ -143,6 +165,7 @@ void UnsavedCopies::EndStep()
             there.erase(found);
         return !isThere && !copy.program && (copy.versions.front() || world_.WasPowerCut());
     });
+    Require(there.empty(), Rule::Unsaved, "a copy is there that nobody has left");
 }
 
 }  // namespace kelvora::simulation

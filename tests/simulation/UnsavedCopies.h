@@ -35,21 +35,20 @@ private:
         const void* program = nullptr;  ///< null once it is dead
         int window = 0;
         std::vector<std::optional<RecoveryCopy>> versions;  ///< what it may be; nothing for none
+        bool isGone = false;  ///< in this step it was taken away by a program and disk that work
     };
     using Copies = std::vector<Copy>;
 
     Copies::iterator Of(const void* program, int window);
     /// The one of a dead program that was offered.
     Copies::iterator Left(const RecoveryCopy& offered);
-    void Drop(Copies::iterator copy);
+    void Drop(Copy& copy);
+    void JudgeFile(const RecoveryOffer& offer) const;
     static bool MayBe(const Copy& copy, const RecoveryCopy& found);
     bool IsSaved(const Copy& copy) const;
 
     World& world_;
     Copies copies_;
-    bool isDropping_ = false;  ///< in this step
-    bool hasDropped_ = false;  ///< ever
-    bool hasMore_ = false;     ///< some may be left that nobody needs: none is told when it cannot be dropped
 };
 
 }  // namespace kelvora::simulation
