@@ -27,7 +27,8 @@ struct Session::CommandLine final : LineAccess {
     // Nobody waits for a till that does not come.
     int StopCount() override
     {
-        return program.program.operation.IsStopAsked() || session.world_.IsDead() || session.IsLong() ? 2 : 0;
+        return program.program.operation.IsStopAsked() || session.world_.IsDead() || session.IsLong(work) ? 2
+                                                                                                          : 0;
     }
     bool ShowsProgress() const override { return false; }
     bool CanAsk() const override { return true; }

@@ -48,8 +48,8 @@ std::optional<SetupDocument> Session::SetupIn(const std::string& path) const
     return text && IsWholeFile(*text) ? std::optional(ReadSetup(*text)) : std::nullopt;
 }
 
-// Runs a command that writes the file named last.
-void Session::WriteFile(CommandLine& command, const std::vector<std::string>& arguments)
+// Runs a command that writes the file named last; whether it has.
+bool Session::WriteFile(CommandLine& command, const std::vector<std::string>& arguments)
 {
     const std::string& path = arguments.back();
     const auto before = world_.disk.Content(path);
@@ -58,6 +58,7 @@ void Session::WriteFile(CommandLine& command, const std::vector<std::string>& ar
         rules_.JudgeReplaced(path, before);
     rules_.NoteWritten(BackupName(path), false);
     rules_.NoteWritten(path, isTold);
+    return isTold;
 }
 
 void Session::Command()
@@ -103,10 +104,12 @@ void Session::Command()
                         Rule::Truth, "the device does not hold the setup");
             break;
         case 4:
-            WriteFile(command, {"scan", "-o", path});
+            if (WriteFile(command, {"scan", "-o", path}) && command.said.empty())
+                Rules::JudgeScan(SetupIn(path).value(), work.till.Flash());
             break;
         default:
-            WriteFile(command, {"dump", "-o", copy_->person.Path(".mem")});
+            if (WriteFile(command, {"dump", "-o", copy_->person.Path(".mem")}))
+                rules_.JudgeDump(work.till.Flash());
     }
     command.JudgeLine();
 }

@@ -67,6 +67,7 @@ void Session::WriteIdentity()
     WatchModules(command.work);
     const int code = command.RunOnLine(arguments);
     JudgeModules(command.work, before, wanted, code == 0);
+    command.JudgeLine();
 }
 
 void Session::Wizard()
@@ -77,13 +78,16 @@ void Session::Wizard()
     const Modules before = work.till.line.Memory().modules;
     ModuleProtocol protocol(port == 1 ? copy_->port1 : copy_->port2, world_.loop, copy_->person);
     ModuleMemory memory(protocol);
-    memory.isInterrupted = [&] { return desk.operation.IsStopAsked() || IsLong(); };
+    memory.isInterrupted = [&] { return desk.operation.IsStopAsked() || IsLong(work); };
     desk.operation.GoOn();
     OperationNote reading = desk.notes.Begin(JournalOperation::ReadIdentities, port);
     WaitIn(work, desk.operation);
     if (protocol.OpenCommsLine()) {
         desk.operation.Take({});
         memory.FindModules(SearchRepeats::UntilInterrupted);
+        rules_.JudgeStop(work);
+        // What was found is read all the same.
+        work.stop.reset();
         memory.ReadEeprom();
     }
     EndNote(reading);
@@ -106,6 +110,9 @@ void Session::Wizard()
     protocol.Close();
     if (desk.operation.IsBusy())
         desk.operation.GiveBack();
+    work.stop.reset();
+    if (world_.Moment())
+        rules_.JudgeEnd(work, false);
 }
 
 }  // namespace kelvora::simulation

@@ -57,10 +57,13 @@ void Session::WaitNoMore()
         till->line.onCommand = nullptr;
 }
 
-bool Session::IsLong() const
+bool Session::IsLong(Rules::Work& work) const
 {
     constexpr std::size_t Patience = 3000;
-    return world_.waits > Patience;
+    if (world_.waits <= Patience)
+        return false;
+    work.stop = work.stop.value_or(world_.loop.Now());
+    return true;
 }
 
 // The journal keeps it, or says why not.
@@ -103,6 +106,8 @@ void Session::ScanInto(Window& window, std::optional<WindowFile> before)
             "the scan has read another image");
     Require(outcome.line.deviceMap.empty() || outcome.line.deviceMap == work.till.DeviceMap(), Rule::Truth,
             "the scan has read other modules");
+    if (outcome.IsWhole() && outcome.notices.empty())
+        Rules::JudgeScan(outcome.document, *outcome.image);
     rules_.JudgeEnd(work, IsReleaseTold(outcome.line.warnings));
     for (const LaterMessage& message :
          DescribeScan(desk.Catalogue(), TargetOf(window.session.settings), outcome))
@@ -195,6 +200,8 @@ void Session::Verify()
     Window& window = Any();
     SetupDesk& desk = copy_->program.desk;
     Rules::Work work = BeginWork(window.session.settings.CommsPort);
+    const FlashImage* const held = window.session.BaseImage();
+    const auto base = held ? std::optional(*held) : std::nullopt;
     WaitIn(work, desk.operation);
     OperationNote note = desk.notes.Begin(JournalOperation::Verify, window.session.settings.CommsPort);
     VerifyResult result;
@@ -204,18 +211,26 @@ void Session::Verify()
     }
     note.Tell(TargetOf(window.session.settings), result);
     EndNote(note);
+    work.wanted = window.session.document;
     if (world_.Moment())
-        rules_.JudgeVerify(work, result);
+        rules_.JudgeVerify(work, result, base ? &*base : nullptr);
 }
 
 void Session::DumpSetup()
 {
-    DumpSetupImage(Any().session);
+    SetupSession& session = Any().session;
+    DumpSetupImage(session);
+    FlashImage erased{};
+    erased.fill(ErasedByte);
+    const FlashImage* const base = session.BaseImage();
+    rules_.JudgeDump(Rules::Wanted(session.document, base ? *base : erased));
 }
 
 void Session::DumpDevice()
 {
-    DumpDeviceImage(Any().session);
+    SetupSession& session = Any().session;
+    DumpDeviceImage(session);
+    rules_.JudgeDump(session.deviceImage.value_or(FlashImage()));
 }
 
 }  // namespace kelvora::simulation

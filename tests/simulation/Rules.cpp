@@ -194,11 +194,14 @@ void Rules::JudgeTransfer(const Work& work, const TransferResult& result)
 {
     using State = TransferResult::State;
     const FlashImage now = work.till.Flash();
-    const bool isHeld = !result.plan || now == result.plan->held;
-    const bool isWanted = result.plan && now == result.plan->wanted;
+    const bool isHeld = now == (result.plan ? result.plan->held : work.before);
+    const bool isWanted = result.plan && now == Wanted(*work.wanted, result.plan->held);
     switch (result.state) {
-        case State::Old:
         case State::Same:
+            Require(isWanted || work.isForeign, Rule::Truth,
+                    "the device does not hold what is wanted, as was told");
+            [[fallthrough]];
+        case State::Old:
             Require(isHeld || work.isForeign, Rule::Truth,
                     "the device does not hold what it held, as was told");
             break;
@@ -222,28 +225,55 @@ void Rules::JudgeTransfer(const Work& work, const TransferResult& result)
              }));
 }
 
-void Rules::JudgeVerify(const Work& work, const VerifyResult& result)
+void Rules::JudgeVerify(const Work& work, const VerifyResult& result, const FlashImage* base)
 {
+    using enum VerifyResult::Outcome;
     const FlashImage now = work.till.Flash();
-    if (result.outcome == VerifyResult::Outcome::Same)
-        Require(FirstDifference(*result.setupImage, now, false) == 0, Rule::Truth, "the device differs");
-    if (result.outcome == VerifyResult::Outcome::Different && work.till.isClean)
-        Require(FirstDifference(*result.setupImage, now, false) != 0, Rule::Truth,
-                "the device does not differ");
+    const FlashImage wanted = Wanted(*work.wanted, base ? *base : now);
+    if (result.outcome == Same || result.outcome == Different)
+        Require((FirstDifference(wanted, now, false) == 0) == (result.outcome == Same), Rule::Truth,
+                result.outcome == Same ? "the device differs" : "the device does not differ");
     JudgeEnd(work, false);
+}
+
+void Rules::JudgeDump(const FlashImage& image) const
+{
+    for (const std::string& path : saved_) {
+        const auto dump = DumpOf(world_.disk.Content(path).value_or(""));
+        Require(!path.ends_with(".mem") || (dump && dump->image == image), Rule::Truth,
+                path + " holds another image");
+    }
+}
+
+void Rules::JudgeScan(const SetupDocument& document, const FlashImage& flash)
+{
+    // Where the line names other parts than the image, the setup has those of the line.
+    if (DeviceCodesOf(flash) != document.DeviceMap)
+        return;
+    const auto built = BuildSetupImage(document, &flash);
+    const auto* const image = std::get_if<FlashImage>(&built);
+    Require(!image || *image == flash, Rule::Truth,
+            "a scan has made another setup than the till's, see address " +
+                std::to_string(image ? FirstDifference(*image, flash, true) : 0));
 }
 
 void Rules::JudgeEnd(const Work& work, bool isWarned)
 {
-    Require(!work.isHolding || !work.till.line.IsHeld() || isWarned, Rule::Released,
+    Require(!work.isHolding || !work.till.line.IsHeld() || (isWarned && !work.till.isClean), Rule::Released,
             "the terminal leaves its devices alone still");
     Require(work.till.user == nullptr, Rule::Released, "the port is open still");
     const auto blocked = world_.loop.blocked - work.blockedBefore;
     const auto time = world_.loop.Now() - work.start - blocked;
     Require(time < (work.till.isClean ? CleanBound : WorstBound), Rule::Bound, "it took " + Seconds(time));
-    if (work.stop && !work.isCommitting)
-        Require(world_.loop.Now() - *work.stop - blocked < StopBound, Rule::Bound,
-                "it went on for " + Seconds(world_.loop.Now() - *work.stop) + " after it was to stop");
+    JudgeStop(work);
+}
+
+void Rules::JudgeStop(const Work& work) const
+{
+    if (!work.stop || work.isCommitting || world_.IsDead())
+        return;
+    const auto time = world_.loop.Now() - *work.stop - (world_.loop.blocked - work.blockedBefore);
+    Require(time < StopBound, Rule::Bound, "it went on for " + Seconds(time) + " after it was to stop");
 }
 
 }  // namespace kelvora::simulation

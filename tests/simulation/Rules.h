@@ -62,7 +62,14 @@ public:
     };
     void JudgeCommit(const Work& work);
     void JudgeTransfer(const Work& work, const TransferResult& result);
-    void JudgeVerify(const Work& work, const VerifyResult& result);
+    /// `base` is what the setup's image was built over; null for what the till holds.
+    void JudgeVerify(const Work& work, const VerifyResult& result, const FlashImage* base);
+    /// What was saved in this step as a dump holds that image.
+    void JudgeDump(const FlashImage& image) const;
+    /// A setup that was read from a till is all that its flash says of it.
+    static void JudgeScan(const SetupDocument& document, const FlashImage& flash);
+    /// When it was to stop, it did so in time.
+    void JudgeStop(const Work& work) const;
     /// At the end of every operation; `isWarned` when it told that the line may still be held.
     void JudgeEnd(const Work& work, bool isWarned);
 

@@ -91,14 +91,14 @@ private:
     void WaitIn(Rules::Work& work, RunningOperation& running);
     void WaitNoMore();
     void EndNote(OperationNote& note);
-    /// Nobody waits for what does not come.
-    bool IsLong() const;
+    /// Nobody waits for what does not come; it is to stop then.
+    bool IsLong(Rules::Work& work) const;
 
     // In CommandSteps.cpp.
     void Command();
     void EditFiles();
     void ShowJournal();
-    void WriteFile(CommandLine& command, const std::vector<std::string>& arguments);
+    bool WriteFile(CommandLine& command, const std::vector<std::string>& arguments);
     std::optional<SetupDocument> SetupIn(const std::string& path) const;
 
     // In IdentitySteps.cpp.

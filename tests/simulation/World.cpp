@@ -62,6 +62,13 @@ std::string Till::DeviceMap() const
     return map;
 }
 
+void Till::SetFaults(const bench::FaultPlan& plan)
+{
+    faults = plan;
+    isClean = false;
+    line.SetFaults(plan);
+}
+
 World::World(std::uint64_t seed)
     : random(seed),
       system_{disk, [this] { return WallTime(); }, [this] { return static_cast<unsigned>(random.Next()); }}
@@ -109,8 +116,7 @@ void World::WriteElsewhere(Till& till) const
     bench::LineState memory = till.line.Memory();
     ++memory.flash.back();
     till.held = memory.flash;
-    till.line.Put(std::move(memory), std::string(bench::DefaultTerminalName), {});
-    till.isClean = true;
+    till.line.Put(std::move(memory), std::string(bench::DefaultTerminalName), till.faults);
 }
 
 void World::Begin(const void* program)

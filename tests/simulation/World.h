@@ -50,6 +50,8 @@ struct Till {
 
     FlashImage Flash() const;
     std::string DeviceMap() const;
+    /// From now on that goes wrong on the line.
+    void SetFaults(const bench::FaultPlan& plan);
 
     bench::FakeLineClock clock;
     bench::SimulatedLine line;
@@ -57,6 +59,7 @@ struct Till {
     bench::FlashBytes held;      ///< what the flash held before its last change
     int commits = 0;             ///< how often it has changed
     const void* user = nullptr;  ///< who has the port open
+    bench::FaultPlan faults;     ///< of the line
     bool isClean = true;         ///< nothing goes wrong on the line
 };
 

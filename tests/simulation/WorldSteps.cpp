@@ -47,15 +47,13 @@ void Session::Kill()
 
 void Session::LineFault()
 {
-    Till& till = *world_.random.Of(world_.tills);
-    till.line.SetFaults(Faults(world_.random));
-    till.isClean = false;
+    world_.random.Of(world_.tills)->SetFaults(Faults(world_.random));
 }
 
 void Session::LineHeals()
 {
     for (const auto& till : world_.tills) {
-        till->line.SetFaults({});
+        till->SetFaults({});
         till->isClean = true;
     }
 }
