@@ -27,9 +27,10 @@ int Session::CommandLine::Run(const std::vector<std::string>& arguments)
 int Session::CommandLine::RunOnLine(std::vector<std::string> arguments)
 {
     arguments.insert(arguments.end(), {"--port", std::to_string(port)});
-    const bool isSound = session.world_.disk.faults.AreNone();
+    const DiskFaults& faults = session.world_.disk.faults;
+    const bool isSound = faults.AreNone();
     const int code = Run(arguments);
-    if (session.world_.Moment() && isSound && work.isHolding)
+    if (session.world_.Moment() && isSound && faults.AreNone() && work.isHolding)
         session.rules_.NoteJournalled();
     return code;
 }

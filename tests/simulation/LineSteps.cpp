@@ -27,7 +27,16 @@ Rules::Work Session::BeginWork(int port)
             .blockedBefore = world_.loop.blocked};
 }
 
-// While it runs the user may want it to stop, and nothing but what it wants may come into the till.
+void Session::Stop(Rules::Work& work, RunningOperation& running)
+{
+    if (!running.IsWorking())
+        return;
+    running.AskToStop();
+    work.stop = work.stop.value_or(world_.loop.Now());
+}
+
+// While it runs the user may want it to stop, something else may happen, and nothing but what it wants may
+// come into the till.
 void Session::WaitIn(Rules::Work& work, RunningOperation& running)
 {
     world_.onCommit = [this, &work](Till& till) {
@@ -41,11 +50,16 @@ void Session::WaitIn(Rules::Work& work, RunningOperation& running)
             work.isCommitting || (command.starts_with(Close) && command.size() > Close.size());
     };
     const std::size_t stopAfter = world_.random.Once(5) ? world_.waits + world_.random.Scale(12) : 0;
-    world_.whileWaiting = [this, &work, &running, stopAfter] {
-        if (world_.waits == stopAfter && running.IsWorking()) {
-            running.AskToStop();
-            work.stop = world_.loop.Now();
-        }
+    Random& chance = world_.meanwhile;
+    const std::size_t midst = chance.Once(3) ? world_.waits + chance.Scale(12) : 0;
+    const std::size_t heals = chance.Once(3) ? world_.waits + chance.Scale(12) : 0;
+    world_.whileWaiting = [this, &work, &running, stopAfter, midst, heals] {
+        if (world_.waits == stopAfter)
+            Stop(work, running);
+        if (world_.waits == midst)
+            Meanwhile(work, running);
+        if (world_.waits == heals && !work.till.isClean)
+            work.till.SetFaults({});
     };
 }
 

@@ -120,6 +120,7 @@ Session::~Session()
 void Session::Play(const Step& step)
 {
     world_.random = Random(step.number);
+    world_.meanwhile = Random(~step.number);
     const bool isKillSet = world_.IsKillSet();
     auto& copy = copies_.at(world_.random.Once(6) ? 1 : 0);
     const bool isNew = !copy;

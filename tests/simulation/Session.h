@@ -90,6 +90,7 @@ private:
     Rules::Work BeginWork(int port);
     void WaitIn(Rules::Work& work, RunningOperation& running);
     void WaitNoMore();
+    void Stop(Rules::Work& work, RunningOperation& running);
     void EndNote(OperationNote& note);
     /// Nobody waits for what does not come; it is to stop then.
     bool IsLong(Rules::Work& work) const;
@@ -118,6 +119,9 @@ private:
     void DiskHeals();
     void SetClock();
     void Foreign();
+    void Meanwhile(Rules::Work& work, RunningOperation& running);
+    void TryLine(const Rules::Work& work);
+    void EndMeanwhile(Rules::Work& work, RunningOperation& running);
 
     void TakeDown();
 

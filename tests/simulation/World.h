@@ -96,6 +96,7 @@ public:
     std::chrono::system_clock::time_point WallTime() const;
 
     Random random;
+    Random meanwhile{0};  ///< what else happens while a program waits
     Loop loop;
     Disk disk;
     std::array<std::unique_ptr<Till>, 2> tills;

@@ -1,5 +1,6 @@
 // What happens without anybody's wish: kills, faults of lines and disk, clocks that are set, other people's
 // writes.
+#include "layout/LineScan.h"
 #include "setup/SetupWriter.h"
 #include "simulation/Session.h"
 
@@ -65,7 +66,7 @@ void Session::RestartTill()
 
 void Session::DiskFault()
 {
-    switch (world_.random.Below(5)) {
+    switch (world_.meanwhile.Below(5)) {
         case 0:
             world_.disk.faults.slowness = std::chrono::milliseconds(world_.random.Scale(12));
             break;
@@ -99,6 +100,54 @@ void Session::Foreign()
     const std::string text = WriteSetup(Any().session.document.Modules) + "\r\n";
     world_.disk.Put(path, text);
     rules_.NoteForeign(path, text);
+}
+
+// While a program waits on a line.
+void Session::Meanwhile(Rules::Work& work, RunningOperation& running)
+{
+    switch (world_.meanwhile.Below(5)) {
+        case 0:
+            work.till.line.Restart();
+            work.till.isClean = false;
+            break;
+        case 1:
+            work.till.SetFaults(Faults(world_.meanwhile));
+            break;
+        case 2:
+            world_.disk.faults.room = static_cast<long>(world_.meanwhile.Scale(16));
+            break;
+        case 3:
+            TryLine(work);
+            break;
+        default:
+            EndMeanwhile(work, running);
+    }
+}
+
+// The second copy wants the line as well.
+void Session::TryLine(const Rules::Work& work)
+{
+    Copy* const other = copies_[copy_ == copies_[0].get() ? 1 : 0].get();
+    if (!other || !work.till.user)
+        return;
+    PosCfg settings = other->program.desk.defaults;
+    settings.CommsPort = &work.till == world_.tills[0].get() ? 1 : 2;
+    const LineResult result = Upload(other->program.lines.Terminals(), TargetOf(settings), {});
+    Require(result.outcome == LineOutcome::NoPort && result.failure.port == PortFailure::InUse, Rule::Truth,
+            "another program's line is not said to be in use");
+}
+
+// The program is to end, and its windows to close: none does before its operation has stopped.
+void Session::EndMeanwhile(Rules::Work& work, RunningOperation& running)
+{
+    if (&running != &copy_->program.operation || !running.IsWorking())
+        return;
+    const std::size_t told = world_.told.size();
+    for (const auto& window : copy_->windows)
+        Require(window->session.AskToClose(true) == Closing::Stay && world_.told.size() == told,
+                Rule::Enabled, "a window closes while the program works on a line");
+    KeepUnsaved();
+    Stop(work, running);
 }
 
 }  // namespace kelvora::simulation
