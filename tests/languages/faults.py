@@ -1,8 +1,8 @@
 """faults.py CHECK PROGRAMS: the check of the languages names each fault that is put into the Italian one."""
 import contextlib
-import importlib.util
 import io
 import pathlib
+import runpy
 import shutil
 import sys
 import tempfile
@@ -64,14 +64,12 @@ def told(check, program):
     """What the check says, in this process: a start takes longer than the work. Nothing of whole files."""
     said, sys.argv[1:] = io.StringIO(), ["--program", str(program), "ITA"]
     with contextlib.redirect_stdout(said):
-        failed = check.main()
+        failed = check()
     return said.getvalue() if failed else ""
 
 
 def main():
-    spec = importlib.util.spec_from_file_location("check", sys.argv[1])
-    check = importlib.util.module_from_spec(spec)
-    spec.loader.exec_module(check)
+    check = runpy.run_path(sys.argv[1])["main"]
     missed, left, together = [], FAULTS, True
     with tempfile.TemporaryDirectory() as folder:
         whole = copied(pathlib.Path(sys.argv[2]), folder)
