@@ -57,8 +57,11 @@ void Session::WriteIdentity()
     if (!copies.empty() && world_.random.Once(3)) {
         const std::string path = Folder() + "/" + world_.random.Of(copies);
         arguments = {"identity", "restore", path};
-        if (const auto text = world_.disk.Content(path); text && !text->empty())
-            wanted = ReadIdentityCopy(*text).blocks;
+        try {
+            wanted = ReadIdentityCopy(world_.disk.Content(path).value_or("")).blocks;
+        } catch (const IdentityCopyError&) {
+            // A kill has left a part of it: nothing is written of that.
+        }
     } else {
         const DeviceIdentity& identity = world_.random.Of(OfferedIdentities);
         wanted = {{world_.random.Below(5), identity.block}};
