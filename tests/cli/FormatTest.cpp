@@ -80,8 +80,9 @@ TEST_F(Format, WritesTheFilesOfAFolderOverThemselvesOrIntoAnother)
 TEST_F(Format, ExamplesAreWhatASaveWrites)
 {
     for (const auto& entry : std::filesystem::directory_iterator(KELVORA_EXAMPLES))
-        if (const std::string path = entry.path(); path.ends_with(".dat"))
+        if (const std::string path = entry.path(); path.ends_with(".dat")) {
             EXPECT_EQ(Run({"format", path}).out, files.Read(path)) << path;
+        }
 }
 
 }  // namespace kelvora

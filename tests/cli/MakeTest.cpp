@@ -43,8 +43,8 @@ TEST_F(Make, NeedsOnlyWhatDoesNotFollow)
 TEST_F(Make, NamesTheValueThatIsWrong)
 {
     const std::string path = At("out.dat");
-    const std::string own = Write("own.json", "{}");
-    EXPECT_EQ(Run({"make", own, "-o", own}).exitCode, 2) << "over its JSON";
+    const std::string source = Write("own.json", "{}");
+    EXPECT_EQ(Run({"make", source, "-o", source}).exitCode, 2) << "over its JSON";
     const auto check = [&](std::string_view op, const char* pointer, const char* value, const char* says) {
         nlohmann::json change{{"op", op}, {"path", pointer}};
         if (op == "move" || op == "copy")
