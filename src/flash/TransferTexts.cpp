@@ -90,7 +90,7 @@ std::string ReasonText(const MessageCatalogue& catalogue, const LineTarget& targ
 // Whether the reason's text says how the work on the line ended.
 bool IsToldOfLine(Reason reason)
 {
-    return reason == Reason::Line || reason == Reason::Done || reason == Reason::Declined;
+    return reason == Reason::Line || reason == Reason::Done;
 }
 
 // What was only wished for, or only read, is no cause for alarm.
@@ -161,7 +161,7 @@ OutcomeText DescribeTransfer(const MessageCatalogue& catalogue, const LineTarget
     const StateText& state = StateTexts.at(static_cast<std::size_t>(result.state));
     OutcomeText outcome{catalogue.Caption(result.isRestore ? state.ofRestore : state.ofDownload),
                         ReasonText(catalogue, target, result), state.icon};
-    if (result.state == State::Old && IsUsersOwnEnd(result))
+    if (result.state == State::Old && IsUsersOwnEnd(result) && result.line.warnings.empty())
         outcome.icon = BoxIcon::Information;
     if (result.state == State::New && !(result.line.IsDone() && result.line.warnings.empty()))
         outcome.icon = BoxIcon::Exclamation;

@@ -17,6 +17,8 @@ const LineTarget Target{1, "9600,n,8,1", 0};
 TEST(TransferTexts, TellWhatTheDeviceHoldsAndWhy)
 {
     const LineResult done;
+    LineResult held;
+    held.warnings = {{LineWarning::Step::NotReleased, {}}};
     const LineResult stopped{LineOutcome::Stopped, {}, {}, {}};
     const LineResult dead{
         LineOutcome::Failed, {PortFailure::None, ReplyErrorNumber::GaveUp, {}, {}, "0FB3"}, {}, {}};
@@ -39,6 +41,7 @@ TEST(TransferTexts, TellWhatTheDeviceHoldsAndWhy)
           "it is left out:\r\nComposite Keyboard, Key 7");
     check(State::Same, Reason::Done, false, done, Information, "holds this image already", "");
     check(State::Old, Reason::Declined, false, done, Information, "was not changed", "answer was no");
+    check(State::Old, Reason::Declined, false, held, Exclamation, "was not changed", "did not confirm");
     check(State::Old, Reason::Line, false, stopped, Information, "was not changed", "was stopped");
     check(State::Old, Reason::Line, false, dead, Exclamation, "was not changed", "COM1: 9600,n,8,1\r\n0FB3");
     check(State::Unknown, Reason::Line, false, dead, Critical, "run Verify", "does not answer");
