@@ -1,6 +1,8 @@
 // A run of kelvora-cli beside the windows. Its person is asked on the terminal.
 #pragma once
 
+#include <functional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -27,6 +29,8 @@ struct Session::CommandLine final : LineAccess {
     // Nobody waits for a till that does not come.
     int StopCount() override
     {
+        if (onLook && !session.world_.IsDead())
+            onLook();
         return program.program.operation.IsStopAsked() || session.world_.IsDead() || session.IsLong(work) ? 2
                                                                                                           : 0;
     }
@@ -52,7 +56,9 @@ struct Session::CommandLine final : LineAccess {
     int port;
     Rules::Work work;
     Copy program;
-    std::string said;
+    std::ostringstream out;
+    std::string said;              ///< all of it, once it has run
+    std::function<void()> onLook;  ///< as it looks whether it is to stop; may be empty
 };
 
 }  // namespace kelvora::simulation

@@ -14,12 +14,10 @@ namespace kelvora::simulation {
 int Session::CommandLine::Run(const std::vector<std::string>& arguments)
 {
     std::istringstream in;
-    std::ostringstream out;
     std::ostringstream err;
     program.program.operation.Take({});
     const int code = RunCli(arguments, in, out, err, *this);
     program.program.operation.GiveBack();
-    session.WaitNoMore();
     said = out.str() + err.str();
     return code;
 }
@@ -30,6 +28,7 @@ int Session::CommandLine::RunOnLine(std::vector<std::string> arguments)
     const DiskFaults& faults = session.world_.disk.faults;
     const bool isSound = faults.AreNone();
     const int code = Run(arguments);
+    session.WaitNoMore();
     if (session.world_.Moment() && isSound && faults.AreNone() && work.isHolding)
         session.rules_.NoteJournalled();
     return code;
@@ -55,7 +54,7 @@ bool Session::WriteFile(CommandLine& command, const std::vector<std::string>& ar
     const std::string& path = arguments.back();
     const auto before = world_.disk.Content(path);
     const bool isTold = command.RunOnLine(arguments) == 0 && world_.Moment();
-    if (isTold)
+    if (isTold && !rules_.IsTouched(path))
         rules_.JudgeReplaced(path, before);
     rules_.NoteWritten(BackupName(path), false);
     rules_.NoteWritten(path, isTold);
@@ -77,16 +76,10 @@ void Session::Command()
     };
     switch (world_.random.Below(6)) {
         case 0:
-            if (document)
-                work.wanted = *document;
-            if (run({"download", path}))
-                requireWanted();
-            break;
         case 1:
             if (document)
                 work.wanted = *document;
-            if (run({"series", path, "--count", "1"}) &&
-                command.said.find(" 0 done, 0 held") == std::string::npos)
+            if (run({"download", path}))
                 requireWanted();
             break;
         case 2: {

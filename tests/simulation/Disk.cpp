@@ -63,6 +63,9 @@ int Disk::Open(const std::string& path, int flags)
         return -EISDIR;
     if (!inode && ((flags & O_CREAT) == 0 || !Find(FolderOf(path))))
         return -ENOENT;
+    if (writes && inode)
+        if (const int error = MayAccess(path, true); error != 0)
+            return error;
     if (writes && faults.isReadOnly)
         return -EROFS;
     if (!inode) {

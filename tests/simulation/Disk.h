@@ -23,9 +23,13 @@ struct DiskFaults {
     bool isReadOnly = false;
     int failedSyncs = 0;  ///< how many from now on fail; those of folders nobody could be told of
     int failedRenames = 0;
+    std::string readOnlyFile{};             ///< that may be read and not written
     std::chrono::milliseconds slowness{0};  ///< of each sync
 
-    bool AreNone() const { return room < 0 && !isReadOnly && failedSyncs == 0 && failedRenames == 0; }
+    bool AreNone() const
+    {
+        return room < 0 && !isReadOnly && failedSyncs == 0 && failedRenames == 0 && readOnlyFile.empty();
+    }
 };
 
 class Disk {
@@ -34,7 +38,9 @@ public:
 
     int MayAccess(const std::string& path, bool writes) const
     {
-        return !Find(path) ? -ENOENT : faults.isReadOnly && writes ? -EROFS : 0;
+        if (!Find(path))
+            return -ENOENT;
+        return !writes ? 0 : faults.isReadOnly ? -EROFS : path == faults.readOnlyFile ? -EACCES : 0;
     }
     int Open(const std::string& path, int flags);
     int Close(int file);

@@ -73,6 +73,10 @@ void Session::SaveWith(bool (SetupSession::*save)())
     const bool isContested = SaveMeanwhile(window);
     const bool isSound = world_.disk.faults.AreNone();
     const bool isSaved = (window.session.*save)();
+    const std::string& guarded = world_.disk.faults.readOnlyFile;
+    Require(
+        world_.IsDead() || !before.contains(guarded) || world_.disk.Content(guarded) == before.at(guarded),
+        Rule::Truth, guarded + " may not be written, and was");
     const std::string failure = copy_->program.desk.Words().Caption(Message::FileNotSaved);
     Require(
         !isSound || world_.IsDead() ||

@@ -162,7 +162,7 @@ void Session::Transfer(Window& window, const WantedContent& wanted, const std::s
                                           "the till waits for the user");
                                   work.isForeign = world_.random.Once(10);
                                   if (work.isForeign)
-                                      world_.WriteElsewhere(work.till);
+                                      ReplaceTill(work.till);
                                   work.isAllowed = world_.Moment() && !world_.random.Once(6);
                                   return work.isAllowed ? TransferAnswer::Yes : TransferAnswer::No;
                               }};

@@ -71,6 +71,7 @@ void Rules::NoteSaving(const WatchedFiles::Saving& saving)
         if (!contested_.contains(saving.path))
             versions = {saving.text};
         saved_.insert(saving.path);
+        touched_.insert(saving.path);
         return;
     }
     if (++saving_[saving.path] > 1)
@@ -82,16 +83,25 @@ void Rules::NoteSaving(const WatchedFiles::Saving& saving)
     versions.push_back(saving.text);
 }
 
-void Rules::NoteForeign(const std::string& path, const std::string& text)
+void Rules::NoteForeign(const std::string& path, const std::optional<std::string>& text)
 {
     versions_[path] = {text};
+    touched_.insert(path);
+    if (text)
+        foreign_.insert(*text);
+}
+
+// What somebody else has spoiled is whole as they left it.
+bool Rules::IsWhole(const std::string& text) const
+{
+    return foreign_.contains(text) || IsWholeFile(text);
 }
 
 void Rules::NoteWritten(const std::string& path, bool isTold)
 {
     const auto now = world_.disk.Content(path);
     auto& versions = versions_[path];
-    Require(!now || std::ranges::count(versions, now) > 0 || IsWholeFile(*now), Rule::Whole,
+    Require(!now || std::ranges::count(versions, now) > 0 || IsWhole(*now), Rule::Whole,
             path + " was written in part");
     versions = {now};
     if (isTold)
@@ -114,13 +124,14 @@ void Rules::EndStep()
             Require(!HasLeft(path), Rule::Whole, path + " was saved, and what a kill has left of it stays");
     }
     saved_.clear();
+    touched_.clear();
     saving_.clear();
     for (auto& [path, versions] : versions_) {
         const auto now = world_.disk.Content(path);
-        // What the command line makes is not watched: where nothing was, a whole file may be.
-        if (now && versions.size() == 1 && !versions.front() && IsWholeFile(*now))
+        // What the command line makes is not watched: where nothing may be, a whole file may.
+        if (now && std::ranges::count(versions, std::optional<std::string>()) > 0 && IsWhole(*now))
             versions = {now};
-        if (now && contested_.contains(path) && IsWholeFile(*now))
+        if (now && contested_.contains(path) && IsWhole(*now))
             versions.push_back(now);
         Require(std::ranges::count(versions, now) > 0, versions.size() == 1 ? Rule::Kept : Rule::Whole,
                 path + (now ? " is no version that was saved" : " is gone"));

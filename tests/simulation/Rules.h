@@ -32,10 +32,12 @@ public:
 
     /// A save begins, or has come to its end.
     void NoteSaving(const WatchedFiles::Saving& saving);
-    /// Somebody else has written that.
-    void NoteForeign(const std::string& path, const std::string& text);
+    /// Somebody else has written that, or taken the file away.
+    void NoteForeign(const std::string& path, const std::optional<std::string>& text);
     /// Something that does not tell what it writes may have written there; it said so when `isTold`.
     void NoteWritten(const std::string& path, bool isTold);
+    /// Whether anybody but the command line has written the file in this step, or taken it away.
+    bool IsTouched(const std::string& path) const { return touched_.contains(path); }
     /// What the file held is still there, or in its backup.
     void JudgeReplaced(const std::string& path, const std::optional<std::string>& before) const;
     /// The journal has said that it keeps an entry more.
@@ -57,6 +59,7 @@ public:
         EventLoop::Time::duration blockedBefore{};  ///< of Loop::blocked
         std::optional<EventLoop::Time> stop{};      ///< when it was asked to stop
         bool isForeign = false;                     ///< somebody else has written meanwhile
+        bool takesFiles = false;                    ///< it reads setup files as it goes on
         bool isHolding = false;                     ///< it has told the terminal to leave its devices alone
         bool isCommitting = false;                  ///< past the point where it can be
     };
@@ -79,6 +82,7 @@ public:
 private:
     void CheckFile(const std::string& path, const std::string& text) const;
     bool HasLeft(const std::string& path) const;
+    bool IsWhole(const std::string& text) const;
     bool IsKept(const FlashImage& image) const;
 
     World& world_;
@@ -86,6 +90,8 @@ private:
     std::map<std::string, int> saving_;  ///< in this step, how many saves of a file have begun and not ended
     std::set<std::string> contested_;    ///< in this step, files that two have saved at once
     std::set<std::string> saved_;        ///< in this step, as it was told
+    std::set<std::string> foreign_;      ///< what others have written
+    std::set<std::string> touched_;      ///< in this step, see IsTouched
     std::size_t journalled_ = 0;
     std::string journalText_;  ///< as it was looked at last
     std::size_t journalEntries_ = 0;

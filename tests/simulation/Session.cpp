@@ -46,6 +46,7 @@ struct StepTable {
         Kind{"disk-heals", 4, &Session::DiskHeals},
         Kind{"set-clock", 2, &Session::SetClock},
         Kind{"foreign", 3, &Session::Foreign},
+        Kind{"series", 2, &Session::Series},
     };
 };
 
@@ -138,8 +139,10 @@ void Session::Play(const Step& step)
     };
     if (world_.Moment())
         (this->*Kinds.at(step.kind).take)();
-    if (copy_)
+    if (copy_) {
+        Require(Offered().fileNew, Rule::Enabled, "nothing can be chosen, and no operation runs");
         KeepUnsaved();
+    }
     if (isKillSet)
         world_.EndKill();
     if (world_.IsDead())

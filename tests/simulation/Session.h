@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "eeprom/ModuleMemory.h"
+#include "layout/CommandRules.h"
 #include "simulation/Copies.h"
 #include "simulation/Rules.h"
 #include "simulation/UnsavedCopies.h"
@@ -56,6 +57,7 @@ private:
     void Move();
     void Undo();
     void Redo();
+    CommandState Offered(const Window* window = nullptr) const;
     Window& Any();
     Window& AddWindow(SetupMode mode);
     void Edit(Window& window, SetupDocument after);
@@ -95,6 +97,11 @@ private:
     /// Nobody waits for what does not come; it is to stop then.
     bool IsLong(Rules::Work& work) const;
 
+    // In SeriesSteps.cpp.
+    struct Visits;
+    void Series();
+    void PrepareFile(const std::string& path, const Till& till);
+
     // In CommandSteps.cpp.
     void Command();
     void EditFiles();
@@ -119,6 +126,8 @@ private:
     void DiskHeals();
     void SetClock();
     void Foreign();
+    static void ReplaceTill(Till& till);
+    void WorkBeside(const RunningOperation& running);
     void Meanwhile(Rules::Work& work, RunningOperation& running);
     void TryLine(const Rules::Work& work);
     void EndMeanwhile(Rules::Work& work, RunningOperation& running);

@@ -46,7 +46,9 @@ bool UnsavedCopies::MayBe(const Copy& copy, const RecoveryCopy& found)
 bool UnsavedCopies::IsSaved(const Copy& copy) const
 {
     return std::ranges::any_of(copy.versions, [&](const auto& version) {
-        return version && world_.disk.Content(version->path) == version->setup + "\r\n";
+        const auto text = version ? world_.disk.Content(version->path) : std::nullopt;
+        const auto held = text ? TryReadSetup(*text) : std::nullopt;
+        return held && WriteSetup(held->Modules) == version->setup;
     });
 }
 

@@ -70,6 +70,16 @@ Window& Session::Any()
     return *world_.random.Of(copy_->windows);
 }
 
+// What the menus offer in that window, or without one.
+CommandState Session::Offered(const Window* window) const
+{
+    return CommandStateOf({.modules = window ? &window->session.document.Modules : nullptr,
+                           .busy = copy_->program.operation.IsBusy(),
+                           .canScan = true,
+                           .canUndo = window && window->at > 0,
+                           .canRedo = window && window->at < window->edits.size()});
+}
+
 void Session::New()
 {
     AddWindow(SetupMode::New).session.Load(std::nullopt);
@@ -124,7 +134,7 @@ void Session::Add()
 {
     Window& window = Any();
     const ModuleList& modules = window.session.document.Modules;
-    const LayoutState state = LayoutStateOf(modules);
+    const LayoutState state = Offered(&window).layout;
     for (const auto& [kind, isEnabled] :
          {std::pair(ModuleKind::KM096, state.addMaster), std::pair(ModuleKind::KM064, state.addKB64),
           std::pair(ModuleKind::MCR, state.addMCR), std::pair(ModuleKind::ICCR, state.addICCR)}) {
@@ -142,7 +152,7 @@ void Session::Delete()
 {
     Window& window = Any();
     const auto strip = LayOutStrip(window.session.document.Modules);
-    if (strip.empty() || !LayoutStateOf(window.session.document.Modules).del)
+    if (strip.empty() || !Offered(&window).layout.del)
         return;
     const StripButton button = world_.random.Of(strip).button;
     if (!TakesFocus(button) || PlanDeletion(window.session.document.Modules, button) == Deletion::Nothing)
@@ -157,7 +167,7 @@ void Session::Move()
     Window& window = Any();
     const SetupDocument& document = window.session.document;
     const auto chain = MainChain(document.Modules);
-    if (chain.empty() || !LayoutStateOf(document.Modules).move)
+    if (chain.empty() || !Offered(&window).layout.move)
         return;
     const ModuleKind kind = world_.random.Of(chain);
     const PlaceRange range = PlacesFor(kind, document.Modules);
@@ -174,7 +184,7 @@ void Session::Move()
 void Session::Undo()
 {
     Window& window = Any();
-    if (window.at == 0)
+    if (!Offered(&window).undo)
         return;
     const std::string after = WriteSetup(window.session.document.Modules);
     window.Undo();
@@ -190,7 +200,7 @@ void Session::Undo()
 void Session::Redo()
 {
     Window& window = Any();
-    if (window.at < window.edits.size())
+    if (Offered(&window).redo)
         window.Redo();
 }
 

@@ -47,6 +47,12 @@ Till::Till(Loop& loop, std::uint64_t seed, bool isPaced)
 {
 }
 
+void Till::Replace(bench::LineState memory, std::string name)
+{
+    held = memory.flash;
+    line.Put(std::move(memory), std::move(name), faults);
+}
+
 FlashImage Till::Flash() const
 {
     FlashImage image{};
@@ -111,14 +117,6 @@ std::chrono::system_clock::time_point World::WallTime() const
            clockAhead;
 }
 
-void World::WriteElsewhere(Till& till) const
-{
-    bench::LineState memory = till.line.Memory();
-    ++memory.flash.back();
-    till.held = memory.flash;
-    till.line.Put(std::move(memory), std::string(bench::DefaultTerminalName), till.faults);
-}
-
 void World::Begin(const void* program)
 {
     program_ = disk.user = program;
@@ -146,6 +144,16 @@ void World::InTheMidst(std::size_t moments, const void* program, std::function<v
         action();
         disk.user = user;
     };
+}
+
+void World::Beside(const void* program, const std::function<void()>& action)
+{
+    const auto kill = std::exchange(killAfter_, 0);
+    const void* const waiting = std::exchange(program_, program);
+    disk.user = program;
+    action();
+    program_ = disk.user = waiting;
+    killAfter_ = kill;
 }
 
 void World::KillAfter(std::size_t moments, bool isPowerCut)

@@ -48,6 +48,9 @@ public:
 struct Till {
     Till(Loop& loop, std::uint64_t seed, bool isPaced);
 
+    /// Another till is connected in place of the one at hand.
+    void Replace(bench::LineState memory, std::string name);
+
     FlashImage Flash() const;
     std::string DeviceMap() const;
     /// From now on that goes wrong on the line.
@@ -90,8 +93,8 @@ public:
     /// After so many moments another program does something, in the midst of this one's step.
     void InTheMidst(std::size_t moments, const void* program, std::function<void()> action);
 
-    /// Somebody else writes a byte into a till that nobody has the port of.
-    void WriteElsewhere(Till& till) const;
+    /// The same now, while this one waits; no kill comes before it is done.
+    void Beside(const void* program, const std::function<void()>& action);
 
     std::chrono::system_clock::time_point WallTime() const;
 

@@ -59,6 +59,14 @@ void Session::LineHeals()
     }
 }
 
+// By one that differs in a byte.
+void Session::ReplaceTill(Till& till)
+{
+    bench::LineState memory = till.line.Memory();
+    ++memory.flash.back();
+    till.Replace(std::move(memory), std::string(bench::DefaultTerminalName));
+}
+
 void Session::RestartTill()
 {
     world_.random.Of(world_.tills)->line.Restart();
@@ -66,7 +74,7 @@ void Session::RestartTill()
 
 void Session::DiskFault()
 {
-    switch (world_.meanwhile.Below(5)) {
+    switch (world_.meanwhile.Below(6)) {
         case 0:
             world_.disk.faults.slowness = std::chrono::milliseconds(world_.random.Scale(12));
             break;
@@ -78,6 +86,9 @@ void Session::DiskFault()
             break;
         case 3:
             world_.disk.faults.failedRenames = 1;
+            break;
+        case 4:
+            world_.disk.faults.readOnlyFile = copy_->person.Path(".dat");
             break;
         default:
             world_.disk.faults.failedSyncs = 1 + static_cast<int>(world_.random.Below(2));
@@ -94,10 +105,15 @@ void Session::SetClock()
     world_.clockAhead += std::chrono::seconds(world_.random.Below(200'000)) - std::chrono::seconds(100'000);
 }
 
+// Somebody else writes a file, spoils it, or takes it away.
 void Session::Foreign()
 {
     const std::string path = copy_->person.Path(".dat");
-    const std::string text = WriteSetup(Any().session.document.Modules) + "\r\n";
+    std::optional<std::string> text = WriteSetup(Any().session.document.Modules) + "\r\n";
+    if (world_.meanwhile.Once(4))
+        text->resize(world_.random.Below(text->size()));
+    else if (world_.meanwhile.Once(4))
+        text.reset();
     world_.disk.Put(path, text);
     rules_.NoteForeign(path, text);
 }
@@ -105,7 +121,10 @@ void Session::Foreign()
 // While a program waits on a line.
 void Session::Meanwhile(Rules::Work& work, RunningOperation& running)
 {
-    switch (world_.meanwhile.Below(5)) {
+    Require(&running != &copy_->program.operation || !running.IsBusy() ||
+                Offered(copy_->windows.empty() ? nullptr : copy_->windows.back().get()) == CommandState{},
+            Rule::Enabled, "something can be chosen while the program works on a line");
+    switch (world_.meanwhile.Below(7)) {
         case 0:
             work.till.line.Restart();
             work.till.isClean = false;
@@ -119,9 +138,33 @@ void Session::Meanwhile(Rules::Work& work, RunningOperation& running)
         case 3:
             TryLine(work);
             break;
-        default:
+        case 4:
             EndMeanwhile(work, running);
+            break;
+        default:
+            if (!work.takesFiles)
+                WorkBeside(running);
     }
+}
+
+// Somebody works at a copy of the program whose devices nobody has, or beside it.
+void Session::WorkBeside(const RunningOperation& running)
+{
+    static constexpr std::array Steps{
+        &Session::EditKeys,  &Session::EditOptions, &Session::Add,    &Session::Delete, &Session::Move,
+        &Session::Undo,      &Session::Redo,        &Session::Save,   &Session::SaveAs, &Session::Close,
+        &Session::EditFiles, &Session::ShowJournal, &Session::Foreign};
+    Copy* const other = world_.meanwhile.Of(copies_).get();
+    if (!other || &running == &other->program.operation)
+        return;
+    Copy* const waiting = std::exchange(copy_, other);
+    const Random chance = std::exchange(world_.random, Random(world_.meanwhile.Next()));
+    world_.Beside(other, [this] {
+        (this->*world_.random.Of(Steps))();
+        KeepUnsaved();
+    });
+    world_.random = chance;
+    copy_ = waiting;
 }
 
 // The second copy wants the line as well.
