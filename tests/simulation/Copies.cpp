@@ -1,6 +1,6 @@
 #include "simulation/Copies.h"
 
-#include "picture/ModuleStrip.h"
+#include "setup/SetupWriter.h"
 
 namespace kelvora::simulation {
 
