@@ -1,8 +1,6 @@
 // The program's start: one copy a user, the language and its texts, then the main window.
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QDir>
-#include <QFileInfo>
 #include <QLocale>
 #include <QSignalBlocker>
 #include <QSocketNotifier>
@@ -11,8 +9,6 @@
 #include <QTranslator>
 #include <algorithm>
 #include <array>
-#include <cstdio>
-#include <cstdlib>
 #include <exception>
 #include <functional>
 #include <memory>
@@ -32,26 +28,18 @@
 #include "platform/qt/QtSerialDevices.h"
 #include "platform/qt/Text.h"
 #include "ports/PortNames.h"
-#include "ports/StartOptions.h"
 #include "recovery/posix/RecoveryFolder.h"
 #include "windows/forms/Icons.h"
 #include "windows/forms/MDIForm1.h"
 #include "windows/forms/QtTexts.h"
 #include "windows/forms/SimulatedDevices.h"
 #include "windows/forms/SingleCopy.h"
+#include "windows/forms/StartArguments.h"
 #include "windows/forms/WindowMemory.h"
 
 namespace kelvora {
 
 namespace {
-
-QStringList AbsolutePaths(const QStringList& arguments)
-{
-    QStringList paths;
-    for (const QString& argument : arguments)
-        paths << QFileInfo(argument).absoluteFilePath();
-    return paths;
-}
 
 // The language files are not read yet: the system's own language decides.
 void RefuseSecondCopy(Prompt& prompt)
@@ -82,57 +70,6 @@ std::string StateFolder()
     if (!QDir::isAbsolutePath(state))
         state = QDir::homePath() + QStringLiteral("/.local/state");
     return PathFromQString(state + QStringLiteral("/Kelvora"));
-}
-
-struct Arguments {
-    QStringList files;
-    std::vector<LineArgument> lines;
-    bool bench = false;
-    std::string benchState;
-};
-
-[[noreturn]] void RefuseArgument(const QString& argument, const char* reason)
-{
-    std::fprintf(stderr, "kelvora: %s: %s\n", qPrintable(argument), reason);
-    std::exit(2);
-}
-
-QString Sentence(std::string_view text)
-{
-    return ToQString(text) + QLatin1Char('.');
-}
-
-QCommandLineOption ParserOption(const StartOption& option)
-{
-    return {ToQString(option.name), Sentence(option.help), ToQString(option.value)};
-}
-
-Arguments ReadArguments(const QCoreApplication& application)
-{
-    QCommandLineParser parser;
-    parser.setApplicationDescription(Sentence(StartSummary));
-    parser.addHelpOption();
-    parser.addVersionOption();
-    const QCommandLineOption line = ParserOption(StartOptions::Line);
-    const QCommandLineOption bench = ParserOption(StartOptions::Bench);
-    const QCommandLineOption benchState = ParserOption(StartOptions::BenchState);
-    parser.addOptions({line, bench, benchState});
-    parser.addPositionalArgument(QStringLiteral("files"), Sentence(StartFilesHelp),
-                                 QStringLiteral("[files...]"));
-    parser.process(application);
-    Arguments arguments{AbsolutePaths(parser.positionalArguments()), {}, parser.isSet(bench), {}};
-    for (const QString& value : parser.values(line)) {
-        try {
-            arguments.lines.push_back(ParseLineArgument(PathFromQString(value)));
-        } catch (const std::invalid_argument& error) {
-            RefuseArgument(QStringLiteral("--line ") + value, error.what());
-        }
-    }
-    if (parser.isSet(benchState)) {
-        arguments.bench = true;
-        arguments.benchState = PathFromQString(QFileInfo(parser.value(benchState)).absoluteFilePath());
-    }
-    return arguments;
 }
 
 // An error that no command has caught must not take unsaved setups with it.
@@ -180,47 +117,27 @@ private:
     bool hasCome_ = false;
 };
 
-int Run(QApplication& application, StopSignal& stopSignal)
-{
-    const Arguments arguments = ReadArguments(application);
-    EndOnSignal endOnSignal(stopSignal);
-    QtPrompt prompt;
-    SingleCopy copy(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
-    if (!copy.Claim()) {
-        if (!arguments.files.isEmpty() && copy.HandOver(arguments.files))
-            return 0;
-        RefuseSecondCopy(prompt);
-        return 1;
+// The program's lines, and the devices behind their ports.
+struct LinePorts {
+    LinePorts(QtEventLoop& eventLoop, Files& files, const std::string& namesFile,
+              const std::vector<LineArgument>& given)
+        : names(files, namesFile, given)
+    {
+        for (std::size_t i = 0; i < ports.size(); ++i)
+            lines.at(i) = (ports.at(i) = MakeLinePort(eventLoop)).get();
+        names.ApplyTo(lines);
     }
 
-    PosixFiles posixFiles;
-    QtFileDialogs dialogs;
-    QtEventLoop eventLoop;
     std::array<std::unique_ptr<SerialPort>, LineCount> ports;
-    std::array<SerialPort*, LineCount> lines{};
-    for (std::size_t i = 0; i < ports.size(); ++i)
-        lines.at(i) = (ports.at(i) = MakeLinePort(eventLoop)).get();
-    const LanguageFolders folders = Folders();
-    PortNames names(posixFiles, folders.person + "/ports.ini", arguments.lines);
-    names.ApplyTo(lines);
+    Lines::Ports lines{};
+    PortNames names;
     const QtSerialDevices devices;
     MachinePorts machine{names, devices};
-    JournalFolder journalFolder(posixFiles, DataFolder());
-    const Journal journal(journalFolder, {AccountName(), "kelvora", KELVORA_VERSION}, Sha256);
-    RecoveryFolder recovery(posixFiles, StateFolder() + "/recovery");
-    Program program({posixFiles, prompt, dialogs, eventLoop, lines, &journal, DataFolder(), &recovery},
-                    folders);
-    if (!program.language.Load(program.main))
-        return 1;
-    if (endOnSignal.HasCome())
-        return 0;
-    QTranslator translator;
-    TranslateQt(translator, program.language.Code());
-    QDir().mkpath(PathToQString(folders.person));
+};
 
-    const WindowMemory remembered(PathToQString(folders.person));
-    QApplication::setStyle(new ProgramStyle(remembered.IsTouchSize()));
-    MDIForm1 window(program, PathToQString(folders.person), &machine);
+// Before the program is ended from outside what works stops, and what is unsaved is kept.
+void KeepAtEnds(QApplication& application, EndOnSignal& endOnSignal, Program& program, MDIForm1& window)
+{
     endOnSignal.onSignal = [&] {
         program.operation.AskToStop();
         window.Unsaved().Leave();
@@ -233,7 +150,10 @@ int Run(QApplication& application, StopSignal& stopSignal)
     // A session manager may ask for this alone, and end the programs then.
     QObject::connect(&application, &QGuiApplication::saveStateRequest, &window,
                      [&] { window.Unsaved().KeepNow(); });
-    SimulatedDevices simulated(program, names);
+}
+
+void OfferPractice(SimulatedDevices& simulated, MDIForm1& window)
+{
     QObject::connect(&simulated, &SimulatedDevices::changed, &window, &MDIForm1::ShowPractice);
     QObject::connect(&window, &MDIForm1::practiceChosen, &simulated, [&](bool isWanted) {
         if (isWanted)
@@ -241,23 +161,62 @@ int Run(QApplication& application, StopSignal& stopSignal)
         else
             simulated.End();
     });
-    QObject::connect(&window, &MDIForm1::languageChanged,
-                     [&] { TranslateQt(translator, program.language.Code()); });
+}
+
+// What other starts hand over opens here, as long as this copy does not end.
+void ConnectCopy(SingleCopy& copy, MDIForm1& window)
+{
     QObject::connect(&window, &MDIForm1::shutdownBegun, &copy, &SingleCopy::StopListening);
     QObject::connect(&copy, &SingleCopy::filesHandedOver, &window, &MDIForm1::OpenFiles);
+}
+
+// Asked for at the start: who has done so knows; a hint would lie over panels that are only coming up.
+void BeginQuietly(SimulatedDevices& simulated, const std::string& state, MDIForm1& window)
+{
+    const QSignalBlocker quiet(simulated);
+    simulated.Begin(state);
+    window.Refresh();
+}
+
+// One copy of the program, the only one.
+int RunCopy(QApplication& application, EndOnSignal& endOnSignal, const StartArguments& arguments,
+            SingleCopy& copy, QtPrompt& prompt)
+{
+    PosixFiles posixFiles;
+    QtFileDialogs dialogs;
+    QtEventLoop eventLoop;
+    const LanguageFolders folders = Folders();
+    LinePorts ports(eventLoop, posixFiles, folders.person + "/ports.ini", arguments.lines);
+    JournalFolder journalFolder(posixFiles, DataFolder());
+    const Journal journal(journalFolder, {AccountName(), "kelvora", KELVORA_VERSION}, Sha256);
+    RecoveryFolder recovery(posixFiles, StateFolder() + "/recovery");
+    Program program({posixFiles, prompt, dialogs, eventLoop, ports.lines, &journal, DataFolder(), &recovery},
+                    folders);
+    if (!program.language.Load(program.main))
+        return 1;
+    if (endOnSignal.HasCome())
+        return 0;
+    QTranslator translator;
+    TranslateQt(translator, program.language.Code());
+    const QString folder = PathToQString(folders.person);
+    QDir().mkpath(folder);
+    QApplication::setStyle(new ProgramStyle(WindowMemory(folder).IsTouchSize()));
+    MDIForm1 window(program, folder, &ports.machine);
+    KeepAtEnds(application, endOnSignal, program, window);
+    SimulatedDevices simulated(program, ports.names);
+    OfferPractice(simulated, window);
+    ConnectCopy(copy, window);
+    QObject::connect(&window, &MDIForm1::languageChanged,
+                     [&] { TranslateQt(translator, program.language.Code()); });
     QObject::connect(&window, &MDIForm1::closed, &application, &QCoreApplication::quit);
     window.show();
     // What the first picture does not need comes after it.
     QTimer::singleShot(0, &window, [&] {
-        if (arguments.bench) {
-            // Who has asked for them knows; a hint would lie over panels that are only coming up.
-            const QSignalBlocker quiet(simulated);
-            simulated.Begin(arguments.benchState);
-            window.Refresh();
-        }
+        if (arguments.bench)
+            BeginQuietly(simulated, arguments.benchState, window);
         copy.Listen();
-        if (names.HasProblem())
-            prompt.Show(ProductName, names.Problem(program.texts.Catalogue()), {BoxIcon::Exclamation});
+        if (ports.names.HasProblem())
+            prompt.Show(ProductName, ports.names.Problem(program.texts.Catalogue()), {BoxIcon::Exclamation});
         window.Unsaved().Offer(window);
         if (!arguments.files.isEmpty())
             window.OpenFiles(arguments.files);
@@ -265,6 +224,20 @@ int Run(QApplication& application, StopSignal& stopSignal)
     const int code = QApplication::exec();
     endOnSignal.onSignal = nullptr;
     return code;
+}
+
+int Run(QApplication& application, StopSignal& stopSignal)
+{
+    const StartArguments arguments = ReadStartArguments(application);
+    EndOnSignal endOnSignal(stopSignal);
+    QtPrompt prompt;
+    SingleCopy copy(QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
+    if (copy.Claim())
+        return RunCopy(application, endOnSignal, arguments, copy, prompt);
+    if (!arguments.files.isEmpty() && copy.HandOver(arguments.files))
+        return 0;
+    RefuseSecondCopy(prompt);
+    return 1;
 }
 
 // Help and version are for a terminal and need no display.
@@ -286,7 +259,7 @@ int main(int argc, char* argv[])
     QCoreApplication::setApplicationVersion(QStringLiteral(KELVORA_VERSION));
     if (kelvora::IsForTerminal({argv + 1, argv + argc})) {
         const QCoreApplication application(argc, argv);
-        kelvora::ReadArguments(application);
+        kelvora::ReadStartArguments(application);
         return 0;
     }
     // Before the threads that the window system begins.
