@@ -131,8 +131,9 @@ void PosixFiles::MakeFolder(const std::string& folder)
         FailFile(folder, error);
     if (error != 0 && !S_ISDIR(status.st_mode))
         FailFile(folder, ENOTDIR);
-    // What is kept in it is as safe as its own name, and those above it: who made them may have died before
-    // they were.
+    // What is kept in it is as safe as its name there, the folder's own, and those above it: who made them
+    // may have died before they were.
+    SyncFolderOf(folder + "/");
     for (std::size_t end = folder.size(); end != std::string::npos && end > 0;
          end = folder.rfind('/', end - 1))
         SyncFolderOf(folder.substr(0, end));
