@@ -104,7 +104,8 @@ void SerialLink::Send(std::string_view command, int mostSends)
         Finish(LinkEvent::CommunicationError, "the line is closed");
         return;
     }
-    inFlight_->frame = BuildFrame({++exchange_, std::string(command)});
+    ++exchange_;
+    inFlight_->command = command;
     inFlight_->name = CommandName(command);
     inFlight_->mostSends = mostSends;
     Transmit();
@@ -112,15 +113,16 @@ void SerialLink::Send(std::string_view command, int mostSends)
 
 void SerialLink::Transmit()
 {
+    const std::string frame = BuildFrame({exchange_, inFlight_->command});
     ++inFlight_->sends;
     inFlight_->heard = false;
     // A command that was given up may still be leaving.
-    written_ = std::max(written_, loop_.Now()) + settings_.TimeOf(inFlight_->frame.size());
+    written_ = std::max(written_, loop_.Now()) + settings_.TimeOf(frame.size());
     inFlight_->sent = written_;
     inFlight_->silentUntil = inFlight_->sent + SilenceTime;
     inFlight_->answerUntil = inFlight_->silentUntil + settings_.TimeOf(LongestFrame);
-    port_.Write(inFlight_->frame);
-    Watch(LineTraffic::Direction::Sent, LineTraffic::Damage::None, inFlight_->frame);
+    port_.Write(frame);
+    Watch(LineTraffic::Direction::Sent, LineTraffic::Damage::None, frame);
     ArmSilence();
 }
 
@@ -194,9 +196,12 @@ void SerialLink::TakeFrame(const LinkFrame& frame)
 void SerialLink::TakeReply(std::string_view reply)
 {
     if (reply.starts_with(inFlight_->name))
-        Finish(LinkEvent::Reply, reply);
-    else
-        TakeDamage(OtherAnswers);
+        return Finish(LinkEvent::Reply, reply);
+    // Another program's last command may have had the number that this one has begun with: the terminal
+    // repeats its answer.
+    if (answers_ == 1)
+        ++exchange_;
+    TakeDamage(OtherAnswers);
 }
 
 void SerialLink::TakeDamage(const char* what)

@@ -39,7 +39,7 @@ public:
 
 private:
     struct InFlight {
-        std::string frame;
+        std::string command;
         std::string name;  ///< of the command, with which its reply begins
         int mostSends = 0;
         int sends = 0;
