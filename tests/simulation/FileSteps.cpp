@@ -85,7 +85,7 @@ void Session::SaveWith(bool (SetupSession::*save)())
     if (!world_.Moment() || !isSaved)
         return;
     window.clean = window.at;
-    ++saves_;
+    ++done_["save"];
     if (isContested)
         return;
     const std::string& path = window.session.File().path;
@@ -226,10 +226,15 @@ void Session::Answer(const RecoveryOffer& offer)
     }
     copy_->windows.push_back(std::make_unique<Window>(copy_->program.desk, SetupMode::Open));
     Window& window = *copy_->windows.back();
-    window.session.Load(OpenedSetup{offer.base, MakeSetupFile(offer.copy.path), offer.copy.name});
+    // One window alone has a file.
+    const bool isFree = !copy_->program.desk.isOpenElsewhere(offer.copy.path, {});
+    window.session.Load(
+        OpenedSetup{offer.base, isFree ? MakeSetupFile(offer.copy.path) : SetupFile(), offer.copy.name});
     window.Push(offer.document);
     const int number = window.session.settings.PanelIndex;
     copy_->recovery.Take(offer, number);
+    if (!world_.IsDead())
+        ++done_["recovery"];
     if (!world_.IsDead())
         unsaved_.NoteTaken(offer, copy_, number);
 }

@@ -21,13 +21,21 @@ std::string Folder()
 // Nothing is written unasked, or before what the modules hold is safe.
 void Session::WatchModules(Rules::Work& work)
 {
-    const std::size_t copies = world_.disk.List(Folder()).size();
-    work.till.line.onStored = [this, copies, &work] {
+    const auto old = world_.disk.List(Folder());
+    const auto isOfNow = [this, before = work.till.line.Memory().modules](const std::string& name) {
+        const auto text = world_.disk.Certain(Folder() + "/" + name);
+        const auto blocks = text ? ReadIdentityCopy(*text).blocks : std::vector<AddressedBlock>();
+        return !blocks.empty() && std::ranges::all_of(blocks, [&](const AddressedBlock& each) {
+            return each.address < before.size() && std::ranges::equal(each.block, before[each.address]);
+        });
+    };
+    work.till.line.onStored = [this, old, isOfNow, &work] {
         Require(work.isAllowed, Rule::Flash, "an identity was written before the user had said so");
-        const auto names = world_.disk.List(Folder());
-        Require(names.size() > copies, Rule::Backup, "what the modules held was not kept");
-        Require(world_.disk.Certain(Folder() + "/" + names.back()).has_value(), Rule::Backup,
-                "what the modules held is not safe");
+        Require(std::ranges::any_of(world_.disk.List(Folder()),
+                                    [&](const std::string& name) {
+                                        return std::ranges::count(old, name) == 0 && isOfNow(name);
+                                    }),
+                Rule::Backup, "what the modules held is not safe");
     };
 }
 
@@ -70,6 +78,8 @@ void Session::WriteIdentity()
     WatchModules(command.work);
     const int code = command.RunOnLine(arguments);
     JudgeModules(command.work, before, wanted, code == 0);
+    if (code == 0)
+        ++done_["identity"];
     command.JudgeLine();
 }
 
@@ -109,6 +119,8 @@ void Session::Wizard()
         const WriteResult result = WriteIdentities(memory, wanted, surroundings);
         EndNote(writing);
         JudgeModules(work, before, wanted, result.outcome == WriteOutcome::Written);
+        if (result.outcome == WriteOutcome::Written)
+            ++done_["wizard"];
     }
     protocol.Close();
     if (desk.operation.IsBusy())

@@ -23,8 +23,8 @@ bool IsReleaseTold(const LineWarnings& warnings)
 Rules::Work Session::BeginWork(int port)
 {
     return {.till = *world_.tills.at(static_cast<std::size_t>(port) - 1),
-            .start = world_.loop.Now(),
-            .blockedBefore = world_.loop.blocked};
+            .start = world_.loop.Worked(),
+            .isSound = world_.disk.faults.AreNone()};
 }
 
 void Session::Stop(Rules::Work& work, RunningOperation& running)
@@ -32,7 +32,7 @@ void Session::Stop(Rules::Work& work, RunningOperation& running)
     if (!running.IsWorking())
         return;
     running.AskToStop();
-    work.stop = work.stop.value_or(world_.loop.Now());
+    work.stop = work.stop.value_or(world_.loop.Worked());
 }
 
 // While it runs the user may want it to stop, something else may happen, and nothing but what it wants may
@@ -76,7 +76,7 @@ bool Session::IsLong(Rules::Work& work) const
     constexpr std::size_t Patience = 3000;
     if (world_.waits <= Patience)
         return false;
-    work.stop = work.stop.value_or(world_.loop.Now());
+    work.stop = work.stop.value_or(world_.loop.Worked());
     return true;
 }
 
@@ -120,8 +120,11 @@ void Session::ScanInto(Window& window, std::optional<WindowFile> before)
             "the scan has read another image");
     Require(outcome.line.deviceMap.empty() || outcome.line.deviceMap == work.till.DeviceMap(), Rule::Truth,
             "the scan has read other modules");
-    if (outcome.IsWhole() && outcome.notices.empty())
+    Require(outcome.line.IsDone() || rules_.MayFail(work), Rule::Truth, "it failed, and nothing went wrong");
+    if (outcome.IsWhole() && outcome.notices.empty()) {
         Rules::JudgeScan(outcome.document, *outcome.image);
+        ++done_["scan"];
+    }
     rules_.JudgeEnd(work, IsReleaseTold(outcome.line.warnings));
     for (const LaterMessage& message :
          DescribeScan(desk.Catalogue(), TargetOf(window.session.settings), outcome))
@@ -158,8 +161,8 @@ void Session::Transfer(Window& window, const WantedContent& wanted, const std::s
                               },
                               [&](const TransferPlan& /*plan*/, const std::string& /*backup*/) {
                                   const OperationQuestion asking(desk.operation);
-                                  Require(!work.till.line.IsHeld() || !work.till.isClean, Rule::Released,
-                                          "the till waits for the user");
+                                  Require(!work.till.line.IsHeld() || !work.till.isClean || world_.IsDead(),
+                                          Rule::Released, "the till waits for the user");
                                   work.isForeign = world_.random.Once(10);
                                   if (work.isForeign)
                                       ReplaceTill(work.till);
@@ -179,6 +182,8 @@ void Session::Transfer(Window& window, const WantedContent& wanted, const std::s
     if (!world_.Moment())
         return;
     rules_.JudgeTransfer(work, result);
+    if (result.state == TransferResult::State::New)
+        ++done_[path.empty() ? "download" : "restore"];
     if (result.reason == TransferResult::Reason::Declined && result.line.warnings.empty())
         return;
     const OutcomeText outcome = DescribeTransfer(desk.Catalogue(), TargetOf(session.settings), result);
@@ -228,6 +233,8 @@ void Session::Verify()
     work.wanted = window.session.document;
     if (world_.Moment())
         rules_.JudgeVerify(work, result, base ? &*base : nullptr);
+    if (result.outcome == VerifyResult::Outcome::Same)
+        ++done_["verify"];
 }
 
 void Session::DumpSetup()

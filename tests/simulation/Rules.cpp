@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "flash/DumpSource.h"
+#include "flash/SetupImage.h"
+#include "flash/TakeFromImage.h"
 #include "journal/JournalText.h"
 #include "platform/TextFiles.h"
 #include "setup/SetupError.h"
@@ -103,7 +105,12 @@ void Rules::NoteWritten(const std::string& path, bool isTold)
     auto& versions = versions_[path];
     Require(!now || std::ranges::count(versions, now) > 0 || IsWhole(*now), Rule::Whole,
             path + " was written in part");
-    versions = {now};
+    // What is not safe yet may still be as it was.
+    if (isTold || world_.disk.Certain(path) == now)
+        versions = {now};
+    else
+        versions.push_back(now);
+    touched_.insert(path);
     if (isTold)
         saved_.insert(path);
 }
@@ -128,10 +135,11 @@ void Rules::EndStep()
     saving_.clear();
     for (auto& [path, versions] : versions_) {
         const auto now = world_.disk.Content(path);
-        // What the command line makes is not watched: where nothing may be, a whole file may.
-        if (now && std::ranges::count(versions, std::optional<std::string>()) > 0 && IsWhole(*now))
+        // What the command line makes is not watched: where nothing was, or may be, a whole file may.
+        if (now && versions.size() == 1 && !versions.front() && IsWhole(*now))
             versions = {now};
-        if (now && contested_.contains(path) && IsWhole(*now))
+        const bool mayBeNew = std::ranges::count(versions, std::optional<std::string>()) > 0;
+        if (now && (mayBeNew || contested_.contains(path)) && IsWhole(*now))
             versions.push_back(now);
         Require(std::ranges::count(versions, now) > 0, versions.size() == 1 ? Rule::Kept : Rule::Whole,
                 path + (now ? " is no version that was saved" : " is gone"));
@@ -201,6 +209,13 @@ void Rules::JudgeCommit(const Work& work)
     Require(IsKept(held), Rule::Backup, "what the device held is not safe");
 }
 
+// Whether anything has gone wrong, or was to end it.
+bool Rules::MayFail(const Work& work) const
+{
+    return !work.till.isClean || !work.isSound || !world_.disk.faults.AreNone() || work.stop ||
+           work.isForeign || world_.IsDead();
+}
+
 void Rules::JudgeTransfer(const Work& work, const TransferResult& result)
 {
     using State = TransferResult::State;
@@ -218,6 +233,8 @@ void Rules::JudgeTransfer(const Work& work, const TransferResult& result)
             break;
         case State::New:
             Require(isWanted, Rule::Truth, "the device does not hold the new content, as was told");
+            if (const auto* const setup = std::get_if<SetupDocument>(&*work.wanted))
+                JudgeHeld(*setup, now);
             break;
         case State::Unknown:
             Require(isHeld || isWanted, Rule::Truth, "the device holds neither content");
@@ -231,9 +248,24 @@ void Rules::JudgeTransfer(const Work& work, const TransferResult& result)
     }
     Require(!result.image || *result.image == now || work.isForeign, Rule::Truth,
             "the device was read as what it is not");
+    using Reason = TransferResult::Reason;
+    const bool isOwnEnd = result.reason == Reason::Refused || result.reason == Reason::Declined ||
+                          result.reason == Reason::ContentsKept;
+    Require(isOwnEnd || result.state == State::New || result.state == State::Same || MayFail(work),
+            Rule::Truth, "it failed, and nothing went wrong");
     JudgeEnd(work, std::ranges::any_of(result.line.warnings, [](const LineWarning& warning) {
                  return warning.step == LineWarning::Step::NotReleased;
              }));
+}
+
+// By the way that a scan takes, which is not that of the building.
+void Rules::JudgeHeld(const SetupDocument& setup, const FlashImage& flash)
+{
+    if (!WhatTheDeviceCannotHold(setup).empty() || !UnknownDeviceCodes(setup).empty())
+        return;
+    const SetupDocument held = TakeFromImage(ReadDeviceMap(DeviceCodesOf(flash)), flash).document;
+    Require(WriteSetup(held.Modules) == WriteSetup(setup.Modules), Rule::Truth,
+            "the device holds another setup");
 }
 
 void Rules::JudgeVerify(const Work& work, const VerifyResult& result, const FlashImage* base)
@@ -244,6 +276,7 @@ void Rules::JudgeVerify(const Work& work, const VerifyResult& result, const Flas
     if (result.outcome == Same || result.outcome == Different)
         Require((FirstDifference(wanted, now, false) == 0) == (result.outcome == Same), Rule::Truth,
                 result.outcome == Same ? "the device differs" : "the device does not differ");
+    Require(result.outcome != NotRead || MayFail(work), Rule::Truth, "it failed, and nothing went wrong");
     JudgeEnd(work, false);
 }
 
@@ -272,9 +305,9 @@ void Rules::JudgeEnd(const Work& work, bool isWarned)
 {
     Require(!work.isHolding || !work.till.line.IsHeld() || (isWarned && !work.till.isClean), Rule::Released,
             "the terminal leaves its devices alone still");
+    Require(!isWarned || !work.till.isClean, Rule::Truth, "a line is said to be held that is not");
     Require(work.till.user == nullptr, Rule::Released, "the port is open still");
-    const auto blocked = world_.loop.blocked - work.blockedBefore;
-    const auto time = world_.loop.Now() - work.start - blocked;
+    const auto time = world_.loop.Worked() - work.start;
     Require(time < (work.till.isClean ? CleanBound : WorstBound), Rule::Bound, "it took " + Seconds(time));
     JudgeStop(work);
 }
@@ -283,7 +316,7 @@ void Rules::JudgeStop(const Work& work) const
 {
     if (!work.stop || work.isCommitting || world_.IsDead())
         return;
-    const auto time = world_.loop.Now() - *work.stop - (world_.loop.blocked - work.blockedBefore);
+    const auto time = world_.loop.Worked() - *work.stop;
     Require(time < StopBound, Rule::Bound, "it went on for " + Seconds(time) + " after it was to stop");
 }
 

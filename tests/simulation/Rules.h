@@ -36,7 +36,7 @@ public:
     void NoteForeign(const std::string& path, const std::optional<std::string>& text);
     /// Something that does not tell what it writes may have written there; it said so when `isTold`.
     void NoteWritten(const std::string& path, bool isTold);
-    /// Whether anybody but the command line has written the file in this step, or taken it away.
+    /// Whether anybody has written the file in this step, as far as is known yet, or taken it away.
     bool IsTouched(const std::string& path) const { return touched_.contains(path); }
     /// What the file held is still there, or in its backup.
     void JudgeReplaced(const std::string& path, const std::optional<std::string>& before) const;
@@ -55,15 +55,16 @@ public:
         std::optional<WantedContent> wanted;  ///< that the till may come to hold
         bool isAllowed = false;               ///< the user has said so
         FlashImage before = till.Flash();
-        EventLoop::Time start;
-        EventLoop::Time::duration blockedBefore{};  ///< of Loop::blocked
-        std::optional<EventLoop::Time> stop{};      ///< when it was asked to stop
-        bool isForeign = false;                     ///< somebody else has written meanwhile
-        bool takesFiles = false;                    ///< it reads setup files as it goes on
-        bool isHolding = false;                     ///< it has told the terminal to leave its devices alone
-        bool isCommitting = false;                  ///< past the point where it can be
+        EventLoop::Time start;                  ///< by Loop::Worked
+        std::optional<EventLoop::Time> stop{};  ///< when it was asked to stop, by that too
+        bool isSound = true;                    ///< nothing was wrong with the disk at its start
+        bool isForeign = false;                 ///< somebody else has written meanwhile
+        bool takesFiles = false;                ///< it reads setup files as it goes on
+        bool isHolding = false;                 ///< it has told the terminal to leave its devices alone
+        bool isCommitting = false;              ///< past the point where it can be
     };
     void JudgeCommit(const Work& work);
+    bool MayFail(const Work& work) const;
     void JudgeTransfer(const Work& work, const TransferResult& result);
     /// `base` is what the setup's image was built over; null for what the till holds.
     void JudgeVerify(const Work& work, const VerifyResult& result, const FlashImage* base);
@@ -80,7 +81,7 @@ public:
     static FlashImage Wanted(const WantedContent& wanted, const FlashImage& held);
 
 private:
-    void CheckFile(const std::string& path, const std::string& text) const;
+    static void JudgeHeld(const SetupDocument& setup, const FlashImage& flash);
     bool HasLeft(const std::string& path) const;
     bool IsWhole(const std::string& text) const;
     bool IsKept(const FlashImage& image) const;

@@ -38,7 +38,8 @@ struct StepTable {
         Kind{"wizard", 1, &Session::Wizard},
         Kind{"edit", 3, &Session::EditFiles},
         Kind{"journal", 1, &Session::ShowJournal},
-        Kind{"kill", 9, &Session::Kill},
+        Kind{"kill", 5, &Session::Kill},
+        Kind{"kill-at-write", 6, &Session::KillAtWrite},
         Kind{"line-fault", 5, &Session::LineFault},
         Kind{"line-heals", 4, &Session::LineHeals},
         Kind{"restart-till", 2, &Session::RestartTill},
@@ -129,14 +130,14 @@ void Session::Play(const Step& step)
         copy = std::make_unique<Copy>(world_, [this](const auto& saving) { rules_.NoteSaving(saving); });
     copy_ = copy.get();
     world_.Begin(copy_);
-    if (isNew)
-        Start();
     copy_->person.answers.clear();
     copy_->program.desk.isOpenElsewhere = [this](std::string_view path, std::string_view current) {
         return path != current && std::ranges::any_of(copy_->windows, [&](const auto& window) {
                    return window->session.File().path == path;
                });
     };
+    if (isNew)
+        Start();
     if (world_.Moment())
         (this->*Kinds.at(step.kind).take)();
     if (copy_) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -40,9 +41,8 @@ public:
     /// Throws Broken.
     void Play(const Step& step);
 
-    /// How much was done: commits into tills, and saves.
-    int Commits() const { return world_.tills[0]->commits + world_.tills[1]->commits; }
-    int Saves() const { return saves_; }
+    /// What came to its end, and how often: a simulation in which nothing succeeds finds nothing.
+    const std::map<std::string, int>& Done() const { return done_; }
 
 private:
     friend struct StepTable;
@@ -119,6 +119,7 @@ private:
 
     // In WorldSteps.cpp.
     void Kill();
+    void KillAtWrite();
     void LineFault();
     void LineHeals();
     void RestartTill();
@@ -139,7 +140,7 @@ private:
     UnsavedCopies unsaved_{world_};
     std::array<std::unique_ptr<Copy>, 2> copies_;
     Copy* copy_ = nullptr;  ///< that is worked with
-    int saves_ = 0;
+    std::map<std::string, int> done_;
 };
 
 }  // namespace kelvora::simulation

@@ -26,6 +26,9 @@ TEST(Simulation, KeepsWhatIsInANewFolder)
     Replay(1, "scan 823251; kill 990315; save-as 135197");
     // Whose name was not safe yet when its program died.
     Replay(3001359, "kill 918530; add 115514; add 497485; kill 886077; add 239658");
+    // A backup that is used again, and a journal that goes on.
+    Replay(1, "disk-heals 2; kill 323425; download 9; download 9");
+    Replay(1, "disk-heals 2; kill 107390; scan 9; scan 9; kill 304403; set-clock 1");
 }
 
 // The power fails after a copy was taken whose program had died before its change was safe.
@@ -51,18 +54,23 @@ TEST(Simulation, ScansALineThatLacksAPart)
     Replay(2191, "wizard 285809; command 434496");
 }
 
+// And what is played comes to its end, too.
 TEST(Simulation, SeedDecidesAll)
 {
-    // How much is done: commits into tills, and saves.
-    const auto done = [](std::uint64_t seed) {
-        Session session(seed);
-        for (const Step& step : StepsOf(TextOf(StepsOf(seed, 100))))
-            session.Play(step);
-        return std::pair(session.Commits(), session.Saves());
-    };
-    const auto [commits, saves] = done(3);
-    EXPECT_EQ(done(3), std::pair(commits, saves));
-    EXPECT_TRUE(commits > 0 && saves > 0) << commits << ' ' << saves;
+    std::map<std::string, int> all;
+    for (std::uint64_t seed = 1; seed <= 5; ++seed) {
+        const auto done = [seed] {
+            Session session(seed);
+            for (const Step& step : StepsOf(TextOf(StepsOf(seed, 300))))
+                session.Play(step);
+            return session.Done();
+        };
+        const auto once = done();
+        EXPECT_EQ(done(), once);
+        for (const auto& [what, count] : once)
+            all[what] += count;
+    }
+    EXPECT_EQ(all.size(), 11) << testing::PrintToString(all);
 }
 
 }  // namespace

@@ -120,6 +120,9 @@ void UnsavedCopies::JudgeOffers(const std::vector<RecoveryOffer>& offers)
         const auto left = Left(offer.copy);
         Require(left != copies_.end(), Rule::Unsaved, offer.id + " is offered and was not left");
         offered.push_back(*left);
+        // Which of what it may be it is has been seen.
+        if (world_.disk.Certain(offer.id) == world_.disk.Content(offer.id))
+            offered.back().versions = {offer.copy};
         copies_.erase(left);
     }
     for (Copy& copy : copies_)

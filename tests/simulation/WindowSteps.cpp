@@ -35,8 +35,8 @@ void ClickKeys(KeyMapSession& keys, Random& random)
 {
     for (std::size_t clicks = random.Below(6) + 1; clicks > 0; --clicks) {
         const std::string before = keys.Map();
-        keys.Choose(static_cast<int>(random.Below(static_cast<std::size_t>(keys.Positions()))) + 1,
-                    random.Once(3) ? Choosing::Extend : Choosing::Only);
+        const std::size_t place = random.Below(static_cast<std::size_t>(keys.Positions()));
+        keys.Choose(static_cast<int>(place) + 1, random.Once(3) ? Choosing::Extend : Choosing::Only);
         if (random.Once(3))
             keys.ToggleUnused();
         else

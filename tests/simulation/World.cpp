@@ -100,7 +100,7 @@ World::World(std::uint64_t seed)
         if (Moment() && whileWaiting)
             whileWaiting();
     };
-    disk.onChange = [this] { return Moment(); };
+    disk.onChange = [this] { return Moment(true); };
     disk.onSlowness = [this](std::chrono::milliseconds time) { loop.Block(time); };
     AnswerCalls(&system_);
 }
@@ -127,9 +127,10 @@ void World::Begin(const void* program)
     told.clear();
 }
 
-bool World::Moment()
+bool World::Moment(bool isChange)
 {
-    if (!isDead_ && killAfter_ > 0 && --killAfter_ == 0)
+    const bool isNearer = killAfter_ > 0 && (isChange || !isAtChange_);
+    if (!isDead_ && isNearer && --killAfter_ == 0)
         Kill();
     if (!isDead_ && midstAfter_ > 0 && --midstAfter_ == 0)
         inTheMidst_();
@@ -149,24 +150,26 @@ void World::InTheMidst(std::size_t moments, const void* program, std::function<v
 void World::Beside(const void* program, const std::function<void()>& action)
 {
     const auto kill = std::exchange(killAfter_, 0);
+    const auto midst = std::exchange(midstAfter_, 0);
     const void* const waiting = std::exchange(program_, program);
     disk.user = program;
     action();
     program_ = disk.user = waiting;
     killAfter_ = kill;
+    midstAfter_ = midst;
 }
 
-void World::KillAfter(std::size_t moments, bool isPowerCut)
+void World::KillAfter(std::size_t moments, bool isPowerCut, bool isAtChange)
 {
     killAfter_ = moments;
     isPowerCut_ = isPowerCut;
+    isAtChange_ = isAtChange;
 }
 
-bool World::EndKill()
+void World::EndKill()
 {
     if (!isDead_)
         Kill();
-    return wasPowerCut_;
 }
 
 void World::Kill()

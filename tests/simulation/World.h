@@ -38,10 +38,14 @@ public:
     void Block(std::chrono::microseconds time)
     {
         FakeEventLoop::Block(time);
-        blocked += time;
+        blocked_ += time;
     }
+    /// The time without what a slow disk has taken.
+    Time Worked() const { return Now() - blocked_; }
     std::function<void()> onYield;
-    Time::duration blocked{};  ///< all that it was
+
+private:
+    Time::duration blocked_{};
 };
 
 /// A line and the till at its end, which remembers what it held.
@@ -63,7 +67,7 @@ struct Till {
     int commits = 0;             ///< how often it has changed
     const void* user = nullptr;  ///< who has the port open
     bench::FaultPlan faults;     ///< of the line
-    bool isClean = true;         ///< nothing goes wrong on the line
+    bool isClean = true;         ///< nothing has gone wrong on the line since it was made whole
 };
 
 class World {
@@ -77,16 +81,18 @@ public:
     World& operator=(const World&) = delete;
     ~World();
 
-    /// Something that a kill may come before. False when the program that works is dead.
-    bool Moment();
+    /// Something that a kill may come before, such as a change of the disk. False when the program that works
+    /// is dead.
+    bool Moment(bool isChange = false);
 
     /// The program that works from now on; it lives until it is killed or the power fails.
     void Begin(const void* program);
     bool IsDead() const { return isDead_; }
-    /// Kills it after so many moments, or takes the power from the whole machine.
-    void KillAfter(std::size_t moments, bool isPowerCut);
-    /// Kills it now when that has not happened yet. Whether the power was cut.
-    bool EndKill();
+    /// Kills it after so many moments, or takes the power from the whole machine; at changes of the disk
+    /// alone if that is wanted.
+    void KillAfter(std::size_t moments, bool isPowerCut, bool isAtChange = false);
+    /// Kills it now when that has not happened yet.
+    void EndKill();
     bool IsKillSet() const { return killAfter_ > 0; }
     bool WasPowerCut() const { return wasPowerCut_; }
 
@@ -116,6 +122,7 @@ private:
     const void* program_ = nullptr;  ///< that works
     bool isDead_ = false;
     bool isPowerCut_ = false;
+    bool isAtChange_ = false;
     bool wasPowerCut_ = false;
     std::size_t killAfter_ = 0;
     std::size_t midstAfter_ = 0;

@@ -43,7 +43,15 @@ bench::FaultPlan Faults(Random& random)
 
 void Session::Kill()
 {
-    world_.KillAfter(world_.random.Scale(12), world_.random.Once(2));
+    const std::size_t moments = world_.random.Scale(12);
+    world_.KillAfter(moments, world_.random.Once(2));
+}
+
+// As the next step, or one after it, is about to change the disk.
+void Session::KillAtWrite()
+{
+    const std::size_t changes = world_.random.Scale(6);
+    world_.KillAfter(changes, world_.random.Once(2), true);
 }
 
 void Session::LineFault()
@@ -163,6 +171,7 @@ void Session::WorkBeside(const RunningOperation& running)
         (this->*world_.random.Of(Steps))();
         KeepUnsaved();
     });
+    ++done_["beside"];
     world_.random = chance;
     copy_ = waiting;
 }
