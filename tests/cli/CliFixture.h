@@ -21,10 +21,13 @@
 
 namespace kelvora {
 
+using Json = nlohmann::json;
 using testing::_;
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 struct CliResult {
@@ -37,6 +40,19 @@ template <class Code, class Out = decltype(_), class Err = decltype(_)>
 auto Gives(const Code& exitCode, const Out& out = _, const Err& err = _)
 {
     return testing::FieldsAre(exitCode, out, err);
+}
+
+MATCHER_P(HoldsMembers, members, "holds " + members.dump())
+{
+    Json changed = Json::parse(arg);
+    changed.update(members);
+    return changed == Json::parse(arg);
+}
+
+/// Matches a text that is a JSON object with these members, whatever others it has.
+inline auto JsonWith(Json::initializer_list_t members)
+{
+    return HoldsMembers(Json::object(members));
 }
 
 /// A simulated line of all four modules behind COM1, on virtual time.
@@ -89,12 +105,12 @@ inline std::vector<std::string> Words(const std::string& text)
 }
 
 /// The objects that a command prints, one a line.
-inline std::vector<nlohmann::json> JsonLines(const std::string& text)
+inline std::vector<Json> JsonLines(const std::string& text)
 {
-    std::vector<nlohmann::json> objects;
+    std::vector<Json> objects;
     std::istringstream lines(text);
     for (std::string line; std::getline(lines, line);)
-        objects.push_back(nlohmann::json::parse(line));
+        objects.push_back(Json::parse(line));
     return objects;
 }
 
@@ -105,12 +121,8 @@ protected:
     /// Fails unless each command, in words, is one that makes no sense.
     void ExpectUsage(std::initializer_list<std::string> commands)
     {
-        for (const std::string& command : commands) {
-            const CliResult result = Run(Words(command));
-            EXPECT_EQ(result.exitCode, 2) << command;
-            EXPECT_EQ(result.out, "") << command;
-            EXPECT_NE(result.err, "") << command;
-        }
+        for (const std::string& command : commands)
+            EXPECT_THAT(Run(Words(command)), Gives(2, "", testing::Ne(""))) << command;
     }
 
     /// Writes till.dat, the setup of the line, and other.dat, which is that but for its fiscal option.
@@ -121,15 +133,12 @@ protected:
         Write("other.dat", text.replace(text.find(" YES\r", text.find("Fiscal")), 5, " NO\r"));
     }
 
-    CliResult Run(const std::vector<std::string>& arguments, const std::string& input = {})
-    {
-        return Run(arguments, access, input);
-    }
-    static CliResult Run(const std::vector<std::string>& arguments, LineAccess& given,
-                         const std::string& input = {})
+    /// Over the simulated line where no other access is given.
+    CliResult Run(const std::vector<std::string>& arguments, const std::string& input = {},
+                  LineAccess* given = nullptr)
     {
         const auto run = [&](Console& console) {
-            return RunCli(arguments, console.in, console.out, console.err, given);
+            return RunCli(arguments, console.in, console.out, console.err, given ? *given : access);
         };
         return OnConsole(run, input);
     }

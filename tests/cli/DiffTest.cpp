@@ -70,10 +70,7 @@ TEST_F(Diff, TakesFolders)
     std::filesystem::remove_all(old + "/n");
     EXPECT_EQ(Run({"diff", a, old}).out, deviates);
     EXPECT_EQ(JsonLines(Run({"diff", "--json", old, At("empty")}).out).at(0),
-              (nlohmann::json{{"before", till},
-                              {"after", nullptr},
-                              {"same", false},
-                              {"differences", nlohmann::json::array()}}));
+              (Json{{"before", till}, {"after", nullptr}, {"same", false}, {"differences", Json::array()}}));
 }
 
 TEST_F(Diff, JsonHasALineForEveryPair)
@@ -90,7 +87,7 @@ TEST_F(Diff, JsonHasALineForEveryPair)
     EXPECT_EQ(objects[0]["differences"][2]["track"], 2);
     EXPECT_EQ(objects[0]["differences"][2]["before"], ";");
     EXPECT_EQ(objects.at(1)["differences"][0]["what"], "order");
-    EXPECT_EQ(objects[1]["differences"][0]["after"], (nlohmann::json{"ICCR", "MCR"}));
+    EXPECT_EQ(objects[1]["differences"][0]["after"], (Json{"ICCR", "MCR"}));
     EXPECT_EQ(JsonLines(Run({"diff", "--json", a, same}).out).at(0)["same"], true);
 }
 

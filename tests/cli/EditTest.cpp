@@ -63,9 +63,8 @@ TEST_F(Edit, TakesKeysFromAStandard)
     const CliResult done = Run(
         {"edit", path, "--keys-from", standard, "km064", "--set", "KM064.99..100=vertical", "-y", "--json"});
     EXPECT_EQ(done.exitCode, 0);
-    const auto object = nlohmann::json::parse(done.out);
-    EXPECT_EQ(object["written"], true);
-    EXPECT_EQ(object["differences"].size(), 8U);
+    EXPECT_THAT(done.out, JsonWith({{"written", true}}));
+    EXPECT_EQ(Json::parse(done.out)["differences"].size(), 8U);
     EXPECT_THAT(files.Read(path), HasSubstr("KeyMap = QQVVSSSS _\r\n         QQVVSSSS _\r\n"));
     EXPECT_EQ(Run({"edit", path, "--keys-from", standard, "ICCR", "-y"}).err,
               "kelvora-cli: " + standard + ": the setup has no ICCR\n");

@@ -13,34 +13,26 @@ TEST_F(Format, KeepsTheOldFileWhenItWrites)
 {
     const std::string path = Write("till.dat", typed);
     const std::string elsewhere = At("new.dat");
-    EXPECT_EQ(Run({"format", path, "-o", elsewhere}).exitCode, 0);
-    EXPECT_EQ(files.Read(elsewhere), saved);
+    for (const std::string& output : {elsewhere, path}) {
+        EXPECT_THAT(Run({"format", path, "-o", output}), Gives(0, ""));
+        EXPECT_EQ(files.Read(output), saved);
+    }
     EXPECT_FALSE(files.Exists(At("new.bak")));
-
-    EXPECT_THAT(Run({"format", path, "-o", path}), Gives(0, ""));
-    EXPECT_EQ(files.Read(path), saved);
     EXPECT_EQ(files.Read(At("till.bak")), typed);
 }
 
 TEST_F(Format, JsonHoldsTheTextOrNamesTheFileWhichARejectedOneLeaves)
 {
     const std::string path = Write("till.dat", typed);
-    auto object = nlohmann::json::parse(Run({"format", path, "--json"}).out);
-    EXPECT_EQ(object["file"], path);
-    EXPECT_EQ(object["text"], saved);
+    EXPECT_THAT(Run({"format", path, "--json"}).out,
+                JsonWith({{"file", path}, {"text", saved}, {"output", nullptr}}));
     EXPECT_EQ(Run({"format", path}).out, saved);
-    EXPECT_EQ(object["output"], nullptr);
-    object = nlohmann::json::parse(Run({"format", path, "--json", "-o", path}).out);
-    EXPECT_EQ(object["text"], nullptr);
-    EXPECT_EQ(object["output"], path);
+    EXPECT_THAT(Run({"format", path, "--json", "-o", path}).out,
+                JsonWith({{"text", nullptr}, {"output", path}}));
     EXPECT_EQ(files.Read(path), saved);
-    const CliResult rejected = Run({"format", Write("bad.dat", Rejected), "--json", "-o", path});
-    EXPECT_EQ(rejected.exitCode, 1);
+    EXPECT_THAT(Run({"format", Write("bad.dat", Rejected), "--json", "-o", path}),
+                Gives(1, JsonWith({{"ok", false}, {"line", 3}, {"text", nullptr}})));
     EXPECT_EQ(files.Read(path), saved);
-    object = nlohmann::json::parse(rejected.out);
-    EXPECT_EQ(object["ok"], false);
-    EXPECT_EQ(object["line"], 3);
-    EXPECT_EQ(object["text"], nullptr);
 }
 
 TEST_F(Format, WritesTheFilesOfAFolderOverThemselvesOrIntoAnother)

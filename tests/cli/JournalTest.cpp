@@ -6,7 +6,6 @@ namespace kelvora {
 
 namespace {
 
-using Json = nlohmann::json;
 using Result = JournalEntry::Result;
 
 class JournalCommandTest : public CliTest {
@@ -110,17 +109,16 @@ TEST_F(JournalCommandTest, ASeriesAsksOnceAndTellsWhatHappens)
     EXPECT_EQ(Run({"series", other}).exitCode, ExitCode::Usage) << "nobody can be asked";
     access.answer = false;
     EXPECT_EQ(Run({"series", other, "--count", "1"}).exitCode, ExitCode::Rejected);
-    EXPECT_THAT(access.questions.back(), HasSubstr("1 till, one after another"));
-    EXPECT_THAT(access.questions.back(), HasSubstr(other));
+    EXPECT_THAT(access.questions.back(), AllOf(HasSubstr("1 till, one after another"), HasSubstr(other)));
 
     access.answer = true;
-    const CliResult shown = Run({"series", other, "--count", "1"});
-    EXPECT_EQ(shown.exitCode, ExitCode::Done);
+    EXPECT_THAT(
+        Run({"series", other, "--count", "1"}),
+        Gives(ExitCode::Done, AllOf(StartsWith("COM1: waiting for a terminal\nCOM1: found BENCH TERMINAL\n"
+                                               "COM1: BENCH TERMINAL: done: The download is done."),
+                                    HasSubstr("fiscal keyboard: "),
+                                    EndsWith("COM1: 1 done, 0 held the setup already, 0 failed\n"))));
     EXPECT_EQ(access.questions.size(), 2U);
-    EXPECT_THAT(shown.out, StartsWith("COM1: waiting for a terminal\nCOM1: found BENCH TERMINAL\n"
-                                      "COM1: BENCH TERMINAL: done: The download is done."));
-    EXPECT_THAT(shown.out, HasSubstr("fiscal keyboard: "));
-    EXPECT_THAT(shown.out, EndsWith("COM1: 1 done, 0 held the setup already, 0 failed\n"));
 
     const CliResult json = Run({"series", "--yes", "--json", "--count", "1", "--by-name", folder});
     EXPECT_EQ(json.exitCode, ExitCode::Rejected) << "the folder has no file of that name";

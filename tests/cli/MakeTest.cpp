@@ -15,20 +15,16 @@ TEST_F(Make, GivesTheBytesOfFormatForWhatShowPrints)
     EXPECT_EQ(Run({"make", "-"}, json).out, saved);
     const std::string path = Write("till.json", json);
     const std::string old = Write("out.dat", "old");
-    const CliResult result = Run({"make", path, "-o", old});
-    EXPECT_EQ(result.exitCode, 0);
-    EXPECT_EQ(result.out + result.err, "");
+    EXPECT_THAT(Run({"make", path, "-o", old}), Gives(0, "", ""));
     EXPECT_EQ(files.Read(old), saved);
     EXPECT_EQ(files.Read(At("out.bak")), "old");
-    const auto object = nlohmann::json::parse(Run({"make", path, "--json"}).out);
-    EXPECT_EQ(object["ok"], true);
-    EXPECT_EQ(object["output"], nullptr);
-    EXPECT_EQ(object["pointer"], nullptr);
+    EXPECT_THAT(Run({"make", path, "--json"}).out,
+                JsonWith({{"ok", true}, {"output", nullptr}, {"pointer", nullptr}}));
 }
 
 TEST_F(Make, NeedsOnlyWhatDoesNotFollow)
 {
-    auto setup = nlohmann::json::parse(json);
+    auto setup = Json::parse(json);
     for (const char* const name : {"$schema", "file", "deviceMap"})
         setup.erase(name);
     for (auto& module : setup["modules"]) {
@@ -46,12 +42,12 @@ TEST_F(Make, NamesTheValueThatIsWrong)
     const std::string source = Write("own.json", "{}");
     EXPECT_EQ(Run({"make", source, "-o", source}).exitCode, 2) << "over its JSON";
     const auto check = [&](std::string_view op, const char* pointer, const char* value, const char* says) {
-        nlohmann::json change{{"op", op}, {"path", pointer}};
+        Json change{{"op", op}, {"path", pointer}};
         if (op == "move" || op == "copy")
             change["from"] = value;
         else if (op != "remove")
-            change["value"] = nlohmann::json::parse(value);
-        const auto changed = nlohmann::json::parse(json).patch(nlohmann::json::array({change}));
+            change["value"] = Json::parse(value);
+        const auto changed = Json::parse(json).patch(Json::array({change}));
         EXPECT_THAT(Run({"make", "-", "-o", path}, changed.dump()),
                     Gives(1, _, StartsWith(std::string("kelvora-cli: standard input: ") + says)))
             << change;
@@ -87,7 +83,7 @@ TEST_F(Make, NamesTheValueThatIsWrong)
              {R"({"modules": [{"kind":"BACKLIGHT","deviceCode":23,"keyMap":"","options":"YES"}]})",
               "/modules/0/kind: expected parts behind their main keyboard alone"},
              {std::string(100000, '['), "parse error"}}) {
-        const auto object = nlohmann::json::parse(Run({"make", "--json", "-"}, text).out);
+        const auto object = Json::parse(Run({"make", "--json", "-"}, text).out);
         EXPECT_EQ(object["ok"], false);
         EXPECT_THAT(object["message"], StartsWith(says));
         EXPECT_EQ(object["pointer"], says.starts_with('/') ? says.substr(0, says.find(':')) : "");

@@ -23,10 +23,8 @@ protected:
 TEST_F(RenderTest, WritesADrawingAndKeepsWhatItReplaces)
 {
     const std::string output = At("till.svg");
-    const CliResult printed = Run({"render", till});
-    EXPECT_EQ(printed.exitCode, 0);
-    EXPECT_THAT(printed.out, StartsWith("<svg "));
-    EXPECT_THAT(printed.out, HasSubstr(">" + till + "</text>"));
+    EXPECT_THAT(Run({"render", till}),
+                Gives(0, AllOf(StartsWith("<svg "), HasSubstr(">" + till + "</text>"))));
     Write("till.svg", "old");
     Write("till.bak", "the setup before");
     EXPECT_EQ(Run({"render", till, "-o", output}).exitCode, 0);
@@ -64,10 +62,8 @@ TEST_F(RenderTest, FillsAFolderWithThePicturesOfMany)
     const CliResult result = Run({"render", At("shops"), "--output-folder", out, "--json"});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(Count(result.out, "\"ok\":true"), 20U);
-    const auto last = nlohmann::json::parse(result.out.substr(result.out.rfind("{\"file\"")));
-    EXPECT_EQ(last["file"], At("shops/x.txt"));
-    EXPECT_EQ(last["line"], 3);
-    EXPECT_EQ(last["output"], nullptr);
+    EXPECT_THAT(result.out.substr(result.out.rfind("{\"file\"")),
+                JsonWith({{"file", At("shops/x.txt")}, {"line", 3}, {"output", nullptr}}));
     EXPECT_THAT(files.Read(out + "/n1/t19.svg"), HasSubstr(">t19</text>"));
     EXPECT_EQ(files.List(out), (std::vector<std::string>{"n0", "n1"}));
 

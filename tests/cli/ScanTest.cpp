@@ -8,23 +8,15 @@ class ScanTest : public CliTest {};
 
 TEST_F(ScanTest, PrintsTheSetupOfTheLineOrWritesIt)
 {
-    CliResult result = Run({"scan"});
-    EXPECT_EQ(result.exitCode, ExitCode::Done);
-    EXPECT_THAT(result.out, StartsWith("KM096 main keyboard (214)"));
-    EXPECT_EQ(result.err, "");
+    EXPECT_THAT(Run({"scan"}), Gives(ExitCode::Done, StartsWith("KM096 main keyboard (214)"), ""));
     access.showsProgress = true;
-    result = Run({"scan"});
-    EXPECT_THAT(result.err, HasSubstr("[####################"));
-    EXPECT_TRUE(result.err.ends_with('\r'));
+    EXPECT_THAT(Run({"scan"}).err, AllOf(HasSubstr("[####################"), EndsWith("\r")));
     access.showsProgress = false;
 
     const std::string path = Write("till.dat", "old");
-    result = Run({"scan", "-o", path, "--json", "--settings", "9600,n,8,1", "--timeout", "5", "--line",
-                  "1=/dev/x", "--line", "2=/dev/y"});
-    EXPECT_EQ(result.exitCode, ExitCode::Done);
-    const auto json = nlohmann::json::parse(result.out);
-    EXPECT_EQ(json["file"], "COM1");
-    EXPECT_EQ(json["deviceMap"], nlohmann::json({214, 23, 4, 191, 3, 8}));
+    EXPECT_THAT(Run({"scan", "-o", path, "--json", "--settings", "9600,n,8,1", "--timeout", "5", "--line",
+                     "1=/dev/x", "--line", "2=/dev/y"}),
+                Gives(ExitCode::Done, JsonWith({{"file", "COM1"}, {"deviceMap", {214, 23, 4, 191, 3, 8}}})));
     EXPECT_EQ(access.asked.timeout, 5);
     EXPECT_EQ(access.asked.lines, (std::vector<std::string>{"1=/dev/x", "2=/dev/y"}));
     EXPECT_EQ(files.Read(folder + "/till.bak"), "old");
@@ -56,12 +48,9 @@ TEST_F(ScanTest, AFailureWritesNothingAndExitsWithThree)
 TEST_F(ScanTest, AMapThatMakesNoSetupIsToldByItsPosition)
 {
     access.bench.line.Terminal().AnswerNext("$9902", "M$9902!0!4+214,3,8,214");
-    const CliResult result = Run({"scan", "--json"});
-    EXPECT_EQ(result.exitCode, ExitCode::Line);
-    const auto json = nlohmann::json::parse(result.out);
-    EXPECT_EQ(json["deviceMap"], nlohmann::json({214, 3, 8, 214}));
-    EXPECT_THAT(json["message"].get<std::string>(),
-                HasSubstr("Position 4: code 214, a second main keyboard"));
+    EXPECT_THAT(Run({"scan", "--json"}),
+                Gives(ExitCode::Line, AllOf(JsonWith({{"deviceMap", {214, 3, 8, 214}}}),
+                                            HasSubstr("Position 4: code 214, a second main keyboard"))));
 }
 
 TEST_F(ScanTest, RefusesOptionsThatMakeNoSense)

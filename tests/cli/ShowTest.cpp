@@ -35,12 +35,12 @@ TEST_F(Show, JsonHoldsTheWholeSetup)
     EXPECT_EQ(result.err, "kelvora-cli: " + folder + "/missing.dat: No such file or directory\n");
     const std::string keysKM096 =
         "11        1111        1111        11" + std::string(46, '1') + "30" + std::string(10, '1') + "30";
-    const auto module = [](int position, const char* kind, int code, nlohmann::json first,
-                           const std::string& keyMap, const char* options) {
-        return nlohmann::json{{"position", position},    {"kind", kind},     {"deviceCode", code},
-                              {"firstKeyNumber", first}, {"keyMap", keyMap}, {"options", options}};
+    const auto module = [](int position, const char* kind, int code, Json first, const std::string& keyMap,
+                           const char* options) {
+        return Json{{"position", position},    {"kind", kind},     {"deviceCode", code},
+                    {"firstKeyNumber", first}, {"keyMap", keyMap}, {"options", options}};
     };
-    const nlohmann::json expected{
+    const Json expected{
         {"$schema", "file:///opt/kelvora/share/setup.schema.json"},
         {"file", path},
         {"deviceMap", {214, 31, 4, 8, 3}},
@@ -51,8 +51,8 @@ TEST_F(Show, JsonHoldsTheWholeSetup)
           module(4, "MCR", 3, nullptr, std::string(11, 'X'), "1,2,3^\u00A7^ON ")}},
     };
     const std::size_t end = result.out.find('\n');
-    EXPECT_EQ(nlohmann::json::parse(result.out.substr(0, end)), expected);
-    EXPECT_EQ(nlohmann::json::parse(result.out.substr(end))["ok"], false);
+    EXPECT_EQ(Json::parse(result.out.substr(0, end)), expected);
+    EXPECT_EQ(Json::parse(result.out.substr(end))["ok"], false);
 }
 
 TEST_F(Show, GoesOnAfterARejectedFile)
