@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <functional>
 #include <regex>
 
 #include "flash/Images.h"
@@ -75,49 +74,37 @@ TEST(DumpText, ReadsBack)
 TEST(DumpText, RejectsWhatIsNoWholeImage)
 {
     const std::string shortMap = FormatDeviceMapDump({"COM1", "\xD6"});
-    const auto begins = [](const std::string& lines) {
-        return [lines](std::string& t) { t.insert(0, lines); };
+    const std::string whole = FormatDump(0, Sample());
+    const auto with = [&](std::size_t at, std::size_t length, const char* text) {
+        return std::string(whole).replace(at, length, text);
     };
     const std::string shortLine = "0000:00 D6" + std::string(46, ' ') + ".\n";
     const std::string noCode = FormatDeviceMapDump({"COM1", "\xD6\x18"});
     const std::string eight = FormatDeviceMapDump({"COM1", "12345678"});
-    const auto check = [&](const std::string& reason, const std::function<void(std::string&)>& spoil,
-                           std::size_t line, DumpFault fault, std::size_t address) {
-        std::string text = FormatDump(0, Sample());
-        spoil(text);
+    const auto check = [&](const std::string& reason, const std::string& text, std::size_t line,
+                           DumpFault fault, std::size_t address) {
         EXPECT_THAT([&] { ReadDump(text); },
                     testing::Throws<DumpError>(testing::AllOf(Property(&DumpError::Line, line),
                                                               Property(&DumpError::Fault, fault),
                                                               Property(&DumpError::Address, address))))
             << reason;
     };
-    check(
-        "empty", [](std::string& t) { t.clear(); }, 1, DumpFault::MissingEnd, 0);
-    check(
-        "last line missing", [](std::string& t) { t.resize(511 * 74); }, 512, DumpFault::MissingEnd, 8176);
-    check(
-        "cut in the last line", [](std::string& t) { t.resize(t.size() - 3); }, 512, DumpFault::Characters,
-        8176);
-    check(
-        "a line missing", [](std::string& t) { t.erase(3 * 74, 74); }, 4, DumpFault::Address, 48);
-    check(
-        "a line too many", [](std::string& t) { t += t.substr(0, 74); }, 513, DumpFault::AfterEnd, 8192);
-    check(
-        "an empty line inside", [](std::string& t) { t.insert(74, "\r\n"); }, 2, DumpFault::Form, 16);
-    check(
-        "a character too many", [](std::string& t) { t.insert(72, " "); }, 1, DumpFault::Form, 0);
-    check("no device code", begins(noCode), 2, DumpFault::DeviceMapCode, 0);
-    check("an unknown kind", begins("'Kind: backup\n"), 1, DumpFault::Kind, 0);
-    check("no checksum", begins("'CRC: 1234567\n"), 1, DumpFault::CrcForm, 0);
-    check(
-        "numbers run together", [](std::string& t) { t[10] = '0'; }, 1, DumpFault::Digits, 0);
-    check(
-        "a byte changed", [](std::string& t) { t[2 * 74 + 8] = '3'; }, 3, DumpFault::Characters, 32);
-    check(
-        "a character changed", [](std::string& t) { t[2 * 74 + 71] = 'x'; }, 3, DumpFault::Characters, 32);
-    check("a short line", begins(shortLine), 1, DumpFault::Form, 0);
-    check("two device maps", begins(shortMap + shortMap), 4, DumpFault::Form, 0);
-    check("a device map of eight", begins(eight), 2, DumpFault::DeviceMapSize, 0);
+    check("empty", "", 1, DumpFault::MissingEnd, 0);
+    check("last line missing", with(511 * 74, 74, ""), 512, DumpFault::MissingEnd, 8176);
+    check("cut in the last line", with(512 * 74 - 3, 3, ""), 512, DumpFault::Characters, 8176);
+    check("a line missing", with(3 * 74, 74, ""), 4, DumpFault::Address, 48);
+    check("a line too many", whole + whole.substr(0, 74), 513, DumpFault::AfterEnd, 8192);
+    check("an empty line inside", with(74, 0, "\r\n"), 2, DumpFault::Form, 16);
+    check("a character too many", with(72, 0, " "), 1, DumpFault::Form, 0);
+    check("no device code", noCode + whole, 2, DumpFault::DeviceMapCode, 0);
+    check("an unknown kind", "'Kind: backup\n" + whole, 1, DumpFault::Kind, 0);
+    check("no checksum", "'CRC: 1234567\n" + whole, 1, DumpFault::CrcForm, 0);
+    check("numbers run together", with(10, 1, "0"), 1, DumpFault::Digits, 0);
+    check("a byte changed", with(2 * 74 + 8, 1, "3"), 3, DumpFault::Characters, 32);
+    check("a character changed", with(2 * 74 + 71, 1, "x"), 3, DumpFault::Characters, 32);
+    check("a short line", shortLine + whole, 1, DumpFault::Form, 0);
+    check("two device maps", shortMap + shortMap + whole, 4, DumpFault::Form, 0);
+    check("a device map of eight", eight + whole, 2, DumpFault::DeviceMapSize, 0);
 }
 
 TEST(DumpText, SaysWhatItIsAndIsReadBack)

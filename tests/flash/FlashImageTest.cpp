@@ -7,7 +7,6 @@
 #include "flash/MatrixCodes.h"
 
 namespace kelvora {
-namespace {
 
 using namespace std::string_literals;
 
@@ -85,5 +84,4 @@ TEST(KeyTables, StandInLineOrder)
     check("no table passes the region's end", "\xD6\xD6\xD6\x08", twice);
 }
 
-}  // namespace
 }  // namespace kelvora

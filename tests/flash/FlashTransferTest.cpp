@@ -271,13 +271,6 @@ TEST(FlashTransfer, VerifyTellsWhatDiffers)
     EXPECT_EQ(Verify(line.comms, target, {}, twice, &scanned).outcome, VerifyResult::Outcome::NotBuilt);
 }
 
-/// The bytes that a download has sent and heard since its question.
-std::array<std::uint64_t, 2> Passed(const TransferLine& line)
-{
-    const bench::LineFaults& faults = line.bench.line.Faults();
-    return {faults.Passed(bench::Direction::ToDevice), faults.Passed(bench::Direction::ToHost)};
-}
-
 // A line that is cut at any byte of the commit, which are the last frames but three: what the program says of
 // the device is true. The simulation cuts the line elsewhere.
 TEST(FlashTransfer, ACutLineLeavesTheDeviceOldOrNewAndTheTruthIsTold)
@@ -286,7 +279,8 @@ TEST(FlashTransfer, ACutLineLeavesTheDeviceOldOrNewAndTheTruthIsTold)
     whole.whileAsked = [&] { whole.bench.line.SetFaults({}); };
     ASSERT_EQ(whole.Run(whole.OtherSetup()).state, State::New);
     for (const bool isToHost : {false, true}) {
-        const std::uint64_t bytes = Passed(whole).at(isToHost ? 1 : 0);
+        const std::uint64_t bytes = whole.bench.line.Faults().Passed(isToHost ? bench::Direction::ToHost
+                                                                              : bench::Direction::ToDevice);
         std::array<int, 5> seen{};
         for (std::uint64_t cut = bytes - 120; cut < bytes; ++cut) {
             bench::FaultPlan faults;

@@ -7,7 +7,6 @@
 #include "flash/Images.h"
 
 namespace kelvora {
-namespace {
 
 using namespace std::string_literals;
 
@@ -63,5 +62,4 @@ TEST(ImageComparison, TextHasTheWordsAndBothImagesWhole)
     EXPECT_EQ(std::ranges::count(text, '\n'), 5 + 8192 / 16 + 1);
 }
 
-}  // namespace
 }  // namespace kelvora

@@ -5,7 +5,6 @@
 #include "flash/Images.h"
 
 namespace kelvora {
-namespace {
 
 using enum ModuleKind;
 TEST(ImageDifferences, AreNamed)
@@ -66,5 +65,4 @@ TEST(ImageDifferences, KeysAreNamedOnlyWhereTheTablesStandAlike)
     EXPECT_EQ(ModulesOf(after), ReadDeviceMap("\xD6\x08\xBF").Modules);
 }
 
-}  // namespace
 }  // namespace kelvora

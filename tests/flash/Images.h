@@ -1,8 +1,6 @@
 // Setups and images that the tests of the flash image start from.
 #pragma once
 
-#include <initializer_list>
-#include <string>
 #include <variant>
 
 #include "flash/FlashImage.h"

@@ -7,7 +7,6 @@
 #include "flash/Images.h"
 
 namespace kelvora {
-namespace {
 
 using enum ModuleKind;
 // What each image leaves untaken of a line's setup, and that the setup keeps its own there.
@@ -85,5 +84,4 @@ TEST(TakeFromImage, SeparatorsThatNoFileCarriesAreNone)
                                                       {What::SeparatorNotCarried, MCR, 3}}));
 }
 
-}  // namespace
 }  // namespace kelvora
