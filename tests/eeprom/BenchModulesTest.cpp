@@ -34,15 +34,6 @@ struct BenchModules {
         return names;
     }
 
-    Names Errors()
-    {
-        Names errors;
-        for (const FakePrompt::Box& box : prompt.shown)
-            errors.push_back(box.body);
-        prompt.shown.clear();
-        return errors;
-    }
-
     /// Gives all modules that can be written another identity; the addresses that failed.
     std::vector<std::size_t> Write()
     {
@@ -85,14 +76,14 @@ TEST(BenchModules, EveryLineIsFoundReadAndWrittenAtEverySpeed)
             const std::vector<bench::IdentityBytes> before = line.bench.line.Memory().modules;
             // At 1200 baud no module can acknowledge in time what it has written.
             EXPECT_EQ(line.Write().size(), baud == 1200 ? written : 0U);
-            EXPECT_EQ(line.Errors(), Names(baud == 1200 ? written : 0, "No response from MID"));
+            EXPECT_EQ(line.prompt.TakeBodies(), Names(baud == 1200 ? written : 0, "No response from MID"));
             const auto& now = line.bench.line.Memory().modules;
             for (std::size_t i = 0; i < now.size(); ++i)
                 EXPECT_EQ(now[i], i < 6 ? ChipCardBlock : before[i]) << i;
             EXPECT_TRUE(line.memory.ReadEeprom()) << "the late acknowledgements are no answers";
             for (std::size_t i = 0; i < names.size(); ++i)
                 EXPECT_EQ(line.memory.Rows().at(i).block, now[i]) << i;
-            EXPECT_TRUE(line.Errors().empty());
+            EXPECT_TRUE(line.prompt.TakeBodies().empty());
         }
 }
 
@@ -114,7 +105,7 @@ TEST(BenchModules, FaultyModulesAreToldAndReadAsTheyAre)
         BenchModules reading({Module::KM064, Module::MCR12});
         reading.bench.line.SetFaults(faults);
         EXPECT_EQ(reading.memory.ReadEeprom(), readErrors.empty() && hasLine);
-        EXPECT_EQ(reading.Errors(), readErrors);
+        EXPECT_EQ(reading.prompt.TakeBodies(), readErrors);
         EXPECT_EQ(reading.Identities(), identities);
         EXPECT_EQ(reading.memory.HasLine(), hasLine);
 
@@ -122,7 +113,7 @@ TEST(BenchModules, FaultyModulesAreToldAndReadAsTheyAre)
         ASSERT_TRUE(writing.memory.ReadEeprom());
         writing.bench.line.SetFaults(faults);
         EXPECT_EQ(writing.Write().size(), failedWrites);
-        EXPECT_EQ(writing.Errors(), writeErrors);
+        EXPECT_EQ(writing.prompt.TakeBodies(), writeErrors);
         EXPECT_EQ(writing.bench.line.Memory().modules[1] == ChipCardBlock, isWritten);
         if (!hasLine)
             return;

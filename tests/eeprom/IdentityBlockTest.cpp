@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 namespace kelvora {
-namespace {
 
 TEST(IdentityBlock, EachIdentityHasItsBytes)
 {
@@ -64,5 +63,4 @@ TEST(IdentityBlock, TextsOfOtherShapesAreRefused)
         EXPECT_EQ(ParseBlock(text), std::nullopt) << text;
 }
 
-}  // namespace
 }  // namespace kelvora

@@ -3,6 +3,7 @@
 
 #include <deque>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/Prompt.h"
@@ -25,6 +26,15 @@ public:
         const Answer answer = answers.front();
         answers.pop_front();
         return answer;
+    }
+
+    /// What the boxes said since the last time.
+    std::vector<std::string> TakeBodies()
+    {
+        std::vector<std::string> bodies;
+        for (const Box& box : std::exchange(shown, {}))
+            bodies.push_back(box.body);
+        return bodies;
     }
 
     std::deque<Answer> answers;  ///< given in turn; after them the default of each box
