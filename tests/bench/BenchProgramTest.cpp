@@ -52,7 +52,7 @@ char ModeIn(const std::string& state)
 class RunningBench : public ChildProgram {
 public:
     explicit RunningBench(std::vector<std::string> arguments, int heard = STDOUT_FILENO)
-        : ChildProgram(WithProgram(std::move(arguments)), heard)
+        : ChildProgram(KELVORA_BENCH, std::move(arguments), heard)
     {
     }
 
@@ -62,13 +62,6 @@ public:
         const std::string line = Output("\n");
         EXPECT_GT(line.size(), 3U);
         return OpenPort(line.substr(line.rfind(' ') + 1, line.size() - line.rfind(' ') - 2), B9600);
-    }
-
-private:
-    static std::vector<std::string> WithProgram(std::vector<std::string> arguments)
-    {
-        arguments.insert(arguments.begin(), KELVORA_BENCH);
-        return arguments;
     }
 };
 

@@ -99,21 +99,16 @@ TEST(SimulatedLine, TerminalRunsACommandOnceAndLeavesItForANewOne)
 TEST(SimulatedLine, ModulesAnswerTheirProtocol)
 {
     BareLine bench;
+    for (const Exchange& announced : std::vector<Exchange>{
+             {"\2\2\3\xF7\xF4\3", "\6\6\2\6\3\3671.00\xEB\3", "identify"},
+             {ReadThree, "\6\6\2\12\3\xF9\xAA\x55\0\0\0\3\0\0\6\3"s, "the badge reader's block"},
+             {"\2\14\3\xFA\0\xAA\xAA\x55\xBF\0\0\0\0\0\x13\3"s, "\6\6", "write"},
+             {ReadThree, "\6\6\2\12\3\xF9\xAA\x55\xBF\0\0\0\0\0\xBA\3"s, "the new block"},
+             {"\2\2\3\xF7\xF5\3", "\x15", "a wrong LRC"},
+             {"\2\2\3\xF7\xF4\4", "\6\x15", "a wrong ETX"},
+             {"\2\2\4\xF7\xF3\3", Nothing, "nobody at address 4"}})
+        Check(bench, {{Enquiry, Ready, "ready to receive"}, announced});
     Check(bench, {
-                     {Enquiry, Ready, "ready to receive"},
-                     {"\2\2\3\xF7\xF4\3", "\6\6\2\6\3\3671.00\xEB\3", "identify"},
-                     {Enquiry, Ready, ""},
-                     {ReadThree, "\6\6\2\12\3\xF9\xAA\x55\0\0\0\3\0\0\6\3"s, "the badge reader's block"},
-                     {Enquiry, Ready, ""},
-                     {"\2\14\3\xFA\0\xAA\xAA\x55\xBF\0\0\0\0\0\x13\3"s, "\6\6", "write"},
-                     {Enquiry, Ready, ""},
-                     {ReadThree, "\6\6\2\12\3\xF9\xAA\x55\xBF\0\0\0\0\0\xBA\3"s, "the new block"},
-                     {Enquiry, Ready, ""},
-                     {"\2\2\3\xF7\xF5\3", "\x15", "a wrong LRC"},
-                     {Enquiry, Ready, ""},
-                     {"\2\2\3\xF7\xF4\4", "\6\x15", "a wrong ETX"},
-                     {Enquiry, Ready, ""},
-                     {"\2\2\4\xF7\xF3\3", Nothing, "nobody at address 4"},
                      {"\2\2\3\xF7\xF4\3", Nothing, "a frame that no ENQ announced"},
                      {Enquiry, Ready, ""},
                      {AskName, Name, "the terminal, after an ENQ"},

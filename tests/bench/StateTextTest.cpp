@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "bench/FreshLine.h"
-#include "fakes/FakeFiles.h"
 
 using namespace kelvora;
 using namespace kelvora::bench;

@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "bench/FreshLine.h"
-#include "bench/TerminalFrame.h"
 
 using namespace kelvora::bench;
 

@@ -1,7 +1,6 @@
 // A simulated line behind COM1, on virtual time, with the program's own link over it.
 #pragma once
 
-#include <memory>
 #include <string>
 #include <vector>
 

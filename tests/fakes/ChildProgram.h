@@ -37,15 +37,15 @@ inline std::string Hear(int descriptor, std::string_view end, int patienceMs = P
 
 class ChildProgram {
 public:
-    /// `command` is the program and its arguments; Output is what it writes to `heard`.
-    explicit ChildProgram(std::vector<std::string> command, int heard = STDOUT_FILENO)
+    /// Output is what it writes to `heard`.
+    explicit ChildProgram(std::string program, std::vector<std::string> arguments, int heard = STDOUT_FILENO)
     {
         std::array<int, 2> input{};
         std::array<int, 2> output{};
         EXPECT_EQ(pipe2(input.data(), O_CLOEXEC), 0);
         EXPECT_EQ(pipe2(output.data(), O_CLOEXEC), 0);
-        std::vector<char*> pointers;
-        for (std::string& argument : command)
+        std::vector<char*> pointers{program.data()};
+        for (std::string& argument : arguments)
             pointers.push_back(argument.data());
         pointers.push_back(nullptr);
         child_ = fork();

@@ -58,19 +58,19 @@ protected:
     {
         std::ofstream(file) << "connection: &line\n  accepter: " << accepter << ",tcp,127.0.0.1," << Port()
                             << "\n  connector: serialdev," << device << ",9600n81,local\n";
-        return ChildProgram({Ser2netPath, "-n", "-u", "-c", file});
+        return ChildProgram(Ser2netPath, {"-n", "-u", "-c", file});
     }
 
     // What the command says on both its outputs, once the server listens and is done with the last one.
     std::string Cli(const std::vector<std::string>& command, const std::string& protocol,
                     bool isInUse = false) const
     {
-        std::vector<std::string> arguments{"sh", "-c", "exec \"$@\" 2>&1", "sh", KELVORA_CLI};
+        std::vector<std::string> arguments{"-c", "exec \"$@\" 2>&1", "sh", KELVORA_CLI};
         arguments.insert(arguments.end(), command.begin(), command.end());
         arguments.insert(arguments.end(), {"--line", "1=" + protocol + ":localhost:" + Port()});
         const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
         while (true) {
-            const std::string said = ChildProgram(arguments).Output("(gone)", 30'000);
+            const std::string said = ChildProgram("sh", arguments).Output("(gone)", 30'000);
             const bool tooEarly = said.find("refuses the connection") != std::string::npos ||
                                   (!isInUse && said.find("Port already in use") != std::string::npos);
             if (!tooEarly || std::chrono::steady_clock::now() > deadline)
@@ -80,7 +80,7 @@ protected:
 
     const std::string file = testing::TempDir() + "kelvora-ser2net-" + std::to_string(getpid()) + ".yaml";
     std::uint16_t number = 0;
-    ChildProgram bench{{KELVORA_BENCH, "--modules", "km064,iccr", "--speed", "2400", "--unpaced"}};
+    ChildProgram bench{KELVORA_BENCH, {"--modules", "km064,iccr", "--speed", "2400", "--unpaced"}};
     std::string device;
 };
 
@@ -101,8 +101,8 @@ TEST_F(LineServersTest, AnRfc2217ServerCarriesAllThatAWireDoes)
 
 TEST_F(LineServersTest, ARawServerCarriesCommandsAlone)
 {
-    const ChildProgram server({"socat",
-                               "TCP-LISTEN:" + Port() + ",bind=127.0.0.1,reuseaddr,fork,max-children=1",
+    const ChildProgram server("socat",
+                              {"TCP-LISTEN:" + Port() + ",bind=127.0.0.1,reuseaddr,fork,max-children=1",
                                "FILE:" + device + ",raw,echo=0,b9600"});
     const std::string scanned = Cli(Scan, "tcp");
     EXPECT_THAT(scanned, StartsWith("KM064 "));
@@ -120,7 +120,7 @@ TEST_F(LineServersTest, TelnetAloneKeepsItsSettings)
 
 TEST_F(LineServersTest, TheExampleBridgeCarriesCommands)
 {
-    const ChildProgram bridge({"/usr/bin/python3", KELVORA_BRIDGE, device, Port()});
+    const ChildProgram bridge("/usr/bin/python3", {KELVORA_BRIDGE, device, Port()});
     EXPECT_THAT(Cli(Scan, "bridge"), StartsWith("KM064 "));
     EXPECT_THAT(Cli(Identity, "bridge"), HasSubstr("carries commands alone"));
     const Descriptor other = Socket(number, true);

@@ -148,7 +148,7 @@ TEST_F(NetworkPortTest, CarriesTheLinesBytesAndSettings)
 TEST_F(NetworkPortTest, ALostConnectionIsAPortThatWentAway)
 {
     port.SetDevice("tcp:a:1");
-    const auto check = [&](const char* why, const std::function<void()>& lose, const char* words) {
+    const auto check = [&](const char* why, const char* words, const std::function<void()>& lose) {
         ServeRfc2217();
         int lost = 0;
         port.onLost = [&] { ++lost; };
@@ -160,20 +160,14 @@ TEST_F(NetworkPortTest, ALostConnectionIsAPortThatWentAway)
         EXPECT_EQ(port.LastError(), words) << why;
     };
     const auto refuses = [&](const char* settings) { EXPECT_FALSE(port.SetSettings(settings)); };
-    check(
-        "hung up", [&] { connection.HangUp(); }, "the server has closed the connection");
-    check(
-        "no more settings", [&] { refuses("4800,n,8,1"); }, "the server does not answer to settings");
-    check(
-        "keeps neither",
-        [&] {
-            connection.answers = {{Ask2400, Is9600}, {Ask9600, Is2400}};
-            refuses("2400,n,8,1");
-        },
-        "the server keeps 2400,n,8,1");
-    check(
-        "not binary any more", [&] { connection.onBytes(FromHex("FF FE 00")); },
-        "the server does not pass all bytes any more");
+    check("hung up", "the server has closed the connection", [&] { connection.HangUp(); });
+    check("no more settings", "the server does not answer to settings", [&] { refuses("4800,n,8,1"); });
+    check("keeps neither", "the server keeps 2400,n,8,1", [&] {
+        connection.answers = {{Ask2400, Is9600}, {Ask9600, Is2400}};
+        refuses("2400,n,8,1");
+    });
+    check("not binary any more", "the server does not pass all bytes any more",
+          [&] { connection.onBytes(FromHex("FF FE 00")); });
     // What the last one left behind is not heard in the next.
     ServeRfc2217();
     ASSERT_TRUE(port.Open());
