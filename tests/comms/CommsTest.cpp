@@ -11,13 +11,13 @@ namespace kelvora {
 namespace {
 
 using std::chrono::milliseconds;
+using testing::AllOf;
+using testing::Property;
+using testing::Throws;
 
 class CommsTest : public testing::Test {
 protected:
-    milliseconds Elapsed() const
-    {
-        return std::chrono::duration_cast<milliseconds>(loop.Now() - EventLoop::Time());
-    }
+    auto Elapsed() const { return std::chrono::duration_cast<milliseconds>(loop.Now() - EventLoop::Time()); }
 
     FakeEventLoop loop;
     BenchLine bench{loop};
@@ -38,15 +38,13 @@ TEST_F(CommsTest, WaitReplyJudgesEachLineOfTheMailbox)
     };
     check("any line without a prefix", "\247zfirst\r\nnext\r\n", "", "\247zfirst", "next\r\n");
     check("the answer loses its tag", "\247m$9900!0%POS-7\r\n", "$9900", "$9900!0%POS-7", "");
-    check("another command's reply is skipped", "\247m20!0\r\n\247m$9900!0\r\nrest", "$9900", "$9900!0",
-          "rest");
+    check("another's reply is skipped", "\247m20!0\r\n\247m$9900!0\r\nrest", "$9900", "$9900!0", "rest");
     check("unknown tags are skipped", "\247z$9900\r\nnoise\r\n\247m$9900!0\r\n", "$9900", "$9900!0", "");
     check("status 999", "\247m0FB0#999!1\r\n", "0FB0", "\247l0FB0#999!1", "");
     check("status 2", "\247m0FB0!2\r\n", "0FB0", "\247r0FB0!2", "");
     check("status 3", "\247m0FB0!3\r\n", "0FB0", "\247s0FB0!3", "");
     check("status 5", "\247m0FB0!5\r\n", "0FB0", "\247i0FB0!5", "");
-    check("a count past the end", "\247m20!0$12\r\n", "20",
-          "\247xa field of the reply to 20 runs past its end", "");
+    check("a long count", "\247m20!0$12\r\n", "20", "\247xa field of the reply to 20 runs past its end", "");
     check("command or line error", "\247ewhy\r\n", "$9900", "\247ewhy", "");
     check("rejected", "\247rwhy\r\n", "$9900", "\247rwhy", "");
     check("default time", "\247c\r\n", "$9900", "\247c", "");
@@ -91,31 +89,24 @@ TEST_F(CommsTest, EventsBecomeTaggedLinesAndSendClearsThem)
 
 TEST_F(CommsTest, RaiseForReplyChoosesTheErrorByTheHead)
 {
-    const struct {
-        const char* reply;
-        std::uint32_t number;
-        const char* description;
-    } cases[]{
-        {"\247ebusy", 0x800400DC, "busy"},
-        {"\247l", 0x800400E2, ""},
-        {"\247r", 0x800400E3, ""},
-        {"\247i", 0x800400E4, ""},
-        {"\247s", 0x800400E5, ""},
-        {"\247c", 0x800400DC, ""},
-        {"\247t", 0x800400E0, ""},
-        {"\247w", 0x800400E1, ""},
-        {"\247xwhy so", 0x800400DF, "why so"},
-        {"\247u", 0x80040122, ""},
-        {"", 0x80040122, ""},
-        {"20!", 0x800400DC, "the reply is too short"},
+    const auto check = [](const char* reply, std::uint32_t number, const char* description = "") {
+        EXPECT_THAT([&] { RaiseForReply(reply, 4); },
+                    Throws<ReplyError>(AllOf(Property(&ReplyError::Number, number),
+                                             Property(&ReplyError::what, testing::StrEq(description)))))
+            << reply;
     };
-    using testing::Property;
-    for (const auto& row : cases)
-        EXPECT_THAT([&] { RaiseForReply(row.reply, 4); },
-                    testing::Throws<ReplyError>(
-                        testing::AllOf(Property(&ReplyError::Number, row.number),
-                                       Property(&ReplyError::what, testing::StrEq(row.description)))))
-            << row.reply;
+    check("\247ebusy", 0x800400DC, "busy");
+    check("\247l", 0x800400E2);
+    check("\247r", 0x800400E3);
+    check("\247i", 0x800400E4);
+    check("\247s", 0x800400E5);
+    check("\247c", 0x800400DC);
+    check("\247t", 0x800400E0);
+    check("\247w", 0x800400E1);
+    check("\247xwhy so", 0x800400DF, "why so");
+    check("\247u", 0x80040122);
+    check("", 0x80040122);
+    check("20!", 0x800400DC, "the reply is too short");
     EXPECT_NO_THROW(RaiseForReply("20!0", 4));
     EXPECT_NO_THROW(RaiseForReply("\247zanything", 4));
 }
@@ -126,15 +117,10 @@ TEST_F(CommsTest, TheDeviceListBecomesAMapOfCodes)
     EXPECT_EQ(ParseDeviceList("7", "214,23,31,4,3,2,1"), "\xD6\x17\x1F\x04\x03\x02\x01");
     EXPECT_EQ(ParseDeviceList("1", "99999999999"), "\xFF");
     EXPECT_EQ(ParseDeviceList("0", ""), "");
-    for (const auto& [count, codes] :
-         std::vector<std::pair<std::string, std::string>>{{"2", "214"},
-                                                          {"", "214"},
-                                                          {"1", "x"},
-                                                          {"2", "214,"},
-                                                          {"2", ",214"},
-                                                          {"1", "-8"},
-                                                          {"1", " 8"},
-                                                          {"8", "1,2,3,4,8,23,31,191"}})
+    const std::pair<const char*, const char*> refused[]{
+        {"2", "214"},  {"", "214"}, {"1", "x"},  {"2", "214,"},
+        {"2", ",214"}, {"1", "-8"}, {"1", " 8"}, {"8", "1,2,3,4,8,23,31,191"}};
+    for (const auto& [count, codes] : refused)
         EXPECT_THROW(ParseDeviceList(count, codes), ReplyError) << codes;
 }
 

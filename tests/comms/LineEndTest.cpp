@@ -1,7 +1,6 @@
 // How work on a line ends: what the terminal is told, how long that may take, and what is kept.
 #include "comms/LineEnd.h"
 
-#include "comms/LineCommands.h"
 #include "comms/Reply.h"
 #include "comms/ScanRun.h"
 #include "platform/SerialSettings.h"
@@ -24,10 +23,7 @@ std::vector<Step> StepsOf(const LineWarnings& warnings)
 
 bench::LineOptions Faulty(const std::vector<bench::CommandFault>& faults, milliseconds stray = {})
 {
-    bench::LineOptions options;
-    options.faults.commands = faults;
-    options.faults.stray = stray;
-    return options;
+    return {.faults = {.stray = stray, .commands = faults}};
 }
 
 }  // namespace
@@ -101,10 +97,8 @@ TEST(LineEnd, AnAnswerThatIsLateOrAnotherOnesEndsTheWaitAndReleases)
 // Two seconds and one frame, at any speed, whatever the line does.
 TEST(LineEnd, AStopIsOverInTwoSecondsAndAFrame)
 {
-    bench::LineOptions silent;
-    silent.faults.silentAfter.toHost = 1500;
-    bench::LineOptions dead = silent;
-    dead.faults.silentAfter.toHost = 0;
+    const bench::LineOptions silent{.faults = {.silentAfter = {.toHost = 1500}}};
+    const bench::LineOptions dead{.faults = {.silentAfter = {.toHost = 0}}};
     // The stop comes when so many bytes have been on the line, and a little later.
     const auto check = [&](const char* why, bench::LineOptions options, std::size_t bytes, bool isHeld) {
         for (const char* text : {"19200,n,8,1", "9600,n,8,1", "1200,n,8,1"}) {

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
-
 #include "comms/FrameMeaning.h"
 #include "comms/LinkFrame.h"
 
@@ -12,13 +10,9 @@ using namespace std::chrono_literals;
 using Direction = LineTraffic::Direction;
 using Damage = LineTraffic::Damage;
 
-namespace {
-
 // 31 December 2025, 23:30:05.007 in Greenwich.
 constexpr std::chrono::system_clock::time_point Evening =
     std::chrono::sys_days(std::chrono::year(2025) / 12 / 31) + 23h + 30min + 5s + 7ms;
-
-}  // namespace
 
 TEST(LineMonitor, ForgetsTheOldestByNumberAndBytesButNeverTheNewest)
 {

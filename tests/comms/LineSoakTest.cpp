@@ -12,13 +12,7 @@ using std::chrono::seconds;
 
 constexpr const char* WholeMap = "\xD6\x17\x04\xBF\x03\x08";
 
-bench::LineOptions Noisy(std::uint64_t seed)
-{
-    bench::LineOptions options;
-    options.faults.seed = seed;
-    options.faults.drop = options.faults.flip = options.faults.duplicate = 1.0 / 3000;
-    return options;
-}
+const bench::LineOptions Dead{.faults = {.silentAfter = {.toHost = 0}}};
 
 }  // namespace
 
@@ -27,7 +21,9 @@ TEST(LineSoak, ScansSucceedThroughOneDamagedByteInAThousand)
     constexpr std::uint64_t Scans = 40;
     int failed = 0;
     for (std::uint64_t seed = 1; seed <= Scans; ++seed) {
-        const ScanRun run = Scan(Noisy(seed), nullptr);
+        constexpr double Rare = 1.0 / 3000;
+        const ScanRun run =
+            Scan({.faults = {.seed = seed, .drop = Rare, .flip = Rare, .duplicate = Rare}}, nullptr);
         if (!run.result.IsDone())
             ++failed;
         else
@@ -38,12 +34,9 @@ TEST(LineSoak, ScansSucceedThroughOneDamagedByteInAThousand)
 
 TEST(LineSoak, EveryFailureIsToldInItsTime)
 {
-    bench::LineOptions silent;
-    silent.faults.silentAfter.toHost = 5000;
-    bench::LineOptions away;
-    away.faults.awayAfter.toHost = 5000;
-    bench::LineOptions slow;
-    slow.terminal.baud = 4800;
+    const bench::LineOptions silent{.faults = {.silentAfter = {.toHost = 5000}}};
+    const bench::LineOptions away{.faults = {.awayAfter = {.toHost = 5000}}};
+    const bench::LineOptions slow{.terminal = {.baud = 4800}};
     const auto restarts = [](FakeEventLoop& loop, BenchLine& bench) {
         loop.After(seconds(4), [&bench] { bench.line.Restart(); });
     };
@@ -82,10 +75,8 @@ TEST(LineSoak, EveryFailureIsToldInItsTime)
 TEST(LineSoak, OnlySilencesInARowAreATimeOut)
 {
     const auto check = [&](int naks, milliseconds between, LinkEvent expected, milliseconds end) {
-        bench::LineOptions dead;
-        dead.faults.silentAfter.toHost = 0;
         FakeEventLoop loop;
-        BenchLine bench(loop, dead);
+        BenchLine bench(loop, Dead);
         std::optional<LinkEvent> ended;
         EventLoop::Time::duration time{};
         bench.link.onEvent = [&](LinkEvent event, std::string_view) {
@@ -126,10 +117,8 @@ TEST(LineSoak, EndlessGarbageEndsAtTheLimit)
             loop.After(milliseconds(50), *this);
         }
     };
-    bench::LineOptions dead;
-    dead.faults.silentAfter.toHost = 0;
     FakeEventLoop loop;
-    BenchLine bench(loop, dead);
+    BenchLine bench(loop, Dead);
     Comms comms(loop, {&bench.link, nullptr, nullptr, nullptr});
     Babble{loop, bench}();
     EXPECT_EQ(ScanWithUpload(comms, {1, "9600,n,8,1", 0}, {}).failure.number, ReplyErrorNumber::Failed);
