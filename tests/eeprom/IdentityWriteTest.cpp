@@ -92,7 +92,9 @@ protected:
     std::vector<WriteQuestion> asked;
 };
 
-const std::vector<AddressedBlock> ToSlave{{2, {0xAA, 0x55, 0xBF, 0, 0, 0, 0, 0}}};
+using Blocks = std::vector<AddressedBlock>;
+
+const Blocks ToSlave{{2, {0xAA, 0x55, 0xBF, 0, 0, 0, 0, 0}}};
 
 TEST_F(IdentityWrite, RowsWithoutAChoiceAreNotPlanned)
 {
@@ -100,14 +102,10 @@ TEST_F(IdentityWrite, RowsWithoutAChoiceAreNotPlanned)
     EXPECT_EQ(choices, (IdentityChoices{0, {}, 5}));
     choices[1] = 3;
     choices[2] = 3;
-    EXPECT_EQ(PlanChoices(memory, choices),
-              (std::vector<AddressedBlock>{{0, {0xAA, 0x55, 0xD6, 0x17, 0, 0, 4, 0}}, ToSlave[0]}));
-    EXPECT_EQ(AddressList(AddressesNotRead(memory, std::vector<AddressedBlock>{{0, {}}, {1, {}}, {5, {}}})),
-              "1, 5");
-    EXPECT_EQ(
-        AddressList(AddressesThatDiffer(
-            memory, std::vector<AddressedBlock>{{0, {}}, {1, {}}, {2, {0xAA, 0x55, 0, 0, 0, 2, 0, 0}}})),
-        "0");
+    EXPECT_EQ(PlanChoices(memory, choices), (Blocks{{0, {0xAA, 0x55, 0xD6, 0x17, 0, 0, 4, 0}}, ToSlave[0]}));
+    EXPECT_EQ(AddressList(AddressesNotRead(memory, Blocks{{0, {}}, {1, {}}, {5, {}}})), "1, 5");
+    const Blocks badge{{0, {}}, {1, {}}, {2, {0xAA, 0x55, 0, 0, 0, 2, 0, 0}}};
+    EXPECT_EQ(AddressList(AddressesThatDiffer(memory, badge)), "0");
 }
 
 TEST_F(IdentityWrite, AsksAndSavesBeforeItWrites)
@@ -155,7 +153,7 @@ TEST_F(IdentityWrite, WhatIsWrittenAgainIsToldFromWhatChanges)
               "  Address 2: MCR 2+3, same bytes, written again\r\n"
               "    now            AA 55 00 00 00 02 00 00\r\n"
               "    to be written  AA 55 00 00 00 02 00 00");
-    EXPECT_EQ(BlocksForTheLine(memory, std::vector<AddressedBlock>{{1, {}}, ToSlave[0], {5, {}}}), ToSlave);
+    EXPECT_EQ(BlocksForTheLine(memory, Blocks{{1, {}}, ToSlave[0], {5, {}}}), ToSlave);
 }
 
 TEST_F(IdentityWrite, NothingIsWrittenWhenNothingCanBeSaved)

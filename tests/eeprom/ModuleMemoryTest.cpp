@@ -23,10 +23,7 @@ protected:
         memory.isInterrupted = [this] { return interrupted && interrupted(); };
     }
 
-    std::ptrdiff_t TimesWritten(const std::string& bytes) const
-    {
-        return std::ranges::count(port.written, bytes);
-    }
+    auto TimesWritten(const std::string& bytes) const { return std::ranges::count(port.written, bytes); }
 
     FakeEventLoop loop;
     ScriptedPort port{loop};

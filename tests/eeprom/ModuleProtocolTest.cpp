@@ -66,41 +66,34 @@ TEST_F(Protocol, TimeOutsEndOnTheirTick)
 TEST_F(Protocol, SendsAndJudges)
 {
     using Answer = ScriptedPort::Answer;
-    struct Row {
-        std::string reason;
-        Answer toEnquiry, toFrame;
-        int error, lasts;
-        bool frameSent;
-    };
     const Answer ready{{5, "\x11"}};
-    const std::vector<Row> rows{
-        {"nothing after ENQ", {}, {}, -20, 110, false},
-        {"ready too late", {{111, "\x11"}}, {}, -20, 110, false},
-        {"NAK after ENQ", {{5, "\x15"}}, {}, -25, 5, false},
-        {"DC1 and more", {{5, "\x11\x15"}}, {}, -26, 5, false},
-        {"nothing after the frame", ready, {}, -20, 110, true},
-        {"ACK too late", ready, {{106, "\x06"}}, -20, 110, true},
-        {"ACK lasts the whole window", ready, {{9, "\x06"}}, 0, 110, true},
-        {"ACK ACK", ready, {{9, "\x06"}, {60, "\x06"}}, 0, 110, true},
-        {"ACK NAK", ready, {{9, "\x06\x15"}}, -41, 110, true},
-        {"ACK and the reply too soon", ready, {{9, "\x06\x02\x06"}}, -26, 110, true},
-        {"only two bytes are judged", ready, {{9, "\x06\x06\x15"}}, 0, 110, true},
-        {"NAK", ready, {{9, "\x15"}}, -40, 110, true},
-        {"NAK ACK", ready, {{9, "\x15\x06"}}, -40, 110, true},
-        {"DC1 again", ready, {{9, "\x11"}}, -26, 110, true},
-    };
     const std::string frame = Bytes("\x02\x02\x00\xF7\xF7\x03");
-    for (const Row& row : rows) {
+    const auto check = [&](const char* reason, const Answer& toEnquiry, const Answer& toFrame, int error,
+                           int lasts) {
+        SCOPED_TRACE(reason);
         port.written.clear();
-        port.answers = {{Enquiry, {row.toEnquiry}}, {frame, {row.toFrame}}};
+        port.answers = {{Enquiry, {toEnquiry}}, {frame, {toFrame}}};
         bool sent = false;
-        EXPECT_EQ(Duration([&] { sent = protocol.SendMsg(Bytes("\x00\xF7")); }), row.lasts) << row.reason;
-        EXPECT_EQ(protocol.CommsError(), row.error) << row.reason;
-        EXPECT_EQ(sent, row.error == 0) << row.reason;
-        EXPECT_EQ(port.written, row.frameSent ? std::vector({Enquiry, frame}) : std::vector({Enquiry}))
-            << row.reason;
+        EXPECT_EQ(Duration([&] { sent = protocol.SendMsg(Bytes("\x00\xF7")); }), lasts);
+        EXPECT_EQ(protocol.CommsError(), error);
+        EXPECT_EQ(sent, error == 0);
+        EXPECT_EQ(port.written, toEnquiry == ready ? std::vector({Enquiry, frame}) : std::vector({Enquiry}));
         loop.Pass(1s);
-    }
+    };
+    check("nothing after ENQ", {}, {}, -20, 110);
+    check("ready too late", {{111, "\x11"}}, {}, -20, 110);
+    check("NAK after ENQ", {{5, "\x15"}}, {}, -25, 5);
+    check("DC1 and more", {{5, "\x11\x15"}}, {}, -26, 5);
+    check("nothing after the frame", ready, {}, -20, 110);
+    check("ACK too late", ready, {{106, "\x06"}}, -20, 110);
+    check("ACK lasts the whole window", ready, {{9, "\x06"}}, 0, 110);
+    check("ACK ACK", ready, {{9, "\x06"}, {60, "\x06"}}, 0, 110);
+    check("ACK NAK", ready, {{9, "\x06\x15"}}, -41, 110);
+    check("ACK and the reply too soon", ready, {{9, "\x06\x02\x06"}}, -26, 110);
+    check("only two bytes are judged", ready, {{9, "\x06\x06\x15"}}, 0, 110);
+    check("NAK", ready, {{9, "\x15"}}, -40, 110);
+    check("NAK ACK", ready, {{9, "\x15\x06"}}, -40, 110);
+    check("DC1 again", ready, {{9, "\x11"}}, -26, 110);
     EXPECT_TRUE(prompt.shown.empty()) << "errors are not reported unless asked for";
     protocol.SetReportCommsErrors(true);
     port.answers = {{Enquiry, {ready, {}}}};

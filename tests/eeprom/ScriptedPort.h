@@ -28,6 +28,7 @@ public:
     struct Part {
         int delayMs;
         std::string bytes;
+        bool operator==(const Part&) const = default;
     };
     using Answer = std::vector<Part>;
 
