@@ -32,12 +32,10 @@ TEST(DumpText, Lines)
 {
     const std::string text = FormatDump(0, Sample());
     EXPECT_EQ(text.size(), 512U * 74);
-    EXPECT_EQ(text.substr(2 * 74, 74),
-              "0000:20 20 21 22 23 24 25 26 27 28 29 2A 2B 2C 2D 2E 2F  !\"#$%&'()*+,-./\r\n");
-    EXPECT_EQ(text.substr(7 * 74, 74),
-              "0000:70 70 71 72 73 74 75 76 77 78 79 7A 7B 7C 7D 7E 7F pqrstuvwxyz{|}~.\r\n");
-    EXPECT_EQ(text.substr(511 * 74, 74),
-              "001F:F0 FF FF FF FF FF FF FF FF FF FF FF FF FF FF FF FF ................\r\n");
+    const auto line = [&](std::size_t number) { return text.substr(number * 74, 74); };
+    EXPECT_EQ(line(2), "0000:20 20 21 22 23 24 25 26 27 28 29 2A 2B 2C 2D 2E 2F  !\"#$%&'()*+,-./\r\n");
+    EXPECT_EQ(line(7), "0000:70 70 71 72 73 74 75 76 77 78 79 7A 7B 7C 7D 7E 7F pqrstuvwxyz{|}~.\r\n");
+    EXPECT_EQ(line(511), "001F:F0 FF FF FF FF FF FF FF FF FF FF FF FF FF FF FF FF ................\r\n");
     EXPECT_EQ(FormatDeviceMapDump({"COM1", "\xD6\x1F"}),
               "'DeviceMap: COM1\r\n0000:00 D6 1F                                           ..\r\n");
     EXPECT_EQ(FormatDeviceMapDump({"COM1", ""}), "'DeviceMap: COM1\r\n");
@@ -58,17 +56,16 @@ TEST(DumpText, ReadsBack)
         EXPECT_EQ(read.image, Sample()) << reason;
         EXPECT_EQ(read.head.deviceMap, map) << reason;
     };
-    check("as written", dump, std::nullopt);
-    check("with the writer's last line", dump + "\r\n", std::nullopt);
-    check("line feeds alone, the last one missing", bare.substr(0, bare.size() - 1), std::nullopt);
-    check("comments", "'a\r\n" + dump.substr(0, 74) + "'DeviceMap: b\r\n" + dump.substr(74) + "'c",
-          std::nullopt);
+    check("as written", dump, {});
+    check("with the writer's last line", dump + "\r\n", {});
+    check("line feeds alone, the last one missing", bare.substr(0, bare.size() - 1), {});
+    check("comments", "'a\r\n" + dump.substr(0, 74) + "'DeviceMap: b\r\n" + dump.substr(74) + "'c", {});
     check("backup", map + "'Flash\r\n" + dump, DeviceMapDump{"COM2, today", std::string(WholeChain)});
     check("backup of an empty line", emptyMap + dump, DeviceMapDump{"COM2", ""});
-    check("empty lines at the end", dump + "\r\n  \r\n\n", std::nullopt);
+    check("empty lines at the end", dump + "\r\n  \r\n\n", {});
     check("blanks that an editor took", WithoutBlanks(emptyMap + dump), DeviceMapDump{"COM2", ""});
     check("comments like head lines",
-          "'Kinds: a\r\n'CRCs\r\n" + dump.substr(0, 74) + "'Kind: b\r\n" + dump.substr(74), std::nullopt);
+          "'Kinds: a\r\n'CRCs\r\n" + dump.substr(0, 74) + "'Kind: b\r\n" + dump.substr(74), {});
 }
 
 TEST(DumpText, RejectsWhatIsNoWholeImage)

@@ -44,17 +44,15 @@ TEST(FlashImage, DeviceCodesEndAtTheFirstZero)
 
 TEST(MatrixCodes, GiveOffsets)
 {
-    const auto padded = [](std::string text, std::size_t size) {
-        return text.append(size - text.size(), '\xFF');
-    };
+    const auto padded = [](std::string text, auto size) { return text.append(size - text.size(), '\xFF'); };
     const auto check = [&](const std::string& reason, const std::string& list, const std::string& positions) {
         EXPECT_EQ(ParseMatrixCodes(list), positions) << reason;
     };
-    check("one entry", "a1 ,", padded("\x00"s, 16));
-    check("the last contact of the main keyboard", "h12", padded("\xBE", 16));
-    check("blanks are no contact", "b1 ,   ,A2 ", padded("\x02\xFF\x10", 16));
+    check("one entry", "a1 ,", padded("\x00"s, 16U));
+    check("the last contact of the main keyboard", "h12", padded("\xBE", 16U));
+    check("blanks are no contact", "b1 ,   ,A2 ", padded("\x02\xFF\x10", 16U));
     check("nothing", "", "");
-    check("seventeen entries", ",,,,,,,,,,,,,,,,b1", padded(std::string(16, '\xFF') + '\x02', 32));
+    check("seventeen entries", ",,,,,,,,,,,,,,,,b1", padded(std::string(16, '\xFF') + '\x02', 32U));
     check("a column without a line", "b1,1", "\x02");
     check("a line without a column", "b1,c", "\x02");
     check("a letter after a digit", "b1,c1d", "\x02");

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "keymap/Models.h"
-
 namespace kelvora {
 namespace {
 

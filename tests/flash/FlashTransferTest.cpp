@@ -33,10 +33,7 @@ struct TransferLine {
     FlashImage Flash() const { return *ImageFrom(bench.Flash()); }
 
     /// The setup of the line as it is.
-    SetupDocument Setup() const
-    {
-        return TakeFromImage(ReadDeviceMap(std::string(WholeChain)), Flash()).document;
-    }
+    auto Setup() const { return TakeFromImage(ReadDeviceMap(std::string(WholeChain)), Flash()).document; }
 
     /// That setup with two keys in blocks of their own, and an option, as they are not in the device.
     SetupDocument OtherSetup() const
@@ -50,19 +47,18 @@ struct TransferLine {
 
     TransferResult Run(const WantedContent& wanted)
     {
-        const TransferSteps steps{[this](const TransferPlan& plan) {
-                                      return backups.Keep({1, plan.deviceMap, plan.terminal, plan.held});
-                                  },
-                                  [this](const TransferPlan& plan, const std::string& /*backup*/) {
-                                      asked.push_back(plan);
-                                      sent.push_back("?");
-                                      EXPECT_FALSE(bench.port.IsOpen())
-                                          << "the line is held while the user thinks";
-                                      if (whileAsked)
-                                          whileAsked();
-                                      return answer;
-                                  }};
-        TransferResult result = Download(comms, {1, "9600,n,8,1", 0}, hooks, wanted, steps);
+        const auto keep = [this](const TransferPlan& plan) {
+            return backups.Keep({1, plan.deviceMap, plan.terminal, plan.held});
+        };
+        const auto ask = [this](const TransferPlan& plan, const std::string& /*backup*/) {
+            asked.push_back(plan);
+            sent.push_back("?");
+            EXPECT_FALSE(bench.port.IsOpen()) << "the line is held while the user thinks";
+            if (whileAsked)
+                whileAsked();
+            return answer;
+        };
+        TransferResult result = Download(comms, {1, "9600,n,8,1", 0}, hooks, wanted, {keep, ask});
         EXPECT_FALSE(bench.port.IsOpen());
         return result;
     }
@@ -232,15 +228,13 @@ TEST(FlashTransfer, EveryEndIsTold)
     check("answered No for the contents", says(TransferAnswer::KeepContents), State::Old, ContentsKept);
     check("no backup", unkept, State::Old, NotKept, false);
     check("the port is gone after the question", gone, State::Old, Line);
-    check("another CRC after the question", answers("0F02", "M0F02!0(00000000"), State::Foreign,
-          DeviceChanged);
+    check("another CRC after that", answers("0F02", "M0F02!0(00000000"), State::Foreign, DeviceChanged);
     check("a block is refused", answers("0FB1", "M0FB1!2"), State::Old, Line);
     check("the commit is refused", answers("0FB3", "M0FB3!2"), State::Old, Line);
     check("a commit without a meaning, and a third image", meaningless, State::Unknown, Line);
     check("the commit is lost, then the terminal answers", silent({320, {}}), State::Old, Line);
     check("the commit's answer is lost, then the terminal answers", silent({{}, 145}), State::New, Done);
-    check("the line fails behind the commit, which is a warning", answers("$9911", "Ebusy"), State::New,
-          Done);
+    check("the line fails behind the commit: a warning", answers("$9911", "Ebusy"), State::New, Done);
 }
 
 TEST(FlashTransfer, VerifyTellsWhatDiffers)

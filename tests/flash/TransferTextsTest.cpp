@@ -9,10 +9,7 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using Reason = TransferResult::Reason;
 using State = TransferResult::State;
-
-const LineTarget Target{1, "9600,n,8,1", 0};
 
 TEST(TransferTexts, TellWhatTheDeviceHoldsAndWhy)
 {
@@ -24,34 +21,33 @@ TEST(TransferTexts, TellWhatTheDeviceHoldsAndWhy)
         LineOutcome::Failed, {PortFailure::None, ReplyErrorNumber::GaveUp, {}, {}, "0FB3"}, {}, {}};
     const TransferRefusal other{TransferRefusal::Reason::OtherModules, 0, {}, "\xBF\x55", "\xD6\x17\x04\x03"};
     using enum BoxIcon;
-    const auto check = [&](State state, Reason reason, bool isRestore, const LineResult& line, BoxIcon icon,
-                           const char* text, const char* extra) {
+    using enum TransferResult::Reason;
+    const auto check = [&](State state, TransferResult::Reason reason, bool isRestore, const LineResult& line,
+                           BoxIcon icon, const char* text, const char* extra) {
         TransferResult result{
             isRestore, state, reason, line, other, {}, "/backups/a.mem", "No space left on device", {}};
         if (isRestore)
             result.plan.emplace().unheld = {{UnheldSetting::What::Key, ModuleKind::KM096, 7, '1'}};
-        const OutcomeText outcome = DescribeTransfer(MessageCatalogue(), Target, result);
+        const OutcomeText outcome = DescribeTransfer(MessageCatalogue(), {1, "9600,n,8,1", 0}, result);
         EXPECT_THAT(outcome.text, HasSubstr(text));
         EXPECT_THAT(outcome.extra, HasSubstr(extra));
         EXPECT_EQ(outcome.extra.empty(), *extra == '\0') << outcome.extra;
         EXPECT_EQ(outcome.icon, icon) << text;
     };
-    check(State::New, Reason::Done, false, done, Information, "download is done", "in:\r\n/backups/a.mem");
-    check(State::New, Reason::Done, true, done, Information, "dump is restored",
+    check(State::New, Done, false, done, Information, "download is done", "in:\r\n/backups/a.mem");
+    check(State::New, Done, true, done, Information, "dump is restored",
           "it is left out:\r\nComposite Keyboard, Key 7");
-    check(State::Same, Reason::Done, false, done, Information, "holds this image already", "");
-    check(State::Old, Reason::Declined, false, done, Information, "was not changed", "answer was no");
-    check(State::Old, Reason::Declined, false, held, Exclamation, "was not changed", "did not confirm");
-    check(State::Old, Reason::Line, false, stopped, Information, "was not changed", "was stopped");
-    check(State::Old, Reason::Line, false, dead, Exclamation, "was not changed", "COM1: 9600,n,8,1\r\n0FB3");
-    check(State::Unknown, Reason::Line, false, dead, Critical, "run Verify", "does not answer");
-    check(State::Unknown, Reason::Line, true, dead, Critical, "restore it again", "does not answer");
-    check(State::New, Reason::Line, false, dead, Exclamation, "download is done",
-          "What failed came after it");
-    check(State::Old, Reason::NotKept, false, done, Exclamation, "was not changed",
-          "No space left on device");
-    check(State::Foreign, Reason::DeviceChanged, false, done, Exclamation, "Nothing was", "changed while");
-    check(State::Old, Reason::Refused, false, done, Exclamation, "was not changed",
+    check(State::Same, Done, false, done, Information, "holds this image already", "");
+    check(State::Old, Declined, false, done, Information, "was not changed", "answer was no");
+    check(State::Old, Declined, false, held, Exclamation, "was not changed", "did not confirm");
+    check(State::Old, Line, false, stopped, Information, "was not changed", "was stopped");
+    check(State::Old, Line, false, dead, Exclamation, "was not changed", "COM1: 9600,n,8,1\r\n0FB3");
+    check(State::Unknown, Line, false, dead, Critical, "run Verify", "does not answer");
+    check(State::Unknown, Line, true, dead, Critical, "restore it again", "does not answer");
+    check(State::New, Line, false, dead, Exclamation, "download is done", "What failed came after it");
+    check(State::Old, NotKept, false, done, Exclamation, "was not changed", "No space left on device");
+    check(State::Foreign, DeviceChanged, false, done, Exclamation, "Nothing was", "changed while");
+    check(State::Old, Refused, false, done, Exclamation, "was not changed",
           "On the line: Slave Keyboard, 85\r\nWanted there: Composite Keyboard, MCR");
 }
 
