@@ -4,19 +4,11 @@ namespace kelvora {
 
 class Diff : public CliTest {
 protected:
-    struct Row {
-        const char* reason;
-        std::vector<std::string> arguments;
-        int exitCode;
-        std::string out, err;
-    };
-
-    void Expect(std::initializer_list<Row> rows)
+    void Expect(const char* reason, std::vector<std::string> arguments, int exitCode, const std::string& out,
+                const std::string& err)
     {
-        for (Row row : rows) {
-            row.arguments.insert(row.arguments.begin(), "diff");
-            EXPECT_THAT(Run(row.arguments), Gives(row.exitCode, row.out, row.err)) << row.reason;
-        }
+        arguments.insert(arguments.begin(), "diff");
+        EXPECT_THAT(Run(arguments), Gives(exitCode, out, err)) << reason;
     }
 
     const std::string a = Write("a.dat", "[Kelvora]\n[MCR]\nTracks = 1,2\n");
@@ -32,12 +24,12 @@ TEST_F(Diff, ExitsAndPrintsAsProgramsOfThatNameDo)
                                 "ICCR: added\nMCR, tracks read: 1,2 -> 1,2,3\n"
                                 "MCR, separator after track 2: none -> ; (3B)\n";
     const std::string rejected = bad + RejectedSays;
-    Expect({{"same but for its text", {a, same}, 0, "", ""},
-            {"different", {a, b}, 1, differs, ""},
-            {"only the code", {"-q", a, b}, 1, "", ""},
-            {"each with the first", {a, same, b}, 1, differs, ""},
-            {"a rejected one does not hide another", {a, bad, b}, 2, differs, rejected},
-            {"nothing to compare with", {bad, b}, 2, "", rejected}});
+    Expect("same but for its text", {a, same}, 0, "", "");
+    Expect("different", {a, b}, 1, differs, "");
+    Expect("only the code", {"-q", a, b}, 1, "", "");
+    Expect("each with the first", {a, same, b}, 1, differs, "");
+    Expect("a rejected one does not hide another", {a, bad, b}, 2, differs, rejected);
+    Expect("nothing to compare with", {bad, b}, 2, "", rejected);
     EXPECT_EQ(Run({"diff", a}).exitCode, 2);
 }
 
@@ -61,12 +53,12 @@ TEST_F(Diff, TakesFolders)
                               ": removed\n" + added + ": added\n";
     const std::string mixed = "kelvora-cli: a folder is compared with folders, not with " + a + "\n";
     const std::string none = "kelvora-cli: no setup files were found\n";
-    Expect({{"a standard and what deviates", {a, till, gone}, 1, deviates, ""},
-            {"pairs by the names below", {old, now + "/"}, 2, pairs, broken + RejectedSays},
-            {"none is broken", {"-q", old, At("empty")}, 1, "", ""},
-            {"a folder and itself", {old, old}, 0, "", ""},
-            {"a folder and a file", {old, a}, 2, "", mixed},
-            {"nothing", {a, At("empty")}, 2, "", none}});
+    Expect("a standard and what deviates", {a, till, gone}, 1, deviates, "");
+    Expect("pairs by the names below", {old, now + "/"}, 2, pairs, broken + RejectedSays);
+    Expect("none is broken", {"-q", old, At("empty")}, 1, "", "");
+    Expect("a folder and itself", {old, old}, 0, "", "");
+    Expect("a folder and a file", {old, a}, 2, "", mixed);
+    Expect("nothing", {a, At("empty")}, 2, "", none);
     std::filesystem::remove_all(old + "/n");
     EXPECT_EQ(Run({"diff", a, old}).out, deviates);
     EXPECT_EQ(JsonLines(Run({"diff", "--json", old, At("empty")}).out).at(0),

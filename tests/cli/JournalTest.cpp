@@ -63,14 +63,12 @@ TEST_F(JournalCommandTest, EveryOperationOnADeviceLeavesAnEntryOrTellsThatItCann
 TEST_F(JournalCommandTest, ShowsWhatFits)
 {
     const auto keep = [this](const char* time, const char* terminal, Result result) {
-        JournalEntry entry;
-        entry.time = time;
-        entry.operation = JournalOperation::Download;
-        entry.line = 2;
-        entry.terminal = terminal;
-        entry.result = result;
-        entry.message = "two\nlines";
-        access.kept.text += JournalLine(entry);
+        access.kept.text += JournalLine({.time = time,
+                                         .operation = JournalOperation::Download,
+                                         .line = 2,
+                                         .terminal = terminal,
+                                         .result = result,
+                                         .message = "two\nlines"});
     };
     keep("2026-03-08T23:59:59+01:00", "TILL1", Result::Done);
     keep("2026-03-09T00:00:00+01:00", "TILL2", Result::Failed);

@@ -38,9 +38,7 @@ TEST_F(ScanTest, AFailureWritesNothingAndExitsWithThree)
     access.bench.port.refusal = PortFailure::InUse;
     fails({}, "Another program holds the port.");
     access.bench.port.refusal = PortFailure::None;
-    bench::FaultPlan dead;
-    dead.silentAfter.toHost = 600;
-    access.bench.line.SetFaults(dead);
+    access.bench.line.SetFaults({.silentAfter = {.toHost = 600}});
     fails({}, "The terminal does not answer.");
     EXPECT_FALSE(access.bench.port.IsOpen());
 }
