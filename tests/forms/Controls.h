@@ -3,17 +3,16 @@
 
 #include <gmock/gmock.h>
 
-#include <QAbstractButton>
-#include <QApplication>
 #include <QTest>
-#include <QTimer>
-#include <QVariant>
+#include <QtWidgets>
 #include <functional>
 #include <stdexcept>
 #include <string>
 
 namespace kelvora {
 
+using testing::AllOf;
+using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::StartsWith;

@@ -1,27 +1,5 @@
 #include "forms/WindowFaults.h"
 
-#include <QAbstractButton>
-#include <QAbstractScrollArea>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QGroupBox>
-#include <QHeaderView>
-#include <QKeySequence>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMap>
-#include <QMenu>
-#include <QMenuBar>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QScrollArea>
-#include <QScrollBar>
-#include <QStyleOptionComboBox>
-#include <QStyleOptionFrame>
-#include <QTabBar>
-#include <QToolButton>
-#include <QWidget>
-
 #include "platform/qt/ElidedLabel.h"
 
 namespace kelvora {
@@ -48,10 +26,7 @@ int Lacks(const QLabel& label)
 template <class Option>
 int LacksIn(const QWidget& control, const QString& text, QStyle::SubElement element)
 {
-    Option option;
-    option.initFrom(&control);
-    return SizeOf(control, text).width() -
-           control.style()->subElementRect(element, &option, &control).width();
+    return SizeOf(control, text).width() - Inside<Option>(control, element).width();
 }
 
 int Lacks(const QAbstractButton& button)
@@ -110,10 +85,7 @@ int Lacks(const QComboBox& list)
 
 int Lacks(const QLineEdit& field)
 {
-    QStyleOptionFrame option;
-    option.initFrom(&field);
-    const int room = field.style()->subElementRect(QStyle::SE_LineEditContents, &option, &field).width();
-    return SizeOf(field, field.placeholderText()).width() - room;
+    return LacksIn<QStyleOptionFrame>(field, field.placeholderText(), QStyle::SE_LineEditContents);
 }
 
 int Lacks(const QMenuBar& bar)
@@ -123,16 +95,6 @@ int Lacks(const QMenuBar& bar)
         if (action->isVisible())
             lacks = std::max(lacks, bar.actionGeometry(action).right() + 1 - bar.width());
     return lacks;
-}
-
-template <class Control, class... Others>
-int LacksAs(const QWidget& widget)
-{
-    if (const auto* const control = dynamic_cast<const Control*>(&widget))
-        return Lacks(*control);
-    if constexpr (sizeof...(Others) > 0)
-        return LacksAs<Others...>(widget);
-    return 0;
 }
 
 // By how much it stands out of what shows it.
@@ -161,31 +123,6 @@ QString Describe(const QWidget& widget)
     return text;
 }
 
-void AddMnemonic(QMap<QString, QStringList>& owners, const QString& text)
-{
-    const QString key = QKeySequence::mnemonic(text).toString();
-    if (!key.isEmpty())
-        owners[key] << text;
-}
-
-QStringList Shared(const QMap<QString, QStringList>& owners)
-{
-    QStringList shared;
-    for (auto it = owners.begin(); it != owners.end(); ++it)
-        if (it.value().size() > 1)
-            shared << it.key() + ": " + it.value().join(QStringLiteral(", "));
-    return shared;
-}
-
-QStringList SharedIn(const QList<QAction*>& entries)
-{
-    QMap<QString, QStringList> owners;
-    for (const QAction* const entry : entries)
-        if (entry->isVisible())
-            AddMnemonic(owners, entry->text());
-    return Shared(owners);
-}
-
 }  // namespace
 
 QStringList CutTexts(QWidget& window)
@@ -203,9 +140,10 @@ QStringList CutTexts(QWidget& window)
             area && area->horizontalScrollBar()->maximum() > 0)
             cut << QStringLiteral("what scrolls lacks %1 pixels").arg(area->horizontalScrollBar()->maximum());
         const int lacks =
-            isOverflow ? widget->width()
-                       : LacksAs<QLabel, QAbstractButton, QGroupBox, QTabBar, QComboBox, QLineEdit, QMenuBar>(
-                             *widget);
+            isOverflow
+                ? widget->width()
+                : AsFirstOf<QLabel, QAbstractButton, QGroupBox, QTabBar, QComboBox, QLineEdit, QMenuBar>(
+                      *widget, [](const auto& control) { return Lacks(control); }, 0);
         const bool hasText = !widget->property("text").toString().isEmpty();
         const int pixels = std::max(lacks, hasText ? StandsOut(*widget, window) : 0);
         if (pixels > 0)
@@ -216,24 +154,31 @@ QStringList CutTexts(QWidget& window)
 
 QStringList SharedMnemonics(QWidget& window)
 {
-    QMap<QString, QStringList> owners;
-    QStringList shared;
-    for (QWidget* const widget : window.findChildren<QWidget*>()) {
+    // By the menu that they are entries of, or none.
+    QMap<std::pair<const QMenu*, QString>, QStringList> owners;
+    const auto add = [&](const QMenu* menu, const QString& text) {
+        if (const QString key = QKeySequence::mnemonic(text).toString(); !key.isEmpty())
+            owners[{menu, key}] << text;
+    };
+    for (const QWidget* const widget : window.findChildren<QWidget*>()) {
+        const auto* const menu = qobject_cast<const QMenu*>(widget);
+        const auto* const label = qobject_cast<const QLabel*>(widget);
+        const bool isSeen = widget->isVisibleTo(&window) && widget->window() == window.window();
         // Qt's own menus have no name.
-        if (auto* const menu = dynamic_cast<QMenu*>(widget); menu && !menu->objectName().isEmpty())
-            shared << SharedIn(menu->actions());
-        if (!widget->isVisibleTo(&window) || widget->window() != window.window())
-            continue;
-        if (const auto* const bar = dynamic_cast<QMenuBar*>(widget)) {
-            for (const QAction* const entry : bar->actions())
+        if (menu ? !menu->objectName().isEmpty() : isSeen && qobject_cast<const QMenuBar*>(widget)) {
+            for (const QAction* const entry : widget->actions())
                 if (entry->isVisible())
-                    AddMnemonic(owners, entry->text());
-        } else if (const auto* const label = dynamic_cast<QLabel*>(widget); !label || label->buddy()) {
-            AddMnemonic(owners,
-                        widget->property(dynamic_cast<QGroupBox*>(widget) ? "title" : "text").toString());
+                    add(menu, entry->text());
+        } else if (isSeen && (!label || label->buddy())) {
+            add(nullptr,
+                widget->property(qobject_cast<const QGroupBox*>(widget) ? "title" : "text").toString());
         }
     }
-    return shared + Shared(owners);
+    QStringList shared;
+    for (auto each = owners.begin(); each != owners.end(); ++each)
+        if (each.value().size() > 1)
+            shared << each.key().second + ": " + each.value().join(QStringLiteral(", "));
+    return shared;
 }
 
 }  // namespace kelvora

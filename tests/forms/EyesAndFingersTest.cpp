@@ -1,8 +1,4 @@
 // Every window in the palettes that desktops have, and in the size for fingers.
-#include <QLabel>
-#include <QPushButton>
-#include <QStandardItemModel>
-#include <QTableView>
 
 #include "forms/OtherForms.h"
 #include "forms/WindowFaults.h"
@@ -25,12 +21,7 @@ void TakeEveryWindow(const Viewer& viewer)
 
 struct Desktop {
     const char* name;
-    QColor window;
-    QColor base;
-    QColor text;
-    QColor highlight;
-    QColor highlighted;
-    QColor link;
+    QColor window, base, text, highlight, highlighted, link;
 };
 
 const Desktop Desktops[]{

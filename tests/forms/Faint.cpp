@@ -1,23 +1,5 @@
 #include "forms/WindowFaults.h"
 
-#include <QAbstractItemView>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QGroupBox>
-#include <QHash>
-#include <QHeaderView>
-#include <QImage>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMenuBar>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QStyleOptionButton>
-#include <QStyleOptionFrame>
-#include <QTabBar>
-#include <QTextBlock>
-#include <QTextBrowser>
-#include <QToolButton>
 #include <algorithm>
 
 #include "layout/forms/StripView.h"
@@ -61,14 +43,6 @@ double ContrastIn(const QImage& picture)
     for (auto each = counts.keyBegin(); each != counts.keyEnd(); ++each)
         most = std::max(most, Contrast(QColor(ground), QColor(*each)));
     return most;
-}
-
-template <class Option>
-QRect Inside(const QWidget& control, QStyle::SubElement element)
-{
-    Option option;
-    option.initFrom(&control);
-    return control.style()->subElementRect(element, &option, &control);
 }
 
 // The left edge of a frame, with some of what is on either side.
@@ -178,24 +152,11 @@ QList<Spot> SpotsOf(const QAbstractButton& button)
     return {{Middle(button.rect()), button.text()}};
 }
 
+// Those of the kinds that have a name, a title or a field.
 QList<Spot> SpotsOf(const QWidget& widget)
 {
-    if (const auto* const view = qobject_cast<const QHeaderView*>(&widget))
-        return SpotsOf(*view);
-    if (const auto* const page = qobject_cast<const QTextBrowser*>(&widget))
-        return SpotsOf(*page);
-    if (const auto* const strip = dynamic_cast<const StripView*>(&widget))
-        return SpotsOf(*strip);
     if (dynamic_cast<const VerdictSign*>(&widget))
         return {{widget.rect(), widget.accessibleName()}};
-    if (const auto* const view = qobject_cast<const QAbstractItemView*>(&widget))
-        return SpotsOf(*view);
-    if (const auto* const tabs = qobject_cast<const QTabBar*>(&widget))
-        return SpotsOf(*tabs);
-    if (const auto* const bar = qobject_cast<const QMenuBar*>(&widget))
-        return SpotsOf(*bar);
-    if (const auto* const button = qobject_cast<const QAbstractButton*>(&widget))
-        return SpotsOf(*button);
     if (const auto* const label = qobject_cast<const QLabel*>(&widget))
         return {{label->contentsRect(), label->text()}};
     if (const auto* const box = qobject_cast<const QGroupBox*>(&widget))
@@ -222,7 +183,10 @@ QStringList Faint(QWidget& window)
     for (const QWidget* const widget : window.findChildren<QWidget*>()) {
         if (!widget->isVisibleTo(&window) || !widget->isEnabled() || widget->window() != window.window())
             continue;
-        for (const Spot& spot : SpotsOf(*widget)) {
+        const auto spots = AsFirstOf<QHeaderView, QTextBrowser, StripView, QAbstractItemView, QTabBar,
+                                     QMenuBar, QAbstractButton, QWidget>(
+            *widget, [](const auto& control) { return SpotsOf(control); }, QList<Spot>());
+        for (const Spot& spot : spots) {
             // What is scrolled away or lies below something else is not seen.
             const QRect own = spot.place & widget->rect();
             const bool isSeen = !own.isEmpty() && widget->visibleRegion().intersected(own) == QRegion(own);

@@ -1,6 +1,3 @@
-#include <QDialogButtonBox>
-#include <QFileDialog>
-
 #include "forms/MainWindowFixture.h"
 #include "platform/qt/QtFileDialogs.h"
 

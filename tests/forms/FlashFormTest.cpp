@@ -1,6 +1,3 @@
-#include <QDialogButtonBox>
-#include <QTreeWidget>
-
 #include "comms/forms/frmAbort.h"
 #include "flash/DumpText.h"
 #include "flash/forms/BackupsDialog.h"
@@ -35,16 +32,14 @@ protected:
     // Runs the command and answers the question that it comes to.
     void RunAndAnswer(Command command, QDialogButtonBox::StandardButton answer)
     {
-        InDialog<ChangesDialog>([&] { Run(command); },
-                                [&](ChangesDialog& dialog) { Decide(dialog, answer); });
+        InDialog<ChangesDialog>(command, [&](ChangesDialog& dialog) { Decide(dialog, answer); });
     }
     static void Decide(ChangesDialog& dialog, QDialogButtonBox::StandardButton answer)
     {
         Find<QDialogButtonBox>(dialog).button(answer)->click();
     }
 
-    std::string LastBody() const { return prompt.shown.empty() ? std::string() : prompt.shown.back().body; }
-    SetupSession& Session() { return window->ActiveSetup()->Session(); }
+    std::string LastBody() const { return prompt.shown.at(prompt.shown.size() - 1).body; }
     const FlashImage& Flash() const { return line.Memory().flash; }
 
     FlashImage fresh{};
@@ -53,21 +48,20 @@ protected:
 TEST_F(FlashForm, DownloadAsksWithTheLineFreeAndWritesOnlyOnYes)
 {
     ClearFiscal();
-    InDialog<ChangesDialog>([&] { Run(Command::ToolsMenuFlashDownload); },
-                            [&](ChangesDialog& dialog) {
-                                EXPECT_EQ(dialog.windowTitle().toStdString(), "Flash Download: COM1");
-                                EXPECT_EQ(Says(dialog, "Changes"),
-                                          "This will change in the device:\n"
-                                          "0006: Composite Keyboard, fiscal keyboard: yes -> no");
-                                EXPECT_THAT(Says(dialog, "Backup"), HasSubstr("/backups/20"));
-                                EXPECT_FALSE(port.IsOpen());
-                                EXPECT_TRUE(program.operation.IsBusy());
-                                EXPECT_FALSE(IsEnabled(Command::FileMenuNew));
-                                EXPECT_FALSE(QApplication::overrideCursor());
-                                window->close();
-                                EXPECT_FALSE(closed);
-                                QTest::keyClick(&dialog, Qt::Key_Return);
-                            });
+    InDialog<ChangesDialog>(Command::ToolsMenuFlashDownload, [&](ChangesDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle().toStdString(), "Flash Download: COM1");
+        EXPECT_EQ(Says(dialog, "Changes"),
+                  "This will change in the device:\n"
+                  "0006: Composite Keyboard, fiscal keyboard: yes -> no");
+        EXPECT_THAT(Says(dialog, "Backup"), HasSubstr("/backups/20"));
+        EXPECT_FALSE(port.IsOpen());
+        EXPECT_TRUE(program.operation.IsBusy());
+        EXPECT_FALSE(IsEnabled(Command::FileMenuNew));
+        EXPECT_FALSE(QApplication::overrideCursor());
+        window->close();
+        EXPECT_FALSE(closed);
+        QTest::keyClick(&dialog, Qt::Key_Return);
+    });
     EXPECT_EQ(Flash(), fresh);
     EXPECT_TRUE(prompt.shown.empty());
 
@@ -76,9 +70,8 @@ TEST_F(FlashForm, DownloadAsksWithTheLineFreeAndWritesOnlyOnYes)
     expected[6] ^= 1;
     EXPECT_EQ(Flash(), expected);
     EXPECT_EQ(Session().deviceImage, expected);
-    ASSERT_EQ(prompt.shown.size(), 1U);
-    EXPECT_EQ(prompt.shown[0].title, "Flash Download");
-    EXPECT_TRUE(LastBody().starts_with("The download is done.")) << LastBody();
+    EXPECT_EQ(prompt.shown.at(0).title, "Flash Download");
+    EXPECT_THAT(prompt.TakeBodies(), ElementsAre(StartsWith("The download is done.")));
 }
 
 TEST_F(FlashForm, TheQuestionTellsWhatTheDeviceCannotHold)
@@ -89,20 +82,18 @@ TEST_F(FlashForm, TheQuestionTellsWhatTheDeviceCannotHold)
     document = WithOptions(document, options);
     // The keypad has a key there, whatever the setup says.
     document.Modules[FindModule(document.Modules, ModuleKind::ICCR).value()].KeyMap[0] = KeyType::NoKey;
-    InDialog<ChangesDialog>(
-        [&] { Run(Command::ToolsMenuFlashDownload); },
-        [&](ChangesDialog& dialog) {
-            EXPECT_THAT(Says(dialog, "Changes"),
-                        HasSubstr("MCR, separator after track 2: none -> # (23)\n\n"
-                                  "The device cannot hold this; it is left out:\nICCR, Key "));
-            InDialog<ComparisonDialog>(
-                [&] { Press(dialog, "Compare"); },
-                [&](ComparisonDialog& comparison) {
-                    const auto& images = *Find<QTableView>(comparison, "Images").model();
-                    EXPECT_EQ(images.headerData(ImageTable::After, Qt::Horizontal), "PosConfiguration 1");
-                });
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-        });
+    InDialog<ChangesDialog>(Command::ToolsMenuFlashDownload, [&](ChangesDialog& dialog) {
+        EXPECT_THAT(Says(dialog, "Changes"),
+                    HasSubstr("MCR, separator after track 2: none -> # (23)\n\n"
+                              "The device cannot hold this; it is left out:\nICCR, Key "));
+        InDialog<ComparisonDialog>([&] { Press(dialog, "Compare"); },
+                                   [&](ComparisonDialog& comparison) {
+                                       const auto& images = *Find<QTableView>(comparison, "Images").model();
+                                       EXPECT_EQ(images.headerData(ImageTable::After, Qt::Horizontal),
+                                                 "PosConfiguration 1");
+                                   });
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
     EXPECT_EQ(Flash(), fresh);
 }
 
@@ -131,15 +122,15 @@ TEST_F(FlashForm, AStopEndsItAndAnOpenStopDialogGivesWayToTheQuestion)
 TEST_F(FlashForm, VerifySaysWhereItDiffersAndShowsBothImages)
 {
     Run(Command::ToolsMenuFlashVerify);
-    EXPECT_EQ(LastBody(), "The device's flash memory holds this setup.");
+    EXPECT_THAT(prompt.TakeBodies(), ElementsAre("The device's flash memory holds this setup."));
     ClearFiscal();
     Run(Command::ToolsMenuFlashVerify);
-    ASSERT_EQ(prompt.shown.size(), 2U);
-    EXPECT_EQ(prompt.shown[1].title, "Flash Verify");
-    EXPECT_TRUE(LastBody().starts_with(
-        "The device does not hold this setup. The first difference is at address 0006 (hex)\r\n"));
-    EXPECT_THAT(LastBody(), HasSubstr("fiscal keyboard: no -> yes\r\n"));
-    EXPECT_EQ(prompt.shown[1].style.defaultAnswer, Answer::No);
+    EXPECT_EQ(prompt.shown.at(0).title, "Flash Verify");
+    EXPECT_EQ(prompt.shown[0].style.defaultAnswer, Answer::No);
+    const std::string differs =
+        "The device does not hold this setup. The first difference is at address 0006 (hex)\r\n";
+    EXPECT_THAT(prompt.TakeBodies(),
+                ElementsAre(AllOf(StartsWith(differs), HasSubstr("fiscal keyboard: no -> yes\r\n"))));
 
     prompt.answers = {Answer::Yes};
     Run(Command::ToolsMenuFlashVerify);
@@ -240,12 +231,10 @@ TEST_F(FlashForm, ADumpIsRestoredAsItIsOnASecondYesWhereItTakesKeyContents)
     for (const Answer answer : {Answer::No, Answer::Yes}) {
         choose("till.mem", FormatFlashDump(dump));
         prompt.answers = {answer};
-        InDialog<ChangesDialog>([&] { Run(Command::ToolsMenuFlashRestore); },
-                                [&](ChangesDialog& dialog) {
-                                    EXPECT_THAT(Says(dialog, "Question"),
-                                                StartsWith("This dump is erased where the device"));
-                                    Decide(dialog, QDialogButtonBox::Yes);
-                                });
+        InDialog<ChangesDialog>(Command::ToolsMenuFlashRestore, [&](ChangesDialog& dialog) {
+            EXPECT_THAT(Says(dialog, "Question"), StartsWith("This dump is erased where the device"));
+            Decide(dialog, QDialogButtonBox::Yes);
+        });
         EXPECT_EQ(Flash() == dump.image, answer == Answer::Yes);
     }
     EXPECT_EQ(prompt.shown.front().style.defaultAnswer, Answer::No);

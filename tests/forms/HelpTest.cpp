@@ -1,6 +1,3 @@
-#include <QFile>
-#include <QTextBrowser>
-
 #include "forms/MainWindowFixture.h"
 #include "keymap/forms/frmKeyb.h"
 #include "platform/qt/HelpTopic.h"
@@ -105,12 +102,11 @@ TEST_F(HelpForm, OpensAtThePageOfTheWindowEvenUnderAModalForm)
     EXPECT_EQ(Page(), "setup.html");
 
     Trigger(Command::LayoutMenuAddKBMASTER);
-    InDialog<frmKeyb>([&] { Click(StripButton::Master); },
-                      [&](frmKeyb& form) {
-                          QTest::keyClick(&form, Qt::Key_F1);
-                          EXPECT_EQ(Page(), "keys.html");
-                          EXPECT_EQ(Open()->parentWidget(), &form) << "the form would hold it up";
-                      });
+    InDialog<frmKeyb>(StripButton::Master, [&](frmKeyb& form) {
+        QTest::keyClick(&form, Qt::Key_F1);
+        EXPECT_EQ(Page(), "keys.html");
+        EXPECT_EQ(Open()->parentWidget(), &form) << "the form would hold it up";
+    });
 }
 
 TEST_F(HelpForm, SearchesAllPagesAndShowsThePlace)

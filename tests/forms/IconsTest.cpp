@@ -1,12 +1,8 @@
 // The icons that were drawn at build time against their drawings.
 #include <gtest/gtest.h>
 
-#include <QApplication>
-#include <QDir>
-#include <QImage>
-#include <QPainter>
-#include <QPalette>
 #include <QSvgRenderer>
+#include <QtWidgets>
 #include <algorithm>
 
 #include "windows/forms/Icons.h"
@@ -29,7 +25,7 @@ QImage DrawingOf(const QString& name, int side, const QColor& colour)
     return picture;
 }
 
-QImage Shown(const QIcon& icon, int side, QIcon::Mode mode = QIcon::Normal)
+QImage Shown(const QIcon& icon, int side, QIcon::Mode mode)
 {
     return icon.pixmap({side, side}, 1, mode).toImage().convertToFormat(QImage::Format_ARGB32_Premultiplied);
 }
@@ -59,13 +55,11 @@ TEST(Icons, AreTheirDrawingsInThePalettesColours)
             const QString name = drawing.chopped(4);
             const QIcon icon = name == QLatin1String("kelvora") ? ProgramIcon() : ThemedIcon(name);
             // 16 or 24, and the like, are drawn at build time; 20 and 30 are not.
-            for (const int side : {16, 20, 24, 30, 32, 36, 48, 64}) {
-                EXPECT_LE(Difference(Shown(icon, side), DrawingOf(name, side, colour)), Rounding)
-                    << qPrintable(name) << ' ' << side;
-                EXPECT_LE(Difference(Shown(icon, side, QIcon::Selected), DrawingOf(name, side, Qt::red)),
-                          Rounding)
-                    << qPrintable(name) << ' ' << side;
-            }
+            for (const int side : {16, 20, 24, 30, 32, 36, 48, 64})
+                for (const auto& [mode, shown] :
+                     {std::pair(QIcon::Normal, colour), {QIcon::Selected, Qt::red}})
+                    EXPECT_LE(Difference(Shown(icon, side, mode), DrawingOf(name, side, shown)), Rounding)
+                        << qPrintable(name) << ' ' << side;
         }
     }
     QApplication::setPalette(before);

@@ -1,9 +1,5 @@
-#include <QGroupBox>
-#include <QPushButton>
-
 #include "fakes/FakePrompt.h"
 #include "forms/Controls.h"
-#include "keymap/forms/KeyCap.h"
 #include "keymap/forms/frmKeyb.h"
 #include "platform/qt/Text.h"
 #include "setup/PosCfg.h"

@@ -1,7 +1,5 @@
 // Every window in every language: all its texts can be read, each mnemonic belongs to one control, and each
 // control has a name and is reached by the Tab key.
-#include <QDir>
-#include <QTranslator>
 
 #include "forms/OtherForms.h"
 #include "forms/WindowFaults.h"

@@ -1,6 +1,3 @@
-#include <QAccessible>
-#include <QDialogButtonBox>
-
 #include "forms/MainWindowFixture.h"
 #include "layout/LayoutCommands.h"
 #include "layout/forms/OptionsDialogs.h"
@@ -29,10 +26,7 @@ protected:
     void Key(Qt::Key key) { QTest::keyClick(&Strip(), key); }
 
     /// The middle of a button, a little towards one of its sides, in the strip.
-    QPoint Beside(StripButton button, int dx)
-    {
-        return Strip().Button(button).geometry().center() + QPoint(dx, 0);
-    }
+    QPoint Beside(StripButton at, int dx) { return Strip().Button(at).geometry().center() + QPoint(dx, 0); }
 };
 
 constexpr ModuleKind Master = ModuleKind::KM096;
@@ -178,14 +172,13 @@ TEST_F(LayoutForm, OptionsRefuseWhatAFileCannotCarry)
     EXPECT_EQ(window->ActiveSetup()->UndoStack().count(), steps);
 
     Strip().FocusButton(StripButton::Master);
-    InDialog<MasterOptionsDialog>([this] { Trigger(Command::LayoutMenuOptions); },
-                                  [](MasterOptionsDialog& form) {
-                                      Press(form, "FiscalCheck");
-                                      Press(form, "BacklightCheck");
-                                      form.accept();
-                                  });
+    InDialog<MasterOptionsDialog>(Command::LayoutMenuOptions, [](MasterOptionsDialog& form) {
+        Press(form, "FiscalCheck");
+        Press(form, "BacklightCheck");
+        form.accept();
+    });
     EXPECT_EQ(Modules()[0].Options, "NO ");
-    EXPECT_EQ(static_cast<unsigned char>(window->ActiveSetup()->Session().document.DeviceMap[1]), 31);
+    EXPECT_EQ(static_cast<unsigned char>(Session().document.DeviceMap[1]), 31);
 }
 
 TEST_F(LayoutForm, LanguageChangeRetextsEveryWindowAndIsKept)

@@ -1,6 +1,3 @@
-#include <QFile>
-#include <QProgressBar>
-
 #include "comms/forms/frmAbort.h"
 #include "forms/MainWindowFixture.h"
 #include "layout/LayoutCommands.h"
@@ -26,7 +23,6 @@ protected:
 
     std::string Text(const char* panel) { return Says(window->Status(), panel); }
     frmAbort* Abort() { return window->findChild<frmAbort*>(); }
-    SetupSession& Session() { return window->ActiveSetup()->Session(); }
 
     const std::vector<ModuleKind> allFour{ModuleKind::KM096, ModuleKind::KM064, ModuleKind::MCR,
                                           ModuleKind::ICCR};
@@ -94,14 +90,12 @@ TEST_F(LineScanForm, ARescanIsOneStepBackAlsoWhenTheLineIsDead)
     const WindowFile saved = Session().HeldAs();
     const SetupDocument before = Session().document;
 
-    bench::FaultPlan dead;
-    dead.silentAfter.toHost = 0;
-    line.SetFaults(dead);
+    line.SetFaults({.silentAfter = {.toHost = 0}});
     Run(Command::ToolsMenuRescanLine);
-    ASSERT_EQ(prompt.shown.size(), 1U);
-    EXPECT_THAT(prompt.shown[0].body, HasSubstr("224"));
-    EXPECT_THAT(prompt.shown[0].body,
-                HasSubstr("\r\nPosConfiguration 1, COM1 (bench): 9600,n,8,1\r\n$9900: no answer"));
+    EXPECT_THAT(prompt.TakeBodies(),
+                ElementsAre(AllOf(
+                    HasSubstr("224"),
+                    HasSubstr("\r\nPosConfiguration 1, COM1 (bench): 9600,n,8,1\r\n$9900: no answer"))));
     EXPECT_TRUE(Modules().empty());
     EXPECT_EQ(Session().settings.FileName, "");
 
@@ -116,7 +110,7 @@ TEST_F(LineScanForm, ARescanIsOneStepBackAlsoWhenTheLineIsDead)
 TEST_F(LineScanForm, OnlyTerminateStopsIt)
 {
     auto& stop = Find<QAbstractButton>(window->Status(), "StopButton");
-    const auto check = [&](const char* why, const std::function<void()>& answer, bool stops) {
+    const auto check = [&](const char* why, bool stops, const std::function<void()>& answer) {
         Scan(milliseconds(3000), [&] {
             QApplication::setActiveWindow(window.get());
             EXPECT_TRUE(stop.isVisible());
@@ -141,34 +135,24 @@ TEST_F(LineScanForm, OnlyTerminateStopsIt)
         EXPECT_EQ(MainChain(Modules()), allFour) << why;
         EXPECT_EQ(Session().deviceImage.has_value(), !stops) << why;
         // Which window it was, that it was stopped, and that the keys are the defaults.
-        ASSERT_EQ(prompt.shown.size(), stops ? 1U : 0U) << why;
-        if (stops) {
-            EXPECT_EQ(prompt.shown[0].body, std::string(Message::ScanStopped.fallback) + "\r\n" +
-                                                Session().settings.Name + ", COM1\r\n" +
-                                                std::string(Message::ScanNoImage.fallback));
-        }
-        prompt.shown.clear();
+        const std::vector<std::string> told{std::string(Message::ScanStopped.fallback) + "\r\n" +
+                                            Session().settings.Name + ", COM1\r\n" +
+                                            std::string(Message::ScanNoImage.fallback)};
+        EXPECT_EQ(prompt.TakeBodies(), stops ? told : std::vector<std::string>()) << why;
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     };
-    check(
-        "continue", [&] { Press(*Abort(), "ContinueCommand"); }, false);
-    check(
-        "another window comes to the front",
-        [&] {
-            QEvent away(QEvent::WindowDeactivate);
-            QCoreApplication::sendEvent(Abort(), &away);
-        },
-        false);
-    check(
-        "the end of the operation closes it", [] {}, false);
-    check(
-        "terminate", [&] { Press(*Abort(), "AbortCommand"); }, true);
+    check("continue", false, [&] { Press(*Abort(), "ContinueCommand"); });
+    check("another window comes to the front", false, [&] {
+        QEvent away(QEvent::WindowDeactivate);
+        QCoreApplication::sendEvent(Abort(), &away);
+    });
+    check("the end of the operation closes it", false, [] {});
+    check("terminate", true, [&] { Press(*Abort(), "AbortCommand"); });
     // The next operation begins with no stop asked for; idle, the key only tells what it is for.
     Run(Command::ToolsMenuRescanLine);
     EXPECT_TRUE(Session().deviceImage);
     QTest::keyClick(window->ActiveSetup(), Qt::Key_Escape);
-    ASSERT_EQ(prompt.shown.size(), 1U);
-    EXPECT_THAT(prompt.shown[0].body, HasSubstr("270"));
+    EXPECT_THAT(prompt.TakeBodies(), ElementsAre(HasSubstr("270")));
     EXPECT_FALSE(program.operation.IsStopAsked());
 }
 

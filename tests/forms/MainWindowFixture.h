@@ -4,14 +4,6 @@
 
 #include <gmock/gmock.h>
 
-#include <QApplication>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMenu>
-#include <QPushButton>
-#include <QTableView>
-#include <QTemporaryDir>
 #include <functional>
 #include <memory>
 
@@ -79,7 +71,8 @@ protected:
     }
     bool IsEnabled(Command command) { return window->Actions()[command].isEnabled(); }
     StripView& Strip() { return window->ActiveSetup()->Strip(); }
-    const ModuleList& Modules() { return window->ActiveSetup()->Session().document.Modules; }
+    SetupSession& Session() { return window->ActiveSetup()->Session(); }
+    const ModuleList& Modules() { return Session().document.Modules; }
     void Click(StripButton button) { QTest::mouseClick(&Strip().Button(button), Qt::LeftButton); }
 
     /// The window of that type that is there; null for none.
@@ -99,6 +92,17 @@ protected:
     {
         kelvora::InDialog<Dialog>(open, act);
         QApplication::setActiveWindow(window.get());
+    }
+    /// The same with what a command opens, or a click on a device.
+    template <class Dialog>
+    void InDialog(Command command, const std::function<void(Dialog&)>& act)
+    {
+        InDialog<Dialog>([&] { Run(command); }, act);
+    }
+    template <class Dialog>
+    void InDialog(StripButton button, const std::function<void(Dialog&)>& act)
+    {
+        InDialog<Dialog>([&] { Click(button); }, act);
     }
 
     QTemporaryDir folder;

@@ -1,12 +1,5 @@
 #include "forms/WindowFaults.h"
 
-#include <QAbstractButton>
-#include <QAccessible>
-#include <QLabel>
-#include <QMainWindow>
-#include <QProgressBar>
-#include <QSet>
-#include <QTabBar>
 #include <QTest>
 
 namespace kelvora {

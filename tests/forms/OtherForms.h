@@ -1,8 +1,6 @@
 // The windows that the help has no picture of.
 #pragma once
 
-#include <QInputDialog>
-
 #include "Scenes.h"
 #include "forms/MainWindowFixture.h"
 #include "keymap/forms/frmKeyb.h"
@@ -55,7 +53,7 @@ public:
         viewer.Take(*window, "empty");
         Trigger(Command::FileMenuNew);
         viewer.Take(*window, "no-modules");
-        InDialog<QInputDialog>([this] { Trigger(Command::FileMenuSaveAsTemplate); },
+        InDialog<QInputDialog>(Command::FileMenuSaveAsTemplate,
                                [&](QWidget& form) { viewer.Take(form, "template-name"); });
         Trigger(Command::HelpMenuGuide);
         viewer.Take(*Opened<HelpWindow>(), "help");
@@ -63,17 +61,15 @@ public:
         for (const Command add : {Command::LayoutMenuAddKBMASTER, Command::LayoutMenuAddKB64})
             Trigger(add);
         Strip().FocusButton(StripButton::Master);
-        InDialog<MasterOptionsDialog>([this] { Trigger(Command::LayoutMenuOptions); },
+        InDialog<MasterOptionsDialog>(Command::LayoutMenuOptions,
                                       [&](QWidget& form) { viewer.Take(form, "master-options"); });
-        InDialog<frmKeyb>([this] { Click(StripButton::KM064); },
-                          [&](QWidget& form) {
-                              QTest::keyClick(form.focusWidget(), Qt::Key_U);  // one that is unused
-                              viewer.Take(form, "keys-64");
-                          });
+        InDialog<frmKeyb>(StripButton::KM064, [&](QWidget& form) {
+            QTest::keyClick(form.focusWidget(), Qt::Key_U);  // one that is unused
+            viewer.Take(form, "keys-64");
+        });
         Trigger(Command::LayoutMenuAddICCR);
         QTest::keyClick(&Strip(), Qt::Key_Return);
-        InDialog<frmKeyb>([this] { Click(StripButton::Keypad); },
-                          [&](QWidget& form) { viewer.Take(form, "keys-iccr"); });
+        InDialog<frmKeyb>(StripButton::Keypad, [&](QWidget& form) { viewer.Take(form, "keys-iccr"); });
         for (const RecoveryDamage damage : {RecoveryDamage::None, RecoveryDamage::Content}) {
             RecoveryDialog recovery(program.texts, {{.id = path, .damage = damage}});
             recovery.show();

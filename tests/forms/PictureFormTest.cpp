@@ -1,10 +1,4 @@
-#include <QFile>
-#include <QImage>
-#include <QPrintDialog>
-#include <QPrintPreviewDialog>
-#include <QPrintPreviewWidget>
-#include <QPrinter>
-#include <QTabBar>
+#include <QtPrintSupport>
 
 #include "forms/MainWindowFixture.h"
 #include "picture/forms/PictureView.h"
@@ -55,24 +49,22 @@ std::string ViewOf(const SetupsDialog& dialog)
 
 TEST_F(PictureForm, PreviewAndPrintShowTheSheet)
 {
-    InDialog<QPrintPreviewDialog>(
-        [&] { Trigger(Command::FileMenuPrintPreview); },
-        [](QPrintPreviewDialog& dialog) { EXPECT_EQ(Find<QPrintPreviewWidget>(dialog).pageCount(), 1); });
+    InDialog<QPrintPreviewDialog>(Command::FileMenuPrintPreview, [](QPrintPreviewDialog& dialog) {
+        EXPECT_EQ(Find<QPrintPreviewWidget>(dialog).pageCount(), 1);
+    });
     const auto print = [this](const QString& paper) {
-        InDialog<QPrintDialog>([&] { Trigger(Command::FileMenuPrint); },
-                               [&](QPrintDialog& dialog) {
-                                   EXPECT_EQ(dialog.printer()->docName().toStdString(), "till");
-                                   dialog.printer()->setOutputFormat(QPrinter::PdfFormat);
-                                   dialog.printer()->setOutputFileName(paper);
-                                   dialog.done(QDialog::Accepted);
-                               });
+        InDialog<QPrintDialog>(Command::FileMenuPrint, [&](QPrintDialog& dialog) {
+            EXPECT_EQ(dialog.printer()->docName().toStdString(), "till");
+            dialog.printer()->setOutputFormat(QPrinter::PdfFormat);
+            dialog.printer()->setOutputFileName(paper);
+            dialog.done(QDialog::Accepted);
+        });
     };
     print(folder.filePath("paper.pdf"));
     EXPECT_GT(QFile(folder.filePath("paper.pdf")).size(), 10000);
     EXPECT_TRUE(prompt.shown.empty());
     print("/dev/full");
-    ASSERT_EQ(prompt.shown.size(), 1U);
-    EXPECT_THAT(prompt.shown[0].body, HasSubstr("/dev/full"));
+    EXPECT_THAT(prompt.TakeBodies(), ElementsAre(HasSubstr("/dev/full")));
 }
 
 TEST_F(PictureForm, ExportsEachType)

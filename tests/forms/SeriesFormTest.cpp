@@ -1,5 +1,4 @@
 // The windows of a series and of the journal.
-#include <QPointer>
 
 #include "fakes/FakeSeriesRunner.h"
 #include "fakes/MemoryJournal.h"
@@ -246,7 +245,7 @@ TEST_F(JournalForm, ABackupIsOpenedComparedAndRestored)
 {
     Run(Command::FileMenuScan);
     Backups backups(files, Folder() + "/backups");
-    FlashImage changed = *window->ActiveSetup()->Session().deviceImage;
+    FlashImage changed = *Session().deviceImage;
     changed[6] ^= 1;
     JournalEntry entry;
     entry.time = "2026-03-09T07:05:00+01:00";
@@ -255,8 +254,7 @@ TEST_F(JournalForm, ABackupIsOpenedComparedAndRestored)
     entry.result = Result::Done;
     entry.backup = Folder() + "/none.mem";
     kept.text += JournalLine(entry);
-    entry.backup =
-        backups.Keep({1, window->ActiveSetup()->Session().document.DeviceMap, "BENCH TERMINAL", changed});
+    entry.backup = backups.Keep({1, Session().document.DeviceMap, "BENCH TERMINAL", changed});
     kept.text += JournalLine(entry);
 
     JournalWindow& form = Show();

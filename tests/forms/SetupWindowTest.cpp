@@ -1,6 +1,3 @@
-#include <QAccessible>
-#include <QDropEvent>
-#include <QMimeData>
 #include <future>
 
 #include "fakes/FakeFiles.h"
@@ -38,12 +35,11 @@ protected:
 
     void MakeKey52DoubleHorizontal()
     {
-        InDialog<frmKeyb>([this] { Click(StripButton::Master); },
-                          [](frmKeyb& form) {
-                              Press(form, "Keys51");
-                              Press(form, "KeyTypeOption2");
-                              Press(form, "Back");
-                          });
+        InDialog<frmKeyb>(StripButton::Master, [](frmKeyb& form) {
+            Press(form, "Keys51");
+            Press(form, "KeyTypeOption2");
+            Press(form, "Back");
+        });
     }
 };
 
@@ -56,7 +52,7 @@ TEST_F(SetupWindow, OpenChangeAKeyUndoSaveClose)
     EXPECT_EQ(setup->windowTitle(), "till[*]");
     EXPECT_EQ(setup->Session().settings.FileName, LowerCase(path));
     // Quit without a change changes nothing, a part of the keyboard opens nothing.
-    InDialog<frmKeyb>([this] { Click(StripButton::Master); }, [](frmKeyb& form) { Press(form, "Back"); });
+    InDialog<frmKeyb>(StripButton::Master, [](frmKeyb& form) { Press(form, "Back"); });
     Click(StripButton::Backlight);
     EXPECT_FALSE(setup->IsChanged());
 
@@ -104,18 +100,17 @@ TEST_F(SetupWindow, FilesWaitWhileADialogIsOpen)
 {
     window->OpenFiles({PathToQString(path)});
     files.Write(At("Other.dat"), Before);
-    InDialog<frmKeyb>([this] { Click(StripButton::Master); },
-                      [this](frmKeyb& form) {
-                          window->OpenFiles({folder.path() + "/Other.dat"});
-                          // A screen reader presses what lies under it too.
-                          Trigger(Command::FileMenuNew);
-                          QAccessible::queryAccessibleInterface(&Strip().Button(StripButton::MCR))
-                              ->actionInterface()
-                              ->doAction(QAccessibleActionInterface::pressAction());
-                          EXPECT_FALSE(Strip().Button(StripButton::MCR).isDown());
-                          EXPECT_EQ(window->AllSetups().size(), 1U);
-                          Press(form, "Back");
-                      });
+    InDialog<frmKeyb>(StripButton::Master, [this](frmKeyb& form) {
+        window->OpenFiles({folder.path() + "/Other.dat"});
+        // A screen reader presses what lies under it too.
+        Trigger(Command::FileMenuNew);
+        QAccessible::queryAccessibleInterface(&Strip().Button(StripButton::MCR))
+            ->actionInterface()
+            ->doAction(QAccessibleActionInterface::pressAction());
+        EXPECT_FALSE(Strip().Button(StripButton::MCR).isDown());
+        EXPECT_EQ(window->AllSetups().size(), 1U);
+        Press(form, "Back");
+    });
     QApplication::processEvents();
     EXPECT_EQ(window->AllSetups().size(), 2U);
 }
@@ -143,10 +138,10 @@ TEST_F(SetupWindow, FailedWriteKeepsTheWindowUnlessTheUserLetsItGo)
     EXPECT_EQ(window->ActiveSetup()->windowTitle(), "PosConfiguration1[*]");
     Choose("missing/x");
     Trigger(Command::FileMenuSave);
-    ASSERT_EQ(prompt.shown.size(), 1U);
-    EXPECT_EQ(prompt.shown[0].body, "File " + At("missing/x.dat") +
-                                        "\r\nNo such file or directory\r\n\r\nThe file could not be saved.");
-    EXPECT_TRUE(window->ActiveSetup()->Session().settings.FileName.empty());
+    EXPECT_THAT(prompt.TakeBodies(),
+                ElementsAre("File " + At("missing/x.dat") +
+                            "\r\nNo such file or directory\r\n\r\nThe file could not be saved."));
+    EXPECT_TRUE(Session().settings.FileName.empty());
     Choose("New Till");
     Trigger(Command::FileMenuSave);
     EXPECT_EQ(window->ActiveSetup()->windowTitle(), "new till.dat[*]");
@@ -167,7 +162,7 @@ TEST_F(SetupWindow, RejectedFileOpensEmptyOnYesAndIsNeverOverwrittenUnasked)
     EXPECT_NE(prompt.shown.at(0).body.find("Line 2: Expected here: another module"), std::string::npos);
     window->OpenFiles({PathToQString(path)});
     ASSERT_NE(window->ActiveSetup(), nullptr);
-    EXPECT_TRUE(window->ActiveSetup()->Session().document.Modules.empty());
+    EXPECT_TRUE(Session().document.Modules.empty());
     Trigger(Command::FileMenuSave);
     EXPECT_EQ(dialogs.asked.size(), 1U);
     EXPECT_EQ(files.Read(path), "[KM064]\r\n[KM096]\r\n");

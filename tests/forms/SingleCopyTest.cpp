@@ -7,7 +7,6 @@
 #include "windows/forms/SingleCopy.h"
 
 namespace kelvora {
-namespace {
 
 TEST(SingleCopy, SecondCopyIsRefusedAndHandsItsFilesOver)
 {
@@ -35,5 +34,4 @@ TEST(SingleCopy, SecondCopyIsRefusedAndHandsItsFilesOver)
     EXPECT_FALSE(third.HandOver({"/a/first.dat"}));
 }
 
-}  // namespace
 }  // namespace kelvora

@@ -1,16 +1,5 @@
 #include "forms/WindowFaults.h"
 
-#include <QAbstractButton>
-#include <QAbstractItemView>
-#include <QComboBox>
-#include <QHeaderView>
-#include <QLineEdit>
-#include <QMenu>
-#include <QMenuBar>
-#include <QScrollBar>
-#include <QSplitterHandle>
-#include <QTabBar>
-
 #include "layout/forms/ModuleButton.h"
 #include "platform/qt/ProgramStyle.h"
 

@@ -1,5 +1,3 @@
-#include <QSettings>
-
 #include "fakes/FakeFiles.h"
 #include "forms/MainWindowFixture.h"
 #include "picture/forms/CardDelegate.h"
@@ -47,8 +45,7 @@ TEST_F(StartPageForm, TellsOfEachFileOpensItAndTakesItFromTheList)
     QTest::mouseDClick(Cards().viewport(), Qt::LeftButton, {}, sign);
     EXPECT_EQ(Cards().model()->rowCount(), 2);
     Key(Qt::Key_Return);
-    ASSERT_EQ(prompt.shown.size(), 1U);
-    EXPECT_TRUE(prompt.shown[0].body.starts_with(Message::NotFound.fallback));
+    EXPECT_THAT(prompt.TakeBodies(), ElementsAre(StartsWith(Message::NotFound.fallback)));
     EXPECT_EQ(Cards().model()->rowCount(), 1) << "what is gone is told of once";
 
     EXPECT_TRUE(AreRead());

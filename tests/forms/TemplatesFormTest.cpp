@@ -1,5 +1,3 @@
-#include <QInputDialog>
-
 #include "forms/MainWindowFixture.h"
 #include "setup/SetupWriter.h"
 #include "windows/forms/TemplatesDialog.h"
@@ -19,28 +17,25 @@ protected:
 
     void InTemplates(const std::function<void(TemplatesDialog&, SetupCards&)>& act)
     {
-        InDialog<TemplatesDialog>(
-            [this] { Trigger(Command::FileMenuNewFromTemplate); },
-            [&](TemplatesDialog& dialog) {
-                auto& cards = Find<SetupCards>(dialog);
-                EXPECT_TRUE(QTest::qWaitFor([&] { return !cards.IsReading(); }, LongestWaitMs));
-                act(dialog, cards);
-            });
+        InDialog<TemplatesDialog>(Command::FileMenuNewFromTemplate, [&](TemplatesDialog& dialog) {
+            auto& cards = Find<SetupCards>(dialog);
+            EXPECT_TRUE(QTest::qWaitFor([&] { return !cards.IsReading(); }, LongestWaitMs));
+            act(dialog, cards);
+        });
     }
 };
 
 TEST_F(TemplatesForm, ASetupIsKeptBegunWithRenamedAndRemoved)
 {
-    const SetupDocument kept = window->ActiveSetup()->Session().document;
+    const SetupDocument kept = Session().document;
     std::string file = At("templates/Corner Shop.dat");
     for (const Answer replaces : {Answer::Yes, Answer::No}) {
         prompt.answers = {replaces};
-        InDialog<QInputDialog>([this] { Trigger(Command::FileMenuSaveAsTemplate); },
-                               [](QInputDialog& dialog) {
-                                   EXPECT_EQ(dialog.textValue(), "PosConfiguration1");
-                                   dialog.setTextValue(" Corner Shop ");
-                                   dialog.accept();
-                               });
+        InDialog<QInputDialog>(Command::FileMenuSaveAsTemplate, [](QInputDialog& dialog) {
+            EXPECT_EQ(dialog.textValue(), "PosConfiguration1");
+            dialog.setTextValue(" Corner Shop ");
+            dialog.accept();
+        });
         EXPECT_EQ(files.Read(file), WriteSetup(kept.Modules) + "\r\n");
         Trigger(Command::LayoutMenuAddMCR);
     }
@@ -83,7 +78,7 @@ TEST_F(TemplatesForm, ASetupIsKeptBegunWithRenamedAndRemoved)
 TEST_F(TemplatesForm, AModuleIsPastedAsOneStep)
 {
     Strip().FocusButton(StripButton::Master);
-    window->ActiveSetup()->Session().document.Modules.front().KeyMap.front() = '0';
+    Session().document.Modules.front().KeyMap.front() = '0';
     Trigger(Command::EditMenuCopy);
     Trigger(Command::FileMenuNew);
     Trigger(Command::EditMenuPaste);

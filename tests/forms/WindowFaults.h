@@ -1,10 +1,31 @@
 // What is wrong with a window as it stands on the screen, for eyes, hands and screen readers.
 #pragma once
 
-#include <QStringList>
-#include <QWidget>
+#include <QtWidgets>
 
 namespace kelvora {
+
+/// Where a control of that kind, as it is, has that part.
+template <class Option>
+QRect Inside(const QWidget& control, QStyle::SubElement element)
+{
+    Option option;
+    option.initFrom(&control);
+    return control.style()->subElementRect(element, &option, &control);
+}
+
+/// What `judge` says of the widget as the first of those kinds that it is, or `ofOthers`.
+template <class... Kinds, class Judge, class Result>
+Result AsFirstOf(const QWidget& widget, const Judge& judge, Result ofOthers)
+{
+    const auto take = [&](const auto* as) {
+        if (as)
+            ofOthers = judge(*as);
+        return as != nullptr;
+    };
+    (take(dynamic_cast<const Kinds*>(&widget)) || ...);
+    return ofOthers;
+}
 
 /// The labels, buttons, boxes, titles, heads, tabs, hints and menus of a shown window whose text is wider or
 /// higher than its place, a line each; none when all can be read.

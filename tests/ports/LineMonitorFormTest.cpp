@@ -1,7 +1,3 @@
-#include <QPointer>
-#include <QScrollBar>
-#include <QTableView>
-
 #include "comms/forms/LineMonitorWindow.h"
 #include "ports/PortFormsFixture.h"
 

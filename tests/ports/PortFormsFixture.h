@@ -1,8 +1,6 @@
 // Scripted ports, boxes and dialogs, for the forms of the ports.
 #pragma once
 
-#include <QApplication>
-
 #include "catalogue/UserFiles.h"
 #include "fakes/FakeEventLoop.h"
 #include "fakes/FakeFileDialogs.h"

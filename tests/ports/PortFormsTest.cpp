@@ -1,9 +1,3 @@
-#include <QComboBox>
-#include <QDialogButtonBox>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QTabBar>
-
 #include "ports/PortFormsFixture.h"
 #include "ports/forms/PortsDialog.h"
 #include "ports/forms/frmPortSetup.h"
@@ -68,8 +62,7 @@ TEST_F(PortSetupForm, WithoutAPortItSaysSoAndCloses)
     texts.Speak(MessageCatalogue(std::string(CatalogueHeader) + "104, None. \r\n119, Ports \r\n", "ENG"));
     Show(form);
     EXPECT_FALSE(form.isVisible());
-    ASSERT_EQ(prompt.shown.size(), 1U);
-    EXPECT_EQ(prompt.shown[0].title + prompt.shown[0].body, "Ports None. ");
+    EXPECT_EQ(prompt.shown.at(0).title + prompt.shown[0].body, "Ports None. ");
 }
 
 class PortsForm : public PortFormsFixture {
@@ -89,10 +82,7 @@ protected:
     {
         return Find<QComboBox>(form, "Device" + std::to_string(port));
     }
-    static std::string Adapter(PortsDialog& form, int port)
-    {
-        return Says(form, "Adapter" + std::to_string(port));
-    }
+    static auto Adapter(PortsDialog& form, int port) { return Says(form, "Adapter" + std::to_string(port)); }
 
     const std::string path = "/config/ports.ini";
 };
@@ -190,8 +180,7 @@ TEST_F(PortsForm, DamagedFileIsReplacedOnlyWhenTheUserSaysSo)
     choose("/dev/ttyS0");
     EXPECT_TRUE(prompt.shown.empty()) << "nothing was changed";
     choose("/dev/a");
-    ASSERT_EQ(prompt.shown.size(), 1U);
-    EXPECT_EQ(prompt.shown[0].style.defaultAnswer, Answer::No);
+    EXPECT_EQ(prompt.shown.at(0).style.defaultAnswer, Answer::No);
     EXPECT_EQ(files.content[path], "not a file of ports");
     prompt.answers = {Answer::Yes};
     files.unwritable.insert(path);

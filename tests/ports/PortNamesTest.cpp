@@ -9,11 +9,7 @@
 using namespace kelvora;
 using testing::HasSubstr;
 
-namespace {
-
 const std::string Path = "/home/ada/.config/Kelvora/ports.ini";
-
-}  // namespace
 
 TEST(PortNames, ReadsAFile)
 {

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <vector>
-
 #include "ports/PortSettingsText.h"
 
 using namespace kelvora;
@@ -25,28 +23,21 @@ TEST(PortSettingsText, ShowsEachPlaceOrItsDefault)
 
 TEST(PortSettingsText, WritesOnePlaceAndKeepsTheRest)
 {
-    struct Row {
-        std::string (*with)(std::string_view, int);
-        std::string text;
-        int option;
-        std::string written;
+    const auto check = [](const auto& with, const char* text, int option, const char* written) {
+        EXPECT_EQ(with(text, option), written) << text << " with " << option;
     };
-    const std::vector<Row> rows{
-        {WithBaud, "9600,n,8,1", 3, "2400,n,8,1"},
-        {WithBaud, "38400,E,7,2", 7, "150,E,7,2"},
-        {WithBaud, "9600,n", 0, "19200,n"},
-        {WithBaud, "9600", 6, "300,n,8,1"},
-        {WithBaud, "", 4, "1200,n,8,1"},
-        {WithParity, "9600,E,7,2", 1, "9600,o,7,2"},
-        {WithParity, "9600,o,7,2", 2, "9600,e,7,2"},
-        {WithParity, "9600,E,7,2", 3, "9600,n,7,2"},
-        {WithParity, "4800", 2, "4800,e,8,1"},
-        {WithParity, "4800,", 1, "4800,o,8,1"},
-        {WithDataBits, "300,E;8;2", 7, "300,E;7;2"},
-        {WithStopBits, "9600,n,8,1", 2, "9600,n,8,2"},
-        {WithStopBits, "9600,e,7", 1, "9600,e,7,1"},
-        {WithDataBits, "9600", 7, "9600,n,7,1"},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(row.with(row.text, row.option), row.written) << row.text << " with " << row.option;
+    check(WithBaud, "9600,n,8,1", 3, "2400,n,8,1");
+    check(WithBaud, "38400,E,7,2", 7, "150,E,7,2");
+    check(WithBaud, "9600,n", 0, "19200,n");
+    check(WithBaud, "9600", 6, "300,n,8,1");
+    check(WithBaud, "", 4, "1200,n,8,1");
+    check(WithParity, "9600,E,7,2", 1, "9600,o,7,2");
+    check(WithParity, "9600,o,7,2", 2, "9600,e,7,2");
+    check(WithParity, "9600,E,7,2", 3, "9600,n,7,2");
+    check(WithParity, "4800", 2, "4800,e,8,1");
+    check(WithParity, "4800,", 1, "4800,o,8,1");
+    check(WithDataBits, "300,E;8;2", 7, "300,E;7;2");
+    check(WithStopBits, "9600,n,8,1", 2, "9600,n,8,2");
+    check(WithStopBits, "9600,e,7", 1, "9600,e,7,1");
+    check(WithDataBits, "9600", 7, "9600,n,7,1");
 }

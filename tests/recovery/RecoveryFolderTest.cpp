@@ -13,10 +13,7 @@ protected:
     /// A run of the program; with its end, whatever ends it, the lock goes and the copies stay.
     std::unique_ptr<RecoveryFolder> Run() { return std::make_unique<RecoveryFolder>(files, folder); }
 
-    std::size_t Count() const
-    {
-        return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), {}));
-    }
+    auto Count() const { return std::distance(fs::directory_iterator(folder), {}); }
     static std::string Texts(RecoveryFolder& run)
     {
         std::string texts;
@@ -40,14 +37,14 @@ TEST_F(RecoveryFolderTest, AStartWithoutCopiesAndACleanEndLeaveNothing)
     run->Keep(1, "one");
     run->Keep(2, "two");
     run->Keep(1, "one again");
-    EXPECT_EQ(Count(), 3U);
+    EXPECT_EQ(Count(), 3);
     run->Drop(1);
     run->Drop(2);
     run->Drop(2);
-    EXPECT_EQ(Count(), 0U);
+    EXPECT_EQ(Count(), 0);
     run->Keep(3, "three");
     run->Drop(3);
-    EXPECT_EQ(Count(), 0U);
+    EXPECT_EQ(Count(), 0);
 }
 
 TEST_F(RecoveryFolderTest, OnlyTheCopiesOfTheDeadAreClaimedAndByOneRunAlone)
@@ -72,7 +69,7 @@ TEST_F(RecoveryFolderTest, OnlyTheCopiesOfTheDeadAreClaimedAndByOneRunAlone)
     first->Remove(left[1].id);
     first->Release();
     EXPECT_EQ(Texts(*second), "");
-    EXPECT_EQ(Count(), 5U);  // two runs with their locks, and one copy more
+    EXPECT_EQ(Count(), 5);  // two runs with their locks, and one copy more
     // What was taken dies with the one that took it, and is left again.
     first.reset();
     EXPECT_EQ(Texts(*second), "own;dead one;");
@@ -100,7 +97,7 @@ TEST_F(RecoveryFolderTest, WhatIsNoCopyIsLeftAloneAndALostLockLosesNothing)
     fs::remove_all(folder);
     run->Keep(1, "again");
     run->Drop(1);
-    EXPECT_EQ(Count(), 0U);
+    EXPECT_EQ(Count(), 0);
 }
 
 TEST_F(RecoveryFolderTest, AFolderThatCannotBeUsedIsAnError)

@@ -1,7 +1,5 @@
 #include "recovery/forms/RecoveryDialog.h"
 
-#include <QTreeWidget>
-
 #include "fakes/MemoryRecovery.h"
 #include "forms/MainWindowFixture.h"
 #include "keymap/forms/frmKeyb.h"
@@ -36,6 +34,11 @@ protected:
             store.copies.contains(number) ? ReadRecoveryCopy(store.copies[number]) : std::nullopt;
         return copy ? copy->setup : std::string();
     }
+    std::string KeptAfterTwoSeconds(int number = 1)
+    {
+        loop.Pass(2s);
+        return Kept(number);
+    }
     std::string Present() { return WriteSetup(Modules()); }
     void Leave(const std::string& id, const std::string& file)
     {
@@ -54,28 +57,23 @@ TEST_F(RecoveryForm, ACopyFollowsTheChangesWithinTwoSecondsAndGoesWithThem)
 {
     NewWithMaster();
     EXPECT_TRUE(store.copies.empty());
-    loop.Pass(2s);
-    EXPECT_EQ(Kept(1), Present());
+    EXPECT_EQ(KeptAfterTwoSeconds(), Present());
     loop.Pass(60s);
     EXPECT_EQ(store.writes, 1);
 
     // Undone, done again, saved, changed, and closed without a save.
     Trigger(Command::EditMenuUndo);
-    loop.Pass(2s);
-    EXPECT_TRUE(store.copies.empty());
+    EXPECT_EQ(KeptAfterTwoSeconds(), "");
     Trigger(Command::EditMenuRedo);
-    loop.Pass(2s);
-    EXPECT_EQ(Kept(1), Present());
-    dialogs.choices.push_back({path, Folder(), 1});
+    EXPECT_EQ(KeptAfterTwoSeconds(), Present());
+    Choose("Till.dat");
     Trigger(Command::FileMenuSave);
-    loop.Pass(2s);
-    EXPECT_TRUE(store.copies.empty());
+    EXPECT_EQ(KeptAfterTwoSeconds(), "");
     Trigger(Command::LayoutMenuAddMCR);
-    loop.Pass(2s);
+    EXPECT_EQ(KeptAfterTwoSeconds(), Present());
     const auto copy = ReadRecoveryCopy(store.copies.at(1));
-    EXPECT_EQ(copy->path, Folder() + "/till.dat");
+    EXPECT_EQ(copy->path, At("till.dat"));
     EXPECT_EQ(copy->saved + "\r\n", files.Read(copy->path));
-    EXPECT_EQ(copy->setup, Present());
     NewWithMaster();
     loop.Pass(2s);
     EXPECT_EQ(store.copies.size(), 2U);
@@ -89,21 +87,17 @@ TEST_F(RecoveryForm, ACopyFollowsTheChangesWithinTwoSecondsAndGoesWithThem)
 TEST_F(RecoveryForm, WhatAnOpenKeyFormHoldsIsKeptToo)
 {
     NewWithMaster();
-    loop.Pass(2s);
-    const std::string before = Kept(1);
-    InDialog<frmKeyb>([this] { Click(StripButton::Master); },
-                      [&](frmKeyb& form) {
-                          Press(form, "Keys51");
-                          Press(form, "KeyTypeOption2");
-                          loop.Pass(2s);
-                          EXPECT_NE(Kept(1), before);
-                          // Given up.
-                          prompt.answers = {Answer::Yes};
-                          form.reject();
-                          QTest::qWait(0);
-                      });
-    loop.Pass(2s);
-    EXPECT_EQ(Kept(1), before);
+    const std::string before = KeptAfterTwoSeconds();
+    InDialog<frmKeyb>(StripButton::Master, [&](frmKeyb& form) {
+        Press(form, "Keys51");
+        Press(form, "KeyTypeOption2");
+        EXPECT_NE(KeptAfterTwoSeconds(), before);
+        // Given up.
+        prompt.answers = {Answer::Yes};
+        form.reject();
+        QTest::qWait(0);
+    });
+    EXPECT_EQ(KeptAfterTwoSeconds(), before);
 }
 
 TEST_F(RecoveryForm, CopiesOutliveASignalAndNoAnsweredEnd)
@@ -144,8 +138,7 @@ TEST_F(RecoveryForm, ADiskThatIsFullIsToldOnceAndWorkGoesOn)
     EXPECT_TRUE(prompt.shown.empty());
     store.isFull = false;
     Trigger(Command::EditMenuUndo);
-    loop.Pass(2s);
-    EXPECT_EQ(Kept(1), Present());
+    EXPECT_EQ(KeptAfterTwoSeconds(), Present());
     // The end comes while a module is being placed.
     Trigger(Command::EditMenuRedo);
     Trigger(Command::LayoutMenuAddKB64);

@@ -99,10 +99,8 @@ TEST_F(RecoveryTest, OffersSayWhatBecameOfTheFileAndWhatDiffers)
     };
     check("no file yet: all of it is new", "", "", true, FileSince::None, 1);
     check("as it was", "/t/1.dat", Badge, true, FileSince::Same, 1);
-    check("written otherwise, it is the same setup", "/t/1.dat", "'by hand\r\n" + Badge, true,
-          FileSince::Same, 1);
-    check("changed by somebody: that is what a save would replace", "/t/1.dat", AllTracks, true,
-          FileSince::Changed, 2);
+    check("the same, in other words", "/t/1.dat", "'by hand\r\n" + Badge, true, FileSince::Same, 1);
+    check("changed: that is what a save replaces", "/t/1.dat", AllTracks, true, FileSince::Changed, 2);
     check("gone: what it held serves", "/t/1.dat", "", true, FileSince::Gone, 1);
     check("unreadable", "/t/1.dat", Badge, false, FileSince::Unreadable, 1);
     check("no setup any more", "/t/1.dat", "[Kelvora]\r\nrubbish\r\n", true, FileSince::Unreadable, 1);
