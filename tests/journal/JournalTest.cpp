@@ -21,27 +21,26 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using Json = nlohmann::json;
 
-JournalEntry FullEntry()
+// All that an entry can tell.
+JournalEntry FullEntry(const std::string& operation = JournalOperation::Download)
 {
-    JournalEntry entry;
-    entry.time = "2026-03-09T07:05:00+01:00";
-    entry.who = "anna";
-    entry.program = "kelvora-cli";
-    entry.version = "1.2.3";
-    entry.operation = JournalOperation::Download;
-    entry.line = 3;
-    entry.device = "/dev/ttyUSB0";
-    entry.terminal = "TILL \"07\" \xC3\xA8";
-    entry.modules = "KM096, MCR";
-    entry.file = "/shop/till07.dat";
-    entry.sha256 = "ab";
-    entry.crcBefore = 0x0000BEEF;
-    entry.crcAfter = 0xFFFFFFFF;
-    entry.result = JournalEntry::Result::Same;
-    entry.message = "one\ntwo";
-    entry.backup = "/b/1.mem";
-    entry.seconds = 12.5;
-    return entry;
+    return {.time = "2026-03-09T07:05:00+01:00",
+            .who = "anna",
+            .program = "kelvora-cli",
+            .version = "1.2.3",
+            .operation = operation,
+            .line = 3,
+            .device = "/dev/ttyUSB0",
+            .terminal = "TILL \"07\" \xC3\xA8",
+            .modules = "KM096, MCR",
+            .file = "/shop/till07.dat",
+            .sha256 = "ab",
+            .crcBefore = 0x0000BEEF,
+            .crcAfter = 0xFFFFFFFF,
+            .result = JournalEntry::Result::Same,
+            .message = "one\ntwo",
+            .backup = "/b/1.mem",
+            .seconds = 12.5};
 }
 
 class JournalFolderTest : public testing::Test {
@@ -54,12 +53,7 @@ protected:
         return operations;
     }
 
-    static std::string LineOf(const std::string& operation)
-    {
-        JournalEntry entry = FullEntry();
-        entry.operation = operation;
-        return JournalLine(entry);
-    }
+    static std::string LineOf(const std::string& operation) { return JournalLine(FullEntry(operation)); }
 
     mutable PosixFiles files;
     TestFolder own;
@@ -79,10 +73,8 @@ TEST(JournalText, SaysAllOfAnEntryOnOneLine)
     EXPECT_EQ(object["seconds"], 12.5);
     EXPECT_EQ(ReadJournalLine(line), FullEntry());
 
-    JournalEntry bare;
-    bare.time = "2026-03-09T07:05:00+01:00";
-    bare.terminal = "\xFF";  // not UTF-8: what a damaged path may bring
-    const auto read = ReadJournalLine(JournalLine(bare));
+    // Not UTF-8: what a damaged path may bring.
+    const auto read = ReadJournalLine(JournalLine({.time = "2026-03-09T07:05:00+01:00", .terminal = "\xFF"}));
     ASSERT_TRUE(read);
     EXPECT_EQ(read->terminal, "\xEF\xBF\xBD");
     EXPECT_EQ(read->crcBefore, std::nullopt);
