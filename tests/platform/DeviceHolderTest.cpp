@@ -48,21 +48,19 @@ protected:
 TEST_F(DeviceHolder, IsNamedByALockFileOfALivingProcess)
 {
     EXPECT_EQ(Find("/dev/ttyS0"), "");
-    for (const auto& [lock, text, holder] : std::vector<std::array<std::string, 3>>{
-             {"LCK..ttyS0", "        12\n", "minicom (PID 12)"},
-             {"LCK..ttyS0", "345\nkelvora-cli\ntill07\n", "kelvora-cli (PID 345)"},
-             {"LCK..ttyS0", "99\n", ""},
-             {"LCK..ttyS0", "../12\n", ""},
-             {"LCK..ttyS0", std::string(1, '\x0C') + std::string(3, '\0'), ""},
-             {"LCK..ttyS0", "", ""},
-             {"LCK..pts_5", "12", "minicom (PID 12)"},
-             {"LCK..by-id_usb", "12", "minicom (PID 12)"}}) {
-        Write("lock/" + lock, text);
-        const std::string device = lock == "LCK..ttyS0"   ? "/dev/ttyS0"
-                                   : lock == "LCK..pts_5" ? "/dev/pts/5"
-                                                          : "/dev/by-id/usb";
+    const auto check = [&](const std::string& text, const char* holder, const std::string& lock = "ttyS0",
+                           const char* device = "/dev/ttyS0") {
+        Write("lock/LCK.." + lock, text);
         EXPECT_EQ(Find(device), holder) << lock << text;
-    }
+    };
+    check("        12\n", "minicom (PID 12)");
+    check("345\nkelvora-cli\ntill07\n", "kelvora-cli (PID 345)");
+    check("99\n", "");
+    check("../12\n", "");
+    check(std::string(1, '\x0C') + std::string(3, '\0'), "");
+    check("", "");
+    check("12", "minicom (PID 12)", "pts_5", "/dev/pts/5");
+    check("12", "minicom (PID 12)", "by-id_usb", "/dev/by-id/usb");
 }
 
 TEST_F(DeviceHolder, LeavesALockOfTheLivingAndRemovesThatOfTheDead)

@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <csignal>
 #include <functional>
-#include <map>
 #include <numeric>
 
 #include "fakes/TestFolder.h"
@@ -223,15 +222,13 @@ TEST_F(PosixFilesTest, ABatchChangesAllAtItsEndAndTellsWhatItCouldNot)
     ASSERT_EQ(failures.size(), 1U);
     EXPECT_EQ(failures[0].path, At("lost.dat"));
     EXPECT_EQ(failures[0].error.Path(), At("lost.dat"));
-    for (const auto& [name, text] : std::map<std::string, std::string>{{"a.dat", "new a"},
-                                                                       {"a.bak", "old a.dat"},
-                                                                       {"linked.dat", "new linked"},
-                                                                       {"linked.bak", "old linked.dat"},
-                                                                       {"other", "old linked.dat"},
-                                                                       {"real.dat", "new link"},
-                                                                       {"link.bak", "old real.dat"},
-                                                                       {"lost.bak", "old lost.dat"},
-                                                                       {"fresh.dat", "fresh"}})
+    const std::pair<const char*, const char*> held[]{
+        {"a.dat", "new a"},           {"a.bak", "old a.dat"},
+        {"linked.dat", "new linked"}, {"linked.bak", "old linked.dat"},
+        {"other", "old linked.dat"},  {"real.dat", "new link"},
+        {"link.bak", "old real.dat"}, {"lost.bak", "old lost.dat"},
+        {"fresh.dat", "fresh"}};
+    for (const auto& [name, text] : held)
         EXPECT_EQ(files.Read(At(name)), text) << name;
     EXPECT_TRUE(fs::is_symlink(At("link.dat")));
     EXPECT_EQ(fs::status(At("a.dat")).permissions(), fs::perms{0640});

@@ -7,7 +7,6 @@
 #include "platform/posix/Descriptor.h"
 
 namespace kelvora {
-namespace {
 
 TEST(TerminalDevice, IsToldFromAllElseThatAPathMayBe)
 {
@@ -24,5 +23,4 @@ TEST(TerminalDevice, IsToldFromAllElseThatAPathMayBe)
     check("/dev/none-of-that-name", false, false);
 }
 
-}  // namespace
 }  // namespace kelvora
