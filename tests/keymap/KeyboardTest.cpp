@@ -2,10 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "keymap/Models.h"
-
 namespace kelvora {
-namespace {
 
 using namespace std::string_literals;
 using namespace std::string_view_literals;
@@ -101,5 +98,4 @@ TEST(Keyboard, SetKeyType)
     check("outside", 10, '2', "111111111", "111111111");
 }
 
-}  // namespace
 }  // namespace kelvora

@@ -5,7 +5,6 @@
 #include "fakes/FakeFiles.h"
 
 namespace kelvora {
-namespace {
 
 TEST(Templates, OnlySetupFilesCountAndOwnOnesCanMoveAndGo)
 {
@@ -38,5 +37,4 @@ TEST(Templates, NamesAreNamesOfFiles)
     EXPECT_EQ(FaultOf(std::string(201, 'x')), NameFault::TooLong);
 }
 
-}  // namespace
 }  // namespace kelvora

@@ -8,7 +8,6 @@
 #include "picture/Svg.h"
 
 namespace kelvora {
-namespace {
 
 // Letters are taken to be 0.6 of their size wide.
 TEST(CablePicture, WordsStandInItAndApartInEachLanguage)
@@ -29,5 +28,4 @@ TEST(CablePicture, WordsStandInItAndApartInEachLanguage)
     }
 }
 
-}  // namespace
 }  // namespace kelvora

@@ -16,6 +16,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using enum bench::Module;
+using std::chrono::milliseconds;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using Kind = SeriesEvent::Kind;
@@ -91,11 +92,8 @@ protected:
         return document;
     }
 
-    void At(std::chrono::milliseconds time, std::function<void()> action)
-    {
-        loop.After(time, std::move(action));
-    }
-    void Connect(std::chrono::milliseconds time, Till* till)
+    void At(milliseconds time, std::function<void()> action) { loop.After(time, std::move(action)); }
+    void Connect(milliseconds time, Till* till)
     {
         At(time, [this, till] { cable.Connect(till); });
     }
@@ -209,10 +207,8 @@ TEST_F(SeriesTest, ATillIsNoticedWithinASecondWheneverItComes)
 
 TEST_F(SeriesTest, NeitherNoiseNorAnAnswerThatNeverComesMakesTwoTillsOfOne)
 {
-    bench::FaultPlan noisy;
-    noisy.drop = noisy.flip = 0.004;
-    bench::FaultPlan deaf;
-    deaf.commands = {{bench::CommandFault::Kind::Late, "0FB0", 0, 60s}};
+    const bench::FaultPlan noisy{.drop = 0.004, .flip = 0.004};
+    const bench::FaultPlan deaf{.commands = {{bench::CommandFault::Kind::Late, "0FB0", 0, 60s}}};
     for (const bench::FaultPlan& faults : {noisy, deaf}) {
         Till till("ONE", Keyboards, faults);
         stops = 0;

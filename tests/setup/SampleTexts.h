@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 
 #include <string>
-#include <string_view>
 
 #include "setup/SetupDocument.h"
 #include "setup/SetupError.h"

@@ -5,7 +5,6 @@
 #include "setup/SetupReader.h"
 
 namespace kelvora {
-namespace {
 
 using enum ModuleKind;
 using What = SetupDifference::What;
@@ -53,10 +52,9 @@ TEST(SetupDifferences, CoveredKeysNameTheirLargerKey)
     std::swap(before, after);
     before.Modules[1].KeyMap = after.Modules[1].KeyMap = std::string(64, '1');
     after.Modules[1].KeyMap.replace(0, 17, "21111111011111130");
-    EXPECT_EQ(CompareSetups(before, after)[1],
-              (SetupDifference{What::Key, KM064, 9, 105, 105, "1", "0", 0, 97}));
-    EXPECT_EQ(CompareSetups(before, after)[3],
-              (SetupDifference{What::Key, KM064, 17, 113, 113, "1", "0", 0, 0}));
+    const std::vector<SetupDifference> others = CompareSetups(before, after);
+    EXPECT_EQ(others.at(1), (SetupDifference{What::Key, KM064, 9, 105, 105, "1", "0", 0, 97}));
+    EXPECT_EQ(others.at(3), (SetupDifference{What::Key, KM064, 17, 113, 113, "1", "0", 0, 0}));
 }
 
 TEST(SetupDifferences, Modules)
@@ -74,5 +72,4 @@ TEST(SetupDifferences, Modules)
     EXPECT_EQ(CompareSetups(before, after), differences);
 }
 
-}  // namespace
 }  // namespace kelvora

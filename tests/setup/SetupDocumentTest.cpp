@@ -2,7 +2,6 @@
 
 #include <map>
 
-#include "keymap/Models.h"
 #include "setup/SampleTexts.h"
 #include "setup/SetupReader.h"
 

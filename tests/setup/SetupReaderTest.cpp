@@ -79,12 +79,10 @@ TEST(SetupReader, ReadsModulesAndOptions)
     check("comments, case, tabs and blanks", "[mCr ] text\n'[KM096]\n:x\n\tTracks\t =  1,2 \t\n", "\x01",
           "0:1(1,2  ^^^ON )");
     check("separators", "[MCR]\nTrack1Sep==\nTrack2Sep = \xA7\nTrack3Sep=x\n", "\x03", "0:3(1,2,3=\xA7XON )");
-    check("options keep one another", "[MCR]\nAutoread=OFF\nTrack2Sep=;\nTracks=1,2\n", "\x01",
-          "0:1(1,2  ^;^OFF)");
+    check("options add up", "[MCR]\nAutoread=OFF\nTrack2Sep=;\nTracks=1,2\n", "\x01", "0:1(1,2  ^;^OFF)");
     check("a master brings its parts", "[KM096]\nBacklight=NO\nBacklight=YES", "\xD6\x17\x04", Master);
     check("its options", "[KM096]\nFiscal=NO\nBacklight=NO", "\xD6\x1F\x04", "0:214(NO )1:31(NO )2:4()");
-    check("unknown head, general keys", "Version=9\n[Other]\nDefaultConfig=\n[ICCR]\nVersion=", "\x08",
-          "0:8()");
+    check("unknown head and keys", "Version=9\n[Other]\nDefaultConfig=\n[ICCR]\nVersion=", "\x08", "0:8()");
     check("line order", "[KM096]\n[ICCR]\n[MCR]\n[KM064]", "\xD6\x17\x04\x08\x03\xBF",
           Master + "3:8()4:3(1,2,3^^^ON )5:191()");
     const auto repeated = ReadSetup("[MCR]\nTracks=1,2\n[MCR]\nTracks=2,3", RepeatedKinds::Read);
