@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 
+#include "comms/LineCommands.h"
 #include "comms/LineDrivers.h"
 #include "comms/LinkFrame.h"
 #include "fakes/BenchLine.h"
