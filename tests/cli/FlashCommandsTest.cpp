@@ -65,11 +65,9 @@ TEST_F(FlashCommandsTest, ADumpIsRestoredAsItIs)
     ASSERT_EQ(Run({"dump", "-o", At("till.mem")}).exitCode, ExitCode::Done);
     ASSERT_EQ(Run({"download", "--yes", At("other.dat")}).exitCode, ExitCode::Done);
     const CliResult verify = Run({"verify", At("till.dat"), "--json"});
-    EXPECT_EQ(verify.exitCode, ExitCode::Rejected);
-    const auto json = Json::parse(verify.out);
-    EXPECT_EQ(json["outcome"], "different");
-    EXPECT_EQ(json["firstDifference"], "0006");
-    EXPECT_EQ(json["differences"].size(), 1U);
+    EXPECT_THAT(verify,
+                Gives(ExitCode::Rejected, JsonWith({{"outcome", "different"}, {"firstDifference", "0006"}})));
+    EXPECT_EQ(Json::parse(verify.out)["differences"].size(), 1U);
     EXPECT_THAT(Run({"verify", At("till.dat")}).out,
                 HasSubstr("first difference is at address 0006 (hex)\n  options, 0006: Composite Keyboard"));
 

@@ -69,8 +69,7 @@ TEST_F(Make, NamesTheValueThatIsWrong)
           "/modules/0/options: expected \"YES\"");
     check("replace", "/modules/3/options", "\"\u0100\"", "/modules/3/options: expected characters that");
     check("replace", "/modules/4/options", "\"1,2  ^_^ON \"", "/modules/4/options: expected \"1,2  \"");
-    check("replace", "/modules/3/keyMap", "\"1111111111111111\"",
-          "/modules/3/keyMap: expected 18 characters");
+    check("replace", "/modules/3/keyMap", "\"1111111111111111\"", "/modules/3/keyMap: expected 18 char");
     check("replace", "/modules/3/keyMap", "\"3111111111111111XX\"", "/modules/3/keyMap: expected key types");
     check("remove", "/modules/1", "", "/modules/1/kind: expected BACKLIGHT");
     check("move", "/modules/0", "/modules/5", "/modules/1/kind: expected ");

@@ -63,8 +63,7 @@ TEST_F(LineScanForm, ScanFillsTheWindowAndIsSavedAsAFile)
     EXPECT_TRUE(seen);
     EXPECT_TRUE(prompt.shown.empty());
     EXPECT_EQ(MainChain(Modules()), allFour);
-    EXPECT_TRUE(Strip().Button(StripButton::Master).isEnabled());
-    EXPECT_FALSE(Strip().Waiting());
+    EXPECT_TRUE(Strip().Button(StripButton::Master).isEnabled() && !Strip().Waiting());
     EXPECT_EQ(Session().settings.Name, "PosConfiguration 1");
     EXPECT_TRUE(window->ActiveSetup()->IsChanged());
     EXPECT_TRUE(IsEnabled(Command::ToolsMenuRescanLine));

@@ -70,8 +70,7 @@ TEST_F(PictureForm, PreviewAndPrintShowTheSheet)
 TEST_F(PictureForm, ExportsEachType)
 {
     Export("till.svg");
-    EXPECT_TRUE(files.Read(At("till.svg")).starts_with("<svg "));
-    EXPECT_NE(files.Read(At("till.svg")).find(">" + path + "</text>"), std::string::npos);
+    EXPECT_THAT(files.Read(At("till.svg")), AllOf(StartsWith("<svg "), HasSubstr(">" + path + "</text>")));
     Export("till.png");
     const QImage picture(PathToQString(At("till.png")));
     EXPECT_EQ(picture.width(), 1240);

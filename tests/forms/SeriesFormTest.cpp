@@ -247,12 +247,11 @@ TEST_F(JournalForm, ABackupIsOpenedComparedAndRestored)
     Backups backups(files, Folder() + "/backups");
     FlashImage changed = *Session().deviceImage;
     changed[6] ^= 1;
-    JournalEntry entry;
-    entry.time = "2026-03-09T07:05:00+01:00";
-    entry.operation = JournalOperation::Download;
-    entry.line = 1;
-    entry.result = Result::Done;
-    entry.backup = Folder() + "/none.mem";
+    JournalEntry entry{.time = "2026-03-09T07:05:00+01:00",
+                       .operation = JournalOperation::Download,
+                       .line = 1,
+                       .result = Result::Done,
+                       .backup = At("none.mem")};
     kept.text += JournalLine(entry);
     entry.backup = backups.Keep({1, Session().document.DeviceMap, "BENCH TERMINAL", changed});
     kept.text += JournalLine(entry);

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QTemporaryDir>
+#include <QtCore>
 #include <future>
 
 #include "windows/forms/SingleCopy.h"

@@ -55,8 +55,7 @@ TEST_F(StartPageForm, TellsOfEachFileOpensItAndTakesItFromTheList)
     Trigger(Command::FileMenuClose);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCoreApplication::processEvents();
-    EXPECT_TRUE(Page().isVisible());
-    EXPECT_TRUE(Cards().hasFocus());
+    EXPECT_TRUE(Page().isVisible() && Cards().hasFocus());
     Key(Qt::Key_Delete);
     EXPECT_TRUE(Find<QLabel>(Page(), "NoRecent").isVisible());
     EXPECT_TRUE(Page().isAncestorOf(QApplication::focusWidget())) << "the keys still go to the page";

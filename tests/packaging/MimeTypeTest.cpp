@@ -1,9 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QFile>
-#include <QMimeDatabase>
-#include <QTemporaryDir>
+#include <QtCore>
 
 namespace kelvora {
 

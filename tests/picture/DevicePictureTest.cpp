@@ -13,10 +13,8 @@ namespace {
 std::string Numbers(const std::string& svg)
 {
     std::string numbers;
-    for (auto end = svg.find("</text>"); end != std::string::npos; end = svg.find("</text>", end + 1)) {
-        const auto start = svg.rfind('>', end) + 1;
-        numbers += svg.substr(start, end - start) + " ";
-    }
+    for (const DrawnText& drawn : TextsOf(svg))
+        numbers += drawn.text + " ";
     return numbers;
 }
 
