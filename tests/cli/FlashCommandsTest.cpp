@@ -10,8 +10,6 @@
 
 namespace kelvora {
 
-namespace {
-
 // Takes the user's wish to stop from the system, as the program does.
 class SignalledLineAccess final : public FakeLineAccess {
 public:
@@ -248,7 +246,5 @@ TEST_F(FlashCommandsTest, CtrlCTwiceDuringTheCommitDoesNotBreakIt)
     EXPECT_FALSE(signalled.bench.Flash() == before);
     EXPECT_TRUE(signalled.StopRequested());
 }
-
-}  // namespace
 
 }  // namespace kelvora

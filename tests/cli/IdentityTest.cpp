@@ -4,7 +4,6 @@
 #include "eeprom/ScriptedPort.h"
 
 namespace kelvora {
-namespace {
 
 using Action = IdentityRequest::Action;
 
@@ -112,5 +111,4 @@ TEST_F(IdentityCli, RefusesWhatCannotBeWritten)
     EXPECT_THAT(Run({Action::Restore, 0, {}, folder + "/none"}).err, HasSubstr("No such file"));
 }
 
-}  // namespace
 }  // namespace kelvora

@@ -4,8 +4,6 @@
 
 namespace kelvora {
 
-namespace {
-
 using Result = JournalEntry::Result;
 
 class JournalCommandTest : public CliTest {
@@ -18,8 +16,6 @@ protected:
         return At("other.dat");
     }
 };
-
-}  // namespace
 
 TEST_F(JournalCommandTest, EveryOperationOnADeviceLeavesAnEntryOrTellsThatItCannot)
 {

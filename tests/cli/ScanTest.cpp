@@ -2,8 +2,6 @@
 
 namespace kelvora {
 
-namespace {
-
 class ScanTest : public CliTest {};
 
 TEST_F(ScanTest, PrintsTheSetupOfTheLineOrWritesIt)
@@ -56,7 +54,5 @@ TEST_F(ScanTest, RefusesOptionsThatMakeNoSense)
     ExpectUsage({"scan --port 5", "scan --port 0", "scan --settings 9600,n,7,1", "scan --settings fast",
                  "scan --timeout 0", "scan --timeout x", "scan file.dat"});
 }
-
-}  // namespace
 
 }  // namespace kelvora

@@ -10,7 +10,6 @@
 #include "network/NetworkPort.h"
 
 namespace kelvora {
-namespace {
 
 class BridgeLinkTest : public testing::Test {
 protected:
@@ -129,5 +128,4 @@ TEST_F(BridgeLinkTest, DriversWorkOverItWithAnySettings)
         << "another device is spoken to in another way";
 }
 
-}  // namespace
 }  // namespace kelvora

@@ -8,8 +8,6 @@
 
 namespace kelvora {
 
-namespace {
-
 using std::chrono::milliseconds;
 using testing::AllOf;
 using testing::Property;
@@ -24,8 +22,6 @@ protected:
     SerialLink& control = bench.link;
     Comms comms{loop, {&control, nullptr, nullptr, nullptr}};
 };
-
-}  // namespace
 
 TEST_F(CommsTest, WaitReplyJudgesEachLineOfTheMailbox)
 {

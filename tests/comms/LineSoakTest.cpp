@@ -5,16 +5,12 @@
 
 namespace kelvora {
 
-namespace {
-
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
 constexpr const char* WholeMap = "\xD6\x17\x04\xBF\x03\x08";
 
 const bench::LineOptions Dead{.faults = {.silentAfter = {.toHost = 0}}};
-
-}  // namespace
 
 TEST(LineSoak, ScansSucceedThroughOneDamagedByteInAThousand)
 {

@@ -9,7 +9,6 @@
 #include "fakes/FakePrompt.h"
 
 namespace kelvora {
-namespace {
 
 using Names = std::vector<std::string>;
 using bench::Module;
@@ -154,5 +153,4 @@ TEST(BenchModules, NobodySharesALineWithTheTerminalsLink)
     EXPECT_TRUE(line.protocol.OpenCommsLine());
 }
 
-}  // namespace
 }  // namespace kelvora

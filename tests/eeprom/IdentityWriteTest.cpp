@@ -9,7 +9,6 @@
 #include "fakes/FakePrompt.h"
 
 namespace kelvora {
-namespace {
 
 constexpr auto Afternoon = std::chrono::local_days{std::chrono::year{2025} / 1 / 31} +
                            std::chrono::hours(14) + std::chrono::minutes(25) + std::chrono::seconds(30);
@@ -167,5 +166,4 @@ TEST_F(IdentityWrite, NothingIsWrittenWhenNothingCanBeSaved)
                   "\r\nNo space left on device");
 }
 
-}  // namespace
 }  // namespace kelvora

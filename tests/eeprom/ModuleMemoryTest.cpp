@@ -8,7 +8,6 @@
 #include "fakes/FakePrompt.h"
 
 namespace kelvora {
-namespace {
 
 using Addresses = std::vector<std::size_t>;
 
@@ -97,5 +96,4 @@ TEST_F(Memory, NothingIsWrittenPastTheLineOrTheRows)
     EXPECT_EQ(port.written, std::vector{Enquiry}) << "one try is enough to know";
 }
 
-}  // namespace
 }  // namespace kelvora

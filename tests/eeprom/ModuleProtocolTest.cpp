@@ -7,7 +7,6 @@
 #include "fakes/FakePrompt.h"
 
 namespace kelvora {
-namespace {
 
 using namespace std::chrono_literals;
 
@@ -197,5 +196,4 @@ TEST(ModuleMeaning, NamesRequestsAndAnswers)
     check(Received, "", "");
 }
 
-}  // namespace
 }  // namespace kelvora

@@ -6,7 +6,6 @@
 #include "ports/PortFormsFixture.h"
 
 namespace kelvora {
-namespace {
 
 class EepromForm : public PortFormsFixture {
 protected:
@@ -265,5 +264,4 @@ TEST_F(EepromForm, LostLineIsToldOnceAndLeadsToTheCables)
     EXPECT_TRUE(IsShown("WizFrame1"));
 }
 
-}  // namespace
 }  // namespace kelvora

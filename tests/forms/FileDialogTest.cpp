@@ -2,7 +2,6 @@
 #include "platform/qt/QtFileDialogs.h"
 
 namespace kelvora {
-namespace {
 
 class FileDialogForm : public MainWindowFixture {};
 
@@ -30,5 +29,4 @@ TEST_F(FileDialogForm, ANameWithoutItsEndingIsTheListedFile)
         }
 }
 
-}  // namespace
 }  // namespace kelvora

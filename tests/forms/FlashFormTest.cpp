@@ -9,7 +9,6 @@
 #include "layout/ModuleOptions.h"
 
 namespace kelvora {
-namespace {
 
 class FlashForm : public MainWindowFixture {
 protected:
@@ -286,5 +285,4 @@ TEST_F(FlashForm, TheComparisonGoesFromOneDifferenceToTheNextAndFinds)
     EXPECT_EQ(row(), 0x1FF);
 }
 
-}  // namespace
 }  // namespace kelvora

@@ -5,7 +5,6 @@
 #include "setup/PosCfg.h"
 
 namespace kelvora {
-namespace {
 
 class KeybForm : public testing::Test {
 protected:
@@ -168,5 +167,4 @@ TEST_F(KeybForm, TabVisitsTheControlsAndEnterPressesButtonsAlone)
     EXPECT_EQ(settings.Xchange, KeypadDefaults);
 }
 
-}  // namespace
 }  // namespace kelvora

@@ -3,7 +3,6 @@
 #include "layout/forms/OptionsDialogs.h"
 
 namespace kelvora {
-namespace {
 
 using Chain = std::vector<ModuleKind>;
 
@@ -223,5 +222,4 @@ TEST_F(LayoutForm, PortsFollowTheMachineAndTheWindow)
     EXPECT_TRUE(lines.actions().at(2)->isChecked()) << "each window has its own";
 }
 
-}  // namespace
 }  // namespace kelvora

@@ -5,7 +5,6 @@
 #include "windows/forms/SimulatedDevices.h"
 
 namespace kelvora {
-namespace {
 
 using std::chrono::milliseconds;
 
@@ -177,5 +176,4 @@ TEST_F(LineScanForm, SimulatedDevicesStandBehindThePortsThatWereNotNamedUntilThe
     EXPECT_FALSE(device.exists()) << "its program ends with it";
 }
 
-}  // namespace
 }  // namespace kelvora

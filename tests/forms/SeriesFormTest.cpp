@@ -12,7 +12,6 @@
 #include "series/forms/VerdictSign.h"
 
 namespace kelvora {
-namespace {
 
 using Kind = SeriesEvent::Kind;
 using Result = JournalEntry::Result;
@@ -284,5 +283,4 @@ TEST_F(JournalForm, ABackupIsOpenedComparedAndRestored)
     EXPECT_TRUE(kept.Last().sha256.starts_with("hash of "));
 }
 
-}  // namespace
 }  // namespace kelvora

@@ -3,7 +3,6 @@
 #include "picture/forms/CardDelegate.h"
 
 namespace kelvora {
-namespace {
 
 class StartPageForm : public MainWindowFixture {
 protected:
@@ -129,5 +128,4 @@ TEST_F(StartPageForm, ItsButtonsAreTheMenusCommands)
     EXPECT_NE(window->ActiveSetup(), nullptr);
 }
 
-}  // namespace
 }  // namespace kelvora

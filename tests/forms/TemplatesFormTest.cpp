@@ -3,7 +3,6 @@
 #include "windows/forms/TemplatesDialog.h"
 
 namespace kelvora {
-namespace {
 
 class TemplatesForm : public MainWindowFixture {
 protected:
@@ -93,5 +92,4 @@ TEST_F(TemplatesForm, AModuleIsPastedAsOneStep)
     EXPECT_EQ(Modules().front().KeyMap.front(), '1');
 }
 
-}  // namespace
 }  // namespace kelvora

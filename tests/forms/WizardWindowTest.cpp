@@ -4,7 +4,6 @@
 #include "forms/MainWindowFixture.h"
 
 namespace kelvora {
-namespace {
 
 class WizardWindow : public MainWindowFixture {
 protected:
@@ -38,5 +37,4 @@ TEST_F(WizardWindow, HoldsTheLineAndIsNamedInTheStatusBar)
         EXPECT_FALSE(entries.match(first, Qt::DisplayRole, meaning).isEmpty()) << meaning;
 }
 
-}  // namespace
 }  // namespace kelvora

@@ -13,7 +13,6 @@
 #include "ports/Connection.h"
 
 namespace kelvora {
-namespace {
 
 // What setup windows work with, behind which nothing is real.
 class Session : public testing::Test {
@@ -136,5 +135,4 @@ TEST_F(Session, AStepThatTookTheFileAwayGivesBackTheOneThatItWouldNowHave)
     EXPECT_EQ(session.HeldAs().saved + "\r\n", files.content.at("/t/c.dat"));
 }
 
-}  // namespace
 }  // namespace kelvora

@@ -7,7 +7,6 @@
 #include "network/LinePort.h"
 
 namespace kelvora {
-namespace {
 
 using std::chrono::milliseconds;
 
@@ -201,5 +200,4 @@ TEST(LinePort, FollowsTheDevicesName)
     EXPECT_TRUE(port.Open() && !connection.isOpen);
 }
 
-}  // namespace
 }  // namespace kelvora

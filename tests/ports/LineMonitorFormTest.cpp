@@ -2,7 +2,6 @@
 #include "ports/PortFormsFixture.h"
 
 namespace kelvora {
-namespace {
 
 using namespace std::chrono_literals;
 
@@ -112,5 +111,4 @@ TEST_F(MonitorForm, ClosesUnderTheMonitorsHands)
     EXPECT_EQ(monitor.Entries().size(), 2U);
 }
 
-}  // namespace
 }  // namespace kelvora

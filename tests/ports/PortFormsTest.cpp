@@ -3,7 +3,6 @@
 #include "ports/forms/frmPortSetup.h"
 
 namespace kelvora {
-namespace {
 
 class PortSetupForm : public PortFormsFixture {
 protected:
@@ -192,5 +191,4 @@ TEST_F(PortsForm, DamagedFileIsReplacedOnlyWhenTheUserSaysSo)
     EXPECT_EQ(ReadPorts(files.content[path])[0], "/dev/c");
 }
 
-}  // namespace
 }  // namespace kelvora

@@ -6,7 +6,6 @@
 #include "setup/SetupWriter.h"
 
 namespace kelvora {
-namespace {
 
 using namespace std::chrono_literals;
 
@@ -215,5 +214,4 @@ TEST_F(RecoveryForm, EachIsTakenThrownAwayOrLeftAndADamagedOneCannotBeTaken)
     EXPECT_TRUE(setups[1]->IsChanged());
 }
 
-}  // namespace
 }  // namespace kelvora

@@ -12,8 +12,6 @@
 
 namespace kelvora {
 
-namespace {
-
 using namespace std::chrono_literals;
 using enum bench::Module;
 using std::chrono::milliseconds;
@@ -147,8 +145,6 @@ protected:
     std::function<void(const SeriesEvent&)> onEvent;
     std::function<void(const SeriesEvent&)> onProgress;
 };
-
-}  // namespace
 
 TEST_F(SeriesTest, EachTillHasItsVerdictOnce)
 {

@@ -7,8 +7,6 @@
 
 using namespace kelvora;
 
-namespace {
-
 struct Start {
     FakeFiles files;
     FakePrompt prompt;
@@ -35,8 +33,6 @@ struct Start {
                catalogue->Lookup(590);
     }
 };
-
-}  // namespace
 
 TEST(Language, LoadsChoiceDefaultsAndTexts)
 {
