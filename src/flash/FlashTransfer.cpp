@@ -1,5 +1,6 @@
 #include "flash/FlashTransfer.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "comms/Crc.h"
@@ -143,12 +144,17 @@ bool Transfer::IsStillHeld(LineWork& work)
 void Transfer::Write()
 {
     LineResult read = std::move(result_.line);
+    const bool owesRelease = std::ranges::any_of(read.warnings, [](const LineWarning& warning) {
+        return warning.step == LineWarning::Step::NotReleased;
+    });
     bool hasLine = false;
     result_.line = WorkOnLine(comms_, target_, hooks_, [&](LineWork& work, LineResult& line) {
         hasLine = true;
         line.deviceMap = std::move(read.deviceMap);
         line.image = std::move(read.image);
         line.terminalName = std::move(read.terminalName);
+        // Also when a stop comes before this work holds the line itself.
+        work.Debts().release = owesRelease;
         HoldLine(work);
         work.Debts().endOfTransfer = true;
         if (!IsStillHeld(work))

@@ -111,6 +111,10 @@ TEST(FlashTransfer, ARefusalLeavesTheLineAsItWasFound)
     EXPECT_EQ(CommandsOf(line, SetupDocument{}), "") << "for no line at all";
     line.whileAsked = [&line] { line.bench.line.Terminal().AnswerNext("0F02", "M0F02!0(00000000"); };
     EXPECT_THAT(CommandsOf(line, line.OtherSetup()), testing::EndsWith("? $9918 0F02 $9911 $9904!3 "));
+    // A stop right after the answer: what the terminal did not confirm before is still owed to it.
+    line.whileAsked = [&line] { line.hooks.stopRequested = [] { return true; }; };
+    line.bench.line.Terminal().AnswerNext("$9911", "Ebusy");
+    EXPECT_THAT(CommandsOf(line, line.OtherSetup()), testing::EndsWith("? $9911 "));
 }
 
 TEST(FlashTransfer, APortLostInTheCommitIsOpenedOnceMoreToAsk)
