@@ -47,22 +47,17 @@ void RecoveryForms::Watch(frmConfig& setup)
 // Not begun anew by the next change: a user who never pauses has a copy all the same.
 void RecoveryForms::Later()
 {
-    if (isWaiting_)
+    if (std::exchange(isWaiting_, true))
         return;
-    isWaiting_ = true;
     desk_.eventLoop.After(Delay, [forms = QPointer<RecoveryForms>(this)] {
-        if (forms)
-            forms->KeepNow();
+        if (!forms)
+            return;
+        forms->isWaiting_ = false;
+        forms->KeepNow();
     });
 }
 
 void RecoveryForms::KeepNow()
-{
-    if (std::exchange(isWaiting_, false))
-        KeepAll();
-}
-
-void RecoveryForms::KeepAll()
 {
     if (!recovery_ || hasEnded_)
         return;
@@ -77,6 +72,8 @@ void RecoveryForms::KeepAll()
     if (!problem.empty() && !hasFailed_)
         emit failed(ToQString(desk_.Words().Word(Message::RecoveryNotKept) + problem));
     hasFailed_ = !problem.empty();
+    if (hasFailed_)
+        Later();
 }
 
 void RecoveryForms::Keep(const frmConfig& setup)
@@ -98,7 +95,7 @@ void RecoveryForms::Forget(int window)
 
 void RecoveryForms::Leave()
 {
-    KeepAll();
+    KeepNow();
     hasEnded_ = true;
 }
 

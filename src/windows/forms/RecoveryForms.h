@@ -28,7 +28,7 @@ public:
     /// Offers what earlier runs have left, in a dialog before `window`; does nothing where there is none.
     void Offer(QWidget& window);
 
-    /// Makes the copies at once that are waited for.
+    /// Makes at once each copy that is waited for, or that has failed.
     void KeepNow();
 
     /// The program is ended from outside: the copies are made at once, and stay.
@@ -43,7 +43,6 @@ signals:
 
 private:
     void Later();
-    void KeepAll();
     void Keep(const frmConfig& setup);
     void Forget(int window);
     bool Take(const RecoveryOffer& offer);
