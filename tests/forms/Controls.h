@@ -55,10 +55,12 @@ void InDialog(const std::function<void()>& open, const std::function<void(Dialog
         QWidget* modal = QApplication::activeModalWidget();
         if (!modal)
             return;
-        watch.stop();
         auto* dialog = dynamic_cast<Dialog*>(modal);
-        if (dialog)
+        EXPECT_TRUE(dialog) << modal->objectName().toStdString();
+        if (dialog) {
+            watch.stop();
             act(*dialog);
+        }
         seen = dialog != nullptr;
         // Whatever went wrong, no dialog may hold the test up.
         if (modal->isVisible())
