@@ -36,14 +36,14 @@ void DumpSetupImage(SetupSession& session)
     const FlashImage* const base = session.BaseImage();
     const FlashImage image = std::get<FlashImage>(BuildSetupImage(session.document, base));
     const DumpSource source =
-        session.SourceNow(session.document.DeviceMap, base ? session.deviceSource.terminal : std::string());
+        session.SourceNow(session.document.DeviceMap, base ? session.DeviceSource().terminal : std::string());
     SaveDump(session, DumpOfSetup(image, source, session.File().path));
 }
 
 void DumpDeviceImage(SetupSession& session)
 {
-    if (session.deviceImage)
-        SaveDump(session, DumpOfDevice(*session.deviceImage, session.deviceSource));
+    if (const FlashImage* const image = session.DeviceImage())
+        SaveDump(session, DumpOfDevice(*image, session.DeviceSource()));
     else
         session.Desk().Words().Show(Message::NoImageRead, {BoxIcon::Information});
 }

@@ -61,14 +61,8 @@ ScanOutcome SetupSession::Scan(const LineHooks& hooks)
             "PosConfiguration " + std::to_string(settings.PanelIndex),
             outcome.image,
             SourceNow(outcome.line.deviceMap, outcome.line.terminalName),
-            outcome.image,
-            settings.CommsPort});
+            outcome.image});
     return outcome;
-}
-
-const FlashImage* SetupSession::BaseImage() const
-{
-    return baseImage_ && basePort_ == settings.CommsPort ? &*baseImage_ : nullptr;
 }
 
 DumpSource SetupSession::SourceNow(std::string deviceMap, std::string terminal) const
@@ -81,21 +75,23 @@ void SetupSession::HoldAsDevice(const FlashImage& image, const LineResult& line)
     DumpSource source = SourceNow(line.deviceMap, line.terminalName);
     // A line that was not asked for its modules is the one that it was, unless the image names others.
     const bool isSameLine =
-        source.deviceMap.empty() && source.origin.port == deviceSource.origin.port &&
-        (!NamesModules(image) || HaveSameMainModules(deviceSource.deviceMap, DeviceCodesOf(image)));
+        source.deviceMap.empty() && IsFromHere() &&
+        (!NamesModules(image) || HaveSameMainModules(deviceSource_.deviceMap, DeviceCodesOf(image)));
     if (isSameLine) {
-        source.deviceMap = deviceSource.deviceMap;
-        source.terminal = deviceSource.terminal;
+        source.deviceMap = deviceSource_.deviceMap;
+        source.terminal = deviceSource_.terminal;
     }
-    deviceImage = image;
-    deviceSource = std::move(source);
+    // Both images have one source.
+    if (!IsFromHere())
+        baseImage_.reset();
+    deviceImage_ = image;
+    deviceSource_ = std::move(source);
 }
 
 void SetupSession::HoldAsBase(const FlashImage& image, const LineResult& line)
 {
     HoldAsDevice(image, line);
     baseImage_ = image;
-    basePort_ = settings.CommsPort;
 }
 
 void SetupSession::HoldAs(const WindowFile& file)
@@ -103,10 +99,9 @@ void SetupSession::HoldAs(const WindowFile& file)
     SetFile(file.file);
     saved_ = file.saved;
     settings.Name = file.name;
-    deviceImage = file.image;
-    deviceSource = file.source;
+    deviceImage_ = file.image;
+    deviceSource_ = file.source;
     baseImage_ = file.base;
-    basePort_ = file.basePort;
 }
 
 void SetupSession::SetFile(const SetupFile& file)

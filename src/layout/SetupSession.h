@@ -27,9 +27,8 @@ struct WindowFile {
     SetupFile file;
     std::string name;
     std::optional<FlashImage> image;
-    DumpSource source;               ///< of `image`
+    DumpSource source;               ///< of `image`, and of `base`
     std::optional<FlashImage> base;  ///< see SetupSession::BaseImage
-    std::int16_t basePort = 0;       ///< where it was read
     std::string saved{};             ///< the setup's text as the file was last read or written
 };
 
@@ -71,7 +70,7 @@ public:
 
     WindowFile HeldAs() const
     {
-        return {file_, settings.Name, deviceImage, deviceSource, baseImage_, basePort_, saved_};
+        return {file_, settings.Name, deviceImage_, deviceSource_, baseImage_, saved_};
     }
     void HoldAs(const WindowFile& file);
 
@@ -81,13 +80,14 @@ public:
     PosCfg settings;
     SetupDocument document;
 
-    /// The device's flash as it was last read.
-    std::optional<FlashImage> deviceImage;
-    DumpSource deviceSource;  ///< where and when
+    /// What the device at the window's port held when its flash was last read. Null when it was not.
+    const FlashImage* DeviceImage() const { return HereOnly(deviceImage_); }
+    /// Where and when an image was last read, at whatever port.
+    const DumpSource& DeviceSource() const { return deviceSource_; }
 
     /// The image that the setup's own is built over: what the device at the window's port held when the setup
     /// was read from it or written to it. Null when neither was done there.
-    const FlashImage* BaseImage() const;
+    const FlashImage* BaseImage() const { return HereOnly(baseImage_); }
 
     /// The device at the window's port holds that image.
     void HoldAsDevice(const FlashImage& image, const LineResult& line);
@@ -102,12 +102,18 @@ private:
     std::optional<bool> SaveTo(const SetupFile& file);
     std::optional<bool> Write(bool asksForName);
     void SetFile(const SetupFile& file);
+    bool IsFromHere() const { return deviceSource_.origin.port == settings.CommsPort; }
+    const FlashImage* HereOnly(const std::optional<FlashImage>& image) const
+    {
+        return image && IsFromHere() ? &*image : nullptr;
+    }
 
     SetupDesk& desk_;
     SetupFile file_;
-    std::string saved_;  ///< see WindowFile
+    std::string saved_;        ///< see WindowFile
+    DumpSource deviceSource_;  ///< of both images, so that neither passes for another port's
+    std::optional<FlashImage> deviceImage_;
     std::optional<FlashImage> baseImage_;
-    std::int16_t basePort_ = 0;  ///< where it was read
 };
 
 }  // namespace kelvora

@@ -66,7 +66,7 @@ TEST_F(FlashForm, DownloadAsksWithTheLineFreeAndWritesOnlyOnYes)
     FlashImage expected = fresh;
     expected[6] ^= 1;
     EXPECT_EQ(Flash(), expected);
-    EXPECT_EQ(Session().deviceImage, expected);
+    EXPECT_EQ(*Session().DeviceImage(), expected);
     EXPECT_EQ(prompt.shown.at(0).title, "Flash Download");
     EXPECT_THAT(prompt.TakeBodies(), ElementsAre(StartsWith("The download is done.")));
 }

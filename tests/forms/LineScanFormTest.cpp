@@ -131,7 +131,7 @@ TEST_F(LineScanForm, OnlyTerminateStopsIt)
         EXPECT_TRUE(!Abort() || !Abort()->isVisible()) << why;
         // What had been read stays: the map has come, the image has not.
         EXPECT_EQ(MainChain(Modules()), allFour) << why;
-        EXPECT_EQ(Session().deviceImage.has_value(), !stops) << why;
+        EXPECT_EQ(Session().DeviceImage() != nullptr, !stops) << why;
         // Which window it was, that it was stopped, and that the keys are the defaults.
         const std::vector<std::string> told{std::string(Message::ScanStopped.fallback) + "\r\n" +
                                             Session().settings.Name + ", COM1\r\n" +
@@ -148,7 +148,7 @@ TEST_F(LineScanForm, OnlyTerminateStopsIt)
     check("terminate", true, [&] { Press(*Abort(), "AbortCommand"); });
     // The next operation begins with no stop asked for; idle, the key only tells what it is for.
     Run(Command::ToolsMenuRescanLine);
-    EXPECT_TRUE(Session().deviceImage);
+    EXPECT_TRUE(Session().DeviceImage());
     QTest::keyClick(window->ActiveSetup(), Qt::Key_Escape);
     EXPECT_THAT(prompt.TakeBodies(), ElementsAre(HasSubstr("270")));
     EXPECT_FALSE(program.operation.IsStopAsked());

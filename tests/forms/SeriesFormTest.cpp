@@ -244,7 +244,7 @@ TEST_F(JournalForm, ABackupIsOpenedComparedAndRestored)
 {
     Run(Command::FileMenuScan);
     Backups backups(files, Folder() + "/backups");
-    FlashImage changed = *Session().deviceImage;
+    FlashImage changed = *Session().DeviceImage();
     changed[6] ^= 1;
     JournalEntry entry{.time = "2026-03-09T07:05:00+01:00",
                        .operation = JournalOperation::Download,

@@ -87,8 +87,6 @@ TEST_F(Session, ASetupIsBuiltOverTheImageOfItsOwnPortAlone)
     EXPECT_FALSE(session.BaseImage());
     FlashImage image{};
     image[3000] = 7;
-    session.HoldAsBase(image, {});
-    EXPECT_EQ(session.deviceImage, image);
     // Whoever reads the flash alone does not ask again for the line: it is the same until an image says
     // otherwise.
     LineResult told;
@@ -96,16 +94,20 @@ TEST_F(Session, ASetupIsBuiltOverTheImageOfItsOwnPortAlone)
     told.terminalName = "TILL 7";
     session.HoldAsBase(image, told);
     session.HoldAsDevice(image, {});
-    EXPECT_EQ(session.deviceSource.deviceMap + session.deviceSource.terminal, "\xBF\x03TILL 7");
+    EXPECT_EQ(session.DeviceSource().deviceMap + session.DeviceSource().terminal, "\xBF\x03TILL 7");
     FlashImage foreign = image;
     foreign[128] = 3;
     session.HoldAsDevice(foreign, {});
-    EXPECT_EQ(session.deviceSource.deviceMap + session.deviceSource.terminal, "");
+    EXPECT_EQ(session.DeviceSource().deviceMap + session.DeviceSource().terminal, "");
     SelectPort(session.settings, 2);
-    EXPECT_FALSE(session.BaseImage());
+    EXPECT_FALSE(session.BaseImage() || session.DeviceImage());
     SelectPort(session.settings, 1);
     ASSERT_TRUE(session.BaseImage());
     EXPECT_EQ(*session.BaseImage(), image);
+    EXPECT_EQ(*session.DeviceImage(), foreign);
+    SelectPort(session.settings, 2);
+    session.HoldAsDevice(image, {});
+    EXPECT_FALSE(session.BaseImage()) << "nothing was read from the other port that the setup goes with";
 }
 
 TEST_F(Session, AStepThatTookTheFileAwayGivesBackTheOneThatItWouldNowHave)
@@ -121,8 +123,6 @@ TEST_F(Session, AStepThatTookTheFileAwayGivesBackTheOneThatItWouldNowHave)
     const WindowFile before = session.HeldAs();
     session.HoldAs({});
     UndoStep step(session, scanned, before);
-    EXPECT_FALSE(session.document.Modules.empty());
-
     step.Turn(session);
     EXPECT_EQ(session.File().path, "/t/a.dat");
     EXPECT_TRUE(session.document.Modules.empty());

@@ -251,7 +251,8 @@ void Session::DumpDevice()
 {
     SetupSession& session = Any().session;
     DumpDeviceImage(session);
-    rules_.JudgeDump(session.deviceImage.value_or(FlashImage()));
+    const FlashImage* const image = session.DeviceImage();
+    rules_.JudgeDump(image ? *image : FlashImage());
 }
 
 }  // namespace kelvora::simulation

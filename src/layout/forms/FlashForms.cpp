@@ -104,10 +104,8 @@ void FlashForms::ShowBackups()
 {
     SetupDesk& desk = session_.Desk();
     const Backups backups(desk.files.OnDisk(), BackupFolder(desk.dataFolder));
-    BackupsDialog dialog(
-        desk.files, backups,
-        {LineName(), session_.deviceImage ? &*session_.deviceImage : nullptr, desk.lines.HasLink()},
-        window_.window());
+    BackupsDialog dialog(desk.files, backups, {LineName(), session_.DeviceImage(), desk.lines.HasLink()},
+                         window_.window());
     if (dialog.exec() == QDialog::Accepted)
         RestoreLater(*dialog.Chosen(), dialog.ChosenName(), dialog.ChosenPath());
 }

@@ -210,18 +210,14 @@ void frmConfig::SelectPort(std::int16_t port)
 {
     if (!kelvora::SelectPort(session_.settings, port))
         return;
-    // What was read came from another line. The port chosen last is the next window's.
-    session_.deviceImage.reset();
+    // The port chosen last is the next window's.
     session_.Desk().defaults.CommsPort = port;
     emit changed();
 }
 
-void frmConfig::TakeBackup(const std::string& name, SetupDocument document, const FlashImage& image)
+void frmConfig::TakeBackup(const std::string& name, SetupDocument document)
 {
-    WindowFile held = session_.HeldAs();
-    held.name = name;
-    held.image = image;
-    session_.HoldAs(held);
+    session_.settings.Name = name;
     Push(Message::UndoBackup, std::move(document));
     ShowTitle();
 }

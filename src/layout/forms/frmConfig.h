@@ -55,7 +55,7 @@ public:
     void BeginWith(SetupDocument document);
 
     /// Fills the fresh window with what a backup holds, under that name.
-    void TakeBackup(const std::string& name, SetupDocument document, const FlashImage& image);
+    void TakeBackup(const std::string& name, SetupDocument document);
 
     /// Changes the fresh window's setup to one that was left unsaved.
     void TakeUnsaved(SetupDocument document);

@@ -78,7 +78,7 @@ frmConfig* JournalForms::Open(const JournalEntry& entry, const Backup& backup)
 {
     if (desk_.operation.IsBusy())
         return nullptr;
-    frmConfig& setup = setups_.OpenBackup(DisplayName(backup.path), backup.document, backup.dump.image);
+    frmConfig& setup = setups_.OpenBackup(DisplayName(backup.path), backup.document);
     if (entry.line >= 1)
         setup.SelectPort(static_cast<std::int16_t>(entry.line));
     setup.window()->activateWindow();

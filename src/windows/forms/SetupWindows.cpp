@@ -154,13 +154,12 @@ void SetupWindows::OpenFile(const SetupFile& file)
     Show(std::move(window));
 }
 
-frmConfig& SetupWindows::OpenBackup(const std::string& name, const SetupDocument& document,
-                                    const FlashImage& image)
+frmConfig& SetupWindows::OpenBackup(const std::string& name, const SetupDocument& document)
 {
     auto window = std::make_unique<frmConfig>(desk_, SetupMode::New);
     window->Form_Load();
     frmConfig& setup = Show(std::move(window));
-    setup.TakeBackup(name, document, image);
+    setup.TakeBackup(name, document);
     return setup;
 }
 

@@ -40,7 +40,7 @@ public:
     void OpenFiles(const QStringList& paths);
 
     /// Opens a window with the setup that a backup was of; it has no file yet.
-    frmConfig& OpenBackup(const std::string& name, const SetupDocument& document, const FlashImage& image);
+    frmConfig& OpenBackup(const std::string& name, const SetupDocument& document);
 
     /// Opens a window with a setup that was left unsaved, as a change of `opened`. A file that another window
     /// has is not its own.
