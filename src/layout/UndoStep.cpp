@@ -13,11 +13,17 @@ UndoStep::UndoStep(SetupSession& session, SetupDocument after, std::optional<Win
     std::swap(session.document, other_);
 }
 
-void UndoStep::Turn(SetupSession& session)
+bool UndoStep::Turn(SetupSession& session)
 {
     std::swap(session.document, other_);
-    if (otherFile_)
-        session.HoldAs(*std::exchange(otherFile_, session.HeldAs()));
+    if (!otherFile_)
+        return true;
+    const OpenElsewhere& isOpenElsewhere = session.Desk().isOpenElsewhere;
+    const bool isTaken = isOpenElsewhere && isOpenElsewhere(otherFile_->file.path, session.File().path);
+    if (isTaken)
+        otherFile_->file = {};
+    session.HoldAs(*std::exchange(otherFile_, session.HeldAs()));
+    return !isTaken;
 }
 
 }  // namespace kelvora

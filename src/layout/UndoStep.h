@@ -13,8 +13,9 @@ public:
     /// what the window was held as.
     UndoStep(SetupSession& session, SetupDocument after, std::optional<WindowFile> fileBefore = {});
 
-    /// Takes the step back, or makes it again. A file that either side has got meanwhile stays its own.
-    void Turn(SetupSession& session);
+    /// Takes the step back, or makes it again. A file that either side has got meanwhile stays its own,
+    /// unless another window has opened it: false then, and the setup comes with its name but without a file.
+    bool Turn(SetupSession& session);
 
 private:
     SetupDocument other_;

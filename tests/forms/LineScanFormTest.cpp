@@ -103,6 +103,16 @@ TEST_F(LineScanForm, ARescanIsOneStepBackAlsoWhenTheLineIsDead)
     EXPECT_EQ(Session().settings.Name, saved.name);
     Trigger(Command::EditMenuRedo);
     EXPECT_TRUE(Modules().empty());
+
+    // Another window has the file by now: the setup comes back without it, and is in no file.
+    window->OpenFiles({PathToQString(saved.file.path)});
+    Trigger(Command::WindowMenuNext);
+    for (const Command command : {Command::EditMenuUndo, Command::EditMenuRedo, Command::EditMenuUndo})
+        Trigger(command);
+    EXPECT_EQ(Session().document, before);
+    EXPECT_EQ(Session().File().path + Session().settings.FileName, "");
+    EXPECT_EQ(window->ActiveSetup()->windowTitle(), "till.dat[*]");
+    EXPECT_TRUE(window->ActiveSetup()->isWindowModified());
 }
 
 TEST_F(LineScanForm, OnlyTerminateStopsIt)

@@ -110,8 +110,8 @@ struct Window {
     Window(SetupDesk& desk, SetupMode mode) : session(desk, mode) {}
 
     void Push(SetupDocument after, std::optional<WindowFile> fileBefore = std::nullopt);
-    void Undo() { edits.at(--at).step.Turn(session); }
-    void Redo() { edits.at(at++).step.Turn(session); }
+    void Undo() { clean = edits.at(--at).step.Turn(session) ? clean : std::nullopt; }
+    void Redo() { clean = edits.at(at++).step.Turn(session) ? clean : std::nullopt; }
     bool IsChanged() const { return at != clean; }
 
     SetupSession session;

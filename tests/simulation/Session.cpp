@@ -132,9 +132,9 @@ void Session::Play(const Step& step)
     world_.Begin(copy_);
     copy_->person.answers.clear();
     copy_->program.desk.isOpenElsewhere = [this](std::string_view path, std::string_view current) {
-        return path != current && std::ranges::any_of(copy_->windows, [&](const auto& window) {
-                   return window->session.File().path == path;
-               });
+        return !path.empty() && path != current &&
+               std::ranges::any_of(copy_->windows,
+                                   [&](const auto& window) { return window->session.File().path == path; });
     };
     if (isNew)
         Start();

@@ -31,17 +31,24 @@ public:
 
     void undo() override
     {
-        step_.Turn(form_.session_);
+        Turn();
         form_.ShowSession();
     }
     void redo() override
     {
         if (!std::exchange(isNew_, false))
-            step_.Turn(form_.session_);
+            Turn();
         form_.ShowSession();
     }
 
 private:
+    void Turn()
+    {
+        // A setup that is in no file any more is unsaved.
+        if (!step_.Turn(form_.session_))
+            form_.undoStack_->resetClean();
+    }
+
     frmConfig& form_;
     MessageId name_;
     UndoStep step_;
