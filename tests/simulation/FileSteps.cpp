@@ -172,6 +172,11 @@ void Session::KeepUnsaved()
         Require(window->IsChanged() || session.File().path.empty() ||
                     session.HeldAs().saved == WriteSetup(session.document.Modules),
                 Rule::Unsaved, session.File().path + " lacks what its window takes for saved");
+        const auto isOfFile = [&path = session.File().path](const auto& each) {
+            return each->session.File().path == path;
+        };
+        Require(session.File().path.empty() || std::ranges::count_if(copy_->windows, isOfFile) == 1,
+                Rule::Unsaved, session.File().path + " is held by two windows");
         const int number = session.settings.PanelIndex;
         const RecoveryCopy copy{{},
                                 session.settings.Name,

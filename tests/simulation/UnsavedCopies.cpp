@@ -101,7 +101,8 @@ void UnsavedCopies::JudgeFile(const RecoveryOffer& offer) const
                : WriteSetup(now->Modules) == offer.copy.saved ? FileSince::Same
                                                               : FileSince::Changed;
     Require(offer.file == file, Rule::Truth, offer.id + " says what has not become of its file");
-    const std::string base = now ? WriteSetup(now->Modules) : offer.copy.saved;
+    const std::string old = offer.copy.path.empty() ? WriteSetup({}) : offer.copy.saved;
+    const std::string base = now ? WriteSetup(now->Modules) : old;
     Require(offer.differences.empty() == (base == offer.copy.setup), Rule::Truth,
             offer.id + " has other differences from its file than are told");
 }

@@ -1,6 +1,7 @@
 // kelvora_simulation: plays sessions of a seed and the seeds after it, in several processes, and shows what
 // breaks a rule, or ends a process, as a test.
 #include <sys/mman.h>
+#include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -80,11 +81,12 @@ private:
 // A step that does not end is ended.
 std::optional<Failure> PlayMarked(Mark& mark, std::uint64_t seed, const std::vector<Step>& steps)
 {
-    constexpr unsigned LongestStep = 30;
+    // Of the processor, however busy the machine is.
+    constexpr itimerval LongestStep{{}, {30, 0}};
     mark.seed = seed;
     return Play(seed, steps, [&](std::size_t count) {
         mark.steps = count;
-        alarm(LongestStep);
+        setitimer(ITIMER_PROF, &LongestStep, nullptr);
     });
 }
 
