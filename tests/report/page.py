@@ -118,7 +118,9 @@ def use(browser):
     expect("opened by a click", browser.run(where), [True, "<b>t4", "#till=%3Cb%3Et4&file=setups%2F%3Cb%3Et4.dat"])
     expect("of a name, that with the file", browser.run("tills[1].name = 't10', go('till=t10&file=setups/t10.dat'), tills[1].name = 't1',"
                                                        "seen('#sheet-content > .facts')"), ["setups/t10.dat"])
-    expect("closed by the address of a till that is not listed", browser.run("go('till=t10&q=t3'), sheet.open"), False)
+    expect("closed by the address of a till that is not listed, and opened again at once", browser.run(
+        "go('till=t10&q=t3'), isOpen = sheet.open, go('till=t20'), frames().then(() => [isOpen, sheet.open, state.till])"),
+        [False, True, "t20"])
     browser.run("go('')")
     for _ in range(2):
         browser.run("document.querySelector('[data-sort=deviations]').click()")

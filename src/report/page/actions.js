@@ -51,6 +51,8 @@ sheet.addEventListener("keydown", (event) => {
   if (event.key === "ArrowRight" && active + 1 < shown.length) openSheet(active + 1);
 });
 sheet.addEventListener("close", () => {
+  // This is told a frame later: another till may be shown by then.
+  if (sheet.open) return;
   state.till = state.file = "";
   keepState();
   activate(active);
