@@ -44,36 +44,30 @@ class Reader:
         """Every object of the window."""
         waiting = [each for each in pyatspi.Registry.getDesktop(0) if each and each.name == self.program]
         if self.window:
-            waiting = [each for program in waiting for each in program if each and each.name.startswith(self.window)]
+            waiting = [each for each in children(waiting) if asked(lambda: each.name.startswith(self.window))]
         while waiting:
-            each = waiting.pop(0)
-            yield each
-            try:
-                waiting.extend(child for child in each if child)
-            except (GLib.Error, LookupError):
-                pass  # It has gone meanwhile.
+            yield waiting[0]
+            waiting += children([waiting.pop(0)])
 
     def outline(self):
         return [f"{each.getRoleName()} {each.name!r}" for each in self.all() if is_(each, pyatspi.STATE_SHOWING)]
 
     def find(self, role, name, *states):
-        def look():
-            for each in self.all():
-                try:
-                    if each.getRoleName() == role and each.name == name and all(is_(each, state) for state in states):
-                        return each
-                except GLib.Error:
-                    pass  # It has gone meanwhile.
-            return None
-        return self.wait(f'no {role} "{name}"', look)
+        def fits(each):
+            return each.getRoleName() == role and each.name == name and all(is_(each, state) for state in states)
+        return self.wait(f'no {role} "{name}"',
+                         lambda: next((each for each in self.all() if asked(lambda: fits(each))), None))
 
     def press(self, role, name):
         """Does the first thing that can be done with it, as soon as it can be."""
         action = self.find(role, name, pyatspi.STATE_ENABLED).queryAction()
-        try:
-            action.doAction(0)
-        except GLib.Error:
-            pass  # What it opened holds the answer back.
+        # What it opened may hold the answer back.
+        asked(lambda: action.doAction(0))
+
+    def leave(self, name):
+        """Closes the window by that button: until it has gone, what lies behind it cannot be pressed."""
+        self.press("push button", name)
+        self.wait(f"{self.window} stays", lambda: not list(self.all()))
 
     def type(self, name, text):
         self.find("text", name, pyatspi.STATE_SHOWING).queryEditableText().setTextContents(text)
@@ -82,6 +76,18 @@ class Reader:
         """Waits until that is announced, and forgets all of before."""
         self.wait(f'"{text}" was not said', lambda: any(text in each for each in self.heard))
         self.heard.clear()
+
+
+def asked(question):
+    """The answer; none of what has gone meanwhile, or lets wait for it."""
+    try:
+        return question()
+    except (GLib.Error, LookupError):
+        return None
+
+
+def children(parents):
+    return [child for each in parents for child in asked(lambda: [child for child in each if child]) or ()]
 
 
 def is_(each, state):
