@@ -16,9 +16,7 @@ plug() {
     rm -f "$2.port"
     "$programs/kelvora-bench" --name "$2" --state "$2.state" "${@:3}" >"$2.port" &
     local looks=0
-    until [[ -s $2.port ]] || ((++looks > 600)); do
-        sleep 0.1
-    done
+    until [[ -s $2.port ]] || ((++looks > 3000)); do sleep 0.02; done
     ln -sfn "$(cut -d ' ' -f 2 "$2.port")" "line$1"
 }
 # pull LINE: the till that hangs there is taken away, with its adapter.
@@ -67,8 +65,10 @@ drive() {
     for name; do
         case $name in
             wrong) plug "$line" wrong --unpaced --modules km096 ;;
-            noisy) plug "$line" noisy "${good[@]}" --drop 0.001 --flip 0.001 ;;
-            pulled) plug "$line" pulled "${good[@]}" --delay 100 ;;
+            # No answer comes before its command can have left at the line's speed: that would be nobody's.
+            noisy) plug "$line" noisy --unpaced "${good[@]}" --delay 25 --drop 0.001 --flip 0.001 ;;
+            # The second block that is written keeps it busy until it is taken away.
+            pulled) plug "$line" pulled --unpaced "${good[@]}" --late '0FB1#2=60000' ;;
             *) plug "$line" "$name" --unpaced "${good[@]}" ;;
         esac
         # It writes: reading is of 8192 bytes.
@@ -82,6 +82,8 @@ drive() {
 }
 
 for line in 1 2 3 4; do
+    # It is there before anybody looks into it.
+    : >"said.$line"
     "$programs/kelvora-cli" series --yes --json --count 3 --line "$line=$work/line$line" till.dat \
         >"said.$line" 2>"err.$line" &
     series[line]=$!
@@ -94,7 +96,7 @@ drive 3 noisy five six &
 drivers+=($!)
 drive 4 pulled seven eight &
 drivers+=($!)
-wait "${drivers[@]}"
+for driver in "${drivers[@]}"; do wait "$driver"; done
 codes=()
 for line in 1 2 3 4; do
     code=0
