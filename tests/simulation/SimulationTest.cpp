@@ -57,19 +57,16 @@ TEST(Simulation, ScansALineThatLacksAPart)
 // And what is played comes to its end, too.
 TEST(Simulation, SeedDecidesAll)
 {
-    std::map<std::string, int> all;
-    for (std::uint64_t seed = 1; seed <= 5; ++seed) {
-        const auto done = [seed] {
-            Session session(seed);
-            for (const Step& step : StepsOf(TextOf(StepsOf(seed, 300))))
-                session.Play(step);
-            return session.Done();
-        };
-        const auto once = done();
-        EXPECT_EQ(done(), once);
-        for (const auto& [what, count] : once)
-            all[what] += count;
-    }
+    const auto done = [](std::uint64_t seed) {
+        Session session(seed);
+        for (const Step& step : StepsOf(TextOf(StepsOf(seed, 200))))
+            session.Play(step);
+        return session.Done();
+    };
+    auto all = done(1);
+    EXPECT_EQ(done(1), all);
+    for (std::uint64_t seed = 2; seed <= 6; ++seed)
+        all.merge(done(seed));
     EXPECT_EQ(all.size(), 11) << testing::PrintToString(all);
 }
 
