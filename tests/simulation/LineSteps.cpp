@@ -43,14 +43,18 @@ void Session::WaitIn(Rules::Work& work, RunningOperation& running)
         Require(&till == &work.till, Rule::Flash, "another till was written");
         rules_.JudgeCommit(work);
     };
-    work.till.line.onCommand = [&work](std::string_view command) {
+    Random& chance = world_.meanwhile;
+    // A stop that comes with the commit is among the rarest, and the most harmful.
+    const bool stopsCommit = chance.Once(8);
+    work.till.line.onCommand = [this, &work, &running, stopsCommit](std::string_view command) {
         constexpr std::string_view Close = "0FB3";
         work.isHolding = work.isHolding || command == "$9918";
         work.isCommitting =
             work.isCommitting || (command.starts_with(Close) && command.size() > Close.size());
+        if (stopsCommit && work.isCommitting)
+            Stop(work, running);
     };
     const std::size_t stopAfter = world_.random.Once(5) ? world_.waits + world_.random.Scale(12) : 0;
-    Random& chance = world_.meanwhile;
     const std::size_t midst = chance.Once(3) ? world_.waits + chance.Scale(12) : 0;
     const std::size_t heals = chance.Once(3) ? world_.waits + chance.Scale(12) : 0;
     world_.whileWaiting = [this, &work, &running, stopAfter, midst, heals] {
