@@ -85,7 +85,8 @@ def main():
             scan(reader)
             reader.press("menu item", "Exit")
             reader.press("push button", "No")
-            program.wait(60)
+            if program.wait(60):
+                sys.exit(f"it ended with {program.returncode}")
         finally:
             program.kill()
 
