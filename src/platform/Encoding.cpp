@@ -33,26 +33,27 @@ void AppendCharacter(std::string& utf8, unsigned character)
     }
 }
 
-// Well-formed sequences by their first byte: how long they are, and what the second byte may be.
+// Well-formed sequences by their first byte, which the row before does not reach: how long they are (0: none
+// begins so), and what the second byte may be.
 struct Sequence {
-    unsigned char first, last;
+    unsigned char last;
     std::size_t length;
-    unsigned char secondLow, secondHigh;
+    unsigned char secondLow = 0x80, secondHigh = 0xBF;
 };
 constexpr std::array Sequences{
-    Sequence{0x00, 0x7F, 1, 0x80, 0xBF}, Sequence{0xC2, 0xDF, 2, 0x80, 0xBF},
-    Sequence{0xE0, 0xE0, 3, 0xA0, 0xBF}, Sequence{0xE1, 0xEC, 3, 0x80, 0xBF},
-    Sequence{0xED, 0xED, 3, 0x80, 0x9F}, Sequence{0xEE, 0xEF, 3, 0x80, 0xBF},
-    Sequence{0xF0, 0xF0, 4, 0x90, 0xBF}, Sequence{0xF1, 0xF3, 4, 0x80, 0xBF},
-    Sequence{0xF4, 0xF4, 4, 0x80, 0x8F},
+    Sequence{0x7F, 1}, Sequence{0xC1, 0},
+    Sequence{0xDF, 2}, Sequence{0xE0, 3, 0xA0},
+    Sequence{0xEC, 3}, Sequence{0xED, 3, 0x80, 0x9F},
+    Sequence{0xEF, 3}, Sequence{0xF0, 4, 0x90},
+    Sequence{0xF3, 4}, Sequence{0xF4, 4, 0x80, 0x8F},
 };
 
 // The length of the well-formed sequence that `bytes` begin with; 0 for none.
 std::size_t SequenceLength(std::string_view bytes)
 {
     const auto first = static_cast<unsigned char>(bytes.front());
-    const auto* const sequence = std::ranges::find_if(
-        Sequences, [&](const Sequence& row) { return row.first <= first && first <= row.last; });
+    const auto* const sequence =
+        std::ranges::find_if(Sequences, [&](const Sequence& row) { return first <= row.last; });
     if (sequence == Sequences.end() || bytes.size() < sequence->length)
         return 0;
     for (std::size_t i = 1; i < sequence->length; ++i) {

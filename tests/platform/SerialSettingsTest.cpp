@@ -6,10 +6,11 @@ namespace kelvora {
 
 TEST(SerialSettings, ReadTheUsualNotationAndNothingElse)
 {
-    EXPECT_EQ(ParseSerialSettings("9600,n,8,1"), (SerialSettings{9600, 'n', 8, 1}));
-    EXPECT_EQ(ParseSerialSettings("19200,E,7,2"), (SerialSettings{19200, 'e', 7, 2}));
-    for (const char* text : {"", "9600", ",n,8,1", "9600,x,8,1", "9600,n,9,1", "9600,n,8,3", "9600,n,8,1 ",
-                             "96 00,n,8,1", "0,n,8,1", "99999999999,n,8,1", "9600;n,8,1"})
+    EXPECT_EQ(ParseSerialSettings("150,n,8,1"), (SerialSettings{150, 'n', 8, 1}));
+    EXPECT_EQ(ParseSerialSettings("115200,E,7,2"), (SerialSettings{115200, 'e', 7, 2}));
+    for (const char* text : {"", "9600", ",n,8,1", "9600,x,8,1", "9600,n,9,1", "9600,n,6,1", "9600,n,8,3",
+                             "9600,n,8,0", "9600,n,8,1 ", "96 00,n,8,1", "149,n,8,1", "115201,n,8,1",
+                             "99999999999,n,8,1", "9600;n,8,1", "9600,n;8,1", "9600,n,8;1"})
         EXPECT_EQ(ParseSerialSettings(text), std::nullopt) << text;
 }
 
