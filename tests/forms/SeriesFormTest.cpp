@@ -163,14 +163,6 @@ TEST_F(SeriesForm, SavesTheReport)
         "The modules on the line are not those of the setup.,"
         "/home/shop/.local/share/Kelvora/backups/2026-03-09 07-05-00 COM1.mem,31.3\r\n");
     EXPECT_THAT(files.Read(At("report.json")), HasSubstr("\"terminal\": \"TILL08\""));
-
-    SeriesResults many(100, FakeSeriesRunner::Verdict(1, "TILL07", Result::Done));
-    const auto sheets = ReportSheets(many, "2026-03-09 08:00", program.texts.Catalogue());
-    ASSERT_EQ(sheets.size(), 8U);
-    QString all;
-    for (const std::string& sheet : sheets)
-        all += ToQString(sheet);
-    EXPECT_EQ(all.count(QStringLiteral(">TILL07<")), 100);
 }
 
 struct HasJournal {

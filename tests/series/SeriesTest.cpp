@@ -8,6 +8,7 @@
 #include "flash/Backups.h"
 #include "flash/Images.h"
 #include "flash/TakeFromImage.h"
+#include "series/SeriesReport.h"
 #include "setup/SetupWriter.h"
 
 namespace kelvora {
@@ -298,6 +299,20 @@ TEST_F(SeriesTest, OneStopEndsItAfterTheTillAndTwoAtOnce)
     stops = 0;
     cable.Connect(nullptr);
     EXPECT_EQ(Run(0).All(), 0);
+}
+
+TEST(SeriesReport, HasARowForEachTill)
+{
+    SeriesEvent till{.kind = Kind::Result};
+    till.entry.file = "/shop/till.dat";
+    till.entry.backup = "/backups/kept.mem";
+    const auto sheets = ReportSheets(SeriesResults(100, till), "2026-03-09 08:00", MessageCatalogue());
+    ASSERT_EQ(sheets.size(), 8U);
+    std::size_t rows = 0;
+    for (const std::string& sheet : sheets)
+        for (std::size_t at = 0; (at = sheet.find(">till.dat; kept.mem<", at)) != std::string::npos; ++at)
+            ++rows;
+    EXPECT_EQ(rows, 100U);
 }
 
 TEST(SeriesEvent, IsTheSameWhenItIsReadBack)
