@@ -247,4 +247,13 @@ TEST_F(FlashCommandsTest, CtrlCTwiceDuringTheCommitDoesNotBreakIt)
     EXPECT_TRUE(signalled.StopRequested());
 }
 
+TEST(StopSignal, CountsTwiceWhatLeavesNoTime)
+{
+    StopSignal stop;
+    raise(SIGINT);
+    EXPECT_EQ(stop.Count(), 1);
+    raise(SIGTERM);
+    EXPECT_EQ(stop.Count(), 3);
+}
+
 }  // namespace kelvora
