@@ -10,31 +10,28 @@ namespace kelvora {
 
 namespace {
 
-// One of a settings file's lists: the values it knows and the character that each writes.
-struct CharacterChoice {
-    std::string_view value;
-    char written;
+// A key that sets one character of a settings string.
+struct CharacterKey {
+    std::string_view name;
+    std::size_t place;                 ///< counted from the string's first comma
+    std::string_view values, written;  ///< a character each, in the same order
+    char otherwise;
 };
 
-constexpr std::array ParityChoices{CharacterChoice{"0", 'N'}, CharacterChoice{"1", 'O'},
-                                   CharacterChoice{"2", 'E'}};
 // Any size but 7 and 8 writes "1", a value that no port accepts: the till's own programs rely on it as it is.
-constexpr std::array SizeChoices{CharacterChoice{"7", '7'}, CharacterChoice{"8", '8'}};
-constexpr std::array StopChoices{CharacterChoice{"1", '1'}, CharacterChoice{"2", '2'}};
-
-// Places of the characters in a settings string, counted from its first comma.
-constexpr std::size_t ParityAfterComma = 1;
-constexpr std::size_t SizeAfterComma = 3;
-constexpr std::size_t StopAfterComma = 5;
+constexpr std::array CharacterKeys{
+    CharacterKey{"PARITY", 1, "012", "NOE", 'N'},
+    CharacterKey{"SIZE", 3, "78", "78", '1'},
+    CharacterKey{"STOP", 5, "12", "12", '1'},
+};
 
 constexpr std::array<std::string_view, 4> Bauds{"9600", "4800", "2400", "1200"};
 constexpr std::array<std::string_view, 4> Ports{"COM1", "COM2", "COM3", "COM4"};
 
-template <std::size_t N>
-char Choose(const std::array<CharacterChoice, N>& choices, std::string_view value, char otherwise)
+char Choose(const CharacterKey& key, std::string_view value)
 {
-    const auto* const row = std::ranges::find(choices, value, &CharacterChoice::value);
-    return row == choices.end() ? otherwise : row->written;
+    const std::size_t choice = value.size() == 1 ? key.values.find(value) : std::string_view::npos;
+    return choice == std::string_view::npos ? key.otherwise : key.written[choice];
 }
 
 void WriteAfterComma(std::string& settings, std::size_t offset, char character)
@@ -53,12 +50,9 @@ void TakeSetting(PortDefaults& defaults, const SetupLine& line)
         const auto* const baud = std::ranges::find(Bauds, line.value);
         defaults.settings.replace(0, std::min(defaults.settings.find(','), defaults.settings.size()),
                                   baud == Bauds.end() ? Bauds.front() : *baud);
-    } else if (line.name == "PARITY") {
-        WriteAfterComma(defaults.settings, ParityAfterComma, Choose(ParityChoices, line.value, 'N'));
-    } else if (line.name == "SIZE") {
-        WriteAfterComma(defaults.settings, SizeAfterComma, Choose(SizeChoices, line.value, '1'));
-    } else if (line.name == "STOP") {
-        WriteAfterComma(defaults.settings, StopAfterComma, Choose(StopChoices, line.value, '1'));
+    } else if (const auto* const key = std::ranges::find(CharacterKeys, line.name, &CharacterKey::name);
+               key != CharacterKeys.end()) {
+        WriteAfterComma(defaults.settings, key->place, Choose(*key, line.value));
     }
 }
 

@@ -15,3 +15,16 @@ TEST(TextConfiguration, ReadsTheLanguage)
                                  Rejection{"lines of other sections", "[X]\nEXT", 2, Expected::KeyAndValue}})
         ExpectRejected(row, [](const std::string& text) { ReadLanguageSelection(text); });
 }
+
+TEST(TextConfiguration, ReadsThePortSettings)
+{
+    const std::pair<const char*, PortDefaults> rows[]{
+        {"OTHER=1", {2, "300,e,7,2"}},
+        {"PORT=COM3\nBAUD=1200\nPARITY=1\nSIZE=8\nSTOP=1", {3, "1200,O,8,1"}},
+        {"port=com4\nPARITY=2\nSIZE=7\nSTOP=2", {4, "300,E,7,2"}},
+        {"PORT=COM5\nBAUD=300\nPARITY=3\nSIZE=6\nSTOP=12", {1, "9600,N,1,1"}},
+    };
+    for (const auto& [text, read] : rows)
+        EXPECT_EQ(ReadLanguageSettings(std::string("[PORT SETTING]\n") + text, {2, "300,e,7,2"}), read)
+            << text;
+}
