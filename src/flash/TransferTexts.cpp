@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <span>
 #include <tuple>
 
 #include "comms/LineErrorText.h"
@@ -313,8 +314,8 @@ std::string JoinLines(const MessageCatalogue& catalogue, const std::vector<std::
                       std::size_t most)
 {
     std::string text;
-    for (std::size_t i = 0; i < lines.size() && i < most; ++i)
-        text.append(LineEnd).append(lines[i]);
+    for (const std::string& line : std::span(lines).first(std::min(most, lines.size())))
+        text.append(LineEnd).append(line);
     if (lines.size() > most)
         text.append(LineEnd)
             .append(catalogue.Word(Message::MoreChanges))

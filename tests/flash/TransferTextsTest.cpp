@@ -72,6 +72,7 @@ TEST(TransferTexts, WhatWeighsMostIsToldFirst)
                             HasSubstr("Keyboard, Key 12:"), HasSubstr("Slave Keyboard, Key 97:"),
                             HasSubstr("fiscal keyboard"), HasSubstr("track 1: # (23) -> none"),
                             HasSubstr("position 2: Backlight yes -> Backlight no"), "Bytes 0002"));
+    EXPECT_EQ(JoinLines(MessageCatalogue(), {"a", "b", "c"}, 2), "\r\na\r\nb\r\nMore differences: 1");
     EXPECT_EQ(ContentsText(MessageCatalogue(), plan), "");
     plan.contentsLost = 12;
     EXPECT_THAT(ContentsText(MessageCatalogue(), plan), testing::EndsWith("that the device loses: 12"));
