@@ -33,7 +33,7 @@ std::string TemporaryStart(const std::string& path)
     constexpr std::uint64_t HashBasis = 0xCBF29CE484222325;
     constexpr std::uint64_t HashPrime = 0x100000001B3;
     std::array<char, HOST_NAME_MAX + 1> machine{};
-    gethostname(machine.data(), machine.size() - 1);
+    gethostname(machine.data(), machine.size());
     std::uint64_t hash = HashBasis;
     for (const char c : path.substr(path.rfind('/') + 1) + '/' + machine.data())
         hash = (hash ^ static_cast<unsigned char>(c)) * HashPrime;
