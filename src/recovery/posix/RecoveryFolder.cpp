@@ -22,17 +22,16 @@ constexpr std::string_view LockEnding = ".lock";
 constexpr std::string_view CopyEnding = ".copy";
 
 /// Far above what any machine's crashes add up to.
-constexpr int MostRuns = 1'000'000;
+constexpr unsigned MostRuns = 1'000'000;
 
 // The run that a name of the folder belongs to; 0 for what is none of the program's.
 int RunOf(std::string_view name)
 {
-    int run = 0;
+    unsigned run = 0;
     const char* const end = name.data() + name.size();
-    const auto [rest, error] = std::from_chars(name.data(), end, run);
-    const std::string_view tail(rest, static_cast<std::size_t>(end - rest));
+    const std::string_view tail(std::from_chars(name.data(), end, run).ptr, end);
     const bool isOwn = tail == LockEnding || (tail.starts_with('-') && tail.ends_with(CopyEnding));
-    return error == std::errc() && isOwn && run > 0 && run < MostRuns ? run : 0;
+    return isOwn && run < MostRuns ? static_cast<int>(run) : 0;
 }
 
 // The locked file; nothing when a living run has it, or another program was quicker. Where locks are not to
