@@ -32,8 +32,7 @@ std::string WithCharacter(std::string_view settings, std::size_t place, char cha
     std::string text(settings);
     const std::size_t comma = CommaOf(settings);
     const std::size_t tail = text.size() - comma;
-    if (tail < DefaultTail.size())
-        text += DefaultTail.substr(tail);
+    text += DefaultTail.substr(std::min(tail, DefaultTail.size()));
     text.at(comma + place) = character;
     return text;
 }
