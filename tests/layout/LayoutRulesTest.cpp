@@ -15,15 +15,12 @@ std::string Enabled(std::initializer_list<std::uint8_t> codes)
     for (const std::uint8_t code : codes)
         modules.push_back(CreateRecord(code, static_cast<std::uint8_t>(modules.size())));
     const LayoutState state = LayoutStateOf(modules);
+    const std::pair<bool, char> entries[]{{state.addMaster, 'K'}, {state.addKB64, '6'}, {state.addMCR, 'M'},
+                                          {state.addICCR, 'I'},   {state.add, 'A'},     {state.del, 'D'},
+                                          {state.move, 'V'}};
     std::string text;
-    const auto add = [&](bool enabled, char letter) { text += enabled ? letter : '-'; };
-    add(state.addMaster, 'K');
-    add(state.addKB64, '6');
-    add(state.addMCR, 'M');
-    add(state.addICCR, 'I');
-    add(state.add, 'A');
-    add(state.del, 'D');
-    add(state.move, 'V');
+    for (const auto& [enabled, letter] : entries)
+        text += enabled ? letter : '-';
     return text + std::to_string(state.moduleCount);
 }
 
