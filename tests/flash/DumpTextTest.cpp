@@ -108,14 +108,14 @@ TEST(DumpText, SaysWhatItIsAndIsReadBack)
 {
     const FlashDump dump{Sample(),
                          {DeviceMapDump{"COM1, 2026-03-09 07:05:00", "\xD6\x17\x04"}, DumpKind::Device,
-                          "TILL 7%\n\xE8 ", "/tills/caff\xC3\xA8%41.dat"}};
+                          "TILL 7%~\n\xE8 ", "/tills/caff\xC3\xA8%41.dat"}};
     const std::string text = FormatFlashDump(dump);
     EXPECT_EQ(text.substr(0, text.find("0000:00 00")),
               "'DeviceMap: COM1, 2026-03-09 07:05:00\r\n"
               "0000:00 D6 17 04                                        ...\r\n"
               "'MapCRC: 74ABD01F\r\n"
               "'Kind: device\r\n"
-              "'Terminal: TILL 7%25%0A%E8%20\r\n"
+              "'Terminal: TILL 7%25~%0A%E8%20\r\n"
               "'Setup: /tills/caff%C3%A8%2541.dat\r\n"
               "'CRC: CA827594\r\n");
     for (const std::string& each : {text, WithoutBlanks(text)}) {

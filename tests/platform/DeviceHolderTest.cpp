@@ -22,7 +22,7 @@ protected:
         fs::create_directories(root / "dev");
         Write("dev/ttyUSB0", "");
         Process("12", "minicom", {});
-        Process("345", "kelvora-cli", {"/dev/null"});
+        Process("309", "kelvora-cli", {"/dev/null"});
     }
 
     void Write(const std::string& name, const std::string& text) const { std::ofstream(root / name) << text; }
@@ -54,7 +54,7 @@ TEST_F(DeviceHolder, IsNamedByALockFileOfALivingProcess)
         EXPECT_EQ(Find(device), holder) << lock << text;
     };
     check("        12\n", "minicom (PID 12)");
-    check("345\nkelvora-cli\ntill07\n", "kelvora-cli (PID 345)");
+    check("309\nkelvora-cli\ntill07\n", "kelvora-cli (PID 309)");
     check("99\n", "");
     check("../12\n", "");
     check(std::string(1, '\x0C') + std::string(3, '\0'), "");
@@ -82,9 +82,9 @@ TEST_F(DeviceHolder, LeavesALockOfTheLivingAndRemovesThatOfTheDead)
     check("   \n", true, false);
     check("        99\n", true, false);
     check("99\nkelvora-c", true, false);
-    check("34", true, false);
+    check("30", true, false);
     check("        12\n", false, true);
-    check("345\nkelvora-cli\ntill07\n", false, false);
+    check("309\nkelvora-cli\ntill07\n", false, false);
     check(std::string(1, '\x0C') + std::string(3, '\0'), false, false);
     check("minicom", false, false);
 }

@@ -10,7 +10,7 @@ TEST(LineAddress, IsAPrefixAHostAndAPort)
     const auto check = [&](const char* text, const LineAddress& address) {
         EXPECT_EQ(ParseLineAddress(text), address) << text;
     };
-    check("tcp:till-7.shop:4000", {Detected, "till-7.shop", 4000});
+    check("tcp:zone-9.shop:4000", {Detected, "zone-9.shop", 4000});
     check("TCP:10.0.0.7:1", {Detected, "10.0.0.7", 1});
     check("rfc2217:[::1]:65535", {Rfc2217, "::1", 65535});
     check("raw:[fe80::1%eth0]:23", {Raw, "fe80::1%eth0", 23});
