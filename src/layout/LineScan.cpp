@@ -28,7 +28,7 @@ void TakeMap(ScanOutcome& outcome)
 
 LineTarget TargetOf(const PosCfg& settings)
 {
-    return {settings.CommsPort, settings.PortSettings, 0};
+    return {settings.CommsPort, settings.PortSettings};
 }
 
 ModuleList ModulesOfMap(const std::string& deviceMap)
