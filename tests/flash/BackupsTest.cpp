@@ -81,9 +81,10 @@ TEST(Backups, AnImageIsKeptOnceAsLongAsItsLineHasNoNewerOne)
 
     // One that cannot be trusted is no backup, and one of older days does not say what it is.
     const std::string newest = keep(1, "TILL 7", image);
-    const std::string damaged = "/b/2099-01-01 00-00-00 COM1.mem";
+    const std::string damaged = newest.substr(0, newest.size() - 4) + "_2.mem";
     files.content[damaged] = Spoilt(files.content[newest]);
-    EXPECT_EQ(keep(1, "TILL 7", image), newest) << "the newest of those that are whole";
+    files.content["/b/2099-01-01 00-00-00 COM1.mem"] = files.content[newest];
+    EXPECT_EQ(keep(1, "TILL 7", image), newest) << "the newest of those that are whole, by today's clock";
     files.content.erase(damaged);
     for (const std::string& spoilt : {Spoilt(files.content[newest]), FormatDump(0, image)}) {
         files.content[newest] = spoilt;
