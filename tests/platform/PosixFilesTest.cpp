@@ -205,6 +205,7 @@ TEST_F(PosixFilesTest, ABatchChangesAllAtItsEndAndTellsWhatItCouldNot)
     fs::create_hard_link(At("linked.dat"), At("other"));
     fs::create_symlink("real.dat", At("link.dat"));
     files.Write(At("a.bak"), "older");
+    const Descriptor former(open(At("a.dat").c_str(), O_RDONLY | O_CLOEXEC));
     FileBatch batch;
     for (const char* const name : {"a", "linked", "link", "lost"})
         Save(batch, name, std::string("new ") + name);
@@ -230,6 +231,7 @@ TEST_F(PosixFilesTest, ABatchChangesAllAtItsEndAndTellsWhatItCouldNot)
         {"fresh.dat", "fresh"}};
     for (const auto& [name, text] : held)
         EXPECT_EQ(files.Read(At(name)), text) << name;
+    EXPECT_TRUE(IsNameOf(At("a.bak"), former)) << "what need not be copied is not";
     EXPECT_TRUE(fs::is_symlink(At("link.dat")));
     EXPECT_EQ(fs::status(At("a.dat")).permissions(), fs::perms{0640});
     // The other name's file is not the backup: who writes into it must not reach that.
