@@ -22,16 +22,20 @@ UnsavedCopies::Copies::iterator UnsavedCopies::Of(const void* program, int windo
         copies_, [&](const Copy& copy) { return copy.program == program && copy.window == window; });
 }
 
-// Of two alike it is rather the one that must be there.
+// Those that must be there come first, and of them those that can be but one: what else is there is for the
+// others.
+void UnsavedCopies::SortByCertainty()
+{
+    std::ranges::stable_sort(copies_, {}, [](const Copy& copy) {
+        return std::pair(!copy.versions.front(), copy.versions.size());
+    });
+}
+
 UnsavedCopies::Copies::iterator UnsavedCopies::Left(const RecoveryCopy& offered)
 {
-    const auto find = [&](bool mustBe) {
-        return std::ranges::find_if(copies_, [&](const Copy& copy) {
-            return !copy.program && copy.versions.front().has_value() == mustBe && MayBe(copy, offered);
-        });
-    };
-    const auto left = find(true);
-    return left != copies_.end() ? left : find(false);
+    SortByCertainty();
+    return std::ranges::find_if(copies_,
+                                [&](const Copy& copy) { return !copy.program && MayBe(copy, offered); });
 }
 
 bool UnsavedCopies::MayBe(const Copy& copy, const RecoveryCopy& found)
@@ -153,10 +157,7 @@ void UnsavedCopies::EndStep()
         if (name.ends_with(".copy"))
             if (auto copy = ReadRecoveryCopy(*world_.disk.Content(CopyFolder + ("/" + name))))
                 there.push_back(*std::move(copy));
-    // Those that can be but one come first: what else is there is for the others.
-    std::ranges::stable_sort(copies_, {}, [](const Copy& copy) {
-        return std::pair(!copy.versions.front(), copy.versions.size());
-    });
+    SortByCertainty();
     std::erase_if(copies_, [&](Copy& copy) {
         const bool isGone = std::exchange(copy.isGone, false) && !world_.IsDead();
         const auto found =

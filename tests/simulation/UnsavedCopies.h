@@ -40,6 +40,7 @@ private:
     using Copies = std::vector<Copy>;
 
     Copies::iterator Of(const void* program, int window);
+    void SortByCertainty();
     /// The one of a dead program that was offered.
     Copies::iterator Left(const RecoveryCopy& offered);
     void Drop(Copy& copy);
