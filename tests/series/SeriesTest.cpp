@@ -9,6 +9,7 @@
 #include "flash/Images.h"
 #include "flash/TakeFromImage.h"
 #include "series/SeriesReport.h"
+#include "series/VerdictSound.h"
 #include "setup/SetupWriter.h"
 
 namespace kelvora {
@@ -314,6 +315,17 @@ TEST(SeriesReport, HasARowForEachTill)
         sheets += sheet;
     EXPECT_THAT(sheets, HasSubstr(">till.dat; kept@.mem<"));
     EXPECT_EQ(std::ranges::count(sheets, '@'), 100);
+}
+
+TEST(VerdictSound, IsAFileOfSamples)
+{
+    using namespace std::string_literals;
+    const std::string passed = VerdictSound(true);
+    EXPECT_EQ(
+        passed.substr(0, 44),
+        "RIFF\x6E\x3C\0\0WAVEfmt \x10\0\0\0\1\0\1\0\x22\x56\0\0\x44\xAC\0\0\2\0\x10\0data\x4A\x3C\0\0"s);
+    EXPECT_EQ(passed.size(), 15478U);
+    EXPECT_EQ(VerdictSound(false).size(), 55166U);
 }
 
 TEST(SeriesEvent, IsTheSameWhenItIsReadBack)
