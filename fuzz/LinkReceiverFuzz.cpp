@@ -66,13 +66,21 @@ public:
     void Write(std::string_view bytes) override
     {
         Require(open_, "nothing is written to a closed port");
-        Require(writes == 0 || bytes == frame, "what is sent again is the same");
+        // But once: the first answer may be that to an earlier program's command of the same number.
+        const bool isNewNumber = writes > 0 && bytes != frame;
+        Require(!isNewNumber || (Body(bytes) == Body(frame) && numbers++ == 0),
+                "what is sent again is the same");
         frame = bytes;
         ++writes;
     }
     std::size_t BytesWaiting() const override { return input_.size(); }
     std::string Read(std::size_t /*limit*/) override { return std::exchange(input_, {}); }
     void DiscardInput() override { input_.clear(); }
+
+    static std::string_view Body(std::string_view sent)
+    {
+        return sent.substr(1 + 4, sent.size() - FrameOverhead);
+    }
 
     void Arrive(std::string_view bytes)
     {
@@ -90,6 +98,7 @@ public:
 
     std::string frame;  ///< that the link has sent
     int writes = 0;     ///< of it
+    int numbers = 0;    ///< how often that of a command was changed
     std::string heard;  ///< all that came since the command
 
 private:
@@ -151,7 +160,7 @@ private:
 
     void Send()
     {
-        port_.writes = 0;
+        port_.writes = port_.numbers = 0;
         port_.heard.clear();
         begin_ = lastByte_ = loop_.Now();
         waiting_ = true;

@@ -15,7 +15,7 @@ void Replay(std::uint64_t seed, const char* steps)
 TEST(Simulation, HoldsItsRules)
 {
     const auto play = [](std::uint64_t seed, const std::vector<Step>& steps) { return Play(seed, steps); };
-    for (std::uint64_t seed = 1; seed <= 10; ++seed) {
+    for (std::uint64_t seed = 1; seed <= 4; ++seed) {
         const auto failure = Play(seed, StepsOf(seed, 100));
         ASSERT_FALSE(failure) << failure->what << "\n" << TestOf(Shortest(*failure, play));
     }
