@@ -66,8 +66,9 @@ def run(arguments, cost):
     def limit():
         resource.setrlimit(resource.RLIMIT_AS, (4 << 30, 4 << 30))
         resource.setrlimit(resource.RLIMIT_CPU, (int(4 * cost) + 5, int(4 * cost) + 5))
-    with subprocess.Popen(arguments, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True,
-                          preexec_fn=limit) as process:
+    # Where it was called from may be taken away meanwhile, and no test program begins in a folder that is gone.
+    with subprocess.Popen(arguments, cwd=arguments[0].parent, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                          start_new_session=True, preexec_fn=limit) as process:
         try:
             return process.wait(20 * cost + 60) == 0
         except subprocess.TimeoutExpired:
