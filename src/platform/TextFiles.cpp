@@ -7,10 +7,8 @@ namespace kelvora {
 std::string BackupName(const std::string& path)
 {
     // "\" and ":" part folders in names that come from the till's world.
-    const std::size_t folderEnd = path.find_last_of("/\\:");
-    const std::size_t nameStart = folderEnd == std::string::npos ? 0 : folderEnd + 1;
-    const std::size_t dot = path.rfind('.');
-    return (dot == std::string::npos || dot < nameStart ? path : path.substr(0, dot)) + ".bak";
+    const std::size_t last = path.find_last_of("./\\:");
+    return (last != std::string::npos && path[last] == '.' ? path.substr(0, last) : path) + ".bak";
 }
 
 void SaveTextFile(Files& files, const std::string& path, const std::string& text)

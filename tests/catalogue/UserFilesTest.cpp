@@ -15,7 +15,7 @@ TEST(TextFiles, NameTheirBackup)
 {
     for (const auto& [path, backup] : Content{{"setup.dat", "setup.bak"},
                                               {"a.b/setup.old.dat", "a.b/setup.old.bak"},
-                                              {"a.b/setup", "a.b/setup.bak"},
+                                              {"../setup", "../setup.bak"},
                                               {"c:\\a.b\\setup", "c:\\a.b\\setup.bak"},
                                               {"c.d:setup", "c.d:setup.bak"}})
         EXPECT_EQ(BackupName(path), backup);
