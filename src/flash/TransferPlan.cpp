@@ -94,8 +94,7 @@ bool Says(const ImageDifference& image, const SetupDifference& setup)
 bool HasKeyMap(const TakenSetup& taken, ModuleKind kind)
 {
     return std::ranges::none_of(taken.notices, [&](const TakeNotice& notice) {
-        return notice.what != TakeNotice::What::SeparatorNotCarried &&
-               (notice.kind == ModuleKind::None || notice.kind == kind);
+        return notice.kind == ModuleKind::None || notice.kind == kind;
     });
 }
 
