@@ -246,11 +246,11 @@ std::optional<JournalEntry> ReadJournalLine(std::string_view line)
 
 void TakeJournalText(JournalContent& content, std::string_view text, std::size_t following)
 {
-    const std::size_t cores = std::max(1U, std::thread::hardware_concurrency());
     if (content.entries.empty())
         content.entries.reserve((1 + following) * (text.size() / ShortEntry + 1));
     std::vector<std::future<JournalContent>> parts;
-    for (const std::string_view part : PartsOf(text, cores))
+    // A machine that does not tell its cores says 0: then it is one part.
+    for (const std::string_view part : PartsOf(text, std::thread::hardware_concurrency()))
         parts.push_back(std::async(std::launch::async, ReadPart, part));
     for (std::future<JournalContent>& part : parts) {
         JournalContent read = part.get();
