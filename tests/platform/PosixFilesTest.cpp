@@ -139,6 +139,21 @@ TEST_F(PosixFilesTest, AFailedWriteLeavesTheOldText)
     check("full disk", 0666, 0777, 1000);
 }
 
+TEST_F(PosixFilesTest, AFileOfAGroupStaysItsOwnWhoeverOfItWrites)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only the administrator may become another user";
+    files.Write(At("a"), "old");
+    fs::permissions(At("a"), fs::perms{0664});
+    ASSERT_EQ(chown(At("a").c_str(), 0, Nobody), 0);
+    EXPECT_TRUE(SucceedsInChild([&] {
+        const bool isNobody = setgid(Nobody) == 0 && setuid(Nobody) == 0;
+        files.Write(At("a"), "new");
+        return isNobody;
+    }));
+    EXPECT_EQ(fs::status(At("a")).permissions(), fs::perms{0664});
+}
+
 TEST_F(PosixFilesTest, OnlyWhatWasLeftForThatVeryFileIsTakenAway)
 {
     // The name of what a save of that file leaves that is killed in the middle: the system ends who writes
