@@ -2,12 +2,15 @@
 
 #include <utility>
 
+#include "platform/NumberText.h"
+
 namespace kelvora {
 
 std::string TimeLeft(std::chrono::seconds left)
 {
-    const auto seconds = left.count();
-    return std::to_string(seconds / 60) + (seconds % 60 < 10 ? ":0" : ":") + std::to_string(seconds % 60);
+    constexpr int Minute = 60;
+    const auto seconds = static_cast<int>(left.count());
+    return std::to_string(seconds / Minute) + ':' + PaddedNumber(seconds % Minute, 2);
 }
 
 void RunningOperation::Tell() const

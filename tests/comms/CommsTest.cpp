@@ -4,6 +4,7 @@
 
 #include "comms/LineCommands.h"
 #include "comms/Reply.h"
+#include "comms/RunningOperation.h"
 #include "fakes/BenchLine.h"
 
 namespace kelvora {
@@ -66,6 +67,7 @@ TEST_F(CommsTest, AWaitEndsWithItsClock)
     loop.After(milliseconds(3'600'000), [this] { control.onEvent(LinkEvent::Reply, "$9900!0"); });
     EXPECT_EQ(comms.WaitReply(1, "$9900", -1), "$9900!0");
     EXPECT_EQ(Elapsed(), milliseconds(3'606'800));
+    EXPECT_EQ(TimeLeft(std::chrono::seconds(60)) + TimeLeft(std::chrono::seconds(3599)), "1:0059:59");
 }
 
 TEST_F(CommsTest, EventsBecomeTaggedLinesAndSendClearsThem)

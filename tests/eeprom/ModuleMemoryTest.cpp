@@ -84,6 +84,11 @@ TEST_F(Memory, OddRepliesToIdentifyAreNotRecorded)
     EXPECT_EQ(memory.Count(), 2U) << "up to the highest that answered";
     EXPECT_TRUE(memory.Rows()[0].reply.empty());
     EXPECT_EQ(TimesWritten(Identify[4]), 1) << "only silence ends the pass";
+    for (std::size_t address = 1; address < 5; ++address)
+        port.answers.erase(Identify[address]);
+    speeds.clear();
+    EXPECT_EQ(memory.FindModules(SearchRepeats::Never), SearchOutcome::NotFound);
+    EXPECT_EQ(speeds.size(), 4U) << "nor do they end the search at their speed";
 }
 
 TEST_F(Memory, NothingIsWrittenPastTheLineOrTheRows)
