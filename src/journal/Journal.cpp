@@ -10,9 +10,7 @@ namespace kelvora {
 JournalContent ReadJournal(const JournalStore& store)
 {
     JournalContent content;
-    store.Read([&content](std::string_view text, std::size_t following) {
-        TakeJournalText(content, text, following);
-    });
+    store.Read([&content](std::string_view text) { TakeJournalText(content, text); });
     return content;
 }
 

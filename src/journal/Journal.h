@@ -3,7 +3,6 @@
 #pragma once
 
 #include <chrono>
-#include <cstddef>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -20,8 +19,8 @@ public:
     /// Adds a line, which brings its end along: whole and safe on the disk, or not at all. Throws FileError.
     virtual void Append(const std::string& line) = 0;
 
-    /// Called with a text of whole lines, and how many such texts follow.
-    using Reader = std::function<void(std::string_view text, std::size_t following)>;
+    /// Called with a text of whole lines.
+    using Reader = std::function<void(std::string_view text)>;
 
     /// Hands over all that was kept, the oldest first: one text after the other, for together they may be
     /// large. Throws FileError.

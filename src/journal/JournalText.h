@@ -24,9 +24,8 @@ struct JournalContent {
     std::size_t damaged = 0;            ///< lines that are none
 };
 
-/// Adds the entries of a text of lines, on as many cores as there are; `following` is how many texts of that
-/// length will follow.
-void TakeJournalText(JournalContent& content, std::string_view text, std::size_t following = 0);
+/// Adds the entries of a text of lines.
+void TakeJournalText(JournalContent& content, std::string_view text);
 
 /// "done", "same", ...: how the text names a result.
 const char* ResultName(JournalEntry::Result result);

@@ -17,7 +17,7 @@ public:
             throw FileError("journal.jsonl", failure);
         text += line;
     }
-    void Read(const Reader& take) const override { take(text, 0); }
+    void Read(const Reader& take) const override { take(text); }
 
     std::vector<JournalEntry> Entries() const { return ReadJournal(*this).entries; }
     JournalEntry Last() const { return Entries().back(); }

@@ -136,11 +136,10 @@ void JournalFolder::Read(const Reader& take) const
     const Descriptor present(open(Path().c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (present.Number() >= 0)
         Lock(present.Number(), LOCK_SH, patience_);
-    const std::vector<std::string> full = FullFiles();
-    for (std::size_t i = 0; i < full.size(); ++i)
-        take(files_.Read(folder_ + "/" + full[i]), full.size() - i);
+    for (const std::string& name : FullFiles())
+        take(files_.Read(folder_ + "/" + name));
     if (files_.Exists(Path()))
-        take(files_.Read(Path()), 0);
+        take(files_.Read(Path()));
 }
 
 std::string AccountName()
