@@ -2,41 +2,17 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
 
 #include "platform/AsciiCase.h"
+#include "platform/LocalTime.h"
 
 namespace kelvora {
 
 namespace {
 
-constexpr std::string_view DateForm = "0000-00-00";
-constexpr std::string_view TimeForm = "0000-00-00 00:00:00";
+constexpr std::string_view Midnight = "0000-00-00 00:00:00";
+constexpr std::size_t ToTheDay = std::string_view("0000-00-00").size();
 constexpr std::size_t ToTheMinute = std::string_view("0000-00-00 00:00").size();
-
-bool IsDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
-
-bool HasForm(std::string_view text)
-{
-    return std::ranges::equal(text, TimeForm.substr(0, text.size()),
-                              [](char c, char form) { return form == '0' ? IsDigit(c) : c == form; });
-}
-
-int NumberAt(std::string_view text, std::size_t at, std::size_t length)
-{
-    return std::atoi(std::string(text.substr(at, length)).c_str());
-}
-
-bool IsDay(std::string_view text)
-{
-    using namespace std::chrono;
-    return year_month_day(year(NumberAt(text, 0, 4)), month(static_cast<unsigned>(NumberAt(text, 5, 2))),
-                          day(static_cast<unsigned>(NumberAt(text, 8, 2))))
-        .ok();
-}
 
 }  // namespace
 
@@ -49,14 +25,17 @@ bool Matches(const JournalEntry& entry, const JournalFilter& filter)
 
 bool IsJournalDate(std::string_view text)
 {
-    const bool isWhole =
-        text.size() == DateForm.size() || text.size() == ToTheMinute || text.size() == TimeForm.size();
-    return isWhole && HasForm(text) && IsDay(text);
+    if (text.size() != ToTheDay && text.size() != ToTheMinute && text.size() != Midnight.size())
+        return false;
+    const std::string whole = std::string(text).append(Midnight.substr(text.size()));
+    // A day that its month has not is another one when it is written again.
+    const auto moment = MomentOf(std::string(whole).replace(ToTheDay, 1, "T") + "Z");
+    return moment && LocalTimeText(std::chrono::local_seconds(moment->time_since_epoch())) == whole;
 }
 
 std::string ShownTime(const JournalEntry& entry)
 {
-    std::string time = entry.time.substr(0, TimeForm.size());
+    std::string time = entry.time.substr(0, Midnight.size());
     std::ranges::replace(time, 'T', ' ');
     return time;
 }

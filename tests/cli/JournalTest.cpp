@@ -87,13 +87,15 @@ TEST_F(JournalCommandTest, ShowsWhatFits)
     check({}, {"08 23:59:59", "09 00:00:00", "09 12:30:00"});
     check({"--since", "2026-03-09"}, {"09 00:00:00", "09 12:30:00"});
     check({"--since", "2026-03-09 12:30"}, {"09 12:30:00"});
+    check({"--since", "2026-03-09 00:00:01"}, {"09 12:30:00"});
     check({"--name", "Till2"}, {"09 00:00:00", "09 12:30:00"});
     check({"--failed"}, {"09 00:00:00"});
     check({"--failed", "--name", "TILL1"}, {});
     EXPECT_THAT(Run({"journal", "--failed"}).out,
                 "2026-03-09 00:00:00  COM2  download: failed; TILL2; two lines\n");
     EXPECT_EQ(Json::parse(Run({"journal", "--failed", "--json"}).out)["terminal"], "TILL2");
-    for (const char* date : {"yesterday", "2026-13-01", "2026-3-9", "2026-03-09 7", "2026-02-30", ""})
+    for (const char* date :
+         {"yesterday", "2026-13-01", "2026-3-9", "2026-03-09 7", "2026-03-09T07:05", "2026-02-30", ""})
         EXPECT_EQ(Run({"journal", "--since", date}).exitCode, ExitCode::Usage) << date;
 }
 

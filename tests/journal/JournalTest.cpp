@@ -111,8 +111,10 @@ TEST_F(JournalFolderTest, BeginsANewFileWhenOneIsFullAndGoesOnAfterATornLine)
     for (int i = 0; i < 5; ++i)
         journal.Append(LineOf("f"));
     EXPECT_EQ(Lines().size(), 10U);
-    EXPECT_THAT(files.List(folder), ElementsAre("journal-00001.jsonl", "journal-00002.jsonl",
-                                                "journal-00003.jsonl", "journal.jsonl"));
+    JournalFolder(files, folder, 1).Append(LineOf("longer than a file"));
+    EXPECT_THAT(files.List(folder),
+                ElementsAre("journal-00001.jsonl", "journal-00002.jsonl", "journal-00003.jsonl",
+                            "journal-00004.jsonl", "journal.jsonl"));
 }
 
 TEST_F(JournalFolderTest, SeveralProgramsAppendWholeLinesAndLoseNone)

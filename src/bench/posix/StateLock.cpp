@@ -59,7 +59,7 @@ StateLock::StateLock(const std::string& path) : lockPath_(LockPathOf(path))
 
 StateLock::~StateLock()
 {
-    if (file_.Number() >= 0)
+    if (file_.IsOpen())
         unlink(lockPath_.c_str());
 }
 

@@ -32,7 +32,7 @@ constexpr const char* ProgramName = "kelvora-picture";
 // The whole input, for a child that reads when it likes: neither side can wait for the other for ever.
 void Fill(const Descriptor& file, std::string_view input)
 {
-    if (file.Number() < 0 || !file.Write(input))
+    if (!file.IsOpen() || !file.Write(input))
         Fail(errno);
     lseek(file.Number(), 0, SEEK_SET);
 }

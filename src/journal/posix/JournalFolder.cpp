@@ -82,11 +82,8 @@ std::vector<std::string> JournalFolder::FullFiles() const
 void JournalFolder::Append(const std::string& line)
 {
     files_.MakeFolder(folder_);
-    constexpr int MostTurns = 100;
-    for (int turn = 0; turn < MostTurns; ++turn)
-        if (TryAppend(line))
-            return;
-    FailFile(Path(), EBUSY);
+    while (!TryAppend(line)) {
+    }
 }
 
 // False when another file has taken the place of the one that was opened.
@@ -96,7 +93,7 @@ bool JournalFolder::TryAppend(const std::string& line)
     constexpr mode_t Mode = 0666;
     const Descriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC | O_NONBLOCK, Mode));
     struct stat status {};
-    if (file.Number() < 0 || !Lock(file.Number(), LOCK_EX, patience_) || fstat(file.Number(), &status) != 0)
+    if (!file.IsOpen() || !Lock(file.Number(), LOCK_EX, patience_) || fstat(file.Number(), &status) != 0)
         FailFile(path, errno);
     if (!S_ISREG(status.st_mode))
         throw FileError(path, "Not a regular file");
@@ -134,8 +131,7 @@ void JournalFolder::Read(const Reader& take) const
 {
     // While it is locked no file is begun: none is missed, and none read twice.
     const Descriptor present(open(Path().c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    if (present.Number() >= 0)
-        Lock(present.Number(), LOCK_SH, patience_);
+    Lock(present.Number(), LOCK_SH, patience_);
     for (const std::string& name : FullFiles())
         take(files_.Read(folder_ + "/" + name));
     if (files_.Exists(Path()))

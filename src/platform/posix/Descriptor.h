@@ -33,6 +33,7 @@ public:
     ~Descriptor() { Close(); }
 
     int Number() const { return number_; }
+    bool IsOpen() const { return number_ >= 0; }
 
     /// Writes all of it. False, with errno, when the system does not take it.
     bool Write(std::string_view bytes) const

@@ -86,7 +86,7 @@ bool NamesNobodyAlive(const fs::path& lock, const fs::path& processes)
 bool RemoveUnlessOpen(const fs::path& lock)
 {
     const Descriptor file(open(lock.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
-    return file.Number() >= 0 && flock(file.Number(), LOCK_EX | LOCK_NB) == 0 && unlink(lock.c_str()) == 0;
+    return file.IsOpen() && flock(file.Number(), LOCK_EX | LOCK_NB) == 0 && unlink(lock.c_str()) == 0;
 }
 
 bool HoldsNumberAlone(const fs::path& lock)

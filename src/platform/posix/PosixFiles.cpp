@@ -34,7 +34,7 @@ void ReadWholeFile(const std::string& path, std::string& text)
 {
     // Not blocking: a pipe without a writer must not hold the program up.
     const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    if (file.Number() < 0)
+    if (!file.IsOpen())
         FailFile(path, errno);
     struct stat status {};
     if (fstat(file.Number(), &status) != 0)

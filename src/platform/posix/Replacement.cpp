@@ -53,10 +53,10 @@ void RemoveIfLeft(const std::string& temporary)
     // A backup of a file that is protected from writing is so itself; some file systems lock for writers
     // only.
     Descriptor file(open(temporary.c_str(), O_WRONLY | Flags));
-    if (file.Number() < 0)
+    if (!file.IsOpen())
         file = Descriptor(open(temporary.c_str(), O_RDONLY | Flags));
     // With the lock nobody else takes the name away; before it, a living save may have.
-    if (file.Number() >= 0 && flock(file.Number(), LOCK_EX | LOCK_NB) == 0 && IsNameOf(temporary, file))
+    if (file.IsOpen() && flock(file.Number(), LOCK_EX | LOCK_NB) == 0 && IsNameOf(temporary, file))
         unlink(temporary.c_str());
 }
 
@@ -124,7 +124,7 @@ bool IsNameOf(const std::string& path, const Descriptor& file)
 void SyncFolderOf(const std::string& path)
 {
     const Descriptor folder(open(FolderOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (folder.Number() >= 0)
+    if (folder.IsOpen())
         fsync(folder.Number());
 }
 
@@ -197,10 +197,10 @@ Descriptor Replacement::CreateTemporary(unsigned mostLeft)
 {
     const std::string start = TemporaryStart(path_);
     Descriptor file;
-    for (unsigned number = 0; file.Number() < 0 || number < mostLeft; ++number) {
+    for (unsigned number = 0; !file.IsOpen() || number < mostLeft; ++number) {
         const std::string name = start + std::to_string(number) + ".tmp";
         RemoveIfLeft(name);
-        if (file.Number() < 0)
+        if (!file.IsOpen())
             file = TryToCreate(name);
     }
     return file;
@@ -212,9 +212,9 @@ Descriptor Replacement::TryToCreate(const std::string& name)
     // Until it has its model's rights nobody else may look into it.
     const mode_t mode = hasModel_ ? S_IRUSR | S_IWUSR : 0666;
     Descriptor file(open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
-    if (file.Number() < 0 && errno != EEXIST)
+    if (!file.IsOpen() && errno != EEXIST)
         FailFile(path_, errno);
-    if (file.Number() < 0)
+    if (!file.IsOpen())
         return {};
     const bool isHeld = flock(file.Number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
     // Before it was locked another save may have taken it for one that was left.

@@ -17,7 +17,7 @@ bool IsNoTerminal(const std::string& path)
     if (!S_ISCHR(status.st_mode))
         return true;
     const Descriptor device(open(path.c_str(), O_RDONLY | O_NOCTTY | O_NONBLOCK | O_CLOEXEC));
-    return device.Number() >= 0 && isatty(device.Number()) == 0;
+    return device.IsOpen() && isatty(device.Number()) == 0;
 }
 
 bool IsPseudoTerminal(const std::string& path)

@@ -39,9 +39,9 @@ int RunOf(std::string_view name)
 std::optional<Descriptor> Lock(const std::string& path, int flags)
 {
     Descriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | flags, S_IRUSR | S_IWUSR));
-    if (file.Number() < 0 && errno != EEXIST)
+    if (!file.IsOpen() && errno != EEXIST)
         FailFile(path, errno);
-    if (file.Number() < 0 || (flock(file.Number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK))
+    if (!file.IsOpen() || (flock(file.Number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK))
         return std::nullopt;
     // Before it was locked another program may have taken it away.
     if (!IsNameOf(path, file))
@@ -76,7 +76,7 @@ std::vector<std::string> RecoveryFolder::CopiesOf(int run) const
 // Somebody may have emptied the folder meanwhile.
 bool RecoveryFolder::HasRun() const
 {
-    return lock_.Number() >= 0 && IsNameOf(LockPath(run_), lock_);
+    return lock_.IsOpen() && IsNameOf(LockPath(run_), lock_);
 }
 
 void RecoveryFolder::BeginRun()
