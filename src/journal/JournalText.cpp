@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "catalogue/Messages.h"
+#include "platform/JsonText.h"
 #include "platform/NumberText.h"
 
 namespace kelvora {
@@ -107,7 +108,7 @@ std::string JournalLine(const JournalEntry& entry)
     object["message"] = entry.message;
     object["backup"] = TextOrNull(entry.backup);
     object["seconds"] = static_cast<double>(static_cast<long>(entry.seconds * Thousandth)) / Thousandth;
-    return object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+    return JsonText(object) + "\n";
 }
 
 std::optional<JournalEntry> ReadJournalLine(std::string_view line)

@@ -5,6 +5,7 @@
 #include "catalogue/MessageCatalogue.h"
 #include "keymap/Models.h"
 #include "platform/Encoding.h"
+#include "platform/JsonText.h"
 #include "platform/LocalTime.h"
 #include "setup/SetupTexts.h"
 
@@ -94,7 +95,7 @@ std::string ReportData(const FleetReport& report, const ReportHeading& heading)
     object["texts"] = report.Deviations();
     object["lists"] = report.DeviationLists();
     object["tills"] = ListOf(report.Tills());
-    const std::string plain = object.dump(-1, ' ', false, Json::error_handler_t::replace);
+    const std::string plain = JsonText(object);
     std::string text;
     text.reserve(plain.size());
     // A browser looks for the end of the element, and for comments, before it knows the text as JSON.

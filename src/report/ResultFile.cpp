@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 
 #include "journal/JournalText.h"
+#include "platform/JsonText.h"
 #include "platform/LocalTime.h"
 
 namespace kelvora {
@@ -76,7 +77,7 @@ std::string LinesOf(const Json& list)
 {
     std::string lines;
     for (const Json& each : list)
-        lines += each.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
+        lines += JsonText(each) + '\n';
     return lines;
 }
 

@@ -176,9 +176,8 @@ TransferResult Series::Transfer(const std::string& name, const ChosenSetup& setu
                                            .done = progress.done,
                                            .total = progress.total});
                           }};
-    TransferSteps steps{world_.keepBackup,
-                        [this](const TransferPlan& /*plan*/, const std::string& /*backup*/) {
-                            return world_.stops() < 2 ? TransferAnswer::Yes : TransferAnswer::No;
+    TransferSteps steps{world_.keepBackup, [](const TransferPlan& /*plan*/, const std::string& /*backup*/) {
+                            return TransferAnswer::Yes;
                         }};
     steps.terminalName = name;
     return Download(comms_, target_, hooks, *setup.document, steps);
@@ -198,11 +197,7 @@ bool Series::Work(const std::string& name)
         if (result.refusal && result.refusal->reason == TransferRefusal::Reason::OtherTerminal)
             return false;
         note.Tell(target_, result);
-        isPortAway_ =
-            result.line.outcome == LineOutcome::NoPort || result.line.failure.port != PortFailure::None;
-        // Nobody was asked: it was the user's second wish to stop that said No.
-        if (entry.result == Result::Declined)
-            entry.result = Result::Stopped;
+        isPortAway_ = result.line.failure.port != PortFailure::None;
         if (result.plan)
             for (const std::string& line : ChangeLines(MessageCatalogue(), *result.plan))
                 changes.push_back(OneLineText(line));

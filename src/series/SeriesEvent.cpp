@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "journal/JournalText.h"
+#include "platform/JsonText.h"
 #include "platform/PortName.h"
 
 namespace kelvora {
@@ -62,10 +63,9 @@ bool ReadResult(const std::string& line, const Json& object, SeriesEvent& event)
         return false;
     event.entry = *entry;
     event.terminal = entry->terminal;
-    if (const auto changes = object.find("changes"); changes != object.end() && changes->is_array())
-        for (const Json& change : *changes)
-            if (change.is_string())
-                event.changes.push_back(change.get<std::string>());
+    for (const Json& change : object.value("changes", Json::array()))
+        if (change.is_string())
+            event.changes.push_back(change.get<std::string>());
     return true;
 }
 
@@ -99,7 +99,7 @@ std::string SeriesLine(const SeriesEvent& event)
         case Kind::Gone:
             break;
     }
-    return object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+    return JsonText(object) + "\n";
 }
 
 bool ReadSeriesLine(const std::string& line, SeriesEvent& event)

@@ -15,24 +15,22 @@ namespace {
 
 constexpr std::string_view Extension = ".dat";
 
-std::string WithoutBlanks(const std::string& text)
+std::string WithoutBlanks(std::string text)
 {
-    const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string::npos ? std::string()
-                                      : text.substr(first, text.find_last_not_of(' ') - first + 1);
+    text.erase(text.find_last_not_of(' ') + 1);
+    return text.erase(0, text.find_first_not_of(' '));
 }
 
 // In small letters, those of Western Europe too: that is what names have that terminals send.
 std::string SmallLetters(std::string text)
 {
-    constexpr std::string_view TwoBytes = "\xC3";
-    constexpr std::string_view Times = "\xC3\x97";
-    text = LowerCase(text);
-    for (std::size_t at = text.find(TwoBytes); at != std::string::npos && at + 1 < text.size();
-         at = text.find(TwoBytes, at + 2)) {
-        const auto second = static_cast<unsigned char>(text[at + 1]);
-        if (second >= 0x80 && second <= 0x9E && text.substr(at, 2) != Times)
-            text[at + 1] = static_cast<char>(second + 0x20);
+    constexpr char LeadByte = '\xC3';
+    constexpr char TimesSign = '\x97';
+    char before = 0;
+    for (char& c : text = LowerCase(text)) {
+        if (before == LeadByte && '\x80' <= c && c <= '\x9E' && c != TimesSign)
+            c = static_cast<char>(c + 0x20);
+        before = c;
     }
     return text;
 }

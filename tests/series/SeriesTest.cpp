@@ -2,12 +2,14 @@
 
 #include <gmock/gmock.h>
 
+#include "comms/Crc.h"
 #include "fakes/BenchLine.h"
 #include "fakes/FakeFiles.h"
 #include "fakes/MemoryJournal.h"
 #include "flash/Backups.h"
 #include "flash/Images.h"
 #include "flash/TakeFromImage.h"
+#include "platform/posix/PosixFiles.h"
 #include "series/SeriesReport.h"
 #include "series/VerdictSound.h"
 #include "setup/SetupWriter.h"
@@ -119,14 +121,15 @@ protected:
                 return;
             }
             story.push_back(std::string(Names.at(static_cast<std::size_t>(event.kind))) +
-                            (event.terminal.empty() ? "" : " " + event.terminal));
+                            (event.terminal.empty() ? "" : " " + event.terminal) +
+                            (event.kind == Kind::Waiting && !event.message.empty() ? " damaged" : ""));
             if (event.kind == Kind::Result)
                 story.back() += std::string(" ") + ResultName(event.entry.result);
             last = event;
             if (onEvent)
                 onEvent(event);
         };
-        const SeriesCounts counts = Series(comms, {1, "9600,n,8,1", 0}, count, std::move(world)).Run();
+        const SeriesCounts counts = Series(comms, target, count, std::move(world)).Run();
         EXPECT_FALSE(bench.port.IsOpen());
         return counts;
     }
@@ -141,6 +144,7 @@ protected:
     FakeFiles files;
     MemoryJournal kept;
     Backups backups{files, "/backups", [] { return std::chrono::local_seconds(0s); }};
+    LineTarget target{1, "9600,n,8,1", 0};
     int stops = 0;
     std::vector<std::string> story;
     SeriesEvent last;
@@ -220,6 +224,39 @@ TEST_F(SeriesTest, NeitherNoiseNorAnAnswerThatNeverComesMakesTwoTillsOfOne)
     }
 }
 
+TEST_F(SeriesTest, DamageIsToldOnceForATill)
+{
+    Till garbled("ONE", Keyboards, {.flip = 0.3});
+    Till till("ONE", Keyboards);
+    Connect(5s, &garbled);
+    Connect(60s, &till);
+    EXPECT_EQ(Run(1).done, 1);
+    EXPECT_THAT(story, ElementsAre("waiting", "waiting damaged", "found ONE", "result ONE done", "end"));
+}
+
+TEST_F(SeriesTest, ATillIsGoneAfterTwoCallsThatLastAsLongAsTheLineNeeds)
+{
+    const auto check = [this](const LineTarget& line, milliseconds least, milliseconds most) {
+        Till till("ONE", Keyboards);
+        EventLoop::Time pulled{};
+        target = line;
+        stops = 0;
+        cable.Connect(&till);
+        onEvent = [&](const SeriesEvent& event) {
+            if (event.kind == Kind::Result)
+                cable.Connect(nullptr), pulled = loop.Now();
+            if (event.kind == Kind::Gone) {
+                EXPECT_THAT(loop.Now() - pulled, testing::AllOf(testing::Ge(least), testing::Le(most)));
+                stops = 1;
+            }
+        };
+        Run(0);
+    };
+    // A call and its answer, of some length, or what the user waits for.
+    check({1, "9600,n,8,1", 0}, 2500ms, 2700ms);
+    check({1, "9600,n,8,1", 300}, 600ms, 800ms);
+}
+
 TEST_F(SeriesTest, AnotherNameIsAnotherTillHoweverQuicklyItComes)
 {
     Till first("ONE", Keyboards);
@@ -268,8 +305,12 @@ TEST_F(SeriesTest, ByNameEachTerminalGetsItsOwnFileOrNone)
     check("../setups/fiscal", "no file");
     check("  ", "no name");
     check("BROKEN", "broken.dat:2: expected");
-    files.content["/tills/caf\xC3\xA9.dat"] = "x";
-    EXPECT_EQ(ChooseByName(files, "/tills", "CAF\xC9").path, "/tills/caf\xC3\xA9.dat");
+    // Names of terminals have a byte a letter.
+    const std::string small = "\xC3\xA0\xC3\xBE\xC3\xBF\xC3\xB7";
+    files.content["/tills/" + small + ".dat"] = files.content["/tills/\xC3"] = "x";
+    EXPECT_EQ(ChooseByName(files, "/tills", " \xC0\xDE\xFF\xF7 ").path, "/tills/" + small + ".dat");
+    check("\xC0\xDE\xDF\xF7", "no file is named \xC3\x80\xC3\x9E\xC3\x9F\xC3\xB7.dat");
+    check("\xC0\xDE\xFF\xD7", "no file");
     files.unreadable.insert("/tills/till01.dat");
 
     Till till("TILL01 ", Keyboards);
@@ -281,7 +322,7 @@ TEST_F(SeriesTest, ByNameEachTerminalGetsItsOwnFileOrNone)
         if (event.kind == Kind::Found && event.terminal == "TILL01 " && !files.Exists("/backups"))
             cable.Connect(&other);
         if (event.kind == Kind::Result && event.terminal == "OTHER")
-            Connect(0s, nullptr), Connect(3s, &till), files.content["/backups"] = "";
+            Connect(10s, nullptr), Connect(15s, &till), files.content["/backups"] = "";
     };
     EXPECT_EQ(Run(2, "/tills"), (SeriesCounts{1, 0, 1, 0}));
     EXPECT_EQ(other.Flash(), before);
@@ -317,11 +358,28 @@ TEST(SeriesReport, HasARowForEachTill)
     SeriesEvent till{.kind = Kind::Result};
     till.entry.file = "/shop/till.dat";
     till.entry.backup = "/backups/kept@.mem";
-    std::string sheets;
-    for (const std::string& sheet : ReportSheets(SeriesResults(100, till), "", MessageCatalogue()))
-        sheets += sheet;
-    EXPECT_THAT(sheets, HasSubstr(">till.dat; kept@.mem<"));
-    EXPECT_EQ(std::ranges::count(sheets, '@'), 100);
+    const auto sheets = [&](std::size_t tills) {
+        return ReportSheets(SeriesResults(tills, till), "2026-03-09", MessageCatalogue());
+    };
+    std::size_t room = 1;
+    while (sheets(room + 1).size() == 1)
+        ++room;
+    EXPECT_EQ(room, 14U);
+    const std::vector<std::string> two = sheets(room + 1);
+    EXPECT_EQ(std::ranges::count(two.at(0), '@'), 14);
+    EXPECT_EQ(std::ranges::count(two.at(1), '@'), 1);
+    EXPECT_THAT(two.at(1), HasSubstr(">Page 2/2<"));
+    EXPECT_EQ(sheets(0).size(), 1U);
+
+    // As it was looked at.
+    till.line = till.entry.line = 2;
+    till.entry.time = "2026-03-09T07:05:00+01:00";
+    till.entry.terminal = "TILL 07";
+    till.entry.modules = "KM096, KM064, MCR, ICCR";
+    till.entry.result = JournalEntry::Result::Stopped;
+    till.changes.assign(6, "fiscal keyboard: no, was yes");
+    const std::string sheet = sheets(3).at(0);
+    EXPECT_EQ(sheet, PosixFiles().Read(KELVORA_SERIES_TESTS "/report.svg"));
 }
 
 TEST(VerdictSound, IsAFileOfSamples)
@@ -333,6 +391,9 @@ TEST(VerdictSound, IsAFileOfSamples)
         "RIFF\x6E\x3C\0\0WAVEfmt \x10\0\0\0\1\0\1\0\x22\x56\0\0\x44\xAC\0\0\2\0\x10\0data\x4A\x3C\0\0"s);
     EXPECT_EQ(passed.size(), 15478U);
     EXPECT_EQ(VerdictSound(false).size(), 55166U);
+    // As they were listened to.
+    EXPECT_EQ(Crc32(passed), 1089185116U);
+    EXPECT_EQ(Crc32(VerdictSound(false)), 4108286723U);
 }
 
 TEST(SeriesEvent, IsTheSameWhenItIsReadBack)
