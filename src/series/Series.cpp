@@ -42,11 +42,6 @@ private:
     bool heard_ = false;
 };
 
-bool IsSilence(std::uint32_t number)
-{
-    return number == ReplyErrorNumber::GaveUp || number == ReplyErrorNumber::GivenTime;
-}
-
 std::chrono::milliseconds TimeOfCall(const LineTarget& target, std::chrono::milliseconds usual)
 {
     // A command and the answer with a name that is not short.
@@ -101,10 +96,10 @@ Series::Call Series::CallTerminal(LineWork& work, std::string& name)
     try {
         name = Attention(work);
         return Call::Answered;
-    } catch (const ReplyError& error) {
+    } catch (const ReplyError&) {
         if (!channel.IsOpen())
             return Call::PortAway;
-        return IsSilence(error.Number()) && !listener.Heard() ? Call::Silent : Call::Damaged;
+        return listener.Heard() ? Call::Damaged : Call::Silent;
     }
 }
 
