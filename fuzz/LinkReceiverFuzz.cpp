@@ -18,7 +18,6 @@ namespace {
 
 using namespace kelvora;
 
-constexpr std::size_t LongestFrame = MaximumBody + FrameOverhead;
 constexpr int MostSends = 12;
 constexpr std::chrono::milliseconds SilenceOfTimeOut{3000};
 

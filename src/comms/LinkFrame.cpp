@@ -92,7 +92,7 @@ FrameReceiver::Event FrameReceiver::Take(char byte)
         damaged_ = false;
         return Event::None;
     }
-    if (bytes_.size() < MaximumBody + FrameOverhead)
+    if (bytes_.size() < LongestFrame)
         bytes_ += byte;
     switch (state_) {
         case State::Between:
@@ -105,13 +105,12 @@ FrameReceiver::Event FrameReceiver::Take(char byte)
                        byte == LinkByte::CarriageReturn) {
                 damaged_ = true;
             }
-            return bytes_.size() < MaximumBody + FrameOverhead ? Event::None : Report(Event::Damage);
+            break;
         case State::Crc:
             if (bytes_.size() == etxAt_ + 1 + FrameCrcDigits)
                 return Report(Judge());
-            return bytes_.size() < MaximumBody + FrameOverhead ? Event::None : Report(Event::Damage);
     }
-    return Event::None;
+    return bytes_.size() < LongestFrame ? Event::None : Report(Event::Damage);
 }
 
 void FrameReceiver::Forget()

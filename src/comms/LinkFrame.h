@@ -35,6 +35,8 @@ inline constexpr std::size_t MaximumBody = 512;
 /// Bytes of a frame that are not its body.
 inline constexpr std::size_t FrameOverhead = 10;
 
+inline constexpr std::size_t LongestFrame = MaximumBody + FrameOverhead;
+
 std::string BuildFrame(const LinkFrame& frame);
 
 /// Block data as it stands in a body, and back. Nothing for a text that no data has: a raw control byte, an

@@ -13,8 +13,6 @@ namespace {
 /// again.
 constexpr std::chrono::milliseconds SilenceTime{1000};
 
-constexpr std::size_t LongestFrame = MaximumBody + FrameOverhead;
-
 constexpr int MaximumSilences = 3;
 
 constexpr const char* DamagedAnswers = "every answer came damaged";
@@ -31,7 +29,12 @@ std::chrono::milliseconds RoundedUp(std::chrono::nanoseconds time)
 
 }  // namespace
 
-SerialLink::SerialLink(SerialPort& port, EventLoop& loop) : port_(port), loop_(loop), timer_(loop.NewTimer())
+// The terminal must not take the first command for the last one of another program.
+SerialLink::SerialLink(SerialPort& port, EventLoop& loop)
+    : port_(port),
+      loop_(loop),
+      timer_(loop.NewTimer()),
+      exchange_(static_cast<std::uint16_t>(std::random_device()()))
 {
     port_.onBytes = [this] { TakeBytes(); };
     port_.onLost = [this] { Lose(); };
@@ -66,11 +69,6 @@ bool SerialLink::Open(std::string_view settings)
     receiver_ = {};
     answers_ = 0;
     written_ = loop_.Now();
-    // The terminal must not take the first command for the last one of an earlier run.
-    const std::uint16_t last = exchange_;
-    exchange_ = static_cast<std::uint16_t>(std::random_device()());
-    if (static_cast<std::uint16_t>(exchange_ + 1) == last)
-        ++exchange_;
     failure_ = PortFailure::None;
     open_ = true;
     return true;
@@ -115,7 +113,7 @@ void SerialLink::Transmit()
 {
     const std::string frame = BuildFrame({exchange_, inFlight_->command});
     ++inFlight_->sends;
-    inFlight_->heard = false;
+    ++inFlight_->sendsUnheard;
     // A command that was given up may still be leaving.
     written_ = std::max(written_, loop_.Now()) + settings_.TimeOf(frame.size());
     inFlight_->sent = written_;
@@ -143,8 +141,7 @@ void SerialLink::TakeBytes()
         return;
     const std::string bytes = port_.Read();
     if (inFlight_ && !bytes.empty()) {
-        inFlight_->heard = true;
-        inFlight_->silences = 0;
+        inFlight_->sendsUnheard = 0;
         // Bytes without end that make no frame are no answer; where time is short, those between frames are
         // none.
         const bool mayAnswer = inFlight_->mostSends >= UsualSends || receiver_.InFrame() ||
@@ -216,8 +213,7 @@ void SerialLink::Silence()
     timer_->Stop();
     WatchRest();
     receiver_.Forget();
-    inFlight_->silences = inFlight_->heard ? 0 : inFlight_->silences + 1;
-    if (inFlight_->silences == std::min(MaximumSilences, inFlight_->mostSends))
+    if (inFlight_->sendsUnheard == std::min(MaximumSilences, inFlight_->mostSends))
         Finish(LinkEvent::TimeOut, "no answer");
     else
         Repeat(DamagedAnswers);
@@ -260,7 +256,7 @@ void SerialLink::Watch(LineTraffic::Direction direction, LineTraffic::Damage dam
 // What has come and is not told yet: the beginning of a frame, or noise.
 void SerialLink::WatchRest()
 {
-    if (!watcher || !receiver_.HasRest())
+    if (!receiver_.HasRest())
         return;
     Watch(LineTraffic::Direction::Received,
           receiver_.InFrame() ? LineTraffic::Damage::CutShort : LineTraffic::Damage::Noise,

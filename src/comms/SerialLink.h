@@ -43,8 +43,7 @@ private:
         std::string name;  ///< of the command, with which its reply begins
         int mostSends = 0;
         int sends = 0;
-        int silences = 0;             ///< in a row, without a byte
-        bool heard = false;           ///< bytes have come since the last send
+        int sendsUnheard = 0;         ///< since the last byte that came
         EventLoop::Time sent;         ///< when the last send was over
         EventLoop::Time silentUntil;  ///< when silence has lasted long enough
         EventLoop::Time answerUntil;  ///< when the longest answer would have come
@@ -69,7 +68,7 @@ private:
     std::unique_ptr<Timer> timer_;
     SerialSettings settings_;
     FrameReceiver receiver_;
-    std::uint16_t exchange_ = 0;
+    std::uint16_t exchange_;  ///< of the last command
     bool open_ = false;
     std::size_t answers_ = 0;
     EventLoop::Time written_;  ///< when all that was written has left
