@@ -33,8 +33,10 @@ std::string AskBlock(LineWork& work, std::size_t address)
             RejectBlock("data that is not escaped as it should be");
         block += *data;
     }
-    if (block.empty() || address + block.size() > FlashSize)
-        RejectBlock(block.empty() ? "an empty block" : "more than the flash holds");
+    if (block.empty())
+        RejectBlock("an empty block");
+    if (address + block.size() > FlashSize)
+        RejectBlock("more than the flash holds");
     return block;
 }
 
@@ -62,7 +64,7 @@ std::string ReadFlash(LineWork& work)
 {
     std::string image;
     const EventLoop::Time start = work.Now();
-    work.Tell({0, FlashSize, std::nullopt});
+    work.Tell({.total = FlashSize});
     while (image.size() < FlashSize) {
         image += AskBlock(work, image.size());
         TellProgress(work, start, image.size(), FlashSize);
@@ -92,8 +94,7 @@ void StageDifferences(LineWork& work, std::string_view held, std::string_view wa
             addresses.push_back(address);
     const EventLoop::Time start = work.Now();
     const std::size_t total = addresses.size() * StageBlockSize;
-    if (total > 0)
-        work.Tell({0, total, std::nullopt});
+    work.Tell({.total = total});
     std::size_t done = 0;
     for (const std::size_t address : addresses) {
         StageBlock(work, address, wanted.substr(address, StageBlockSize));

@@ -31,7 +31,7 @@ std::uint32_t AskFlashCrc(LineWork& work);
 void StageBlock(LineWork& work, std::size_t address, std::string_view bytes);
 
 /// Stages the aligned blocks of `wanted` that `held` has otherwise, telling of the progress. Both are
-/// FlashSize bytes.
+/// FlashSize bytes, and not the same.
 void StageDifferences(LineWork& work, std::string_view held, std::string_view wanted);
 
 /// No more blocks follow ("0FB1").

@@ -9,24 +9,36 @@ namespace kelvora {
 
 namespace {
 
-// Closes the line whatever happens.
-class OpenLine {
-public:
-    OpenLine(LnkControl& channel, const LineTarget& target, const LineHooks& hooks) : channel_(channel)
-    {
-        channel.isGivenUp = hooks.stopRequested;
-        isOpen_ = channel.Open(target.settings);
-        channel.isGivenUp = nullptr;
-    }
-    ~OpenLine() { channel_.Close(); }
-    OpenLine(const OpenLine&) = delete;
-    OpenLine& operator=(const OpenLine&) = delete;
+bool Open(LnkControl& channel, const LineTarget& target, const LineHooks& hooks)
+{
+    channel.isGivenUp = hooks.stopRequested;
+    const bool isOpen = channel.Open(target.settings);
+    channel.isGivenUp = nullptr;
+    return isOpen;
+}
 
-    bool IsOpen() const { return isOpen_; }
+LineFailure FailureToOpen(const LnkControl& channel)
+{
+    LineFailure failure;
+    failure.port = channel.Failure();
+    failure.device = channel.Device();
+    failure.group = channel.AllowedGroup();
+    failure.detail = channel.LastError();
+    if (failure.port == PortFailure::InUse)
+        failure.holder = channel.Holder();
+    return failure;
+}
+
+// Closes the line whatever happens.
+class LineCloser {
+public:
+    explicit LineCloser(LnkControl& channel) : channel_(channel) {}
+    ~LineCloser() { channel_.Close(); }
+    LineCloser(const LineCloser&) = delete;
+    LineCloser& operator=(const LineCloser&) = delete;
 
 private:
     LnkControl& channel_;
-    bool isOpen_ = false;
 };
 
 }  // namespace
@@ -41,16 +53,13 @@ LineResult WorkOnLine(Comms& comms, const LineTarget& target, const LineHooks& h
         result.failure.port = PortFailure::Missing;
         return result;
     }
-    const OpenLine line(*channel, target, hooks);
-    if (!line.IsOpen()) {
-        const bool isGivenUp = channel->Failure() == PortFailure::GivenUp;
+    if (!Open(*channel, target, hooks)) {
+        result.failure = FailureToOpen(*channel);
+        const bool isGivenUp = result.failure.port == PortFailure::GivenUp;
         result.outcome = isGivenUp ? LineOutcome::Stopped : LineOutcome::NoPort;
-        const bool isInUse = channel->Failure() == PortFailure::InUse;
-        result.failure = {channel->Failure(),   0,
-                          channel->Device(),    channel->AllowedGroup(),
-                          channel->LastError(), isInUse ? channel->Holder() : std::string()};
         return result;
     }
+    const LineCloser closer(*channel);
     LineWork steps(comms, target.line, hooks, target.timeout);
     try {
         work(steps, result);

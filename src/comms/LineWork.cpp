@@ -110,11 +110,9 @@ std::vector<std::string> LineWork::Exchange(std::string_view command)
 {
     CheckStop();
     const std::string_view name = CommandName(command);
-    const std::size_t answers = channel_.Answers();
-    isUnanswered_ = true;
+    answersBefore_ = channel_.Answers();
     comms_.Send(line_, command, mostSends_);
     const std::string reply = WaitFor(name);
-    isUnanswered_ = channel_.Answers() == answers;
     try {
         RaiseForReply(reply, name.size());
     } catch (const ReplyError& error) {

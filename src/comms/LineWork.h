@@ -20,9 +20,9 @@ namespace kelvora {
 inline constexpr int FullProgress = 100;
 
 struct LineProgress {
-    std::size_t done = 0;                      ///< bytes
-    std::size_t total = 0;                     ///< bytes; more than 0
-    std::optional<std::chrono::seconds> left;  ///< as far as it can be told
+    std::size_t done = 0;                        ///< bytes
+    std::size_t total = 0;                       ///< bytes; more than 0
+    std::optional<std::chrono::seconds> left{};  ///< as far as it can be told
 
     int Percent() const { return static_cast<int>(done * FullProgress / total); }
 };
@@ -77,7 +77,7 @@ public:
     void Hurry();
 
     /// Whether no whole answer has come to the last command.
-    bool IsUnanswered() const { return isUnanswered_; }
+    bool IsUnanswered() const { return channel_.Answers() == answersBefore_; }
 
     LineDebts& Debts() { return debts_; }
 
@@ -97,7 +97,7 @@ private:
     int mostSends_ = LnkControl::UsualSends;
     std::optional<EventLoop::Time> endsBy_;  ///< of what is in a hurry
     bool hearsStop_ = true;
-    bool isUnanswered_ = false;
+    std::size_t answersBefore_ = 0;  ///< to earlier commands
     LineDebts debts_;
 };
 
