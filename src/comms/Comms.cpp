@@ -83,7 +83,7 @@ std::optional<std::string> JudgeLine(const std::string& line, std::string_view p
         return line;
     const std::string_view text(line);
     if (prefix.size() == 1) {
-        if (text.substr(0, 2) == prefix)
+        if (text == prefix)
             return line;
     } else if (text.starts_with(ReplyTag::Reply)) {
         const std::string_view reply = text.substr(ReplyTag::Reply.size());
@@ -132,10 +132,9 @@ std::string Comms::WaitReply(int line, std::string_view prefix, int timeout,
                              const std::function<bool()>& isOver)
 {
     CountdownTimer& clock = Clock(line);
-    const int time = timeout == 0 ? DefaultTimeout : timeout;
-    const bool limited = time >= 1;
+    const bool limited = timeout >= 0;
     if (limited)
-        clock.Enable(time);
+        clock.Enable(timeout == 0 ? DefaultTimeout : timeout);
     else
         clock.Disable();
     std::string& mailbox = Channel(line)->Text;

@@ -35,10 +35,10 @@ constexpr std::array<std::uint32_t, 256> Table32 = [] {
 
 std::uint16_t Crc16(std::string_view bytes)
 {
-    unsigned crc = 0xFFFF;
+    std::uint16_t crc = 0xFFFF;
     for (const char byte : bytes)
-        crc = (crc << 8 & 0xFFFFU) ^ Table16[(crc >> 8) ^ static_cast<unsigned char>(byte)];
-    return static_cast<std::uint16_t>(crc);
+        crc = static_cast<std::uint16_t>((crc << 8) ^ Table16[(crc >> 8) ^ static_cast<unsigned char>(byte)]);
+    return crc;
 }
 
 std::uint32_t Crc32(std::string_view bytes)

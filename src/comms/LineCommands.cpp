@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 
 #include "comms/Reply.h"
+#include "platform/NumberText.h"
 
 namespace kelvora {
 
@@ -14,7 +14,6 @@ constexpr std::size_t MostPositions = 7;
 /// Statuses of the device map.
 constexpr std::string_view Done = "0";
 constexpr std::string_view NothingThere = "1";
-constexpr std::string_view Refused = "2";
 
 constexpr char UnknownCode = '\xFF';
 constexpr std::array<unsigned, 9> KnownCodes{214, 191, 23, 31, 4, 3, 2, 1, 8};
@@ -26,13 +25,11 @@ constexpr std::array<unsigned, 9> KnownCodes{214, 191, 23, 31, 4, 3, 2, 1, 8};
 
 char DeviceCodeOf(std::string_view item)
 {
-    unsigned code = 0;
-    const auto [end, error] = std::from_chars(item.data(), item.data() + item.size(), code);
-    const bool tooLarge = error == std::errc::result_out_of_range;
-    if (item.empty() || end != item.data() + item.size() || (error != std::errc() && !tooLarge))
+    if (item.empty() || item.find_first_not_of("0123456789") != std::string_view::npos)
         RejectMap("an item is no number");
-    const bool known = !tooLarge && std::ranges::find(KnownCodes, code) != KnownCodes.end();
-    return known ? static_cast<char>(code) : UnknownCode;
+    // One that is too large for a number is unknown all the same.
+    const unsigned code = WholeNumber<unsigned>(item).value_or(0);
+    return std::ranges::find(KnownCodes, code) != KnownCodes.end() ? static_cast<char>(code) : UnknownCode;
 }
 
 }  // namespace
@@ -60,8 +57,6 @@ std::string AskDeviceMap(LineWork& work)
     const auto fields = work.Exchange("$9902");
     if (fields[0] == NothingThere)
         throw ReplyError(ReplyErrorNumber::NoDevices, "$9902");
-    if (fields[0] == Refused)
-        throw ReplyError(ReplyErrorNumber::Rejected, "$9902");
     if (fields[0] != Done || fields.size() != 3)
         RejectMap("another status or number of fields");
     return ParseDeviceList(fields[1], fields[2]);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 
 #include "platform/LocalTime.h"
 #include "platform/NumberText.h"
@@ -16,9 +15,9 @@ constexpr std::array<std::string_view, 4> DamageWords{"good", "bad frame", "cut 
 
 std::string OffsetText(std::chrono::minutes offset)
 {
-    const int minutes = std::abs(static_cast<int>(offset.count()));
-    return (offset.count() < 0 ? "UTC-" : "UTC+") + PaddedNumber(minutes / 60, 2) + ":" +
-           PaddedNumber(minutes % 60, 2);
+    const std::chrono::hh_mm_ss time(offset);
+    return (time.is_negative() ? "UTC-" : "UTC+") + PaddedNumber(static_cast<int>(time.hours().count()), 2) +
+           ":" + PaddedNumber(static_cast<int>(time.minutes().count()), 2);
 }
 
 void AppendEntry(std::string& text, const LineEntry& entry, std::chrono::minutes offset)

@@ -73,10 +73,12 @@ std::string DescribeHolder(const MessageCatalogue& catalogue, const std::string&
 
 PortTrial OutcomeOf(const SerialPort& port)
 {
-    PortTrial trial{
-        port.Device(), port.IsOpen() ? PortFailure::InUse : port.Failure(), {}, port.Settings(), {}, {}};
-    if (trial.failure != PortFailure::None && !port.IsOpen())
-        trial.error = port.LastError();
+    PortTrial trial{port.Device(),
+                    port.IsOpen() ? PortFailure::InUse : port.Failure(),
+                    port.LastError(),
+                    port.Settings(),
+                    {},
+                    {}};
     if (trial.failure == PortFailure::NotAllowed)
         trial.group = port.AllowedGroup();
     else if (trial.failure == PortFailure::InUse)

@@ -71,8 +71,7 @@ std::optional<std::vector<std::string>> ReplyFields(std::string_view reply, std:
 
 std::string CountedField(std::string_view content)
 {
-    std::string field(1, static_cast<char>(FieldLengthBase + content.size()));
-    return field.append(content);
+    return static_cast<char>(FieldLengthBase + content.size()) + std::string(content);
 }
 
 }  // namespace kelvora
