@@ -46,7 +46,10 @@ TEST_F(BridgeLinkTest, EachCommandGetsTheEventOfOneLine)
     check("\xA7\x65why\n", CommandError, "why");
     check("\xA7r\n", CommandRejected, "");
     check("\xA7t\n", TimeOut, "");
-    EXPECT_EQ(connection.written, std::vector<std::string>(5, "$9900\n"));
+    const std::string longest = "\xA7m" + std::string(BridgeLink::LongestLine - 2, 'a');
+    check((longest + "\r\n").c_str(), Reply, longest.c_str() + 2);
+    EXPECT_EQ(connection.written, std::vector<std::string>(6, "$9900\n"));
+    EXPECT_EQ(link.Answers(), 5U) << "a bridge that gave up tells of none";
 }
 
 TEST_F(BridgeLinkTest, AnswersToCommandsThatWereGivenUpAreNobodyElses)
@@ -66,20 +69,26 @@ TEST_F(BridgeLinkTest, AnswersToCommandsThatWereGivenUpAreNobodyElses)
     connection.onBytes("\xA7m0FB3!0\r\n\xA7m0F02!0\r\n");
     EXPECT_EQ(events, (Events{{LinkEvent::Reply, "0F02!0"}}));
     EXPECT_TRUE(link.IsOpen());
+    link.Send("20", LnkControl::UsualSends);
+    link.Close();
+    EXPECT_FALSE(link.IsWaiting());
 }
 
 TEST_F(BridgeLinkTest, ALineThatBelongsToNoCommandEndsTheConnection)
 {
-    const auto check = [&](const char* why, const std::string& said, const char* words) {
+    const auto check = [&](const char* why, const std::string& said, const char* words,
+                           PortFailure failure = PortFailure::NoBridge) {
         ASSERT_TRUE(link.Open("")) << why;
         events.clear();
         link.Send("20", LnkControl::UsualSends);
+        if (said.empty())
+            connection.HangUp();
         connection.onBytes(said);
         EXPECT_FALSE(link.IsOpen() || port.IsOpen()) << why;
         EXPECT_EQ(link.LastError(), words) << why;
+        EXPECT_EQ(link.Failure(), failure) << why;
         ASSERT_EQ(events.size(), 1U) << why;
-        EXPECT_EQ(events[0].first == LinkEvent::Reply,
-                  said.front() == '\xA7' && said[1] == 'm' && said[2] == '2');
+        EXPECT_EQ(events[0].second, said.starts_with("\xA7m2") ? "20!0" : words) << why;
         loop.Pass(BridgeLink::LongestAnswer);
         EXPECT_EQ(events.size(), 1U) << why;
     };
@@ -89,17 +98,15 @@ TEST_F(BridgeLinkTest, ALineThatBelongsToNoCommandEndsTheConnection)
     check("the tag in another encoding", "\xC2\xA7m20!0\n", "a line of the bridge has no tag");
     check("a tag of the program's own", "\xA7w20\n", "a line of the bridge has no tag");
     check("no end", "\xA7m" + std::string(BridgeLink::LongestLine, 'a'), "a line of the bridge is too long");
-    EXPECT_EQ(link.Failure(), PortFailure::NoBridge);
+    check("hung up", "", "the server has closed the connection", PortFailure::Disconnected);
     connection.says = {{20, "Welcome\n"}};
     EXPECT_FALSE(link.Open("") || port.IsOpen()) << "also before the first command";
     EXPECT_EQ(link.LastError(), "a line of the bridge has no tag");
     connection.says.clear();
-    ASSERT_TRUE(link.Open(""));
-    events.clear();
-    link.Send("20", LnkControl::UsualSends);
-    connection.HangUp();
-    EXPECT_EQ(events, (Events{{LinkEvent::CommunicationError, "the server has closed the connection"}}));
-    EXPECT_EQ(link.Failure(), PortFailure::Disconnected);
+    ASSERT_TRUE(port.Open());
+    EXPECT_FALSE(link.Open("")) << "somebody else has it";
+    EXPECT_EQ(link.Failure(), PortFailure::InUse);
+    port.Close();
     connection.refusal = PortFailure::Refused;
     EXPECT_FALSE(link.Open(""));
     EXPECT_EQ(link.Failure(), PortFailure::Refused);
@@ -123,9 +130,14 @@ TEST_F(BridgeLinkTest, DriversWorkOverItWithAnySettings)
     EXPECT_EQ(setMode('2').failure.number, 0x800400E0U);
     EXPECT_EQ(watched, (std::vector<std::string>{"command $9904!0", "reply $9904, 0", "command $9904!2",
                                                  "no answer: no"}));
+    EXPECT_EQ(setMode('3').failure.detail, "$9904: no answer from the bridge") << "as long as that takes";
+    ASSERT_TRUE(link.Open(""));
     port.SetDevice("/dev/ttyS0");
-    EXPECT_EQ(setMode('0').failure.port, PortFailure::SevenBits)
-        << "another device is spoken to in another way";
+    EXPECT_TRUE(link.Open("9600,n,7,1")) << "an open line is not left";
+    link.Close();
+    const LineResult another = setMode('0');
+    EXPECT_EQ(another.outcome, LineOutcome::NoPort);
+    EXPECT_EQ(another.failure.port, PortFailure::SevenBits) << "it is spoken to in another way";
 }
 
 }  // namespace kelvora
