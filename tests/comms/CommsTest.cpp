@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "comms/LineCommands.h"
+#include "comms/LineDrivers.h"
 #include "comms/Reply.h"
 #include "comms/RunningOperation.h"
 #include "fakes/BenchLine.h"
@@ -21,7 +22,7 @@ protected:
     FakeEventLoop loop;
     BenchLine bench{loop};
     SerialLink& control = bench.link;
-    Comms comms{loop, {&control, nullptr, nullptr, nullptr}};
+    Comms comms{loop, {&control, nullptr, nullptr, &control}};
 };
 
 TEST_F(CommsTest, WaitReplyJudgesEachLineOfTheMailbox)
@@ -42,13 +43,11 @@ TEST_F(CommsTest, WaitReplyJudgesEachLineOfTheMailbox)
     check("status 3", "\247m0FB0!3\r\n", "0FB0", "\247s0FB0!3", "");
     check("status 5", "\247m0FB0!5\r\n", "0FB0", "\247i0FB0!5", "");
     check("a long count", "\247m20!0$12\r\n", "20", "\247xa field of the reply to 20 runs past its end", "");
-    check("command or line error", "\247ewhy\r\n", "$9900", "\247ewhy", "");
-    check("rejected", "\247rwhy\r\n", "$9900", "\247rwhy", "");
-    check("default time", "\247c\r\n", "$9900", "\247c", "");
-    check("time-out of the control", "\247t\r\nrest\r\n", "$9900", "\247t", "rest\r\n");
-    check("undefined", "\247u\r\n", "$9900", "\247u", "");
+    for (const std::string failure : {"\247ewhy", "\247r", "\247c", "\247t", "\247u"})
+        check("a failure", (failure + "\r\nrest\r\n").c_str(), "$9900", failure.c_str(), "rest\r\n");
     check("other tags do not end the wait", "\247w\r\n\247x\r\n\247l\r\n\247u\r\n", "$9900", "\247u", "");
     check("one character matches no reply", "\247m2\r\n20\r\n\247t\r\n", "2", "\247t", "");
+    check("but a line", "\247m2\r\n2\r\n", "2", "2", "");
     check("a last line without its end", "\247m$9900!0", "$9900", "$9900!0", "");
     EXPECT_EQ(Elapsed(), milliseconds(0));
 }
@@ -70,6 +69,18 @@ TEST_F(CommsTest, AWaitEndsWithItsClock)
     EXPECT_EQ(TimeLeft(std::chrono::seconds(60)) + TimeLeft(std::chrono::seconds(3599)), "1:0059:59");
 }
 
+TEST(RunningOperation, IsBusyAndWorksUnlessItAsks)
+{
+    RunningOperation running;
+    std::string states;
+    running.onChange = [&] { states += running.IsWorking() ? 'w' : running.IsBusy() ? 'a' : '-'; };
+    {
+        const LineOperation operation(running, "Scanning", "Scan");
+        const OperationQuestion question(running);
+    }
+    EXPECT_EQ(states, "waw-");
+}
+
 TEST_F(CommsTest, EventsBecomeTaggedLinesAndSendClearsThem)
 {
     control.onEvent(LinkEvent::Reply, "a\r\nb");
@@ -78,33 +89,53 @@ TEST_F(CommsTest, EventsBecomeTaggedLinesAndSendClearsThem)
     control.onEvent(LinkEvent::CommandRejected, "3");
     control.onEvent(LinkEvent::TimeOut, "");
     EXPECT_EQ(control.Text, "\247ma  b\r\n\247e1\r\n\247e2\r\n\247r3\r\n\247t\r\n");
-    ASSERT_TRUE(control.Open("9600,n,8,1"));
+    EXPECT_TRUE(comms.Channel(4) == &control && !comms.Channel(0) && !comms.Channel(3) && !comms.Channel(5));
+    ASSERT_TRUE(control.Open("9600,n,8,1") && control.Open("9600,n,8,1"));
+    EXPECT_EQ(control.LongestExchange(), milliseconds(25'056))
+        << "twelve longest frames, each way, and silences";
     comms.Send(1, "$9911");
     EXPECT_EQ(control.Text, "");
     EXPECT_EQ(comms.LastCommand(), "$9911");
     EXPECT_TRUE(control.IsWaiting());
 }
 
+TEST_F(CommsTest, WorkOnALineTellsWhoHoldsItAndReleasesOnceATerminalThatWasNeverThere)
+{
+    const auto hold = [&] {
+        return WorkOnLine(comms, {1, "9600,n,8,1", 0}, {},
+                          [](LineWork& work, LineResult&) { HoldLine(work); });
+    };
+    bench.port.refusal = PortFailure::InUse;
+    bench.port.holder = "minicom (PID 7)";
+    EXPECT_EQ(hold().failure.holder, "minicom (PID 7)");
+    bench.port.refusal = PortFailure::None;
+    bench.line.TakeAway();
+    std::string sent;
+    control.watcher = [&sent](const LineTraffic& traffic) { sent += traffic.bytes.substr(5, 5); };
+    EXPECT_EQ(hold().warnings.at(0).detail, "$9911: no answer");
+    EXPECT_EQ(sent, "$9918$9918$9918$9911");
+}
+
 TEST_F(CommsTest, RaiseForReplyChoosesTheErrorByTheHead)
 {
-    const auto check = [](const char* reply, std::uint32_t number, const char* description = "") {
-        EXPECT_THAT([&] { RaiseForReply(reply, 4); },
+    const std::tuple<const char*, std::uint32_t, const char*> errors[]{
+        {"\247ebusy", 0x800400DC, "busy"},
+        {"\247l", 0x800400E2, ""},
+        {"\247r", 0x800400E3, ""},
+        {"\247i", 0x800400E4, ""},
+        {"\247s", 0x800400E5, ""},
+        {"\247c", 0x800400DC, ""},
+        {"\247t", 0x800400E0, ""},
+        {"\247w", 0x800400E1, ""},
+        {"\247xwhy so", 0x800400DF, "why so"},
+        {"\247u", 0x80040122, ""},
+        {"", 0x80040122, ""},
+        {"20!", 0x800400DC, "the reply is too short"}};
+    for (const auto& [reply, number, description] : errors)
+        EXPECT_THAT([reply = reply] { RaiseForReply(reply, 4); },
                     Throws<ReplyError>(AllOf(Property(&ReplyError::Number, number),
                                              Property(&ReplyError::what, testing::StrEq(description)))))
             << reply;
-    };
-    check("\247ebusy", 0x800400DC, "busy");
-    check("\247l", 0x800400E2);
-    check("\247r", 0x800400E3);
-    check("\247i", 0x800400E4);
-    check("\247s", 0x800400E5);
-    check("\247c", 0x800400DC);
-    check("\247t", 0x800400E0);
-    check("\247w", 0x800400E1);
-    check("\247xwhy so", 0x800400DF, "why so");
-    check("\247u", 0x80040122);
-    check("", 0x80040122);
-    check("20!", 0x800400DC, "the reply is too short");
     EXPECT_NO_THROW(RaiseForReply("20!0", 4));
     EXPECT_NO_THROW(RaiseForReply("\247zanything", 4));
 }
