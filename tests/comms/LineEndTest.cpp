@@ -1,6 +1,7 @@
 // How work on a line ends: what the terminal is told, how long that may take, and what is kept.
 #include "comms/LineEnd.h"
 
+#include "comms/LineErrorText.h"
 #include "comms/Reply.h"
 #include "comms/ScanRun.h"
 #include "platform/SerialSettings.h"
@@ -11,15 +12,6 @@ namespace {
 
 using std::chrono::milliseconds;
 using std::chrono::seconds;
-using Step = LineWarning::Step;
-
-std::vector<Step> StepsOf(const LineWarnings& warnings)
-{
-    std::vector<Step> steps;
-    for (const LineWarning& warning : warnings)
-        steps.push_back(warning.step);
-    return steps;
-}
 
 bench::LineOptions Faulty(const std::vector<bench::CommandFault>& faults, milliseconds stray = {})
 {
@@ -30,68 +22,65 @@ bench::LineOptions Faulty(const std::vector<bench::CommandFault>& faults, millis
 
 TEST(LineEnd, AClosingStepThatFailsIsAWarningAndLosesNothing)
 {
-    const auto check = [&](const char* name, const char* body, const std::vector<Step>& steps) {
-        const ScanRun ended = Scan({}, Answers(name, body));
+    const auto check = [](const char* name, const char* body, const MessageId& warning) {
+        LineProgress last;
+        LineHooks hooks;
+        hooks.progress = [&last](const LineProgress& progress) { last = progress; };
+        const ScanRun ended = Scan({}, Answers(name, body), {1, "9600,n,8,1", 0}, hooks);
+        EXPECT_EQ(last.left, seconds(0));
         EXPECT_TRUE(ended.result.IsDone()) << name;
         EXPECT_EQ(ended.result.image.size(), 8192U) << name;
-        EXPECT_EQ(StepsOf(ended.result.warnings), steps) << name;
+        ASSERT_EQ(ended.result.warnings.size(), 1U) << name;
+        EXPECT_EQ(WarningLines({}, ended.result.warnings)[0].find(warning.text), 0U) << name;
         EXPECT_TRUE(ended.sent.ends_with(" 0FB1 0FB3 $9911 $9904!3 $9904!0")) << name << ended.sent;
     };
-    check("none", "", {});
-    check("0FB1", "M0FB1!2", {Step::FlashNotClosed});
-    check("0FB3", "M0FB3!2", {Step::FlashNotClosed});
-    check("$9911", "Rno", {Step::NotReleased});
-    check("$9904!3", "M$9904!2", {Step::TransferNotEnded});
-    check("$9904!0", "M$9904!0!1", {Step::ModeNotSet});
+    check("0FB1", "M0FB1!2", Message::WarnFlashNotClosed);
+    check("0FB3", "M0FB3!2", Message::WarnFlashNotClosed);
+    check("$9911", "Rno", Message::WarnNotReleased);
+    check("$9904!3", "M$9904!2", Message::WarnTransferNotEnded);
+    check("$9904!0", "M$9904!0!1", Message::ModeNotSet);
 }
 
-TEST(LineEnd, AReleaseThatIsNotAnsweredIsSentTwice)
-{
-    const ScanRun ended =
-        Scan(Faulty({{bench::CommandFault::Kind::Late, "$9911", 0, seconds(60), ""}}), nullptr);
-    EXPECT_TRUE(ended.result.IsDone());
-    EXPECT_EQ(StepsOf(ended.result.warnings), std::vector{Step::NotReleased});
-    EXPECT_TRUE(ended.sent.ends_with(" 0FB3 $9911 $9911 $9904!3 $9904!0")) << ended.sent;
-}
-
+// A terminal that is there but not in time, or beside the point, still gets its line back. One that is silent
+// is told so twice.
 TEST(LineEnd, WhatWasHeldIsReleasedWhateverHasFailed)
 {
-    const auto check = [&](const char* why, const Preparation& prepare, std::uint32_t number,
-                           const char* sent) {
-        const ScanRun ended = Scan({}, prepare);
-        EXPECT_EQ(ended.result.failure.number, number) << why;
-        EXPECT_EQ(ended.sent, sent) << why;
-        EXPECT_TRUE(ended.result.warnings.empty()) << why;
-        EXPECT_LT(ended.time, seconds(1)) << why;
-    };
-    check("refused to hold: asked all the same", Answers("$9918", "M$9918!2"), ReplyErrorNumber::Rejected,
-          " $9900 $9918 $9911");
-    check("not asked to hold: not owed", Answers("$9900", "M$9900!2"), ReplyErrorNumber::Rejected, " $9900");
-    check("a status", Answers("$9902", "M$9902!1"), ReplyErrorNumber::NoDevices, " $9900 $9918 $9902 $9911");
-    check("the map has come: the mode is owed", Answers("0FB0", "Eno"), ReplyErrorNumber::Failed,
-          " $9900 $9918 $9902 000 0FB0 $9911 $9904!0");
-}
-
-// A terminal that is there but not in time, or beside the point, still gets its line back.
-TEST(LineEnd, AnAnswerThatIsLateOrAnotherOnesEndsTheWaitAndReleases)
-{
-    using Fault = bench::CommandFault;
-    const auto check = [&](const char* why, const bench::LineOptions& options, int timeout,
-                           std::uint32_t number, seconds limit) {
-        const ScanRun ended = Scan(options, nullptr, {1, "9600,n,8,1", timeout});
+    using Kind = bench::CommandFault::Kind;
+    namespace Error = ReplyErrorNumber;
+    const auto check = [](const char* why, const ScanRun& ended, std::uint32_t number, const char* sent,
+                          int limit, const char* warning = "") {
         EXPECT_EQ(ended.result.failure.number, number) << why << ended.result.failure.detail;
-        EXPECT_FALSE(ended.isHeld) << why << ended.sent;
-        EXPECT_LT(ended.time, limit) << why;
+        EXPECT_TRUE(ended.sent.ends_with(sent)) << why << ended.sent;
+        const LineWarnings& warnings = ended.result.warnings;
+        EXPECT_EQ(warnings.empty() ? "" : warnings[0].detail, warning) << why;
+        EXPECT_FALSE(ended.isHeld && warnings.empty()) << why;
+        EXPECT_LT(ended.time, seconds(limit)) << why;
     };
-    check("after the wait", Faulty({{Fault::Kind::Late, "$9902", 0, milliseconds(1100), ""}}), 1000,
-          ReplyErrorNumber::GivenTime, seconds(3));
-    check("another command's", Faulty({{Fault::Kind::WrongReply, "$9902", 0, milliseconds(0), ""}}), 0,
-          ReplyErrorNumber::Failed, seconds(3));
-    check("refused", Faulty({{Fault::Kind::Status, "$9902", 0, milliseconds(0), "7"}}), 0,
-          ReplyErrorNumber::Malformed, seconds(1));
+    const auto late = [](const char* command, milliseconds time, milliseconds stray = {}) {
+        return Faulty({{Kind::Late, command, 0, time, ""}}, stray);
+    };
+    check("all went well", Scan({}, nullptr), 0, " 0FB1 0FB3 $9911 $9904!3 $9904!0", 20);
+    check("refused to hold: asked all the same", Scan({}, Answers("$9918", "M$9918!2")), Error::Rejected,
+          " $9900 $9918 $9911", 1);
+    check("not asked to hold: not owed", Scan({}, Answers("$9900", "M$9900!2")), Error::Rejected, " $9900",
+          1);
+    check("a status", Scan({}, Answers("$9902", "M$9902!1")), Error::NoDevices, " $9900 $9918 $9902 $9911",
+          1);
+    check("the map has come: the mode is owed", Scan({}, Answers("0FB0", "Eno")), Error::Failed,
+          " $9900 $9918 $9902 000 0FB0 $9911 $9904!0", 1);
+    check("after the wait", Scan(late("$9902", milliseconds(1100)), nullptr, {1, "9600,n,8,1", 1000}),
+          Error::GivenTime, " $9902 $9911", 3);
+    check("another command's", Scan(Faulty({{Kind::WrongReply, "$9902"}}), nullptr), Error::Failed,
+          " $9902 $9911", 3);
     check("late all along, on a line that is never quiet",
-          Faulty({{Fault::Kind::Late, "$9902", 0, milliseconds(60000), ""}}, milliseconds(900)), 0,
-          ReplyErrorNumber::Failed, seconds(23));
+          Scan(late("$9902", seconds(60), milliseconds(900)), nullptr), Error::Failed, " $9902 $9911", 23);
+    check("not released", Scan(late("$9911", seconds(60)), nullptr), 0, " 0FB3 $9911 $9911 $9904!3 $9904!0",
+          20, "$9911: no answer");
+    bench::LineOptions silent = Faulty({{Kind::Silent, "$9918"}});
+    silent.terminal.baud = 1200;
+    check("silent from then on, at a speed at which frames take long",
+          Scan(silent, nullptr, {1, "1200,n,8,1", 0}), Error::GaveUp, "$9900 $9918 $9918 $9918 $9911 $9911",
+          30, "$9911: no answer");
 }
 
 // Two seconds and one frame, at any speed, whatever the line does.
@@ -110,7 +99,7 @@ TEST(LineEnd, AStopIsOverInTwoSecondsAndAFrame)
             hooks.stopRequested = [&] { return clock->Now() - EventLoop::Time() >= stop; };
             const ScanRun ended = Scan(
                 options, [&](FakeEventLoop& loop, BenchLine&) { clock = &loop; }, {1, text, 0}, hooks);
-            const auto limit = stop + seconds(2) + settings.TimeOf(MaximumBody + FrameOverhead);
+            const auto limit = stop + seconds(2) + settings.TimeOf(LongestFrame);
             EXPECT_EQ(ended.result.outcome, LineOutcome::Stopped) << text << why;
             // The clock of a wait ticks ten times a second.
             EXPECT_LE(ended.time, limit + milliseconds(200)) << text << why;
