@@ -31,11 +31,12 @@ TEST(LineMonitor, ForgetsTheOldestByNumberAndBytesButNeverTheNewest)
     EXPECT_EQ(monitor.FirstNumber(), 10'003U);
     EXPECT_EQ(changes, 10'004);
 
-    const std::string half(std::size_t{2} << 20, 'x');
+    const std::string half(LineMonitor::MaximumBytes / 2 - 1, 'x');
     add(half, "a");
     const auto shown = monitor.Entries().front();
-    add("short", "b");
-    add(half, "c");
+    add(half, "b");
+    EXPECT_EQ(monitor.Entries().front()->meaning, "a");
+    add("", "c");
     EXPECT_EQ(monitor.Entries().front()->meaning, "b");
     add(half + half + half, "d");
     ASSERT_EQ(monitor.Entries().size(), 1U);
@@ -59,6 +60,7 @@ TEST(LineMonitor, TextHasALineAnEntryWhateverTheBytes)
               "2026-01-01 00:30:06.060\tCOM4\treceived\tcut short\t\t\t\r\n"
               "2026-01-01 00:30:06.060\tCOM4\treceived\tnoise\t\tFF\t.\r\n");
     EXPECT_TRUE(LineMonitorText({}, -210min).starts_with("Time (UTC-03:30)\t"));
+    EXPECT_TRUE(LineMonitorText({}, 0min).starts_with("Time (UTC+00:00)\t"));
 }
 
 TEST(FrameMeaning, SaysWhatAFrameDoes)
@@ -70,10 +72,13 @@ TEST(FrameMeaning, SaysWhatAFrameDoes)
     };
     check(Direction::Sent, "$9904!3", "command $9904!3");
     check(Direction::Sent, "0FB1", "command 0FB1");
+    check(Direction::Sent, "0FB101C0", "command 0FB101C0");
     check(Direction::Sent, "0FB101C0ab\x1B\x41", "command 0FB1, address 01C0, 3 bytes");
     check(Direction::Received, "M$9902!0!6'214,191", "reply $9902, 6, 214,191");
     check(Direction::Received, "M$9902!1", "reply $9902, status 1");
     check(Direction::Received, "M20!0$01A0#abc\"\x1B\x41", "reply 20, address 01A0, 4 bytes");
+    check(Direction::Received, "M20!0$01A0#ab\x1B", "reply 20, address 01A0, 0 bytes");
+    check(Direction::Received, "M20!0$01A0", "reply 20, 01A0");
     check(Direction::Received, "M20!3", "reply 20, status 3");
     check(Direction::Received, "M0FB3", "reply 0FB3, malformed");
     check(Direction::Received, "M0FB3Z0", "reply 0FB3, malformed");
