@@ -33,11 +33,10 @@ std::string OneLineText(std::string_view text)
     return Utf8FromText(line);
 }
 
-std::string WithoutControls(std::string line)
+std::string WithoutControls(std::string line, char instead)
 {
-    constexpr char Delete = 0x7F;
     std::ranges::replace_if(
-        line, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == Delete; }, ' ');
+        line, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }, instead);
     return line;
 }
 

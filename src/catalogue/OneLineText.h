@@ -9,7 +9,7 @@ namespace kelvora {
 /// A text of the windows as one line of UTF-8. Where a line ended without a mark "; " parts it from the next.
 std::string OneLineText(std::string_view text);
 
-/// A line of UTF-8 for a terminal, which does what control characters say: they become blanks.
-std::string WithoutControls(std::string line);
+/// A line for a terminal, which does what control characters say: `instead` stands for each.
+std::string WithoutControls(std::string line, char instead = ' ');
 
 }  // namespace kelvora

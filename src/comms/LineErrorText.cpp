@@ -1,8 +1,8 @@
 #include "comms/LineErrorText.h"
 
-#include <algorithm>
 #include <array>
 
+#include "catalogue/OneLineText.h"
 #include "comms/PortTrial.h"
 #include "comms/Reply.h"
 #include "platform/Encoding.h"
@@ -34,12 +34,7 @@ bool IsToldAsItIs(PortFailure failure)
 }
 
 // What another machine says may hold what moves a terminal's cursor or colours its text.
-std::string WithoutControls(std::string text)
-{
-    std::ranges::replace_if(
-        text, [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7F'; }, '.');
-    return text;
-}
+constexpr char ForControls = '.';
 
 // In the order of LineWarning::Step.
 constexpr std::array WarningTexts{Message::WarnFlashNotClosed, Message::WarnNotReleased,
@@ -61,7 +56,7 @@ LineErrorText DescribeLineFailure(const MessageCatalogue& catalogue, const LineT
     else if (result.outcome == LineOutcome::Failed && !IsToldAsItIs(failure.port))
         text.message = Message::PortLost;
     if (!failure.detail.empty())
-        text.extra += "\r\n" + WithoutControls(failure.detail);
+        text.extra += "\r\n" + WithoutControls(failure.detail, ForControls);
     if (!failure.holder.empty())
         text.extra += "\r\n" + DescribeHolder(catalogue, failure.holder);
     if (failure.fixedSettings)
@@ -77,7 +72,7 @@ std::vector<std::string> WarningLines(const MessageCatalogue& catalogue, const L
     for (const LineWarning& warning : warnings) {
         lines.push_back(catalogue.Caption(WarningTexts.at(static_cast<std::size_t>(warning.step))));
         if (!warning.detail.empty())
-            lines.back() += " (" + WithoutControls(warning.detail) + ")";
+            lines.back() += " (" + WithoutControls(warning.detail, ForControls) + ")";
     }
     return lines;
 }
