@@ -1,28 +1,25 @@
 #include "catalogue/MessageCatalogue.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <utility>
 
+#include "platform/NumberText.h"
 #include "platform/TextLines.h"
 
 namespace kelvora {
 
 namespace {
 
-// CR LF, three digits, comma, blank.
-constexpr std::size_t KeyLength = 7;
+// What stands before a text: three digits, comma, blank.
+constexpr std::size_t KeyDigits = 3;
+constexpr std::string_view KeyEnd = ", ";
 
 std::string KeyOf(std::int16_t id)
 {
     std::array<char, 16> key{};
-    const int length =
-        std::snprintf(key.data(), key.size(), "\r\n%s%03d, ", id < 0 ? "-" : "", id < 0 ? -id : id);
+    const int length = std::snprintf(key.data(), key.size(), "\r\n%s%03d, ", id < 0 ? "-" : "", std::abs(id));
     return {key.data(), static_cast<std::size_t>(length)};
-}
-
-bool IsDigit(char c)
-{
-    return c >= '0' && c <= '9';
 }
 
 }  // namespace
@@ -33,23 +30,23 @@ MessageCatalogue::MessageCatalogue(std::string text, std::string language)
     : text_(std::move(text)), language_(std::move(language))
 {
     // One pass remembers the first line of each number, so that a lookup does not read the file again.
-    for (std::size_t at = text_.find(LineEnd); at != std::string::npos; at = text_.find(LineEnd, at + 1)) {
-        if (at + KeyLength > text_.size())
-            break;
-        const std::string_view key = std::string_view(text_).substr(at, KeyLength);
-        if (!IsDigit(key[2]) || !IsDigit(key[3]) || !IsDigit(key[4]) || key[5] != ',' || key[6] != ' ')
+    for (std::size_t at = text_.find(LineEnd); at != std::string::npos; at = text_.find(LineEnd, at)) {
+        at += LineEnd.size();
+        const std::string_view key = std::string_view(text_).substr(at, KeyDigits + KeyEnd.size());
+        const auto id = WholeNumber<std::size_t>(key.substr(0, KeyDigits));
+        if (!id || !key.ends_with(KeyEnd))
             continue;
-        const int id = (key[2] - '0') * 100 + (key[3] - '0') * 10 + (key[4] - '0');
-        std::uint32_t& start = starts_.at(static_cast<std::size_t>(id));
+        std::uint32_t& start = starts_.at(*id);
         if (start == 0)
-            start = static_cast<std::uint32_t>(at + KeyLength);
+            start = static_cast<std::uint32_t>(at + key.size());
     }
 }
 
 std::uint32_t MessageCatalogue::StartOf(std::int16_t id) const
 {
+    // A negative one is far beyond the end.
     const auto index = static_cast<std::size_t>(id);
-    return id >= 0 && index < starts_.size() ? starts_.at(index) : 0;
+    return index < starts_.size() ? starts_.at(index) : 0;
 }
 
 std::string_view MessageCatalogue::Find(std::int16_t id) const

@@ -49,14 +49,12 @@ bool UserFiles::MayWrite(const std::string& path) const
            texts_.Show(Message::Overwrite, YesNoStyle, TextFromPath(path)) == Answer::Yes;
 }
 
-bool UserFiles::Write(const std::string& path, const std::string& content) const
+void UserFiles::Write(const std::string& path, const std::string& content) const
 {
     try {
         files_.Write(path, content);
-        return true;
     } catch (const FileError& error) {
         texts_.TellOf(Message::FileNotWritten, error);
-        return false;
     }
 }
 

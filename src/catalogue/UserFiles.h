@@ -30,8 +30,8 @@ public:
     /// Whether that name may be written to: replacing another file is asked first.
     bool MayWrite(const std::string& path) const;
 
-    /// Puts `content` in the place of the file. False, after a message, when it cannot be written.
-    bool Write(const std::string& path, const std::string& content) const;
+    /// Puts `content` in the place of the file; shows a message when it cannot be written.
+    void Write(const std::string& path, const std::string& content) const;
 
     /// Writes `text` and a CR LF, and keeps the previous file as its backup; see platform/TextFiles.h. False,
     /// after a message, when it cannot be written.

@@ -34,8 +34,13 @@ TEST(MessageCatalogue, LooksUpTexts)
     check("125 characters and the end mark fit", "005, " + x125 + " \r\n", x125 + " ");
     check("the end mark must lie within the 128", "005, " + x125 + "y \r\n", x125 + "y \r");
     check("the text ends the file", "005, end", "end");
+    check("three digits, a comma and a blank",
+          "5, a\r\n05, b\r\n0 5, c\r\n+05, d\r\n005; e\r\n005,f\r\n005, g \r\n", "g ");
+    check("the file ends in a number", "00", Catalogue("").Lookup(5));
     check("not there", "006, x \r\n", "Message id \r\n005, \r\n{not found in ZEL localization fileENG.MES}");
     EXPECT_EQ(Catalogue("005, a\r\n006, b \r\n").Lookup(6), "b ") << "a line that another one swallowed";
+    EXPECT_EQ(Catalogue("").Lookup(-5).find("Message id \r\n-005, \r\n{"), 0U);
+    EXPECT_EQ(Catalogue("").Lookup(1000).find("Message id \r\n1000, \r\n{"), 0U);
     EXPECT_EQ(Catalogue("", "ITA").Lookup(0),
               "Codice messaggio \r\n000, \r\n{non trovato nel file di localizzazione ZELITA.MES}");
     EXPECT_EQ(Catalogue("523, Taste \r\n").Word(Message::KeyWord), "Taste ");

@@ -42,6 +42,22 @@ TEST_F(UserFilesTest, SavingKeepsThePreviousText)
     EXPECT_TRUE(prompt.shown.empty());
 }
 
+TEST_F(UserFilesTest, ATextIsSavedUnderTheChosenNameWithAnEnding)
+{
+    const auto save = [&] { userFiles.SaveTextAs(Message::MonitorSaveTitle, "", [] { return "text"; }); };
+    save();
+    EXPECT_TRUE(files.content.empty()) << "the dialog was cancelled";
+    const std::tuple<const char*, int, const char*> names[]{
+        {"a", 1, "a.txt"},     {"a.log", 1, "a.log.txt"}, {"a.TXT", 1, "a.TXT"},
+        {"a.log", 2, "a.log"}, {"b./a", 2, "b./a.txt"},   {"b/.a", 2, "b/.a"}};
+    for (const auto& [chosen, filter, path] : names) {
+        dialogs.choices = {{chosen, "", filter}};
+        save();
+        EXPECT_EQ(std::exchange(files.content, {}), (Content{{path, "text"}}));
+        EXPECT_EQ(dialogs.asked.back().filterIndex, 1);
+    }
+}
+
 TEST_F(UserFilesTest, FailuresAreShownAndLeaveTheFile)
 {
     files.content = {{"a.dat", "old"}, {"a.bak", "older"}};

@@ -1,6 +1,7 @@
 // Writes the message file of the English texts:
 //   kelvora-english FILE
 #include <algorithm>
+#include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <string>
@@ -31,13 +32,13 @@ int main(int argc, char** argv)
 {
     if (argc != 2) {
         std::cerr << "Usage: kelvora-english FILE\n";
-        return 2;
+        return EXIT_FAILURE;
     }
     try {
         kelvora::PosixFiles().Write(argv[1], EnglishMessageFile());
-        return 0;
+        return EXIT_SUCCESS;
     } catch (const std::exception& error) {
         std::cerr << "kelvora-english: " << error.what() << '\n';
-        return 1;
+        return EXIT_FAILURE;
     }
 }
