@@ -24,29 +24,20 @@ std::string FileStem(const BackupOrigin& origin)
 // What a name of that form tells, whatever the file holds.
 std::optional<BackupOrigin> OriginOfName(std::string_view name)
 {
-    constexpr std::size_t DateEnd = 10;
-    const std::size_t timeEnd = FileStem({1, {}}).find(" COM");
-    if (name.size() <= timeEnd || name[timeEnd] != ' ')
+    const std::size_t timeEnd = name.find(" COM");
+    if (timeEnd == std::string_view::npos)
         return std::nullopt;
     std::string time(name.substr(0, timeEnd));
-    std::replace(time.begin() + DateEnd, time.end(), '-', ':');
+    std::replace(std::ranges::find(time, ' '), time.end(), '-', ':');
     const std::string_view port = name.substr(timeEnd + 1);
     return OriginOf(std::string(port.substr(0, port.find_first_of("._"))) + ", " + time);
 }
 
 // Of one second's backups the names' numbers grow: "_10" comes after "_2".
-auto AgeOf(const BackupEntry& entry)
+auto AgeOf(const std::optional<BackupOrigin>& origin, const std::string& name)
 {
-    return std::tuple(entry.origin ? entry.origin->time : std::chrono::local_seconds::min(),
-                      entry.origin ? entry.name.size() : 0, entry.name);
-}
-
-// Whether a file name is a backup's of that port, with or without a number behind it.
-bool IsOfPort(std::string_view name, int port)
-{
-    const std::size_t stem = FileStem({port, {}}).size();
-    return name.size() >= stem + Extension.size() && name.substr(0, stem).ends_with(" " + PortName(port)) &&
-           name.ends_with(Extension) && (name[stem] == '.' || name[stem] == '_');
+    return origin ? std::tuple(origin->time, name.size(), name)
+                  : std::tuple(std::chrono::local_seconds::min(), std::size_t{}, name);
 }
 
 }  // namespace
@@ -64,14 +55,14 @@ Backups::Backups(Files& files, std::string folder, Clock clock)
 std::optional<std::string> Backups::Kept(const Held& held) const
 {
     std::vector<std::string> names = files_.List(folder_);
-    // The clock may have been ahead for a while.
-    const std::string now = FileStem({held.port, clock_()});
+    const std::chrono::local_seconds now = clock_();
     std::erase_if(names, [&](const std::string& name) {
-        return !IsOfPort(name, held.port) || name.substr(0, now.size()) > now;
+        const auto origin = OriginOfName(name);
+        // The clock may have been ahead for a while.
+        return !name.ends_with(Extension) || !origin || origin->port != held.port || origin->time > now;
     });
-    std::ranges::sort(names, std::ranges::greater(), [](const std::string& name) {
-        return std::tuple(name.substr(0, FileStem({}).size()), name.size(), name);
-    });
+    std::ranges::sort(names, std::ranges::greater(),
+                      [](const std::string& name) { return AgeOf(OriginOfName(name), name); });
     for (const std::string& name : names) {
         try {
             const FlashDump dump = Read(folder_ + "/" + name);
@@ -129,7 +120,8 @@ std::vector<BackupEntry> Backups::List() const
         }
         entries.push_back(std::move(entry));
     }
-    std::ranges::stable_sort(entries, std::ranges::greater(), AgeOf);
+    std::ranges::stable_sort(entries, std::ranges::greater(),
+                             [](const BackupEntry& entry) { return AgeOf(entry.origin, entry.name); });
     return entries;
 }
 
