@@ -35,9 +35,10 @@ std::optional<HeadLine> ParseHeadLine(std::string_view line)
         return std::nullopt;
     line.remove_prefix(name->size());
     // An editor may have taken the blank of a line that tells nothing.
-    if (!line.empty() && line.front() != ' ')
+    if (line.starts_with(' '))
+        line.remove_prefix(1);
+    else if (!line.empty())
         return std::nullopt;
-    line.remove_prefix(std::min<std::size_t>(line.size(), 1));
     return HeadLine{static_cast<HeadLine::Name>(name - Names.begin()), line};
 }
 

@@ -152,14 +152,14 @@ void Reader::TakeCheck(std::optional<Check>& check, std::string_view value) cons
 // numbers.
 std::vector<std::uint8_t> Reader::BytesOfLine() const
 {
-    if (content_.size() <= AddressLength || content_.size() > LineLength)
+    if (content_.size() > LineLength)
         Reject(DumpFault::Form);
     std::string line(content_);
     line.resize(LineLength, ' ');
     const std::string_view numbers(line.data(), NumbersEnd);
     std::vector<std::uint8_t> bytes;
     std::size_t at = AddressLength;
-    for (; at < NumbersEnd && !IsBlank(numbers.substr(at, NumberLength)); at += NumberLength) {
+    for (; !IsBlank(numbers.substr(at, NumberLength)); at += NumberLength) {
         const auto byte = ByteOf(numbers.substr(at, NumberLength));
         if (!byte)
             Reject(DumpFault::Digits);
@@ -238,16 +238,17 @@ std::string FormatDump(std::size_t startAddress, std::span<const std::uint8_t> b
 {
     std::string text;
     text.reserve((bytes.size() / BytesPerLine + 1) * (NumbersEnd + BytesPerLine + LineEnd.size()));
-    for (std::size_t at = 0; at < bytes.size(); at += BytesPerLine) {
-        const auto line = bytes.subspan(at, std::min(BytesPerLine, bytes.size() - at));
+    for (std::size_t address = startAddress; !bytes.empty(); address += BytesPerLine) {
+        const auto line = bytes.first(std::min(BytesPerLine, bytes.size()));
         const std::size_t start = text.size();
-        text.append(DumpAddress(startAddress + at)).push_back(' ');
+        text.append(DumpAddress(address)).push_back(' ');
         for (const std::uint8_t byte : line) {
             text += HexText(byte, 2);
             text += ' ';
         }
         text.resize(start + NumbersEnd, ' ');
         text.append(CharactersOf(line)).append(LineEnd);
+        bytes = bytes.subspan(line.size());
     }
     return text;
 }
