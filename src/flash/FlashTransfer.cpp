@@ -1,6 +1,7 @@
 #include "flash/FlashTransfer.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "comms/Crc.h"
@@ -147,9 +148,8 @@ void Transfer::Write()
     const bool owesRelease = std::ranges::any_of(read.warnings, [](const LineWarning& warning) {
         return warning.step == LineWarning::Step::NotReleased;
     });
-    bool hasLine = false;
     result_.line = WorkOnLine(comms_, target_, hooks_, [&](LineWork& work, LineResult& line) {
-        hasLine = true;
+        read.warnings.clear();
         line.deviceMap = std::move(read.deviceMap);
         line.image = std::move(read.image);
         line.terminalName = std::move(read.terminalName);
@@ -165,9 +165,9 @@ void Transfer::Write()
         work.CheckStop();
         work.Unstoppably([&] { Commit(work); });
     });
-    // What the terminal was not told at the end of the reading it still does not know.
-    if (!hasLine)
-        result_.line.warnings = std::move(read.warnings);
+    // What the terminal was not told at the end of the reading it still does not know when the port stays
+    // closed.
+    std::ranges::move(read.warnings, std::back_inserter(result_.line.warnings));
     if (LostPortInCommit())
         AskOnReopenedPort();
     if (!result_.line.IsDone() && result_.reason == Reason::Done)
@@ -192,18 +192,16 @@ void Transfer::Commit(LineWork& work)
 // What came of a commit whose answer is lost.
 void Transfer::AskState(LineWork& work)
 {
-    std::uint32_t crc = 0;
     try {
-        crc = AskFlashCrc(work);
+        const std::uint32_t crc = AskFlashCrc(work);
+        const bool isNew = crc == Crc32(TextOf(result_.plan->wanted));
+        if (!isNew && crc != Crc32(TextOf(result_.plan->held)))
+            return;
+        result_.state = isNew ? State::New : State::Old;
+        result_.image = isNew ? result_.plan->wanted : result_.plan->held;
     } catch (const ReplyError&) {
         // The commit's own failure is the one to tell of.
-        return;
     }
-    const bool isNew = crc == Crc32(TextOf(result_.plan->wanted));
-    if (!isNew && crc != Crc32(TextOf(result_.plan->held)))
-        return;
-    result_.state = isNew ? State::New : State::Old;
-    result_.image = isNew ? result_.plan->wanted : result_.plan->held;
 }
 
 bool Transfer::LostPortInCommit() const
