@@ -56,7 +56,7 @@ public:
 private:
     void Name(Named::What what, std::size_t first, std::size_t length, ModuleKind kind, int number)
     {
-        names_.push_back({what, first, first + length - 1, std::nullopt, kind, number, 0, 0});
+        names_.push_back({what, first, first + length - 1, std::nullopt, kind, number});
     }
     void NamePairs();
     void NameKeys(const ModuleRecord& record, const KeyTable& table);
@@ -171,7 +171,7 @@ void Describer::DescribeBytes(std::size_t first, std::size_t end)
         else if (isOpen && differences_.back().region == region)
             differences_.back().last = address;
         else {
-            differences_.push_back({Named::What::Bytes, address, address, region, ModuleKind::None, 0, 0, 0});
+            differences_.push_back({Named::What::Bytes, address, address, region});
             isOpen = true;
         }
     }
@@ -200,10 +200,13 @@ std::vector<ImageDifference> DescribeDifferences(const FlashImage& before, const
 ModuleList ModulesOf(const FlashImage& image)
 {
     ModuleList modules;
-    const std::string codes = DeviceCodesOf(image);
-    for (std::size_t position = 0; position < codes.size(); ++position)
-        if (const auto code = static_cast<std::uint8_t>(codes[position]); KindOf(code) != ModuleKind::None)
-            modules.push_back(CreateRecord(code, static_cast<std::uint8_t>(position)));
+    std::uint8_t position = 0;
+    for (const char character : DeviceCodesOf(image)) {
+        const auto code = static_cast<std::uint8_t>(character);
+        if (KindOf(code) != ModuleKind::None)
+            modules.push_back(CreateRecord(code, position));
+        ++position;
+    }
     return modules;
 }
 

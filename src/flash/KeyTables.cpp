@@ -38,14 +38,15 @@ std::vector<KeyTable> KeyTablesOf(std::string_view deviceCodes)
 {
     std::vector<KeyTable> tables;
     std::size_t start = FlashLayout::TablesAt;
-    for (std::size_t position = 0; position < deviceCodes.size(); ++position) {
-        const auto code = static_cast<std::uint8_t>(deviceCodes[position]);
+    std::uint8_t position = 0;
+    for (const char character : deviceCodes) {
+        const auto code = static_cast<std::uint8_t>(character);
         const std::size_t length = TableLength(code);
         if (KindOf(code) == ModuleKind::None || start + length > FlashLayout::TablesEnd)
             break;
-        if (length > 0)
-            tables.push_back({KindOf(code), static_cast<std::uint8_t>(position), start, length});
+        tables.push_back({KindOf(code), position, start, length});
         start += length;
+        ++position;
     }
     return tables;
 }

@@ -17,13 +17,12 @@ constexpr std::size_t FirstLetter = 11;
 constexpr int LineSize = 2;
 constexpr int ColumnSize = 16;
 
-// A key table's offset must be below what stands for no contact. A number beyond is cut here, far from
-// overflowing.
-constexpr int OffsetLimit = 255;
+// A key's last offset before what stands for no contact. A number beyond is cut here, far from overflowing.
+constexpr int LastOffset = 254;
 
 int AppendDigit(int number, std::size_t digit)
 {
-    return std::min(number * 10 + static_cast<int>(digit), OffsetLimit);
+    return std::min(number * 10 + static_cast<int>(digit), LastOffset);
 }
 
 struct Entry {
@@ -31,9 +30,9 @@ struct Entry {
     int column = 0;
     bool hasDigit = false;  ///< also where the column is 0 still
 
-    bool IsEmpty() const { return line == 0 && column == 0; }
+    bool IsEmpty() const { return line == 0; }
     int Offset() const { return (line - 1) * LineSize + (column - 1) * ColumnSize; }
-    bool IsContact() const { return line > 0 && column > 0 && Offset() < OffsetLimit; }
+    bool IsContact() const { return column > 0 && Offset() <= LastOffset; }
 };
 
 // Takes a digit or letter, by its place in the alphabet; false where it cannot stand.

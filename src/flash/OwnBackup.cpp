@@ -26,15 +26,12 @@ TextKind WhatIs(std::string_view text)
 
 bool ReplacesOtherBackup(const Files& files, const std::string& path)
 {
-    const std::string backup = BackupName(path);
-    if (backup == path || !files.Exists(path) || !files.Exists(backup))
-        return false;
     try {
-        const TextKind kept = WhatIs(files.Read(backup));
+        const TextKind kept = WhatIs(files.Read(BackupName(path)));
         const TextKind old = WhatIs(files.Read(path));
         return kept != TextKind::Other && old != TextKind::Other && kept != old;
     } catch (const FileError&) {
-        // What keeps it from being read will keep it from being replaced, or it is no text.
+        // One of them is not there, or what keeps it from being read will keep it from being replaced.
         return false;
     }
 }

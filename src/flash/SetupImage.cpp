@@ -16,16 +16,15 @@ namespace {
 
 std::optional<BuildRefusal> RefusalOf(const SetupDocument& document)
 {
-    unsigned seen = 0;
-    for (std::size_t position = 0; position < document.DeviceMap.size(); ++position) {
-        const ModuleKind kind = KindOf(static_cast<std::uint8_t>(document.DeviceMap[position]));
-        const auto place = static_cast<int>(position);
+    std::vector<ModuleKind> seen;
+    for (const char code : document.DeviceMap) {
+        const ModuleKind kind = KindOf(static_cast<std::uint8_t>(code));
+        const auto place = static_cast<int>(seen.size());
         if (kind == ModuleKind::None)
             return BuildRefusal{BuildRefusal::Reason::UnknownModule, place, kind};
-        const unsigned bit = 1U << static_cast<unsigned>(kind);
-        if (seen & bit)
+        if (std::ranges::find(seen, kind) != seen.end())
             return BuildRefusal{BuildRefusal::Reason::RepeatedKind, place, kind};
-        seen |= bit;
+        seen.push_back(kind);
     }
     return std::nullopt;
 }
@@ -198,11 +197,11 @@ void AppendUnheldKeys(const SetupDocument& document, const ModuleRecord& record,
 
 void AppendUnheldSeparators(const ModuleRecord& record, std::vector<UnheldSetting>& unheld)
 {
-    for (std::size_t track = 0; track < FlashLayout::SeparatorCount; ++track) {
-        const char separator = record.Options[Options::SeparatorAt + track];
+    int track = 0;
+    for (const char separator : record.Options.substr(Options::SeparatorAt, FlashLayout::SeparatorCount)) {
+        ++track;
         if (static_cast<std::uint8_t>(separator) == ErasedByte || !Options::IsSeparatorCarried(separator))
-            unheld.push_back(
-                {UnheldSetting::What::Separator, record.Kind, static_cast<int>(track) + 1, separator});
+            unheld.push_back({UnheldSetting::What::Separator, record.Kind, track, separator});
     }
 }
 

@@ -21,6 +21,7 @@ TEST(ImageQuery, IsAnAddressPairsOfDigitsOrText)
     check("2026", ImageQuery{{}, "2026", true});
     check("0020:00", ImageQuery{{}, "0020:00", true});
     check("0001:A", ImageQuery{{}, "0001:A", true});
+    check("0001:G0", ImageQuery{{}, "0001:G0", true});
     check("4A 0b", ImageQuery{{}, "\x4A\x0B"});
     check("00  FF 1B", ImageQuery{{}, "\0\xFF\x1B"s});
     check("4a", ImageQuery{{}, "J"});
@@ -39,7 +40,7 @@ TEST(ImageComparison, FindsInEitherImageAndGoesRound)
     const auto find = [&](const char* typed, std::size_t from) {
         return FindInImages(images, ParseImageQuery(typed).value(), from);
     };
-    EXPECT_EQ(find("km", 0), 0x100U);
+    EXPECT_EQ(find("km", 0x100), 0x100U);
     EXPECT_EQ(find("km", 0x101), 0x1FFEU);
     EXPECT_EQ(find("km", 0x1FFF), 0x100U);
     EXPECT_EQ(find("6B 6D", 0x101), 0x100U);  // numbers mean these very bytes

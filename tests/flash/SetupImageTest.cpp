@@ -69,8 +69,10 @@ TEST(SetupImage, OptionsTouchTheirBitsAlone)
     device[1024] = 'a', device[1025] = 'b', device[1026] = 0xFF;
     Module(document, ModuleKind::KM096).Options = "NO ";
     Module(document, ModuleKind::MCR).Options = "1,2,3^;^ON ";
+    Module(document, ModuleKind::MCR).KeyMap[0] = '1';  // which has no key
     const FlashImage image = Built(document, device);
     EXPECT_EQ(image[6], 0xA0);
+    EXPECT_EQ(TextOf(image).substr(448, 32), std::string(32, '\xFF'));
     EXPECT_EQ(image[131], 0x71);
     EXPECT_EQ(TextOf(image).substr(1024, 3), "\x00;\xFF"s);
 }
@@ -90,7 +92,7 @@ TEST(SetupImage, IsRefused)
 {
     using Reason = BuildRefusal::Reason;
     SetupDocument twice;
-    for (const int code : {0xD6, 0xBF, 0x01, 0xBF})
+    for (const int code : {0xBF, 0xD6, 0x01, 0xBF})
         AppendModule(twice, static_cast<std::uint8_t>(code));
     EXPECT_EQ(std::get<BuildRefusal>(BuildSetupImage(twice, nullptr)),
               (BuildRefusal{Reason::RepeatedKind, 3, ModuleKind::KM064}));
