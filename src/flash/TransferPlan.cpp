@@ -62,12 +62,9 @@ std::optional<TakenSetup> SetupOf(const FlashImage& image, const std::string& li
     }
 }
 
-// Whether a difference of the images is the one of the setups.
+// Whether a difference of the images is the one of the setups, which have each kind of module once.
 bool Says(const ImageDifference& image, const SetupDifference& setup)
 {
-    const bool isModule = image.what == ImageDifference::What::Module;
-    if ((image.kind != setup.kind && !isModule) || image.before == image.after)
-        return false;
     switch (image.what) {
         case ImageDifference::What::Fiscal:
             return setup.what == SetupDifference::What::Fiscal;

@@ -24,10 +24,14 @@ TEST(FlashTexts, NameWhatTheyMean)
     ExpectText(
         UnheldSetting{UnheldSetting::What::Separator, MCR, 1, '\xFF'},
         "MCR, separator after track 1: the reader cannot hold this separator, it would be none: \xFF (FF)");
+    const std::string noDump = "The file is not a whole flash dump.\r\nLine ";
     ExpectText(
-        DumpError(12, DumpFault::Address, 0x1F0),
-        "The file is not a whole flash dump.\r\nLine 12: a line is missing, repeated or out of order. The "
-        "address that belongs here is 0001:F0");
+        DumpError(12, DumpFault::Address, 0x200),
+        noDump + "12: a line is missing, repeated or out of order. The address that belongs here is 0002:00");
+    ExpectText(DumpError(2, DumpFault::MissingEnd, 16),
+               noDump + "2: the dump ends too early. The address that belongs here is 0000:10");
+    ExpectText(DumpError(1, DumpFault::Form, 0),
+               noDump + "1: this is not a dump line of an address, 16 numbers and 16 characters.");
 }
 
 TEST(FlashTexts, OfImageDifferences)

@@ -7,15 +7,14 @@
 namespace kelvora {
 namespace {
 
-using testing::ElementsAre;
-using testing::HasSubstr;
+using namespace testing;
 using State = TransferResult::State;
 
 TEST(TransferTexts, TellWhatTheDeviceHoldsAndWhy)
 {
     const LineResult done;
-    LineResult held;
-    held.warnings = {{LineWarning::Step::NotReleased, {}}};
+    LineResult unreleased;
+    unreleased.warnings = {{LineWarning::Step::NotReleased, {}}};
     const LineResult stopped{LineOutcome::Stopped, {}, {}, {}};
     const LineResult dead{
         LineOutcome::Failed, {PortFailure::None, ReplyErrorNumber::GaveUp, {}, {}, "0FB3"}, {}, {}};
@@ -23,32 +22,50 @@ TEST(TransferTexts, TellWhatTheDeviceHoldsAndWhy)
     using enum BoxIcon;
     using enum TransferResult::Reason;
     const auto check = [&](State state, TransferResult::Reason reason, bool isRestore, const LineResult& line,
-                           BoxIcon icon, const char* text, const char* extra) {
+                           BoxIcon icon, const char* text, const std::string& extra) {
         TransferResult result{
             isRestore, state, reason, line, other, {}, "/backups/a.mem", "No space left on device", {}};
         if (isRestore)
             result.plan.emplace().unheld = {{UnheldSetting::What::Key, ModuleKind::KM096, 7, '1'}};
         const OutcomeText outcome = DescribeTransfer(MessageCatalogue(), {1, "9600,n,8,1", 0}, result);
         EXPECT_THAT(outcome.text, HasSubstr(text));
-        EXPECT_THAT(outcome.extra, HasSubstr(extra));
-        EXPECT_EQ(outcome.extra.empty(), *extra == '\0') << outcome.extra;
+        EXPECT_EQ(outcome.extra, extra) << text;
         EXPECT_EQ(outcome.icon, icon) << text;
     };
-    check(State::New, Done, false, done, Information, "download is done", "in:\r\n/backups/a.mem");
-    check(State::New, Done, true, done, Information, "dump is restored",
-          "it is left out:\r\nComposite Keyboard, Key 7");
+    const std::string kept = "The image that the device held before is kept in:\r\n/backups/a.mem";
+    const std::string unheld =
+        "The device cannot hold this; it is left out:\r\nComposite Keyboard, Key 7: the "
+        "keyboard cannot hold this key type: single key";
+    const std::string held =
+        "The terminal did not confirm that it uses its devices again. If they stay dead, "
+        "restart it.";
+    const std::string silent =
+        "The terminal does not answer. Check that it is on, its cable, the port and the speed, "
+        "then try again.\r\nCOM1: 9600,n,8,1\r\n0FB3";
+    check(State::New, Done, false, done, Information, "download is done", kept);
+    check(State::New, Done, false, unreleased, Exclamation, "download is done", held + "\r\n" + kept);
+    check(State::New, Done, true, done, Information, "dump is restored", unheld + "\r\n" + kept);
     check(State::Same, Done, false, done, Information, "holds this image already", "");
-    check(State::Old, Declined, false, done, Information, "was not changed", "answer was no");
-    check(State::Old, Declined, false, held, Exclamation, "was not changed", "did not confirm");
-    check(State::Old, Line, false, stopped, Information, "was not changed", "was stopped");
-    check(State::Old, Line, false, dead, Exclamation, "was not changed", "COM1: 9600,n,8,1\r\n0FB3");
-    check(State::Unknown, Line, false, dead, Critical, "run Verify", "does not answer");
-    check(State::Unknown, Line, true, dead, Critical, "restore it again", "does not answer");
-    check(State::New, Line, false, dead, Exclamation, "download is done", "What failed came after it");
-    check(State::Old, NotKept, false, done, Exclamation, "was not changed", "No space left on device");
-    check(State::Foreign, DeviceChanged, false, done, Exclamation, "Nothing was", "changed while");
+    check(State::Same, Done, true, done, Information, "holds this image already", unheld);
+    check(State::Old, Declined, false, done, Information, "was not changed", "The answer was no.");
+    check(State::Old, Declined, false, unreleased, Exclamation, "was not changed",
+          "The answer was no.\r\n" + held);
+    check(State::Old, Line, false, stopped, Information, "was not changed", "The work was stopped.");
+    check(State::Old, Line, true, dead, Exclamation, "was not changed", silent);
+    check(State::Unknown, Line, false, dead, Critical, "run Verify", silent + "\r\n" + kept);
+    check(State::Unknown, Line, true, dead, Critical, "restore it again", silent + "\r\n" + kept);
+    check(State::New, Line, false, dead, Exclamation, "download is done",
+          "The image is safe in the device. What failed came after it:\r\n" + silent + "\r\n" + kept);
+    check(State::Old, NotKept, false, done, Exclamation, "was not changed",
+          "The backup of the device's image cannot be written; nothing is sent without it. Check folder and "
+          "disk."
+          "\r\n/backups/a.mem: No space left on device");
+    check(State::Foreign, DeviceChanged, false, done, Exclamation, "Nothing was",
+          "The device's flash memory changed while you were asked. Look at the changes anew, then decide.");
     check(State::Old, Refused, false, done, Exclamation, "was not changed",
-          "On the line: Slave Keyboard, 85\r\nWanted there: Composite Keyboard, MCR");
+          "The line has other modules, or has them in another order. Nothing is written. Scan the line to "
+          "see them."
+          "\r\nOn the line: Slave Keyboard, 85\r\nWanted there: Composite Keyboard, MCR");
 }
 
 TEST(TransferTexts, WhatWeighsMostIsToldFirst)
@@ -59,6 +76,7 @@ TEST(TransferTexts, WhatWeighsMostIsToldFirst)
     };
     TransferPlan plan;
     plan.deviceMap = "\xD6\x17\x04\xBF\x03";
+    plan.setupChanges = {{SetupDifference::What::Key, ModuleKind::KM096, 1, 7, 7, "1", "0"}};
     plan.imageChanges = {{What::Bytes, 2, 2, {}, ModuleKind::None, 0, 0, 0},
                          {What::Fiscal, 6, 6, 0, ModuleKind::KM096, 0, '1', '0'},
                          {What::Module, 130, 130, 1, ModuleKind::None, 2, 23, 31},
@@ -69,16 +87,19 @@ TEST(TransferTexts, WhatWeighsMostIsToldFirst)
                          {What::Separator, 1024, 1024, 3, ModuleKind::MCR, 1, '#', 0}};
     EXPECT_THAT(ChangeLines(MessageCatalogue(), plan),
                 ElementsAre(HasSubstr("position 6: ICCR 8 -> none"), HasSubstr("Keyboard, Key 2:"),
-                            HasSubstr("Keyboard, Key 12:"), HasSubstr("Slave Keyboard, Key 97:"),
-                            HasSubstr("fiscal keyboard"), HasSubstr("track 1: # (23) -> none"),
+                            HasSubstr("Keyboard, Key 7:"), HasSubstr("Keyboard, Key 12:"),
+                            HasSubstr("Slave Keyboard, Key 97:"), HasSubstr("fiscal keyboard"),
+                            HasSubstr("track 1: # (23) -> none"),
                             HasSubstr("position 2: Backlight yes -> Backlight no"), "Bytes 0002"));
     EXPECT_EQ(JoinLines(MessageCatalogue(), {"a", "b", "c"}, 2), "\r\na\r\nb\r\nMore differences: 1");
+    EXPECT_EQ(JoinLines(MessageCatalogue(), {"a", "b"}, 2), "\r\na\r\nb");
     EXPECT_EQ(ContentsText(MessageCatalogue(), plan), "");
-    plan.contentsLost = 12;
-    EXPECT_THAT(ContentsText(MessageCatalogue(), plan), testing::EndsWith("that the device loses: 12"));
+    EXPECT_THAT(TakingQuestion(MessageCatalogue(), plan), StartsWith("What a setup makes is no copy"));
+    plan.contentsLost = 1;
+    EXPECT_THAT(ContentsText(MessageCatalogue(), plan), EndsWith("that the device loses: 1"));
+    EXPECT_THAT(TakingQuestion(MessageCatalogue(), plan), StartsWith("Take this from the device"));
     plan.isOfSetup = true;
-    EXPECT_THAT(ContentsText(MessageCatalogue(), plan),
-                testing::StartsWith("This dump was made from a setup. "));
+    EXPECT_THAT(ContentsText(MessageCatalogue(), plan), StartsWith("This dump was made from a setup. "));
 }
 
 TEST(TransferTexts, ADumpSaysWhereItIsFromAndWhetherTheLineIsAnother)
