@@ -18,13 +18,10 @@ constexpr std::string_view AfterAddress = ": ";
 // Takes the lines of a text one after the other.
 class Lines {
 public:
-    explicit Lines(std::string_view text)
-    {
-        const std::size_t last = text.find_last_not_of(LineEnd);
-        rest_ = text.substr(0, last == std::string_view::npos ? 0 : last + 1);
-    }
+    explicit Lines(std::string_view text) : rest_(text) {}
 
-    bool IsAtEnd() const { return rest_.empty(); }
+    /// Whether nothing follows but empty lines.
+    bool IsAtEnd() const { return rest_.find_first_not_of(LineEnd) == std::string_view::npos; }
     std::size_t Number() const { return number_; }  ///< of the line taken last, from 1
 
     std::string_view Take()
@@ -56,10 +53,11 @@ private:
 AddressedBlock TakeBlock(Lines& lines, const std::vector<AddressedBlock>& before)
 {
     const std::string_view line = lines.Take();
-    if (line.size() < 1 + AfterAddress.size() || line.substr(1, AfterAddress.size()) != AfterAddress)
+    const std::string_view head = line.substr(0, 1 + AfterAddress.size());
+    if (!head.ends_with(AfterAddress))
         lines.Reject(CopyExpected::Block);
-    const auto address = static_cast<std::size_t>(static_cast<unsigned char>(line[0])) - '0';
-    const auto block = ParseBlock(line.substr(1 + AfterAddress.size()));
+    const auto address = static_cast<std::size_t>(static_cast<unsigned char>(head[0])) - '0';
+    const auto block = ParseBlock(line.substr(head.size()));
     if (address >= WritableAddresses || !block)
         lines.Reject(CopyExpected::Block);
     if (!before.empty() && address <= before.back().address)

@@ -23,13 +23,10 @@ constexpr std::array<std::pair<std::int16_t, std::string_view>, 10> ErrorTexts{{
     {CommsErrorCode::NakSlow, "MID NAK response indicates host too slow"},
 }};
 
-constexpr std::size_t LargestData = 255;
-
 bool IsWhole(std::string_view frame)
 {
     const std::size_t length = frame.size() - ModuleFrameOverhead;
-    return frame[0] == STX && length <= LargestData && static_cast<unsigned char>(frame[1]) == length &&
-           frame.back() == ETX;
+    return frame[0] == STX && static_cast<unsigned char>(frame[1]) == length && frame.back() == ETX;
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "comms/LineDrivers.h"
-#include "eeprom/ModuleMemory.h"
+#include "eeprom/IdentityChoices.h"
 #include "fakes/BenchLine.h"
 #include "fakes/FakePrompt.h"
 
@@ -72,6 +72,7 @@ TEST(BenchModules, EveryLineIsFoundReadAndWrittenAtEverySpeed)
             EXPECT_TRUE(line.memory.ReadEeprom());
             EXPECT_EQ(line.Identities(), names);
             const std::size_t written = std::min<std::size_t>(names.size(), 6);
+            EXPECT_EQ(BlocksRead(line.memory).size(), written);
             const std::vector<bench::IdentityBytes> before = line.bench.line.Memory().modules;
             // At 1200 baud no module can acknowledge in time what it has written.
             EXPECT_EQ(line.Write().size(), baud == 1200 ? written : 0U);

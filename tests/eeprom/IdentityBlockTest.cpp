@@ -47,7 +47,7 @@ TEST(IdentityBlock, DecodesALine)
     check("a freshly written reader stands first", {badge}, {"MCR 2+3"});
     check("an erased keyboard byte stands first", {"AA 55 FF FF 08 FF FF FF"}, {"UNKNOWN"});
     check("a value at another's offset", {"AA 55 08 00 00 00 00 00"}, {"UNKNOWN"});
-    check("the first byte decides", {badge, "AA 55 01 17 00 00 04 00"}, {"MCR 2+3", "UNKNOWN"});
+    check("the first byte decides", {badge, "AA 55 1F 17 00 00 04 00"}, {"MCR 2+3", "UNKNOWN"});
     check("nothing says anything",
           {"AA 55 00 00 00 00 00 00", "AA 55 00 00 00 00 00 00", "FF FF FF FF FF FF FF FF"},
           {"UNKNOWN", "UNKNOWN", "UNKNOWN"});

@@ -139,6 +139,7 @@ TEST_F(IdentityWrite, AsksAndSavesBeforeItWrites)
     EXPECT_EQ(failed.outcome, WriteOutcome::Failed);
     EXPECT_EQ(failed.failed, std::vector<std::size_t>{2});
     EXPECT_EQ(failed.copyPath, "/data/identities-COM2-20250131-142530-2.txt") << "no copy is overwritten";
+    EXPECT_EQ(Write(ToSlave).copyPath, "/data/identities-COM2-20250131-142530-3.txt");
 }
 
 TEST_F(IdentityWrite, WhatIsWrittenAgainIsToldFromWhatChanges)

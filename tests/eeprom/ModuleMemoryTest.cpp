@@ -45,6 +45,7 @@ TEST_F(Memory, FindsAndReadsALine)
     EXPECT_EQ(memory.Rows()[0].reply, Bytes("\x00\xF7\x01\x02\x03\x04"));
     EXPECT_EQ(progress, (std::vector{0, 7, 21, 21}));
     EXPECT_EQ(speeds, (std::vector<std::string>{"9600,n,8,1", "9600,n,8,1"}));
+    EXPECT_EQ(repeats, 0);
     EXPECT_EQ(TimesWritten(Identify[2]), 1);
     EXPECT_EQ(TimesWritten(Identify[3]), 0) << "nobody stands behind one that does not answer";
     EXPECT_TRUE(memory.ReadEeprom());
@@ -93,6 +94,12 @@ TEST_F(Memory, OddRepliesToIdentifyAreNotRecorded)
 
 TEST_F(Memory, NothingIsWrittenPastTheLineOrTheRows)
 {
+    Attach(port, {});
+    for (const std::string& request : Identify)
+        port.answers[request] = {Reply(IdentityReply)};
+    EXPECT_EQ(memory.FindModules(SearchRepeats::Never), SearchOutcome::Found);
+    EXPECT_EQ(port.written.size(), 2 * ModuleAddresses) << "an enquiry and a request each";
+    port.written.clear();
     EXPECT_EQ(memory.WriteEeprom(std::vector<AddressedBlock>{{6, SlaveBlock}}), Addresses{6});
     EXPECT_TRUE(port.written.empty());
     protocol.CloseCommsLine();
