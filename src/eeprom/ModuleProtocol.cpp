@@ -110,13 +110,8 @@ void ModuleProtocol::SendPacket(std::string_view frame)
     Write(frame);
     // The same time-out bounds the acknowledgement, and lasts to its end however fast the answer comes: a
     // module that has more to say than ACK waits for that.
-    std::size_t limit = 0;
-    while (timer_.IsRunning()) {
-        loop_.Yield();
-        if (port_.BytesWaiting() > 1)
-            limit = AcknowledgementLength;
-    }
-    SetCommsError(TakeAnswer(limit, JudgeAcknowledgement));
+    WaitForTimeout();
+    SetCommsError(TakeAnswer(AcknowledgementLength, JudgeAcknowledgement));
 }
 
 void ModuleProtocol::Write(std::string_view bytes)
@@ -154,14 +149,11 @@ std::string ModuleProtocol::WaitMsg(std::uint8_t expected, bool framed, int time
 {
     ResetCommsError();
     timer_.SetTimeout(timeoutMs);
-    std::size_t waiting = 0;
     const std::size_t enough = expected + (framed ? ModuleFrameOverhead : 0);
-    while (timer_.IsRunning()) {
-        waiting = CheckMsg();
-        if (expected != 0 && waiting >= enough)
-            break;
-    }
-    std::string received = port_.Read(expected != 0 ? 0 : ReadLengthWhenQuiet(waiting));
+    do
+        loop_.Yield();
+    while (timer_.IsRunning() && (expected == 0 || port_.BytesWaiting() < enough));
+    std::string received = port_.Read(expected == 0 ? ReadLengthWhenQuiet() : 0);
     if (received.empty() || !framed) {
         Watch(LineTraffic::Direction::Received, LineTraffic::Damage::None, received);
         return received;
@@ -175,14 +167,16 @@ std::string ModuleProtocol::WaitMsg(std::uint8_t expected, bool framed, int time
 }
 
 // The number of bytes that wait once no more have come for one whole wait.
-std::size_t ModuleProtocol::ReadLengthWhenQuiet(std::size_t waiting)
+std::size_t ModuleProtocol::ReadLengthWhenQuiet()
 {
-    for (std::size_t before = waiting + 1; waiting != before && waiting < LongestReply;) {
+    std::size_t before{};
+    std::size_t waiting = port_.BytesWaiting();
+    do {
         before = waiting;
         timer_.SetTimeout(QuietMs);
         WaitForTimeout();
         waiting = port_.BytesWaiting();
-    }
+    } while (waiting != before && waiting < LongestReply);
     return waiting;
 }
 

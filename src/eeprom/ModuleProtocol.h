@@ -78,7 +78,7 @@ private:
     void Watch(LineTraffic::Direction direction, LineTraffic::Damage damage, std::string_view bytes) const;
     void YieldOnce();
     void WaitForTimeout();
-    std::size_t ReadLengthWhenQuiet(std::size_t waiting);
+    std::size_t ReadLengthWhenQuiet();
     void SetCommsError(std::int16_t code);
     void ResetCommsError() { lastCommsError_ = CommsErrorCode::None; }
 

@@ -7,7 +7,7 @@ namespace {
 std::string BlockRequest(std::size_t address, char command)
 {
     return {static_cast<char>(address), command, static_cast<char>(IdentityBlockAddress >> 8U),
-            static_cast<char>(IdentityBlockAddress & 0xFFU)};
+            static_cast<char>(IdentityBlockAddress)};
 }
 
 }  // namespace

@@ -10,19 +10,12 @@ namespace {
 
 constexpr int LongestWaitMs = 65536;
 
-double TicksOf(int ms)
-{
-    if (ms == 0)
-        return -1;
-    return ms < WaitTickMs ? 1 : std::nearbyint(static_cast<double>(ms) / WaitTickMs);
-}
-
 }  // namespace
 
 double WaitBudget(int ms)
 {
     const int limited = std::min(ms, LongestWaitMs);
-    return limited / TicksOf(limited);
+    return limited / std::max(1.0, std::nearbyint(static_cast<double>(limited) / WaitTickMs));
 }
 
 void WaitTimer::SetTimeout(int ms)
