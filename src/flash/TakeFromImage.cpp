@@ -71,8 +71,7 @@ void Taker::TakeAutoread(ModuleRecord& record) const
 std::optional<TakeNotice::What> Taker::TakeKeyMap(ModuleRecord& record, std::size_t start) const
 {
     const std::string positions = ParseMatrixCodes(record.MatrixCodes);
-    const std::string keys = KeyMapFromDeviceTable(TextOf(image_), positions, static_cast<int>(start),
-                                                   static_cast<int>(record.KeyMap.size()));
+    const std::string keys = KeyMapFromDeviceTable(TextOf(image_), positions, start, record.KeyMap.size());
     std::string map = record.KeyMap;
     for (std::size_t cell = 0; cell < map.size(); ++cell) {
         if (keys[cell] == KeyType::NoKey || map[cell] == KeyType::Absent)

@@ -32,22 +32,7 @@ bool RestartsNumbering(ModuleKind kind)
 
 }  // namespace
 
-KeyChoices ShowKeyControls(bool unusedEnabled, int keyNumber, char type, std::uint8_t mask)
-{
-    KeyChoices choices;
-    choices.keyNumber = std::max(keyNumber, 0);
-    choices.count = keyNumber > 0 ? 1 : 0;
-    choices.unusedEnabled = unusedEnabled;
-    choices.unusedChecked = type == KeyType::Unused;
-    const bool typesAllowed = !(choices.unusedEnabled && choices.unusedChecked);
-    for (std::size_t i = 0; i < KeyTypeBits.size(); ++i) {
-        choices.selected.at(i) = type == TypeCharacter(static_cast<int>(i));
-        choices.enabled.at(i) = typesAllowed && (mask & (KeyTypeBits[i] - '0')) != 0;
-    }
-    return choices;
-}
-
-KeyMapSession::KeyMapSession(ModuleKind kind) : model_(*FindModel(kind)), history_(1) {}
+KeyMapSession::KeyMapSession(ModuleKind kind) : model_(*FindModel(kind)) {}
 
 void KeyMapSession::Load(std::string_view exchange)
 {
@@ -58,7 +43,7 @@ void KeyMapSession::Load(std::string_view exchange)
     }
     state_.map = exchange;
     loaded_ = exchange;
-    history_.assign(1, state_);
+    history_.clear();
     step_ = 0;
 }
 
@@ -83,7 +68,7 @@ void KeyMapSession::Choose(int position, Choosing choosing)
 {
     if (!HasKey(position))
         return;
-    if (choosing == Choosing::Extend && state_.anchor > 0) {
+    if (choosing == Choosing::Extend && state_.anchor != 0) {
         ChooseRange(state_.anchor, position);
         state_.selected = position;
         return;
@@ -110,33 +95,24 @@ void KeyMapSession::ChooseRange(int from, int to)
     const Area b = AreaOf(to, Type(to), Columns());
     const Area range{std::min(a.top, b.top), std::min(a.left, b.left), std::max(a.bottom, b.bottom),
                      std::max(a.right, b.right)};
-    state_.chosen.clear();
-    for (int position = 1; position <= Positions(); ++position) {
+    state_.chosen = Keys();
+    std::erase_if(state_.chosen, [&](int position) {
         const Area key = AreaOf(position, Type(position), Columns());
-        const bool inside = key.top <= range.bottom && key.bottom >= range.top && key.left <= range.right &&
-                            key.right >= range.left;
-        if (inside && HasKey(position))
-            state_.chosen.push_back(position);
-    }
+        return key.top > range.bottom || key.bottom < range.top || key.left > range.right ||
+               key.right < range.left;
+    });
 }
 
 bool KeyMapSession::ChooseNumber(int number)
 {
-    const int cell = number - state_.firstKeyNumber;
-    if (!IsEditable() || cell < 0 || cell >= Positions())
-        return false;
-    const int key = KeyAt(cell / Columns(), cell % Columns());
-    if (key > 0)
-        Choose(key);
-    return key > 0;
+    const int key = IsEditable() ? KeyAt(number - state_.firstKeyNumber + 1) : 0;
+    Choose(key);
+    return key != 0;
 }
 
 void KeyMapSession::ChooseAll()
 {
-    state_.chosen.clear();
-    for (int position = 1; position <= Positions(); ++position)
-        if (HasKey(position))
-            state_.chosen.push_back(position);
+    state_.chosen = Keys();
     if (state_.chosen.empty())
         return;
     if (state_.selected == 0)
@@ -144,27 +120,30 @@ void KeyMapSession::ChooseAll()
     state_.anchor = state_.chosen.front();
 }
 
-/// The key whose cap lies over that cell; 0 for none.
-int KeyMapSession::KeyAt(int row, int column) const
+/// The key whose cap lies over the cell at that position; 0 for none.
+int KeyMapSession::KeyAt(int position) const
 {
-    const int cell = row * Columns() + column + 1;
-    for (const int position : {cell, cell - 1, cell - Columns(), cell - Columns() - 1}) {
-        const Area key = AreaOf(std::max(position, 1), Type(position), Columns());
-        if (HasKey(position) && key.top <= row && row <= key.bottom && key.left <= column &&
-            column <= key.right)
-            return position;
-    }
-    return 0;
+    return HasKey(position) ? position : CoveringKey(position, Columns(), Map());
+}
+
+/// The positions that have a key, ascending.
+std::vector<int> KeyMapSession::Keys() const
+{
+    std::vector<int> keys;
+    for (int position = 1; position <= Positions(); ++position)
+        if (HasKey(position))
+            keys.push_back(position);
+    return keys;
 }
 
 int KeyMapSession::Ring() const
 {
-    if (state_.selected > 0 || state_.anchor > 0)
-        return state_.selected > 0 ? state_.selected : state_.anchor;
-    for (int position = 1; position <= Positions(); ++position)
-        if (HasKey(position))
-            return position;
-    return 0;
+    if (state_.selected != 0)
+        return state_.selected;
+    if (state_.anchor != 0)
+        return state_.anchor;
+    const std::vector<int> keys = Keys();
+    return keys.empty() ? 0 : keys.front();
 }
 
 void KeyMapSession::ChooseRing()
@@ -175,58 +154,62 @@ void KeyMapSession::ChooseRing()
 
 void KeyMapSession::Move(Direction direction, Choosing choosing)
 {
-    if (state_.selected == 0 && state_.anchor == 0)
+    if (state_.anchor == 0)
         return ChooseRing();
     const int start = Ring();
     const Area from = AreaOf(start, Type(start), Columns());
-    const int rows = (Positions() + Columns() - 1) / Columns();
     int row = direction == Direction::Down ? from.bottom : from.top;
     int column = direction == Direction::Right ? from.right : from.left;
     while (true) {
         row += direction == Direction::Down ? 1 : direction == Direction::Up ? -1 : 0;
         column += direction == Direction::Right ? 1 : direction == Direction::Left ? -1 : 0;
-        if (row < 0 || row >= rows || column < 0 || column >= Columns())
+        const int cell = row * Columns() + column + 1;
+        if (row < 0 || cell > Positions() || column < 0 || column >= Columns())
             return;
-        if (const int key = KeyAt(row, column); key > 0)
+        if (const int key = KeyAt(cell); key != 0)
             return Choose(key, choosing);
     }
 }
 
 KeyChoices KeyMapSession::Choices() const
 {
-    if (state_.selected == 0)
-        return ShowKeyControls(false, 0, KeyType::NoKey, 0);
-    KeyChoices choices =
-        ShowKeyControls(true, KeyNumber(state_.selected), Type(state_.selected), Mask(state_.selected));
-    choices.count = static_cast<int>(state_.chosen.size());
-    for (const int position : state_.chosen) {
-        const KeyChoices other = ShowKeyControls(true, KeyNumber(position), Type(position), Mask(position));
-        choices.unusedMixed = choices.unusedMixed || other.unusedChecked != choices.unusedChecked;
-        for (std::size_t i = 0; i < choices.enabled.size(); ++i) {
-            choices.selected.at(i) = choices.selected.at(i) && other.selected.at(i);
-            choices.enabled.at(i) = choices.enabled.at(i) || other.enabled.at(i);
-        }
+    const std::vector<int>& chosen = state_.chosen;
+    KeyChoices choices;
+    if (chosen.empty())
+        return choices;
+    const auto has = [&](char type) { return [&, type](int position) { return Type(position) == type; }; };
+    choices.keyNumber = KeyNumber(state_.selected);
+    choices.count = static_cast<int>(chosen.size());
+    choices.unusedEnabled = true;
+    choices.unusedChecked = std::ranges::all_of(chosen, has(KeyType::Unused));
+    choices.unusedMixed = !choices.unusedChecked && std::ranges::any_of(chosen, has(KeyType::Unused));
+    for (int i = 0; i < std::ssize(KeyTypeBits); ++i) {
+        const auto place = static_cast<std::size_t>(i);
+        choices.selected.at(place) = std::ranges::all_of(chosen, has(TypeCharacter(i)));
+        choices.enabled.at(place) =
+            std::ranges::any_of(chosen, [&](int position) { return Allows(position, i); });
     }
-    choices.unusedChecked = choices.unusedChecked && !choices.unusedMixed;
     return choices;
 }
 
 bool KeyMapSession::SetType(int index)
 {
-    if (index < 0 || static_cast<std::size_t>(index) >= KeyTypeBits.size())
-        return false;
-    const int bit = KeyTypeBits[static_cast<std::size_t>(index)] - '0';
     State before = state_;
     for (const int position : state_.chosen)
-        if ((Mask(position) & bit) != 0)
+        if (Allows(position, index))
             SetKeyType(position, TypeCharacter(index), Columns(), state_.map);
     return Commit(std::move(before));
 }
 
+bool KeyMapSession::Allows(int position, int index) const
+{
+    return (AllowedKeyTypes(position, Columns(), Map()) & KeyTypeBits.at(static_cast<std::size_t>(index))) !=
+           0;
+}
+
 void KeyMapSession::ToggleUnused()
 {
-    const bool allUnused =
-        std::ranges::all_of(state_.chosen, [&](int position) { return Type(position) == KeyType::Unused; });
+    const bool allUnused = Choices().unusedChecked;
     State before = state_;
     if (!allUnused && state_.chosen.size() > 1)
         MakeUnused(before.chosen);
@@ -259,12 +242,9 @@ void KeyMapSession::MakeUnused(std::span<const int> keys)
 void KeyMapSession::DropCovered()
 {
     std::erase_if(state_.chosen, [&](int position) { return !HasKey(position); });
-    const auto owner = [&](int position) {
-        return position == 0 ? 0 : KeyAt((position - 1) / Columns(), (position - 1) % Columns());
-    };
-    state_.selected = owner(state_.selected);
-    state_.anchor = owner(state_.anchor);
-    if (state_.selected > 0 && !IsChosen(state_.selected))
+    state_.selected = KeyAt(state_.selected);
+    state_.anchor = KeyAt(state_.anchor);
+    if (!IsChosen(state_.selected))
         state_.selected = state_.chosen.empty() ? 0 : state_.chosen.front();
 }
 

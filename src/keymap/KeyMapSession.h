@@ -3,7 +3,6 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
@@ -16,7 +15,7 @@ namespace kelvora {
 
 /// What the choice controls beside the grid show.
 struct KeyChoices {
-    int keyNumber = 0;  ///< the number on the key; 0 or less for none
+    int keyNumber = 0;  ///< the number on the key chosen last; 0 for none
     int count = 0;      ///< how many keys the choices hold for
     bool unusedEnabled = false;
     bool unusedChecked = false;
@@ -26,9 +25,6 @@ struct KeyChoices {
 
     friend bool operator==(const KeyChoices&, const KeyChoices&) = default;
 };
-
-/// The choices for one key: `type` is its character in the map, `mask` what AllowedKeyTypes gives for it.
-KeyChoices ShowKeyControls(bool unusedEnabled, int keyNumber, char type, std::uint8_t mask);
 
 enum class Direction { Left, Right, Up, Down };
 
@@ -117,11 +113,12 @@ private:
     };
 
     void ChooseRange(int from, int to);
-    int KeyAt(int row, int column) const;
+    int KeyAt(int position) const;
+    std::vector<int> Keys() const;
     void DropCovered();
     void MakeUnused(std::span<const int> keys);
     bool Commit(State before);
-    std::uint8_t Mask(int position) const { return AllowedKeyTypes(position, Columns(), Map()); }
+    bool Allows(int position, int index) const;
 
     const Model& model_;
     std::string loaded_;

@@ -1,7 +1,5 @@
 #include "keymap/Keyboard.h"
 
-#include <array>
-
 #include "keymap/Models.h"
 
 namespace kelvora {
@@ -15,7 +13,7 @@ constexpr std::uint8_t QuadrupleBit = 8;
 constexpr std::uint8_t AllBits = SingleBit | VerticalBit | HorizontalBit | QuadrupleBit;
 
 /// The index in a device table that says "no key".
-constexpr int NoKeyIndex = 255;
+constexpr std::size_t NoKeyIndex = 255;
 
 /// What stands outside a map; no key type.
 constexpr char Outside = '\0';
@@ -96,7 +94,7 @@ std::uint8_t AllowedKeyTypes(int position, int columns, std::string_view map)
         if (right == Outside)
             return mask;
         if (right == KeyType::Unused) {
-            const char above = position > columns ? At(map, position + 1 - columns) : KeyType::Single;
+            const char above = At(map, position + 1 - columns);
             right = KeyType::IsTall(above) ? above : KeyType::Single;
         }
         if (right == KeyType::Single)
@@ -129,23 +127,20 @@ bool IsKeyMapValid(std::string_view map, std::uint8_t rows, std::uint8_t columns
     return Walk(map, nullptr, rows, columns);
 }
 
-std::string KeyMapFromDeviceTable(std::string_view table, std::string_view positions, int base, int count)
+std::string KeyMapFromDeviceTable(std::string_view table, std::string_view positions, std::size_t base,
+                                  std::size_t count)
 {
-    const auto byteAt = [&](long long index) {
-        return index >= 0 && index < static_cast<long long>(table.size())
-                   ? static_cast<unsigned char>(table[static_cast<std::size_t>(index)])
-                   : -1;
-    };
     std::string map;
-    for (int i = 0; i < count; ++i) {
-        const auto place = static_cast<std::size_t>(i);
-        const int index =
+    for (std::size_t place = 0; place < count; ++place) {
+        const std::size_t index =
             place < positions.size() ? static_cast<unsigned char>(positions[place]) : NoKeyIndex;
-        const int first = byteAt(static_cast<long long>(base) + index);
-        const int second = byteAt(static_cast<long long>(base) + index + 1);
-        if (index == NoKeyIndex || first < 0 || second < 0)
+        if (index == NoKeyIndex || base + index + 1 >= table.size()) {
             map += KeyType::NoKey;
-        else if (second > 1 || (first & 0x3F) != 0)
+            continue;
+        }
+        const auto first = static_cast<unsigned char>(table[base + index]);
+        const auto second = static_cast<unsigned char>(table[base + index + 1]);
+        if (second > 1 || (first & 0x3F) != 0)
             map += static_cast<char>(KeyType::Single + (first >> 6));
         else
             map += KeyType::Unused;

@@ -2,6 +2,7 @@
 // does to its neighbours. Positions count from 1, row by row; `columns` is the grid's width.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -11,8 +12,8 @@
 
 namespace kelvora {
 
-/// Digit i is the mask bit of key type i (0 single, 1 double vertical, 2 double horizontal, 3 quadruple).
-inline constexpr std::string_view KeyTypeBits = "1248";
+/// The mask bit of each key type (0 single, 1 double vertical, 2 double horizontal, 3 quadruple).
+inline constexpr std::array<std::uint8_t, 4> KeyTypeBits{1, 2, 4, 8};
 
 /// Key types that the key at `position` may take, as a bit mask (1 single, 2 double vertical, 4 double
 /// horizontal, 8 quadruple); 0 when the position carries no key of its own. Reading past the map's end ends
@@ -31,7 +32,8 @@ bool IsKeyMapValid(std::string_view map, std::uint8_t rows, std::uint8_t columns
 /// is the index of the key's two bytes in the table; code 255, or a position past its end, is no key.
 /// `base` is where the table starts in `table`, `count` the module's number of positions. An index past the
 /// table's end reads as no key.
-std::string KeyMapFromDeviceTable(std::string_view table, std::string_view positions, int base, int count);
+std::string KeyMapFromDeviceTable(std::string_view table, std::string_view positions, std::size_t base,
+                                  std::size_t count);
 
 /// The position of the larger key that covers the cell at `position`, which then holds "0"; 0 for none.
 int CoveringKey(int position, int columns, std::string_view map);

@@ -43,7 +43,7 @@ std::string AllowedText(std::uint8_t mask)
 {
     std::vector<std::string_view> words;
     for (std::size_t type = 0; type < KeyTypeBits.size(); ++type)
-        if (mask & (KeyTypeBits[type] - '0'))
+        if (mask & KeyTypeBits[type])
             words.push_back(KeyTypeWord(static_cast<char>(KeyType::Single + type)));
     std::string text;
     for (std::size_t i = 0; i < words.size(); ++i)
@@ -60,7 +60,7 @@ std::string SetKey(std::string& map, int position, int columns, char type)
         if (present == KeyType::Unused)
             present = KeyType::Single;
         const std::uint8_t allowed = AllowedKeyTypes(position, columns, map);
-        if ((allowed & (KeyTypeBits[static_cast<std::size_t>(type - KeyType::Single)] - '0')) == 0)
+        if ((allowed & KeyTypeBits[static_cast<std::size_t>(type - KeyType::Single)]) == 0)
             return "may only be " + AllowedText(allowed) + " here";
     }
     SetKeyType(position, type, columns, map);

@@ -27,9 +27,11 @@ TEST(KeyMapSession, LoadsMapAndFirstNumber)
     session.Choose(1);
     session.SetType(3);
     EXPECT_TRUE(session.IsChanged());
+    session.ToggleUnused();
+    EXPECT_EQ(session.Map(), "0111111111111111XX") << "a key alone frees single keys";
     session.Load("11111111111111111\x01");
     EXPECT_EQ(session.Map(), "11111111111111111");
-    EXPECT_FALSE(session.IsChanged() || session.IsEditable() || session.CanUndo());
+    EXPECT_FALSE(session.IsChanged() || session.IsEditable() || session.CanUndo() || session.CanRedo());
     session.Choose(1);
     EXPECT_EQ(session.Selected(), 0);
     session.Load("");
@@ -46,9 +48,6 @@ TEST(KeyMapSession, ChoiceControls)
     EXPECT_EQ(session.Choices(), (KeyChoices{112, 1, true, true, false, None, None}));
     session.Choose(1, Choosing::Add);
     EXPECT_EQ(session.Choices(), (KeyChoices{97, 2, true, false, true, None, All}));
-    // The box holds the choices back only while it can be used.
-    EXPECT_EQ(ShowKeyControls(false, 5, '0', 15).enabled, All);
-    EXPECT_EQ(ShowKeyControls(true, 5, '0', 15).enabled, None);
 }
 
 TEST(KeyMapSession, SeveralKeysAtOnce)
@@ -61,11 +60,12 @@ TEST(KeyMapSession, SeveralKeysAtOnce)
     EXPECT_EQ(session.Map(), "3030303011111111XX") << "each at its turn, where the mask allows it";
     EXPECT_EQ(session.Choices().count, 4);
     EXPECT_EQ(session.Selected(), 7) << "the key that has swallowed the selected one";
-    session.Choose(3, Choosing::Toggle);
+    for (const int key : {3, 7})
+        session.Choose(key, Choosing::Toggle);
     session.ToggleUnused();
-    EXPECT_EQ(session.Map(), "0030000011111111XX") << "with the cells that they covered";
+    EXPECT_EQ(session.Map(), "0030003011111111XX") << "with the cells that they covered";
     session.ToggleUnused();
-    EXPECT_EQ(session.Map(), "1130111111111111XX");
+    EXPECT_EQ(session.Map(), "1130113011111111XX");
     for (int step = 0; step < 3; ++step)
         session.Undo();
     EXPECT_EQ(session.Map(), "1111111111111111XX");
@@ -77,40 +77,69 @@ TEST(KeyMapSession, SeveralKeysAtOnce)
     EXPECT_FALSE(session.CanRedo());
     session.ChooseAll();
     EXPECT_EQ(session.Choices().count, 12);
+    EXPECT_EQ(session.Selected(), 16);
     for (const int key : {16, 1})
         session.Choose(key, Choosing::Toggle);
     EXPECT_FALSE(session.IsChosen(16) || session.IsChosen(1));
     EXPECT_EQ(session.Selected(), 3);
 }
 
+TEST(KeyMapSession, WhatIsChosenAreKeys)
+{
+    KeyMapSession session = Keypad("331111111111111111");
+    EXPECT_TRUE(session.HasKey(18) && !session.HasKey(0) && !session.HasKey(19));
+    session.ChooseAll();
+    EXPECT_EQ(session.Selected(), 1);
+    EXPECT_EQ(session.Choices().count, 18) << "the short row's too";
+    session.Load(session.Map() + '\x61');
+    for (const auto& [key, count] : {std::pair{5, 1}, {10, 4}, {5, 1}}) {
+        session.Choose(key, Choosing::Extend);
+        EXPECT_EQ(session.Choices().count, count) << "from the first one, before which there is none";
+    }
+    session.Choose(2, Choosing::Add);
+    session.ToggleUnused();
+    EXPECT_EQ(session.Selected(), 3) << "of those left when another key takes the selected one";
+}
+
 TEST(KeyMapSession, ArrowsMoveOverKeys)
 {
     KeyMapSession session(ModuleKind::KM096);
     session.Load(std::string(FindModel(ModuleKind::KM096)->defaultMap) + '\x01');
-    const auto after = [&](int from, Direction direction) {
-        session.Choose(from);
-        session.Move(direction);
-        return session.Selected();
-    };
-    EXPECT_EQ(after(2, Direction::Right), 11) << "past the gap in the upper rows";
-    EXPECT_EQ(after(39, Direction::Up), 39) << "no key above";
-    EXPECT_EQ(after(12, Direction::Right), 12) << "edge";
-    EXPECT_EQ(after(83, Direction::Right), 83) << "past its own covered cell";
-    EXPECT_EQ(after(72, Direction::Down), 83) << "to the key over a covered cell";
     session.Choose(13);
     session.SetType(3);
-    EXPECT_EQ(after(13, Direction::Down), 37);
-    EXPECT_EQ(after(38, Direction::Up), 13);
-    EXPECT_EQ(after(13, Direction::Right), 23);
+    using enum Direction;
+    const auto check = [&](const char* why, int from, Direction direction, int to) {
+        session.Choose(from);
+        session.Move(direction);
+        EXPECT_EQ(session.Selected(), to) << why;
+    };
+    check("past the gap in the upper rows", 2, Right, 11);
+    check("no key above", 39, Up, 39);
+    check("edge", 12, Right, 12);
+    check("to the next", 12, Left, 11);
+    check("past its own covered cell", 83, Right, 83);
+    check("to the key over a covered cell", 72, Down, 83);
+    check("past the covered row", 13, Down, 37);
+    check("over the diagonal", 38, Up, 13);
+    check("to the first row", 13, Up, 1);
+    check("one row alone", 49, Up, 37);
+    check("past the covered column", 13, Right, 23);
     for (const Choosing choosing : {Choosing::Only, Choosing::Toggle})
         session.Choose(13, choosing);
     EXPECT_EQ(session.Selected(), 0);
     EXPECT_EQ(session.Ring(), 13) << "stays on the key let go";
-    session.Move(Direction::Right);
+    session.Move(Right);
     EXPECT_EQ(session.Selected(), 23);
     session.Load(session.Map() + '\x01');
-    session.Move(Direction::Left);
+    session.Move(Left);
     EXPECT_EQ(session.Selected(), 1);
+    session.Choose(2);
+    session.Choose(1, Choosing::Extend);
+    EXPECT_EQ(session.Ring(), 1) << "not where the choice began";
+    KeyMapSession keypad = Keypad("111111111111111111");
+    keypad.Choose(14);
+    keypad.Move(Down);
+    EXPECT_EQ(keypad.Selected(), 18) << "into the short row";
 }
 
 TEST(KeyMapSession, DefaultsNumberTheKeysAnew)

@@ -9,8 +9,8 @@ using namespace std::string_view_literals;
 
 TEST(Keyboard, AllowedKeyTypes)
 {
-    // Four columns.
-    constexpr auto plain = "1111111111111111"sv;
+    // Four columns; what stands before them is no key.
+    constexpr auto plain = "11111111111111111"sv.substr(1);
     const auto check = [&](const char* reason, int position, std::string_view map, int mask) {
         EXPECT_EQ(AllowedKeyTypes(position, 4, map), mask) << reason;
     };
