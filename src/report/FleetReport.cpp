@@ -47,8 +47,7 @@ std::string SeenOf(const ModuleList& modules)
 {
     std::string seen;
     for (const ModuleRecord& record : modules)
-        seen.append(1, static_cast<char>(record.DeviceCode))
-            .append(record.KeyMap + '|' + record.Options + '|');
+        seen += static_cast<char>(record.DeviceCode) + record.KeyMap + '|' + record.Options + '|';
     return seen;
 }
 

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <string_view>
 #include <utility>
 
+#include "platform/Joined.h"
 #include "platform/LocalTime.h"
 #include "report/ReportTemplate.h"
 
@@ -47,12 +49,12 @@ std::string DeviationsText(const FleetReport& report, const ReportTill& till)
 {
     constexpr std::size_t MostTold = 5;
     const std::vector<std::size_t>& list = report.DeviationLists().at(till.deviations);
-    std::string text;
-    for (std::size_t i = 0; i < std::min(list.size(), MostTold); ++i)
-        text += (i == 0 ? "" : "; ") + report.Deviations().at(list[i]);
+    std::vector<std::string> told;
+    for (const std::size_t place : std::span(list).first(std::min(list.size(), MostTold)))
+        told.push_back(report.Deviations().at(place));
     if (list.size() > MostTold)
-        text += "; and " + std::to_string(list.size() - MostTold) + " more";
-    return text;
+        told.push_back("and " + std::to_string(list.size() - MostTold) + " more");
+    return Joined(told, "; ");
 }
 
 std::string ResultText(const TillResult& result)
@@ -86,20 +88,16 @@ std::string Rows(const FleetReport& report)
 
 using Part = std::pair<std::string_view, std::string>;
 
-// Each part in its place; what a part holds is not looked into. A place of no part stays as it is.
-template <std::size_t Count>
-std::string Filled(std::string_view page, const std::array<Part, Count>& parts)
+// Each part in its place, in the order of the page; what a part holds is not looked into.
+std::string Filled(std::string_view page, std::span<const Part> parts)
 {
     std::string text;
-    for (std::size_t at = page.find("{{"); at != std::string_view::npos; at = page.find("{{")) {
-        const std::size_t end = std::min(page.find("}}", at), page.size() - 2);
-        const auto part = std::ranges::find(parts, page.substr(at + 2, end - at - 2), &Part::first);
-        const bool isKnown = part != parts.end();
-        text.append(page.substr(0, isKnown ? at : end + 2)).append(isKnown ? part->second : "");
-        page.remove_prefix(end + 2);
+    for (const auto& [place, content] : parts) {
+        const std::size_t at = page.find(place);
+        text.append(page.substr(0, at)).append(content);
+        page.remove_prefix(at + place.size());
     }
-    text.append(page);
-    return text;
+    return text.append(page);
 }
 
 }  // namespace
@@ -107,13 +105,17 @@ std::string Filled(std::string_view page, const std::array<Part, Count>& parts)
 std::string ReportPage(const FleetReport& report, const ReportHeading& heading)
 {
     const bool hasStandard = !heading.standard.empty();
-    return Filled<5>(
-        ReportTemplate,
-        {Part{"FOLDER", Html(heading.folder)},
-         {"STANDARD", hasStandard ? "Standard: " + Html(heading.standard) : "Not compared with a standard"},
-         {"COUNTS", Html(CountsText(report.Counts(), hasStandard) + ". Made " + ShortTime(heading.made))},
-         {"ROWS", Rows(report)},
-         {"DATA", ReportData(report, heading)}});
+    const std::array parts{
+        Part{"{{FOLDER}}", Html(heading.folder)},
+        Part{"{{FOLDER}}", Html(heading.folder)},
+        Part{"{{COUNTS}}",
+             Html(CountsText(report.Counts(), hasStandard) + ". Made " + ShortTime(heading.made))},
+        Part{"{{STANDARD}}",
+             hasStandard ? "Standard: " + Html(heading.standard) : "Not compared with a standard"},
+        Part{"{{ROWS}}", Rows(report)},
+        Part{"{{DATA}}", ReportData(report, heading)},
+    };
+    return Filled(ReportTemplate, parts);
 }
 
 std::string CountsText(const ReportCounts& counts, bool hasStandard)
