@@ -53,6 +53,6 @@ std::uint8_t CodeOfTracks(std::string_view tracks);
 
 /// A new record for that device code, with the model's grid, matrix codes, default key map and options.
 /// Left and Top stay 0: the strip sets them. A code without a kind gives a record of kind None.
-ModuleRecord CreateRecord(std::uint8_t deviceCode, std::uint8_t position);
+ModuleRecord CreateRecord(std::uint8_t deviceCode, std::uint8_t position = 0);
 
 }  // namespace kelvora

@@ -92,15 +92,13 @@ bool InsertModule(SetupDocument& document, ModuleKind kind, std::size_t index)
         return false;
     ModuleList records;
     for (const char code : codes)
-        records.push_back(CreateRecord(static_cast<std::uint8_t>(code), 0));
+        records.push_back(CreateRecord(static_cast<std::uint8_t>(code)));
     InsertRecords(document, std::move(records), index);
     return true;
 }
 
 void DeleteRecord(SetupDocument& document, std::size_t index)
 {
-    if (index >= document.Modules.size())
-        return;
     document.DeviceMap.erase(document.Modules[index].Position, 1);
     document.Modules.erase(document.Modules.begin() + static_cast<Difference>(index));
     for (auto later = document.Modules.begin() + static_cast<Difference>(index);
@@ -122,31 +120,18 @@ bool MoveModule(SetupDocument& document, ModuleKind kind, std::size_t index)
     return true;
 }
 
-bool ChangeDeviceCode(std::string& deviceMap, ModuleRecord& record, std::uint8_t newCode)
+void ChangeDeviceCode(std::string& deviceMap, ModuleRecord& record, std::uint8_t newCode)
 {
-    if (deviceMap.empty() || deviceMap.find(static_cast<char>(record.DeviceCode)) != record.Position)
-        return false;
+    if (deviceMap.find(static_cast<char>(record.DeviceCode)) != record.Position)
+        return;
     deviceMap[record.Position] = static_cast<char>(newCode);
     record.DeviceCode = newCode;
     // The new code's own options say which tracks it reads, or the backlight's state.
-    const std::string options = CreateRecord(newCode, 0).Options;
+    const std::string options = CreateRecord(newCode).Options;
     if (KindOf(newCode) == ModuleKind::MCR)
         record.Options.replace(0, Options::TracksLength, options, 0, Options::TracksLength);
     else if (KindOf(newCode) == ModuleKind::Backlight)
         record.Options = options;
-    return true;
-}
-
-bool HasRepeatedKind(const ModuleList& modules)
-{
-    unsigned seen = 0;
-    for (const ModuleRecord& record : modules) {
-        const unsigned bit = 1U << static_cast<unsigned>(record.Kind);
-        if (seen & bit)
-            return true;
-        seen |= bit;
-    }
-    return false;
 }
 
 std::string UnknownDeviceCodes(const SetupDocument& document)

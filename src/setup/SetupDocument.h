@@ -47,12 +47,9 @@ bool RemoveModule(SetupDocument& document, ModuleKind kind);
 bool MoveModule(SetupDocument& document, ModuleKind kind, std::size_t index);
 
 /// Gives a record another device code of its kind (the MCR's tracks, the backlight's state) in the record,
-/// its options and the device map. False, and nothing changed, when the record's present code is not what
-/// the device map first holds at the record's own position, or the map is empty.
-bool ChangeDeviceCode(std::string& deviceMap, ModuleRecord& record, std::uint8_t newCode);
-
-/// Whether two records are of one kind; a window could only show one of them.
-bool HasRepeatedKind(const ModuleList& modules);
+/// its options and the device map. Nothing changes when the record's present code is not what the device map
+/// first holds at the record's own position.
+void ChangeDeviceCode(std::string& deviceMap, ModuleRecord& record, std::uint8_t newCode);
 
 /// The device codes of a scanned line that stand for no kind, in their order.
 std::string UnknownDeviceCodes(const SetupDocument& document);

@@ -16,8 +16,7 @@ namespace {
 bool FitsFile(const SetupDocument& document)
 {
     const auto has = [&](ModuleKind kind) { return FindModule(document.Modules, kind).has_value(); };
-    return UnknownDeviceCodes(document).empty() && !HasRepeatedKind(document.Modules) &&
-           has(ModuleKind::KM096) == has(ModuleKind::Backlight) &&
+    return UnknownDeviceCodes(document).empty() && has(ModuleKind::KM096) == has(ModuleKind::Backlight) &&
            has(ModuleKind::KM096) == has(ModuleKind::Code4);
 }
 
