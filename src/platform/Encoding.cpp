@@ -9,27 +9,21 @@ namespace kelvora {
 namespace {
 
 // The characters of codes 0x80 to 0x9F; all other codes are the characters of the same number.
-constexpr std::array<char16_t, 32> Characters80To9F{
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+constexpr std::array<std::string_view, 32> Characters80To9F{
+    "\u20AC",   "\xC2\x81", "\u201A", "\u0192", "\u201E", "\u2026",   "\u2020", "\u2021",
+    "\u02C6",   "\u2030",   "\u0160", "\u2039", "\u0152", "\xC2\x8D", "\u017D", "\xC2\x8F",
+    "\xC2\x90", "\u2018",   "\u2019", "\u201C", "\u201D", "\u2022",   "\u2013", "\u2014",
+    "\u02DC",   "\u2122",   "\u0161", "\u203A", "\u0153", "\xC2\x9D", "\u017E", "\u0178"};
 
-char Byte(unsigned value)
+void AppendCharacter(std::string& utf8, unsigned char code)
 {
-    return static_cast<char>(value);
-}
-
-void AppendCharacter(std::string& utf8, unsigned character)
-{
-    if (character < 0x80) {
-        utf8 += Byte(character);
-    } else if (character < 0x800) {
-        utf8 += Byte(0xC0 | character >> 6);
-        utf8 += Byte(0x80 | (character & 0x3F));
+    if (code < 0x80) {
+        utf8 += static_cast<char>(code);
+    } else if (code < 0xA0) {
+        utf8 += Characters80To9F.at(code - 0x80U);
     } else {
-        utf8 += Byte(0xE0 | character >> 12);
-        utf8 += Byte(0x80 | (character >> 6 & 0x3F));
-        utf8 += Byte(0x80 | (character & 0x3F));
+        utf8 += static_cast<char>(0xC0 | code >> 6);
+        utf8 += static_cast<char>(0x80 | (code & 0x3F));
     }
 }
 
@@ -46,6 +40,7 @@ constexpr std::array Sequences{
     Sequence{0xEC, 3}, Sequence{0xED, 3, 0x80, 0x9F},
     Sequence{0xEF, 3}, Sequence{0xF0, 4, 0x90},
     Sequence{0xF3, 4}, Sequence{0xF4, 4, 0x80, 0x8F},
+    Sequence{0xFF, 0},
 };
 
 // The length of the well-formed sequence that `bytes` begin with; 0 for none.
@@ -54,7 +49,7 @@ std::size_t SequenceLength(std::string_view bytes)
     const auto first = static_cast<unsigned char>(bytes.front());
     const auto* const sequence =
         std::ranges::find_if(Sequences, [&](const Sequence& row) { return first <= row.last; });
-    if (sequence == Sequences.end() || bytes.size() < sequence->length)
+    if (bytes.size() < sequence->length)
         return 0;
     for (std::size_t i = 1; i < sequence->length; ++i) {
         const auto next = static_cast<unsigned char>(bytes[i]);
@@ -78,16 +73,11 @@ char32_t Decode(std::string_view sequence)
 
 }  // namespace
 
-char16_t CharacterOf(unsigned char code)
-{
-    return code >= 0x80 && code < 0xA0 ? Characters80To9F.at(code - 0x80U) : code;
-}
-
 std::optional<char> CodeOf(char32_t character)
 {
     if (character < 0x80 || (character >= 0xA0 && character <= 0xFF))
         return static_cast<char>(character);
-    const auto* const found = std::ranges::find(Characters80To9F, character);
+    const auto* const found = std::ranges::find(Characters80To9F, character, Decode);
     if (found == Characters80To9F.end())
         return std::nullopt;
     return static_cast<char>(0x80 + (found - Characters80To9F.begin()));
@@ -98,7 +88,7 @@ std::string Utf8FromText(std::string_view text)
     std::string utf8;
     utf8.reserve(text.size());
     for (const char c : text)
-        AppendCharacter(utf8, CharacterOf(static_cast<unsigned char>(c)));
+        AppendCharacter(utf8, static_cast<unsigned char>(c));
     return utf8;
 }
 

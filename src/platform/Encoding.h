@@ -8,10 +8,8 @@
 
 namespace kelvora {
 
-/// The character of a Windows-1252 code. The five codes that it leaves open stand for themselves.
-char16_t CharacterOf(unsigned char code);
-
-/// The Windows-1252 code of a character; nothing where it has none.
+/// The Windows-1252 code of a character; nothing where it has none. The five codes that it leaves open stand
+/// for themselves.
 std::optional<char> CodeOf(char32_t character);
 
 /// A Windows-1252 text as UTF-8. The five codes that Windows-1252 leaves open become the control characters

@@ -24,18 +24,18 @@ std::chrono::microseconds SerialSettings::TimeOf(std::size_t bytes) const
 
 std::optional<SerialSettings> ParseSerialSettings(std::string_view text)
 {
-    if (text.size() <= TailLength)
-        return std::nullopt;
-    const std::string_view speed = text.substr(0, text.size() - TailLength);
+    const std::string_view speed = text.substr(0, text.find(','));
     const std::string_view tail = text.substr(speed.size());
-    SerialSettings settings;
-    settings.baud = WholeNumber<int>(speed).value_or(0);
-    if (settings.baud < SlowestBaud || settings.baud > FastestBaud)
+    // No number is less than each.
+    const auto baud = WholeNumber<int>(speed);
+    if (tail.size() != TailLength || baud < SlowestBaud || baud > FastestBaud)
         return std::nullopt;
+    SerialSettings settings;
+    settings.baud = *baud;
     settings.parity = AsciiLower(tail[1]);
     settings.dataBits = tail[3] - '0';
     settings.stopBits = tail[5] - '0';
-    const bool valid = tail[0] == ',' && tail[2] == ',' && tail[4] == ',' &&
+    const bool valid = tail[2] == ',' && tail[4] == ',' &&
                        std::string_view("noe").find(settings.parity) != std::string_view::npos &&
                        (settings.dataBits == 7 || settings.dataBits == 8) &&
                        (settings.stopBits == 1 || settings.stopBits == 2);

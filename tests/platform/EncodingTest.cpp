@@ -27,12 +27,15 @@ TEST(Utf8, PathsThatAreUtf8AreLeftAsTheyAre)
                              "\U00010000\U0003FFFF\U00040000\U000FFFFF\U00100000\U0010FFFF"})
         EXPECT_EQ(Utf8FromPath(path), path);
     // Windows-1252, overlong, no continuation, a surrogate, past the last, cut.
-    for (const char* bytes : {"lib\xE9rer", "\x80", "\xC1\xBF", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF",
-                              "\xE1\x7F\x80", "\xE1\xC0\x80", "\xE1\x80\x7F", "\xE1\x80\xC0", "\xED\xA0\x80",
-                              "\xED\x7F\x80", "\xF4\x7F\x80\x80", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80"})
+    for (const char* bytes :
+         {"lib\xE9rer", "\x80", "\xC1\xBF", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF", "\xE1\x7F\x80",
+          "\xE1\xC0\x80", "\xE1\x80\x7F", "\xE1\x80\xC0", "\xED\xA0\x80", "\xED\x7F\x80", "\xF4\x7F\x80\x80",
+          "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xFF"})
         EXPECT_FALSE(IsUtf8(bytes)) << bytes;
     EXPECT_FALSE(IsUtf8(std::string_view("\u20AC", 2)));
     EXPECT_EQ(Utf8FromPath("caff\xE8"), "caff\u00E8");
+    EXPECT_EQ(TextFromPath("caff\u00E8\u30AC"), "caff\xE8?");
+    EXPECT_EQ(TextFromPath("caff\xE8"), "caff\xE8");
 }
 
 }  // namespace kelvora

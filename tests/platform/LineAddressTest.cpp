@@ -19,6 +19,7 @@ TEST(LineAddress, IsAPrefixAHostAndAPort)
                              "tcp:a:65536", "tcp:a:+1", "tcp:a:1 ", "tcp: a:1", "tcp:a/b:1", "tcp:::1:4000",
                              "tcp:[]:1", "tcp:[a]:1", "tcp:[::1:1", "tcp:-a:1", "udp:a:1", "tcp:a\r:1"})
         EXPECT_FALSE(ParseLineAddress(text)) << text;
+    EXPECT_TRUE(ParseLineAddress("raw:" + std::string(253, 'a') + ":1"));
     EXPECT_FALSE(ParseLineAddress("raw:" + std::string(254, 'a') + ":1"));
     EXPECT_TRUE(IsBridge("bridge:a:2"));
     EXPECT_FALSE(IsBridge("raw:a:2") || IsBridge("/dev/bridge:a:2"));

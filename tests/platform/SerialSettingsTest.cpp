@@ -19,7 +19,7 @@ TEST(SerialSettings, CountEveryBitOfAByte)
     using std::chrono::microseconds;
     EXPECT_EQ((SerialSettings{9600, 'n', 8, 1}.TimeOf(960)), microseconds(1'000'000));
     EXPECT_EQ((SerialSettings{1200, 'e', 8, 2}.TimeOf(100)), microseconds(1'000'000));
-    EXPECT_EQ((SerialSettings{9600, 'n', 8, 1}.TimeOf(1)), microseconds(1042));
+    EXPECT_EQ((SerialSettings{2151, 'n', 8, 1}.TimeOf(1)), microseconds(4650)) << "4649 and a 2151th";
 }
 
 }  // namespace kelvora

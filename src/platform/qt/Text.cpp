@@ -8,10 +8,7 @@ namespace kelvora {
 
 QString ToQString(std::string_view text)
 {
-    QString result(static_cast<qsizetype>(text.size()), Qt::Uninitialized);
-    for (std::size_t i = 0; i < text.size(); ++i)
-        result[static_cast<qsizetype>(i)] = QChar(CharacterOf(static_cast<unsigned char>(text[i])));
-    return result;
+    return QString::fromUtf8(Utf8FromText(text));
 }
 
 std::string FromQString(const QString& text)
