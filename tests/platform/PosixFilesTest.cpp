@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
+#include <grp.h>
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -82,7 +83,7 @@ TEST_F(PosixFilesTest, KeepsBytesPermissionsAndLinks)
         EXPECT_EQ(fs::status(At(name)).permissions(), fs::perms{0604})
             << "a backup is as private as its file";
 
-    fs::create_symlink("made", At("ahead"));
+    fs::create_symlink(At("made"), At("ahead"));
     EXPECT_FALSE(files.Exists(At("ahead")));
     files.Write(At("ahead"), "x");
     EXPECT_EQ(files.Read(At("made")), "x") << "a link may lead to a file that is still to be made";
@@ -103,6 +104,9 @@ TEST_F(PosixFilesTest, RefusesWhatIsNoFile)
 
 TEST_F(PosixFilesTest, ReadsNoFileThatIsTooLarge)
 {
+    EXPECT_THAT(files.Read("/proc/version"),
+                testing::AllOf(testing::StartsWith("Linux version "), testing::EndsWith("\n")))
+        << "of a file that tells no size";
     files.Write(At("large"), "");
     fs::resize_file(At("large"), MaximumFileSize);
     EXPECT_EQ(files.Read(At("large")).size(), MaximumFileSize);
@@ -143,15 +147,21 @@ TEST_F(PosixFilesTest, AFileOfAGroupStaysItsOwnWhoeverOfItWrites)
 {
     if (geteuid() != 0)
         GTEST_SKIP() << "only the administrator may become another user";
-    files.Write(At("a"), "old");
-    fs::permissions(At("a"), fs::perms{0664});
-    ASSERT_EQ(chown(At("a").c_str(), 0, Nobody), 0);
-    EXPECT_TRUE(SucceedsInChild([&] {
-        const bool isNobody = setgid(Nobody) == 0 && setuid(Nobody) == 0;
-        files.Write(At("a"), "new");
-        return isNobody;
-    }));
-    EXPECT_EQ(fs::status(At("a")).permissions(), fs::perms{0664});
+    constexpr gid_t Other = 65533;
+    for (const gid_t group : {Other, Nobody}) {
+        files.Write(At("a"), "old");
+        fs::permissions(At("a"), fs::perms{0666});
+        ASSERT_EQ(chown(At("a").c_str(), 0, Nobody), 0);
+        EXPECT_TRUE(SucceedsInChild([&] {
+            const bool isOfIt = setgroups(1, &group) == 0 && setgid(Other) == 0 && setuid(Nobody) == 0;
+            files.Write(At("a"), "new");
+            return isOfIt;
+        }));
+        struct stat status {};
+        ASSERT_EQ(stat(At("a").c_str(), &status), 0);
+        EXPECT_EQ(status.st_gid, group);
+        EXPECT_EQ(status.st_mode & 0777, group == Nobody ? 0666 : 0606) << "no right of another group's";
+    }
 }
 
 TEST_F(PosixFilesTest, OnlyWhatWasLeftForThatVeryFileIsTakenAway)
@@ -176,11 +186,11 @@ TEST_F(PosixFilesTest, OnlyWhatWasLeftForThatVeryFileIsTakenAway)
     const std::string start = left.substr(0, left.rfind('-'));
     fs::create_directory(At(start + "-1.tmp"));
     fs::create_symlink("b", At(start + "-2.tmp"));
-    fs::rename(At(left), At(start + "-3.tmp"));
-    for (const char* ending : {".tmp", "-.tmp", "-01.tmp", "-x.tmp", "-1.tmp~"})
+    fs::rename(At(left), At(start + "-7.tmp"));
+    for (const char* ending : {".tmp", "-.tmp", "-01.tmp", "-x.tmp", "-1.tmp~", "-8.tmp"})
         files.Write(At(start + ending), "");
     auto expected = files.List(folder);
-    std::erase(expected, start + "-3.tmp");
+    std::erase(expected, start + "-7.tmp");
     fs::create_directory_symlink(".", At("..data"));
     fs::create_symlink("..data/a", At("link"));
     files.Write(At("link"), "new");
@@ -207,6 +217,8 @@ TEST_F(PosixFilesTest, MakesAndListsFolders)
     files.Write(At("a/b/two"), "");
     files.Write(At("a/b/one"), "");
     EXPECT_EQ(files.List(At("a/b")), (std::vector<std::string>{"one", "two"}));
+    files.Remove(At("a/b/two"));
+    EXPECT_THROW(files.Remove(At("a/b/two")), FileError);
     EXPECT_THROW(files.List(At("a/b/one")), FileError);
     EXPECT_THROW(files.MakeFolder(At("a/b/one")), FileError);
     EXPECT_THROW(files.MakeFolder(At("a/b/one/c")), FileError);
@@ -214,7 +226,7 @@ TEST_F(PosixFilesTest, MakesAndListsFolders)
 
 TEST_F(PosixFilesTest, ABatchChangesAllAtItsEndAndTellsWhatItCouldNot)
 {
-    for (const char* const name : {"a.dat", "linked.dat", "real.dat", "lost.dat", "early.dat"})
+    for (const char* const name : {"a.dat", "linked.dat", "real.dat", "unkept.dat", "lost.dat", "early.dat"})
         files.Write(At(name), std::string("old ") + name);
     fs::permissions(At("a.dat"), fs::perms{0640});
     fs::create_hard_link(At("linked.dat"), At("other"));
@@ -222,7 +234,7 @@ TEST_F(PosixFilesTest, ABatchChangesAllAtItsEndAndTellsWhatItCouldNot)
     files.Write(At("a.bak"), "older");
     const Descriptor former(open(At("a.dat").c_str(), O_RDONLY | O_CLOEXEC));
     FileBatch batch;
-    for (const char* const name : {"a", "linked", "link", "lost"})
+    for (const char* const name : {"a", "linked", "link", "unkept", "lost"})
         Save(batch, name, std::string("new ") + name);
     batch.Write(At("fresh.dat"), "fresh");
     fs::create_directory(At("early.bak"));
@@ -232,18 +244,20 @@ TEST_F(PosixFilesTest, ABatchChangesAllAtItsEndAndTellsWhatItCouldNot)
     EXPECT_EQ(files.Read(At("a.bak")), "older");
     EXPECT_FALSE(files.Exists(At("fresh.dat")));
 
+    fs::create_directory(At("unkept.bak"));
     fs::remove(At("lost.dat"));
     fs::create_directory(At("lost.dat"));
-    const auto failures = batch.Commit();
-    ASSERT_EQ(failures.size(), 1U);
-    EXPECT_EQ(failures[0].path, At("lost.dat"));
-    EXPECT_EQ(failures[0].error.Path(), At("lost.dat"));
+    std::vector<std::string> failures;
+    for (const FileBatch::Failure& failure : batch.Commit())
+        failures.push_back(failure.path + " at " + failure.error.Path());
+    EXPECT_THAT(failures, testing::ElementsAre(At("unkept.dat") + " at " + At("unkept.bak"),
+                                               At("lost.dat") + " at " + At("lost.dat")));
     const std::pair<const char*, const char*> held[]{
         {"a.dat", "new a"},           {"a.bak", "old a.dat"},
         {"linked.dat", "new linked"}, {"linked.bak", "old linked.dat"},
         {"other", "old linked.dat"},  {"real.dat", "new link"},
         {"link.bak", "old real.dat"}, {"lost.bak", "old lost.dat"},
-        {"fresh.dat", "fresh"}};
+        {"fresh.dat", "fresh"},       {"unkept.dat", "old unkept.dat"}};
     for (const auto& [name, text] : held)
         EXPECT_EQ(files.Read(At(name)), text) << name;
     EXPECT_TRUE(IsNameOf(At("a.bak"), former)) << "what need not be copied is not";
@@ -252,5 +266,19 @@ TEST_F(PosixFilesTest, ABatchChangesAllAtItsEndAndTellsWhatItCouldNot)
     // The other name's file is not the backup: who writes into it must not reach that.
     EXPECT_EQ(fs::hard_link_count(At("other")), 1U);
     EXPECT_TRUE(batch.Commit().empty());
-    EXPECT_EQ(Count(), 13);
+    EXPECT_EQ(Count(), 15);
+}
+
+TEST_F(PosixFilesTest, ABatchHasTheRoomThatTheSystemGives)
+{
+    const struct {
+        rlim_t present, most, raised;
+        std::size_t batches, room;
+    } rows[]{{100, 1000, 1000, 2, 234}, {66, 66, 66, 2, 1}, {100, 5000, 4160, 1, 2048}};
+    for (const auto& row : rows)
+        EXPECT_TRUE(SucceedsInChild([&] {
+            rlimit limit{row.present, row.most};
+            return setrlimit(RLIMIT_NOFILE, &limit) == 0 && FileBatch::Room(row.batches) == row.room &&
+                   getrlimit(RLIMIT_NOFILE, &limit) == 0 && limit.rlim_cur == row.raised;
+        })) << row.room;
 }

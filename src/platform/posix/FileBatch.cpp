@@ -19,16 +19,13 @@ std::size_t FileBatch::Room(std::size_t batches)
     constexpr rlim_t Spare = 64;
     // A file, and a copy of it that needs one of its own.
     constexpr rlim_t EachHolds = 2;
-    const rlim_t each = EachHolds * std::max<std::size_t>(batches, 1);
+    const rlim_t each = EachHolds * batches;
     rlimit limit{};
-    if (getrlimit(RLIMIT_NOFILE, &limit) != 0)
-        return 1;
+    getrlimit(RLIMIT_NOFILE, &limit);
     // The first limit is low for the sake of old programs; a process may go up to the second by itself.
-    if (const rlim_t wanted = std::min(limit.rlim_max, Spare + Most * each); wanted > limit.rlim_cur) {
-        rlimit higher{wanted, limit.rlim_max};
-        if (setrlimit(RLIMIT_NOFILE, &higher) == 0)
-            limit = higher;
-    }
+    const rlimit higher{std::clamp(Spare + Most * each, limit.rlim_cur, limit.rlim_max), limit.rlim_max};
+    if (setrlimit(RLIMIT_NOFILE, &higher) == 0)
+        limit = higher;
     const rlim_t open = std::max(limit.rlim_cur, Spare) - Spare;
     return std::clamp<rlim_t>(open / each, 1, Most);
 }
@@ -56,7 +53,7 @@ void FileBatch::Write(const std::string& path, const std::string& text)
         change = {path, nullptr, nullptr};
     const std::string target = WriteTarget(path);
     // A look for each name that might be left costs as much as making the file.
-    change.file = std::make_unique<Replacement>(target, target, 1);
+    change.file = std::make_unique<Replacement>(target, target, 0);
     change.file->Write(text);
     changes_.push_back(std::move(change));
 }

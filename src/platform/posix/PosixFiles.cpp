@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <filesystem>
 #include <memory>
 #include <new>
 #include <string_view>
@@ -17,6 +18,8 @@
 namespace kelvora {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 void Replace(const std::string& path, const std::string& model, const std::string& text)
 {
@@ -54,12 +57,12 @@ void ReadWholeFile(const std::string& path, std::string& text)
         } catch (const std::bad_alloc&) {
             FailFile(path, ENOMEM);
         }
-        const ssize_t count = read(file.Number(), text.data() + done, text.size() - done);
-        if (count < 0 && errno != EINTR)
+        const ssize_t count = TEMP_FAILURE_RETRY(read(file.Number(), text.data() + done, text.size() - done));
+        if (count < 0)
             FailFile(path, errno);
         if (count == 0)
             break;
-        done += static_cast<std::size_t>(std::max<ssize_t>(count, 0));
+        done += static_cast<std::size_t>(count);
         if (done == room)
             room *= 2;
     }
@@ -120,10 +123,10 @@ void PosixFiles::Remove(const std::string& path)
 
 void PosixFiles::MakeFolder(const std::string& folder)
 {
-    const std::size_t slash = folder.find_last_of('/');
+    const fs::path path = folder;
     int error = mkdir(folder.c_str(), S_IRWXU) == 0 ? 0 : errno;
-    if (error == ENOENT && slash != std::string::npos && slash > 0) {
-        MakeFolder(folder.substr(0, slash));
+    if (error == ENOENT && path.has_parent_path()) {
+        MakeFolder(path.parent_path().string());
         error = mkdir(folder.c_str(), S_IRWXU) == 0 ? 0 : errno;
     }
     struct stat status {};
@@ -133,10 +136,11 @@ void PosixFiles::MakeFolder(const std::string& folder)
         FailFile(folder, ENOTDIR);
     // What is kept in it is as safe as its name there, the folder's own, and those above it: who made them
     // may have died before they were.
-    SyncFolderOf(folder + "/");
-    for (std::size_t end = folder.size(); end != std::string::npos && end > 0;
-         end = folder.rfind('/', end - 1))
-        SyncFolderOf(folder.substr(0, end));
+    fs::path above;
+    for (const fs::path& part : fs::absolute(path)) {
+        above /= part;
+        SyncFolderOf((above / "").string());
+    }
 }
 
 }  // namespace kelvora

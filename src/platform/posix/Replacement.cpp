@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/utsname.h>
 #include <unistd.h>
 
 #include <array>
@@ -11,11 +12,15 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
+#include <tuple>
 #include <utility>
 
 namespace kelvora {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 std::string FolderOf(const std::string& path)
 {
@@ -32,10 +37,10 @@ std::string TemporaryStart(const std::string& path)
 {
     constexpr std::uint64_t HashBasis = 0xCBF29CE484222325;
     constexpr std::uint64_t HashPrime = 0x100000001B3;
-    std::array<char, HOST_NAME_MAX + 1> machine{};
-    gethostname(machine.data(), machine.size());
+    utsname machine{};
+    uname(&machine);
     std::uint64_t hash = HashBasis;
-    for (const char c : path.substr(path.rfind('/') + 1) + '/' + machine.data())
+    for (const char c : fs::path(path).filename().string() + '/' + machine.nodename)
         hash = (hash ^ static_cast<unsigned char>(c)) * HashPrime;
     std::array<char, sizeof "0123456789abcdef"> digits{};
     std::snprintf(digits.data(), digits.size(), "%016" PRIx64, hash);
@@ -46,8 +51,10 @@ std::string TemporaryStart(const std::string& path)
 // nothing is known of the process, and the file stays.
 void RemoveIfLeft(const std::string& temporary)
 {
+    // Where nothing is it stays that of no file.
     struct stat status {};
-    if (lstat(temporary.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+    lstat(temporary.c_str(), &status);
+    if (!S_ISREG(status.st_mode))
         return;
     constexpr int Flags = O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
     // A backup of a file that is protected from writing is so itself; some file systems lock for writers
@@ -69,20 +76,17 @@ void FailFile(const std::string& path, int error)
 
 std::string ResolveLinks(const std::string& path)
 {
-    constexpr int MostLinks = 40;
-    std::string target = path;
-    for (int links = 0; links < MostLinks; ++links) {
+    fs::path target = path;
+    for (;;) {
+        struct stat status {};
+        if (stat(target.c_str(), &status) == -1 && errno == ELOOP)
+            FailFile(path, ELOOP);
         std::array<char, PATH_MAX> text{};
         const ssize_t length = readlink(target.c_str(), text.data(), text.size());
-        if (length < 0)
-            return target;
-        const std::string next(text.data(), static_cast<std::size_t>(length));
-        const std::size_t slash = target.rfind('/');
-        target = next.starts_with('/') || slash == std::string::npos
-                     ? next
-                     : target.substr(0, slash + 1).append(next);
+        if (length == -1)
+            return target.string();
+        target.replace_filename(std::string(text.data(), static_cast<std::size_t>(length)));
     }
-    FailFile(path, ELOOP);
 }
 
 void CheckReplaceable(const std::string& path)
@@ -142,7 +146,8 @@ Replacement::~Replacement()
 std::unique_ptr<Replacement> Replacement::ByName(std::string path, const std::string& from)
 {
     struct stat status {};
-    if (lstat(from.c_str(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_nlink != 1)
+    lstat(from.c_str(), &status);
+    if (!S_ISREG(status.st_mode) || status.st_nlink != 1)
         return nullptr;
     const std::string name = TemporaryStart(path) + "0.tmp";
     RemoveIfLeft(name);
@@ -179,17 +184,15 @@ void Replacement::TakePlace()
 // file systems know no owners at all.
 void Replacement::TakeRights()
 {
+    std::ignore = fchown(file_.Number(), static_cast<uid_t>(-1), model_.st_gid);
+    std::ignore = fchown(file_.Number(), model_.st_uid, model_.st_gid);
     struct stat own {};
-    const bool isOwned =
-        fstat(file_.Number(), &own) == 0 && own.st_uid == model_.st_uid && own.st_gid == model_.st_gid;
+    fstat(file_.Number(), &own);
     mode_t mode = model_.st_mode & (S_IRWXU | S_IRWXG | S_IRWXO);
-    const bool groupKept = isOwned || fchown(file_.Number(), model_.st_uid, model_.st_gid) == 0 ||
-                           fchown(file_.Number(), static_cast<uid_t>(-1), model_.st_gid) == 0;
     // What the old group might do is not another group's right.
-    if (!groupKept)
+    if (own.st_gid != model_.st_gid)
         mode &= ~static_cast<mode_t>(S_IRWXG);
-    if (fchmod(file_.Number(), mode) != 0 && errno != EPERM && errno != ENOTSUP && errno != ENOSYS)
-        FailFile(path_, errno);
+    std::ignore = fchmod(file_.Number(), mode);
 }
 
 // Names that other saves hold are passed over, and what dead ones left is taken away.
