@@ -54,13 +54,10 @@ TEST_F(DeviceHolder, IsNamedByALockFileOfALivingProcess)
         EXPECT_EQ(Find(device), holder) << lock << text;
     };
     check("        12\n", "minicom (PID 12)");
-    check("309\nkelvora-cli\ntill07\n", "kelvora-cli (PID 309)");
     check("99\n", "");
     check("../12\n", "");
     check(std::string(1, '\x0C') + std::string(3, '\0'), "");
-    check("", "");
     check("12", "minicom (PID 12)", "pts_5", "/dev/pts/5");
-    check("12", "minicom (PID 12)", "by-id_usb", "/dev/by-id/usb");
 }
 
 TEST_F(DeviceHolder, LeavesALockOfTheLivingAndRemovesThatOfTheDead)
@@ -79,14 +76,11 @@ TEST_F(DeviceHolder, LeavesALockOfTheLivingAndRemovesThatOfTheDead)
         EXPECT_EQ(fs::exists(lock), !isDead) << text;
     };
     check("", true, false);
-    check("   \n", true, false);
     check("        99\n", true, false);
     check("99\nkelvora-c", true, false);
-    check("30", true, false);
     check("        12\n", false, true);
     check("309\nkelvora-cli\ntill07\n", false, false);
     check(std::string(1, '\x0C') + std::string(3, '\0'), false, false);
-    check("minicom", false, false);
 }
 
 TEST_F(DeviceHolder, OrIsWhoHasTheDeviceOpen)

@@ -47,7 +47,7 @@ std::vector<fs::path> NamesOf(const std::string& device)
     std::error_code error;
     const fs::path real = fs::canonical(device, error);
     std::vector<fs::path> names{device};
-    if (!error && real != device)
+    if (!error)
         names.push_back(real);
     return names;
 }
@@ -77,7 +77,7 @@ bool NamesNobodyAlive(const fs::path& lock, const fs::path& processes)
 {
     std::ifstream file(lock);
     std::string process;
-    if (!file || !(file >> process))
+    if (!(file >> process))
         return file.eof();
     return IsNumber(process) && !NameOf(processes / process);
 }
@@ -101,7 +101,8 @@ std::string HolderByLock(const fs::path& lock, const fs::path& processes)
 {
     std::ifstream file(lock);
     std::string process;
-    if (!(file >> process) || !IsNumber(process))
+    file >> process;
+    if (!IsNumber(process))
         return {};
     // What a dead process has left holds nothing.
     const auto name = NameOf(processes / process);

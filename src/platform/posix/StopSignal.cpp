@@ -36,8 +36,6 @@ StopSignal::StopSignal()
 
 StopSignal::~StopSignal()
 {
-    if (descriptor_ < 0)
-        return;
     // One that has come late must not end the program before it has told what it did.
     Requested();
     close(descriptor_);
@@ -46,9 +44,8 @@ StopSignal::~StopSignal()
 
 bool StopSignal::Requested()
 {
-    const bool isFirst = count_ == 0;
     const int taken = Take();
-    if (isFirst && taken > 0)
+    if (count_ > 0)
         Unblock();
     // The second of two that came before anybody asked.
     if (taken > 1)
@@ -68,7 +65,7 @@ int StopSignal::Take()
 {
     signalfd_siginfo signal{};
     int taken = 0;
-    while (descriptor_ >= 0 && read(descriptor_, &signal, sizeof signal) == sizeof signal) {
+    while (read(descriptor_, &signal, sizeof signal) == sizeof signal) {
         last_ = static_cast<int>(signal.ssi_signo);
         count_ += last_ == SIGINT ? 1 : 2;
         ++taken;

@@ -22,12 +22,12 @@ bool IsNoTerminal(const std::string& path)
 
 bool IsPseudoTerminal(const std::string& path)
 {
-    // The kernel's numbers of the devices below /dev/pts.
-    constexpr unsigned FirstMajor = 136;
-    constexpr unsigned LastMajor = 143;
+    // The kernel's number of the devices below /dev/pts.
+    constexpr unsigned PseudoTerminalMajor = 136;
+    // All 0 where there is none.
     struct stat status {};
-    return stat(path.c_str(), &status) == 0 && S_ISCHR(status.st_mode) &&
-           major(status.st_rdev) >= FirstMajor && major(status.st_rdev) <= LastMajor;
+    stat(path.c_str(), &status);
+    return S_ISCHR(status.st_mode) && major(status.st_rdev) == PseudoTerminalMajor;
 }
 
 }  // namespace kelvora
