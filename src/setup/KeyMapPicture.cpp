@@ -56,14 +56,9 @@ std::string DrawPicture(std::string_view keyMap, std::size_t columns)
     return picture;
 }
 
-bool IsLargerKeyLetter(char letter)
-{
-    return letter == 'V' || letter == 'H' || letter == 'Q';
-}
-
 bool IsLargerKeyType(char type)
 {
-    return type >= KeyType::DoubleVertical && type <= KeyType::Quadruple;
+    return KeyType::IsWide(type) || KeyType::IsTall(type);
 }
 
 // Whether the larger key whose first cell is at `i` is whole; its other cells become "=", so that they are
@@ -79,9 +74,8 @@ bool TakeWholeKey(std::string& cells, std::size_t i, std::size_t columns)
         cells[cell] = UnusedLetter;
         return true;
     };
-    if (across && (i + 1) % columns == 0)
-        return false;
-    return (!across || take(i + 1)) && (!down || take(i + columns)) &&
+    const bool hasRoom = !across || (i + 1) % columns != 0;
+    return hasRoom && (!across || take(i + 1)) && (!down || take(i + columns)) &&
            (!(across && down) || take(i + columns + 1));
 }
 
@@ -111,9 +105,11 @@ char KeyTypeOfLetter(char letter)
 // The key map that a picture shows; none when a larger key is not whole.
 std::optional<std::string> MapOfPicture(std::string_view picture, std::size_t columns)
 {
+    constexpr std::string_view LargerKeys = "VHQ";
     std::string cells(picture);
-    for (std::size_t i = 0; i < cells.size(); ++i)
-        if (IsLargerKeyLetter(cells[i]) && !TakeWholeKey(cells, i, columns))
+    for (auto i = cells.find_first_of(LargerKeys); i != std::string::npos;
+         i = cells.find_first_of(LargerKeys, i + 1))
+        if (!TakeWholeKey(cells, i, columns))
             return std::nullopt;
     std::ranges::transform(cells, cells.begin(), KeyTypeOfLetter);
     return cells;

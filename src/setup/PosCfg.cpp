@@ -16,8 +16,7 @@ constexpr std::array<std::string_view, 8> BaudTexts{"19200", "9600", "4800", "24
 void PosCfg::SetBaudRate(std::int16_t index)
 {
     baudRate_ = index;
-    const std::size_t comma = PortSettings.find(',');
-    PortSettings.replace(0, comma == std::string::npos ? PortSettings.size() : comma, BaudText(index));
+    PortSettings.replace(0, PortSettings.find(','), BaudText(index));
 }
 
 std::string_view BaudText(int index)

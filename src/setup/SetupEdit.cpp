@@ -38,13 +38,19 @@ void SetOption(std::string& deviceMap, ModuleRecord& record, const ModuleOption&
     }
 }
 
+bool IsAllowed(std::uint8_t mask, char type)
+{
+    return (mask & KeyTypeBits[static_cast<std::size_t>(type - KeyType::Single)]) != 0;
+}
+
 // "single or double-vertical".
 std::string AllowedText(std::uint8_t mask)
 {
     std::vector<std::string_view> words;
-    for (std::size_t type = 0; type < KeyTypeBits.size(); ++type)
-        if (mask & KeyTypeBits[type])
-            words.push_back(KeyTypeWord(static_cast<char>(KeyType::Single + type)));
+    for (const char type :
+         {KeyType::Single, KeyType::DoubleVertical, KeyType::DoubleHorizontal, KeyType::Quadruple})
+        if (IsAllowed(mask, type))
+            words.push_back(KeyTypeWord(type));
     std::string text;
     for (std::size_t i = 0; i < words.size(); ++i)
         text.append(i == 0 ? "" : i + 1 == words.size() ? " or " : ", ").append(words[i]);
@@ -60,7 +66,7 @@ std::string SetKey(std::string& map, int position, int columns, char type)
         if (present == KeyType::Unused)
             present = KeyType::Single;
         const std::uint8_t allowed = AllowedKeyTypes(position, columns, map);
-        if ((allowed & KeyTypeBits[static_cast<std::size_t>(type - KeyType::Single)]) == 0)
+        if (!IsAllowed(allowed, type))
             return "may only be " + AllowedText(allowed) + " here";
     }
     SetKeyType(position, type, columns, map);

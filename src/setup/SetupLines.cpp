@@ -14,8 +14,8 @@ namespace {
 // Editors and transfer programs of the till's world leave these at the end of a text.
 constexpr std::string_view EndOfText("\x1A\x03\x00", 3);
 
-// Of the blank and the underscore that continue a line.
-constexpr std::size_t ContinuationLength = 2;
+// Ends a line that goes on in the next one.
+constexpr std::string_view Continuation = " _";
 
 // What each code is read as: capitals of the ASCII letters alone, tabs as blanks.
 constexpr std::array<char, 256> ReadAs = [] {
@@ -97,13 +97,12 @@ SetupLine SetupLines::Next()
         }
         if (!continued)
             firstNumber_ = number_;
-        const std::string_view trimmed = Trim(line);
-        // A tab before the underscore is a blank like any other.
-        continued =
-            trimmed.size() >= ContinuationLength && trimmed.back() == '_' && IsBlank(*(trimmed.end() - 2));
-        AppendCapitals(assembled_, trimmed.substr(0, trimmed.size() - (continued ? ContinuationLength : 0)));
+        const std::size_t start = assembled_.size();
+        AppendCapitals(assembled_, Trim(line));
+        continued = std::string_view(assembled_).substr(start).ends_with(Continuation);
         if (!continued)
             return Keyword();
+        assembled_.erase(assembled_.size() - Continuation.size());
     }
     if (continued)
         RejectLine(number_, Expected::Continuation);

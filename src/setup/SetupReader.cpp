@@ -196,9 +196,9 @@ SetupDocument ReadDeviceMap(std::string_view deviceMap)
             refuse(position, SetupErrorNumber::ModuleRefused, Expected::OneOfAKind);
         try {
             if (kind == ModuleKind::Backlight)
-                rules.TakeKeyword({SetupLine::Type::Keyword, 0, "BACKLIGHT", "YES"});
+                rules.TakeKeyword({.name = "BACKLIGHT", .value = "YES"});
             else if (!IsPart(kind))
-                rules.TakeHead({SetupLine::Type::Head, 0, KindName(kind), {}});
+                rules.TakeHead({.name = KindName(kind)});
         } catch (const SetupError& error) {
             refuse(position, error.Number(), error.ExpectedHere());
         }

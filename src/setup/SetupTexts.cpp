@@ -2,8 +2,10 @@
 
 #include <array>
 #include <cstddef>
+#include <vector>
 
 #include "keymap/Models.h"
+#include "platform/Joined.h"
 #include "platform/NumberText.h"
 #include "setup/Options.h"
 
@@ -27,24 +29,18 @@ constexpr std::array ModuleTexts{MessageId{},           Message::MasterCaption, 
 // The names of kinds, one character of its code each.
 std::string KindNames(const MessageCatalogue& catalogue, std::string_view kinds)
 {
-    std::string names;
-    for (const char kind : kinds) {
-        if (!names.empty())
-            names += ", ";
-        names += ModuleCaption(catalogue, static_cast<ModuleKind>(kind));
-    }
-    return names;
+    std::vector<std::string> names;
+    for (const char kind : kinds)
+        names.push_back(ModuleCaption(catalogue, static_cast<ModuleKind>(kind)));
+    return Joined(names, ", ");
 }
 
 std::string CodeTexts(const MessageCatalogue& catalogue, std::string_view codes)
 {
-    std::string text;
-    for (const char code : codes) {
-        if (!text.empty())
-            text += ", ";
-        text += std::to_string(static_cast<std::uint8_t>(code));
-    }
-    return text.empty() ? catalogue.Caption(Message::OptionNone) : text;
+    std::vector<std::string> texts;
+    for (const char code : codes)
+        texts.push_back(std::to_string(static_cast<std::uint8_t>(code)));
+    return texts.empty() ? catalogue.Caption(Message::OptionNone) : Joined(texts, ", ");
 }
 
 std::string ValueText(const MessageCatalogue& catalogue, SetupDifference::What what, const std::string& value)

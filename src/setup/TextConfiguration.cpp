@@ -38,7 +38,7 @@ void WriteAfterComma(std::string& settings, std::size_t offset, char character)
 {
     const std::size_t comma = settings.find(',');
     if (comma != std::string::npos && comma + offset < settings.size())
-        settings[comma + offset] = character;
+        settings.at(comma + offset) = character;
 }
 
 void TakeSetting(PortDefaults& defaults, const SetupLine& line)
@@ -48,7 +48,7 @@ void TakeSetting(PortDefaults& defaults, const SetupLine& line)
         defaults.port = static_cast<std::int16_t>(port == Ports.end() ? 1 : port - Ports.begin() + 1);
     } else if (line.name == "BAUD") {
         const auto* const baud = std::ranges::find(Bauds, line.value);
-        defaults.settings.replace(0, std::min(defaults.settings.find(','), defaults.settings.size()),
+        defaults.settings.replace(0, defaults.settings.find(','),
                                   baud == Bauds.end() ? Bauds.front() : *baud);
     } else if (const auto* const key = std::ranges::find(CharacterKeys, line.name, &CharacterKey::name);
                key != CharacterKeys.end()) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "setup/SetupReader.h"
+#include "setup/SetupTexts.h"
 
 namespace kelvora {
 
@@ -70,6 +71,7 @@ TEST(SetupDifferences, Modules)
         {What::Key, ICCR, 1, 161, 1, "1", "0"},
     };
     EXPECT_EQ(CompareSetups(before, after), differences);
+    EXPECT_EQ(Describe(MessageCatalogue(), differences.back()), "ICCR, Key 161 -> 1: single key -> unused");
 }
 
 }  // namespace kelvora

@@ -106,8 +106,8 @@ TEST(SetupEdit, RefusesWhatIsNoSetting)
     check("one character", {"mcr.separator1=a", "mcr.separator1=_", "mcr.separator1= ", "mcr.separator2=;;"});
     check("single, double-vertical", {"KM096.43=triple", "ICCR.1="});
     check("the name fiscal", {"mcr.separator4=;", "mcr.43=single", "code4.1=single", ".1=single"});
-    check("numbers of keys from 1", {"KM096.0=single", "KM096.9..4=single", "KM096.4..=single",
-                                     "KM096.4x=single", "KM096.99999999999=single"});
+    check("numbers of keys from 1", {"KM096.0=single", "KM096.0..4=single", "KM096.9..4=single",
+                                     "KM096.4..=single", "KM096.4x=single", "KM096.99999999999=single"});
     for (const char* const text : {"backlight", "code4", "", "!", "!!mcr", "fiscal=1"})
         EXPECT_THROW(ParseCondition(text), std::invalid_argument) << text;
 }

@@ -1,6 +1,7 @@
 #include "setup/SetupReader.h"
 
 #include "setup/SampleTexts.h"
+#include "setup/SetupErrorText.h"
 
 using namespace kelvora;
 using namespace std::string_literals;
@@ -57,12 +58,20 @@ TEST(SetupReader, NamesTheLineAndWhatWasExpected)
         {"H over the right edge", KM064("SSSSSSSHH"), 2, Expected::WholeKeys},
         {"Q without its diagonal", KM064("QQSSSSSSQS"), 2, Expected::WholeKeys},
         {"key type without its covered cell", KM064("3S"), 2, Expected::WholeKeys},
-        {"key types that overlap", KM064("S4=SSSSS3=="), 2, Expected::WholeKeys},
+        {"key type that overlaps a key", KM064("S2SSSSSSHH"), 2, Expected::WholeKeys},
     };
     for (const Rejection& row : rows)
         ExpectRejected(row, [](const std::string& text) { ReadSetup(text); });
     ExpectRejected({"eighth module", Repeat("[KM064]\n", 8), 8, Expected::Room, Refused},
                    [](const std::string& text) { ReadSetup(text, RepeatedKinds::Read); });
+    const MessageCatalogue english;
+    EXPECT_EQ(DescribeSetupError(english, {Refused, 1, Expected::MasterFirst}),
+              "A module of the file cannot stand where it does.\r\nLine 1: Expected here: another module: "
+              "[KM096] may only be the first one");
+    EXPECT_EQ(DescribeSetupError(english, {SetupErrorNumber::LineRejected, 0, Expected::SectionName}),
+              "A line of the file is not valid.\r\nExpected here: the name of a section between [ and ]");
+    EXPECT_EQ(DescribeMapError(english, {Refused, Expected::MasterFirst, 2, 214}),
+              "Position 2: code 214, a main keyboard behind other modules");
 }
 
 TEST(SetupReader, ReadsModulesAndOptions)

@@ -5,6 +5,7 @@
 #include "keymap/Keyboard.h"
 #include "keymap/Models.h"
 #include "setup/DeviceCode.h"
+#include "setup/KeyMapPicture.h"
 #include "setup/SetupReader.h"
 
 using namespace kelvora;
@@ -31,4 +32,7 @@ TEST(SetupWriter, WritesAWholeSetup)
     setup.Modules.push_back({});
     setup.Modules.push_back(CreateRecord(DeviceCode::ICCR, 6));
     EXPECT_EQ(WriteSetup(setup.Modules), text) << "device code 0 ends the list";
+    std::string narrow;
+    AppendKeyMapPicture(narrow, "111", 1);
+    EXPECT_EQ(narrow, "KeyMap = S _\r\n         S\r\n") << "of one column without the last cell";
 }
