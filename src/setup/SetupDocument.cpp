@@ -106,18 +106,14 @@ void DeleteRecord(SetupDocument& document, std::size_t index)
         --later->Position;
 }
 
-bool RemoveModule(SetupDocument& document, ModuleKind kind)
+void RemoveModule(SetupDocument& document, ModuleKind kind)
 {
-    return !TakeRecords(document, kind).empty();
+    TakeRecords(document, kind);
 }
 
-bool MoveModule(SetupDocument& document, ModuleKind kind, std::size_t index)
+void MoveModule(SetupDocument& document, ModuleKind kind, std::size_t index)
 {
-    ModuleList records = TakeRecords(document, kind);
-    if (records.empty())
-        return false;
-    InsertRecords(document, std::move(records), index);
-    return true;
+    InsertRecords(document, TakeRecords(document, kind), index);
 }
 
 void ChangeDeviceCode(std::string& deviceMap, ModuleRecord& record, std::uint8_t newCode)

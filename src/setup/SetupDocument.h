@@ -38,13 +38,12 @@ bool InsertModule(SetupDocument& document, ModuleKind kind, std::size_t index);
 /// Deletes the record at `index`: later records move down one place and one position.
 void DeleteRecord(SetupDocument& document, std::size_t index);
 
-/// Removes the module of that kind; a KM096 takes its backlight and code-4 part along. False when the setup
-/// has none.
-bool RemoveModule(SetupDocument& document, ModuleKind kind);
+/// Removes the module of that kind, if there is one; a KM096 takes its backlight and code-4 part along.
+void RemoveModule(SetupDocument& document, ModuleKind kind);
 
 /// Takes the module of that kind out and puts it back before what is then the record at `index` (or at the
-/// end), with its key map and options; a KM096 takes its parts along. False when the setup has none.
-bool MoveModule(SetupDocument& document, ModuleKind kind, std::size_t index);
+/// end), with its key map and options; a KM096 takes its parts along.
+void MoveModule(SetupDocument& document, ModuleKind kind, std::size_t index);
 
 /// Gives a record another device code of its kind (the MCR's tracks, the backlight's state) in the record,
 /// its options and the device map. Nothing changes when the record's present code is not what the device map

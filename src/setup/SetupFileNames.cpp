@@ -29,8 +29,8 @@ std::string Filters(const MessageCatalogue& catalogue, const MessageId& first, s
 
 std::size_t NameStart(std::string_view path)
 {
-    const std::size_t slash = path.rfind('/');
-    return slash == std::string_view::npos ? 0 : slash + 1;
+    // 0 where there is none.
+    return path.rfind('/') + 1;
 }
 
 // A dot in a name begins an ending only where the dialog knows it: "till 2.5" has none.

@@ -19,17 +19,17 @@ struct NamedOption {
     std::string_view name;
     SetupDifference::What what;
     ModuleKind kind;
-    int track;
+    int track{};
 };
 
 constexpr std::array NamedOptions{
-    NamedOption{"fiscal", SetupDifference::What::Fiscal, ModuleKind::KM096, 0},
-    NamedOption{"backlight", SetupDifference::What::Backlight, ModuleKind::Backlight, 0},
-    NamedOption{"mcr.tracks", SetupDifference::What::Tracks, ModuleKind::MCR, 0},
+    NamedOption{"fiscal", SetupDifference::What::Fiscal, ModuleKind::KM096},
+    NamedOption{"backlight", SetupDifference::What::Backlight, ModuleKind::Backlight},
+    NamedOption{"mcr.tracks", SetupDifference::What::Tracks, ModuleKind::MCR},
     NamedOption{"mcr.separator1", SetupDifference::What::Separator, ModuleKind::MCR, 1},
     NamedOption{"mcr.separator2", SetupDifference::What::Separator, ModuleKind::MCR, 2},
     NamedOption{"mcr.separator3", SetupDifference::What::Separator, ModuleKind::MCR, 3},
-    NamedOption{"mcr.autoread", SetupDifference::What::Autoread, ModuleKind::MCR, 0},
+    NamedOption{"mcr.autoread", SetupDifference::What::Autoread, ModuleKind::MCR},
 };
 
 struct NamedKeyType {

@@ -70,8 +70,8 @@ TEST(SetupReader, NamesTheLineAndWhatWasExpected)
               "[KM096] may only be the first one");
     EXPECT_EQ(DescribeSetupError(english, {SetupErrorNumber::LineRejected, 0, Expected::SectionName}),
               "A line of the file is not valid.\r\nExpected here: the name of a section between [ and ]");
-    EXPECT_EQ(DescribeMapError(english, {Refused, Expected::MasterFirst, 2, 214}),
-              "Position 2: code 214, a main keyboard behind other modules");
+    EXPECT_EQ(DescribeMapError(english, {Refused, Expected::KeyOfSection, 2, 23}),
+              "Position 2: code 23, a backlight part without a main keyboard before it");
 }
 
 TEST(SetupReader, ReadsModulesAndOptions)
