@@ -19,8 +19,7 @@ bool HoldsNothing(const RecoveryCopy& copy)
 // The changes were saved before the copy could be taken away.
 bool IsSaved(const RecoveryOffer& offer)
 {
-    return offer.damage == RecoveryDamage::None &&
-           (offer.file == FileSince::Same || offer.file == FileSince::Changed) &&
+    return (offer.file == FileSince::Same || offer.file == FileSince::Changed) &&
            WriteSetup(offer.base.Modules) == offer.copy.setup;
 }
 

@@ -1,7 +1,6 @@
 #include "recovery/RecoveryCopy.h"
 
 #include <array>
-#include <charconv>
 #include <cstddef>
 #include <utility>
 
@@ -32,20 +31,19 @@ std::string FieldText(std::string_view name, const std::string& value)
 // The value of the field that `rest` begins with, which is cut off there.
 std::optional<std::string> TakeField(std::string_view& rest, std::string_view name)
 {
-    if (!rest.starts_with(name) || !rest.substr(name.size()).starts_with(' '))
+    const std::string start = std::string(name) + ' ';
+    const std::size_t colon = rest.find(':');
+    if (!rest.starts_with(start) || colon == std::string_view::npos)
         return std::nullopt;
-    const char* const digits = rest.data() + name.size() + 1;
-    const char* const end = rest.data() + rest.size();
-    std::size_t length = 0;
-    const auto [colon, error] = std::from_chars(digits, end, length);
-    if (error != std::errc() || colon == end || *colon != ':')
+    const auto length = WholeNumber<std::size_t>(rest.substr(start.size(), colon - start.size()));
+    if (!length)
         return std::nullopt;
-    const auto left = static_cast<std::size_t>(end - colon) - 1;
-    if (length >= left || colon[length + 1] != '\n')
+    const std::string_view value = rest.substr(colon + 1, *length);
+    rest.remove_prefix(colon + 1 + value.size());
+    if (!rest.starts_with('\n'))
         return std::nullopt;
-    std::string value(colon + 1, length);
-    rest.remove_prefix(rest.size() - left + length + 1);
-    return value;
+    rest.remove_prefix(1);
+    return std::string(value);
 }
 
 }  // namespace

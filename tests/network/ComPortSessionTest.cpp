@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "fakes/FakeConnection.h"
+#include "network/Telnet.h"
 
 namespace kelvora {
 namespace {
@@ -44,6 +47,10 @@ TEST(ComPortSession, TakesTheLinesBytesOutOfWhatComes)
     EXPECT_EQ(Take(session, FromHex("FF FA 2C") + std::string(1'000'000, 'a') + FromHex("FF F0 41")).data,
               "A")
         << "an endless text of an option";
+
+    for (const auto& [hex, begins] : std::map<std::string, bool>{
+             {"FF", false}, {"FF FB", true}, {"FF FA", true}, {"FF F1", false}, {"41 FB", false}})
+        EXPECT_EQ(BeginsTelnet(FromHex(hex)), begins) << hex;
 }
 
 }  // namespace

@@ -55,6 +55,7 @@ TEST(PortNames, ParsesTheLineArgument)
         refused(argument, "names no line");
     for (const char* const argument : {"1=", "1=ttyUSB0", "1=/", "1=/dev/a\n", "1=tcp:a"})
         refused(argument, "names no port");
+    EXPECT_TRUE(IsLineDevice("/d") && IsLineDevice("/" + std::string(4095, 'a')));
 }
 
 TEST(PortNames, CommandLineCountsBeforeTheFileAndIsNotKept)
@@ -78,9 +79,11 @@ TEST(PortNames, CommandLineCountsBeforeTheFileAndIsNotKept)
     devices.condition["/dev/busy"] = PortFailure::None;
     SilentPort first(devices, "/dev/a");
     SilentPort open(devices, "/dev/busy");
+    SilentPort fourth(devices, "/dev/a");
     open.Open();
-    names.ApplyTo({&first, &open, nullptr, nullptr});
+    names.ApplyTo({&first, &open, nullptr, &fourth});
     EXPECT_EQ(first.Device(), "/dev/last");
+    EXPECT_EQ(fourth.Device(), "/dev/ttyS3");
     EXPECT_EQ(open.Device(), "/dev/busy") << "nobody takes a line away under its operation";
 }
 

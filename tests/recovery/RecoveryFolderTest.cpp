@@ -81,7 +81,9 @@ TEST_F(RecoveryFolderTest, OnlyTheCopiesOfTheDeadAreClaimedAndByOneRunAlone)
 TEST_F(RecoveryFolderTest, WhatIsNoCopyIsLeftAloneAndALostLockLosesNothing)
 {
     fs::create_directories(folder);
-    files.Write(folder + "/notes.txt", "mine");
+    for (const char* name :
+         {"notes.txt", "notes.copy", ".lock", "-1.copy", "7-notes.txt", "7.copy", "1000000-1.copy"})
+        files.Write(folder + "/" + name, "mine");
     files.Write(folder + "/4-1.copy", "without lock");
     fs::create_directory(folder + "/5.lock");
     files.Write(folder + "/5-1.copy", "cannot be claimed");

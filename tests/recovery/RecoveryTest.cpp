@@ -32,7 +32,9 @@ TEST(RecoveryCopy, ComesBackAsItWasAndNoDamagePasses)
         EXPECT_EQ(ReadRecoveryCopy(text.substr(0, i)), std::nullopt) << "cut at " << i;
     }
     EXPECT_EQ(ReadRecoveryCopy(text + "\n"), std::nullopt);
-    EXPECT_EQ(ReadRecoveryCopy("Kelvora recovery 1\ntime 99999999999999999999:x\n"), std::nullopt);
+    for (const char* time :
+         {"time 99999999999999999999:x\n", "time 18446744073709551615:x\n", "time x", "time 1"})
+        EXPECT_EQ(ReadRecoveryCopy(std::string("Kelvora recovery 1\n") + time), std::nullopt) << time;
 }
 
 class RecoveryTest : public testing::Test {
@@ -110,8 +112,9 @@ TEST_F(RecoveryTest, WhatIsSavedIsNotOfferedAndWhatIsDamagedStays)
 {
     files.content["/t/saved.dat"] = AutoBadge;
     Leave("saved", CopyOf("/t/saved.dat"));
-    RecoveryCopy older = CopyOf("");
+    RecoveryCopy older = CopyOf("/t/its file is gone.dat");
     older.time = "2026-03-08 07:05:00";
+    older.setup = older.saved;
     Leave("second", CopyOf(""));
     Leave("third", older);
     store.left["torn"] = "Kelvora recovery 1\ntime 19:2026";
