@@ -12,13 +12,10 @@ namespace {
 constexpr std::string_view StatusDone = "0";
 
 /// A wait ends after the control has given up by itself, not before.
-constexpr std::chrono::milliseconds ControlMargin{1000};
+constexpr std::chrono::seconds ControlMargin{1};
 
 /// How long one send of a command in a hurry takes at the most.
-constexpr std::chrono::milliseconds HurriedSend{1000};
-
-/// A command that comes when the time is used up has so long to leave the machine.
-constexpr std::chrono::milliseconds ShortestWait{100};
+constexpr std::chrono::seconds HurriedSend{1};
 
 // A refusal that names the command: the number alone does not tell where the work stopped.
 [[noreturn]] void RaiseAt(std::string_view name, const ReplyError& error)
@@ -88,7 +85,8 @@ int LineWork::WaitTime() const
     if (!endsBy_)
         return timeout_;
     const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(*endsBy_ - Now());
-    return static_cast<int>(std::max(left, ShortestWait).count());
+    // A command that comes when the time is used up still leaves the machine.
+    return static_cast<int>(std::max(left, CountdownTimer::Interval).count());
 }
 
 std::string LineWork::WaitFor(std::string_view name)
