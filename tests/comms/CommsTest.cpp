@@ -99,7 +99,7 @@ TEST_F(CommsTest, EventsBecomeTaggedLinesAndSendClearsThem)
     EXPECT_TRUE(control.IsWaiting());
 }
 
-TEST_F(CommsTest, WorkOnALineTellsWhoHoldsItAndReleasesOnceATerminalThatWasNeverThere)
+TEST_F(CommsTest, WorkOnALineFromAPortThatIsHeldToATerminalThatIsAway)
 {
     const auto hold = [&] {
         return WorkOnLine(comms, {1, "9600,n,8,1", 0}, {},
@@ -109,6 +109,11 @@ TEST_F(CommsTest, WorkOnALineTellsWhoHoldsItAndReleasesOnceATerminalThatWasNever
     bench.port.holder = "minicom (PID 7)";
     EXPECT_EQ(hold().failure.holder, "minicom (PID 7)");
     bench.port.refusal = PortFailure::None;
+    LineProgress last;
+    LineHooks hooks;
+    hooks.progress = [&last](const LineProgress& progress) { last = progress; };
+    EXPECT_TRUE(Upload(comms, {1, "9600,n,8,1", 0}, hooks).IsDone());
+    EXPECT_EQ(last.left, std::chrono::seconds(0));
     bench.line.TakeAway();
     std::string sent;
     control.watcher = [&sent](const LineTraffic& traffic) { sent += traffic.bytes.substr(5, 5); };

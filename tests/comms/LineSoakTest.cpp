@@ -58,7 +58,7 @@ TEST(LineSoak, EveryFailureIsToldInItsTime)
     check("and of the map", {}, Answers("$9902", "M$9902!0!1#214!x"), Error::Malformed, None, false, 2);
     check("another size", {}, Answers("0FB0", "M0FB0!0$4096"), Error::Failed, None, true, 2);
     check("too short", {}, Answers("20", "M20!0$0000"), Error::Malformed, None, true, 2);
-    check("too long", {}, Answers("20", "M20!0$0000!a!b!c"), Error::Malformed, None, true, 2);
+    check("too long", {}, Answers("20", "M20!0$0000!a!b!c"), Error::Malformed, None, true, 2, "of fields");
     check("not escaped", {}, Answers("20", "M20!0$0000\"a\x1B"), Error::Malformed, None, true, 2);
     check("another block", {}, Answers("20", "M20!0$0040!a"), Error::Malformed, None, true, 2);
     check("another CRC", {}, Answers("0F02", "M0F02!0(00000000"), Error::Malformed, None, true, 12);
