@@ -37,9 +37,7 @@ TEST(SetupReader, NamesTheLineAndWhatWasExpected)
         {"head without bracket", "\r\n[MCR\r\n]", 2, Expected::SectionName},
         {"head with a blank name", "[ \t]", 1, Expected::SectionName},
         {"line without =", "[MCR]\nTracks", 2, Expected::KeyAndValue},
-        {"line of blanks", "[MCR]\n \n", 2, Expected::KeyAndValue},
         {"unknown key", "[MCR]\nTrack4Sep=,", 2, Expected::KnownKey},
-        {"option before any head", "Autoread=ON", 1, Expected::KeyOfSection},
         {"key map under an unknown head", "[MCR]\n[Other]\nKeyMap=S", 3, Expected::KeyOfSection},
         {"backlight of a badge reader", "[KM096]\n[MCR]\nBacklight=NO", 3, Expected::KeyOfSection},
         {"key map of a badge reader", "[MCR]\nKeyMap=X", 2, Expected::KeyOfSection},
@@ -119,9 +117,7 @@ TEST(SetupReader, ReadsDeviceMapsLetterForLetter)
         EXPECT_EQ(document.DeviceMap, deviceMap) << reason;
         EXPECT_EQ(Summary(document), summary) << reason;
     };
-    check("no module", "", "");
     check("backlight off", "\xD6\x1F\x04\x08\x02", "0:214(YES)1:31(NO )2:4()3:8()4:2(2,3  ^^^ON )");
-    check("parts that the line did not report", "\xD6\xBF", "0:214(YES)1:191()");
     check("unknown codes keep their places", "\xFF\xBF\x63\x01", "1:191()3:1(1,2  ^^^ON )");
     check("seven modules", "\xD6\x17\x04\xBF\x03\x08\xFF", Master + "3:191()4:3(1,2,3^^^ON )5:8()");
     const std::vector<Rejection> rejections{
