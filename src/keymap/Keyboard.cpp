@@ -179,17 +179,4 @@ void SetKeyType(int position, char newType, int columns, std::string& map)
         Put(map, covered, KeyType::Unused);
 }
 
-bool ConfirmDefaultKeyMap(ModuleKind kind, std::string& map, Prompt& prompt, std::string_view title,
-                          std::string_view question)
-{
-    const Model* const model = FindModel(kind);
-    if (model == nullptr)
-        return false;
-    constexpr BoxStyle style{BoxIcon::Exclamation, BoxButtons::OkCancel, Answer::Ok};
-    if (prompt.Show(title, question, style) != Answer::Ok)
-        return false;
-    map = model->defaultMap;
-    return true;
-}
-
 }  // namespace kelvora

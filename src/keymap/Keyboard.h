@@ -7,9 +7,6 @@
 #include <string>
 #include <string_view>
 
-#include "keymap/ModuleKind.h"
-#include "platform/Prompt.h"
-
 namespace kelvora {
 
 /// The mask bit of each key type (0 single, 1 double vertical, 2 double horizontal, 3 quadruple).
@@ -44,10 +41,5 @@ bool IsCovered(int position, int columns, std::string_view map);
 /// Changes one key: cells that its old type covered become single keys, the new type is written with the
 /// cells that it covers. A position outside the map is left alone, and so is a covered cell past its end.
 void SetKeyType(int position, char newType, int columns, std::string& map);
-
-/// Asks `question`, a warning with OK and Cancel, and on OK makes `map` the model's default map.
-/// Returns whether it was replaced. A kind without keys is left alone, without a question.
-bool ConfirmDefaultKeyMap(ModuleKind kind, std::string& map, Prompt& prompt, std::string_view title,
-                          std::string_view question);
 
 }  // namespace kelvora

@@ -97,11 +97,10 @@ private:
     {
         const int row = (position - 1) / columns_;
         const int column = (position - 1) % columns_;
-        const auto side = static_cast<std::int16_t>(place_.cell - 2 * gap_);
-        const auto between = static_cast<std::int16_t>(2 * gap_);
+        const int side = place_.cell - 2 * gap_;
         const KeyRect single{place_.left + column * place_.cell + gap_, place_.top + row * place_.cell + gap_,
                              side, side};
-        KeyRect cap = SizeKey(single, type, {side, side, between, between});
+        KeyRect cap = SizeKey(single, type, 2 * gap_);
         cap.width = std::min(cap.width, place_.left + columns_ * place_.cell - gap_ - cap.left);
         cap.height = std::min(cap.height, place_.top + rows_ * place_.cell - gap_ - cap.top);
         return cap;

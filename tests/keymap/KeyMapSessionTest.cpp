@@ -32,19 +32,19 @@ TEST(KeyMapSession, LoadsMapAndFirstNumber)
     session.Load("11111111111111111\x01");
     EXPECT_EQ(session.Map(), "11111111111111111");
     EXPECT_FALSE(session.IsChanged() || session.IsEditable() || session.CanUndo() || session.CanRedo());
-    session.Choose(1);
-    EXPECT_EQ(session.Selected(), 0);
+    EXPECT_FALSE(session.ChooseNumber(1));
     session.Load("");
-    EXPECT_EQ(session.Map(), "");
+    EXPECT_TRUE(session.Map().empty() && session.Ring() == 0);
 }
 
 TEST(KeyMapSession, ChoiceControls)
 {
     KeyMapSession session = Keypad("3011111111111110XX");
     EXPECT_EQ(session.Choices(), KeyChoices{});
-    session.Choose(1);
+    EXPECT_TRUE(session.ChooseNumber(98)) << "the key over its place";
     EXPECT_EQ(session.Choices(), (KeyChoices{97, 1, true, false, false, {false, false, true, false}, All}));
-    session.Choose(16);
+    EXPECT_TRUE(session.ChooseNumber(112));
+    EXPECT_FALSE(session.ChooseNumber(113));
     EXPECT_EQ(session.Choices(), (KeyChoices{112, 1, true, true, false, None, None}));
     session.Choose(1, Choosing::Add);
     EXPECT_EQ(session.Choices(), (KeyChoices{97, 2, true, false, true, None, All}));

@@ -158,7 +158,7 @@ QSize KeyGridView::minimumSizeHint() const
 }
 
 /// Lays single keys out regularly in the largest housing of fair proportions, then sizes each key after its
-/// type by what that layout measures.
+/// type.
 void KeyGridView::PlaceKeys()
 {
     const int rows = Rows();
@@ -181,10 +181,9 @@ void KeyGridView::PlaceKeys()
                            housing_.top + HousingMargin + i / columns * keyHeight, keyWidth - gap,
                            keyHeight - gap});
 
-    const KeyGridMetrics metrics = MeasureKeyGrid(places_, columns);
     for (std::size_t i = 0; i < map_.size(); ++i) {
-        caps_[i]->SetUnit(metrics.keyHeight);
-        caps_[i]->setGeometry(ToQRect(SizeKey(places_[i], map_[i], metrics)));
+        caps_[i]->SetUnit(places_[i].height);
+        caps_[i]->setGeometry(ToQRect(SizeKey(places_[i], map_[i], gap)));
     }
     FindRecesses();
 }

@@ -304,9 +304,9 @@ void frmKeyb::UnusedCheck_Click()
 void frmKeyb::DefaultMapping_Click()
 {
     ShowChoices({});
-    std::string map = session_.Map();
-    ConfirmDefaultKeyMap(kind_, map, texts_.Boxes(), ProductName, texts_.Caption(Message::ConfirmDefaults));
-    session_.ShowDefaults(std::move(map));
+    constexpr BoxStyle style{BoxIcon::Exclamation, BoxButtons::OkCancel, Answer::Ok};
+    const bool isWanted = texts_.Tell(texts_.Caption(Message::ConfirmDefaults), style) == Answer::Ok;
+    session_.ShowDefaults(isWanted ? std::string(FindModel(kind_)->defaultMap) : session_.Map());
     ShowSession();
 }
 
