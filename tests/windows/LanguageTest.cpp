@@ -83,19 +83,22 @@ TEST(Language, OffersWhatHasTextsAndSettings)
     Start start;
     const std::string header(CatalogueHeader);
     const std::string program = start.folders.program;
-    for (const char* const name : {"ZelFRA.mes", "ZelABCD.mes", "Zelabc.mes", "ZelDEU.mes.bak", "FenhoDEU"})
+    for (const char* const name :
+         {"ZelFRA.mes", "ZelABCD.mes", "XelABC.mes", "ZelABC.txt", "Zelabc.mes", "FenhoDEZ"})
         start.files.content[program + "/" + name] = header + "489, Wrong \r\n";
-    start.files.content[program + "/ZelDEU.mes"] = header + "489, &Deutsch \r\n";
-    start.files.content["/home/p/Kelvora/ZelDEU.ini"] = "";
+    start.files.content[program + "/ZelDEZ.mes"] = header + "489, &Deutsch \r\n";
+    for (const char* const name : {"ZelDEZ.ini", "ZelABC.ini", "Zelabc.ini"})
+        start.files.content[start.folders.person + "/" + name] = "";
     start.files.unreadable = {program + "/ZelITA.mes"};
     Texts texts(start.prompt);
     Language language(start.files, start.prompt, texts, start.folders);
     std::string offered;
     for (const OfferedLanguage& each : language.Offered())
         offered += each.code + " " + each.name + ", ";
-    EXPECT_EQ(offered, "DEU &Deutsch, ENG ENG, ITA ITA, ") << "by its code where the texts do not name it";
+    EXPECT_EQ(offered, "DEZ &Deutsch, ENG ENG, ITA ITA, ") << "by its code where the texts do not name it";
 
+    EXPECT_FALSE(language.Load(start.main) || language.Change("ITA")) << "unreadable";
     EXPECT_EQ(language.HelpFolder(), "/opt/k/bin/FenhoENG");
-    ASSERT_TRUE(language.Change("DEU"));
-    EXPECT_EQ(language.HelpFolder(), "/opt/k/bin/FenhoDEU");
+    EXPECT_TRUE(language.Change("DEZ") && language.Load(start.main));
+    EXPECT_EQ(language.HelpFolder(), "/opt/k/bin/FenhoDEZ");
 }
