@@ -30,7 +30,7 @@ ScanOutcome RunScan(const ScanRequest& request, Console& console, LineAccess& ac
 {
     LineRun run(request.line, console, access);
     OperationNote note = BeginNote(JournalOperation::Scan, request.line, access);
-    ScanOutcome scan = ScanLine(run.comms, request.line.Target(), ConnectionMode::Pos, run.hooks);
+    ScanOutcome scan = ScanLine(run.comms, request.line.Target(), run.hooks);
     note.Tell(request.line.Target(), scan.line);
     EndNote(note, console);
     return scan;

@@ -19,33 +19,22 @@ struct CommandSituation {
     bool canRedo = false;
 };
 
-/// The enabled state of each command, named after its menu entry.
+/// Which commands are enabled: those that always are together share an entry.
 struct CommandState {
-    bool fileNew = false;   ///< also from a template
-    bool fileOpen = false;  ///< with recent files, dropped ones and those that another start hands over
-    bool fileScan = false;
-    bool fileSave = false;
-    bool fileSaveAs = false;  ///< also as a template
-    bool fileClose = false;
-    bool sheet = false;  ///< print, preview, export, and comparing with another setup
+    /// What needs no setup: a new one, also from a template, opening one, also a recent, dropped or handed
+    /// over one, the names of the ports, practice, the series, the language and the box about the program.
+    bool program = false;
+    bool scan = false;  ///< into a window of its own
+    /// What any setup allows: to save, close, print, export and compare it, to paste a module, its port and
+    /// settings, the list of backups, and the places of the windows.
+    bool setup = false;
+    /// What needs its line as well: scanning it anew, download, verify, the dumps, restoring one, the wizard.
+    bool line = false;
     bool undo = false;
     bool redo = false;
     bool copy = false;  ///< the focused module
-    bool paste = false;
     LayoutState layout;
     bool options = false;  ///< of the focused module
-    bool ports = false;
-    bool portSettings = false;
-    bool portNames = false;  ///< which device stands behind which port
-    bool rescan = false;
-    bool flash = false;     ///< download, verify, the dumps and restoring one
-    bool backups = false;   ///< the list of backups, which needs no line
-    bool wizard = false;    ///< the EEPROM wizard
-    bool practice = false;  ///< begin or end simulated devices
-    bool series = false;    ///< many tills one after another, on lines of their own
-    bool language = false;
-    bool about = false;    ///< a box that must not come in between
-    bool windows = false;  ///< changing between the open windows, and closing them
 
     friend bool operator==(const CommandState&, const CommandState&) = default;
 };

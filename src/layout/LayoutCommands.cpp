@@ -33,13 +33,6 @@ PlaceRange PlacesFor(ModuleKind kind, const ModuleList& modules)
     return {hasMaster ? 1U : 0U, chain.size()};
 }
 
-bool NeedsPlacing(ModuleKind kind, const ModuleList& modules)
-{
-    // With one main module there is only one place for a second.
-    constexpr std::size_t ModulesToPlaceAmong = 2;
-    return MainChain(modules).size() >= ModulesToPlaceAmong && HasChoice(kind, modules);
-}
-
 bool HasChoice(ModuleKind kind, const ModuleList& modules)
 {
     const PlaceRange range = PlacesFor(kind, modules);

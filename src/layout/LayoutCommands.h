@@ -25,10 +25,8 @@ struct PlaceRange {
 };
 PlaceRange PlacesFor(ModuleKind kind, const ModuleList& modules);
 
-/// Whether a new module of that kind is placed by the user; in a short chain it goes to the end at once.
-bool NeedsPlacing(ModuleKind kind, const ModuleList& modules);
-
-/// Whether a module of that kind has more than one place to be in; the master keyboard never has.
+/// Whether a module of that kind, new or there already, has more than one place to be in; the master keyboard
+/// never has, nor has any beside it alone.
 bool HasChoice(ModuleKind kind, const ModuleList& modules);
 
 /// The place of a module that is in the chain already.

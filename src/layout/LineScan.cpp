@@ -45,11 +45,10 @@ ModuleList ModulesOfMap(const std::string& deviceMap)
     }
 }
 
-ScanOutcome ScanLine(Comms& comms, const LineTarget& target, ConnectionMode mode, const LineHooks& hooks)
+ScanOutcome ScanLine(Comms& comms, const LineTarget& target, const LineHooks& hooks)
 {
     ScanOutcome outcome;
-    outcome.line = ScanWithUpload(comms, target, hooks,
-                                  mode == ConnectionMode::Pos ? std::optional(LineMode::Pos) : std::nullopt);
+    outcome.line = ScanWithUpload(comms, target, hooks, LineMode::Pos);
     outcome.image = ImageFrom(outcome.line.image);
     if (!outcome.line.deviceMap.empty())
         TakeMap(outcome);

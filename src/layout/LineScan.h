@@ -32,7 +32,7 @@ LineTarget TargetOf(const PosCfg& settings);
 /// options but a badge reader's tracks. Empty where they make no setup.
 ModuleList ModulesOfMap(const std::string& deviceMap);
 
-/// Scans a line; once its map has come the line is left in its connection mode. Nothing is shown meanwhile.
-ScanOutcome ScanLine(Comms& comms, const LineTarget& target, ConnectionMode mode, const LineHooks& hooks);
+/// Scans a line; once its map has come the line is left in the mode of a till. Nothing is shown meanwhile.
+ScanOutcome ScanLine(Comms& comms, const LineTarget& target, const LineHooks& hooks);
 
 }  // namespace kelvora

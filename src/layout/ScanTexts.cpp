@@ -16,9 +16,10 @@ namespace {
 std::string UnknownPositions(const SetupDocument& document)
 {
     std::string positions;
-    for (std::size_t i = 0; i < document.DeviceMap.size(); ++i)
-        if (static_cast<std::uint8_t>(document.DeviceMap[i]) == DeviceCode::Unknown)
-            positions += (positions.empty() ? "" : ", ") + std::to_string(i + 1);
+    const std::string& map = document.DeviceMap;
+    constexpr auto unknown = static_cast<char>(DeviceCode::Unknown);
+    for (std::size_t at = map.find(unknown); at != std::string::npos; at = map.find(unknown, at + 1))
+        positions += (positions.empty() ? "" : ", ") + std::to_string(at + 1);
     return positions;
 }
 

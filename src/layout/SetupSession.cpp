@@ -55,8 +55,7 @@ void SetupSession::StartScanning()
 
 ScanOutcome SetupSession::Scan(const LineHooks& hooks)
 {
-    ScanOutcome outcome =
-        ScanLine(desk_.lines.Terminals(), TargetOf(settings), settings.ConnectionMode, hooks);
+    ScanOutcome outcome = ScanLine(desk_.lines.Terminals(), TargetOf(settings), hooks);
     HoldAs({{},
             "PosConfiguration " + std::to_string(settings.PanelIndex),
             outcome.image,
@@ -191,16 +190,6 @@ std::optional<SetupDocument> SetupSession::WithKeyMap(ModuleKind kind, const std
     SetupDocument changed = document;
     changed.Modules[*index].KeyMap = map;
     return changed;
-}
-
-std::optional<SetupDocument> SetupSession::TakeBack(ModuleKind kind) const
-{
-    const auto index = FindModule(document.Modules, kind);
-    if (!index)
-        return std::nullopt;
-    const std::string handedOver =
-        document.Modules[*index].KeyMap + static_cast<char>(FirstKeyNumber(kind, document.Modules));
-    return settings.Xchange == handedOver ? std::nullopt : WithKeyMap(kind, settings.Xchange);
 }
 
 }  // namespace kelvora

@@ -55,9 +55,6 @@ public:
     /// The setup with another key map of that module; nothing when it has that one, or no such module.
     std::optional<SetupDocument> WithKeyMap(ModuleKind kind, const std::string& map) const;
 
-    /// The setup with the key map that came back in Xchange; nothing when it is the one handed over.
-    std::optional<SetupDocument> TakeBack(ModuleKind kind) const;
-
     /// Whether the window waits for a scan of its line, or is in it.
     bool IsScanning() const;
 

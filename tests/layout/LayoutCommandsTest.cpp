@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "layout/LineScan.h"
 #include "layout/ModuleOptions.h"
 #include "setup/DeviceCode.h"
 #include "setup/Options.h"
@@ -33,11 +34,17 @@ TEST(LayoutCommands, PlacesStandBehindTheMasterInBothDirections)
     check("the first module", {}, Master, 0, {Master});
     check("a master comes first in a file without one", {Slave, Mcr}, Master, 9, {Master, Slave, Mcr});
     check("behind the master", {Master, Slave}, Mcr, 1, {Master, Mcr, Slave});
+    check("first where there is no master", {Mcr}, Slave, 0, {Slave, Mcr});
     check("never before the master", {Master, Slave}, Mcr, 0, {Master, Mcr, Slave});
     check("at the end", {Master, Slave}, Mcr, 2, {Master, Slave, Mcr});
     check("moved left", {Master, Slave, Mcr, Iccr}, Iccr, 1, {Master, Iccr, Slave, Mcr});
     check("moved right", {Master, Slave, Mcr, Iccr}, Slave, 3, {Master, Mcr, Iccr, Slave});
     check("moved to where it is", {Master, Slave, Mcr, Iccr}, Mcr, 2, {Master, Slave, Mcr, Iccr});
+    const ModuleList modules = Document({Master, Slave}).Modules;
+    EXPECT_TRUE(HasChoice(Mcr, modules));
+    EXPECT_FALSE(HasChoice(Master, modules) || HasChoice(Mcr, Document({Master}).Modules));
+    EXPECT_EQ(PlaceOfHit({StripButton::KM064, false}, Mcr, modules), 1U);
+    EXPECT_EQ(PlaceOfHit({StripButton::KM064, true}, Mcr, modules), 2U);
 }
 
 TEST(LayoutCommands, DeletingTheMasterTakesAllAndAsksOnlyForMore)
@@ -64,7 +71,10 @@ TEST(ModuleOptions, KeepCodeMapAndOptionsInStep)
     EXPECT_EQ(dark.Modules[0].Options, Options::No);
     EXPECT_EQ(dark.Modules[1].Options, Options::No);
     EXPECT_EQ(dark.DeviceMap, "\xD6\x1F\x04\x03");
+    EXPECT_EQ(WithOptions(document, MasterOptions{true, {}}).DeviceMap, document.DeviceMap);
     EXPECT_EQ(ReadMasterOptions(Document({Mcr})), std::nullopt);
+    const ModuleList told = ModulesOfMap(document.DeviceMap);
+    EXPECT_EQ(told.front().Options + told.back().Options, "1,2,3");
 }
 
 }  // namespace

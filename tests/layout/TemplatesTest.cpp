@@ -23,6 +23,9 @@ TEST(Templates, OnlySetupFilesCountAndOwnOnesCanMoveAndGo)
     templates.Move("/own/shop b.DAT", moved);
     EXPECT_TRUE(files.content.contains(moved) && files.content.contains("/own/corner shop.bak"));
     EXPECT_FALSE(files.content.contains("/own/shop b.DAT") || files.content.contains("/own/shop b.bak"));
+    files.content["/own/KM.DAT"] = files.content["/own/KM.bak"] = "";
+    templates.Move("/own/KM.DAT", templates.PathFor("KM"));
+    EXPECT_TRUE(files.content.contains("/own/KM.bak")) << "has the same backup";
     templates.Remove(moved);
     EXPECT_FALSE(files.content.contains(moved) || files.content.contains("/own/corner shop.bak"));
     EXPECT_TRUE(Templates(files, "/none", "/nowhere").List(false).empty());
@@ -34,6 +37,7 @@ TEST(Templates, NamesAreNamesOfFiles)
         EXPECT_EQ(FaultOf(name), std::nullopt) << name;
     for (const char* const name : {"", "  ", ".x", "a/b"})
         EXPECT_EQ(FaultOf(name), NameFault::Unfit) << name;
+    EXPECT_EQ(FaultOf(std::string(200, 'x')), std::nullopt);
     EXPECT_EQ(FaultOf(std::string(201, 'x')), NameFault::TooLong);
 }
 

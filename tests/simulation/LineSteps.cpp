@@ -235,6 +235,12 @@ void Session::Verify()
     note.Tell(TargetOf(window.session.settings), result);
     EndNote(note);
     work.wanted = window.session.document;
+    if (result.deviceImage) {
+        const bool goesWithBase = base && result.outcome == VerifyResult::Outcome::Different;
+        Require(*window.session.DeviceImage() == *result.deviceImage &&
+                    *window.session.BaseImage() == (goesWithBase ? *base : *result.deviceImage),
+                Rule::Truth, "the window holds another image than was read");
+    }
     if (world_.Moment())
         rules_.JudgeVerify(work, result, base ? &*base : nullptr);
     if (result.outcome == VerifyResult::Outcome::Same)

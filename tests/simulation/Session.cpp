@@ -141,7 +141,7 @@ void Session::Play(const Step& step)
     if (world_.Moment())
         (this->*Kinds.at(step.kind).take)();
     if (copy_) {
-        Require(Offered().fileNew, Rule::Enabled, "nothing can be chosen, and no operation runs");
+        Require(Offered().program, Rule::Enabled, "nothing can be chosen, and no operation runs");
         KeepUnsaved();
     }
     if (isKillSet)

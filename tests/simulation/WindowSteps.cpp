@@ -96,13 +96,17 @@ void Session::EditKeys()
     Window& window = Any();
     SetupSession& session = window.session;
     for (const ModuleKind kind : {ModuleKind::KM096, ModuleKind::KM064, ModuleKind::ICCR}) {
-        if (world_.random.Once(2) || !session.HandOver(kind))
+        const bool isThere = FindModule(session.document.Modules, kind).has_value();
+        Require(session.HandOver(kind) == isThere && (isThere || !session.WithKeyMap(kind, {})),
+                Rule::Enabled, "the keys of a module can be had where it is not");
+        if (world_.random.Once(2) || !isThere)
             continue;
         KeyMapSession keys(kind);
         keys.Load(session.settings.Xchange);
         ClickKeys(keys, world_.random);
-        session.settings.Xchange = keys.Map();
-        if (auto changed = session.TakeBack(kind))
+        auto changed = session.WithKeyMap(kind, keys.Map());
+        Require(changed.has_value() == keys.IsChanged(), Rule::Truth, "other keys are taken than were given");
+        if (changed)
             Edit(window, *std::move(changed));
     }
 }

@@ -120,11 +120,13 @@ void frmConfig::EditKeyMap(ModuleKind kind)
         keysDraft_ = session_.WithKeyMap(kind, form.Session().Map());
         emit edited();
     });
-    form.exec();
+    const bool isTaken = form.exec() == QDialog::Accepted;
     keysDraft_.reset();
     emit edited();
     window()->activateWindow();
-    if (auto changed = session_.TakeBack(kind))
+    if (!isTaken)
+        return;
+    if (auto changed = session_.WithKeyMap(kind, session_.settings.Xchange))
         Push(Message::UndoKeyMap, *std::move(changed));
 }
 
@@ -159,7 +161,7 @@ void frmConfig::LayoutMenuAdd_Click(ModuleKind kind)
     const SetupDocument& document = session_.document;
     if (session_.Desk().operation.IsBusy() || FindModule(document.Modules, kind))
         return;
-    if (NeedsPlacing(kind, document.Modules)) {
+    if (HasChoice(kind, document.Modules)) {
         StartPlacing(kind, Message::UndoAdd);
         return;
     }

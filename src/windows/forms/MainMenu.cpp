@@ -126,12 +126,12 @@ void MainMenu::MakeCommunicationsMenu(QMenuBar& bar)
 
 void MainMenu::Apply(const CommandState& state)
 {
-    recent_->setEnabled(state.fileOpen);
-    compare_->setEnabled(state.sheet);
+    recent_->setEnabled(state.program);
+    compare_->setEnabled(state.setup);
     add_->setEnabled(state.layout.add);
-    lines_->setEnabled(state.ports);
-    languages_->setEnabled(state.language);
-    dump_->setEnabled(state.flash);
+    lines_->setEnabled(state.setup);
+    languages_->setEnabled(state.program);
+    dump_->setEnabled(state.line);
 }
 
 void MainMenu::ShowPort(int port)
