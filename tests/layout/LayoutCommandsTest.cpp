@@ -40,7 +40,7 @@ TEST(LayoutCommands, PlacesStandBehindTheMasterInBothDirections)
     check("moved left", {Master, Slave, Mcr, Iccr}, Iccr, 1, {Master, Iccr, Slave, Mcr});
     check("moved right", {Master, Slave, Mcr, Iccr}, Slave, 3, {Master, Mcr, Iccr, Slave});
     check("moved to where it is", {Master, Slave, Mcr, Iccr}, Mcr, 2, {Master, Slave, Mcr, Iccr});
-    const ModuleList modules = Document({Master, Slave}).Modules;
+    const ModuleList modules = Document({Master, Slave, Iccr}).Modules;
     EXPECT_TRUE(HasChoice(Mcr, modules));
     EXPECT_FALSE(HasChoice(Master, modules) || HasChoice(Mcr, Document({Master}).Modules));
     EXPECT_EQ(PlaceOfHit({StripButton::KM064, false}, Mcr, modules), 1U);

@@ -46,6 +46,7 @@ TEST_F(Session, ATypedNameKeepsItsDotsAndGetsAnEndingThatTheDialogKnows)
     };
     SetupSession session(desk, SetupMode::New);
     session.Load({});
+    EXPECT_FALSE(session.IsScanning());
     for (const auto& row : rows) {
         dialogs.choices.push_back({row.typed, "/t", row.filter});
         EXPECT_TRUE(session.SaveAs()) << row.typed;
@@ -92,7 +93,7 @@ TEST_F(Session, AFileCountsWhereItHoldsTheSetup)
         return note.Entry().file;
     };
     EXPECT_EQ(noted(), "");
-    ASSERT_TRUE(session.Save());
+    ASSERT_TRUE(session.Save() && ReadOtherSetup(userFiles, file.path));
     EXPECT_EQ(noted(), file.path);
     session.document = {};
     EXPECT_EQ(noted(), "") << "changed since";
@@ -132,16 +133,12 @@ TEST(CommandRules, WhatRunsDisablesEverythingAndToolsFollowTheScan)
     const SetupDocument document;
     CommandSituation situation;
     situation.canScan = true;
-    EXPECT_EQ(CommandStateOf(situation), (CommandState{.program = true, .scan = true}));
+    CommandState expected{.program = true, .scan = true};
+    EXPECT_EQ(CommandStateOf(situation), expected);
     situation.modules = &document.Modules;
     situation.focused = StripButton::Code4;
-    CommandState expected{.program = true,
-                          .scan = true,
-                          .setup = true,
-                          .line = true,
-                          .copy = true,
-                          .layout = LayoutStateOf({}),
-                          .options = true};
+    expected.setup = expected.line = expected.copy = expected.options = true;
+    expected.layout = LayoutStateOf({});
     EXPECT_EQ(CommandStateOf(situation), expected);
     situation.focused = StripButton::KM064;
     situation.canScan = false;
