@@ -29,12 +29,7 @@ std::chrono::milliseconds RoundedUp(std::chrono::nanoseconds time)
 
 }  // namespace
 
-// The terminal must not take the first command for the last one of another program.
-SerialLink::SerialLink(SerialPort& port, EventLoop& loop)
-    : port_(port),
-      loop_(loop),
-      timer_(loop.NewTimer()),
-      exchange_(static_cast<std::uint16_t>(std::random_device()()))
+SerialLink::SerialLink(SerialPort& port, EventLoop& loop) : port_(port), loop_(loop), timer_(loop.NewTimer())
 {
     port_.onBytes = [this] { TakeBytes(); };
     port_.onLost = [this] { Lose(); };
@@ -65,6 +60,9 @@ bool SerialLink::Open(std::string_view settings)
         failure_ = port_.Failure() == PortFailure::None ? PortFailure::BadSettings : port_.Failure();
         return false;
     }
+    // The terminal must not take the first command for the last one of another program, nor of this one.
+    constexpr unsigned OtherNumbers = 0xFFFF;
+    exchange_ = static_cast<std::uint16_t>(exchange_ + std::random_device()() % OtherNumbers);
     settings_ = *parsed;
     receiver_ = {};
     answers_ = 0;

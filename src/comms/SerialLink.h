@@ -68,7 +68,7 @@ private:
     std::unique_ptr<Timer> timer_;
     SerialSettings settings_;
     FrameReceiver receiver_;
-    std::uint16_t exchange_;  ///< of the last command
+    std::uint16_t exchange_ = 0;  ///< of the last command
     bool open_ = false;
     std::size_t answers_ = 0;
     EventLoop::Time written_;  ///< when all that was written has left
