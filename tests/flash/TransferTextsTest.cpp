@@ -46,7 +46,6 @@ TEST(TransferTexts, TellWhatTheDeviceHoldsAndWhy)
     check(State::New, Done, false, unreleased, Exclamation, "download is done", held + "\r\n" + kept);
     check(State::New, Done, true, done, Information, "dump is restored", unheld + "\r\n" + kept);
     check(State::Same, Done, false, done, Information, "holds this image already", "");
-    check(State::Same, Done, true, done, Information, "holds this image already", unheld);
     check(State::Old, Declined, false, done, Information, "was not changed", "The answer was no.");
     check(State::Old, Declined, false, unreleased, Exclamation, "was not changed",
           "The answer was no.\r\n" + held);
