@@ -76,7 +76,7 @@ TEST_F(DeviceHolder, LeavesALockOfTheLivingAndRemovesThatOfTheDead)
         EXPECT_EQ(fs::exists(lock), !isDead) << text;
     };
     check("", true, false);
-    check("        99\n", true, false);
+    check("        90\n", true, false);
     check("99\nkelvora-c", true, false);
     check("        12\n", false, true);
     check("309\nkelvora-cli\ntill07\n", false, false);
