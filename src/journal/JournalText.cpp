@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <nlohmann/json.hpp>
+#include <tuple>
 #include <utility>
 
 #include "catalogue/Messages.h"
@@ -47,16 +48,14 @@ Json CrcOrNull(const std::optional<std::uint32_t>& crc)
     return crc ? Json(HexText(*crc, 8)) : Json();
 }
 
-// A number with a fraction is none of a line.
+// They stay 0 where they are none; a number with a fraction is none of a line.
 void TakeNumbers(const simdjson::dom::object& object, JournalEntry& entry)
 {
     constexpr std::uint64_t MostLines = 4;
     std::uint64_t line = 0;
-    if (object["line"].get(line) == simdjson::SUCCESS && line <= MostLines)
-        entry.line = static_cast<int>(line);
-    double seconds = 0;
-    if (object["seconds"].get(seconds) == simdjson::SUCCESS)
-        entry.seconds = seconds;
+    std::ignore = object["line"].get(line);
+    std::ignore = object["seconds"].get(entry.seconds);
+    entry.line = line <= MostLines ? static_cast<int>(line) : 0;
 }
 
 std::string_view TextOf(const simdjson::dom::object& object, std::string_view name)

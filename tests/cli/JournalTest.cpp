@@ -50,6 +50,11 @@ TEST_F(JournalCommandTest, EveryOperationOnADeviceLeavesAnEntryOrTellsThatItCann
     EXPECT_EQ(entries.at(7).modules, "KM96CM, LCD, KEYLOCK, KM64, MCR 1+2+3, ICCR");
     EXPECT_TRUE(files.Exists(entries.at(8).backup));
     EXPECT_THAT(entries.at(9).message, HasSubstr("There is no such device."));
+    EXPECT_THAT(entries.at(1).message, EndsWith("The first difference is at address 0006 (hex)"));
+
+    access.stopAfter = 5;
+    Run({"verify", other});
+    EXPECT_EQ(access.kept.Last().result, Result::Stopped);
 
     access.kept.failure = "No space left on device";
     EXPECT_THAT(Run({"dump", "-o", dump}),

@@ -29,7 +29,7 @@ JournalEntry FullEntry(const std::string& operation = JournalOperation::Download
             .program = "kelvora-cli",
             .version = "1.2.3",
             .operation = operation,
-            .line = 3,
+            .line = 4,
             .device = "/dev/ttyUSB0",
             .terminal = "TILL \"07\" \xC3\xA8",
             .modules = "KM096, MCR",
@@ -86,15 +86,18 @@ TEST(JournalText, ADamagedLineCostsItselfAlone)
     for (std::size_t length = 1; length < whole.size() - 1; ++length)
         ASSERT_FALSE(ReadJournalLine(whole.substr(0, length))) << length;
     const std::string odd =
-        R"({"time":"t","result":"done","line":1e99,"crcAfter":"xyz","later":{"time":["no",{"who":"x"}]}})";
+        R"({"time":"t","result":"done","line":1e99,"crcAfter":"xyz","later":{"time":["no",{"who":"x"}]}})"
+        "\n"
+        R"({"time":"t","result":"done","line":5})";
     JournalContent content;
-    for (const std::string& text : {whole + whole.substr(0, 40) + "\n" + odd + "\n[1]\n\"time\"\n7\n{}\n\n",
+    for (const std::string& text : {whole + whole.substr(0, 40) + "\n" + odd +
+                                        "\n[1]\n\"time\"\n7\n{}\n{\"time\":\"t\"}\n{\"result\":\"done\"}\n\n",
                                     std::string("\0\0", 2), whole})
         TakeJournalText(content, text);
-    EXPECT_EQ(content.damaged, 6U);
-    ASSERT_EQ(content.entries.size(), 3U);
+    EXPECT_EQ(content.damaged, 8U);
+    ASSERT_EQ(content.entries.size(), 4U);
     EXPECT_EQ(content.entries[1].time, "t");
-    EXPECT_EQ(content.entries[1].line, 0);
+    EXPECT_EQ(content.entries[1].line + content.entries[2].line, 0);
     EXPECT_EQ(content.entries[1].crcAfter, std::nullopt);
 }
 

@@ -43,7 +43,12 @@ TEST(ComPortSession, TakesTheLinesBytesOutOfWhatComes)
     check("IAC twice within it", "FF FA 2C 65 FF FF 00 FF F0 41", "41", "");
     check("its end is lost", "FF FA 2C 65 FF FD 18 41", "41", "FF FC 18");
     check("an end without a beginning", "FF F0 41", "41", "");
+    check("an option that says nothing", "FF FA 2C FF F0 41", "41", "");
     ComPortSession session;
+    EXPECT_EQ(
+        session.Ask(*ParseSerialSettings("300,e,7,2")),
+        FromHex(
+            "FF FA 2C 01 00 00 01 2C FF F0 FF FA 2C 02 07 FF F0 FF FA 2C 03 03 FF F0 FF FA 2C 04 02 FF F0"));
     EXPECT_EQ(Take(session, FromHex("FF FA 2C") + std::string(1'000'000, 'a') + FromHex("FF F0 41")).data,
               "A")
         << "an endless text of an option";

@@ -91,7 +91,8 @@ TEST_F(NetworkPortTest, FindsOutHowTheServerSpeaks)
     check("other speed", "tcp:a:1", greets, otherSpeed, -1, BadSettings, "2400,n,8,1", false, 50);
     check("deaf", "tcp:a:1", greets, deaf, -1, NoAnswer, "does not answer to settings", false, 2050);
     check("in use", "tcp:a:1", refuses, {}, 14, InUse, "Port already in use", false, 50);
-    check("raw, in use", "raw:a:1", {{9, "busy\n"}}, {}, 9, InUse, "busy", false, 50);
+    check("raw, in use", "raw:a:1", {{9, "busy~\n"}}, {}, 9, InUse, "busy~", false, 50);
+    check("raw, without a word", "raw:a:1", {{9, "\1"}}, {}, 9, HungUp, "hung up at once", false, 50);
     check("in use, without a word", "bridge:a:1", {}, {}, 9, HungUp, "hung up at once", false, 50);
 }
 
@@ -107,6 +108,7 @@ TEST_F(NetworkPortTest, SaysWhyThereIsNoConnection)
     bool opened = false;
     EXPECT_EQ(OpenMs(opened), 5000);
     EXPECT_EQ(port.Failure(), PortFailure::NoAnswer);
+    EXPECT_EQ(port.LastError(), "no connection");
     port.SetDevice("/dev/ttyS0");
     EXPECT_FALSE(port.Open());
     EXPECT_EQ(port.Failure(), PortFailure::Missing);
@@ -124,7 +126,8 @@ TEST_F(NetworkPortTest, CarriesTheLinesBytesAndSettings)
     EXPECT_EQ(connection.written.back(), "a\xFF\xFFz");
     connection.onBytes("b\xFF\xFF\xFF\xFA\x2C\x6B\x10\xFF\xF0yz");
     EXPECT_EQ(port.BytesWaiting(), 4U);
-    EXPECT_EQ(port.Read(2), "b\xFF");
+    EXPECT_EQ(port.Read(1), "b");
+    EXPECT_EQ(port.Read(1), "\xFF");
     connection.onBytes(FromHex("FF FA 2C 6B 10 FF F0"));
     EXPECT_EQ(told, 1);
     port.DiscardInput();

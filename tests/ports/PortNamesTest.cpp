@@ -3,8 +3,10 @@
 #include <gmock/gmock.h>
 
 #include "comms/PortTrial.h"
+#include "fakes/FakeEventLoop.h"
 #include "fakes/FakeFiles.h"
 #include "fakes/FakeSerialDevices.h"
+#include "ports/Lines.h"
 
 using namespace kelvora;
 using testing::HasSubstr;
@@ -85,6 +87,23 @@ TEST(PortNames, CommandLineCountsBeforeTheFileAndIsNotKept)
     EXPECT_EQ(first.Device(), "/dev/last");
     EXPECT_EQ(fourth.Device(), "/dev/ttyS3");
     EXPECT_EQ(open.Device(), "/dev/busy") << "nobody takes a line away under its operation";
+
+    PortNames free(files, Path, {});
+    free.Take({"/dev/x", "/dev/y", "/dev/ttyS2", "/dev/ttyS3"});
+    EXPECT_EQ(free.Devices().front(), "/dev/x");
+}
+
+TEST(Lines, EachHasItsPort)
+{
+    FakeEventLoop loop;
+    FakeSerialDevices devices;
+    std::array<SilentPort, 4> ports{SilentPort(devices, "1"), SilentPort(devices, "2"),
+                                    SilentPort(devices, "3"), SilentPort(devices, "4")};
+    Lines lines({&ports[0], &ports[1], &ports[2], &ports[3]}, loop);
+    for (int line = 1; line <= LineCount; ++line) {
+        EXPECT_EQ(lines.Port(line)->Device(), std::to_string(line));
+        EXPECT_EQ(lines.Terminals().Channel(line)->Device(), std::to_string(line));
+    }
 }
 
 TEST(PortNames, BrokenFileLeavesTheDefaultsAndIsExplained)
