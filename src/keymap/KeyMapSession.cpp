@@ -74,13 +74,14 @@ void KeyMapSession::Choose(int position, Choosing choosing)
         return;
     }
     std::vector<int>& chosen = state_.chosen;
-    if (choosing == Choosing::Only || choosing == Choosing::Extend)
-        chosen.clear();
-    const auto place = std::lower_bound(chosen.begin(), chosen.end(), position);
-    const bool wasChosen = place != chosen.end() && *place == position;
     state_.selected = position;
     state_.anchor = position;
-    if (!wasChosen) {
+    if (choosing == Choosing::Only || choosing == Choosing::Extend) {
+        chosen = {position};
+        return;
+    }
+    const auto place = std::lower_bound(chosen.begin(), chosen.end(), position);
+    if (!IsChosen(position)) {
         chosen.insert(place, position);
     } else if (choosing == Choosing::Toggle) {
         const auto next = chosen.erase(place);

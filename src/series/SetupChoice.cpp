@@ -25,11 +25,12 @@ std::string WithoutBlanks(std::string text)
 std::string SmallLetters(std::string text)
 {
     constexpr char LeadByte = '\xC3';
-    constexpr char TimesSign = '\x97';
+    constexpr unsigned TimesSign = 0x97;
     char before = 0;
     for (char& c : text = LowerCase(text)) {
-        if (before == LeadByte && '\x80' <= c && c <= '\x9E' && c != TimesSign)
-            c = static_cast<char>(c + 0x20);
+        const unsigned code = static_cast<unsigned char>(c);
+        if (before == LeadByte && code >= 0x80 && code <= 0x9E && code != TimesSign)
+            c = static_cast<char>(code + 0x20);
         before = c;
     }
     return text;

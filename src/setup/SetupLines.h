@@ -17,9 +17,9 @@ struct SetupLine {
     enum class Type { Head, Keyword, End };
 
     Type type = Type::End;
-    std::size_t number = 0;  ///< of the line in the text, from 1; a continued line bears its first one's
-    std::string_view name;   ///< the head's name, or the keyword; upper-case
-    std::string_view value;  ///< what follows a keyword's "="; upper-case
+    std::size_t number = 0;    ///< of the line in the text, from 1; a continued line bears its first one's
+    std::string_view name{};   ///< the head's name, or the keyword; upper-case
+    std::string_view value{};  ///< what follows a keyword's "="; upper-case
 };
 
 class SetupLines {
