@@ -150,6 +150,16 @@ void UnsavedCopies::NoteThrownAway(const RecoveryOffer& offer)
         Drop(*found);
 }
 
+// Of those that it may be the one that the fewest others may be.
+UnsavedCopies::Found UnsavedCopies::Find(const Copy& copy, std::vector<RecoveryCopy>& there) const
+{
+    const auto best = std::ranges::min_element(there, {}, [&](const RecoveryCopy& each) {
+        const auto mayBe = [&](const Copy& other) { return MayBe(other, each); };
+        return std::pair(!mayBe(copy), std::ranges::count_if(copies_, mayBe));
+    });
+    return best != there.end() && MayBe(copy, *best) ? best : there.end();
+}
+
 void UnsavedCopies::EndStep()
 {
     std::vector<RecoveryCopy> there;
@@ -160,9 +170,7 @@ void UnsavedCopies::EndStep()
     SortByCertainty();
     std::erase_if(copies_, [&](Copy& copy) {
         const bool isGone = std::exchange(copy.isGone, false) && !world_.IsDead();
-        const auto found =
-            isGone ? there.end()
-                   : std::ranges::find_if(there, [&](const RecoveryCopy& each) { return MayBe(copy, each); });
+        const auto found = isGone ? there.end() : Find(copy, there);
         const bool isThere = found != there.end();
         Require(isThere || !copy.versions.front() || (!copy.program && IsSaved(copy)), Rule::Unsaved,
                 "the copy of an unsaved setup is gone");

@@ -39,6 +39,8 @@ private:
     };
     using Copies = std::vector<Copy>;
 
+    using Found = std::vector<RecoveryCopy>::iterator;
+
     Copies::iterator Of(const void* program, int window);
     void SortByCertainty();
     /// The one of a dead program that was offered.
@@ -46,6 +48,7 @@ private:
     void Drop(Copy& copy);
     void JudgeFile(const RecoveryOffer& offer) const;
     static bool MayBe(const Copy& copy, const RecoveryCopy& found);
+    Found Find(const Copy& copy, std::vector<RecoveryCopy>& there) const;
     bool IsSaved(const Copy& copy) const;
 
     World& world_;
