@@ -42,8 +42,8 @@ std::string LocalTimeText(std::chrono::local_seconds time)
     const std::chrono::hh_mm_ss clock(time - day);
     const auto number = [](auto part) { return static_cast<int>(static_cast<unsigned>(part)); };
     const auto count = [](auto part) { return static_cast<int>(part.count()); };
-    return std::to_string(static_cast<int>(date.year())) + '-' + PaddedNumber(number(date.month()), 2) + '-' +
-           PaddedNumber(number(date.day()), 2) + ' ' + PaddedNumber(count(clock.hours()), 2) + ':' +
+    return PaddedNumber(static_cast<int>(date.year()), 4) + '-' + PaddedNumber(number(date.month()), 2) +
+           '-' + PaddedNumber(number(date.day()), 2) + ' ' + PaddedNumber(count(clock.hours()), 2) + ':' +
            PaddedNumber(count(clock.minutes()), 2) + ':' + PaddedNumber(count(clock.seconds()), 2);
 }
 

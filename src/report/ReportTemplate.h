@@ -5,7 +5,7 @@
 
 namespace kelvora {
 
-/// Holds a place for each part that a report puts in, "{{TITLE}}" say.
+/// Holds a place for each part that a report puts in, "{{DATA}}" say, in the order in which they are filled.
 extern const std::string_view ReportTemplate;
 
 }  // namespace kelvora

@@ -35,7 +35,7 @@ bool AppendModule(SetupDocument& document, std::uint8_t deviceCode);
 /// and nothing changed, when they do not all fit or the kind cannot be inserted alone.
 bool InsertModule(SetupDocument& document, ModuleKind kind, std::size_t index);
 
-/// Deletes the record at `index`: later records move down one place and one position.
+/// Deletes the record at `index`, which is one of them: later records move down one place and one position.
 void DeleteRecord(SetupDocument& document, std::size_t index);
 
 /// Removes the module of that kind, if there is one; a KM096 takes its backlight and code-4 part along.

@@ -26,6 +26,7 @@ TEST(LocalTime, MomentOfAZonedTime)
         tzset();
         EXPECT_EQ(ZonedTimeText(first + 3min + 7s), text);
     }
+    EXPECT_EQ(LocalTimeText(std::chrono::local_days(1y / 1 / 1)), "0001-01-01 00:00:00");
     unsetenv("TZ");
     tzset();
 }

@@ -17,8 +17,8 @@ namespace kelvora {
 /// were. Each write holds a file open.
 class FileBatch final : public Files {
 public:
-    /// How many files each of so many batches may hold at a time: the system lets a process have only so many
-    /// open. Asks it for more.
+    /// How many files each of so many batches (1 or more) may hold at a time: the system lets a process have
+    /// only so many open. Asks it for more.
     static std::size_t Room(std::size_t batches);
 
     std::string Read(const std::string& path) const override { return files_.Read(path); }

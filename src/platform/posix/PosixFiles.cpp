@@ -11,6 +11,7 @@
 #include <memory>
 #include <new>
 #include <string_view>
+#include <system_error>
 
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/Replacement.h"
@@ -136,8 +137,10 @@ void PosixFiles::MakeFolder(const std::string& folder)
         FailFile(folder, ENOTDIR);
     // What is kept in it is as safe as its name there, the folder's own, and those above it: who made them
     // may have died before they were.
+    std::error_code noFolder;
+    const fs::path whole = fs::absolute(path, noFolder);
     fs::path above;
-    for (const fs::path& part : fs::absolute(path)) {
+    for (const fs::path& part : noFolder ? path : whole) {
         above /= part;
         SyncFolderOf((above / "").string());
     }

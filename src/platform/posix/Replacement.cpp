@@ -76,17 +76,17 @@ void FailFile(const std::string& path, int error)
 
 std::string ResolveLinks(const std::string& path)
 {
+    // As many as the system follows.
+    constexpr int MostLinks = 40;
     fs::path target = path;
-    for (;;) {
-        struct stat status {};
-        if (stat(target.c_str(), &status) == -1 && errno == ELOOP)
-            FailFile(path, ELOOP);
+    for (int links = 0; links <= MostLinks; ++links) {
         std::array<char, PATH_MAX> text{};
         const ssize_t length = readlink(target.c_str(), text.data(), text.size());
         if (length == -1)
             return target.string();
         target.replace_filename(std::string(text.data(), static_cast<std::size_t>(length)));
     }
+    FailFile(path, ELOOP);
 }
 
 void CheckReplaceable(const std::string& path)
@@ -192,7 +192,8 @@ void Replacement::TakeRights()
     // What the old group might do is not another group's right.
     if (own.st_gid != model_.st_gid)
         mode &= ~static_cast<mode_t>(S_IRWXG);
-    std::ignore = fchmod(file_.Number(), mode);
+    if (fchmod(file_.Number(), mode) != 0 && errno != EPERM && errno != ENOTSUP && errno != ENOSYS)
+        FailFile(path_, errno);
 }
 
 // Names that other saves hold are passed over, and what dead ones left is taken away.
