@@ -76,7 +76,7 @@ public:
     /// of the longest frame.
     void Hurry();
 
-    /// Whether no whole answer has come to the last command.
+    /// Whether no whole answer has come since the last command was sent.
     bool IsUnanswered() const { return channel_.Answers() == answersBefore_; }
 
     LineDebts& Debts() { return debts_; }

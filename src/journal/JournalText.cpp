@@ -118,6 +118,10 @@ std::optional<JournalEntry> ReadJournalLine(std::string_view line)
 
 void TakeJournalText(JournalContent& content, std::string_view text)
 {
+    // Some editors put it before all.
+    constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+    if (text.starts_with(ByteOrderMark))
+        text.remove_prefix(ByteOrderMark.size());
     simdjson::dom::parser parser;
     while (!text.empty()) {
         const std::string_view line = text.substr(0, text.find('\n'));

@@ -90,7 +90,7 @@ TEST(JournalText, ADamagedLineCostsItselfAlone)
         "\n"
         R"({"time":"t","result":"done","line":5})";
     JournalContent content;
-    for (const std::string& text : {whole + whole.substr(0, 40) + "\n" + odd +
+    for (const std::string& text : {"\xEF\xBB\xBF" + whole + whole.substr(0, 40) + "\n" + odd +
                                         "\n[1]\n\"time\"\n7\n{}\n{\"time\":\"t\"}\n{\"result\":\"done\"}\n\n",
                                     std::string("\0\0", 2), whole})
         TakeJournalText(content, text);
@@ -105,8 +105,16 @@ TEST_F(JournalFolderTest, BeginsANewFileWhenOneIsFullAndGoesOnAfterATornLine)
 {
     const std::size_t three = 3 * LineOf("a").size();
     JournalFolder journal(files, folder, three);
+    // None of the program's, whatever is kept there.
+    const std::vector<std::string> foreign{"/journal-backup.jsonl", "/journal-.jsonl", "/other-00007.jsonl",
+                                           "/journal-00007.txt"};
+    for (const std::string& name : foreign)
+        files.Write(folder + name, LineOf("foreign"));
     for (const char* operation : {"a", "b", "c", "d"})
         journal.Append(LineOf(operation));
+    EXPECT_THAT(Lines(), ElementsAre("a", "b", "c", "d"));
+    for (const std::string& name : foreign)
+        files.Remove(folder + name);
     EXPECT_THAT(files.List(folder), ElementsAre("journal-00001.jsonl", "journal.jsonl"));
     files.Write(path, LineOf("d") + "{\"time\":\"20");
     journal.Append(LineOf("e"));

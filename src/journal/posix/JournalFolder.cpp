@@ -8,7 +8,7 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
+#include <string_view>
 #include <thread>
 #include <utility>
 
@@ -22,6 +22,15 @@ namespace {
 
 constexpr std::string_view FullStart = "journal-";
 constexpr std::string_view Extension = ".jsonl";
+
+// The number of a full file; 0 for a name that is none of the program's.
+int NumberOf(std::string_view name)
+{
+    if (!name.starts_with(FullStart) || !name.ends_with(Extension))
+        return 0;
+    name.remove_suffix(Extension.size());
+    return static_cast<int>(WholeNumber<unsigned>(name.substr(FullStart.size())).value_or(0));
+}
 
 // Until the file is closed. False when another program keeps it for so long.
 bool Lock(int file, int kind, std::chrono::milliseconds patience)
@@ -71,19 +80,19 @@ JournalFolder::JournalFolder(Files& files, std::string folder, std::size_t fileL
 std::vector<std::string> JournalFolder::FullFiles() const
 {
     std::vector<std::string> names = files_.List(folder_);
-    std::erase_if(names, [](const std::string& name) {
-        return !name.starts_with(FullStart) || !name.ends_with(Extension);
-    });
-    // Past 99999 the numbers are longer.
-    std::ranges::stable_sort(names, {}, &std::string::size);
+    std::erase_if(names, [](const std::string& name) { return NumberOf(name) == 0; });
+    std::ranges::sort(names, {}, NumberOf);
     return names;
 }
 
 void JournalFolder::Append(const std::string& line)
 {
     files_.MakeFolder(folder_);
-    while (!TryAppend(line)) {
-    }
+    constexpr int MostTurns = 100;
+    for (int turn = 0; turn < MostTurns; ++turn)
+        if (TryAppend(line))
+            return;
+    FailFile(Path(), EBUSY);
 }
 
 // False when another file has taken the place of the one that was opened.
@@ -118,11 +127,9 @@ void JournalFolder::BeginNextFile()
 {
     constexpr std::size_t Digits = 5;
     const std::vector<std::string> full = FullFiles();
-    int number = 0;
-    if (!full.empty())
-        std::sscanf(full.back().c_str() + FullStart.size(), "%d", &number);
+    const int number = full.empty() ? 1 : NumberOf(full.back()) + 1;
     const std::string next =
-        folder_ + "/" + std::string(FullStart) + PaddedNumber(number + 1, Digits) + std::string(Extension);
+        folder_ + "/" + std::string(FullStart) + PaddedNumber(number, Digits) + std::string(Extension);
     if (rename(Path().c_str(), next.c_str()) != 0)
         FailFile(next, errno);
 }
