@@ -29,6 +29,10 @@ TEST(Simulation, KeepsWhatIsInANewFolder)
     // A backup that is used again, and a journal that goes on.
     Replay(1, "disk-heals 2; kill 323425; download 9; download 9");
     Replay(1, "disk-heals 2; kill 107390; scan 9; scan 9; kill 304403; set-clock 1");
+    // A backup that is another name of its file, since a batch died.
+    Replay(4188,
+           "options 163980; download 575721; save 612297; kill-at-write 955377; edit 179757; "
+           "disk-fault 941355; save 222564");
 }
 
 // The power fails after a copy was taken whose program had died before its change was safe.

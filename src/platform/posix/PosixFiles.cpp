@@ -87,8 +87,11 @@ void PosixFiles::Copy(const std::string& from, const std::string& to)
     const std::string text = Read(from);
     const std::string target = ResolveLinks(to);
     CheckReplaceable(target);
-    // Another name of the same file would be written over itself.
-    if (!IsSameFile(from, target))
+    // Another name of the same file would be written over itself. A batch that was killed may have left it
+    // so, and not safe yet.
+    if (IsSameFile(from, target))
+        SyncFolderOf(target);
+    else
         Replace(target, from, text);
 }
 
